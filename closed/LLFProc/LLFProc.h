@@ -1,0 +1,6 @@
+#pragma once
+
+#include "closed/ClosedExport.h"
+
+/// True when this machine can start by UEFI. Any thread.
+AIBRIDGE_CLOSED_EXPORT bool MayBeSupportUEFI();

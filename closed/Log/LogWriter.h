@@ -1,0 +1,11 @@
+#pragma once
+
+#include "closed/ClosedExport.h"
+
+/// The product's log. Any thread.
+class AIBRIDGE_CLOSED_EXPORT CLogWriter
+{
+public:
+    /// Writes printf-style text as it stands; a line ends where the text has a line feed.
+    static void Log(const char* format, ...) Q_ATTRIBUTE_FORMAT_PRINTF(1, 2);
+};

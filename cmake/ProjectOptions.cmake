@@ -1,0 +1,32 @@
+# Compiler settings of our own code, as one interface target, so that generated code and other people's
+# headers are not held to them.
+
+option(AIBRIDGE_WERROR "Treat warnings of our own code as errors" ON)
+set(AIBRIDGE_SANITIZE "" CACHE STRING "Sanitizers for everything built here, e.g. address,undefined")
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+    # Paths inside the tree are hashed relative to it, so that a second clone finds what the first one built.
+    set(launcher ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE_PROGRAM})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
+endif()
+
+add_library(project_options INTERFACE)
+target_compile_features(project_options INTERFACE cxx_std_17)
+target_compile_definitions(project_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII
+    QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+target_compile_options(project_options INTERFACE
+    $<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang>:-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wno-psabi>)
+if(AIBRIDGE_WERROR)
+    target_compile_options(project_options INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang>:-Werror>)
+endif()
+
+if(AIBRIDGE_SANITIZE)
+    add_compile_options(-fsanitize=${AIBRIDGE_SANITIZE} -fno-omit-frame-pointer -O1)
+    add_link_options(-fsanitize=${AIBRIDGE_SANITIZE})
+    if(AIBRIDGE_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()

@@ -1,0 +1,34 @@
+# The wire classes, generated from the interface file at build time into a target of their own: the file is
+# large, changes rarely and is not held to our warnings.
+
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(THRIFT REQUIRED IMPORTED_TARGET thrift>=0.17)
+
+set(ZORNATIVE_THRIFT ${CMAKE_SOURCE_DIR}/service/ZORNativePlugin.thrift)
+set(ZORNATIVE_GEN ${CMAKE_BINARY_DIR}/gen-cpp)
+set(ZORNATIVE_JSON ${CMAKE_BINARY_DIR}/gen-json/ZORNativePlugin.json)
+
+add_custom_command(
+    OUTPUT ${ZORNATIVE_GEN}/ZORNativePlugin.cpp ${ZORNATIVE_GEN}/ZORNativePlugin.h
+           ${ZORNATIVE_GEN}/ZORNativePlugin_types.cpp ${ZORNATIVE_GEN}/ZORNativePlugin_types.h
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${ZORNATIVE_GEN}
+    COMMAND ${THRIFT_COMPILER} -strict --gen cpp:no_skeleton -out ${ZORNATIVE_GEN} ${ZORNATIVE_THRIFT}
+    DEPENDS ${ZORNATIVE_THRIFT}
+    COMMENT "Generating the C++ wire classes")
+
+# The same interface as data, for the command line and for tests.
+add_custom_command(
+    OUTPUT ${ZORNATIVE_JSON}
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/gen-json
+    COMMAND ${THRIFT_COMPILER} -strict --gen json -out ${CMAKE_BINARY_DIR}/gen-json ${ZORNATIVE_THRIFT}
+    DEPENDS ${ZORNATIVE_THRIFT}
+    COMMENT "Generating the interface description")
+add_custom_target(zornative_json DEPENDS ${ZORNATIVE_JSON})
+
+add_library(zornative STATIC
+    ${ZORNATIVE_GEN}/ZORNativePlugin.cpp
+    ${ZORNATIVE_GEN}/ZORNativePlugin_types.cpp)
+set_target_properties(zornative PROPERTIES AUTOMOC OFF AUTORCC OFF)
+target_include_directories(zornative SYSTEM PUBLIC ${ZORNATIVE_GEN})
+target_link_libraries(zornative PUBLIC PkgConfig::THRIFT Threads::Threads)
+target_compile_options(zornative PRIVATE -w)

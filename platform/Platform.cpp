@@ -1,0 +1,34 @@
+#include "platform/Platform.h"
+
+#include <algorithm>
+#include <atomic>
+
+namespace {
+std::atomic<const Platform*> replacement{nullptr};
+}
+
+const Platform& Platform::instance()
+{
+    static const std::unique_ptr<Platform> system = makeSystemPlatform();
+    const Platform* current = replacement.load();
+    return current != nullptr ? *current : *system;
+}
+
+Platform::Scope::Scope(const Platform& platform)
+    : previous_(replacement.exchange(&platform))
+{
+}
+
+Platform::Scope::~Scope()
+{
+    replacement.store(previous_);
+}
+
+QByteArray upperSystemDirectory()
+{
+    QByteArray directory = Platform::instance().systemDirectory();
+    // Only ASCII: the other letters depend on a code page that is not ours to guess.
+    std::transform(directory.begin(), directory.end(), directory.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    return directory;
+}

@@ -1,0 +1,198 @@
+#include "plugin/ComponentMgr.h"
+
+#include "plugin/ComponentBase.h"
+#include "plugin/HostAccess.h"
+#include "plugin/TestTime.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLibrary>
+#include <QtCore/QSettings>
+#include <QtQml/QQmlApplicationEngine>
+
+namespace {
+
+const QString kObject = QStringLiteral("obj");
+const QString kIndex = QStringLiteral("index");
+constexpr int kLastGroup = 99;
+
+CComponentBase* objectOf(const QVariant& record)
+{
+    return reinterpret_cast<CComponentBase*>(static_cast<quintptr>(record.toMap().value(kObject).toLongLong()));
+}
+
+QString libraryPath(const QString& name, const QString& parent)
+{
+    QString folder = QCoreApplication::applicationDirPath();
+    if (!parent.isEmpty())
+        folder += QLatin1Char('/') + parent;
+    const QString stem = QDir::toNativeSeparators(folder + QLatin1Char('/') + parent + name);
+    const QString path = stem + QLatin1String(".dll");
+#ifndef Q_OS_WIN
+    if (!QFileInfo::exists(path))
+        return stem + QLatin1String(".so");
+#endif
+    return path;
+}
+
+} // namespace
+
+CComponentMgr::CComponentMgr(QQmlApplicationEngine* theEngine, QObject* parent)
+    : QObject(parent)
+    , engine(theEngine)
+{
+}
+
+CComponentMgr::~CComponentMgr()
+{
+    const QVariantList records = componentList;
+    for (const QVariant& record : records) {
+        if (CComponentBase* component = objectOf(record)) {
+            component->Release();
+            component->deleteLater();
+        }
+    }
+    componentList.clear();
+}
+
+void CComponentMgr::loadComponents(QStringList list)
+{
+    for (const QString& name : qAsConst(list))
+        loadComponent(name);
+    Q_EMIT sigComponentsChanged();
+}
+
+void CComponentMgr::loadComponents(QString componentName)
+{
+    QString folder = QCoreApplication::applicationDirPath();
+    if (!componentName.isEmpty())
+        folder += QLatin1Char('/') + componentName;
+    const QString listFile = folder + QLatin1String("/components.ini");
+    if (!QFileInfo::exists(listFile))
+        return;
+    // A file that names its own folder, directly or by a detour, must not send the walk round for ever.
+    const QString canonical = QFileInfo(folder).canonicalFilePath();
+    if (foldersInWalk_.contains(canonical))
+        return;
+    foldersInWalk_.insert(canonical);
+
+    QSettings settings(listFile, QSettings::IniFormat);
+    settings.setIniCodec("UTF-8");
+    for (int i = 1; i <= kLastGroup; ++i) {
+        settings.beginGroup(QStringLiteral("COMPONENT%1").arg(i));
+        if (settings.contains(QStringLiteral("name"))) {
+            const QString name = settings.value(QStringLiteral("name")).toString();
+            connectLanguage(loadComponent(name, componentName));
+            loadComponents(name);
+        }
+        settings.endGroup();
+    }
+    foldersInWalk_.remove(canonical);
+}
+
+QObject* CComponentMgr::component(QString name)
+{
+    const QString wanted = name.toLower();
+    for (const QVariant& record : qAsConst(componentList)) {
+        CComponentBase* component = objectOf(record);
+        if (component != nullptr && component->name().toLower() == wanted)
+            return component;
+    }
+    return nullptr;
+}
+
+QObject* CComponentMgr::loadComponent(QString name, QString parentCom)
+{
+    CTestTime timer;
+    CComponentBase* component = createComponent(libraryPath(name, parentCom));
+    if (component == nullptr)
+        return nullptr;
+    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    component->setEngine(engine);
+    component->init();
+    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    fileComponent(component);
+    connectLanguage(component);
+    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    Q_EMIT sigNewComponent(name, parentCom);
+    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    return component;
+}
+
+QVariantList CComponentMgr::components() const
+{
+    QVariantList list;
+    int id = 0;
+    for (const QVariant& record : componentList) {
+        CComponentBase* component = objectOf(record);
+        if (component == nullptr)
+            continue;
+        QVariantMap entry;
+        entry[QStringLiteral("id")] = id++;
+        entry[QStringLiteral("name")] = component->name();
+        entry[QStringLiteral("resProperty")] = component->resProperty();
+        entry[QStringLiteral("text")] = component->displayName();
+        entry[QStringLiteral("source")] = component->source();
+        entry[QStringLiteral("component")] = QVariant::fromValue<QObject*>(component);
+        entry[QStringLiteral("canLayout")] = component->canLayout();
+        list.append(entry);
+    }
+    return list;
+}
+
+CComponentBase* CComponentMgr::createComponent(const QString& path) const
+{
+    CTestTime timer;
+    QLibrary library(path);
+    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    if (!library.load())
+        return nullptr;
+    using Factory = CComponentBase* (*)();
+    const auto factory = reinterpret_cast<Factory>(library.resolve("getInstance"));
+    if (factory == nullptr)
+        return nullptr;
+    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    CComponentBase* component = factory();
+    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    return component;
+}
+
+void CComponentMgr::fileComponent(CComponentBase* component)
+{
+    QVariantMap record;
+    record[kObject] = static_cast<qlonglong>(reinterpret_cast<quintptr>(component));
+    record[kIndex] = componentList.size();
+    componentList.append(record);
+    connect(component, &QObject::destroyed, this, &CComponentMgr::dropComponent);
+}
+
+void CComponentMgr::dropComponent(QObject* component)
+{
+    const auto address = static_cast<qlonglong>(reinterpret_cast<quintptr>(component));
+    for (const QVariant& record : qAsConst(componentList)) {
+        const QVariantMap map = record.toMap();
+        if (map.value(kObject).toLongLong() != address)
+            continue;
+        // The index is the one of the day of filing, so after earlier removals another entry can go.
+        const int index = map.value(kIndex).toInt();
+        if (index < componentList.size())
+            componentList.removeAt(index);
+        break;
+    }
+    // If it was another entry, the one of the dead object stays: without an object, never with a dangling one.
+    for (QVariant& record : componentList) {
+        QVariantMap map = record.toMap();
+        if (map.value(kObject).toLongLong() == address) {
+            map[kObject] = qlonglong(0);
+            record = map;
+        }
+    }
+}
+
+void CComponentMgr::connectLanguage(QObject* component) const
+{
+    QObject* language = contextObject(engine, QStringLiteral("multilanguage"));
+    if (language != nullptr && component != nullptr)
+        connect(language, SIGNAL(sigCurrentLanguageChanged()), component, SLOT(onTranslate()));
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QSet>
+#include <QtCore/QStringList>
+#include <QtCore/QVariantList>
+
+class CComponentBase;
+class QQmlApplicationEngine;
+
+/// Finds, loads and lists the components of a host.
+///
+/// A folder's components are named in its `components.ini`, groups COMPONENT1 to COMPONENT99, key `name`. A
+/// top-level component's library is `<application folder>/<name>.dll`; one with a parent lies at
+/// `<application folder>/<parent>/<parent><name>.dll`. Where such a file does not exist and the system is not
+/// Windows, the ending is `.so`. A loaded library is never unloaded.
+///
+/// All members run on the application thread.
+class CComponentMgr : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QVariantList components READ components NOTIFY sigComponentsChanged)
+
+public:
+    /// @p engine is not owned; null loads components without publishing them to QML.
+    explicit CComponentMgr(QQmlApplicationEngine* engine = nullptr, QObject* parent = nullptr);
+
+    /// Releases every component and deletes it with deleteLater. Release of a component may wait without limit.
+    ~CComponentMgr() override;
+
+    /// Loads each name as a top-level component, then emits sigComponentsChanged.
+    Q_INVOKABLE void loadComponents(QStringList list);
+    /// Walks the tree of `components.ini` files from @p componentName, empty for the application folder. A
+    /// missing file ends that branch in silence; so does a folder that is being walked already.
+    Q_INVOKABLE void loadComponents(QString componentName = QString());
+    /// The component of that name in any letter case, null if none. Owned by the manager.
+    Q_INVOKABLE QObject* component(QString name);
+    /// Loads one component, null on any failure.
+    Q_INVOKABLE QObject* loadComponent(QString name, QString parentCom = QString());
+
+    /// One map a component: id, name, resProperty, text, source, component, canLayout.
+    QVariantList components() const;
+
+Q_SIGNALS:
+    void sigNewComponent(QString name = QString(), QString parent = QString());
+    void sigComponentsChanged();
+
+private:
+    CComponentBase* createComponent(const QString& path) const;
+    void fileComponent(CComponentBase* component);
+    void dropComponent(QObject* component);
+    void connectLanguage(QObject* component) const;
+
+    QVariantList componentList;
+    QQmlApplicationEngine* engine;
+    QSet<QString> foldersInWalk_;
+};

@@ -1,0 +1,110 @@
+#include "service/AIFuncallThread.h"
+
+#include "closed/Log/LogWriter.h"
+#include "plugin/AIBridge.h"
+#include "service/PortSearch.h"
+#include "service/ServerSocket.h"
+#include "service/ZorHandle.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDebug>
+#include <QtCore/QSettings>
+
+#include <thrift/concurrency/ThreadFactory.h>
+#include <thrift/protocol/TBinaryProtocol.h>
+#include <thrift/server/TThreadedServer.h>
+#include <thrift/transport/TBufferTransports.h>
+
+namespace thrift = apache::thrift;
+
+namespace {
+
+constexpr int kClientLimit = 3;
+
+} // namespace
+
+AIFuncallThread::AIFuncallThread(AIBridge* theOwner)
+    : QThread(theOwner)
+    , owner(theOwner)
+{
+}
+
+AIFuncallThread::~AIFuncallThread()
+{
+    // After an exception from serve, connection threads may still be using the server and what it holds: it is
+    // left to the end of the process. After an ordinary end nobody is.
+    if (served_)
+        delete server.load();
+}
+
+void AIFuncallThread::run()
+{
+    const QString address = configuredAddress();
+    int nativePort = 0;
+    int chatPort = 0;
+    findFreePorts(&nativePort, &chatPort);
+    qputenv("AGENT_NATIVE_PORT", QString::number(nativePort).toUtf8());
+    qputenv("AGENT_CHAT_PORT", QString::number(chatPort).toUtf8());
+    CLogWriter::Log("Agent port:%d %d\n", nativePort, chatPort);
+    buildServer(address, nativePort);
+    try {
+        serverRunning = true;
+        server.load()->serve();
+        served_ = true;
+    } catch (...) {
+        serverRunning = false;
+        qDebug("AIFuncallThread::run() exception");
+    }
+}
+
+void AIFuncallThread::stopServer()
+{
+    try {
+        thrift::server::TThreadedServer* running = server.load();
+        if (running == nullptr)
+            return;
+        const std::shared_ptr<thrift::transport::TServerTransport> transport = running->getServerTransport();
+        if (transport) {
+            transport->interrupt();
+            transport->close();
+        }
+        running->stop();
+    } catch (...) {
+        qDebug("AIFuncallThread::stopServer() exception");
+    }
+}
+
+void AIFuncallThread::findFreePorts(int* nativePort, int* chatPort)
+{
+    pickFreePorts(busyPortListing(), nativePort, chatPort);
+}
+
+std::shared_ptr<CZorHandle> AIFuncallThread::toolHandler() const
+{
+    return std::atomic_load(&handler);
+}
+
+QString AIFuncallThread::configuredAddress()
+{
+    QSettings settings(QCoreApplication::applicationDirPath() + QLatin1String("/config.ini"),
+                       QSettings::IniFormat);
+    settings.setIniCodec("UTF-8");
+    return settings.value(QStringLiteral("main/aiAddress"), QStringLiteral("localhost")).toString();
+}
+
+void AIFuncallThread::buildServer(const QString& address, int port)
+{
+    const auto newHandler = std::make_shared<CZorHandle>();
+    newHandler->setBridge(owner);
+    std::atomic_store(&handler, newHandler);
+    const std::shared_ptr<thrift::TProcessor> processor = std::make_shared<ZORNativePluginProcessor>(newHandler);
+    const auto socket = std::make_shared<ServerSocket>(address.toStdString(), port);
+    const auto transports = std::make_shared<thrift::transport::TBufferedTransportFactory>();
+    const auto protocols =
+        std::make_shared<thrift::protocol::TBinaryProtocolFactoryT<thrift::transport::TTransport>>();
+    const auto threads = std::make_shared<thrift::concurrency::ThreadFactory>(false);
+    auto newServer =
+        std::make_unique<thrift::server::TThreadedServer>(processor, socket, transports, protocols, threads);
+    newServer->setConcurrentClientLimit(kClientLimit);
+    server.store(newServer.release());
+}

@@ -1,0 +1,27 @@
+#include "telemetry/AliyunWrap.h"
+
+#include <windows.h>
+
+namespace {
+
+std::wstring moduleFileName()
+{
+    wchar_t buffer[260] = {};
+    HMODULE self = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCWSTR>(&moduleFileName), &self);
+    GetModuleFileNameW(self, buffer, 260);
+    buffer[259] = L'\0';
+    return buffer;
+}
+
+} // namespace
+
+ModuleAccess ModuleAccess::system()
+{
+    return {moduleFileName,
+            [](const std::wstring& path) { return reinterpret_cast<void*>(LoadLibraryW(path.c_str())); },
+            [](void* module, const char* name) {
+                return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), name));
+            }};
+}

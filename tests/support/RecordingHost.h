@@ -1,0 +1,53 @@
+#pragma once
+
+#include "plugin/AIBridge.h"
+#include "tests/support/FakeObject.h"
+
+#include <QtQml/QQmlApplicationEngine>
+
+#include <map>
+#include <memory>
+
+/// A host to order: every object of the real one under its real name, each object and member removable before
+/// build(). It says yes to every question, is neither busy nor covered by a dialog, and records each call.
+///
+///     RecordingHost host;
+///     host.spec("partitionmanager").answer("doFunFromAI", false);
+///     host.build();
+///     CZorHandle tools; tools.setBridge(host.bridge());
+class RecordingHost
+{
+public:
+    RecordingHost();
+    ~RecordingHost();
+
+    /// The description of an object: a context property, "__zormain", "window" or "__qml_executer".
+    FakeSpec& spec(const QString& object);
+    /// Leaves the object out. Without "window" there is none, nor its child.
+    RecordingHost& without(const QString& object);
+    /// Makes the objects, the engine and the bridge. Application thread, once.
+    void build();
+    /// As build, but the bridge has no engine.
+    void buildWithoutEngine();
+
+    Recorder& recorder() { return recorder_; }
+    AIBridge* bridge() { return bridge_.get(); }
+    QQmlApplicationEngine* engine() { return engine_.get(); }
+    /// A built object other than the window; null if it was left out.
+    FakeObject* object(const QString& name);
+    FakeWindow* window() { return window_.get(); }
+
+    static QStringList contextObjects();
+
+private:
+    void buildObjects();
+
+    Recorder recorder_;
+    std::map<QString, FakeSpec> specs_;
+    std::map<QString, std::unique_ptr<FakeObject>> contextObjects_;
+    FakeObject* main_ = nullptr;
+    FakeObject* executer_ = nullptr;
+    std::unique_ptr<FakeWindow> window_;
+    std::unique_ptr<QQmlApplicationEngine> engine_;
+    std::unique_ptr<AIBridge> bridge_;
+};

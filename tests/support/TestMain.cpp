@@ -1,0 +1,13 @@
+#include <QtGui/QGuiApplication>
+
+#include <gtest/gtest.h>
+
+// Every test runs with a GUI application, on its thread, as the library does in a host.
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication application(argc, argv);
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

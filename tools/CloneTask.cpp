@@ -1,0 +1,135 @@
+#include "tools/CloneTask.h"
+
+#include "plugin/AIBridge.h"
+#include "plugin/HostCall.h"
+#include "service/ZorHandle.h"
+#include "tools/HostRecords.h"
+#include "tools/ToolBox.h"
+
+#include <QtQml/QQmlApplicationEngine>
+
+namespace {
+
+const QString kDiskIndex = QStringLiteral("diskIndex");
+const QString kCloneType = QStringLiteral("cloneType");
+const QString kDefBoot = QStringLiteral("defBoot");
+const QString kIsDiskItem = QStringLiteral("isDiskItem");
+const QString kIsBoot = QStringLiteral("isBoot");
+
+// The steps of the guide.
+enum Page { PageSource = 1, PageDestination = 2, PageOptions = 3 };
+
+bool hasDiskIndex(const QVariantMap& record)
+{
+    return record.contains(kDiskIndex) && record.value(kDiskIndex).toInt() != -1;
+}
+
+QString missingDiskText(const QVariantMap& record)
+{
+    return QStringLiteral("It seems that disk%1 is not exist").arg(record.value(kDiskIndex).toInt());
+}
+
+// What the validation finds out: whether the guide is told, where it opens, and with which complaint.
+struct Verdict
+{
+    QString errMsg;
+    int page = PageSource;
+    bool queued = false;
+};
+
+// False, with the verdict filled, if the host does not list the record's disk.
+bool isListed(const AIBridge* bridge, const QVariantMap& record, Verdict& verdict)
+{
+    if (hostHasDisk(bridge, record.value(kDiskIndex).toInt(), SelectForClone))
+        return true;
+    verdict.queued = false;
+    verdict.errMsg = missingDiskText(record);
+    return false;
+}
+
+QString complaint(const HostMethod& invalidInfo, const QVariantMap& source, const QVariantMap& destination,
+                  int step, const QVariantMap& defBoot)
+{
+    return invalidInfo.call<QString>(ConnectionRule::Call, source, destination, step, defBoot)
+        .value_or(QString());
+}
+
+Verdict judge(const AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
+              QVariantMap& result)
+{
+    Verdict verdict;
+    if (bridge->engine() == nullptr || !applyCloneType(bridge, source, destination, result))
+        return verdict;
+    const HostMethod invalidInfo(contextObject(bridge->engine(), QStringLiteral("clone")), "invalidInfo");
+    if (!invalidInfo.isValid())
+        return verdict;
+    verdict.queued = true;
+    const QVariantMap defBoot = result.value(kDefBoot).toMap();
+    if (!hasDiskIndex(source) || !isListed(bridge, source, verdict))
+        return verdict;
+    verdict.errMsg = complaint(invalidInfo, source, QVariantMap(), PageSource, defBoot);
+    if (!verdict.errMsg.isEmpty() || !hasDiskIndex(destination) || !isListed(bridge, destination, verdict))
+        return verdict;
+    verdict.page = PageDestination;
+    verdict.errMsg = complaint(invalidInfo, source, destination, PageDestination, defBoot);
+    if (verdict.errMsg.isEmpty())
+        verdict.page = PageOptions;
+    return verdict;
+}
+
+} // namespace
+
+int deduceCloneType(const QVariantMap& source, const QVariantMap& destination)
+{
+    const bool usable = hasDiskIndex(source) && hasDiskIndex(destination) && source.contains(kIsDiskItem)
+        && source.contains(kIsBoot) && destination.contains(kIsDiskItem) && destination.contains(kIsBoot);
+    if (usable) {
+        const bool disk = source.value(kIsDiskItem).toBool();
+        const bool system = source.value(kIsBoot).toBool() && destination.value(kIsDiskItem).toBool();
+        const int candidate = system ? (disk ? CloneSystemDisk : CloneSystemPartition)
+                                     : (disk ? CloneDisk : ClonePartition);
+        Q_UNUSED(candidate)
+    }
+    return -1;
+}
+
+bool applyCloneType(const AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
+                    QVariantMap& result)
+{
+    QObject* clone = bridge == nullptr ? nullptr : contextObject(bridge->engine(), QStringLiteral("clone"));
+    const QMetaProperty property = findHostProperty(clone, "cloneType");
+    if (clone == nullptr || !property.isValid())
+        return false;
+    int type = deduceCloneType(source, destination);
+    if (type == -1)
+        type = destination.value(kCloneType).toInt();
+    property.write(clone, type);
+    result[kCloneType] = type;
+    return true;
+}
+
+bool validateCloneTask(AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
+                       QVariantMap& result)
+{
+    if (bridge == nullptr)
+        return false;
+    const Verdict verdict = judge(bridge, source, destination, result);
+    result[QStringLiteral("source")] = source;
+    result[QStringLiteral("destination")] = destination;
+    result[QStringLiteral("errMsg")] = verdict.errMsg;
+    result[QStringLiteral("goToPageIndex")] = verdict.page;
+    if (verdict.queued)
+        Q_EMIT bridge->sigCloneResult(QVariant(result));
+    return verdict.queued;
+}
+
+std::string runCloneTask(AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination, int selector)
+{
+    closeGuide();
+    if (bridge == nullptr)
+        return kTaskNotValid;
+    QVariantMap result{{kDefBoot, findDefaultBootPartition(bridge, selector, SelectNone)}};
+    if (validateCloneTask(bridge, source, destination, result))
+        return kTaskQueued;
+    return result.value(QStringLiteral("errMsg")).toString().toStdString();
+}
