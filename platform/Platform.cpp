@@ -14,10 +14,7 @@ const Platform& Platform::instance()
     return current != nullptr ? *current : *system;
 }
 
-Platform::Scope::Scope(const Platform& platform)
-    : previous_(replacement.exchange(&platform))
-{
-}
+Platform::Scope::Scope(const Platform& platform) : previous_(replacement.exchange(&platform)) {}
 
 Platform::Scope::~Scope()
 {

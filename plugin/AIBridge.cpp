@@ -55,9 +55,7 @@ void AIBridge::beginRecScan()
     recScanThread->start(QThread::InheritPriority);
 }
 
-void AIBridge::stopRecScan()
-{
-}
+void AIBridge::stopRecScan() {}
 
 void AIBridge::Release()
 {

@@ -23,12 +23,12 @@ class RecScanThread;
 
 /// The component: the one object that the library gives its host.
 ///
-/// Calling order: getInstance, setEngine, init; then setDiskInfo before an agent can see anything. The object has
-/// no parent; the host deletes it after Release.
+/// Calling order: getInstance, setEngine, init; then setDiskInfo before an agent can see anything. The object
+/// has no parent; the host deletes it after Release.
 ///
-/// Threads: the invokables, setEngine, init and Release belong to the application thread. Every other member may
-/// be called from any thread; those that reach the host block until the application thread has run the host's
-/// method, so that thread must keep its event loop running.
+/// Threads: the invokables, setEngine, init and Release belong to the application thread. Every other member
+/// may be called from any thread; those that reach the host block until the application thread has run the
+/// host's method, so that thread must keep its event loop running.
 class AIBRIDGE_EXPORT AIBridge : public CComponentBase
 {
     Q_OBJECT
@@ -64,7 +64,8 @@ public:
     Q_INVOKABLE void setDiskInfo(QVariantList info);
     /// True from init until the service's thread has ended.
     Q_INVOKABLE bool isServerRunning();
-    /// Starts a recommendation scan; while one runs there is no effect. The inventory is copied at the first call.
+    /// Starts a recommendation scan; while one runs there is no effect. The inventory is copied at the first
+    /// call.
     Q_INVOKABLE void beginRecScan();
     /// Does nothing, on purpose: only Release stops a scan.
     Q_INVOKABLE void stopRecScan();
@@ -100,15 +101,16 @@ public:
     void getPartitionInfo(PartitionInfo& out, const std::string& driveLetter);
     /// Adds one disk's partitions to the inventory.
     void parsePartitionInfo(const QVariantList& partitions);
-    /// Place of the first region of at least @p size bytes among the disk's unallocated regions; 0 if none fits.
+    /// Place of the first region of at least @p size bytes among the disk's unallocated regions; 0 if none
+    /// fits.
     int findOneUnallocatedPartition(int diskIndex, std::int64_t size);
     /// Capacity of the partition in bytes, 0 for an unknown letter.
     std::int64_t getPartitionSize(const std::string& driveLetter);
     /// @}
 
 protected:
-    /// Stops the service and the scan and waits for both without limit. Must not be called before the service has
-    /// begun to serve, nor while a tool or the scan is inside a call that needs this thread.
+    /// Stops the service and the scan and waits for both without limit. Must not be called before the service
+    /// has begun to serve, nor while a tool or the scan is inside a call that needs this thread.
     void Release() override;
 
     void onRecScanFinished();

@@ -6,10 +6,7 @@
 #include <QtQml/QQmlApplicationEngine>
 #include <QtQml/QQmlContext>
 
-CComponentBase::CComponentBase(QObject* parent)
-    : QObject(parent)
-{
-}
+CComponentBase::CComponentBase(QObject* parent) : QObject(parent) {}
 
 QString CComponentBase::displayName() const
 {
@@ -71,13 +68,9 @@ QVariantMap CComponentBase::resProperty() const
     return QVariantMap();
 }
 
-void CComponentBase::Release()
-{
-}
+void CComponentBase::Release() {}
 
-void CComponentBase::retranslate()
-{
-}
+void CComponentBase::retranslate() {}
 
 void CComponentBase::onTranslate()
 {

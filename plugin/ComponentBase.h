@@ -9,8 +9,9 @@
 
 class QQmlApplicationEngine;
 
-/// Base of every component that the host loads by name (see CComponentMgr). The order of the virtual operations
-/// is the binary contract between a host and its components: none may be moved, removed or put in between.
+/// Base of every component that the host loads by name (see CComponentMgr). The order of the virtual
+/// operations is the binary contract between a host and its components: none may be moved, removed or put in
+/// between.
 ///
 /// All members are called on the application thread; engine() may be called from any thread.
 class CComponentBase : public QObject

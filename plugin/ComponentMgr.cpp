@@ -19,7 +19,8 @@ constexpr int kLastGroup = 99;
 
 CComponentBase* objectOf(const QVariant& record)
 {
-    return reinterpret_cast<CComponentBase*>(static_cast<quintptr>(record.toMap().value(kObject).toLongLong()));
+    return reinterpret_cast<CComponentBase*>(
+        static_cast<quintptr>(record.toMap().value(kObject).toLongLong()));
 }
 
 QString libraryPath(const QString& name, const QString& parent)
@@ -39,8 +40,7 @@ QString libraryPath(const QString& name, const QString& parent)
 } // namespace
 
 CComponentMgr::CComponentMgr(QQmlApplicationEngine* theEngine, QObject* parent)
-    : QObject(parent)
-    , engine(theEngine)
+    : QObject(parent), engine(theEngine)
 {
 }
 
@@ -180,7 +180,8 @@ void CComponentMgr::dropComponent(QObject* component)
             componentList.removeAt(index);
         break;
     }
-    // If it was another entry, the one of the dead object stays: without an object, never with a dangling one.
+    // If it was another entry, the one of the dead object stays: without an object, never with a dangling
+    // one.
     for (QVariant& record : componentList) {
         QVariantMap map = record.toMap();
         if (map.value(kObject).toLongLong() == address) {

@@ -25,7 +25,8 @@ public:
     /// @p engine is not owned; null loads components without publishing them to QML.
     explicit CComponentMgr(QQmlApplicationEngine* engine = nullptr, QObject* parent = nullptr);
 
-    /// Releases every component and deletes it with deleteLater. Release of a component may wait without limit.
+    /// Releases every component and deletes it with deleteLater. Release of a component may wait without
+    /// limit.
     ~CComponentMgr() override;
 
     /// Loads each name as a top-level component, then emits sigComponentsChanged.

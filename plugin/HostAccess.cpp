@@ -61,7 +61,8 @@ QMetaProperty findHostProperty(const QObject* object, const QByteArray& name)
 
 QVariant callWindowMethod(const QByteArray& name, const QVariant& argument)
 {
-    return callHost<QVariant>(firstTopLevelWindow(), name, ConnectionRule::Window, argument).value_or(QVariant());
+    return callHost<QVariant>(firstTopLevelWindow(), name, ConnectionRule::Window, argument)
+        .value_or(QVariant());
 }
 
 QVariant readWindowProperty(const QByteArray& name)

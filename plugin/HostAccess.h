@@ -11,9 +11,9 @@ class QQmlApplicationEngine;
 class QQmlEngine;
 class QWindow;
 
-/// How the host's objects are found and read. The host is known by names only; nothing that is found is owned or
-/// kept: each use looks it up again. Any thread may call these, and nothing here reports what is missing: a null
-/// object gives an invalid member, an invalid member reads as an invalid QVariant, which is false.
+/// How the host's objects are found and read. The host is known by names only; nothing that is found is owned
+/// or kept: each use looks it up again. Any thread may call these, and nothing here reports what is missing:
+/// a null object gives an invalid member, an invalid member reads as an invalid QVariant, which is false.
 
 /// The object published in the engine's root context under @p name, null if there is none.
 QObject* contextObject(const QQmlEngine* engine, const QString& name);

@@ -15,18 +15,20 @@ bool isApplicationThread()
 Qt::ConnectionType connectionType(ConnectionRule rule)
 {
     switch (rule) {
-    case ConnectionRule::Call: return isApplicationThread() ? Qt::AutoConnection : Qt::BlockingQueuedConnection;
+    case ConnectionRule::Call:
+        return isApplicationThread() ? Qt::AutoConnection : Qt::BlockingQueuedConnection;
     case ConnectionRule::Window:
         return isApplicationThread() ? Qt::DirectConnection : Qt::BlockingQueuedConnection;
-    case ConnectionRule::Direct: return Qt::DirectConnection;
-    case ConnectionRule::Blocking: return Qt::BlockingQueuedConnection;
+    case ConnectionRule::Direct:
+        return Qt::DirectConnection;
+    case ConnectionRule::Blocking:
+        return Qt::BlockingQueuedConnection;
     }
     return Qt::AutoConnection;
 }
 
 HostMethod::HostMethod(QObject* object, const QByteArray& name)
-    : object_(object)
-    , method_(findHostMethod(object, name))
+    : object_(object), method_(findHostMethod(object, name))
 {
 }
 

@@ -24,8 +24,8 @@ Qt::ConnectionType connectionType(ConnectionRule rule);
 /// True on the thread of the application object.
 bool isApplicationThread();
 
-/// A method of a host object, found once and called more than once. Not valid if either is missing, or once the
-/// object has gone.
+/// A method of a host object, found once and called more than once. Not valid if either is missing, or once
+/// the object has gone.
 class HostMethod
 {
 public:
@@ -33,9 +33,9 @@ public:
 
     bool isValid() const { return !object_.isNull() && method_.isValid(); }
 
-    /// Calls the method with @p arguments under @p rule and gives back its result. With a blocking connection it
-    /// returns after the method has run, and waits for the application thread as long as that takes. Empty if
-    /// the method is not valid or has another signature.
+    /// Calls the method with @p arguments under @p rule and gives back its result. With a blocking connection
+    /// it returns after the method has run, and waits for the application thread as long as that takes. Empty
+    /// if the method is not valid or has another signature.
     template <class Result, class... Arguments>
     std::optional<Result> call(ConnectionRule rule, const Arguments&... arguments) const
     {
@@ -49,7 +49,8 @@ public:
     /// As call, for a method whose result is not asked for. True if the call was made.
     template <class... Arguments> bool order(ConnectionRule rule, const Arguments&... arguments) const
     {
-        return invoke(rule, QGenericReturnArgument(), {argument(arguments)...}, {qMetaTypeId<Arguments>()...});
+        return invoke(rule, QGenericReturnArgument(), {argument(arguments)...},
+                      {qMetaTypeId<Arguments>()...});
     }
 
 private:
@@ -59,8 +60,8 @@ private:
         return QGenericArgument(typeName<T>(), &value);
     }
 
-    // The one place that crosses threads. The types guard against a member of another signature, which would read
-    // the arguments as something that they are not.
+    // The one place that crosses threads. The types guard against a member of another signature, which would
+    // read the arguments as something that they are not.
     bool invoke(ConnectionRule rule, QGenericReturnArgument result,
                 std::initializer_list<QGenericArgument> arguments, std::initializer_list<int> types) const;
 

@@ -3,11 +3,7 @@
 #include <QtCore/QDebug>
 #include <QtCore/QMessageLogger>
 
-CTestTime::CTestTime(int level)
-    : clock_(QTime::currentTime())
-    , level_(level)
-{
-}
+CTestTime::CTestTime(int level) : clock_(QTime::currentTime()), level_(level) {}
 
 void CTestTime::checkPoint(const char* function, int line)
 {
@@ -33,10 +29,19 @@ void CTestTime::log(int level, int elapsedMs)
     const QMessageLogger logger;
     const QByteArray line = text_.toUtf8();
     switch (level) {
-    case Debug: logger.debug("%s", line.constData()); break;
-    case Warning: logger.warning("%s", line.constData()); break;
-    case Critical: logger.critical("%s", line.constData()); break;
-    case Info: logger.info("%s", line.constData()); break;
-    default: break;
+    case Debug:
+        logger.debug("%s", line.constData());
+        break;
+    case Warning:
+        logger.warning("%s", line.constData());
+        break;
+    case Critical:
+        logger.critical("%s", line.constData());
+        break;
+    case Info:
+        logger.info("%s", line.constData());
+        break;
+    default:
+        break;
     }
 }

@@ -2,11 +2,7 @@
 
 #include "plugin/AIBridge.h"
 
-RecScanThread::RecScanThread(AIBridge* parent)
-    : QThread(parent)
-    , scanOwner(parent)
-{
-}
+RecScanThread::RecScanThread(AIBridge* parent) : QThread(parent), scanOwner(parent) {}
 
 void RecScanThread::setScanEngine(QQmlEngine* engine)
 {
@@ -22,9 +18,7 @@ void RecScanThread::setScanData(const std::vector<DiskInfo>& diskList,
     scanPartitionsByLetter = partitionsByLetter;
 }
 
-void RecScanThread::run()
-{
-}
+void RecScanThread::run() {}
 
 void RecScanThread::requestStop()
 {

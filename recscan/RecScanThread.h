@@ -15,8 +15,8 @@ class AIBridge;
 class CZorHandle;
 class QQmlEngine;
 
-/// The recommendation scan: looks once at its private copy of the inventory and holds at most one recommendation.
-/// The object lives as long as the bridge and can be started again.
+/// The recommendation scan: looks once at its private copy of the inventory and holds at most one
+/// recommendation. The object lives as long as the bridge and can be started again.
 class RecScanThread : public QThread
 {
     Q_OBJECT

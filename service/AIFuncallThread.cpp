@@ -23,16 +23,12 @@ constexpr int kClientLimit = 3;
 
 } // namespace
 
-AIFuncallThread::AIFuncallThread(AIBridge* theOwner)
-    : QThread(theOwner)
-    , owner(theOwner)
-{
-}
+AIFuncallThread::AIFuncallThread(AIBridge* theOwner) : QThread(theOwner), owner(theOwner) {}
 
 AIFuncallThread::~AIFuncallThread()
 {
-    // After an exception from serve, connection threads may still be using the server and what it holds: it is
-    // left to the end of the process. After an ordinary end nobody is.
+    // After an exception from serve, connection threads may still be using the server and what it holds: it
+    // is left to the end of the process. After an ordinary end nobody is.
     if (served_)
         delete server.load();
 }
@@ -97,7 +93,8 @@ void AIFuncallThread::buildServer(const QString& address, int port)
     const auto newHandler = std::make_shared<CZorHandle>();
     newHandler->setBridge(owner);
     std::atomic_store(&handler, newHandler);
-    const std::shared_ptr<thrift::TProcessor> processor = std::make_shared<ZORNativePluginProcessor>(newHandler);
+    const std::shared_ptr<thrift::TProcessor> processor =
+        std::make_shared<ZORNativePluginProcessor>(newHandler);
     const auto socket = std::make_shared<ServerSocket>(address.toStdString(), port);
     const auto transports = std::make_shared<thrift::transport::TBufferedTransportFactory>();
     const auto protocols =

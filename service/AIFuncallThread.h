@@ -32,9 +32,9 @@ public:
 
     void run() override;
 
-    /// Ends the service: idle connections are cut, a tool in progress runs to its end and is answered. Returns
-    /// before the thread has ended. Has no effect, and the service then starts all the same, if the server has
-    /// not been built yet. Called on any thread but this one.
+    /// Ends the service: idle connections are cut, a tool in progress runs to its end and is answered.
+    /// Returns before the thread has ended. Has no effect, and the service then starts all the same, if the
+    /// server has not been built yet. Called on any thread but this one.
     void stopServer();
 
     /// Searches two free ports from 9090 upward; a port stays 0 if there is none. Takes up to 30 seconds.

@@ -32,7 +32,8 @@ std::shared_ptr<TTransport> ServerSocket::acceptImpl()
             throw TTransportException(TTransportException::INTERRUPTED);
         accepting_ = true;
     }
-    struct Leave {
+    struct Leave
+    {
         ServerSocket* socket;
         ~Leave()
         {

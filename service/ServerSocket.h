@@ -8,9 +8,9 @@
 
 /// A server socket whose accept loop ends every time that it is told to.
 ///
-/// The runtime's own can lose the race between the wake-up of a blocked accept and the closing of the sockets on
-/// which it waits, and then waits for ever; it also forgets an interrupt that comes before it listens. This one
-/// remembers the interrupt, and its close lets a blocked accept leave first.
+/// The runtime's own can lose the race between the wake-up of a blocked accept and the closing of the sockets
+/// on which it waits, and then waits for ever; it also forgets an interrupt that comes before it listens.
+/// This one remembers the interrupt, and its close lets a blocked accept leave first.
 ///
 /// interrupt and close may be called from any thread; accept is the server thread's.
 class ServerSocket : public apache::thrift::transport::TServerSocket

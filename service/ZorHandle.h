@@ -19,9 +19,9 @@ class AIBridge;
 extern const std::string kTaskQueued;
 extern const std::string kTaskNotValid;
 
-/// The service: one operation for each tool, and the gate around them. One object serves all connections and the
-/// recommendation actions, so every operation may be called from any thread; off the application thread those that
-/// reach the host wait until it has answered.
+/// The service: one operation for each tool, and the gate around them. One object serves all connections and
+/// the recommendation actions, so every operation may be called from any thread; off the application thread
+/// those that reach the host wait until it has answered.
 ///
 /// Two tools that overlap share one parameter map: only the gate keeps them apart.
 class CZorHandle : public ZORNativePluginNull
@@ -59,8 +59,10 @@ public:
     void FormatPartition(std::string& answer, const std::string& driveLetter, const std::string& fileSystem,
                          const std::string& label, int32_t clusterSize, bool quickFormat) override;
     void SplitPartition(std::string& answer, const std::string& driveLetter, int64_t newPartitionCapacity,
-                        const std::string& newPartitionFileSystem, const std::string& newPartitionLabel) override;
-    void ResizePartition(std::string& answer, const std::string& driveLetter, int64_t newPartitionCapacity) override;
+                        const std::string& newPartitionFileSystem,
+                        const std::string& newPartitionLabel) override;
+    void ResizePartition(std::string& answer, const std::string& driveLetter,
+                         int64_t newPartitionCapacity) override;
     void ResizePartitionRelative(std::string& answer, const std::string& driveLetter,
                                  int64_t sizeAdjustment) override;
     void WipePartition(std::string& answer, const std::string& driveLetter, int32_t eraseCount) override;
@@ -74,8 +76,9 @@ public:
     void SetPartitionActive(std::string& answer, const std::string& driveLetter) override;
     void ConvertPartitionToPrimary(std::string& answer, const std::string& driveLetter) override;
     void ConvertPartitionToLogical(std::string& answer, const std::string& driveLetter) override;
-    void CreatePartition(std::string& answer, int32_t diskIndex, int64_t capacity, const std::string& fileSystem,
-                         const std::string& label, int32_t unallocatedIndex) override;
+    void CreatePartition(std::string& answer, int32_t diskIndex, int64_t capacity,
+                         const std::string& fileSystem, const std::string& label,
+                         int32_t unallocatedIndex) override;
     void MergePartitions(std::string& answer, const std::string& driveLetter1,
                          const std::string& driveLetter2) override;
     void AllocateSpaceFromPartitionToPartition(std::string& answer, const std::string& sourceDriveLetter,

@@ -13,9 +13,9 @@ constexpr qint64 kPauseMs = 2000;
 const char* const kInProgress =
     "An operation is currently in progress, please wait a few moments and try again. If you need further "
     "assistance, please let me know!";
-const char* const kInExecution =
-    "One or more tasks are currently in execution, please wait a few moments and try again. If you need further "
-    "assistance, please let me know!";
+const char* const kInExecution = "One or more tasks are currently in execution, please wait a few moments "
+                                 "and try again. If you need further "
+                                 "assistance, please let me know!";
 
 } // namespace
 

@@ -20,8 +20,8 @@ struct ModuleAccess
     static ModuleAccess system();
 };
 
-/// The closed telemetry library and its entry points. They are resolved and never called: what remains is that the
-/// library is loaded into the process.
+/// The closed telemetry library and its entry points. They are resolved and never called: what remains is
+/// that the library is loaded into the process.
 struct AliyunWrapTable
 {
     static constexpr int entryPointCount = 16;
@@ -32,6 +32,6 @@ struct AliyunWrapTable
     QMutex lock;
 };
 
-/// Finds the library beside this module, loads it and resolves the entry points; a gap stays null, and a missing
-/// library leaves the table empty.
+/// Finds the library beside this module, loads it and resolves the entry points; a gap stays null, and a
+/// missing library leaves the table empty.
 void bindAliyunWrap(AliyunWrapTable& table, const ModuleAccess& access = ModuleAccess::system());

@@ -6,8 +6,9 @@
 /// The category of every event.
 extern const QString kTelemetryCategory;
 
-/// Asks the host's window to send one event; the host decides what becomes of it. Any thread; off the application
-/// thread it waits until the host's method has run. False if the host has no window or no such method.
+/// Asks the host's window to send one event; the host decides what becomes of it. Any thread; off the
+/// application thread it waits until the host's method has run. False if the host has no window or no such
+/// method.
 bool reportUserInfo(QVariant category, QVariant event, QVariant detail, QVariant extra);
 
 /// True if the machine's own environment calls the processor "ARM64". Any thread.

@@ -22,7 +22,8 @@ bool AIBridge::isBmFunValid(QVariantMap info)
     // Only a task that carries the key with the value false is put to the host.
     if (!info.contains(kIsBurn) || info.value(kIsBurn).toBool())
         return true;
-    return callHost<QVariant>(mainObject(*this), "createBootMediaEnabled", ConnectionRule::Call, QVariant(info))
+    return callHost<QVariant>(mainObject(*this), "createBootMediaEnabled", ConnectionRule::Call,
+                              QVariant(info))
         .value_or(QVariant())
         .toBool();
 }

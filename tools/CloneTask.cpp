@@ -81,13 +81,14 @@ Verdict judge(const AIBridge* bridge, const QVariantMap& source, const QVariantM
 
 int deduceCloneType(const QVariantMap& source, const QVariantMap& destination)
 {
-    const bool usable = hasDiskIndex(source) && hasDiskIndex(destination) && source.contains(kIsDiskItem)
-        && source.contains(kIsBoot) && destination.contains(kIsDiskItem) && destination.contains(kIsBoot);
+    const bool usable = hasDiskIndex(source) && hasDiskIndex(destination) && source.contains(kIsDiskItem) &&
+                        source.contains(kIsBoot) && destination.contains(kIsDiskItem) &&
+                        destination.contains(kIsBoot);
     if (usable) {
         const bool disk = source.value(kIsDiskItem).toBool();
         const bool system = source.value(kIsBoot).toBool() && destination.value(kIsDiskItem).toBool();
-        const int candidate = system ? (disk ? CloneSystemDisk : CloneSystemPartition)
-                                     : (disk ? CloneDisk : ClonePartition);
+        const int candidate =
+            system ? (disk ? CloneSystemDisk : CloneSystemPartition) : (disk ? CloneDisk : ClonePartition);
         Q_UNUSED(candidate)
     }
     return -1;
@@ -123,7 +124,8 @@ bool validateCloneTask(AIBridge* bridge, const QVariantMap& source, const QVaria
     return verdict.queued;
 }
 
-std::string runCloneTask(AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination, int selector)
+std::string runCloneTask(AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
+                         int selector)
 {
     closeGuide();
     if (bridge == nullptr)

@@ -40,7 +40,8 @@ QString systemDriveLetter()
 void CZorHandle::CloneOSDataFromCurrent(std::string& answer, int32_t targetDiskIndex)
 {
     const QVariantMap source = findPartitionRecord(bridge, systemDriveLetter(), SelectForClone);
-    answer = runCloneTask(bridge, source, withType(disk(bridge, targetDiskIndex), CloneSystemPartition), SelectNone);
+    answer = runCloneTask(bridge, source, withType(disk(bridge, targetDiskIndex), CloneSystemPartition),
+                          SelectNone);
 }
 
 void CZorHandle::CloneOSDataFromDisk(std::string& answer, int32_t targetDiskIndex, int32_t osDiskIndex)
@@ -50,7 +51,8 @@ void CZorHandle::CloneOSDataFromDisk(std::string& answer, int32_t targetDiskInde
         answer = QStringLiteral("It seems that disk%1 is not os disk").arg(osDiskIndex).toStdString();
         return;
     }
-    answer = runCloneTask(bridge, source, withType(disk(bridge, targetDiskIndex), CloneSystemDisk), SelectNone);
+    answer =
+        runCloneTask(bridge, source, withType(disk(bridge, targetDiskIndex), CloneSystemDisk), SelectNone);
 }
 
 void CZorHandle::CloneOSDataFromPartition(std::string& answer, int32_t targetDiskIndex,
@@ -79,7 +81,7 @@ void CZorHandle::ClonePartitionToDisk(std::string& answer, const std::string& so
     const QVariantMap source = partition(bridge, sourceDriveLetter);
     const QVariantMap target = disk(bridge, destDiskIndex);
     const QVariantMap destination = isBoot(source)
-        ? withType(target, CloneSystemPartition)
-        : withType(pickTargetPartition(bridge, target), ClonePartition);
+                                        ? withType(target, CloneSystemPartition)
+                                        : withType(pickTargetPartition(bridge, target), ClonePartition);
     answer = runCloneTask(bridge, source, destination, SelectNone);
 }

@@ -13,9 +13,12 @@ namespace {
 const char* detailQuestion(int funIdx)
 {
     switch (funIdx) {
-    case ConvertToMbr: return "isGPT2MBRValid";
-    case ConvertToGpt: return "isMBR2GPTValid";
-    default: return nullptr;
+    case ConvertToMbr:
+        return "isGPT2MBRValid";
+    case ConvertToGpt:
+        return "isMBR2GPTValid";
+    default:
+        return nullptr;
     }
 }
 

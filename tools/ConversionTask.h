@@ -16,8 +16,8 @@ enum ConversionIndex : int {
     ConvertToExfat = 6
 };
 
-/// Closes the guide, whatever the bridge, and hands the disk's record to the conversion guide. False for a null
-/// bridge. Any thread; off the application thread it waits for the guide to be closed.
+/// Closes the guide, whatever the bridge, and hands the disk's record to the conversion guide. False for a
+/// null bridge. Any thread; off the application thread it waits for the guide to be closed.
 bool queueDiskConversion(AIBridge* bridge, int funIdx, int diskIndex);
 
 /// Hands the partition's record to the conversion guide; an open guide stays open. False for a null bridge.

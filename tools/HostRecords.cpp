@@ -45,10 +45,11 @@ QVariantMap findPartitionRecord(const AIBridge* bridge, const QString& letter, i
     const QVariantList disks = listHostDisks(bridge, selector);
     for (const QVariant& disk : disks) {
         const QVariantList partitions = partitionsOf(disk.toMap());
-        const auto found = std::find_if(partitions.begin(), partitions.end(), [&wanted](const QVariant& entry) {
-            const QString driveLetter = entry.toMap().value(kDriveLetter).toString();
-            return !driveLetter.isEmpty() && firstUpper(driveLetter) == wanted;
-        });
+        const auto found =
+            std::find_if(partitions.begin(), partitions.end(), [&wanted](const QVariant& entry) {
+                const QString driveLetter = entry.toMap().value(kDriveLetter).toString();
+                return !driveLetter.isEmpty() && firstUpper(driveLetter) == wanted;
+            });
         // The walk goes on: a match on a later disk overrides this one.
         if (found != partitions.end())
             result = found->toMap();
@@ -72,8 +73,8 @@ QVariantMap findDefaultBootPartition(const AIBridge* bridge, int selector, int d
     const QVariantList disks = listHostDisks(bridge, selector);
     const auto chosen = std::find_if(disks.begin(), disks.end(), [diskIndex](const QVariant& entry) {
         const QVariantMap disk = entry.toMap();
-        return disk.value(kDiskIndex).toInt() == diskIndex
-            || (disk.value(QStringLiteral("isBoot")).toBool() && diskIndex != SelectNone);
+        return disk.value(kDiskIndex).toInt() == diskIndex ||
+               (disk.value(QStringLiteral("isBoot")).toBool() && diskIndex != SelectNone);
     });
     if (chosen != disks.end()) {
         const QVariantList partitions = partitionsOf(chosen->toMap());

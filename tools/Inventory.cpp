@@ -32,6 +32,14 @@ std::optional<bool> askAbout(const HostMethod& method, const QVariantMap& record
     return method.call<bool>(ConnectionRule::Direct, QVariant(record));
 }
 
+std::size_t partitionCount(const QVariantList& disks)
+{
+    std::size_t count = 0;
+    for (const QVariant& disk : disks)
+        count += static_cast<std::size_t>(disk.toMap().value(QStringLiteral("partitions")).toList().size());
+    return count;
+}
+
 // The records of one disk's partition list, with the host's answers in them.
 std::vector<PartitionInfo> readPartitions(const QQmlApplicationEngine* engine, const QVariantList& partitions)
 {
@@ -66,11 +74,12 @@ void Inventory::addPartitions(std::vector<PartitionInfo> records)
 
 void AIBridge::setDiskInfo(QVariantList info)
 {
-    // Built aside and published whole, so that a reader never sees half an inventory. Only the letters carry over:
-    // one that has gone keeps answering with its last record.
+    // Built aside and published whole, so that a reader never sees half an inventory. Only the letters carry
+    // over: one that has gone keeps answering with its last record.
     Inventory fresh;
     const HostMethod check4kAlign(contextObject(engine(), QStringLiteral("toolbox")), "check4kAlign");
     fresh.disks.reserve(static_cast<std::size_t>(info.size()));
+    fresh.partitions.reserve(partitionCount(info));
     for (const QVariant& entry : qAsConst(info)) {
         const QVariantMap map = entry.toMap();
         DiskInfo disk = diskRecord(map);

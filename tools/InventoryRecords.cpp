@@ -5,8 +5,10 @@
 #include <QtCore/QString>
 #include <QtCore/QVariantList>
 
+#include <algorithm>
 #include <array>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -18,27 +20,12 @@ const std::array<const char*, 8> kVolumeTypes = {"TYPE_UNKNOWN", "BASIC",  "SIMP
 template <std::size_t N> std::string tableText(const std::array<const char*, N>& table, int value)
 {
     return value >= 0 && static_cast<std::size_t>(value) < N ? table[static_cast<std::size_t>(value)]
-                                                              : std::string();
+                                                             : std::string();
 }
 
-std::string text(const QVariantMap& map, const QString& key)
+std::string text(const QVariant& value)
 {
-    return map.value(key).toString().toStdString();
-}
-
-bool flag(const QVariantMap& map, const QString& key)
-{
-    return map.value(key).toBool();
-}
-
-int number(const QVariantMap& map, const QString& key)
-{
-    return map.value(key).toInt();
-}
-
-qint64 size(const QVariantMap& map, const QString& key)
-{
-    return map.value(key).toLongLong();
+    return value.toString().toStdString();
 }
 
 std::string sizeText(qint64 value)
@@ -63,75 +50,154 @@ bool startsWithLetter(const QString& driveLetter, char letter)
     return !upper.isEmpty() && letter != '\0' && upper.at(0) == QLatin1Char(letter);
 }
 
-void fillSizes(PartitionInfo& record, const QVariantMap& partition)
+// Values of a partition map that go into the record only together with others.
+struct PartitionRead
 {
-    record.rawCapacity = size(partition, QStringLiteral("size"));
-    record.displayRawCapacity = sizeText(record.rawCapacity);
-    record.dynamicVolumeSize = size(partition, QStringLiteral("volumeSize"));
-    record.displayDynamicVolumeSize = sizeText(record.dynamicVolumeSize);
-    record.usedSize = size(partition, QStringLiteral("usedSize"));
-    record.displayUsedSize = sizeText(record.usedSize);
+    PartitionInfo record;
+    QString driveLetter;
+    quint64 sectorSize = 0;
+    int clusterSectors = 0;
+    int bitLockerState = 0;
+    int volumeType = 0;
+};
+
+// One key of a host map and where its value goes.
+template <class Target> struct KeyRow
+{
+    QString key;
+    void (*read)(Target& target, const QVariant& value);
+};
+
+template <class Target> using KeyTable = std::vector<KeyRow<Target>>;
+
+template <class Target> KeyTable<Target> sortedByKey(KeyTable<Target> table)
+{
+    std::sort(table.begin(), table.end(), [](const auto& a, const auto& b) { return a.key < b.key; });
+    return table;
+}
+
+// Reads what the table names out of the map. Both are in key order, so that one walk does what would else be
+// a search for each key; what is missing keeps its default.
+template <class Target> void readKeys(const QVariantMap& map, const KeyTable<Target>& table, Target& target)
+{
+    auto row = table.begin();
+    for (auto entry = map.begin(); entry != map.end() && row != table.end(); ++entry) {
+        while (row != table.end() && row->key < entry.key())
+            ++row;
+        if (row != table.end() && row->key == entry.key())
+            row->read(target, entry.value());
+    }
+}
+
+#define FLAG(key, field)                                                                                     \
+    {                                                                                                        \
+        QStringLiteral(key), [](auto& r, const QVariant& v) { r.field = v.toBool(); }                        \
+    }
+#define NUMBER(key, field)                                                                                   \
+    {                                                                                                        \
+        QStringLiteral(key), [](auto& r, const QVariant& v) { r.field = v.toInt(); }                         \
+    }
+#define SIZE(key, field)                                                                                     \
+    {                                                                                                        \
+        QStringLiteral(key), [](auto& r, const QVariant& v) { r.field = v.toLongLong(); }                    \
+    }
+#define TEXT(key, field)                                                                                     \
+    {                                                                                                        \
+        QStringLiteral(key), [](auto& r, const QVariant& v) { r.field = text(v); }                           \
+    }
+
+const KeyTable<DiskInfo>& diskTable()
+{
+    static const KeyTable<DiskInfo> table = sortedByKey<DiskInfo>({
+        TEXT("diskInterface", diskLabel), // the field called label carries the interface text
+        NUMBER("diskIndex", diskIndex),
+        {QStringLiteral("partitions"),
+         [](DiskInfo& r, const QVariant& v) { r.partitionCount = v.toList().size(); }},
+        SIZE("size", totalCapacity),
+        SIZE("usedSize", usedSize),
+        FLAG("isUnInitialize", isUninitialized),
+        FLAG("isGPT", isGpt),
+        FLAG("isStorageSpace", isStorageSpace),
+        FLAG("isDynamic", isDynamic),
+        FLAG("readonly", isReadOnly),
+        FLAG("isOffline", isOffline),
+        FLAG("isBad", isBadDisk),
+        FLAG("isProtected", isWriteProtected),
+        FLAG("isRemoveUsb", isRemovable),
+        FLAG("isVHD", isVhd),
+        FLAG("isVMD", isVmd),
+        FLAG("isVirtualDisk", isVirtualDisk),
+        FLAG("isUSB", isUsb),
+        FLAG("isSSD", isSsd),
+        {QStringLiteral("bltState"),
+         [](DiskInfo& r, const QVariant& v) { r.existsBitLocker = v.toInt() != 0; }},
+        FLAG("isLowSpace", isLowSpace),
+        NUMBER("emptyPartitionCount", emptyPartitionCount),
+        TEXT("serialNO", serialNumber),
+    });
+    return table;
+}
+
+const KeyTable<PartitionRead>& partitionTable()
+{
+    static const KeyTable<PartitionRead> table = sortedByKey<PartitionRead>({
+        FLAG("unallocated", record.isUnallocated),
+        NUMBER("diskIndex", record.diskIndex),
+        NUMBER("partitionIndex", record.partitionIndex),
+        SIZE("size", record.rawCapacity),
+        SIZE("volumeSize", record.dynamicVolumeSize),
+        SIZE("usedSize", record.usedSize),
+        SIZE("startSector", record.startSector),
+        SIZE("endSector", record.endSector),
+        SIZE("dbrStartSector", record.dbrStartSector),
+        {QStringLiteral("sectorSize"),
+         [](PartitionRead& r, const QVariant& v) {
+             r.record.sectorSize = v.toInt();
+             r.sectorSize = v.toULongLong();
+         }},
+        NUMBER("clusterSize", clusterSectors),
+        FLAG("isUnformattedType", record.isUnformatted),
+        FLAG("isBitLocker", record.isBitlockerEncrypted),
+        FLAG("readonly", record.isReadOnly),
+        FLAG("isHidden", record.isHidden),
+        FLAG("isActive", record.isActive),
+        FLAG("isSystem", record.isCurrentSystemPartition),
+        FLAG("isBoot", record.isBootPartitionContainer),
+        FLAG("isPrimary", record.isPrimary),
+        FLAG("isGPT", record.isGpt),
+        FLAG("isStorageSpace", record.isStorageSpace),
+        FLAG("isDynamic", record.isDynamic),
+        FLAG("isRemovable", record.isRemovable),
+        FLAG("isBad", record.isBadPartition),
+        FLAG("isNeedSectorBySector", record.requiresSectorBySector),
+        FLAG("isOfflineBoot", record.isOfflineBootPartition),
+        FLAG("isLowSpace", record.isLowSpace),
+        FLAG("gptReserved", record.gptReserved),
+        FLAG("gptEFI", record.gptEfi),
+        FLAG("gptRecovery", record.gptRecovery),
+        TEXT("partGUID", record.partitionGuid),
+        NUMBER("bltState", bitLockerState),
+        {QStringLiteral("driveLetter"),
+         [](PartitionRead& r, const QVariant& v) { r.driveLetter = v.toString(); }},
+        TEXT("label", record.label),
+        TEXT("fsString", record.fileSystemType),
+        NUMBER("dynamicVolumeType", volumeType),
+    });
+    return table;
+}
+
+#undef FLAG
+#undef NUMBER
+#undef SIZE
+#undef TEXT
+
+void fillDerivedSizes(PartitionInfo& record)
+{
     record.freeSize = difference(record.rawCapacity, record.usedSize);
+    record.displayRawCapacity = sizeText(record.rawCapacity);
+    record.displayDynamicVolumeSize = sizeText(record.dynamicVolumeSize);
+    record.displayUsedSize = sizeText(record.usedSize);
     record.displayFreeSize = sizeText(record.freeSize);
-}
-
-void fillPlace(PartitionInfo& record, const QVariantMap& partition)
-{
-    const QVariant sectorSize = partition.value(QStringLiteral("sectorSize"));
-    record.startSector = size(partition, QStringLiteral("startSector"));
-    record.endSector = size(partition, QStringLiteral("endSector"));
-    record.dbrStartSector = size(partition, QStringLiteral("dbrStartSector"));
-    record.startingOffset =
-        static_cast<qint64>(static_cast<quint64>(record.startSector) * sectorSize.toULongLong());
-    record.sectorSize = sectorSize.toInt();
-    record.clusterSize = product(number(partition, QStringLiteral("clusterSize")), record.sectorSize);
-}
-
-void fillFlags(PartitionInfo& record, const QVariantMap& partition)
-{
-    record.isUnallocated = flag(partition, QStringLiteral("unallocated"));
-    record.isUnformatted = flag(partition, QStringLiteral("isUnformattedType"));
-    record.isBitlockerEncrypted = flag(partition, QStringLiteral("isBitLocker"));
-    record.isReadOnly = flag(partition, QStringLiteral("readonly"));
-    record.isHidden = flag(partition, QStringLiteral("isHidden"));
-    record.isActive = flag(partition, QStringLiteral("isActive"));
-    record.isCurrentSystemPartition = flag(partition, QStringLiteral("isSystem"));
-    record.isBootPartitionContainer = flag(partition, QStringLiteral("isBoot"));
-    record.isPrimary = flag(partition, QStringLiteral("isPrimary"));
-    record.isLogical = !record.isPrimary;
-    record.isGpt = flag(partition, QStringLiteral("isGPT"));
-    record.isMbr = !record.isGpt;
-    record.isStorageSpace = flag(partition, QStringLiteral("isStorageSpace"));
-    record.isDynamic = flag(partition, QStringLiteral("isDynamic"));
-    record.isRemovable = flag(partition, QStringLiteral("isRemovable"));
-    record.isBadPartition = flag(partition, QStringLiteral("isBad"));
-    record.requiresSectorBySector = flag(partition, QStringLiteral("isNeedSectorBySector"));
-    record.isOfflineBootPartition = flag(partition, QStringLiteral("isOfflineBoot"));
-    record.isLowSpace = flag(partition, QStringLiteral("isLowSpace"));
-    record.gptReserved = flag(partition, QStringLiteral("gptReserved"));
-    record.gptEfi = flag(partition, QStringLiteral("gptEFI"));
-    record.gptRecovery = flag(partition, QStringLiteral("gptRecovery"));
-}
-
-void fillFlags(DiskInfo& record, const QVariantMap& disk)
-{
-    record.isUninitialized = flag(disk, QStringLiteral("isUnInitialize"));
-    record.isGpt = flag(disk, QStringLiteral("isGPT"));
-    record.isMbr = !record.isGpt;
-    record.isStorageSpace = flag(disk, QStringLiteral("isStorageSpace"));
-    record.isDynamic = flag(disk, QStringLiteral("isDynamic"));
-    record.isReadOnly = flag(disk, QStringLiteral("readonly"));
-    record.isOffline = flag(disk, QStringLiteral("isOffline"));
-    record.isBadDisk = flag(disk, QStringLiteral("isBad"));
-    record.isWriteProtected = flag(disk, QStringLiteral("isProtected"));
-    record.isRemovable = flag(disk, QStringLiteral("isRemoveUsb"));
-    record.isVhd = flag(disk, QStringLiteral("isVHD"));
-    record.isVmd = flag(disk, QStringLiteral("isVMD"));
-    record.isVirtualDisk = flag(disk, QStringLiteral("isVirtualDisk"));
-    record.isUsb = flag(disk, QStringLiteral("isUSB"));
-    record.isSsd = flag(disk, QStringLiteral("isSSD"));
-    record.existsBitLocker = number(disk, QStringLiteral("bltState")) != 0;
-    record.isLowSpace = flag(disk, QStringLiteral("isLowSpace"));
 }
 
 } // namespace
@@ -139,37 +205,28 @@ void fillFlags(DiskInfo& record, const QVariantMap& disk)
 DiskInfo diskRecord(const QVariantMap& disk)
 {
     DiskInfo record;
-    // The field called label carries the interface text.
-    record.diskLabel = text(disk, QStringLiteral("diskInterface"));
-    record.diskIndex = number(disk, QStringLiteral("diskIndex"));
-    record.partitionCount = disk.value(QStringLiteral("partitions")).toList().size();
-    record.totalCapacity = size(disk, QStringLiteral("size"));
-    record.displayTotalCapacity = sizeText(record.totalCapacity);
-    record.usedSize = size(disk, QStringLiteral("usedSize"));
-    record.displayUsedSize = sizeText(record.usedSize);
+    readKeys(disk, diskTable(), record);
+    record.isMbr = !record.isGpt;
     record.availableSpace = difference(record.totalCapacity, record.usedSize);
+    record.displayTotalCapacity = sizeText(record.totalCapacity);
+    record.displayUsedSize = sizeText(record.usedSize);
     record.displayAvailableSpace = sizeText(record.availableSpace);
-    fillFlags(record, disk);
-    record.emptyPartitionCount = number(disk, QStringLiteral("emptyPartitionCount"));
-    record.serialNumber = text(disk, QStringLiteral("serialNO"));
     return record;
 }
 
 PartitionInfo partitionRecord(const QVariantMap& partition, char systemLetter)
 {
-    PartitionInfo record;
-    const QString driveLetter = partition.value(QStringLiteral("driveLetter")).toString();
-    record.diskIndex = number(partition, QStringLiteral("diskIndex"));
-    record.partitionIndex = number(partition, QStringLiteral("partitionIndex"));
-    fillSizes(record, partition);
-    fillPlace(record, partition);
-    fillFlags(record, partition);
-    record.isCurrentBootPartition = startsWithLetter(driveLetter, systemLetter);
-    record.partitionGuid = text(partition, QStringLiteral("partGUID"));
-    record.bitlockerState = tableText(kBitLockerStates, number(partition, QStringLiteral("bltState")));
-    record.driveLetter = driveLetter.toStdString();
-    record.label = text(partition, QStringLiteral("label"));
-    record.fileSystemType = text(partition, QStringLiteral("fsString"));
-    record.dynamicVolumeType = tableText(kVolumeTypes, number(partition, QStringLiteral("dynamicVolumeType")));
-    return record;
+    PartitionRead read;
+    readKeys(partition, partitionTable(), read);
+    PartitionInfo& record = read.record;
+    fillDerivedSizes(record);
+    record.startingOffset = static_cast<qint64>(static_cast<quint64>(record.startSector) * read.sectorSize);
+    record.clusterSize = product(read.clusterSectors, record.sectorSize);
+    record.isCurrentBootPartition = startsWithLetter(read.driveLetter, systemLetter);
+    record.isLogical = !record.isPrimary;
+    record.isMbr = !record.isGpt;
+    record.bitlockerState = tableText(kBitLockerStates, read.bitLockerState);
+    record.driveLetter = read.driveLetter.toStdString();
+    record.dynamicVolumeType = tableText(kVolumeTypes, read.volumeType);
+    return std::move(read.record);
 }

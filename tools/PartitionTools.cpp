@@ -1,5 +1,5 @@
-// Tools of the partition page that act on a partition or on unallocated space. The keys are the host's own, which
-// are not always the names of the arguments. Sizes are bytes and go out as they came.
+// Tools of the partition page that act on a partition or on unallocated space. The keys are the host's own,
+// which are not always the names of the arguments. Sizes are bytes and go out as they came.
 #include "service/ZorHandle.h"
 
 #include "plugin/AIBridge.h"
@@ -61,10 +61,12 @@ void CZorHandle::ResizePartition(std::string& answer, const std::string& driveLe
 void CZorHandle::ResizePartitionRelative(std::string& answer, const std::string& driveLetter,
                                          int64_t sizeAdjustment)
 {
-    // An unknown letter has the size 0, so that the adjustment alone goes out; a sum that overflows wraps round.
+    // An unknown letter has the size 0, so that the adjustment alone goes out; a sum that overflows wraps
+    // round.
     const int64_t size = bridge == nullptr ? 0 : bridge->getPartitionSize(driveLetter);
-    ResizePartition(answer, driveLetter,
-                    static_cast<int64_t>(static_cast<uint64_t>(size) + static_cast<uint64_t>(sizeAdjustment)));
+    ResizePartition(
+        answer, driveLetter,
+        static_cast<int64_t>(static_cast<uint64_t>(size) + static_cast<uint64_t>(sizeAdjustment)));
 }
 
 void CZorHandle::WipePartition(std::string& answer, const std::string& driveLetter, int32_t eraseCount)

@@ -37,8 +37,8 @@ QVariantMap partitionOf(const AIBridge* bridge, const std::string& driveLetter)
 // A virtual disk has no surface to test; it is refused before any guide is closed.
 bool scanBadSectors(const AIBridge* bridge, const QVariantMap& record)
 {
-    return !record.value(QStringLiteral("isVirtualDisk")).toBool()
-        && runToolBoxTask(bridge, ToolBoxBadSectors, record);
+    return !record.value(QStringLiteral("isVirtualDisk")).toBool() &&
+           runToolBoxTask(bridge, ToolBoxBadSectors, record);
 }
 
 } // namespace
@@ -50,7 +50,8 @@ bool AIBridge::doPrFunForAI(bool isPartRecov, QVariantMap info)
     // The check is for agents: a call on the application thread is the user's own.
     if (isPartRecov && !isApplicationThread()) {
         QObject* recovery = contextObject(engine(), QStringLiteral("partitionrecovery"));
-        if (!callHost<bool>(recovery, "isDiskIndexValid", ConnectionRule::Call, QVariant(info)).value_or(false))
+        if (!callHost<bool>(recovery, "isDiskIndexValid", ConnectionRule::Call, QVariant(info))
+                 .value_or(false))
             return false;
     }
     return orderHost(mainObject(this), "doprfunction", ConnectionRule::Call, QVariant(info));

@@ -11,9 +11,12 @@ namespace {
 const char* gateOf(int index)
 {
     switch (index) {
-    case ToolBoxPasswordReset: return "passwordResetEnabled";
-    case ToolBoxRepairWindowsBoot: return "bootrepairEnabled";
-    default: return nullptr;
+    case ToolBoxPasswordReset:
+        return "passwordResetEnabled";
+    case ToolBoxRepairWindowsBoot:
+        return "bootrepairEnabled";
+    default:
+        return nullptr;
     }
 }
 

@@ -7,8 +7,9 @@ class AIBridge;
 /// Closes whatever guide is open on the host's screen. Any thread; waits for the application thread.
 void closeGuide();
 
-/// Runs a function of the host's toolbox with a disk record, a partition record or an empty map; closes the guide
-/// first. True if the host took it. A null bridge is refused. Any thread; waits for the application thread.
+/// Runs a function of the host's toolbox with a disk record, a partition record or an empty map; closes the
+/// guide first. True if the host took it. A null bridge is refused. Any thread; waits for the application
+/// thread.
 bool runToolBoxTask(const AIBridge* bridge, int index, const QVariantMap& info);
 
 /// The functions of the toolbox, by the numbers that the host knows.

@@ -14,8 +14,8 @@ bool openChecker(const AIBridge* bridge)
     if (bridge == nullptr || bridge->engine() == nullptr)
         return false;
     QObject* page = contextObject(bridge->engine(), QStringLiteral("partitionmanager"));
-    return callHost<bool>(page, "isWin11CheckerEnable", ConnectionRule::Call).value_or(false)
-        && runToolBoxTask(bridge, ToolBoxWindows11Check, QVariantMap());
+    return callHost<bool>(page, "isWin11CheckerEnable", ConnectionRule::Call).value_or(false) &&
+           runToolBoxTask(bridge, ToolBoxWindows11Check, QVariantMap());
 }
 
 } // namespace

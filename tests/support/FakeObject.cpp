@@ -75,9 +75,7 @@ FakeSpec& FakeSpec::answer(const QByteArray& name, const QVariant& value)
 namespace fake {
 
 Body::Body(const FakeSpec& spec, const QMetaObject* super, Recorder* recorder, QObject* self, QString name)
-    : recorder_(recorder)
-    , self_(self)
-    , name_(std::move(name))
+    : recorder_(recorder), self_(self), name_(std::move(name))
 {
     QMetaObjectBuilder builder;
     builder.setClassName("FakeObject");
@@ -121,8 +119,11 @@ int Body::metacall(QMetaObject::Call call, int id, void** arguments)
         const QMutexLocker lock(&mutex_);
         properties_[index].value = load(QMetaType::type(properties_[index].type.constData()), arguments[0]);
         if (recorder_ != nullptr)
-            recorder_->add({name_, QString::fromLatin1(properties_[index].name), {properties_[index].value},
-                            QThread::currentThread(), false});
+            recorder_->add({name_,
+                            QString::fromLatin1(properties_[index].name),
+                            {properties_[index].value},
+                            QThread::currentThread(),
+                            false});
     }
     return id - static_cast<int>(properties_.size());
 }

@@ -15,14 +15,15 @@ using FakeBody = std::function<QVariant(const QVariantList& arguments)>;
 /// One member of a fake object. Methods record each call before their body runs.
 struct FakeMember
 {
-    QByteArray name;       ///< signature of a method ("disks(int,bool)"), or name of a property
-    QByteArray type;       ///< return type of a method, empty for none; type of a property
+    QByteArray name; ///< signature of a method ("disks(int,bool)"), or name of a property
+    QByteArray type; ///< return type of a method, empty for none; type of a property
     bool isProperty = false;
-    FakeBody body;         ///< method: what it answers; null answers the type's default
-    QVariant value;        ///< property: its value
+    FakeBody body;  ///< method: what it answers; null answers the type's default
+    QVariant value; ///< property: its value
 };
 
-/// The description of a fake host object, from which members can be taken away or exchanged before it is built.
+/// The description of a fake host object, from which members can be taken away or exchanged before it is
+/// built.
 class FakeSpec
 {
 public:
@@ -67,8 +68,8 @@ private:
 
 } // namespace fake
 
-/// An object whose members exist only in its meta-object, so that any of them can be missing. @p Base is QObject or
-/// QWindow.
+/// An object whose members exist only in its meta-object, so that any of them can be missing. @p Base is
+/// QObject or QWindow.
 template <class Base> class FakeOf : public Base
 {
 public:

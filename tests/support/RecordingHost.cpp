@@ -12,9 +12,10 @@ const QString kExecuter = QStringLiteral("__qml_executer");
 
 QStringList RecordingHost::contextObjects()
 {
-    return {QStringLiteral("partitionmanager"), QStringLiteral("toolbox"),   QStringLiteral("partitionrecovery"),
-            QStringLiteral("bootablemedia"),    QStringLiteral("deviceMgr"), QStringLiteral("clone"),
-            QStringLiteral("diskconverter"),    QStringLiteral("multilanguage")};
+    return {QStringLiteral("partitionmanager"),  QStringLiteral("toolbox"),
+            QStringLiteral("partitionrecovery"), QStringLiteral("bootablemedia"),
+            QStringLiteral("deviceMgr"),         QStringLiteral("clone"),
+            QStringLiteral("diskconverter"),     QStringLiteral("multilanguage")};
 }
 
 RecordingHost::RecordingHost()
@@ -29,9 +30,7 @@ RecordingHost::RecordingHost()
         .method("isDiskIndexValid(QVariant)", "bool", yes)
         .method("isRawPart(QVariant)", "bool");
     spec("bootablemedia").method("isAlreadyEnable()", "bool");
-    spec("deviceMgr")
-        .method("disks(int,bool)", "QVariantList")
-        .method("bootDisks(int,bool)", "QVariantList");
+    spec("deviceMgr").method("disks(int,bool)", "QVariantList").method("bootDisks(int,bool)", "QVariantList");
     spec("clone")
         .property("cloneType", "int", -7)
         .method("invalidInfo(QVariantMap,QVariantMap,int,QVariantMap)", "QString");

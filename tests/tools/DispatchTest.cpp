@@ -18,8 +18,8 @@ TEST(Dispatch, FormatPartition_FromAnotherThread_AsksClosesGuideAndOrdersOnTheAp
     std::string answer;
     runOnOtherThread([&] { tools.FormatPartition(answer, "D", "NTFS", "data", 4096, true); });
     EXPECT_EQ(answer, "Task Queued");
-    EXPECT_EQ(host.recorder().sequence(),
-              QStringList({"partitionmanager.doFunFromAI", "window.closeGuide", "partitionmanager.doFunFromAI"}));
+    EXPECT_EQ(host.recorder().sequence(), QStringList({"partitionmanager.doFunFromAI", "window.closeGuide",
+                                                       "partitionmanager.doFunFromAI"}));
     const auto calls = host.recorder().calls();
     ASSERT_EQ(calls.size(), 3u);
     for (const HostCallRecord& call : calls)

@@ -1,0 +1,44 @@
+# Shared by the scripts: where things are, what must be installed, how it is built.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+build_dir=$root/build
+
+say() { printf '== %s\n' "$*"; }
+die() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 2; }
+
+# Installs the packages of scripts/lib/packages that are missing; says which; does nothing when none is.
+install_packages() {
+    local missing=() name
+    while read -r name; do
+        case $name in '' | \#*) continue ;; esac
+        dpkg-query -W -f='${Status}' "$name" 2>/dev/null | grep -q 'ok installed' || missing+=("$name")
+    done <"$root/scripts/lib/packages"
+    [ ${#missing[@]} -eq 0 ] && return
+    say "installing: ${missing[*]}"
+    local sudo=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || die "these packages are missing, and there is neither root nor sudo: ${missing[*]}"
+        sudo=(sudo)
+    fi
+    "${sudo[@]}" apt-get update -qq
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
+        >"${TMPDIR:-/tmp}/aibridge-install.log" 2>&1 ||
+        { tail -n 20 "${TMPDIR:-/tmp}/aibridge-install.log" >&2; die "apt-get could not install them"; }
+}
+
+# Configures a preset, once and again when its files changed.
+configure() {
+    local preset=$1
+    shift
+    (cd "$root" && cmake --preset "$preset" "$@" >/dev/null)
+}
+
+# Builds targets of a preset; all of them when none is named.
+build() {
+    local preset=$1
+    shift
+    local targets=()
+    [ $# -gt 0 ] && targets=(--target "$@")
+    (cd "$root" && cmake --build --preset "$preset" "${targets[@]}" -- --quiet)
+}
