@@ -1,0 +1,70 @@
+#pragma once
+
+#include "host/AgentProcess.h"
+#include "host/Options.h"
+#include "host/ServiceWatcher.h"
+#include "host/Signals.h"
+#include "host/objects/BridgeLink.h"
+#include "host/objects/HostCore.h"
+#include "host/objects/MachineModel.h"
+
+#include <QtQml/QQmlApplicationEngine>
+
+#include <memory>
+
+class CComponentMgr;
+
+namespace host {
+
+class HostWindow;
+
+/// The application: makes the objects, loads the component, and sees to the end.
+///
+/// The end. The component's Release blocks the application thread until every tool has ended, and it never returns
+/// if the service is not up yet or if a tool then needs this thread. So a stop first waits for the service, with the
+/// event loop running. Then the host says no to every question and counts as occupied, so that nothing new begins;
+/// the agent that it started is ended; and the loop goes on until no tool call is announced, the scan's thread has
+/// ended and no host method has been called for a while. Only then are the loop left and the component released.
+class HostApp : public QObject
+{
+    Q_OBJECT
+
+public:
+    HostApp(Options options, Machine machine);
+    ~HostApp() override;
+
+    /// Builds everything and serves until the end. Gives the process's exit code.
+    int run();
+
+private:
+    bool build();
+    bool loadComponent();
+    void onReady();
+    void onFailed();
+    void onAgentFinished();
+    void requestStop(int exitCode);
+    void beginDrain();
+    void drain();
+    bool isQuiet() const;
+
+    Options options_;
+    HostCore core_;
+    MachineModel rows_;
+    BridgeLink link_;
+    QQmlApplicationEngine engine_;
+    std::unique_ptr<CComponentMgr> components_;
+    Signals signals_;
+    ServiceWatcher service_;
+    AgentProcess agent_;
+    QTimer drainTimer_;
+    QElapsedTimer sinceDrain_;
+    HostWindow* window_ = nullptr;
+    enum class Service { Starting, Up, Down } state_ = Service::Starting;
+    bool stopping_ = false;
+    int exitCode_ = 0;
+};
+
+/// Writes "zorhost: " and the text as one line to standard error.
+void complain(const QString& text);
+
+} // namespace host

@@ -1,0 +1,114 @@
+#include "host/Options.h"
+
+#include <QtCore/QFileInfo>
+
+namespace host {
+
+namespace {
+
+// Takes an option's value off the list; sets the error if there is none.
+QString takeValue(QStringList& rest, const QString& option, Options& options)
+{
+    if (!rest.isEmpty())
+        return rest.takeFirst();
+    options.error = QStringLiteral("option %1 needs a value").arg(option);
+    return QString();
+}
+
+void readAnswer(const QString& value, Options& options)
+{
+    bool isNumber = false;
+    options.answer = value.toInt(&isNumber);
+    if (!isNumber || options.answer < 0)
+        options.error = QStringLiteral("option --answer needs the number of a button, counted from 0");
+}
+
+void readWin11(const QString& value, Options& options)
+{
+    if (value == QLatin1String("on") || value == QLatin1String("off"))
+        options.win11 = value == QLatin1String("on");
+    else
+        options.error = QStringLiteral("option --win11 needs on or off");
+}
+
+bool readFlag(const QString& option, Options& options)
+{
+    if (option == QLatin1String("--headless"))
+        options.headless = true;
+    else if (option == QLatin1String("--exit-with-agent"))
+        options.exitWithAgent = true;
+    else if (option == QLatin1String("--scan"))
+        options.scan = true;
+    else if (option == QLatin1String("--help"))
+        options.help = true;
+    else
+        return false;
+    return true;
+}
+
+void readValue(const QString& option, QStringList& rest, Options& options)
+{
+    if (option == QLatin1String("--machine"))
+        options.machine = takeValue(rest, option, options);
+    else if (option == QLatin1String("--agent"))
+        options.agent = takeValue(rest, option, options);
+    else if (option == QLatin1String("--answer"))
+        readAnswer(takeValue(rest, option, options), options);
+    else if (option == QLatin1String("--win11"))
+        readWin11(takeValue(rest, option, options), options);
+    else
+        options.error = QStringLiteral("unknown option %1 (--help lists them)").arg(option);
+}
+
+} // namespace
+
+Options readOptions(const QStringList& arguments)
+{
+    Options options;
+    QStringList rest = arguments;
+    while (!rest.isEmpty() && options.error.isEmpty()) {
+        QString option = rest.takeFirst();
+        const int equals = option.indexOf(QLatin1Char('='));
+        if (option.startsWith(QLatin1String("--")) && equals > 0) {
+            rest.prepend(option.mid(equals + 1));
+            option.truncate(equals);
+        }
+        if (!readFlag(option, options))
+            readValue(option, rest, options);
+    }
+    if (options.error.isEmpty() && options.exitWithAgent && options.agent.isEmpty())
+        options.error = QStringLiteral("option --exit-with-agent needs --agent");
+    return options;
+}
+
+QString helpText()
+{
+    return QStringLiteral(R"(usage: zorhost [options]
+
+Runs the agent service on a simulated machine. Nothing real is touched.
+
+  --machine NAME      laptop, desktop or server; or a JSON file; or "system", which
+                      describes this computer (default: laptop)
+  --headless          no window, even if there is a display
+  --agent COMMAND     starts the command through the shell once the service answers,
+                      with AGENT_NATIVE_PORT and AGENT_CHAT_PORT in its environment
+  --exit-with-agent   ends when the command ends, with its exit code
+  --scan              starts one recommendation scan and prints what it recommends
+  --answer N          answers a recommendation with its button N, counted from 0
+  --win11 on|off      switches the Windows 11 checker
+  --help              this text
+
+Exit codes: 0 ended by SIGINT, SIGTERM or the window; 1 the service could not listen;
+2 bad option, bad machine or missing library; with --exit-with-agent the agent's.)");
+}
+
+QString machineFile(const QString& machine, const QString& machinesFolder)
+{
+    if (QFileInfo(machine).isFile())
+        return machine;
+    const QString shipped = machinesFolder + QLatin1Char('/') + machine + QLatin1String(".json");
+    const bool isPlainName = !machine.isEmpty() && !machine.contains(QLatin1Char('/'));
+    return isPlainName && QFileInfo(shipped).isFile() ? shipped : QString();
+}
+
+} // namespace host

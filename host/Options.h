@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
+
+namespace host {
+
+/// What the command line asks for.
+struct Options
+{
+    QString machine = QStringLiteral("laptop"); ///< a file, the name of a shipped machine, or "system"
+    bool headless = false;
+    QString agent; ///< command to start once the service answers; empty for none
+    bool exitWithAgent = false;
+    int answer = -1; ///< button that answers a recommendation; -1 leaves it to the user
+    bool scan = false;
+    std::optional<bool> win11;
+    bool help = false;
+    QString error; ///< what is wrong with the command line, one line; empty if nothing
+};
+
+/// @p arguments without the program's name.
+Options readOptions(const QStringList& arguments);
+
+/// The text of --help.
+QString helpText();
+
+/// The file that the option --machine means: the path itself, else the shipped machine of that name in
+/// @p machinesFolder. Empty if there is neither.
+QString machineFile(const QString& machine, const QString& machinesFolder);
+
+} // namespace host

@@ -1,0 +1,293 @@
+#include "host/machine/MachineReader.h"
+
+#include "host/machine/Fields.h"
+#include "host/machine/Records.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <cmath>
+#include <limits>
+
+namespace host {
+
+namespace {
+
+const QString kPartitions = QStringLiteral("partitions");
+
+// Bounds within which no sum or product of sizes overflows; far beyond any disk.
+constexpr qint64 kLargestSize = qint64(1) << 60;
+constexpr qint64 kLastSector = qint64(1) << 44;
+constexpr int kLargestSector = 1 << 16;
+
+// Thrown inside this file only, so that the place of a fault need not be passed through every step.
+struct Fault
+{
+    QString text;
+};
+
+template <class Number> Number wholeNumber(const QJsonValue& value, const QString& place)
+{
+    const double number = value.toDouble(std::nan(""));
+    const auto whole = value.toVariant().toLongLong();
+    if (!value.isDouble() || number != std::floor(number) || std::fabs(number) > 9.2e18
+        || whole > std::numeric_limits<Number>::max() || whole < std::numeric_limits<Number>::min())
+        throw Fault{QStringLiteral("%1 must be a whole number").arg(place)};
+    return static_cast<Number>(whole);
+}
+
+void assign(bool& target, const QJsonValue& value, const QString& place)
+{
+    if (!value.isBool())
+        throw Fault{QStringLiteral("%1 must be true or false").arg(place)};
+    target = value.toBool();
+}
+
+void assign(QString& target, const QJsonValue& value, const QString& place)
+{
+    if (!value.isString())
+        throw Fault{QStringLiteral("%1 must be a text").arg(place)};
+    target = value.toString();
+}
+
+void assign(int& target, const QJsonValue& value, const QString& place)
+{
+    target = wholeNumber<int>(value, place);
+}
+
+void assign(qint64& target, const QJsonValue& value, const QString& place)
+{
+    target = wholeNumber<qint64>(value, place);
+}
+
+template <class Record>
+void assignKey(Record& record, const std::vector<Field<Record>>& fields, const QString& key, const QJsonValue& value,
+               const QString& place)
+{
+    for (const Field<Record>& field : fields) {
+        if (key != QLatin1String(field.key))
+            continue;
+        std::visit([&](auto member) { assign(record.*member, value, place); }, field.member);
+        return;
+    }
+    throw Fault{QStringLiteral("%1 is not a key of the inventory").arg(place)};
+}
+
+QJsonObject objectAt(const QJsonValue& value, const QString& place)
+{
+    if (!value.isObject())
+        throw Fault{QStringLiteral("%1 must be an object").arg(place)};
+    return value.toObject();
+}
+
+QJsonArray listAt(const QJsonValue& value, const QString& place)
+{
+    if (!value.isArray())
+        throw Fault{QStringLiteral("%1 must be a list").arg(place)};
+    return value.toArray();
+}
+
+void requireKey(const QJsonObject& object, const char* key, const QString& place)
+{
+    if (!object.contains(QLatin1String(key)))
+        throw Fault{QStringLiteral("%1.%2 is missing").arg(place, QLatin1String(key))};
+}
+
+// What a partition takes over from its disk and from its place, unless its own keys say otherwise.
+Partition partitionIn(const Disk& disk)
+{
+    Partition partition;
+    partition.diskIndex = disk.diskIndex;
+    partition.isGPT = disk.isGPT;
+    partition.isDynamic = disk.isDynamic;
+    partition.isStorageSpace = disk.isStorageSpace;
+    partition.isVirtualDisk = disk.isVirtualDisk;
+    partition.isRemovable = disk.isRemoveUsb;
+    return partition;
+}
+
+Partition readPartition(const QJsonObject& object, const Disk& disk, const QString& place)
+{
+    requireKey(object, "size", place);
+    Partition partition = partitionIn(disk);
+    for (auto it = object.begin(); it != object.end(); ++it)
+        assignKey(partition, partitionFields(), it.key(), it.value(), place + QLatin1Char('.') + it.key());
+    if (partition.size < 0 || partition.size > kLargestSize || partition.startSector < 0
+        || partition.startSector > kLastSector || partition.sectorSize <= 0 || partition.sectorSize > kLargestSector)
+        throw Fault{QStringLiteral("%1 has a size or place that no partition can have").arg(place)};
+    const int sectorSize = partition.sectorSize;
+    if (!object.contains(QStringLiteral("startSector")))
+        partition.startSector =
+            (disk.partitions.empty() ? 0 : disk.partitions.back().endOffset() + sectorSize - 1) / sectorSize;
+    if (!object.contains(QStringLiteral("partitionIndex")))
+        partition.partitionIndex = static_cast<int>(disk.partitions.size());
+    if (!object.contains(QStringLiteral("endSector")))
+        partition.endSector = partition.startSector + partition.size / sectorSize - 1;
+    if (!object.contains(QStringLiteral("isBitLocker")))
+        partition.isBitLocker = partition.bltState != 0;
+    return partition;
+}
+
+// What follows from the partitions; the disk's own keys go before it.
+void fillFromPartitions(Disk& disk, const QJsonObject& object)
+{
+    Disk settled = disk;
+    settle(settled);
+    if (!object.contains(QStringLiteral("usedSize")))
+        disk.usedSize = settled.usedSize;
+    if (!object.contains(QStringLiteral("emptyPartitionCount")))
+        disk.emptyPartitionCount = settled.emptyPartitionCount;
+    if (!object.contains(QStringLiteral("bltState")))
+        disk.bltState = settled.bltState;
+}
+
+Disk readDisk(const QJsonObject& object, const QString& place)
+{
+    requireKey(object, "diskIndex", place);
+    requireKey(object, "size", place);
+    Disk disk;
+    for (auto it = object.begin(); it != object.end(); ++it) {
+        if (it.key() != kPartitions)
+            assignKey(disk, diskFields(), it.key(), it.value(), place + QLatin1Char('.') + it.key());
+    }
+    if (!object.contains(kPartitions))
+        return disk;
+    const QString listPlace = place + QLatin1String(".partitions");
+    const QJsonArray partitions = listAt(object.value(kPartitions), listPlace);
+    for (int i = 0; i < partitions.size(); ++i) {
+        const QString entryPlace = QStringLiteral("%1[%2]").arg(listPlace).arg(i);
+        disk.partitions.push_back(readPartition(objectAt(partitions.at(i), entryPlace), disk, entryPlace));
+    }
+    fillFromPartitions(disk, object);
+    return disk;
+}
+
+void readDisks(Machine& machine, const QJsonValue& value)
+{
+    const QJsonArray disks = listAt(value, QStringLiteral("disks"));
+    for (int i = 0; i < disks.size(); ++i) {
+        const QString place = QStringLiteral("disks[%1]").arg(i);
+        machine.disks.push_back(readDisk(objectAt(disks.at(i), place), place));
+    }
+}
+
+void readToolbox(Machine& machine, const QJsonValue& value)
+{
+    const QJsonObject gates = objectAt(value, QStringLiteral("toolbox"));
+    for (auto it = gates.begin(); it != gates.end(); ++it)
+        assign(machine.toolbox[it.key()], it.value(), QLatin1String("toolbox.") + it.key());
+}
+
+void readSmartErrors(Machine& machine, const QJsonValue& value)
+{
+    const QJsonArray disks = listAt(value, QStringLiteral("smartErrors"));
+    for (const QJsonValue& disk : disks)
+        machine.smartErrors.insert(wholeNumber<int>(disk, QStringLiteral("smartErrors")));
+}
+
+void readSwitch(Machine& machine, const QString& key, const QJsonValue& value)
+{
+    static const QMap<QString, bool Machine::*> switches = {
+        {QStringLiteral("preOsEnabled"), &Machine::preOsEnabled},
+        {QStringLiteral("win11CheckerEnabled"), &Machine::win11CheckerEnabled},
+        {QStringLiteral("bootMediaEnabled"), &Machine::bootMediaEnabled},
+        {QStringLiteral("busy"), &Machine::busy},
+        {QStringLiteral("popuped"), &Machine::popuped},
+    };
+    const auto member = switches.find(key);
+    if (member == switches.end())
+        throw Fault{QStringLiteral("%1 is not a key of a machine").arg(key)};
+    assign(machine.*member.value(), value, key);
+}
+
+void readTop(Machine& machine, const QString& key, const QJsonValue& value)
+{
+    if (key == QLatin1String("disks"))
+        readDisks(machine, value);
+    else if (key == QLatin1String("toolbox"))
+        readToolbox(machine, value);
+    else if (key == QLatin1String("smartErrors"))
+        readSmartErrors(machine, value);
+    else if (key == QLatin1String("name"))
+        assign(machine.name, value, key);
+    else if (key == QLatin1String("taskMilliseconds"))
+        assign(machine.taskMilliseconds, value, key);
+    else
+        readSwitch(machine, key, value);
+}
+
+Machine readDocument(const QByteArray& json)
+{
+    QJsonParseError error{};
+    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    if (error.error != QJsonParseError::NoError)
+        throw Fault{QStringLiteral("not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset)};
+    if (!document.isObject())
+        throw Fault{QStringLiteral("the top must be an object")};
+    const QJsonObject top = document.object();
+    if (!top.contains(QStringLiteral("disks")))
+        throw Fault{QStringLiteral("disks is missing")};
+    Machine machine;
+    for (auto it = top.begin(); it != top.end(); ++it)
+        readTop(machine, it.key(), it.value());
+    const QString contradiction = findContradiction(machine);
+    if (!contradiction.isEmpty())
+        throw Fault{contradiction};
+    return machine;
+}
+
+QString findDiskContradiction(const Disk& disk)
+{
+    qint64 end = 0;
+    for (const Partition& partition : disk.partitions) {
+        if (partition.startSector * partition.sectorSize < end)
+            return QStringLiteral("disk %1: its partitions overlap or are out of order").arg(disk.diskIndex);
+        end = partition.endOffset();
+    }
+    return end > disk.size ? QStringLiteral("disk %1: its partitions are larger than the disk").arg(disk.diskIndex)
+                           : QString();
+}
+
+} // namespace
+
+QString findContradiction(const Machine& machine)
+{
+    QSet<int> numbers;
+    QSet<QString> letters;
+    for (const Disk& disk : machine.disks) {
+        if (disk.diskIndex < 0 || numbers.contains(disk.diskIndex))
+            return QStringLiteral("disk number %1 is negative or stands twice").arg(disk.diskIndex);
+        numbers.insert(disk.diskIndex);
+        for (const Partition& partition : disk.partitions) {
+            const QString letter = letterOf(partition.driveLetter);
+            if (!letter.isEmpty() && letters.contains(letter))
+                return QStringLiteral("drive letter %1 stands twice").arg(letter);
+            letters.insert(letter);
+        }
+        const QString contradiction = findDiskContradiction(disk);
+        if (!contradiction.isEmpty())
+            return contradiction;
+    }
+    return QString();
+}
+
+std::variant<Machine, MachineError> readMachine(const QByteArray& json)
+{
+    try {
+        return readDocument(json);
+    } catch (const Fault& fault) {
+        return MachineError{fault.text};
+    }
+}
+
+std::variant<Machine, MachineError> readMachineFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return MachineError{file.errorString()};
+    return readMachine(file.readAll());
+}
+
+} // namespace host

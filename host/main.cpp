@@ -1,0 +1,77 @@
+#include "host/HostApp.h"
+#include "host/machine/MachineReader.h"
+#include "host/machine/SystemMachine.h"
+
+#include <QtGui/QGuiApplication>
+#include <QtQuick/QQuickWindow>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int kExitUsage = 2;
+
+QStringList argumentsOf(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    return arguments;
+}
+
+// The choice must stand before the application object is made.
+void choosePlatform(host::Options& options)
+{
+    const bool noDisplay = qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+        && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+#ifdef Q_OS_LINUX
+    options.headless = options.headless || noDisplay;
+#else
+    Q_UNUSED(noDisplay)
+#endif
+    if (options.headless)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The pages are simple; drawn without the graphics card they look the same on every machine.
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
+        QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
+}
+
+std::variant<host::Machine, host::MachineError> readMachine(const QString& name)
+{
+    if (name == QLatin1String("system"))
+        return host::readSystemMachine();
+    const QString folder = QCoreApplication::applicationDirPath() + QLatin1String("/machines");
+    const QString file = host::machineFile(name, folder);
+    if (file.isEmpty())
+        return host::MachineError{QStringLiteral("no such file and no machine of that name")};
+    return host::readMachineFile(file);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    host::Options options = host::readOptions(argumentsOf(argc, argv));
+    if (!options.error.isEmpty()) {
+        host::complain(options.error);
+        return kExitUsage;
+    }
+    if (options.help) {
+        std::puts(host::helpText().toUtf8().constData());
+        return 0;
+    }
+    choosePlatform(options);
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("zorhost"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    auto machine = readMachine(options.machine);
+    if (const auto* error = std::get_if<host::MachineError>(&machine)) {
+        host::complain(QStringLiteral("machine %1: %2").arg(options.machine, error->text));
+        return kExitUsage;
+    }
+    auto& read = std::get<host::Machine>(machine);
+    if (options.win11.has_value())
+        read.win11CheckerEnabled = *options.win11;
+    host::HostApp app(options, read);
+    return app.run();
+}

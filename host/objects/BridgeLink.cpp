@@ -1,0 +1,155 @@
+#include "host/objects/BridgeLink.h"
+
+#include "host/machine/GuidedTasks.h"
+#include "host/machine/Records.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+namespace host {
+
+namespace {
+
+const QString kCheckResultType = QStringLiteral("checkResultType");
+
+QString cloneText(const QVariantMap& result)
+{
+    const QString objection = result.value(QStringLiteral("errMsg")).toString();
+    const QString step = QStringLiteral("step %1").arg(result.value(QStringLiteral("goToPageIndex")).toInt());
+    return objection.isEmpty() ? step : QStringLiteral("%1: %2").arg(step, objection);
+}
+
+} // namespace
+
+BridgeLink::BridgeLink(HostCore& core, int automaticAnswer, QObject* parent)
+    : QObject(parent)
+    , core_(core)
+    , automaticAnswer_(automaticAnswer)
+{
+    connect(&core_, &HostCore::machineChanged, this, &BridgeLink::pushInventory);
+}
+
+void BridgeLink::attach(QObject* bridge)
+{
+    bridge_ = bridge;
+    serviceThread_ = bridge->findChild<QThread*>();
+    connect(bridge, SIGNAL(sigCloneResult(QVariant)), this, SLOT(onCloneResult(QVariant)));
+    connect(bridge, SIGNAL(sigConvertResult(QVariant)), this, SLOT(onConvertResult(QVariant)));
+    connect(bridge, SIGNAL(sigRecScanResult(QVariant)), this, SLOT(onRecommendation(QVariant)));
+    connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(onToolAnnounced(QString)));
+    connect(bridge, SIGNAL(sigAfterCallFun(QString, bool)), this, SLOT(onToolEnded(QString, bool)));
+    pushInventory();
+}
+
+bool BridgeLink::isServerRunning() const
+{
+    bool running = false;
+    if (!bridge_.isNull())
+        QMetaObject::invokeMethod(bridge_.data(), "isServerRunning", Qt::DirectConnection, Q_RETURN_ARG(bool, running));
+    return running;
+}
+
+QString BridgeLink::message() const
+{
+    return recommendation_.value(QStringLiteral("msg")).toString();
+}
+
+QStringList BridgeLink::buttons() const
+{
+    return recommendation_.value(QStringLiteral("buttons")).toStringList();
+}
+
+void BridgeLink::scanNow()
+{
+    if (bridge_.isNull() || core_.isClosing() || isScanRunning())
+        return;
+    recommended_ = false;
+    core_.log()->write(QStringLiteral("scan started"));
+    QMetaObject::invokeMethod(bridge_.data(), "beginRecScan", Qt::DirectConnection);
+    watchScanThread();
+}
+
+// A scan that finds nothing is told by no signal; its end is that of the thread that the component made for it.
+void BridgeLink::watchScanThread()
+{
+    if (scanThread_.isNull()) {
+        const auto threads = bridge_->findChildren<QThread*>();
+        for (QThread* thread : threads) {
+            if (thread != serviceThread_)
+                scanThread_ = thread;
+        }
+        if (!scanThread_.isNull())
+            connect(scanThread_.data(), &QThread::finished, this, &BridgeLink::onScanFinished, Qt::QueuedConnection);
+    }
+}
+
+void BridgeLink::answer(int button)
+{
+    if (bridge_.isNull() || recommendation_.isEmpty())
+        return;
+    QVariantMap reply{{QStringLiteral("result"), button}};
+    if (recommendation_.contains(kCheckResultType))
+        reply[kCheckResultType] = recommendation_.value(kCheckResultType);
+    core_.log()->write(QStringLiteral("recommendation answered with button %1").arg(button));
+    recommendation_.clear();
+    Q_EMIT recommendationChanged();
+    QMetaObject::invokeMethod(bridge_.data(), "doRecOperation", Qt::DirectConnection, Q_ARG(QVariant, QVariant(reply)));
+}
+
+void BridgeLink::onCloneResult(QVariant result)
+{
+    const QVariantMap map = result.toMap();
+    const QString title = QStringLiteral("Clone: %1 to %2")
+                              .arg(describeRecord(map.value(QStringLiteral("source")).toMap()),
+                                   describeRecord(map.value(QStringLiteral("destination")).toMap()));
+    core_.openGuide(title, cloneText(map));
+}
+
+void BridgeLink::onConvertResult(QVariant result)
+{
+    const QVariantMap map = result.toMap();
+    const int conversion = map.value(QStringLiteral("funIdx")).toInt();
+    const QVariantMap record = map.value(QStringLiteral("info")).toMap();
+    core_.openGuide(QStringLiteral("Convert: %1 to %2").arg(describeRecord(record), conversionName(conversion)),
+                    conversionObjection(*core_.machine(), conversion, record));
+}
+
+void BridgeLink::onRecommendation(QVariant record)
+{
+    recommended_ = true;
+    recommendation_ = record.toMap();
+    const QJsonDocument json = QJsonDocument::fromVariant(recommendation_);
+    HostLog::print(QLatin1String("recommendation ") + QString::fromUtf8(json.toJson(QJsonDocument::Compact)));
+    Q_EMIT recommendationChanged();
+    if (automaticAnswer_ >= 0)
+        answer(automaticAnswer_);
+}
+
+void BridgeLink::onToolAnnounced(QString toolCalls)
+{
+    toolAnnounced_ = true;
+    core_.log()->write(QStringLiteral("agent announces: %1").arg(toolCalls));
+}
+
+void BridgeLink::onToolEnded(QString result, bool queued)
+{
+    Q_UNUSED(queued)
+    toolAnnounced_ = false;
+    core_.log()->write(QStringLiteral("agent was answered: %1").arg(result));
+}
+
+void BridgeLink::onScanFinished()
+{
+    core_.log()->write(recommended_ ? QStringLiteral("scan ended")
+                                    : QStringLiteral("scan ended without a recommendation"));
+}
+
+void BridgeLink::pushInventory()
+{
+    if (bridge_.isNull())
+        return;
+    QMetaObject::invokeMethod(bridge_.data(), "setDiskInfo", Qt::DirectConnection,
+                              Q_ARG(QVariantList, diskRecords(*core_.machine())));
+}
+
+} // namespace host

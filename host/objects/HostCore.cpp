@@ -1,0 +1,182 @@
+#include "host/objects/HostCore.h"
+
+#include "host/machine/Functions.h"
+#include "host/machine/Orders.h"
+#include "host/machine/Rules.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QStringList>
+
+#include <algorithm>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+const QString kTestFunValid = QStringLiteral("TestFunValid");
+
+QString describeFunction(int function)
+{
+    const QString name = functionName(function);
+    return name.isEmpty() ? QStringLiteral("function %1").arg(function) : name;
+}
+
+QString describeValue(const QVariant& value)
+{
+    if (value.userType() == QMetaType::QString)
+        return QLatin1Char('"') + value.toString() + QLatin1Char('"');
+    if (value.userType() == QMetaType::QVariantMap)
+        return QString::fromUtf8(QJsonDocument::fromVariant(value).toJson(QJsonDocument::Compact));
+    return value.toString();
+}
+
+} // namespace
+
+QString describeParams(const QVariantMap& params)
+{
+    QStringList parts;
+    for (auto it = params.begin(); it != params.end(); ++it)
+        parts.append(it.key() + QLatin1Char('=') + describeValue(it.value()));
+    return parts.join(QLatin1Char(' '));
+}
+
+HostCore::HostCore(Machine machine, QObject* parent)
+    : QObject(parent)
+    , machine_(std::make_shared<const Machine>(std::move(machine)))
+    , busy_(machine_->busy)
+    , popuped_(machine_->popuped)
+{
+    sinceLastCall_.start();
+    workTimer_.setSingleShot(true);
+    connect(&workTimer_, &QTimer::timeout, this, &HostCore::finishOrder);
+}
+
+std::shared_ptr<const Machine> HostCore::machine() const
+{
+    const QMutexLocker lock(&machineMutex_);
+    return machine_;
+}
+
+void HostCore::setClosing()
+{
+    closing_ = true;
+}
+
+bool HostCore::accepts(int function, const QVariantMap& params)
+{
+    noteCall();
+    QVariantMap keys = params;
+    keys.remove(kTestFunValid);
+    const QString reason = isClosing() ? QStringLiteral("the host is closing") : refusal(*machine(), function, keys);
+    if (!reason.isEmpty())
+        log_.write(QStringLiteral("refused %1 %2: %3").arg(describeFunction(function), describeParams(keys), reason));
+    return reason.isEmpty();
+}
+
+void HostCore::order(int function, const QVariantMap& params)
+{
+    noteCall();
+    log_.write(QStringLiteral("order %1 %2").arg(describeFunction(function), describeParams(params)));
+    orders_.push_back({function, params});
+    busy_ = true;
+    if (orders_.size() == 1)
+        startNext();
+}
+
+void HostCore::startNext()
+{
+    setWork(describeFunction(orders_.front().function));
+    workTimer_.start(std::max(0, machine()->taskMilliseconds));
+}
+
+void HostCore::finishOrder()
+{
+    const Order done = orders_.front();
+    orders_.pop_front();
+    const QString name = describeFunction(done.function);
+    // An earlier order may have changed what this one was accepted for.
+    Machine next = *machine();
+    const QString reason = refusal(next, done.function, done.params);
+    if (!reason.isEmpty())
+        log_.write(QStringLiteral("failed %1: %2").arg(name, reason));
+    else if (carryOut(next, done.function, done.params))
+        change(std::move(next));
+    if (reason.isEmpty())
+        log_.write(QStringLiteral("done %1").arg(name));
+    if (!orders_.empty())
+        return startNext();
+    busy_ = machine()->busy;
+    setWork(QString());
+}
+
+void HostCore::change(Machine machine)
+{
+    auto next = std::make_shared<const Machine>(std::move(machine));
+    {
+        const QMutexLocker lock(&machineMutex_);
+        machine_.swap(next);
+    }
+    Q_EMIT machineChanged();
+}
+
+void HostCore::openGuide(const QString& title, const QString& text)
+{
+    guideTitle_ = title;
+    guideText_ = text;
+    log_.write(text.isEmpty() ? QStringLiteral("guide opened: %1").arg(title)
+                              : QStringLiteral("guide opened: %1 (%2)").arg(title, text));
+    Q_EMIT guideChanged();
+}
+
+bool HostCore::closeGuide()
+{
+    noteCall();
+    if (guideTitle_.isEmpty())
+        return false;
+    log_.write(QStringLiteral("guide closed: %1").arg(guideTitle_));
+    guideTitle_.clear();
+    guideText_.clear();
+    Q_EMIT guideChanged();
+    return true;
+}
+
+void HostCore::openAddress(const QString& address)
+{
+    noteCall();
+    address_ = address;
+    log_.write(QStringLiteral("address opened: %1").arg(address));
+    Q_EMIT addressChanged();
+}
+
+void HostCore::setServicePlace(const QString& place)
+{
+    servicePlace_ = place;
+    Q_EMIT servicePlaceChanged();
+}
+
+void HostCore::setDialogOpen(bool open)
+{
+    if (dialogOpen_ == open)
+        return;
+    dialogOpen_ = open;
+    popuped_ = open || machine()->popuped;
+    Q_EMIT dialogOpenChanged();
+}
+
+void HostCore::setWin11Checker(bool enabled)
+{
+    if (isWin11Checker() == enabled)
+        return;
+    Machine next = *machine();
+    next.win11CheckerEnabled = enabled;
+    change(std::move(next));
+}
+
+void HostCore::setWork(const QString& work)
+{
+    work_ = work;
+    Q_EMIT workChanged();
+}
+
+} // namespace host

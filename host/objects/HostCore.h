@@ -1,0 +1,118 @@
+#pragma once
+
+#include "host/machine/Machine.h"
+#include "host/objects/HostLog.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QMutex>
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+#include <QtCore/QVariantMap>
+
+#include <atomic>
+#include <deque>
+#include <memory>
+
+namespace host {
+
+/// What all of the host's objects share: the machine, the work in hand, the open guide and the log.
+///
+/// machine(), isBusy() and isPopuped() may be called from any thread; everything else belongs to the application
+/// thread. The machine is never changed in place: a change is made on a copy, which then takes its place, so that a
+/// reader keeps the machine that it has begun with.
+class HostCore : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString machineName READ machineName CONSTANT)
+    Q_PROPERTY(QString servicePlace READ servicePlace NOTIFY servicePlaceChanged)
+    Q_PROPERTY(QString work READ work NOTIFY workChanged)
+    Q_PROPERTY(QString guideTitle READ guideTitle NOTIFY guideChanged)
+    Q_PROPERTY(QString guideText READ guideText NOTIFY guideChanged)
+    Q_PROPERTY(QString address READ address NOTIFY addressChanged)
+    Q_PROPERTY(bool dialogOpen READ isDialogOpen WRITE setDialogOpen NOTIFY dialogOpenChanged)
+    Q_PROPERTY(bool win11Checker READ isWin11Checker WRITE setWin11Checker NOTIFY machineChanged)
+    Q_PROPERTY(QObject* log READ log CONSTANT)
+
+public:
+    explicit HostCore(Machine machine, QObject* parent = nullptr);
+
+    std::shared_ptr<const Machine> machine() const;
+    bool isBusy() const { return busy_ || closing_; }
+    bool isPopuped() const { return popuped_ || closing_; }
+
+    /// From now on every question is answered with no, and the gate finds the host occupied: nothing new begins.
+    void setClosing();
+    bool isClosing() const { return closing_; }
+    /// Each host method that a thread can be waiting for says here that it was called.
+    void noteCall() { sinceLastCall_.restart(); }
+    qint64 millisecondsSinceLastCall() const { return sinceLastCall_.elapsed(); }
+
+    /// The partition page's answer, logged where it is no.
+    bool accepts(int function, const QVariantMap& params);
+    /// Records an order and carries it out after this call has returned, one order after the other.
+    void order(int function, const QVariantMap& params);
+    /// Replaces the machine and tells machineChanged().
+    void change(Machine machine);
+
+    /// Shows a guide, in place of the one that was open.
+    void openGuide(const QString& title, const QString& text);
+    /// False if none was open.
+    bool closeGuide();
+    void openAddress(const QString& address);
+    void setServicePlace(const QString& place);
+
+    HostLog* log() { return &log_; }
+    QString machineName() const { return machine()->name; }
+    QString servicePlace() const { return servicePlace_; }
+    QString work() const { return work_; }
+    QString guideTitle() const { return guideTitle_; }
+    QString guideText() const { return guideText_; }
+    QString address() const { return address_; }
+    bool isDialogOpen() const { return dialogOpen_; }
+    void setDialogOpen(bool open);
+    bool isWin11Checker() const { return machine()->win11CheckerEnabled; }
+    void setWin11Checker(bool enabled);
+
+    /// The close button of the window's guide panel.
+    Q_INVOKABLE void dismissGuide() { closeGuide(); }
+
+Q_SIGNALS:
+    void machineChanged();
+    void servicePlaceChanged();
+    void workChanged();
+    void guideChanged();
+    void addressChanged();
+    void dialogOpenChanged();
+
+private:
+    struct Order
+    {
+        int function;
+        QVariantMap params;
+    };
+
+    void startNext();
+    void finishOrder();
+    void setWork(const QString& work);
+
+    mutable QMutex machineMutex_;
+    std::shared_ptr<const Machine> machine_;
+    std::atomic<bool> busy_;
+    std::atomic<bool> popuped_;
+    std::atomic<bool> closing_{false};
+    QElapsedTimer sinceLastCall_;
+    std::deque<Order> orders_;
+    QTimer workTimer_;
+    QString servicePlace_;
+    QString work_;
+    QString guideTitle_;
+    QString guideText_;
+    QString address_;
+    bool dialogOpen_ = false;
+    HostLog log_;
+};
+
+/// An order's parameters on one line, in the form `key=value key=value`; texts stand in quotes.
+QString describeParams(const QVariantMap& params);
+
+} // namespace host

@@ -1,0 +1,150 @@
+#include "host/objects/WindowObjects.h"
+
+#include "host/machine/GuidedTasks.h"
+
+#include <QtQml/qqml.h>
+
+namespace host {
+
+namespace {
+
+constexpr int kPasswordReset = 1;
+constexpr int kBootRepair = 2;
+
+QString mediaTitle(const QVariantMap& task)
+{
+    if (task.value(QStringLiteral("createToFile")).toBool())
+        return QStringLiteral("Boot media: ISO file");
+    if (task.value(QStringLiteral("isBurn")).toBool())
+        return QStringLiteral("Boot media: Windows installer");
+    return QStringLiteral("Boot media: USB disk");
+}
+
+} // namespace
+
+bool HostWindow::isPopuped() const
+{
+    return core_ != nullptr && core_->isPopuped();
+}
+
+QVariant HostWindow::closeGuide(QVariant unused)
+{
+    Q_UNUSED(unused)
+    return core_ != nullptr && core_->closeGuide();
+}
+
+QVariant HostWindow::openUrl(QVariant address)
+{
+    if (core_ == nullptr)
+        return false;
+    core_->openAddress(address.toString());
+    return true;
+}
+
+bool HostWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::Close)
+        Q_EMIT closed();
+    return QQuickWindow::event(event);
+}
+
+bool MainPage::isBusy() const
+{
+    return core_ != nullptr && core_->isBusy();
+}
+
+void MainPage::doprfunction(QVariant task)
+{
+    core_->noteCall();
+    const QVariantMap map = task.toMap();
+    const QString target = map.contains(QStringLiteral("driveLetter"))
+        ? QStringLiteral("drive %1").arg(map.value(QStringLiteral("driveLetter")).toString())
+        : QStringLiteral("disk %1").arg(map.value(QStringLiteral("diskIndex")).toInt());
+    core_->openGuide(QStringLiteral("Partition recovery: %1").arg(target), describeParams(map));
+}
+
+QVariant MainPage::createBootMediaEnabled(QVariant task)
+{
+    core_->noteCall();
+    const auto machine = core_->machine();
+    const bool enabled =
+        !core_->isClosing() && machine->bootMediaEnabled && bootMediaTargetExists(*machine, task.toMap());
+    if (!enabled)
+        core_->log()->write(QStringLiteral("refused boot media %1").arg(describeParams(task.toMap())));
+    return enabled;
+}
+
+void MainPage::dobmfunction(QVariant task)
+{
+    core_->noteCall();
+    const QVariantMap map = task.toMap();
+    const bool installs = map.value(QStringLiteral("isInstallPreOs")).toBool();
+    if (!installs && !map.value(QStringLiteral("isDisablePreOs")).toBool()) {
+        core_->openGuide(mediaTitle(map), describeParams(map));
+        return;
+    }
+    core_->log()->write(installs ? QStringLiteral("pre-OS environment installed")
+                                 : QStringLiteral("pre-OS environment removed"));
+    Machine next = *core_->machine();
+    next.preOsEnabled = installs;
+    core_->change(std::move(next));
+}
+
+void MainPage::opendiskhealth(QVariant task)
+{
+    core_->noteCall();
+    const int diskIndex = task.toMap().value(QStringLiteral("diskIndex")).toInt();
+    const bool bad = core_->machine()->smartErrors.contains(diskIndex);
+    core_->openGuide(QStringLiteral("Disk health: disk %1").arg(diskIndex),
+                     bad ? QStringLiteral("there are errors") : QStringLiteral("good"));
+}
+
+QVariant MainPage::passwordResetEnabled()
+{
+    return isToolEnabled(kPasswordReset);
+}
+
+QVariant MainPage::bootrepairEnabled()
+{
+    return isToolEnabled(kBootRepair);
+}
+
+QVariant MainPage::doToolBox(QVariant index, QVariant record)
+{
+    core_->noteCall();
+    const QVariantMap map = record.toMap();
+    const QString name = toolboxName(index.toInt());
+    const QString objection = core_->isClosing() ? QStringLiteral("the host is closing")
+                                                 : toolboxObjection(*core_->machine(), index.toInt(), map);
+    if (!objection.isEmpty()) {
+        core_->log()->write(QStringLiteral("refused toolbox %1 %2: %3").arg(index.toInt()).arg(name, objection));
+        return false;
+    }
+    core_->openGuide(QStringLiteral("Toolbox: %1").arg(name), map.isEmpty() ? QString() : describeRecord(map));
+    return true;
+}
+
+bool MainPage::isToolEnabled(int index)
+{
+    core_->noteCall();
+    return !core_->isClosing() && core_->machine()->toolbox.value(toolboxName(index), true);
+}
+
+QVariant QmlExecuter::sendUserInfo(QVariant category, QVariant event, QVariant info, QVariant extra)
+{
+    core_->noteCall();
+    const QString text =
+        info.userType() == QMetaType::QVariantMap ? describeParams(info.toMap()) : info.toString();
+    core_->log()->write(
+        QStringLiteral("event %1 %2 %3 %4").arg(category.toString(), event.toString(), text, extra.toString()).trimmed());
+    return QVariant();
+}
+
+void registerWindowTypes()
+{
+    qmlRegisterType<HostWindow>("Sandbox", 1, 0, "HostWindow");
+    qmlRegisterType<MainPage>("Sandbox", 1, 0, "MainPage");
+    qmlRegisterType<QmlExecuter>("Sandbox", 1, 0, "QmlExecuter");
+}
+
+} // namespace host
