@@ -1,12 +1,10 @@
 #include "host/HostApp.h"
 
-#include "host/objects/Pages.h"
 #include "host/objects/WindowObjects.h"
 #include "plugin/ComponentMgr.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
-#include <QtQml/QQmlContext>
 
 #include <cstdio>
 #include <utility>
@@ -33,10 +31,8 @@ void complain(const QString& text)
 
 HostApp::HostApp(Options options, Machine machine)
     : options_(std::move(options))
-    , core_(std::move(machine))
-    , rows_(core_)
-    , link_(core_, options_.answer)
-    , service_(ServiceWatcher::configuredAddress(), [this] { return link_.isServerRunning(); })
+    , scene_(std::move(machine), options_.answer)
+    , service_(ServiceWatcher::configuredAddress(), [this] { return scene_.link().isServerRunning(); })
 {
     connect(&signals_, &Signals::stopRequested, this, [this] { requestStop(0); });
     connect(&service_, &ServiceWatcher::ready, this, &HostApp::onReady);
@@ -59,31 +55,20 @@ int HostApp::run()
 
 bool HostApp::build()
 {
-    registerWindowTypes();
-    QQmlContext& context = *engine_.rootContext();
-    publishPages(core_, context);
-    context.setContextProperty(QStringLiteral("host"), &core_);
-    context.setContextProperty(QStringLiteral("link"), &link_);
-    context.setContextProperty(QStringLiteral("machineRows"), &rows_);
-    engine_.load(QUrl(QStringLiteral("qrc:/sandbox/main.qml")));
-    window_ = engine_.rootObjects().isEmpty() ? nullptr : qobject_cast<HostWindow*>(engine_.rootObjects().first());
-    if (window_ == nullptr) {
-        complain(QStringLiteral("the window's QML file could not be loaded"));
+    if (scene_.window() == nullptr) {
+        complain(QStringLiteral("the window's QML files could not be loaded"));
         return false;
     }
-    window_->setCore(&core_);
-    window_->findChild<MainPage*>()->setCore(&core_);
-    window_->findChild<QmlExecuter*>()->setCore(&core_);
-    connect(window_, &HostWindow::closed, this, [this] { requestStop(0); });
+    connect(scene_.window(), &HostWindow::closed, this, [this] { requestStop(0); });
     if (!options_.headless)
-        window_->show();
+        scene_.window()->show();
     return loadComponent();
 }
 
 bool HostApp::loadComponent()
 {
     ServiceWatcher::clearPorts();
-    components_ = std::make_unique<CComponentMgr>(&engine_);
+    components_ = std::make_unique<CComponentMgr>(&scene_.engine());
     components_->loadComponents();
     QObject* bridge = components_->component(kComponent);
     if (bridge == nullptr) {
@@ -93,7 +78,7 @@ bool HostApp::loadComponent()
                      : QStringLiteral("there is no components.ini in %1").arg(folder));
         return false;
     }
-    link_.attach(bridge);
+    scene_.link().attach(bridge);
     service_.start();
     return true;
 }
@@ -103,12 +88,12 @@ void HostApp::onReady()
     state_ = Service::Up;
     if (stopping_)
         return beginDrain();
-    core_.setServicePlace(service_.place());
+    scene_.core().setServicePlace(service_.place());
     HostLog::print(QStringLiteral("agent service on %1").arg(service_.place()));
     if (!options_.agent.isEmpty())
         agent_.run(options_.agent);
     if (options_.scan)
-        link_.scanNow();
+        scene_.link().scanNow();
 }
 
 void HostApp::onFailed()
@@ -122,7 +107,7 @@ void HostApp::onFailed()
 
 void HostApp::onAgentFinished()
 {
-    core_.log()->write(QStringLiteral("agent ended with exit code %1").arg(agent_.shellExitCode()));
+    scene_.core().log()->write(QStringLiteral("agent ended with exit code %1").arg(agent_.shellExitCode()));
     if (options_.exitWithAgent)
         requestStop(agent_.shellExitCode());
 }
@@ -139,7 +124,7 @@ void HostApp::requestStop(int exitCode)
 
 void HostApp::beginDrain()
 {
-    core_.setClosing();
+    scene_.core().setClosing();
     agent_.endGroup();
     sinceDrain_.start();
     drainTimer_.start(kDrainPollMs);
@@ -153,11 +138,11 @@ void HostApp::drain()
     QCoreApplication::quit();
 }
 
-bool HostApp::isQuiet() const
+bool HostApp::isQuiet()
 {
-    const bool announced = link_.isToolAnnounced() && sinceDrain_.elapsed() < kAnnouncedLimitMs;
-    return !announced && agent_.state() == QProcess::NotRunning && !link_.isScanRunning()
-        && sinceDrain_.elapsed() >= kQuietMs && core_.millisecondsSinceLastCall() >= kQuietMs;
+    const bool announced = scene_.link().isToolAnnounced() && sinceDrain_.elapsed() < kAnnouncedLimitMs;
+    return !announced && agent_.state() == QProcess::NotRunning && !scene_.link().isScanRunning()
+        && sinceDrain_.elapsed() >= kQuietMs && scene_.core().millisecondsSinceLastCall() >= kQuietMs;
 }
 
 } // namespace host

@@ -4,19 +4,16 @@
 #include "host/Options.h"
 #include "host/ServiceWatcher.h"
 #include "host/Signals.h"
-#include "host/objects/BridgeLink.h"
-#include "host/objects/HostCore.h"
-#include "host/objects/MachineModel.h"
+#include "host/objects/Scene.h"
 
-#include <QtQml/QQmlApplicationEngine>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTimer>
 
 #include <memory>
 
 class CComponentMgr;
 
 namespace host {
-
-class HostWindow;
 
 /// The application: makes the objects, loads the component, and sees to the end.
 ///
@@ -45,20 +42,16 @@ private:
     void requestStop(int exitCode);
     void beginDrain();
     void drain();
-    bool isQuiet() const;
+    bool isQuiet();
 
     Options options_;
-    HostCore core_;
-    MachineModel rows_;
-    BridgeLink link_;
-    QQmlApplicationEngine engine_;
+    Scene scene_;
     std::unique_ptr<CComponentMgr> components_;
     Signals signals_;
     ServiceWatcher service_;
     AgentProcess agent_;
     QTimer drainTimer_;
     QElapsedTimer sinceDrain_;
-    HostWindow* window_ = nullptr;
     enum class Service { Starting, Up, Down } state_ = Service::Starting;
     bool stopping_ = false;
     int exitCode_ = 0;

@@ -39,6 +39,8 @@ bool readFlag(const QString& option, Options& options)
         options.exitWithAgent = true;
     else if (option == QLatin1String("--scan"))
         options.scan = true;
+    else if (option == QLatin1String("--verbose"))
+        options.verbose = true;
     else if (option == QLatin1String("--help"))
         options.help = true;
     else
@@ -96,6 +98,7 @@ Runs the agent service on a simulated machine. Nothing real is touched.
   --scan              starts one recommendation scan and prints what it recommends
   --answer N          answers a recommendation with its button N, counted from 0
   --win11 on|off      switches the Windows 11 checker
+  --verbose           shows the library's debug messages on standard error
   --help              this text
 
 Exit codes: 0 ended by SIGINT, SIGTERM or the window; 1 the service could not listen;

@@ -17,6 +17,7 @@ struct Options
     int answer = -1; ///< button that answers a recommendation; -1 leaves it to the user
     bool scan = false;
     std::optional<bool> win11;
+    bool verbose = false; ///< shows debug messages
     bool help = false;
     QString error; ///< what is wrong with the command line, one line; empty if nothing
 };

@@ -36,6 +36,16 @@ void choosePlatform(host::Options& options)
         QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
 }
 
+// Without --verbose a reader sees what matters to him: warnings, and of these not the one about a folder that only
+// desktop sessions have.
+void writeMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    const bool isNoise = type == QtDebugMsg || type == QtInfoMsg
+        || text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"));
+    if (!isNoise)
+        std::fprintf(stderr, "%s\n", qFormatLogMessage(type, context, text).toLocal8Bit().constData());
+}
+
 std::variant<host::Machine, host::MachineError> readMachine(const QString& name)
 {
     if (name == QLatin1String("system"))
@@ -60,6 +70,8 @@ int main(int argc, char** argv)
         std::puts(host::helpText().toUtf8().constData());
         return 0;
     }
+    if (!options.verbose)
+        qInstallMessageHandler(writeMessage);
     choosePlatform(options);
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("zorhost"));

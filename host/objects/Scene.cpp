@@ -1,0 +1,45 @@
+#include "host/objects/Scene.h"
+
+#include "host/objects/Pages.h"
+#include "host/objects/WindowObjects.h"
+
+#include <QtQml/QQmlContext>
+
+#include <utility>
+
+// The macro declares a function of the global namespace.
+static void registerPages()
+{
+    Q_INIT_RESOURCE(qml);
+}
+
+namespace host {
+
+Scene::Scene(Machine machine, int automaticAnswer)
+    : core_(std::move(machine))
+    , rows_(core_)
+    , link_(core_, automaticAnswer)
+{
+    registerPages();
+    registerWindowTypes();
+    QQmlContext& context = *engine_.rootContext();
+    publishPages(core_, context);
+    context.setContextProperty(QStringLiteral("host"), &core_);
+    context.setContextProperty(QStringLiteral("link"), &link_);
+    context.setContextProperty(QStringLiteral("machineRows"), &rows_);
+    engine_.load(QUrl(QStringLiteral("qrc:/sandbox/main.qml")));
+    if (!engine_.rootObjects().isEmpty())
+        connectWindow();
+}
+
+void Scene::connectWindow()
+{
+    window_ = qobject_cast<HostWindow*>(engine_.rootObjects().first());
+    if (window_ == nullptr)
+        return;
+    window_->setCore(&core_);
+    window_->findChild<MainPage*>()->setCore(&core_);
+    window_->findChild<QmlExecuter*>()->setCore(&core_);
+}
+
+} // namespace host

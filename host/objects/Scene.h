@@ -1,0 +1,37 @@
+#pragma once
+
+#include "host/objects/BridgeLink.h"
+#include "host/objects/HostCore.h"
+#include "host/objects/MachineModel.h"
+
+#include <QtQml/QQmlApplicationEngine>
+
+namespace host {
+
+class HostWindow;
+
+/// Every object that the library looks for, each under its name: the pages as context properties, the window, and the
+/// two items inside it. Application thread.
+class Scene
+{
+public:
+    /// @p automaticAnswer: see BridgeLink. The window is made but not shown.
+    Scene(Machine machine, int automaticAnswer);
+
+    HostCore& core() { return core_; }
+    BridgeLink& link() { return link_; }
+    QQmlApplicationEngine& engine() { return engine_; }
+    /// Null if the QML files could not be loaded.
+    HostWindow* window() { return window_; }
+
+private:
+    void connectWindow();
+
+    HostCore core_;
+    MachineModel rows_;
+    BridgeLink link_;
+    QQmlApplicationEngine engine_;
+    HostWindow* window_ = nullptr;
+};
+
+} // namespace host
