@@ -1,0 +1,103 @@
+#include "agent/Connection.h"
+
+#include "agent/Failure.h"
+#include "agent/Text.h"
+
+#include <QtNetwork/QNetworkProxy>
+
+#include <cstdio>
+
+namespace zorcall {
+
+namespace {
+
+// What the socket itself holds back; more is left to the other side until it is read.
+constexpr qint64 kSocketBuffer = 64 * 1024;
+
+std::string seconds(std::chrono::milliseconds limit)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%g s", static_cast<double>(limit.count()) / 1000.0);
+    return text;
+}
+
+} // namespace
+
+void Connection::connect(const std::string& host, std::uint16_t port, std::chrono::milliseconds limit)
+{
+    const std::string where = oneLine(host) + ":" + std::to_string(port);
+    deadline_ = QDeadlineTimer(limit);
+    socket_.setProxy(QNetworkProxy::NoProxy);
+    socket_.setReadBufferSize(kSocketBuffer);
+    socket_.connectToHost(QString::fromStdString(host), port);
+    if (socket_.waitForConnected(remaining())) {
+        socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        return;
+    }
+    if (socket_.error() == QAbstractSocket::SocketTimeoutError || deadline_.hasExpired())
+        throw Failure(TimedOut, "no connection to " + where + " within " + seconds(limit));
+    throw Failure(NoConnection, "no connection to " + where + ": " + socket_.errorString().toStdString());
+}
+
+void Connection::beginCall(std::chrono::milliseconds limit)
+{
+    limit_ = limit;
+    deadline_ = QDeadlineTimer(limit);
+    received_ = 0;
+}
+
+bool Connection::isOpen() const
+{
+    return socket_.state() == QAbstractSocket::ConnectedState;
+}
+
+void Connection::close()
+{
+    socket_.abort();
+}
+
+std::uint32_t Connection::read(std::uint8_t* buffer, std::uint32_t length)
+{
+    while (socket_.bytesAvailable() == 0) {
+        if (!socket_.waitForReadyRead(remaining()) && socket_.bytesAvailable() == 0)
+            failWait("the connection was lost before the answer was complete");
+    }
+    if (deadline_.hasExpired())
+        failWait("");
+    const qint64 got = socket_.read(reinterpret_cast<char*>(buffer), length);
+    if (got <= 0)
+        throw Failure(NoConnection, "the connection can't be read: " + socket_.errorString().toStdString());
+    received_ += static_cast<std::uint64_t>(got);
+    if (received_ > replyLimit)
+        throw Failure(BadReply, "the reply is not of the protocol: it is longer than "
+                                    + std::to_string(replyLimit) + " bytes");
+    return static_cast<std::uint32_t>(got);
+}
+
+void Connection::write(const std::uint8_t* buffer, std::uint32_t length)
+{
+    if (socket_.write(reinterpret_cast<const char*>(buffer), length) != static_cast<qint64>(length))
+        throw Failure(NoConnection, "the connection was lost before the call was sent");
+}
+
+void Connection::flush()
+{
+    while (socket_.bytesToWrite() > 0) {
+        if (!socket_.waitForBytesWritten(remaining()))
+            failWait("the connection was lost before the call was sent");
+    }
+}
+
+void Connection::failWait(const char* lost)
+{
+    if (deadline_.hasExpired() || socket_.error() == QAbstractSocket::SocketTimeoutError)
+        throw Failure(TimedOut, "no answer within " + seconds(limit_) + "; the call may still be carried out");
+    throw Failure(NoConnection, std::string(lost) + "; whether the call was carried out is not known");
+}
+
+int Connection::remaining() const
+{
+    return static_cast<int>(deadline_.remainingTime());
+}
+
+} // namespace zorcall

@@ -1,0 +1,103 @@
+#include "agent/Gate.h"
+
+#include "agent/JsonWriter.h"
+#include "agent/Report.h"
+
+#include <thread>
+
+namespace zorcall {
+
+const char* const kPreProcessing = "PreProcessing";
+const char* const kPostProcessing = "PostProcessing";
+
+namespace {
+
+const std::string kQueued = "Task Queued";
+
+// The gate says this while a dialog is open, and within two seconds of the last call.
+const std::string kInProgress =
+    "An operation is currently in progress, please wait a few moments and try again. If you need further "
+    "assistance, please let me know!";
+
+constexpr std::chrono::milliseconds kRetryPause{100};
+
+const Value& fieldOf(const Record& record, const Value& value, const std::string& name)
+{
+    std::size_t index = 0;
+    while (index < record.fields.size() && record.fields[index].name != name)
+        ++index;
+    return value.part(index);
+}
+
+Value askGate(Client& client, const Call& call, bool patient)
+{
+    const auto end = std::chrono::steady_clock::now() + client.limit();
+    for (;;) {
+        Value answer = client.call(kPreProcessing, {Value{call.text}});
+        const GateAnswer gate = readGateAnswer(client.service(), answer);
+        const bool again = patient && !gate.allow && gate.reasons == kInProgress;
+        if (!again || std::chrono::steady_clock::now() + kRetryPause >= end)
+            return answer;
+        std::this_thread::sleep_for(kRetryPause);
+    }
+}
+
+void closeGate(Client& client, const Call& call, const std::string& result, Report& report)
+{
+    const Value answer = client.call(kPostProcessing, {Value{result}});
+    report.answer(call, requireMethod(client.service(), kPostProcessing), answer);
+}
+
+// The host was told of the call and is told of its end; what counts for the user is still the exception.
+void closeGateAfter(const ServiceException& exception, Client& client, const Call& call, Report& report)
+{
+    try {
+        closeGate(client, call, exception.message(), report);
+    } catch (const Failure&) {
+        return;
+    }
+}
+
+} // namespace
+
+GateAnswer readGateAnswer(const Interface& service, const Value& taskInfo)
+{
+    const Record& record = service.record("TaskInfo");
+    return {fieldOf(record, taskInfo, "allow").boolean(), fieldOf(record, taskInfo, "reasons").text()};
+}
+
+ExitCode verdict(const Interface& service, const Method& method, const Value& value)
+{
+    if (method.acts())
+        return value.text() == kQueued ? Answered : Refused;
+    if (method.name == kPreProcessing)
+        return readGateAnswer(service, value).allow ? Answered : Refused;
+    return Answered;
+}
+
+ExitCode perform(Client& client, const Call& call, bool patient, Report& report)
+{
+    const Interface& service = client.service();
+    if (call.gated) {
+        const Value gate = askGate(client, call, patient);
+        report.answer(call, requireMethod(service, kPreProcessing), gate);
+        if (!readGateAnswer(service, gate).allow)
+            return Refused;
+    }
+    Value answer;
+    try {
+        answer = client.call(*call.method, call.arguments);
+    } catch (const ServiceException& exception) {
+        if (call.gated)
+            closeGateAfter(exception, client, call, report);
+        throw;
+    }
+    report.answer(call, *call.method, answer);
+    if (call.gated) {
+        const bool isText = call.method->result.kind == Kind::String;
+        closeGate(client, call, isText ? answer.text() : toJson(service, call.method->result, answer), report);
+    }
+    return verdict(service, *call.method, answer);
+}
+
+} // namespace zorcall

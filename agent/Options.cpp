@@ -1,0 +1,142 @@
+#include "agent/Options.h"
+
+#include "agent/Failure.h"
+
+#include <QtCore/QCommandLineParser>
+
+#include <cmath>
+
+namespace zorcall {
+
+namespace {
+
+constexpr double kLongestSeconds = 24 * 60 * 60;
+
+void declare(QCommandLineParser* parser)
+{
+    for (const char* flag : {"gated", "patient", "allow-missing", "table", "list", "version"})
+        parser->addOption(QCommandLineOption(QLatin1String(flag)));
+    parser->addOption(QCommandLineOption(QStringList{QStringLiteral("h"), QStringLiteral("help")}));
+    for (const char* option : {"host", "port", "timeout", "script"})
+        parser->addOption(
+            QCommandLineOption(QLatin1String(option), QString(), QString::fromLatin1(option).toUpper()));
+}
+
+bool isSet(const QCommandLineParser& parser, const char* name)
+{
+    return parser.isSet(QLatin1String(name));
+}
+
+// Empty if the option is not there.
+QString valueOf(const QCommandLineParser& parser, const char* name)
+{
+    const QStringList values = parser.values(QLatin1String(name));
+    if (values.size() > 1)
+        throw Failure(Usage, std::string("--") + name + " is given twice");
+    if (values.size() == 1 && values.first().isEmpty())
+        throw Failure(Usage, std::string("--") + name + " has no value");
+    return values.value(0);
+}
+
+std::uint16_t readPort(const QString& text, const std::string& source)
+{
+    bool isNumber = false;
+    const uint port = text.toUInt(&isNumber);
+    if (!isNumber || port == 0 || port > 65535)
+        throw Failure(Usage, source + " is '" + text.toStdString() + "', which is no port");
+    return static_cast<std::uint16_t>(port);
+}
+
+std::uint16_t choosePort(const QString& given, const QString& nativePort)
+{
+    if (!given.isEmpty())
+        return readPort(given, "--port");
+    if (nativePort.isEmpty())
+        throw Failure(Usage, "no port: give --port, or set AGENT_NATIVE_PORT");
+    return readPort(nativePort, "AGENT_NATIVE_PORT");
+}
+
+std::chrono::milliseconds readTimeout(const QString& text)
+{
+    bool isNumber = false;
+    const double seconds = text.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(seconds) || seconds < 0.001 || seconds > kLongestSeconds)
+        throw Failure(Usage, "--timeout is '" + text.toStdString() + "', not a number of seconds from 0.001 to 86400");
+    return std::chrono::milliseconds(std::llround(seconds * 1000));
+}
+
+Options::Mode readMode(const QCommandLineParser& parser)
+{
+    if (isSet(parser, "version"))
+        return Options::Version;
+    if (isSet(parser, "help"))
+        return Options::Help;
+    if (isSet(parser, "list"))
+        return Options::List;
+    return isSet(parser, "script") ? Options::Script : Options::Call;
+}
+
+void checkTogether(const Options& options)
+{
+    const bool isCall = options.mode == Options::Call;
+    const bool isScript = options.mode == Options::Script;
+    if (isCall && options.words.empty())
+        throw Failure(Usage, "no method: 'zorcall --list' shows them, 'zorcall --help' the options");
+    if (isScript && !options.words.empty())
+        throw Failure(Usage, "--script takes its calls from the file, so no method can stand beside it");
+    if (isScript && options.gated)
+        throw Failure(Usage, "with --script, --gated stands at the beginning of a line of the script");
+    if (isCall && options.table)
+        throw Failure(Usage, "--table needs --script");
+    if (isCall && options.patient && !options.gated)
+        throw Failure(Usage, "--patient needs --gated or --script");
+    if (!isCall && !isScript && options.words.size() > 1)
+        throw Failure(Usage, "--list and --help take one method");
+}
+
+std::vector<std::string> readWords(const QStringList& arguments)
+{
+    std::vector<std::string> words;
+    for (const QString& argument : arguments)
+        words.push_back(argument.toStdString());
+    return words;
+}
+
+} // namespace
+
+Options parseOptions(const QStringList& arguments)
+{
+    for (const QString& argument : arguments) {
+        if (argument.contains(QChar::ReplacementCharacter))
+            throw Failure(Usage, "an argument is not UTF-8: " + argument.toStdString());
+    }
+    QCommandLineParser parser;
+    declare(&parser);
+    if (!parser.parse(arguments))
+        throw Failure(Usage, parser.errorText().toStdString() + " ('zorcall --help' shows the options)");
+    Options options;
+    options.mode = readMode(parser);
+    options.words = readWords(parser.positionalArguments());
+    options.script = valueOf(parser, "script").toStdString();
+    options.host = valueOf(parser, "host");
+    options.port = valueOf(parser, "port");
+    options.timeout = valueOf(parser, "timeout");
+    options.gated = isSet(parser, "gated");
+    options.patient = isSet(parser, "patient");
+    options.allowMissing = isSet(parser, "allow-missing");
+    options.table = isSet(parser, "table");
+    checkTogether(options);
+    return options;
+}
+
+Address addressOf(const Options& options, const QString& nativePort)
+{
+    Address address;
+    address.host = options.host.isEmpty() ? std::string("localhost") : options.host.toStdString();
+    address.port = choosePort(options.port, nativePort);
+    if (!options.timeout.isEmpty())
+        address.limit = readTimeout(options.timeout);
+    return address;
+}
+
+} // namespace zorcall

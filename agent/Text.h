@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace zorcall {
+
+/// Length in bytes of the UTF-8 character that begins at @p position; 0 if what stands there is none.
+std::size_t utf8Length(const std::string& text, std::size_t position);
+
+bool isUtf8(const std::string& text);
+
+/// @p text fit for one line of a terminal: control bytes and what is not UTF-8 become '?', and a text of more than
+/// a thousand bytes is cut, with "..." at its end. What another program sent goes through here.
+std::string oneLine(const std::string& text);
+
+std::string join(const std::vector<std::string>& parts, const std::string& separator);
+
+/// At most three of @p candidates, nearest to @p name first by edit distance without regard to case; among equals
+/// in their own order.
+std::vector<std::string> nearest(const std::string& name, const std::vector<std::string>& candidates);
+
+/// Insertions, deletions and replacements of one byte that turn one text into the other.
+std::size_t editDistance(const std::string& left, const std::string& right);
+
+} // namespace zorcall
