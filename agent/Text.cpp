@@ -8,6 +8,7 @@ namespace zorcall {
 namespace {
 
 constexpr std::size_t kLineLimit = 1000;
+constexpr std::size_t kNearlyAsNear = 2;
 
 unsigned byteAt(const std::string& text, std::size_t position)
 {
@@ -107,7 +108,7 @@ std::vector<std::string> nearest(const std::string& name, const std::vector<std:
     std::stable_sort(ranked.begin(), ranked.end(),
                      [](const auto& left, const auto& right) { return left.first < right.first; });
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < ranked.size() && i < 3; ++i)
+    for (std::size_t i = 0; i < ranked.size() && i < 3 && ranked[i].first <= ranked[0].first + kNearlyAsNear; ++i)
         names.push_back(ranked[i].second);
     return names;
 }

@@ -17,8 +17,8 @@ std::string oneLine(const std::string& text);
 
 std::string join(const std::vector<std::string>& parts, const std::string& separator);
 
-/// At most three of @p candidates, nearest to @p name first by edit distance without regard to case; among equals
-/// in their own order.
+/// The nearest of @p candidates to @p name by edit distance without regard to case, and up to two more that are
+/// nearly as near; nearest first, among equals in their own order.
 std::vector<std::string> nearest(const std::string& name, const std::vector<std::string>& candidates);
 
 /// Insertions, deletions and replacements of one byte that turn one text into the other.

@@ -1,0 +1,121 @@
+// The command line: what each option sets, and what can't stand together.
+#include "agent/Failure.h"
+#include "agent/Options.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using zorcall::Options;
+
+Options parse(const QStringList& arguments)
+{
+    return zorcall::parseOptions(QStringList{QStringLiteral("zorcall")} + arguments);
+}
+
+QStringList split(const char* line) { return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts); }
+
+std::string refusal(const char* line, const QString& nativePort = QStringLiteral("9090"))
+{
+    try {
+        zorcall::addressOf(parse(split(line)), nativePort);
+        return "accepted";
+    } catch (const zorcall::Failure& failure) {
+        EXPECT_EQ(failure.code(), zorcall::Usage);
+        return failure.what();
+    }
+}
+
+zorcall::Address address(const char* line, const QString& nativePort = QStringLiteral("9090"))
+{
+    return zorcall::addressOf(parse(split(line)), nativePort);
+}
+
+TEST(Options, NothingButACall_TakesTheDefaults)
+{
+    const Options options = parse(split("WipeDisk diskIndex=1 eraseCount=-2"));
+    EXPECT_EQ(options.mode, Options::Call);
+    EXPECT_EQ(options.words, (std::vector<std::string>{"WipeDisk", "diskIndex=1", "eraseCount=-2"}));
+    EXPECT_FALSE(options.gated || options.patient || options.allowMissing || options.table);
+    const zorcall::Address where = zorcall::addressOf(options, QStringLiteral("9123"));
+    EXPECT_EQ(where.host, "localhost");
+    EXPECT_EQ(where.port, 9123);
+    EXPECT_EQ(where.limit.count(), 30000);
+}
+
+TEST(Options, AddressOptions_AreTaken)
+{
+    const zorcall::Address where = address("--host 127.0.0.1 --port=1234 --timeout 0.25 Init");
+    EXPECT_EQ(where.host, "127.0.0.1");
+    EXPECT_EQ(where.port, 1234);
+    EXPECT_EQ(where.limit.count(), 250);
+}
+
+TEST(Options, Flags_AreTaken)
+{
+    EXPECT_TRUE(parse(split("--gated --patient Init")).gated);
+    EXPECT_TRUE(parse(split("--gated --patient Init")).patient);
+    EXPECT_TRUE(parse(split("--allow-missing Init")).allowMissing);
+    EXPECT_TRUE(parse(split("--script x --table")).table);
+}
+
+TEST(Options, Modes_AreTold)
+{
+    EXPECT_EQ(parse(split("--script x")).mode, Options::Script);
+    EXPECT_EQ(parse(split("--script x")).script, "x");
+    EXPECT_EQ(parse(split("--script -")).script, "-");
+    EXPECT_EQ(parse(split("--list")).mode, Options::List);
+    EXPECT_EQ(parse(split("--list Init")).words, std::vector<std::string>{"Init"});
+    EXPECT_EQ(parse(split("--help")).mode, Options::Help);
+    EXPECT_EQ(parse(split("-h")).mode, Options::Help);
+    EXPECT_EQ(parse(split("--version")).mode, Options::Version);
+}
+
+TEST(Options, NoPortAnywhere_IsRefusedWithBothWays)
+{
+    EXPECT_EQ(refusal("Init", QString()), "no port: give --port, or set AGENT_NATIVE_PORT");
+}
+
+TEST(Options, PortThatIsNone_IsRefusedWithItsSource)
+{
+    for (const char* port : {"0", "65536", "-1", "x", "90 90", "9090x"})
+        EXPECT_EQ(refusal("Init", QString::fromLatin1(port)),
+                  "AGENT_NATIVE_PORT is '" + std::string(port) + "', which is no port");
+    EXPECT_EQ(refusal("--port 65536 Init"), "--port is '65536', which is no port");
+    EXPECT_EQ(refusal("--port 0 Init"), "--port is '0', which is no port");
+    EXPECT_EQ(address("--port 65535 Init").port, 65535);
+}
+
+TEST(Options, TimeoutThatIsNone_IsRefused)
+{
+    for (const char* text : {"0", "-1", "x", "nan", "inf", "86401", "0.0001"})
+        EXPECT_EQ(refusal((std::string("Init --timeout=") + text).c_str()),
+                  "--timeout is '" + std::string(text) + "', not a number of seconds from 0.001 to 86400");
+    EXPECT_EQ(address("Init --timeout 86400").limit.count(), 86400000);
+}
+
+TEST(Options, UnknownOptionMissingValueOrTwice_AreRefused)
+{
+    EXPECT_EQ(refusal("--gate Init"), "Unknown option 'gate'. ('zorcall --help' shows the options)");
+    EXPECT_EQ(refusal("Init --port"), "Missing value after '--port'. ('zorcall --help' shows the options)");
+    EXPECT_EQ(refusal("Init --port 1 --port 2"), "--port is given twice");
+    EXPECT_EQ(refusal("Init --host="), "--host has no value");
+}
+
+TEST(Options, CombinationsThatMeanNothing_AreRefused)
+{
+    EXPECT_EQ(refusal(""), "no method: 'zorcall --list' shows them, 'zorcall --help' the options");
+    EXPECT_EQ(refusal("--script x Init"), "--script takes its calls from the file, so no method can stand beside it");
+    EXPECT_EQ(refusal("--script x --gated"),
+              "with --script, --gated stands at the beginning of a line of the script");
+    EXPECT_EQ(refusal("--table Init"), "--table needs --script");
+    EXPECT_EQ(refusal("--patient Init"), "--patient needs --gated or --script");
+    EXPECT_EQ(refusal("--list Init Init"), "--list and --help take one method");
+}
+
+TEST(Options, ArgumentThatIsNotUtf8_IsRefused)
+{
+    EXPECT_THROW(parse({QStringLiteral("EjectUsb"), QString::fromUtf8("driveLetter=\xFF")}), zorcall::Failure);
+}
+
+} // namespace

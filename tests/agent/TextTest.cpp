@@ -1,0 +1,78 @@
+// Texts: what is UTF-8, what may go to a terminal, and which name was meant.
+#include "agent/Text.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST(Text, IsUtf8_CharactersOfEveryLength_AreAccepted)
+{
+    EXPECT_TRUE(zorcall::isUtf8(""));
+    EXPECT_TRUE(zorcall::isUtf8("C"));
+    EXPECT_TRUE(zorcall::isUtf8("Gr\xC3\xB6\xC3\x9F\x65 \xE6\x95\xB0 \xF0\x9F\x92\xBE"));
+    EXPECT_TRUE(zorcall::isUtf8(std::string("\0", 1)));
+}
+
+TEST(Text, IsUtf8_BrokenForms_AreRefused)
+{
+    EXPECT_FALSE(zorcall::isUtf8("\xFF"));
+    EXPECT_FALSE(zorcall::isUtf8("\x80"));
+    EXPECT_FALSE(zorcall::isUtf8("\xC3"));                 // cut off
+    EXPECT_FALSE(zorcall::isUtf8("\xC3\x41"));             // no continuation
+    EXPECT_FALSE(zorcall::isUtf8("\xE6\x95"));             // cut off
+    EXPECT_FALSE(zorcall::isUtf8("\xE6\x95\x41"));         // third byte no continuation
+    EXPECT_FALSE(zorcall::isUtf8("\xC0\xAF"));             // overlong
+    EXPECT_FALSE(zorcall::isUtf8("\xE0\x80\xAF"));         // overlong
+    EXPECT_FALSE(zorcall::isUtf8("\xED\xA0\x80"));         // surrogate
+    EXPECT_FALSE(zorcall::isUtf8("\xF4\x90\x80\x80"));     // above the last character
+}
+
+TEST(Text, OneLine_ControlAndForeignBytes_BecomeQuestionMarks)
+{
+    EXPECT_EQ(zorcall::oneLine("a\nb\r\x1B[31m\x7F\xFF"), "a?b??[31m??");
+    EXPECT_EQ(zorcall::oneLine("x\xC2\x9Bz"), "x?z");
+    EXPECT_EQ(zorcall::oneLine("caf\xC3\xA9 \xC2\xA0"), "caf\xC3\xA9 \xC2\xA0");
+}
+
+TEST(Text, OneLine_LongText_IsCutBetweenCharacters)
+{
+    EXPECT_EQ(zorcall::oneLine(std::string(1000, 'a')), std::string(1000, 'a'));
+    EXPECT_EQ(zorcall::oneLine(std::string(1001, 'a')), std::string(1000, 'a') + "...");
+    EXPECT_EQ(zorcall::oneLine(std::string(999, 'a') + "\xC3\xA9"), std::string(999, 'a') + "...");
+}
+
+TEST(Text, EditDistance_CountsSingleChanges)
+{
+    EXPECT_EQ(zorcall::editDistance("", ""), 0u);
+    EXPECT_EQ(zorcall::editDistance("", "abc"), 3u);
+    EXPECT_EQ(zorcall::editDistance("abc", ""), 3u);
+    EXPECT_EQ(zorcall::editDistance("kitten", "sitting"), 3u);
+    EXPECT_EQ(zorcall::editDistance("ab", "ba"), 2u);
+}
+
+TEST(Text, Nearest_MoreThanThree_GivesTheThreeNearestInOrder)
+{
+    const Names all = {"WipeDisk", "ListAllDisks", "WipeDisc", "WipePartition", "WipeDish"};
+    EXPECT_EQ(zorcall::nearest("WipeDish", all), (Names{"WipeDish", "WipeDisk", "WipeDisc"}));
+}
+
+TEST(Text, Nearest_OtherCase_IsNoDifference)
+{
+    EXPECT_EQ(zorcall::nearest("WIPEDISK", {"WipeDish", "WipeDisk"}), (Names{"WipeDisk", "WipeDish"}));
+}
+
+TEST(Text, Nearest_FarNames_AreLeftOutButNeverAll)
+{
+    EXPECT_EQ(zorcall::nearest("WipeDisk", {"Init", "WipeDisks"}), Names{"WipeDisks"});
+    EXPECT_EQ(zorcall::nearest("qqqqqqqqqqqqqqqq", {"Init"}), Names{"Init"});
+}
+
+TEST(Text, Join_PutsTheSeparatorBetween)
+{
+    EXPECT_EQ(zorcall::join({}, ", "), "");
+    EXPECT_EQ(zorcall::join({"a", "b", "c"}, ", "), "a, b, c");
+}
+
+} // namespace

@@ -1,0 +1,159 @@
+// A call through the gate: three answers, and what ends it early.
+#include "tests/agent/TestService.h"
+#include "tests/agent/ZorcallProcess.h"
+#include "tests/support/RecordingHost.h"
+
+#include <QtTest/QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <mutex>
+#include <stdexcept>
+
+namespace {
+
+const char* const kInProgress =
+    "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"An operation is currently in progress, please wait a few "
+    "moments and try again. If you need further assistance, please let me know!\"}}\n";
+
+struct GatedHost
+{
+    GatedHost()
+    {
+        host.build();
+        tools->setBridge(host.bridge());
+        service = std::make_unique<TestService>(tools);
+    }
+    Ran call(const char* line) { return zorcall(words(line), service->port()); }
+
+    RecordingHost host;
+    std::shared_ptr<PacedTools> tools = std::make_shared<PacedTools>();
+    std::unique_ptr<TestService> service;
+};
+
+/// Notes what passes the gate; its one acting tool fails.
+class FailingTools : public ZORNativePluginNull
+{
+public:
+    void PreProcessing(TaskInfo& answer, const std::string& toolCalls) override
+    {
+        answer.allow = true;
+        note("pre " + toolCalls);
+    }
+    bool PostProcessing(const std::string& result) override
+    {
+        note("post " + result);
+        return false;
+    }
+    void RebuildMbr(std::string&, const int32_t) override { throw std::runtime_error("out of order"); }
+
+    std::vector<std::string> notes()
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        return notes_;
+    }
+
+private:
+    void note(const std::string& text)
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        notes_.push_back(text);
+    }
+    std::mutex mutex_;
+    std::vector<std::string> notes_;
+};
+
+TEST(ZorcallGate, AllowedCall_ShowsThreeAnswersWithCode0)
+{
+    GatedHost gated;
+    QSignalSpy before(gated.host.bridge(), &AIBridge::sigAbout2CallFun);
+    QSignalSpy after(gated.host.bridge(), &AIBridge::sigAfterCallFun);
+    EXPECT_EQ(gated.call("--gated EjectUsb driveLetter=E"),
+              (Ran{0,
+                   "{\"PreProcessing\": {\"allow\": true, \"reasons\": \"\"}}\n"
+                   "{\"EjectUsb\": \"Task Queued\"}\n"
+                   "{\"PostProcessing\": true}\n",
+                   ""}));
+    ASSERT_EQ(before.count(), 1);
+    EXPECT_EQ(before[0][0].toString(), QStringLiteral("EjectUsb driveLetter=E"));
+    ASSERT_EQ(after.count(), 1);
+    EXPECT_EQ(after[0][0].toString(), QStringLiteral("Task Queued"));
+    EXPECT_TRUE(after[0][1].toBool());
+}
+
+TEST(ZorcallGate, ToolThatRefuses_StillClosesTheGateWithCode1)
+{
+    GatedHost gated;
+    EXPECT_EQ(gated.call("--gated EjectUsb driveLetter=5"),
+              (Ran{1,
+                   "{\"PreProcessing\": {\"allow\": true, \"reasons\": \"\"}}\n"
+                   "{\"EjectUsb\": \"Task NotValid\"}\n"
+                   "{\"PostProcessing\": false}\n",
+                   ""}));
+}
+
+TEST(ZorcallGate, GateThatRefuses_StopsWithCode1AndCallsNothing)
+{
+    GatedHost gated;
+    gated.tools->tooSoon = 1;
+    QSignalSpy after(gated.host.bridge(), &AIBridge::sigAfterCallFun);
+    EXPECT_EQ(gated.call("--gated EjectUsb driveLetter=E"), (Ran{1, kInProgress, ""}));
+    EXPECT_TRUE(gated.host.recorder().sequence().isEmpty());
+    EXPECT_EQ(after.count(), 0);
+}
+
+TEST(ZorcallGate, Patient_AsksAgainUntilThePaceAllows)
+{
+    GatedHost gated;
+    gated.tools->tooSoon = 2;
+    const Ran ran = gated.call("--gated --patient EjectUsb driveLetter=E");
+    EXPECT_EQ(ran.code, 0);
+    EXPECT_TRUE(ran.out.startsWith("{\"PreProcessing\": {\"allow\": true, \"reasons\": \"\"}}\n")) << ran;
+    EXPECT_LT(gated.tools->tooSoon.load(), 0);
+}
+
+TEST(ZorcallGate, PatientPastTheTimeout_EndsRefusedWithCode1)
+{
+    GatedHost gated;
+    gated.tools->tooSoon = 1000000;
+    EXPECT_EQ(gated.call("--gated --patient --timeout 2 EjectUsb driveLetter=E"), (Ran{1, kInProgress, ""}));
+    EXPECT_LT(gated.tools->tooSoon.load(), 999999);
+}
+
+TEST(ZorcallGate, PatientWithABusyHost_DoesNotWait)
+{
+    GatedHost gated;
+    gated.host.object(QStringLiteral("__zormain"))->setValue("busy", true);
+    EXPECT_EQ(gated.call("--gated --patient EjectUsb driveLetter=E"),
+              (Ran{1,
+                   "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"One or more tasks are currently in "
+                   "execution, please wait a few moments and try again. If you need further assistance, please let "
+                   "me know!\"}}\n",
+                   ""}));
+}
+
+TEST(ZorcallGate, ReadingTool_GivesItsJsonToPostProcessing)
+{
+    GatedHost gated;
+    QSignalSpy after(gated.host.bridge(), &AIBridge::sigAfterCallFun);
+    EXPECT_EQ(gated.call("--gated ListAllDisks"),
+              (Ran{0,
+                   "{\"PreProcessing\": {\"allow\": true, \"reasons\": \"\"}}\n"
+                   "{\"ListAllDisks\": []}\n"
+                   "{\"PostProcessing\": false}\n",
+                   ""}));
+    ASSERT_EQ(after.count(), 1);
+    EXPECT_EQ(after[0][0].toString(), QStringLiteral("[]"));
+}
+
+TEST(ZorcallGate, ExceptionOfTheTool_StillClosesTheGateWithCode5)
+{
+    const auto tools = std::make_shared<FailingTools>();
+    TestService service(tools);
+    const Ran ran = zorcall(words("--gated RebuildMbr diskIndex=1"), service.port());
+    EXPECT_EQ(ran.code, 5);
+    EXPECT_EQ(ran.err, "zorcall: the service answered with an exception: out of order\n");
+    EXPECT_EQ(tools->notes(), (std::vector<std::string>{"pre RebuildMbr diskIndex=1", "post out of order"}));
+}
+
+} // namespace
