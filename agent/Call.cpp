@@ -27,9 +27,9 @@ template <class Integer> Value parseInteger(const Field& field, const std::strin
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     if (error == std::errc::result_out_of_range && stop == end)
-        refuse("argument '" + field.name + "': " + quoted(text) + " is out of the range of " + field.type.name()
-               + ", " + std::to_string(std::numeric_limits<Integer>::min()) + " to "
-               + std::to_string(std::numeric_limits<Integer>::max()));
+        refuse("argument '" + field.name + "': " + quoted(text) + " is out of the range of " +
+               field.type.name() + ", " + std::to_string(std::numeric_limits<Integer>::min()) + " to " +
+               std::to_string(std::numeric_limits<Integer>::max()));
     if (error != std::errc() || stop != end)
         refuse("argument '" + field.name + "': " + quoted(text) + " is not a whole number");
     return Value{static_cast<std::int64_t>(number)};
@@ -52,7 +52,8 @@ std::size_t argumentIndex(const Method& method, const std::string& name)
     }
     if (names.empty())
         refuse(method.name + " takes no arguments, so none called " + quoted(name));
-    refuse(method.name + " has no argument " + quoted(name) + "; nearest: " + join(nearest(name, names), ", "));
+    refuse(method.name + " has no argument " + quoted(name) +
+           "; nearest: " + join(nearest(name, names), ", "));
 }
 
 void readArgument(Call* call, const std::string& word)
@@ -75,7 +76,8 @@ void requireAll(const Call& call)
             missing.push_back(call.method->arguments[i].name);
     }
     if (!missing.empty())
-        refuse(call.method->name + " needs " + join(missing, ", ") + " as well (--allow-missing leaves them out)");
+        refuse(call.method->name + " needs " + join(missing, ", ") +
+               " as well (--allow-missing leaves them out)");
 }
 
 } // namespace
@@ -83,14 +85,18 @@ void requireAll(const Call& call)
 Value parseValue(const Field& field, const std::string& text)
 {
     switch (field.type.kind) {
-    case Kind::Bool: return parseBool(field, text);
-    case Kind::I32: return parseInteger<std::int32_t>(field, text);
-    case Kind::I64: return parseInteger<std::int64_t>(field, text);
+    case Kind::Bool:
+        return parseBool(field, text);
+    case Kind::I32:
+        return parseInteger<std::int32_t>(field, text);
+    case Kind::I64:
+        return parseInteger<std::int64_t>(field, text);
     case Kind::String:
         if (!isUtf8(text))
             refuse("argument '" + field.name + "' is not UTF-8");
         return Value{text};
-    default: refuse("argument '" + field.name + "' is of type " + field.type.name() + ", which can't be typed");
+    default:
+        refuse("argument '" + field.name + "' is of type " + field.type.name() + ", which can't be typed");
     }
 }
 
@@ -98,7 +104,8 @@ const Method& requireMethod(const Interface& service, const std::string& name)
 {
     const Method* method = service.method(name);
     if (method == nullptr)
-        refuse("unknown method " + quoted(name) + "; nearest: " + join(nearest(name, service.methodNames()), ", "));
+        refuse("unknown method " + quoted(name) +
+               "; nearest: " + join(nearest(name, service.methodNames()), ", "));
     return *method;
 }
 

@@ -17,8 +17,8 @@ struct Call
     bool gated = false;     ///< with PreProcessing before and PostProcessing after it
 };
 
-/// Reads METHOD name=value ... . Throws a Failure with code Usage where the method or an argument is unknown, given
-/// twice, does not fit its type, or is missing while @p allowMissing is false.
+/// Reads METHOD name=value ... . Throws a Failure with code Usage where the method or an argument is unknown,
+/// given twice, does not fit its type, or is missing while @p allowMissing is false.
 Call parseCall(const Interface& service, const std::vector<std::string>& words, bool allowMissing);
 
 /// Reads one value. Throws as parseCall does; @p field names it in the message.

@@ -22,14 +22,14 @@ constexpr std::uint32_t kBufferSize = 16 * 1024;
 } // namespace
 
 Client::Client(const Interface& service, const Address& address)
-    : service_(service)
-    , limit_(address.limit)
-    , connection_(std::make_shared<Connection>())
+    : service_(service), limit_(address.limit), connection_(std::make_shared<Connection>())
 {
     connection_->connect(address.host, address.port, address.limit);
     const auto buffered = std::make_shared<thrift::transport::TBufferedTransport>(connection_, kBufferSize);
-    // Replies are always written in the strict form, so that a server of another kind is told at its first bytes.
-    protocol_ = std::make_shared<thrift::protocol::TBinaryProtocol>(buffered, kTextLimit, kListLimit, true, true);
+    // Replies are always written in the strict form, so that a server of another kind is told at its first
+    // bytes.
+    protocol_ =
+        std::make_shared<thrift::protocol::TBinaryProtocol>(buffered, kTextLimit, kListLimit, true, true);
 }
 
 Client::~Client() = default;

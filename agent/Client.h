@@ -38,8 +38,8 @@ public:
     const Interface& service() const { return service_; }
     std::chrono::milliseconds limit() const { return limit_; }
 
-    /// Sends one call and waits for its answer. Throws a Failure; after any but a ServiceException the connection
-    /// is closed. @p arguments: one for each of the method's, absent ones are left off.
+    /// Sends one call and waits for its answer. Throws a Failure; after any but a ServiceException the
+    /// connection is closed. @p arguments: one for each of the method's, absent ones are left off.
     Value call(const Method& method, const Value::Parts& arguments);
     /// The same for a method of the interface by its name, with all its arguments.
     Value call(const std::string& method, const Value::Parts& arguments);

@@ -16,12 +16,18 @@ namespace {
 TType wireType(Kind kind)
 {
     switch (kind) {
-    case Kind::Bool: return protocol::T_BOOL;
-    case Kind::I32: return protocol::T_I32;
-    case Kind::I64: return protocol::T_I64;
-    case Kind::String: return protocol::T_STRING;
-    case Kind::Record: return protocol::T_STRUCT;
-    case Kind::List: return protocol::T_LIST;
+    case Kind::Bool:
+        return protocol::T_BOOL;
+    case Kind::I32:
+        return protocol::T_I32;
+    case Kind::I64:
+        return protocol::T_I64;
+    case Kind::String:
+        return protocol::T_STRING;
+    case Kind::Record:
+        return protocol::T_STRUCT;
+    case Kind::List:
+        return protocol::T_LIST;
     }
     return protocol::T_STOP;
 }
@@ -42,21 +48,23 @@ void writeValue(TProtocol& out, Kind kind, const Value& value)
 class Reader
 {
 public:
-    Reader(TProtocol& in, const Interface& service)
-        : in_(in)
-        , service_(service)
-    {
-    }
+    Reader(TProtocol& in, const Interface& service) : in_(in), service_(service) {}
 
     Value read(const Type& type)
     {
         switch (type.kind) {
-        case Kind::Bool: return readBool();
-        case Kind::I32: return readI32();
-        case Kind::I64: return readI64();
-        case Kind::String: return readString();
-        case Kind::Record: return Value{readFields(service_.record(type.record).fields)};
-        case Kind::List: return readList(type.entry());
+        case Kind::Bool:
+            return readBool();
+        case Kind::I32:
+            return readI32();
+        case Kind::I64:
+            return readI64();
+        case Kind::String:
+            return readString();
+        case Kind::Record:
+            return Value{readFields(service_.record(type.record).fields)};
+        case Kind::List:
+            return readList(type.entry());
         }
         return Value{};
     }
@@ -163,7 +171,8 @@ void writeCall(TProtocol& out, const Method& method, const Value::Parts& argumen
         const Field& field = method.arguments[i];
         if (arguments[i].absent())
             continue;
-        out.writeFieldBegin(field.name.c_str(), wireType(field.type.kind), static_cast<std::int16_t>(field.id));
+        out.writeFieldBegin(field.name.c_str(), wireType(field.type.kind),
+                            static_cast<std::int16_t>(field.id));
         writeValue(out, field.type.kind, arguments[i]);
         out.writeFieldEnd();
     }
@@ -183,8 +192,8 @@ Value readReply(TProtocol& in, const Interface& service, const Method& method, s
     if (name != method.name)
         refuse("it answers '" + oneLine(name) + "'");
     if (receivedSequence != sequence)
-        refuse("it answers call number " + std::to_string(receivedSequence) + " and not "
-               + std::to_string(sequence));
+        refuse("it answers call number " + std::to_string(receivedSequence) + " and not " +
+               std::to_string(sequence));
     if (type == protocol::T_EXCEPTION)
         readException(in);
     const Value::Parts parts = Reader(in, service).readFields({Field{0, "success", method.result, {}}});

@@ -12,7 +12,7 @@ namespace zorcall {
 namespace {
 
 // What the socket itself holds back; more is left to the other side until it is read.
-constexpr qint64 kSocketBuffer = 64 * 1024;
+constexpr qint64 kSocketBuffer = 65536;
 
 std::string seconds(std::chrono::milliseconds limit)
 {
@@ -69,8 +69,8 @@ std::uint32_t Connection::read(std::uint8_t* buffer, std::uint32_t length)
         throw Failure(NoConnection, "the connection can't be read: " + socket_.errorString().toStdString());
     received_ += static_cast<std::uint64_t>(got);
     if (received_ > replyLimit)
-        throw Failure(BadReply, "the reply is not of the protocol: it is longer than "
-                                    + std::to_string(replyLimit) + " bytes");
+        throw Failure(BadReply, "the reply is not of the protocol: it is longer than " +
+                                    std::to_string(replyLimit) + " bytes");
     return static_cast<std::uint32_t>(got);
 }
 
@@ -91,7 +91,8 @@ void Connection::flush()
 void Connection::failWait(const char* lost)
 {
     if (deadline_.hasExpired() || socket_.error() == QAbstractSocket::SocketTimeoutError)
-        throw Failure(TimedOut, "no answer within " + seconds(limit_) + "; the call may still be carried out");
+        throw Failure(TimedOut,
+                      "no answer within " + seconds(limit_) + "; the call may still be carried out");
     throw Failure(NoConnection, std::string(lost) + "; whether the call was carried out is not known");
 }
 

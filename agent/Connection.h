@@ -11,13 +11,13 @@
 
 namespace zorcall {
 
-/// A TCP connection on which every wait ends with the limit of the call in progress, however slowly bytes come.
-/// Whatever goes wrong is thrown as a Failure. One thread.
+/// A TCP connection on which every wait ends with the limit of the call in progress, however slowly bytes
+/// come. Whatever goes wrong is thrown as a Failure. One thread.
 class Connection : public apache::thrift::transport::TVirtualTransport<Connection>
 {
 public:
     /// No reply may be longer, in bytes; a machine's whole inventory is far below.
-    static constexpr std::uint64_t replyLimit = 128u * 1024u * 1024u;
+    static constexpr std::uint64_t replyLimit = std::uint64_t{128} << 20;
 
     /// Throws NoConnection, or TimedOut after @p limit. The system's own limit holds for looking up a name.
     void connect(const std::string& host, std::uint16_t port, std::chrono::milliseconds limit);

@@ -20,11 +20,7 @@ enum ExitCode : int {
 class Failure : public std::runtime_error
 {
 public:
-    Failure(ExitCode code, const std::string& text)
-        : std::runtime_error(text)
-        , code_(code)
-    {
-    }
+    Failure(ExitCode code, const std::string& text) : std::runtime_error(text), code_(code) {}
     ExitCode code() const { return code_; }
 
 private:
@@ -36,8 +32,7 @@ class ServiceException : public Failure
 {
 public:
     explicit ServiceException(const std::string& message)
-        : Failure(BadReply, "the service answered with an exception: " + message)
-        , message_(message)
+        : Failure(BadReply, "the service answered with an exception: " + message), message_(message)
     {
     }
     /// The service's own words.

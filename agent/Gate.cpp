@@ -95,7 +95,8 @@ ExitCode perform(Client& client, const Call& call, bool patient, Report& report)
     report.answer(call, *call.method, answer);
     if (call.gated) {
         const bool isText = call.method->result.kind == Kind::String;
-        closeGate(client, call, isText ? answer.text() : toJson(service, call.method->result, answer), report);
+        closeGate(client, call, isText ? answer.text() : toJson(service, call.method->result, answer),
+                  report);
     }
     return verdict(service, *call.method, answer);
 }

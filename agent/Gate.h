@@ -21,15 +21,15 @@ struct GateAnswer
 
 GateAnswer readGateAnswer(const Interface& service, const Value& taskInfo);
 
-/// Whether an answer counts as a refusal: a tool that acts answered anything but "Task Queued", or PreProcessing
-/// does not allow. Every other answer, also PostProcessing's false, is just an answer.
+/// Whether an answer counts as a refusal: a tool that acts answered anything but "Task Queued", or
+/// PreProcessing does not allow. Every other answer, also PostProcessing's false, is just an answer.
 ExitCode verdict(const Interface& service, const Method& method, const Value& value);
 
-/// Makes the call, through the gate if it says so, and reports every answer as it comes. A call that the gate lets
-/// through always reaches PostProcessing, also after an exception message.
+/// Makes the call, through the gate if it says so, and reports every answer as it comes. A call that the gate
+/// lets through always reaches PostProcessing, also after an exception message.
 ///
-/// @p patient asks the gate again, up to the client's limit, while its refusal is the one that also stands for a
-/// call too soon after another. Throws a Failure.
+/// @p patient asks the gate again, up to the client's limit, while its refusal is the one that also stands
+/// for a call too soon after another. Throws a Failure.
 ExitCode perform(Client& client, const Call& call, bool patient, Report& report);
 
 } // namespace zorcall

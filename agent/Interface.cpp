@@ -131,9 +131,9 @@ Interface::Interface(const QByteArray& json)
     const QJsonArray services = root.value(QLatin1String("services")).toArray();
     if (services.size() != 1)
         throw std::runtime_error("the interface description does not hold one service");
-    for (const QJsonValue& record : root.value(QLatin1String("structs")).toArray())
+    for (const auto& record : root.value(QLatin1String("structs")).toArray())
         readRecord(record.toObject());
-    for (const QJsonValue& method : services.first().toObject().value(QLatin1String("functions")).toArray())
+    for (const auto& method : services.first().toObject().value(QLatin1String("functions")).toArray())
         readMethod(method.toObject());
 }
 

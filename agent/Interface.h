@@ -14,8 +14,8 @@ enum class Kind { Bool, I32, I64, String, Record, List };
 struct Type
 {
     Kind kind = Kind::String;
-    std::string record;  ///< Record, and List of records: name of the record
-    Kind element{};      ///< List: kind of its entries; a list holds no lists
+    std::string record; ///< Record, and List of records: name of the record
+    Kind element{};     ///< List: kind of its entries; a list holds no lists
 
     /// As the interface file writes it: "i32", "TaskInfo", "list<DiskInfo>".
     std::string name() const;
@@ -56,8 +56,8 @@ class Interface
 public:
     /// The description that the interface compiler made and the program carries.
     static const Interface& builtIn();
-    /// Reads a description in the interface compiler's JSON. Throws std::runtime_error if it is none, or holds a
-    /// type that this program doesn't know.
+    /// Reads a description in the interface compiler's JSON. Throws std::runtime_error if it is none, or
+    /// holds a type that this program doesn't know.
     explicit Interface(const QByteArray& json);
 
     /// In declaration order.

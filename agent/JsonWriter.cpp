@@ -10,17 +10,22 @@ namespace zorcall {
 
 namespace {
 
+struct Escape
+{
+    char character;
+    const char* text;
+};
+
+constexpr Escape kEscapes[] = {{'"', "\\\""}, {'\\', "\\\\"}, {'\b', "\\b"}, {'\f', "\\f"},
+                               {'\n', "\\n"}, {'\r', "\\r"},  {'\t', "\\t"}};
+
 void writeEscaped(std::ostream& out, char c)
 {
-    switch (c) {
-    case '"': out << "\\\""; return;
-    case '\\': out << "\\\\"; return;
-    case '\b': out << "\\b"; return;
-    case '\f': out << "\\f"; return;
-    case '\n': out << "\\n"; return;
-    case '\r': out << "\\r"; return;
-    case '\t': out << "\\t"; return;
-    default: break;
+    for (const Escape& row : kEscapes) {
+        if (c == row.character) {
+            out << row.text;
+            return;
+        }
     }
     if (static_cast<unsigned char>(c) >= 0x20) {
         out << c;
@@ -77,12 +82,22 @@ void writeJsonText(std::ostream& out, const std::string& text)
 void writeJson(std::ostream& out, const Interface& service, const Type& type, const Value& value)
 {
     switch (type.kind) {
-    case Kind::Bool: out << (value.boolean() ? "true" : "false"); return;
+    case Kind::Bool:
+        out << (value.boolean() ? "true" : "false");
+        return;
     case Kind::I32:
-    case Kind::I64: out << value.integer(); return;
-    case Kind::String: writeJsonText(out, value.text()); return;
-    case Kind::Record: writeRecord(out, service, service.record(type.record), value); return;
-    case Kind::List: writeList(out, service, type.entry(), value); return;
+    case Kind::I64:
+        out << value.integer();
+        return;
+    case Kind::String:
+        writeJsonText(out, value.text());
+        return;
+    case Kind::Record:
+        writeRecord(out, service, service.record(type.record), value);
+        return;
+    case Kind::List:
+        writeList(out, service, type.entry(), value);
+        return;
     }
 }
 

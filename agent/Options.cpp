@@ -61,7 +61,8 @@ std::chrono::milliseconds readTimeout(const QString& text)
     bool isNumber = false;
     const double seconds = text.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(seconds) || seconds < 0.001 || seconds > kLongestSeconds)
-        throw Failure(Usage, "--timeout is '" + text.toStdString() + "', not a number of seconds from 0.001 to 86400");
+        throw Failure(Usage, "--timeout is '" + text.toStdString() +
+                                 "', not a number of seconds from 0.001 to 86400");
     return std::chrono::milliseconds(std::llround(seconds * 1000));
 }
 

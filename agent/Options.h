@@ -29,7 +29,8 @@ struct Options
 /// Reads the command line, program name first. Throws a Failure with code Usage.
 Options parseOptions(const QStringList& arguments);
 
-/// Where to call. @p nativePort is what AGENT_NATIVE_PORT holds, empty for nothing. Throws as parseOptions does.
+/// Where to call. @p nativePort is what AGENT_NATIVE_PORT holds, empty for nothing. Throws as parseOptions
+/// does.
 Address addressOf(const Options& options, const QString& nativePort);
 
 } // namespace zorcall

@@ -69,10 +69,15 @@ ExitCode describe(const Options& options, std::ostream& out)
 ExitCode run(const Options& options, const QString& nativePort, std::istream& in, std::ostream& out)
 {
     switch (options.mode) {
-    case Options::Call: return runCall(options, nativePort, out);
-    case Options::Script: return runFile(options, nativePort, in, out);
-    case Options::Version: out << "zorcall " ZORCALL_VERSION "\n"; return Answered;
-    default: return describe(options, out);
+    case Options::Call:
+        return runCall(options, nativePort, out);
+    case Options::Script:
+        return runFile(options, nativePort, in, out);
+    case Options::Version:
+        out << "zorcall " ZORCALL_VERSION "\n";
+        return Answered;
+    default:
+        return describe(options, out);
     }
 }
 

@@ -20,10 +20,14 @@ std::string shortly(const Interface& service, const Method& method, const Value&
         return gate.allow ? "allowed" : "refused by the gate: " + oneLine(gate.reasons);
     }
     switch (method.result.kind) {
-    case Kind::String: return oneLine(value.text());
-    case Kind::Record: return "1 " + method.result.record;
-    case Kind::List: return std::to_string(value.parts().size()) + " " + method.result.record;
-    default: return toJson(service, method.result, value);
+    case Kind::String:
+        return oneLine(value.text());
+    case Kind::Record:
+        return "1 " + method.result.record;
+    case Kind::List:
+        return std::to_string(value.parts().size()) + " " + method.result.record;
+    default:
+        return toJson(service, method.result, value);
     }
 }
 
@@ -45,9 +49,7 @@ void requireWritten(std::ostream& out)
 }
 
 JsonReport::JsonReport(std::ostream& out, const Interface& service, bool announce)
-    : out_(out)
-    , service_(service)
-    , announce_(announce)
+    : out_(out), service_(service), announce_(announce)
 {
 }
 
@@ -69,9 +71,7 @@ void JsonReport::answer(const Call& call, const Method& method, const Value& val
 }
 
 TableReport::TableReport(std::ostream& out, const Interface& service)
-    : out_(out)
-    , service_(service)
-    , toolWidth_(widestName(service))
+    : out_(out), service_(service), toolWidth_(widestName(service))
 {
     out_ << "line  " << std::left << std::setw(static_cast<int>(toolWidth_)) << "tool"
          << "  answer\n";
@@ -89,8 +89,9 @@ void TableReport::answer(const Call& call, const Method& method, const Value& va
     const bool own = &method == call.method;
     if (!own && (method.name != kPreProcessing || readGateAnswer(service_, value).allow))
         return;
-    out_ << std::right << std::setw(4) << line_ << "  " << std::left << std::setw(static_cast<int>(toolWidth_))
-         << call.method->name << "  " << shortly(service_, method, value) << '\n';
+    out_ << std::right << std::setw(4) << line_ << "  " << std::left
+         << std::setw(static_cast<int>(toolWidth_)) << call.method->name << "  "
+         << shortly(service_, method, value) << '\n';
     requireWritten(out_);
 }
 

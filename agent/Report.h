@@ -6,7 +6,8 @@
 
 namespace zorcall {
 
-/// Where the answers of calls go. Every function throws a Failure with code NoOutput if they can't be written.
+/// Where the answers of calls go. Every function throws a Failure with code NoOutput if they can't be
+/// written.
 class Report
 {
 public:
@@ -17,7 +18,8 @@ public:
     virtual void answer(const Call& call, const Method& method, const Value& value) = 0;
 };
 
-/// Writes each answer as JSON on a line of its own; within a gated call as an object whose one key is the method.
+/// Writes each answer as JSON on a line of its own; within a gated call as an object whose one key is the
+/// method.
 class JsonReport : public Report
 {
 public:

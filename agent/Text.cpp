@@ -83,8 +83,9 @@ std::string oneLine(const std::string& text)
         if (line.size() + length > kLineLimit)
             return line + "...";
         // Of the two-byte characters, those that begin with C2 and 80 to 9F are controls as well.
-        const bool control = length == 0 || (length == 1 && (byteAt(text, position) < 0x20 || text[position] == 0x7F))
-                             || (byteAt(text, position) == 0xC2 && byteAt(text, position + 1) < 0xA0);
+        const bool control = length == 0 ||
+                             (length == 1 && (byteAt(text, position) < 0x20 || text[position] == 0x7F)) ||
+                             (byteAt(text, position) == 0xC2 && byteAt(text, position + 1) < 0xA0);
         line += control ? std::string("?") : text.substr(position, length);
         position += length == 0 ? 1 : length;
     }
@@ -108,7 +109,8 @@ std::vector<std::string> nearest(const std::string& name, const std::vector<std:
     std::stable_sort(ranked.begin(), ranked.end(),
                      [](const auto& left, const auto& right) { return left.first < right.first; });
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < ranked.size() && i < 3 && ranked[i].first <= ranked[0].first + kNearlyAsNear; ++i)
+    for (std::size_t i = 0; i < ranked.size() && i < 3 && ranked[i].first <= ranked[0].first + kNearlyAsNear;
+         ++i)
         names.push_back(ranked[i].second);
     return names;
 }

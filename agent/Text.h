@@ -11,14 +11,14 @@ std::size_t utf8Length(const std::string& text, std::size_t position);
 
 bool isUtf8(const std::string& text);
 
-/// @p text fit for one line of a terminal: control bytes and what is not UTF-8 become '?', and a text of more than
-/// a thousand bytes is cut, with "..." at its end. What another program sent goes through here.
+/// @p text fit for one line of a terminal: control bytes and what is not UTF-8 become '?', and a text of more
+/// than a thousand bytes is cut, with "..." at its end. What another program sent goes through here.
 std::string oneLine(const std::string& text);
 
 std::string join(const std::vector<std::string>& parts, const std::string& separator);
 
-/// The nearest of @p candidates to @p name by edit distance without regard to case, and up to two more that are
-/// nearly as near; nearest first, among equals in their own order.
+/// The nearest of @p candidates to @p name by edit distance without regard to case, and up to two more that
+/// are nearly as near; nearest first, among equals in their own order.
 std::vector<std::string> nearest(const std::string& name, const std::vector<std::string>& candidates);
 
 /// Insertions, deletions and replacements of one byte that turn one text into the other.

@@ -7,11 +7,12 @@
 
 namespace zorcall {
 
-/// One value of the wire; what it means is told by the Type that goes with it. A field or argument that is absent
-/// holds nothing (std::monostate). Integers of both widths stand in 64 bits.
+/// One value of the wire; what it means is told by the Type that goes with it. A field or argument that is
+/// absent holds nothing (std::monostate). Integers of both widths stand in 64 bits.
 struct Value
 {
-    /// Record: its fields in the order of the description, cut after the last one that is there. List: its entries.
+    /// Record: its fields in the order of the description, cut after the last one that is there. List: its
+    /// entries.
     using Parts = std::vector<Value>;
     std::variant<std::monostate, bool, std::int64_t, std::string, Parts> content;
 

@@ -15,10 +15,7 @@ bool isBlank(char c)
 class Splitter
 {
 public:
-    explicit Splitter(const std::string& line)
-        : line_(line)
-    {
-    }
+    explicit Splitter(const std::string& line) : line_(line) {}
 
     std::vector<std::string> run()
     {
@@ -56,8 +53,8 @@ private:
             const char c = line_[at_++];
             if (c == quote)
                 return text;
-            const bool escape = c == '\\' && quote == '"' && at_ < line_.size()
-                                && (line_[at_] == '"' || line_[at_] == '\\');
+            const bool escape =
+                c == '\\' && quote == '"' && at_ < line_.size() && (line_[at_] == '"' || line_[at_] == '\\');
             text += escape ? line_[at_++] : c;
         }
         throw Failure(Usage, std::string("a quote (") + quote + ") is not closed");
@@ -95,6 +92,7 @@ std::vector<std::string> splitWords(const std::string& line)
 std::string joinWords(const std::vector<std::string>& words)
 {
     std::vector<std::string> quoted;
+    quoted.reserve(words.size());
     for (const std::string& word : words)
         quoted.push_back(quoteIfNeeded(word));
     return join(quoted, " ");

@@ -56,10 +56,10 @@ TEST(CallWords, ValueWithEqualsSignOrNothing_IsKept)
 TEST(CallWords, UnknownMethod_NamesTheNearest)
 {
     EXPECT_EQ(refusal({"ListAllDisk"}), "unknown method 'ListAllDisk'; nearest: ListAllDisks");
-    EXPECT_EQ(refusal({"convertdisktogpt"}),
-              "unknown method 'convertdisktogpt'; nearest: ConvertDiskToGpt");
-    EXPECT_EQ(refusal({"ConvertDiskTo"}),
-              "unknown method 'ConvertDiskTo'; nearest: ConvertDiskToGpt, ConvertDiskToMbr, ConvertDiskToBasic");
+    EXPECT_EQ(refusal({"convertdisktogpt"}), "unknown method 'convertdisktogpt'; nearest: ConvertDiskToGpt");
+    EXPECT_EQ(
+        refusal({"ConvertDiskTo"}),
+        "unknown method 'ConvertDiskTo'; nearest: ConvertDiskToGpt, ConvertDiskToMbr, ConvertDiskToBasic");
 }
 
 TEST(CallWords, UnknownArgument_NamesTheNearest)
@@ -81,7 +81,8 @@ TEST(CallWords, ArgumentTwice_IsRefused)
 TEST(CallWords, MissingArguments_AreListed)
 {
     EXPECT_EQ(refusal({"FormatPartition", "label=x", "driveLetter=D"}),
-              "FormatPartition needs fileSystem, clusterSize, quickFormat as well (--allow-missing leaves them out)");
+              "FormatPartition needs fileSystem, clusterSize, quickFormat as well (--allow-missing leaves "
+              "them out)");
 }
 
 TEST(CallWords, MissingArgumentsAllowed_StayAbsent)
@@ -97,13 +98,16 @@ TEST(CallWords, Integer32_ItsWholeRangeAndNoMore)
     EXPECT_EQ(parse({"RebuildMbr", "diskIndex=-2147483648"}).arguments[0].integer(), -2147483648LL);
     const std::string range = " is out of the range of i32, -2147483648 to 2147483647";
     EXPECT_EQ(refusal({"RebuildMbr", "diskIndex=2147483648"}), "argument 'diskIndex': '2147483648'" + range);
-    EXPECT_EQ(refusal({"RebuildMbr", "diskIndex=-2147483649"}), "argument 'diskIndex': '-2147483649'" + range);
+    EXPECT_EQ(refusal({"RebuildMbr", "diskIndex=-2147483649"}),
+              "argument 'diskIndex': '-2147483649'" + range);
 }
 
 TEST(CallWords, Integer64_ItsWholeRangeAndNoMore)
 {
     const auto value = [](const std::string& text) {
-        return parse({"ResizePartitionRelative", "driveLetter=C", "sizeAdjustment=" + text}).arguments[1].integer();
+        return parse({"ResizePartitionRelative", "driveLetter=C", "sizeAdjustment=" + text})
+            .arguments[1]
+            .integer();
     };
     EXPECT_EQ(value("9223372036854775807"), INT64_MAX);
     EXPECT_EQ(value("-9223372036854775808"), INT64_MIN);
@@ -141,7 +145,8 @@ TEST(CallWords, TextThatIsNotUtf8_IsRefused)
 
 TEST(CallWords, GatesOwnMethods_CannotGoThroughTheGate)
 {
-    for (const Words& words : {Words{"Init"}, Words{"PreProcessing", "toolCalls=x"}, Words{"PostProcessing", "result=x"}}) {
+    for (const Words& words :
+         {Words{"Init"}, Words{"PreProcessing", "toolCalls=x"}, Words{"PostProcessing", "result=x"}}) {
         Call call = parse(words);
         EXPECT_THROW(zorcall::putThroughGate(&call), zorcall::Failure) << words[0];
     }

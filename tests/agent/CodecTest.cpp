@@ -1,6 +1,6 @@
 // The wire by the description: calls byte for byte, and replies of every kind.
-#include "agent/Call.h"
 #include "agent/Codec.h"
+#include "agent/Call.h"
 #include "agent/Failure.h"
 #include "agent/JsonWriter.h"
 #include "tests/agent/WireBytes.h"
@@ -28,14 +28,16 @@ QByteArray encode(const std::vector<std::string>& words, std::int32_t sequence, 
 zorcall::Value decode(const std::string& method, const QByteArray& bytes, std::int32_t sequence = 7)
 {
     const auto buffer = std::make_shared<TMemoryBuffer>();
-    buffer->write(reinterpret_cast<const std::uint8_t*>(bytes.constData()), static_cast<std::uint32_t>(bytes.size()));
+    buffer->write(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
+                  static_cast<std::uint32_t>(bytes.size()));
     TBinaryProtocol protocol(buffer);
     return zorcall::readReply(protocol, Interface::builtIn(), *Interface::builtIn().method(method), sequence);
 }
 
 std::string decodeJson(const std::string& method, const QByteArray& bytes)
 {
-    return zorcall::toJson(Interface::builtIn(), Interface::builtIn().method(method)->result, decode(method, bytes));
+    return zorcall::toJson(Interface::builtIn(), Interface::builtIn().method(method)->result,
+                           decode(method, bytes));
 }
 
 std::string refusal(const std::string& method, const QByteArray& bytes)
@@ -56,18 +58,25 @@ QByteArray reply(const QByteArray& name, const QByteArray& rest, std::int32_t se
 
 TEST(Codec, CallWithoutArguments_IsHeaderAndStop)
 {
-    EXPECT_EQ(encode({"Init"}, 1).toHex(), "80010001" "00000004" "496e6974" "00000001" "00");
+    EXPECT_EQ(encode({"Init"}, 1).toHex(), "80010001"
+                                           "00000004"
+                                           "496e6974"
+                                           "00000001"
+                                           "00");
 }
 
 TEST(Codec, CallWithEveryType_WritesEachFieldWithItsIdAndType)
 {
     EXPECT_EQ(encode({"CreatePartition", "diskIndex=2", "capacity=-2", "fileSystem=NTFS", "label=\xC3\xB6",
-                      "unallocatedIndex=-1"}, 258),
-              wire::message(1, "CreatePartition", 258) + wire::field(8, 1) + wire::i32(2) + wire::field(10, 2)
-                  + wire::i64(-2) + wire::field(11, 3) + wire::text("NTFS") + wire::field(11, 4)
-                  + wire::text("\xC3\xB6") + wire::field(8, 5) + wire::i32(-1) + wire::stop());
+                      "unallocatedIndex=-1"},
+                     258),
+              wire::message(1, "CreatePartition", 258) + wire::field(8, 1) + wire::i32(2) +
+                  wire::field(10, 2) + wire::i64(-2) + wire::field(11, 3) + wire::text("NTFS") +
+                  wire::field(11, 4) + wire::text("\xC3\xB6") + wire::field(8, 5) + wire::i32(-1) +
+                  wire::stop());
     EXPECT_TRUE(encode({"FormatPartition", "driveLetter=D", "fileSystem=", "label=", "clusterSize=0",
-                        "quickFormat=true"}, 1)
+                        "quickFormat=true"},
+                       1)
                     .endsWith(wire::field(2, 5) + wire::byte(1) + wire::stop()));
 }
 
@@ -81,8 +90,8 @@ TEST(Codec, TextOfManyBytes_IsWrittenWhole)
 {
     const std::string value(100000, 'x');
     EXPECT_EQ(encode({"PostProcessing", "result=" + value}, 1),
-              wire::message(1, "PostProcessing", 1) + wire::field(11, 1)
-                  + wire::text(QByteArray::fromStdString(value)) + wire::stop());
+              wire::message(1, "PostProcessing", 1) + wire::field(11, 1) +
+                  wire::text(QByteArray::fromStdString(value)) + wire::stop());
 }
 
 TEST(Codec, Replies_OfEveryResultType)
@@ -91,12 +100,12 @@ TEST(Codec, Replies_OfEveryResultType)
     EXPECT_EQ(decodeJson("EjectUsb", reply("EjectUsb", wire::field(11, 0) + wire::text("no") + wire::stop())),
               "\"no\"");
     EXPECT_EQ(decodeJson("PreProcessing",
-                         reply("PreProcessing", wire::field(12, 0) + wire::field(2, 1) + wire::byte(1)
-                                                    + wire::field(11, 2) + wire::text("r") + wire::stop()
-                                                    + wire::stop())),
+                         reply("PreProcessing", wire::field(12, 0) + wire::field(2, 1) + wire::byte(1) +
+                                                    wire::field(11, 2) + wire::text("r") + wire::stop() +
+                                                    wire::stop())),
               R"({"allow": true, "reasons": "r"})");
-    EXPECT_EQ(decodeJson("ListAllDisks",
-                         reply("ListAllDisks", wire::field(15, 0) + wire::byte(12) + wire::i32(0) + wire::stop())),
+    EXPECT_EQ(decodeJson("ListAllDisks", reply("ListAllDisks", wire::field(15, 0) + wire::byte(12) +
+                                                                   wire::i32(0) + wire::stop())),
               "[]");
 }
 
@@ -104,8 +113,9 @@ TEST(Codec, ListOfRecords_KeepsOrderAndWideNumbers)
 {
     const QByteArray first = wire::field(8, 2) + wire::i32(4) + wire::stop();
     const QByteArray second = wire::field(10, 4) + wire::i64(INT64_MAX) + wire::stop();
-    const zorcall::Value value = decode("ListAllDisks", reply("ListAllDisks", wire::field(15, 0) + wire::byte(12)
-                                                                 + wire::i32(2) + first + second + wire::stop()));
+    const zorcall::Value value =
+        decode("ListAllDisks", reply("ListAllDisks", wire::field(15, 0) + wire::byte(12) + wire::i32(2) +
+                                                         first + second + wire::stop()));
     ASSERT_EQ(value.parts().size(), 2u);
     EXPECT_EQ(value.part(0).part(1).integer(), 4);
     EXPECT_EQ(value.part(1).part(3).integer(), INT64_MAX);
@@ -114,13 +124,14 @@ TEST(Codec, ListOfRecords_KeepsOrderAndWideNumbers)
 
 TEST(Codec, UnknownFieldsAndFieldsOfAnotherType_AreSkipped)
 {
-    const QByteArray extras = wire::field(4, 99) + wire::i64(1) + wire::field(13, 98) + wire::byte(8) + wire::byte(11)
-                              + wire::i32(1) + wire::i32(5) + wire::text("v") + wire::field(12, 97) + wire::stop();
+    const QByteArray extras = wire::field(4, 99) + wire::i64(1) + wire::field(13, 98) + wire::byte(8) +
+                              wire::byte(11) + wire::i32(1) + wire::i32(5) + wire::text("v") +
+                              wire::field(12, 97) + wire::stop();
     const QByteArray wrong = wire::field(11, 1) + wire::text("true");
     EXPECT_EQ(decodeJson("PreProcessing",
-                         reply("PreProcessing", wire::field(8, 5) + wire::i32(1) + wire::field(12, 0) + extras + wrong
-                                                    + wire::field(11, 2) + wire::text("r") + wire::stop()
-                                                    + wire::stop())),
+                         reply("PreProcessing", wire::field(8, 5) + wire::i32(1) + wire::field(12, 0) +
+                                                    extras + wrong + wire::field(11, 2) + wire::text("r") +
+                                                    wire::stop() + wire::stop())),
               R"({"allow": false, "reasons": "r"})");
 }
 
@@ -153,16 +164,16 @@ TEST(Codec, NoResultOrOneOfAnotherType_IsRefused)
 
 TEST(Codec, ListWithEntriesOfAnotherType_IsRefused)
 {
-    EXPECT_EQ(refusal("ListAllDisks", reply("ListAllDisks", wire::field(15, 0) + wire::byte(8) + wire::i32(1)
-                                                               + wire::i32(5) + wire::stop())),
+    EXPECT_EQ(refusal("ListAllDisks", reply("ListAllDisks", wire::field(15, 0) + wire::byte(8) +
+                                                                wire::i32(1) + wire::i32(5) + wire::stop())),
               "the reply is not of the protocol: a list has entries of another type");
 }
 
 TEST(Codec, ExceptionMessage_GivesItsText)
 {
     try {
-        decode("Init", wire::message(wire::kException, "Init", 7) + wire::field(11, 1) + wire::text("it broke")
-                           + wire::field(8, 2) + wire::i32(0) + wire::stop());
+        decode("Init", wire::message(wire::kException, "Init", 7) + wire::field(11, 1) +
+                           wire::text("it broke") + wire::field(8, 2) + wire::i32(0) + wire::stop());
         FAIL();
     } catch (const zorcall::ServiceException& exception) {
         EXPECT_EQ(exception.message(), "it broke");

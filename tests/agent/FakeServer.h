@@ -5,8 +5,8 @@
 
 #include <functional>
 
-/// A server that is none of ours: on the first bytes of a client it does what it was told. It lives in the test's
-/// event loop.
+/// A server that is none of ours: on the first bytes of a client it does what it was told. It lives in the
+/// test's event loop.
 class FakeServer
 {
 public:
@@ -14,7 +14,8 @@ public:
     using Answer = std::function<void(QTcpSocket* client, const QByteArray& received)>;
 
     explicit FakeServer(Answer answer);
-    /// Sends these bytes once, at the client's first ones; made of them, since a reply repeats the call's number.
+    /// Sends these bytes once, at the client's first ones; made of them, since a reply repeats the call's
+    /// number.
     static Answer once(std::function<QByteArray(const QByteArray& received)> reply, bool thenClose = false);
 
     QByteArray port() const { return QByteArray::number(server_.serverPort()); }

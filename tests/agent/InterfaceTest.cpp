@@ -1,4 +1,5 @@
-// The description that the program carries is the service's interface, and nothing else of the library is used.
+// The description that the program carries is the service's interface, and nothing else of the library is
+// used.
 #include "agent/Interface.h"
 #include "agent/Listing.h"
 #include "tests/agent/ListedMethods.h"
@@ -58,7 +59,8 @@ TEST(Description, EveryMethodAndArgument_IsDocumented)
 
 TEST(Description, FieldsOutOfOrder_AreSorted)
 {
-    const Interface service(R"({"structs": [], "services": [{"functions": [{"name": "F", "returnTypeId": "bool",
+    const Interface service(
+        R"({"structs": [], "services": [{"functions": [{"name": "F", "returnTypeId": "bool",
         "arguments": [{"key": 2, "name": "b", "typeId": "i32"}, {"key": 1, "name": "a", "typeId": "i64"}]}]}]})");
     EXPECT_EQ(service.method("F")->signature(), "F(a: i64, b: i32) -> bool");
 }

@@ -20,7 +20,10 @@ std::string json(const Type& type, const Value& value)
     return zorcall::toJson(Interface::builtIn(), type, value);
 }
 
-Type record(const std::string& name) { return Type{Kind::Record, name, {}}; }
+Type record(const std::string& name)
+{
+    return Type{Kind::Record, name, {}};
+}
 
 TEST(Json, SimpleValues)
 {
@@ -40,8 +43,10 @@ TEST(Json, SixtyFourBitNumbers_KeepEveryDigit)
 TEST(Json, Text_EscapesWhatJsonDemandsAndKeepsUtf8)
 {
     std::ostringstream out;
-    zorcall::writeJsonText(out, std::string("\"\\/\b\f\n\r\t\x01\x1F \0|", 13) + "Gr\xC3\xB6\xC3\x9F\x65 \xF0\x9F\x92\xBE");
-    EXPECT_EQ(out.str(), "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001f \\u0000|Gr\xC3\xB6\xC3\x9F\x65 \xF0\x9F\x92\xBE\"");
+    zorcall::writeJsonText(out, std::string("\"\\/\b\f\n\r\t\x01\x1F \0|", 13) +
+                                    "Gr\xC3\xB6\xC3\x9F\x65 \xF0\x9F\x92\xBE");
+    EXPECT_EQ(out.str(),
+              "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001f \\u0000|Gr\xC3\xB6\xC3\x9F\x65 \xF0\x9F\x92\xBE\"");
 }
 
 TEST(Json, TextThatIsNotUtf8_GetsReplacementCharacters)
@@ -60,7 +65,8 @@ TEST(Json, Text_ByteOrderMarkAtTheStart_IsKept)
 
 TEST(Json, Record_HasItsFieldsInIdOrderAndDefaultsForAbsentOnes)
 {
-    EXPECT_EQ(json(record("TaskInfo"), Value{Value::Parts{Value{true}}}), R"({"allow": true, "reasons": ""})");
+    EXPECT_EQ(json(record("TaskInfo"), Value{Value::Parts{Value{true}}}),
+              R"({"allow": true, "reasons": ""})");
     EXPECT_EQ(json(record("TaskInfo"), Value{Value::Parts{}}), R"({"allow": false, "reasons": ""})");
     EXPECT_EQ(json(record("DiskInfo"), Value{Value::Parts{}}),
               R"({"diskLabel": "", "diskIndex": 0, "partitionCount": 0, "totalCapacity": 0, )"

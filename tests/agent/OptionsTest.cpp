@@ -1,6 +1,6 @@
 // The command line: what each option sets, and what can't stand together.
-#include "agent/Failure.h"
 #include "agent/Options.h"
+#include "agent/Failure.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,10 @@ Options parse(const QStringList& arguments)
     return zorcall::parseOptions(QStringList{QStringLiteral("zorcall")} + arguments);
 }
 
-QStringList split(const char* line) { return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts); }
+QStringList split(const char* line)
+{
+    return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
 
 std::string refusal(const char* line, const QString& nativePort = QStringLiteral("9090"))
 {
@@ -105,7 +108,8 @@ TEST(Options, UnknownOptionMissingValueOrTwice_AreRefused)
 TEST(Options, CombinationsThatMeanNothing_AreRefused)
 {
     EXPECT_EQ(refusal(""), "no method: 'zorcall --list' shows them, 'zorcall --help' the options");
-    EXPECT_EQ(refusal("--script x Init"), "--script takes its calls from the file, so no method can stand beside it");
+    EXPECT_EQ(refusal("--script x Init"),
+              "--script takes its calls from the file, so no method can stand beside it");
     EXPECT_EQ(refusal("--script x --gated"),
               "with --script, --gated stands at the beginning of a line of the script");
     EXPECT_EQ(refusal("--table Init"), "--table needs --script");
@@ -115,7 +119,8 @@ TEST(Options, CombinationsThatMeanNothing_AreRefused)
 
 TEST(Options, ArgumentThatIsNotUtf8_IsRefused)
 {
-    EXPECT_THROW(parse({QStringLiteral("EjectUsb"), QString::fromUtf8("driveLetter=\xFF")}), zorcall::Failure);
+    EXPECT_THROW(parse({QStringLiteral("EjectUsb"), QString::fromUtf8("driveLetter=\xFF")}),
+                 zorcall::Failure);
 }
 
 } // namespace

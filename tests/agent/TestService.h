@@ -17,8 +17,8 @@ class TThreadedServer;
 } // namespace thrift
 } // namespace apache
 
-/// A real service on a free port of localhost, as the library builds it, around a handler of the test's choice. It
-/// serves from construction to destruction.
+/// A real service on a free port of localhost, as the library builds it, around a handler of the test's
+/// choice. It serves from construction to destruction.
 class TestService
 {
 public:

@@ -19,14 +19,14 @@ TEST(Text, IsUtf8_BrokenForms_AreRefused)
 {
     EXPECT_FALSE(zorcall::isUtf8("\xFF"));
     EXPECT_FALSE(zorcall::isUtf8("\x80"));
-    EXPECT_FALSE(zorcall::isUtf8("\xC3"));                 // cut off
-    EXPECT_FALSE(zorcall::isUtf8("\xC3\x41"));             // no continuation
-    EXPECT_FALSE(zorcall::isUtf8("\xE6\x95"));             // cut off
-    EXPECT_FALSE(zorcall::isUtf8("\xE6\x95\x41"));         // third byte no continuation
-    EXPECT_FALSE(zorcall::isUtf8("\xC0\xAF"));             // overlong
-    EXPECT_FALSE(zorcall::isUtf8("\xE0\x80\xAF"));         // overlong
-    EXPECT_FALSE(zorcall::isUtf8("\xED\xA0\x80"));         // surrogate
-    EXPECT_FALSE(zorcall::isUtf8("\xF4\x90\x80\x80"));     // above the last character
+    EXPECT_FALSE(zorcall::isUtf8("\xC3"));             // cut off
+    EXPECT_FALSE(zorcall::isUtf8("\xC3\x41"));         // no continuation
+    EXPECT_FALSE(zorcall::isUtf8("\xE6\x95"));         // cut off
+    EXPECT_FALSE(zorcall::isUtf8("\xE6\x95\x41"));     // third byte no continuation
+    EXPECT_FALSE(zorcall::isUtf8("\xC0\xAF"));         // overlong
+    EXPECT_FALSE(zorcall::isUtf8("\xE0\x80\xAF"));     // overlong
+    EXPECT_FALSE(zorcall::isUtf8("\xED\xA0\x80"));     // surrogate
+    EXPECT_FALSE(zorcall::isUtf8("\xF4\x90\x80\x80")); // above the last character
 }
 
 TEST(Text, OneLine_ControlAndForeignBytes_BecomeQuestionMarks)

@@ -1,6 +1,6 @@
 // The words of a script's line.
-#include "agent/Failure.h"
 #include "agent/Words.h"
+#include "agent/Failure.h"
 
 #include <gtest/gtest.h>
 

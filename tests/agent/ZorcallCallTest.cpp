@@ -95,7 +95,8 @@ TEST(ZorcallCall, Utf8AndBlanksInAValue_ReachTheHost)
               0);
     const auto calls = served.host.recorder().calls();
     ASSERT_EQ(calls.size(), 3u);
-    EXPECT_TRUE(typed(calls[2].arguments).contains(QString::fromUtf8("\"Gr\xC3\xB6\xC3\x9F\x65 \xE6\x95\xB0\"")))
+    EXPECT_TRUE(
+        typed(calls[2].arguments).contains(QString::fromUtf8("\"Gr\xC3\xB6\xC3\x9F\x65 \xE6\x95\xB0\"")))
         << typed(calls[2].arguments).toStdString();
 }
 
@@ -108,11 +109,9 @@ TEST(ZorcallCall, ActingToolThatIsRefused_PrintsTheTextWithCode1)
 
 TEST(ZorcallCall, AnswerOtherThanExactlyTaskQueued_Code1)
 {
-    EXPECT_EQ(oddCall(words("EjectUsb")
-                      << QStringLiteral("driveLetter=Task Queued")),
+    EXPECT_EQ(oddCall(words("EjectUsb") << QStringLiteral("driveLetter=Task Queued")),
               (Ran{0, "\"Task Queued\"\n", ""}));
-    EXPECT_EQ(oddCall(words("EjectUsb")
-                      << QStringLiteral("driveLetter=Task Queued ")),
+    EXPECT_EQ(oddCall(words("EjectUsb") << QStringLiteral("driveLetter=Task Queued ")),
               (Ran{1, "\"Task Queued \"\n", ""}));
 }
 
@@ -151,20 +150,23 @@ TEST(ZorcallCall, PreProcessingThatRefuses_Code1)
 {
     ServedHost served;
     served.tools->tooSoon = 1;
+    EXPECT_EQ(
+        served.call("PreProcessing toolCalls=x"),
+        (Ran{1,
+             "{\"allow\": false, \"reasons\": \"An operation is currently in progress, please wait a few "
+             "moments and try again. If you need further assistance, please let me know!\"}\n",
+             ""}));
     EXPECT_EQ(served.call("PreProcessing toolCalls=x"),
-              (Ran{1,
-                   "{\"allow\": false, \"reasons\": \"An operation is currently in progress, please wait a few "
-                   "moments and try again. If you need further assistance, please let me know!\"}\n",
-                   ""}));
-    EXPECT_EQ(served.call("PreProcessing toolCalls=x"), (Ran{0, "{\"allow\": true, \"reasons\": \"\"}\n", ""}));
+              (Ran{0, "{\"allow\": true, \"reasons\": \"\"}\n", ""}));
 }
 
 TEST(ZorcallCall, PostProcessingThatSaysFalse_IsAnAnswerWithCode0)
 {
     ServedHost served;
     EXPECT_EQ(served.call("PostProcessing result=x"), (Ran{0, "false\n", ""}));
-    EXPECT_EQ(zorcall(words("PostProcessing") << QStringLiteral("result=Task Queued"), served.service->port()),
-              (Ran{0, "true\n", ""}));
+    EXPECT_EQ(
+        zorcall(words("PostProcessing") << QStringLiteral("result=Task Queued"), served.service->port()),
+        (Ran{0, "true\n", ""}));
 }
 
 TEST(ZorcallCall, ExceptionOfTheService_Code5WithItsTextOnOneLine)
@@ -175,7 +177,8 @@ TEST(ZorcallCall, ExceptionOfTheService_Code5WithItsTextOnOneLine)
 
 TEST(ZorcallCall, TextOfAMegabyte_PassesBothWays)
 {
-    // Two bytes a character, so that none is cut; the operating system limits one argument to 128 KiB, a script not.
+    // Two bytes a character, so that none is cut; the operating system limits one argument to 128 KiB, a
+    // script not.
     QByteArray text;
     for (int i = 0; i < 512 * 1024; ++i)
         text += "\xC3\xB6";

@@ -21,7 +21,8 @@ namespace {
 
 Ran callFake(const FakeServer& server, const char* line = "Init", const char* timeout = "20")
 {
-    return zorcall(words("--host 127.0.0.1 --timeout") << QString::fromLatin1(timeout) << words(line), server.port());
+    return zorcall(words("--host 127.0.0.1 --timeout") << QString::fromLatin1(timeout) << words(line),
+                   server.port());
 }
 
 /// A server whose whole answer is these bytes, after which it waits or leaves.
@@ -33,7 +34,8 @@ Ran callWithReply(const QByteArray& reply, const char* line = "Init", bool thenC
 }
 
 /// As callWithReply, with a header that fits the call before the bytes.
-Ran callWithBody(const QByteArray& name, const QByteArray& body, bool thenClose = false, const char* timeout = "20")
+Ran callWithBody(const QByteArray& name, const QByteArray& body, bool thenClose = false,
+                 const char* timeout = "20")
 {
     const FakeServer server(FakeServer::once(
         [name, body](const QByteArray& call) {
@@ -43,8 +45,9 @@ Ran callWithBody(const QByteArray& name, const QByteArray& body, bool thenClose 
     return callFake(server, name.constData(), timeout);
 }
 
-const char* const kLost = "zorcall: the connection was lost before the answer was complete; whether the call was "
-                          "carried out is not known\n";
+const char* const kLost =
+    "zorcall: the connection was lost before the answer was complete; whether the call was "
+    "carried out is not known\n";
 
 void expectCode(int code, const char* beginning, const Ran& ran)
 {
@@ -66,7 +69,8 @@ TEST(ZorcallFault, NoListener_Code3)
 
 TEST(ZorcallFault, HostThatIsNone_Code3)
 {
-    expectCode(3, "zorcall: no connection to 999.999.999.999:1: ", zorcall(words("--host 999.999.999.999 Init"), "1"));
+    expectCode(3, "zorcall: no connection to 999.999.999.999:1: ",
+               zorcall(words("--host 999.999.999.999 Init"), "1"));
 }
 
 TEST(ZorcallFault, AcceptsAndNeverAnswers_Code4AtTheTimeout)
@@ -86,8 +90,8 @@ TEST(ZorcallFault, BytesThatComeSlowly_DoNotStretchTheTimeout)
     QTimer drip;
     QList<QPointer<QTcpSocket>> clients;
     const FakeServer dripping([&](QTcpSocket* client, const QByteArray& call) {
-        client->write(wire::message(wire::kReply, "PasswordReset", wire::sequenceOf(call)) + wire::field(11, 0)
-                      + wire::i32(1000000));
+        client->write(wire::message(wire::kReply, "PasswordReset", wire::sequenceOf(call)) +
+                      wire::field(11, 0) + wire::i32(1000000));
         clients.append(client);
         drip.start(20);
     });
@@ -112,9 +116,9 @@ TEST(ZorcallFault, NeverReadsALargeCall_Code4)
     ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), length), 0);
     ASSERT_EQ(listen(listener, 4), 0);
     ASSERT_EQ(getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length), 0);
-    const Ran ran = zorcall(words("--host 127.0.0.1 --timeout 1 --script -"),
-                            QByteArray::number(ntohs(address.sin_port)),
-                            "PostProcessing result=" + QByteArray(30 * 1024 * 1024, 'x') + "\n");
+    const Ran ran =
+        zorcall(words("--host 127.0.0.1 --timeout 1 --script -"), QByteArray::number(ntohs(address.sin_port)),
+                "PostProcessing result=" + QByteArray(30 * 1024 * 1024, 'x') + "\n");
     close(listener);
     EXPECT_EQ(ran.code, 4) << ran.err.constData();
 #else
@@ -174,8 +178,8 @@ TEST(ZorcallFault, ResetsTheConnection_Code3)
 TEST(ZorcallFault, ExceptionMessageOfTheProtocol_Code5)
 {
     const FakeServer server(FakeServer::once([](const QByteArray& call) {
-        return wire::message(wire::kException, "Init", wire::sequenceOf(call)) + wire::field(11, 1)
-               + wire::text("Invalid method name: 'Init'") + wire::field(8, 2) + wire::i32(1) + wire::stop();
+        return wire::message(wire::kException, "Init", wire::sequenceOf(call)) + wire::field(11, 1) +
+               wire::text("Invalid method name: 'Init'") + wire::field(8, 2) + wire::i32(1) + wire::stop();
     }));
     EXPECT_EQ(callFake(server),
               (Ran{5, "", "zorcall: the service answered with an exception: Invalid method name: 'Init'\n"}));
@@ -192,8 +196,9 @@ TEST(ZorcallFault, AnotherKindOfServer_Code5)
 TEST(ZorcallFault, ReplyToAnotherCall_Code5)
 {
     const QByteArray result = wire::field(2, 0) + wire::byte(1) + wire::stop();
-    EXPECT_EQ(callWithReply(wire::message(wire::kReply, "Init", 77) + result),
-              (Ran{5, "", "zorcall: the reply is not of the protocol: it answers call number 77 and not 1\n"}));
+    EXPECT_EQ(
+        callWithReply(wire::message(wire::kReply, "Init", 77) + result),
+        (Ran{5, "", "zorcall: the reply is not of the protocol: it answers call number 77 and not 1\n"}));
     EXPECT_EQ(callWithReply(wire::message(wire::kReply, "In\x1Bit", 1) + result),
               (Ran{5, "", "zorcall: the reply is not of the protocol: it answers 'In?it'\n"}));
 }
@@ -206,8 +211,8 @@ TEST(ZorcallFault, ReplyWithoutAResult_Code5)
 
 TEST(ZorcallFault, ReplyWithUnknownFields_IsReadWithoutThem)
 {
-    EXPECT_EQ(callWithBody("Init", wire::field(11, 9) + wire::text("more") + wire::field(2, 0) + wire::byte(1)
-                                       + wire::stop()),
+    EXPECT_EQ(callWithBody("Init", wire::field(11, 9) + wire::text("more") + wire::field(2, 0) +
+                                       wire::byte(1) + wire::stop()),
               (Ran{0, "true\n", ""}));
 }
 
@@ -219,7 +224,8 @@ TEST(ZorcallFault, HugeLengths_Code5AndLittleMemory)
     expectCode(5, beginning, callWithBody("PasswordReset", wire::field(11, 0) + most));
     expectCode(5, beginning, callWithBody("PasswordReset", wire::field(11, 0) + wire::i32(-1)));
     expectCode(5, beginning, callWithBody("ListAllDisks", wire::field(15, 0) + wire::byte(12) + most));
-    expectCode(5, beginning, callWithBody("ListAllDisks", wire::field(15, 0) + wire::byte(12) + wire::i32(-5)));
+    expectCode(5, beginning,
+               callWithBody("ListAllDisks", wire::field(15, 0) + wire::byte(12) + wire::i32(-5)));
     expectCode(5, beginning, callWithBody("Init", wire::field(13, 4) + wire::byte(2) + wire::byte(2) + most));
 #ifdef Q_OS_LINUX
     rusage usage{};
@@ -230,9 +236,13 @@ TEST(ZorcallFault, HugeLengths_Code5AndLittleMemory)
 
 TEST(ZorcallFault, LargestLengthsThatAreTaken_EndAtTheTimeoutWithLittleMemory)
 {
-    EXPECT_EQ(callWithBody("PasswordReset", wire::field(11, 0) + wire::i32(16 * 1024 * 1024), false, "0.5").code, 4);
-    EXPECT_EQ(callWithBody("ListAllDisks", wire::field(15, 0) + wire::byte(12) + wire::i32(200000), false, "0.5").code,
-              4);
+    EXPECT_EQ(
+        callWithBody("PasswordReset", wire::field(11, 0) + wire::i32(16 * 1024 * 1024), false, "0.5").code,
+        4);
+    EXPECT_EQ(
+        callWithBody("ListAllDisks", wire::field(15, 0) + wire::byte(12) + wire::i32(200000), false, "0.5")
+            .code,
+        4);
 #ifdef Q_OS_LINUX
     rusage usage{};
     ASSERT_EQ(getrusage(RUSAGE_CHILDREN, &usage), 0);

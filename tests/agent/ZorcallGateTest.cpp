@@ -13,7 +13,8 @@
 namespace {
 
 const char* const kInProgress =
-    "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"An operation is currently in progress, please wait a few "
+    "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"An operation is currently in progress, please "
+    "wait a few "
     "moments and try again. If you need further assistance, please let me know!\"}}\n";
 
 struct GatedHost
@@ -124,12 +125,13 @@ TEST(ZorcallGate, PatientWithABusyHost_DoesNotWait)
 {
     GatedHost gated;
     gated.host.object(QStringLiteral("__zormain"))->setValue("busy", true);
-    EXPECT_EQ(gated.call("--gated --patient EjectUsb driveLetter=E"),
-              (Ran{1,
-                   "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"One or more tasks are currently in "
-                   "execution, please wait a few moments and try again. If you need further assistance, please let "
-                   "me know!\"}}\n",
-                   ""}));
+    EXPECT_EQ(
+        gated.call("--gated --patient EjectUsb driveLetter=E"),
+        (Ran{1,
+             "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"One or more tasks are currently in "
+             "execution, please wait a few moments and try again. If you need further assistance, please let "
+             "me know!\"}}\n",
+             ""}));
 }
 
 TEST(ZorcallGate, ReadingTool_GivesItsJsonToPostProcessing)

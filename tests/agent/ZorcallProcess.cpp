@@ -31,6 +31,7 @@ Ran zorcall(const QStringList& arguments, const QByteArray& nativePort, const QB
         process.kill();
         process.waitForFinished();
     }
-    const bool ended = process.exitStatus() == QProcess::NormalExit && process.error() == QProcess::UnknownError;
+    const bool ended =
+        process.exitStatus() == QProcess::NormalExit && process.error() == QProcess::UnknownError;
     return {ended ? process.exitCode() : -1, process.readAllStandardOutput(), process.readAllStandardError()};
 }

@@ -20,10 +20,12 @@ struct Ran
 
 inline std::ostream& operator<<(std::ostream& stream, const Ran& ran)
 {
-    return stream << "code " << ran.code << "\nout: " << ran.out.constData() << "\nerr: " << ran.err.constData();
+    return stream << "code " << ran.code << "\nout: " << ran.out.constData()
+                  << "\nerr: " << ran.err.constData();
 }
 
-/// Runs build/bin/zorcall while the test's event loop turns. @p nativePort is its AGENT_NATIVE_PORT, empty for none;
+/// Runs build/bin/zorcall while the test's event loop turns. @p nativePort is its AGENT_NATIVE_PORT, empty
+/// for none;
 /// @p input its whole standard input.
 Ran zorcall(const QStringList& arguments, const QByteArray& nativePort = {}, const QByteArray& input = {});
 

@@ -46,7 +46,8 @@ TEST(ZorcallScript, EachLine_IsPrintedWithItsAnswer)
                    "> ChangePartitionLabel driveLetter=C 'newLabel=my disk'\n"
                    "\"Task Queued\"\n",
                    ""}));
-    EXPECT_TRUE(typed(scripted.host.recorder().calls().at(2).arguments).contains(QStringLiteral("\"my disk\"")));
+    EXPECT_TRUE(
+        typed(scripted.host.recorder().calls().at(2).arguments).contains(QStringLiteral("\"my disk\"")));
 }
 
 TEST(ZorcallScript, File_IsReadAsStandardInputIs)
@@ -85,14 +86,15 @@ TEST(ZorcallScript, RefusedLine_GoesOnAndEndsWithCode1)
 {
     ScriptedHost scripted;
     scripted.tools->tooSoon = 1;
-    EXPECT_EQ(scripted.run("EjectUsb driveLetter=5\n--gated EjectUsb driveLetter=E\nInit\n").out,
-              "> EjectUsb driveLetter=5\n"
-              "\"Task NotValid\"\n"
-              "> --gated EjectUsb driveLetter=E\n"
-              "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"An operation is currently in progress, please "
-              "wait a few moments and try again. If you need further assistance, please let me know!\"}}\n"
-              "> Init\n"
-              "true\n");
+    EXPECT_EQ(
+        scripted.run("EjectUsb driveLetter=5\n--gated EjectUsb driveLetter=E\nInit\n").out,
+        "> EjectUsb driveLetter=5\n"
+        "\"Task NotValid\"\n"
+        "> --gated EjectUsb driveLetter=E\n"
+        "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"An operation is currently in progress, please "
+        "wait a few moments and try again. If you need further assistance, please let me know!\"}}\n"
+        "> Init\n"
+        "true\n");
     EXPECT_EQ(scripted.run("EjectUsb driveLetter=5\nInit\n").code, 1);
 }
 
@@ -109,15 +111,18 @@ TEST(ZorcallScript, UsageErrorInALine_StopsThereWithItsNumber)
 {
     ScriptedHost scripted;
     const Ran ran = scripted.run("Init\n\nWipeDisk diskIndex=x\nInit\n");
-    EXPECT_EQ(ran, (Ran{2, "> Init\ntrue\n",
-                        "zorcall: standard input line 3: argument 'diskIndex': 'x' is not a whole number\n"}));
+    EXPECT_EQ(ran,
+              (Ran{2, "> Init\ntrue\n",
+                   "zorcall: standard input line 3: argument 'diskIndex': 'x' is not a whole number\n"}));
 }
 
 TEST(ZorcallScript, OpenQuoteAndLoneGated_AreUsageErrors)
 {
     ScriptedHost scripted;
-    EXPECT_EQ(scripted.run("Init 'x\n"), (Ran{2, "", "zorcall: standard input line 1: a quote (') is not closed\n"}));
-    EXPECT_EQ(scripted.run("--gated\n"), (Ran{2, "", "zorcall: standard input line 1: --gated stands alone\n"}));
+    EXPECT_EQ(scripted.run("Init 'x\n"),
+              (Ran{2, "", "zorcall: standard input line 1: a quote (') is not closed\n"}));
+    EXPECT_EQ(scripted.run("--gated\n"),
+              (Ran{2, "", "zorcall: standard input line 1: --gated stands alone\n"}));
     EXPECT_EQ(scripted.run("--gated Init\n").code, 2);
 }
 
@@ -150,8 +155,8 @@ TEST(ZorcallScript, AllLines_GoOverOneConnectionWithNumbersOfTheirOwn)
         const int sequence = wire::sequenceOf(received.mid(17 * answered));
         numbers.push_back(sequence);
         client->setProperty("answered", answered + 1);
-        client->write(wire::message(wire::kReply, "Init", sequence) + wire::field(2, 0) + wire::byte(1)
-                      + wire::stop());
+        client->write(wire::message(wire::kReply, "Init", sequence) + wire::field(2, 0) + wire::byte(1) +
+                      wire::stop());
     });
     const Ran ran = zorcall(words("--script - --host 127.0.0.1"), server.port(), "Init\nInit\nInit\n");
     EXPECT_EQ(ran.code, 0) << ran;
@@ -163,9 +168,10 @@ TEST(ZorcallScript, ConnectionLostInALine_StopsThereWithCode3)
 {
     FakeServer server([](QTcpSocket* client, const QByteArray&) { client->disconnectFromHost(); });
     const Ran ran = zorcall(words("--script - --host 127.0.0.1"), server.port(), "# first\nInit\nInit\n");
-    EXPECT_EQ(ran, (Ran{3, "> Init\n",
-                        "zorcall: standard input line 2: the connection was lost before the answer was complete; "
-                        "whether the call was carried out is not known\n"}));
+    EXPECT_EQ(ran,
+              (Ran{3, "> Init\n",
+                   "zorcall: standard input line 2: the connection was lost before the answer was complete; "
+                   "whether the call was carried out is not known\n"}));
 }
 
 TEST(ZorcallScript, CodeOfTheFailure_IsWorseThanARefusalBefore)
@@ -190,8 +196,10 @@ TEST(ZorcallScript, Table_HasOneRowACall)
               (Ran{1,
                    "line  tool                                      answer\n"
                    "   1  Init                                      true\n"
-                   "   2  EjectUsb                                  refused by the gate: An operation is currently in "
-                   "progress, please wait a few moments and try again. If you need further assistance, please let me "
+                   "   2  EjectUsb                                  refused by the gate: An operation is "
+                   "currently in "
+                   "progress, please wait a few moments and try again. If you need further assistance, "
+                   "please let me "
                    "know!\n"
                    "   4  EjectUsb                                  Task Queued\n"
                    "   5  EjectUsb                                  Task NotValid\n"

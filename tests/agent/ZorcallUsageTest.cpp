@@ -17,8 +17,9 @@ TEST(ZorcallUsage, ListOfOneMethod_PrintsItsDocumentation)
 {
     const Ran ran = zorcall(words("--list CreatePartition"));
     EXPECT_EQ(ran.code, 0);
-    EXPECT_TRUE(ran.out.startsWith("CreatePartition(diskIndex: i32, capacity: i64, fileSystem: string, label: "
-                                   "string, unallocatedIndex: i32) -> string\n"))
+    EXPECT_TRUE(
+        ran.out.startsWith("CreatePartition(diskIndex: i32, capacity: i64, fileSystem: string, label: "
+                           "string, unallocatedIndex: i32) -> string\n"))
         << ran;
     EXPECT_TRUE(ran.out.contains("Creates a partition in unallocated space.")) << ran;
     EXPECT_TRUE(ran.out.contains("\n  capacity: i64\n      Capacity of the new partition in bytes.")) << ran;
@@ -45,9 +46,10 @@ TEST(ZorcallUsage, Help_NamesEveryOptionAndCode)
     const Ran ran = zorcall(words("--help"));
     EXPECT_EQ(ran.code, 0);
     EXPECT_EQ(ran.err, "");
-    for (const char* word : {"--gated", "--patient", "--allow-missing", "--script FILE", "--table", "--list", "--host",
-                             "--port", "--timeout", "--help", "--version", "0 answered", "1 refused", "2 usage",
-                             "3 no connection", "4 timed out", "5 an exception", "6 the answer"})
+    for (const char* word :
+         {"--gated", "--patient", "--allow-missing", "--script FILE", "--table", "--list", "--host", "--port",
+          "--timeout", "--help", "--version", "0 answered", "1 refused", "2 usage", "3 no connection",
+          "4 timed out", "5 an exception", "6 the answer"})
         EXPECT_TRUE(ran.out.contains(word)) << word;
     EXPECT_EQ(zorcall(words("-h")), ran);
 }
@@ -59,18 +61,21 @@ TEST(ZorcallUsage, Version_IsPrinted)
 
 TEST(ZorcallUsage, NoMethod_Code2)
 {
-    EXPECT_EQ(zorcall({}),
-              (Ran{2, "", "zorcall: no method: 'zorcall --list' shows them, 'zorcall --help' the options\n"}));
+    EXPECT_EQ(
+        zorcall({}),
+        (Ran{2, "", "zorcall: no method: 'zorcall --list' shows them, 'zorcall --help' the options\n"}));
 }
 
 TEST(ZorcallUsage, NoPort_Code2SaysHowToGiveOne)
 {
-    EXPECT_EQ(zorcall(words("Init")), (Ran{2, "", "zorcall: no port: give --port, or set AGENT_NATIVE_PORT\n"}));
+    EXPECT_EQ(zorcall(words("Init")),
+              (Ran{2, "", "zorcall: no port: give --port, or set AGENT_NATIVE_PORT\n"}));
 }
 
 TEST(ZorcallUsage, PortInTheEnvironmentThatIsNone_Code2)
 {
-    EXPECT_EQ(zorcall(words("Init"), "0"), (Ran{2, "", "zorcall: AGENT_NATIVE_PORT is '0', which is no port\n"}));
+    EXPECT_EQ(zorcall(words("Init"), "0"),
+              (Ran{2, "", "zorcall: AGENT_NATIVE_PORT is '0', which is no port\n"}));
 }
 
 TEST(ZorcallUsage, UnknownMethod_IsToldEvenWithoutAPort)
@@ -146,9 +151,10 @@ TEST(ZorcallUsage, OutputThatCannotBeWritten_Code6)
 TEST(ZorcallUsage, ArgumentThatIsNotUtf8_Code2)
 {
     QProcess process;
-    process.start(QStringLiteral("/bin/sh"),
-                  {QStringLiteral("-c"),
-                   QLatin1Char('"') + zorcallPath() + QStringLiteral("\" --port 1 EjectUsb driveLetter=\"$(printf '\\377')\"")});
+    process.start(
+        QStringLiteral("/bin/sh"),
+        {QStringLiteral("-c"), QLatin1Char('"') + zorcallPath() +
+                                   QStringLiteral("\" --port 1 EjectUsb driveLetter=\"$(printf '\\377')\"")});
     ASSERT_TRUE(process.waitForFinished());
     EXPECT_EQ(process.exitCode(), 2);
     EXPECT_TRUE(process.readAllStandardError().startsWith("zorcall: an argument is not UTF-8: "));
