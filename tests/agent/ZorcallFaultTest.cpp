@@ -49,6 +49,20 @@ const char* const kLost =
     "zorcall: the connection was lost before the answer was complete; whether the call was "
     "carried out is not known\n";
 
+constexpr long kMemoryLimit = 300 * 1024;
+
+/// The most memory, in KiB, that any program started so far by this process has held; 0 where that is not
+/// known.
+long largestChild()
+{
+#ifdef Q_OS_LINUX
+    rusage usage{};
+    return getrusage(RUSAGE_CHILDREN, &usage) == 0 ? usage.ru_maxrss : 0;
+#else
+    return 0;
+#endif
+}
+
 void expectCode(int code, const char* beginning, const Ran& ran)
 {
     EXPECT_EQ(ran.code, code) << ran;
@@ -69,8 +83,8 @@ TEST(ZorcallFault, NoListener_Code3)
 
 TEST(ZorcallFault, HostThatIsNone_Code3)
 {
-    expectCode(3, "zorcall: no connection to 999.999.999.999:1: ",
-               zorcall(words("--host 999.999.999.999 Init"), "1"));
+    // No name of a host has such characters, so that nobody is asked for it.
+    expectCode(3, "zorcall: no connection to not/a/host:1: ", zorcall(words("--host not/a/host Init"), "1"));
 }
 
 TEST(ZorcallFault, AcceptsAndNeverAnswers_Code4AtTheTimeout)
@@ -218,6 +232,7 @@ TEST(ZorcallFault, ReplyWithUnknownFields_IsReadWithoutThem)
 
 TEST(ZorcallFault, HugeLengths_Code5AndLittleMemory)
 {
+    const long before = largestChild();
     const QByteArray most = wire::i32(0x7FFFFFFF);
     const char* const beginning = "zorcall: the reply is not of the protocol: ";
     expectCode(5, beginning, callWithReply(wire::i32(0x80010002LL) + most + "In"));
@@ -227,15 +242,12 @@ TEST(ZorcallFault, HugeLengths_Code5AndLittleMemory)
     expectCode(5, beginning,
                callWithBody("ListAllDisks", wire::field(15, 0) + wire::byte(12) + wire::i32(-5)));
     expectCode(5, beginning, callWithBody("Init", wire::field(13, 4) + wire::byte(2) + wire::byte(2) + most));
-#ifdef Q_OS_LINUX
-    rusage usage{};
-    ASSERT_EQ(getrusage(RUSAGE_CHILDREN, &usage), 0);
-    EXPECT_LT(usage.ru_maxrss, 400 * 1024) << "KiB";
-#endif
+    EXPECT_TRUE(before > kMemoryLimit || largestChild() < kMemoryLimit) << largestChild() << " KiB";
 }
 
 TEST(ZorcallFault, LargestLengthsThatAreTaken_EndAtTheTimeoutWithLittleMemory)
 {
+    const long before = largestChild();
     EXPECT_EQ(
         callWithBody("PasswordReset", wire::field(11, 0) + wire::i32(16 * 1024 * 1024), false, "0.5").code,
         4);
@@ -243,11 +255,7 @@ TEST(ZorcallFault, LargestLengthsThatAreTaken_EndAtTheTimeoutWithLittleMemory)
         callWithBody("ListAllDisks", wire::field(15, 0) + wire::byte(12) + wire::i32(200000), false, "0.5")
             .code,
         4);
-#ifdef Q_OS_LINUX
-    rusage usage{};
-    ASSERT_EQ(getrusage(RUSAGE_CHILDREN, &usage), 0);
-    EXPECT_LT(usage.ru_maxrss, 400 * 1024) << "KiB";
-#endif
+    EXPECT_TRUE(before > kMemoryLimit || largestChild() < kMemoryLimit) << largestChild() << " KiB";
 }
 
 TEST(ZorcallFault, EndlessReply_Code5)

@@ -132,6 +132,8 @@ TEST(ZorcallGate, PatientWithABusyHost_DoesNotWait)
              "execution, please wait a few moments and try again. If you need further assistance, please let "
              "me know!\"}}\n",
              ""}));
+    // Asked once, which is one look at the clock.
+    EXPECT_EQ(gated.tools->tooSoon.load(), -1);
 }
 
 TEST(ZorcallGate, ReadingTool_GivesItsJsonToPostProcessing)
