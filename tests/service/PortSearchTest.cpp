@@ -1,0 +1,201 @@
+// Which two ports the service takes, judged by the text of a listing of busy ports.
+#include "service/AIFuncallThread.h"
+#include "service/PortSearch.h"
+#include "tests/support/FakeNetstat.h"
+
+#include <QtCore/QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Ports = std::pair<int, int>;
+
+Ports pick(const QByteArray& listing)
+{
+    Ports ports{0, 0};
+    pickFreePorts(listing, &ports.first, &ports.second);
+    return ports;
+}
+
+QByteArray busy(int from, int to)
+{
+    QByteArray text;
+    for (int port = from; port <= to; ++port)
+        text += ":" + QByteArray::number(port) + "\n";
+    return text;
+}
+
+Ports searchThroughThread()
+{
+    AIFuncallThread thread(nullptr);
+    Ports ports{-1, -1};
+    thread.findFreePorts(&ports.first, &ports.second);
+    return ports;
+}
+
+TEST(PortSearch, EmptyListing_GivesTheFirstTwoPorts)
+{
+    EXPECT_EQ(pick(""), Ports(9090, 9091));
+}
+
+TEST(PortSearch, ListenerOn9090_GivesTheNextTwo)
+{
+    EXPECT_EQ(pick("  TCP    127.0.0.1:9090    0.0.0.0:0    LISTENING    4711\r\n"), Ports(9091, 9092));
+}
+
+TEST(PortSearch, Only9091Busy_IsPassedOverByTheSecondPort)
+{
+    EXPECT_EQ(pick("  TCP    127.0.0.1:9091    0.0.0.0:0    LISTENING    4711\r\n"), Ports(9090, 9092));
+}
+
+TEST(PortSearch, FiveDigitPortThatBeginsWith9090_Hides9090)
+{
+    EXPECT_EQ(pick("  TCP    127.0.0.1:90905    0.0.0.0:0    LISTENING    4711\r\n"), Ports(9091, 9092));
+}
+
+TEST(PortSearch, ForeignAddressAndClosedState_CountAsBusyToo)
+{
+    EXPECT_EQ(pick("  TCP    10.0.0.2:50000    10.0.0.1:9090    TIME_WAIT    0\r\n"), Ports(9091, 9092));
+}
+
+TEST(PortSearch, NumberWithoutColon_HidesNothing)
+{
+    EXPECT_EQ(pick("9090 and 9091, PID 9092"), Ports(9090, 9091));
+}
+
+TEST(PortSearch, PortInAnIpv6Address_IsFound)
+{
+    EXPECT_EQ(pick("tcp6  0  0 :::9090  :::*  LISTEN"), Ports(9091, 9092));
+}
+
+TEST(PortSearch, OnlyTheLastPortFree_GivesNoSecond)
+{
+    EXPECT_EQ(pick(busy(9090, 65533)), Ports(65534, 0));
+}
+
+TEST(PortSearch, OnlyTheLastTwoPortsFree_GivesBoth)
+{
+    EXPECT_EQ(pick(busy(9090, 65532)), Ports(65533, 65534));
+}
+
+TEST(PortSearch, EveryPortBusy_GivesNone)
+{
+    EXPECT_EQ(pick(busy(1, 65534)), Ports(0, 0));
+}
+
+TEST(PortSearch, Port65535_IsNeverTaken)
+{
+    EXPECT_EQ(pick(busy(1, 65534)).first, 0);
+    EXPECT_EQ(pick(busy(9090, 65533)).second, 0);
+}
+
+TEST(PortSearch, EveryPortFrom9090Busy_CountsTheSecondFromZero)
+{
+    // With no first port the count for the second starts above 0. Port 1 to 6 are hidden as beginnings of longer
+    // numbers, 7 is the first of which no number from 9090 to 65534 is a continuation.
+    EXPECT_EQ(pick(busy(9090, 65534)), Ports(0, 7));
+}
+
+TEST(PortSearch, AnyText_GivesWhatAPlainSearchForEachNumberGives)
+{
+    std::mt19937 random(20240607);
+    const QByteArray alphabet = ":::0123456789 99900\n";
+    for (int round = 0; round < 300; ++round) {
+        QByteArray text;
+        for (int i = 0; i < 2000; ++i)
+            text += random() % 8 == 0 ? QByteArray(":909") + char('0' + random() % 10)
+                                      : QByteArray(1, alphabet[int(random() % unsigned(alphabet.size()))]);
+        std::vector<int> expected;
+        for (int port = 9090; port <= 65534 && expected.size() < 2; ++port) {
+            if (!text.contains(":" + QByteArray::number(port)))
+                expected.push_back(port);
+        }
+        ASSERT_EQ(pick(text), Ports(expected.at(0), expected.at(1))) << text.constData();
+    }
+}
+
+TEST(PortSearch, ListingOfEveryPort_TakesNoLongerThanReadingIt)
+{
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(pick(busy(1, 65534)), Ports(0, 0));
+    EXPECT_LT(timer.elapsed(), 2000);
+}
+
+TEST(Netstat, OneInThePath_IsStartedWithOneArgument)
+{
+    const FakeNetstat netstat("echo \"$#:$*\" > arguments\necho ':9090 :9091'\n");
+    EXPECT_EQ(searchThroughThread(), Ports(9092, 9093));
+    EXPECT_EQ(netstat.readFile("arguments"), "1:-ano\n");
+}
+
+TEST(Netstat, SubstringOfABusyPort_IsPassedOver)
+{
+    const FakeNetstat netstat(FakeNetstat::printing(":90900 :90911"));
+    EXPECT_EQ(searchThroughThread(), Ports(9092, 9093));
+}
+
+TEST(Netstat, NothingPrinted_GivesTheFirstTwoPorts)
+{
+    const FakeNetstat netstat("exit 0\n");
+    EXPECT_EQ(searchThroughThread(), Ports(9090, 9091));
+}
+
+TEST(Netstat, FailingAfterItsOutput_IsBelievedAllTheSame)
+{
+    const FakeNetstat netstat("echo ':9090'\nexit 3\n");
+    EXPECT_EQ(searchThroughThread(), Ports(9091, 9092));
+}
+
+TEST(Netstat, ErrorOutput_IsNotPartOfTheListing)
+{
+    const FakeNetstat netstat("echo ':9090' >&2\n");
+    EXPECT_EQ(searchThroughThread(), Ports(9090, 9091));
+}
+
+TEST(Netstat, NotInThePath_GivesTheFirstTwoPorts)
+{
+    const EmptyPath path;
+    EXPECT_EQ(busyPortListing(), "");
+    EXPECT_EQ(searchThroughThread(), Ports(9090, 9091));
+}
+
+TEST(Netstat, HangingPastTheLimit_GivesWhatCameUntilThen)
+{
+    // The built-in read waits on a pipe that nobody writes to.
+    const FakeNetstat netstat("echo ':9090'\necho > printed\nmkfifo never\nread line < never\n");
+    QElapsedTimer timer;
+    timer.start();
+    // A slow machine may need more than the limit to come to the first line: another try then.
+    QByteArray listing;
+    for (int limitMs = 300; listing.isEmpty() && limitMs < 10000; limitMs *= 2) {
+        timer.restart();
+        listing = busyPortListing(limitMs);
+        EXPECT_GE(timer.elapsed(), limitMs - 20);
+        EXPECT_LT(timer.elapsed(), limitMs + 5000);
+    }
+    EXPECT_EQ(listing, ":9090\n");
+    EXPECT_EQ(pick(listing), Ports(9091, 9092));
+}
+
+TEST(Netstat, LimitOfTheWait_IsThirtySeconds)
+{
+    EXPECT_EQ(kNetstatLimitMs, 30000);
+}
+
+TEST(Netstat, OutputLargerThanAPipe_IsReadWhole)
+{
+    QByteArray text;
+    for (int port = 9090; port < 12090; ++port)
+        text += "  TCP    127.0.0.1:" + QByteArray::number(port) + "    0.0.0.0:0    LISTENING    4711\n";
+    ASSERT_GT(text.size(), 128 * 1024);
+    const FakeNetstat netstat("while read line; do echo \"$line\"; done <<'END'\n" + text + "END\n");
+    EXPECT_EQ(searchThroughThread(), Ports(12090, 12091));
+}
+
+} // namespace

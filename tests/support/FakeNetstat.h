@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QTemporaryDir>
+
+/// A `netstat` of our own, first in the path for the life of this object. One at a time.
+class FakeNetstat
+{
+public:
+    /// @p body is a shell script, run in folder(); the rest of the path stays as it was.
+    explicit FakeNetstat(const QByteArray& body);
+    ~FakeNetstat();
+    FakeNetstat(const FakeNetstat&) = delete;
+    FakeNetstat& operator=(const FakeNetstat&) = delete;
+
+    /// The folder of the script, and of what it writes.
+    QString folder() const { return folder_.path(); }
+    QByteArray readFile(const QString& name) const;
+
+    /// A script that prints @p text.
+    static QByteArray printing(const QByteArray& text);
+
+private:
+    QTemporaryDir folder_;
+    QByteArray previousPath_;
+};
+
+/// A folder without any program as the whole path, for the life of this object.
+class EmptyPath
+{
+public:
+    EmptyPath();
+    ~EmptyPath();
+
+private:
+    QTemporaryDir folder_;
+    QByteArray previousPath_;
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "service/AIFuncallThread.h"
+#include "tests/support/FakeNetstat.h"
+
+#include <memory>
+
+class AIBridge;
+
+/// The listing that leads the port search to @p port: every port from 9090 up to it is busy.
+QByteArray listingThatLeadsTo(int port);
+
+/// A port between 9100 and 9999 that nobody listens on; another one at each call.
+int unusedPort();
+
+/// The service's real thread on a port of its own. The calling thread must be the application thread.
+class ServiceRunner
+{
+public:
+    explicit ServiceRunner(AIBridge* bridge);
+    /// Stops the service if it still runs, serving the event loop meanwhile.
+    ~ServiceRunner();
+
+    int port() const { return port_; }
+    AIFuncallThread& thread() { return *thread_; }
+    /// Serves the event loop until the thread has ended; false after @p limitMs.
+    bool waitForEnd(int limitMs = 20000);
+
+private:
+    std::unique_ptr<AIFuncallThread> thread_;
+    int port_ = 0;
+};
