@@ -4,16 +4,34 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <vector>
+
 namespace {
 
 constexpr int kFirstPort = 9090;
 constexpr int kLastPort = 65534;
 
-// A plain search over the whole text on purpose: a busy port also hides each port whose digits begin its own.
-int firstFreePort(const QByteArray& listing, int from)
+// For each number whether ":<number>" stands anywhere in the text. A plain search on purpose: a busy port also
+// hides each number whose digits begin its own. One pass, since a busy machine's listing is long.
+std::vector<bool> hiddenPorts(const QByteArray& listing)
+{
+    std::vector<bool> hidden(kLastPort + 1, false);
+    for (int at = listing.indexOf(':'); at >= 0; at = listing.indexOf(':', at + 1)) {
+        int number = 0;
+        for (int i = at + 1; i < listing.size() && listing[i] >= '0' && listing[i] <= '9'; ++i) {
+            number = number * 10 + (listing[i] - '0');
+            if (number == 0 || number > kLastPort)
+                break;
+            hidden[static_cast<std::size_t>(number)] = true;
+        }
+    }
+    return hidden;
+}
+
+int firstFreePort(const std::vector<bool>& hidden, int from)
 {
     for (int port = from; port <= kLastPort; ++port) {
-        if (!listing.contains((QLatin1Char(':') + QString::number(port)).toLocal8Bit()))
+        if (!hidden[static_cast<std::size_t>(port)])
             return port;
     }
     return 0;
@@ -31,7 +49,8 @@ QByteArray busyPortListing(int limitMs)
 
 void pickFreePorts(const QByteArray& listing, int* nativePort, int* chatPort)
 {
-    *nativePort = firstFreePort(listing, kFirstPort);
+    const std::vector<bool> hidden = hiddenPorts(listing);
+    *nativePort = firstFreePort(hidden, kFirstPort);
     // With no first port the count for the second still starts above its value, which is then 0.
-    *chatPort = firstFreePort(listing, *nativePort + 1);
+    *chatPort = firstFreePort(hidden, *nativePort + 1);
 }
