@@ -3,27 +3,22 @@
 #include "closed/Log/LogWriter.h"
 #include "plugin/AIBridge.h"
 #include "service/PortSearch.h"
-#include "service/ServerSocket.h"
+#include "service/ToolServer.h"
 #include "service/ZorHandle.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDebug>
 #include <QtCore/QSettings>
 
-#include <thrift/concurrency/ThreadFactory.h>
-#include <thrift/protocol/TBinaryProtocol.h>
 #include <thrift/server/TThreadedServer.h>
-#include <thrift/transport/TBufferTransports.h>
 
 namespace thrift = apache::thrift;
 
-namespace {
-
-constexpr int kClientLimit = 3;
-
-} // namespace
-
-AIFuncallThread::AIFuncallThread(AIBridge* theOwner) : QThread(theOwner), owner(theOwner) {}
+AIFuncallThread::AIFuncallThread(AIBridge* theOwner)
+    : QThread(theOwner)
+    , owner(theOwner)
+{
+}
 
 AIFuncallThread::~AIFuncallThread()
 {
@@ -93,15 +88,5 @@ void AIFuncallThread::buildServer(const QString& address, int port)
     const auto newHandler = std::make_shared<CZorHandle>();
     newHandler->setBridge(owner);
     std::atomic_store(&handler, newHandler);
-    const std::shared_ptr<thrift::TProcessor> processor =
-        std::make_shared<ZORNativePluginProcessor>(newHandler);
-    const auto socket = std::make_shared<ServerSocket>(address.toStdString(), port);
-    const auto transports = std::make_shared<thrift::transport::TBufferedTransportFactory>();
-    const auto protocols =
-        std::make_shared<thrift::protocol::TBinaryProtocolFactoryT<thrift::transport::TTransport>>();
-    const auto threads = std::make_shared<thrift::concurrency::ThreadFactory>(false);
-    auto newServer =
-        std::make_unique<thrift::server::TThreadedServer>(processor, socket, transports, protocols, threads);
-    newServer->setConcurrentClientLimit(kClientLimit);
-    server.store(newServer.release());
+    server.store(makeToolServer(newHandler, address.toStdString(), port).release());
 }
