@@ -1,13 +1,15 @@
 #include "service/ToolServer.h"
 
 #include "service/ServerSocket.h"
+#include "service/StreamTransport.h"
 
 #include "ZORNativePlugin.h"
 
 #include <thrift/concurrency/ThreadFactory.h>
 #include <thrift/protocol/TBinaryProtocol.h>
 #include <thrift/server/TThreadedServer.h>
-#include <thrift/transport/TBufferTransports.h>
+
+#include <exception>
 
 namespace thrift = apache::thrift;
 
@@ -15,14 +17,34 @@ namespace {
 
 constexpr int kClientLimit = 3;
 
+// The runtime ends a connection for its own exceptions, and the process for any other: memory that runs out while
+// a call is read must cost no more than the connection.
+class ToolProcessor : public ZORNativePluginProcessor
+{
+public:
+    using ZORNativePluginProcessor::ZORNativePluginProcessor;
+
+    bool process(std::shared_ptr<thrift::protocol::TProtocol> in, std::shared_ptr<thrift::protocol::TProtocol> out,
+                 void* context) override
+    {
+        try {
+            return ZORNativePluginProcessor::process(in, out, context);
+        } catch (const thrift::TException&) {
+            throw;
+        } catch (const std::exception& exception) {
+            throw thrift::TException(exception.what());
+        }
+    }
+};
+
 } // namespace
 
 std::unique_ptr<thrift::server::TThreadedServer>
 makeToolServer(const std::shared_ptr<ZORNativePluginIf>& handler, const std::string& address, int port)
 {
-    const std::shared_ptr<thrift::TProcessor> processor = std::make_shared<ZORNativePluginProcessor>(handler);
+    const std::shared_ptr<thrift::TProcessor> processor = std::make_shared<ToolProcessor>(handler);
     const auto socket = std::make_shared<ServerSocket>(address, port);
-    const auto transports = std::make_shared<thrift::transport::TBufferedTransportFactory>();
+    const auto transports = std::make_shared<StreamTransportFactory>();
     const auto protocols =
         std::make_shared<thrift::protocol::TBinaryProtocolFactoryT<thrift::transport::TTransport>>();
     const auto threads = std::make_shared<thrift::concurrency::ThreadFactory>(false);
