@@ -6,41 +6,69 @@ using apache::thrift::transport::TServerSocket;
 using apache::thrift::transport::TTransport;
 using apache::thrift::transport::TTransportException;
 
+// Marks that the server's thread is inside the socket, for as long as it lives.
+class ServerSocket::Inside
+{
+public:
+    Inside(ServerSocket* socket, Where where)
+        : socket_(socket)
+    {
+        const std::lock_guard<std::mutex> lock(socket_->mutex_);
+        // Told to end before it came here: waiting for a client would never be interrupted again.
+        if (socket_->interrupted_ && where == Where::Accept)
+            throw TTransportException(TTransportException::INTERRUPTED);
+        socket_->where_ = where;
+        socket_->server_ = std::this_thread::get_id();
+    }
+    ~Inside()
+    {
+        const std::lock_guard<std::mutex> lock(socket_->mutex_);
+        socket_->where_ = Where::Outside;
+        socket_->left_.notify_all();
+    }
+    Inside(const Inside&) = delete;
+    Inside& operator=(const Inside&) = delete;
+
+private:
+    ServerSocket* socket_;
+};
+
+void ServerSocket::listen()
+{
+    const Inside inside(this, Where::Listen);
+    TServerSocket::listen();
+}
+
 void ServerSocket::interrupt()
 {
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        interrupted_ = true;
-    }
-    TServerSocket::interrupt();
+    const std::lock_guard<std::mutex> lock(mutex_);
+    interrupted_ = true;
+    // While it listens the sockets for the wake-up come into being, and nobody waits on them yet.
+    if (where_ != Where::Listen)
+        TServerSocket::interrupt();
+}
+
+void ServerSocket::interruptChildren()
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (where_ != Where::Listen)
+        TServerSocket::interruptChildren();
 }
 
 void ServerSocket::close()
 {
-    {
-        std::unique_lock<std::mutex> lock(mutex_);
-        left_.wait_for(lock, leaveLimit, [this] { return !accepting_; });
-    }
-    TServerSocket::close();
+    std::unique_lock<std::mutex> lock(mutex_);
+    // A listen that fails closes on its own way out.
+    const bool ownWay = where_ != Where::Outside && server_ == std::this_thread::get_id();
+    if (!ownWay)
+        left_.wait_for(lock, leaveLimit, [this] { return where_ == Where::Outside; });
+    // A slow name service holds it in listen. The accept that follows ends at once, and the server then closes.
+    if (ownWay || where_ != Where::Listen)
+        TServerSocket::close();
 }
 
 std::shared_ptr<TTransport> ServerSocket::acceptImpl()
 {
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        if (interrupted_)
-            throw TTransportException(TTransportException::INTERRUPTED);
-        accepting_ = true;
-    }
-    struct Leave
-    {
-        ServerSocket* socket;
-        ~Leave()
-        {
-            const std::lock_guard<std::mutex> lock(socket->mutex_);
-            socket->accepting_ = false;
-            socket->left_.notify_all();
-        }
-    } leave{this};
+    const Inside inside(this, Where::Accept);
     return TServerSocket::acceptImpl();
 }
