@@ -2,6 +2,8 @@
 
 #include "tests/support/Threads.h"
 
+#include <QtCore/qglobal.h>
+
 #include <atomic>
 #include <functional>
 #include <thread>

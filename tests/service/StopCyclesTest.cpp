@@ -1,0 +1,110 @@
+// Two thousand starts and stops: each ends in time, and none leaves a descriptor or a thread behind.
+#include "tests/support/Aside.h"
+#include "tests/support/ProcessFigures.h"
+#include "tests/support/RawClient.h"
+#include "tests/support/RecordingHost.h"
+#include "tests/support/ServiceRunner.h"
+
+#include <QtCore/QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int kEndLimitMs = 1000;
+const std::string kInit = wire::call("Init", 1);
+const std::string kShow = wire::call("ShowBitLockerStatus", 5, wire::Fields().string(1, "D"));
+
+// Runs the cycles and compares what the process holds after the first few with what it holds at the end.
+template <class Cycle> void runCycles(int count, Cycle cycle)
+{
+    constexpr int warmUp = 20;
+    ProcessFigures before;
+    for (int round = 0; round < count; ++round) {
+        if (round == warmUp)
+            before = ProcessFigures::now();
+        ASSERT_NO_FATAL_FAILURE(cycle(round)) << round;
+    }
+    ProcessFigures after;
+    // A thread that has ended takes a moment to be gone.
+    pumpUntil([&] {
+        after = ProcessFigures::now();
+        return after.fileDescriptors <= before.fileDescriptors && after.threads <= before.threads;
+    });
+    EXPECT_LE(after.fileDescriptors, before.fileDescriptors);
+    EXPECT_LE(after.threads, before.threads);
+    EXPECT_LT(after.peakKilobytes - before.peakKilobytes, 32 * 1024);
+}
+
+void stopAndExpectAnEndInTime(ServiceRunner& service)
+{
+    QElapsedTimer timer;
+    timer.start();
+    service.thread().stopServer();
+    ASSERT_TRUE(service.waitForEnd());
+    ASSERT_LT(timer.elapsed(), kEndLimitMs);
+}
+
+TEST(StopCycles, SevenHundredWithoutClients_EachEndsWithinASecond)
+{
+    runCycles(700, [](int) {
+        ServiceRunner service(nullptr);
+        ASSERT_NO_FATAL_FAILURE(stopAndExpectAnEndInTime(service));
+    });
+}
+
+TEST(StopCycles, SevenHundredWithOneToFourIdleClients_EachEndsWithinASecond)
+{
+    runCycles(700, [](int round) {
+        ServiceRunner service(nullptr);
+        std::vector<std::unique_ptr<RawClient>> clients;
+        for (int i = 0; i <= round % 4; ++i)
+            clients.push_back(std::make_unique<RawClient>(service.port()));
+        // Of some the server knows nothing but that they knock.
+        if (round % 3 != 0)
+            clients.front()->ask(kInit);
+        ASSERT_NO_FATAL_FAILURE(stopAndExpectAnEndInTime(service));
+    });
+}
+
+TEST(StopCycles, SixHundredWithOneToThreeBusyClients_EachEndsWithinASecondOfTheLastTool)
+{
+    ServiceRunner* running = nullptr;
+    QElapsedTimer lastCall;
+    RecordingHost host;
+    host.spec("partitionmanager").answer("doFunFromAI", [&](const QVariantList&) {
+        running->thread().stopServer();
+        lastCall.start();
+        return QVariant(true);
+    });
+    host.build();
+    runCycles(600, [&](int round) {
+        ServiceRunner service(host.bridge());
+        running = &service;
+        host.recorder().clear();
+        std::vector<std::unique_ptr<RawClient>> clients;
+        for (int i = 0; i <= round % 3; ++i) {
+            clients.push_back(std::make_unique<RawClient>(service.port()));
+            clients.back()->send(kShow);
+        }
+        // The first call to reach the host stops the service in the midst of the tools.
+        ASSERT_TRUE(pumpUntil([&] { return !host.recorder().calls().empty(); }));
+        ASSERT_TRUE(service.waitForEnd());
+        ASSERT_LT(lastCall.elapsed(), kEndLimitMs);
+    });
+}
+
+TEST(StopCycles, FiftyStartsOnAnAddressThatIsTaken_LeaveNothingBehind)
+{
+    // Something else listens on the port: the service ends by itself.
+    const ServiceRunner other(nullptr);
+    const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(other.port())));
+    runCycles(50, [](int) {
+        AIFuncallThread thread(nullptr);
+        thread.start();
+        ASSERT_TRUE(thread.wait(20000));
+        thread.stopServer();
+    });
+}
+
+} // namespace
