@@ -22,10 +22,11 @@ AIFuncallThread::AIFuncallThread(AIBridge* theOwner)
 
 AIFuncallThread::~AIFuncallThread()
 {
-    // After an exception from serve, connection threads may still be using the server and what it holds: it
-    // is left to the end of the process. After an ordinary end nobody is.
-    if (served_)
-        delete server.load();
+    // After an exception from serve, connection threads may still be using the server and what it holds: it is
+    // left to the end of the process. After an ordinary end, or where no client ever came, nobody is.
+    thrift::server::TThreadedServer* ended = server.load();
+    if (ended != nullptr && (served_ || ended->getConcurrentClientCountHWM() == 0))
+        delete ended;
 }
 
 void AIFuncallThread::run()
