@@ -1,0 +1,158 @@
+"""A client in another language: the service called through code generated from its interface file.
+
+Arguments: the folder of the generated code, the program of the service's host, a file with the interface's
+description, a folder for scratch files.
+"""
+
+import json
+import os
+import socket
+import subprocess
+import sys
+import tempfile
+import unittest
+
+GENERATED, HOST, DESCRIPTION, SCRATCH = sys.argv[1:5]
+sys.path.insert(0, GENERATED)
+
+from thrift.Thrift import TApplicationException, TMessageType
+from thrift.protocol import TBinaryProtocol
+from thrift.transport import TSocket, TTransport
+
+from ZORNativePlugin import ZORNativePlugin
+from ZORNativePlugin.ttypes import TaskInfo
+
+
+def unused_port():
+    for port in range(9100 + os.getpid() % 800, 10000):
+        with socket.socket() as probe:
+            if probe.connect_ex(("127.0.0.1", port)) != 0:
+                return port
+    raise RuntimeError("no port is free")
+
+
+class Service:
+    """The host's process on a port of its own."""
+
+    def __init__(self):
+        self.folder = tempfile.TemporaryDirectory(dir=SCRATCH)
+        for _ in range(10):
+            report = self.start(unused_port())
+            if report["running"]:
+                self.port = int(report["native"])
+                return
+            self.end()
+        raise RuntimeError("the service does not start")
+
+    def start(self, port):
+        netstat = os.path.join(self.folder.name, "netstat")
+        with open(netstat, "w", encoding="ascii") as script:
+            script.write("#!/bin/sh\n" + "".join(f"echo ':{busy}'\n" for busy in range(9090, port)))
+        os.chmod(netstat, 0o700)
+        environment = dict(os.environ, PATH=self.folder.name + ":" + os.environ["PATH"])
+        self.process = subprocess.Popen([HOST], stdin=subprocess.PIPE, stdout=subprocess.PIPE, env=environment)
+        return json.loads(self.process.stdout.readline())
+
+    def end(self):
+        self.process.stdin.close()
+        code = self.process.wait(30)
+        self.process.stdout.close()
+        return code
+
+
+class AgentTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.service = Service()
+
+    @classmethod
+    def tearDownClass(cls):
+        code = cls.service.end()
+        cls.service.folder.cleanup()
+        assert code == 0, f"the host ended with {code}"
+
+    def setUp(self):
+        connection = TSocket.TSocket("localhost", self.service.port)
+        connection.setTimeout(20000)
+        self.transport = TTransport.TBufferedTransport(connection)
+        self.client = ZORNativePlugin.Client(TBinaryProtocol.TBinaryProtocol(self.transport))
+        self.transport.open()
+
+    def tearDown(self):
+        self.transport.close()
+
+    def test_init_is_true(self):
+        self.assertIs(self.client.Init(), True)
+
+    def test_disks_come_in_the_hosts_order_with_their_sizes(self):
+        disks = self.client.ListAllDisks()
+        self.assertEqual([disk.diskIndex for disk in disks], [0, 1])
+        self.assertEqual([disk.serialNumber for disk in disks], ["S-0", "S-1"])
+        self.assertEqual(disks[0].totalCapacity, 8 << 40)
+        self.assertEqual(disks[0].partitionCount, 2)
+
+    def test_partitions_of_one_disk(self):
+        self.assertEqual([p.driveLetter for p in self.client.ListPartitionsOnDisk(0)], ["C", "D"])
+        self.assertEqual([p.driveLetter for p in self.client.ListPartitionsOnDisk(1)], ["E"])
+        self.assertEqual(self.client.ListPartitionsOnDisk(9), [])
+
+    def test_text_outside_ascii_arrives_whole(self):
+        self.assertEqual(self.client.GetPartitionInfo("D").label, "gr\u00fc\u00dfe")
+
+    def test_every_field_of_a_record_arrives_even_when_nothing_was_found(self):
+        empty = self.client.GetPartitionInfo("Q")
+        values = vars(empty)
+        self.assertEqual(len(values), 46)
+        for name, value in values.items():
+            self.assertIn(value, (False, 0, ""), name)
+            self.assertIsNotNone(value, name)
+
+    def test_all_partitions(self):
+        self.assertEqual([p.driveLetter for p in self.client.GetAllPartitionInfo()], ["C", "D", "E"])
+
+    def test_gate_answers_a_record(self):
+        info = self.client.PreProcessing("ListAllDisks()")
+        self.assertIsInstance(info, TaskInfo)
+        self.assertIsInstance(info.allow, bool)
+        self.assertIsInstance(info.reasons, str)
+
+    def test_post_processing_counts_the_exact_text_only(self):
+        self.assertIs(self.client.PostProcessing("Task Queued"), True)
+        self.assertIs(self.client.PostProcessing("Task Queued "), False)
+        self.assertIs(self.client.PostProcessing("Task NotValid"), False)
+
+    def test_a_tool_is_queued_on_the_hosts_thread(self):
+        self.assertEqual(self.client.CreatePartition(0, 1 << 35, "NTFS", "gr\u00fcn", -1), "Task Queued")
+        self.assertEqual(self.client.DeletePartition("7"), "Task NotValid")
+
+    def test_arguments_that_are_not_sent_read_as_defaults(self):
+        self.assertEqual([p.driveLetter for p in self.client.ListPartitionsOnDisk(None)], ["C", "D"])
+        self.assertEqual(self.client.GetPartitionInfo(None).driveLetter, "")
+
+    def test_unknown_method_raises_and_the_connection_goes_on(self):
+        protocol = TBinaryProtocol.TBinaryProtocol(self.transport)
+        protocol.writeMessageBegin("Nothing", TMessageType.CALL, 11)
+        protocol.writeStructBegin("args")
+        protocol.writeFieldStop()
+        protocol.writeStructEnd()
+        protocol.writeMessageEnd()
+        self.transport.flush()
+        self.assertEqual(protocol.readMessageBegin(), ("Nothing", TMessageType.EXCEPTION, 11))
+        exception = TApplicationException()
+        exception.read(protocol)
+        protocol.readMessageEnd()
+        self.assertEqual(exception.type, TApplicationException.UNKNOWN_METHOD)
+        self.assertEqual(exception.message, "Invalid method name: 'Nothing'")
+        self.assertIs(self.client.Init(), True)
+
+    def test_the_generated_client_has_every_method_of_the_interface(self):
+        with open(DESCRIPTION, encoding="utf-8") as file:
+            service = json.load(file)["services"][0]
+        names = [function["name"] for function in service["functions"]]
+        self.assertEqual(len(names), 69)
+        for name in names:
+            self.assertTrue(callable(getattr(self.client, name)), name)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)
