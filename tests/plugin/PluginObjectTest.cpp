@@ -2,6 +2,7 @@
 // the virtual operations, the life from factory to Release.
 #include "tests/plugin/HostView.h"
 #include "tests/support/FakeNetstat.h"
+#include "tests/support/QtPrinters.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/ServiceRunner.h"
 #include "tests/support/Threads.h"

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QtCore/QMap>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QTemporaryDir>
+
+/// An application folder with components in it, and the host that loads them as a process of its own.
+class ComponentFolder
+{
+public:
+    /// What one run of the host said; a run that crashed or hung has said "CRASHED" or "HUNG" at last.
+    struct Run
+    {
+        QStringList lines;  ///< standard output
+        QStringList errors; ///< standard error
+        /// The lines that begin with @p word.
+        QStringList said(const QString& word) const;
+    };
+
+    ComponentFolder();
+
+    /// Puts a library of the fixture @p kind (Component, NoFactory, NullFactory, SlowFactory) at @p path, which has no
+    /// ending.
+    void library(const QString& path, const QString& kind = QStringLiteral("Component"),
+                 const QString& ending = QStringLiteral(".so"));
+    /// Writes a file.
+    void file(const QString& path, const QByteArray& bytes);
+    /// Writes `components.ini` of a folder, empty for the application's, with the named groups.
+    void list(const QString& folder, const QMap<int, QByteArray>& names);
+    Run run(const QStringList& orders) const;
+
+private:
+    QString at(const QString& path) const { return folder_.filePath(path); }
+    void makeFolderOf(const QString& path) const;
+
+    QTemporaryDir folder_;
+};

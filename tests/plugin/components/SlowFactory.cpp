@@ -1,0 +1,21 @@
+// A component whose factory takes longer than the manager's timer lets pass in silence.
+#include "plugin/ComponentBase.h"
+
+#include <QtCore/QThread>
+
+namespace {
+
+class SlowComponent : public CComponentBase
+{
+public:
+    QString name() const override { return QStringLiteral("Slow"); }
+    void init() override {}
+};
+
+} // namespace
+
+extern "C" Q_DECL_EXPORT CComponentBase* getInstance()
+{
+    QThread::msleep(150);
+    return new SlowComponent;
+}
