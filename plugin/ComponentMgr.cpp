@@ -8,7 +8,9 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLibrary>
+#include <QtCore/QPointer>
 #include <QtCore/QSettings>
+#include <QtCore/QVector>
 #include <QtQml/QQmlApplicationEngine>
 
 namespace {
@@ -37,6 +39,14 @@ QString libraryPath(const QString& name, const QString& parent)
     return path;
 }
 
+using Factory = CComponentBase* (*)();
+
+// The library stays loaded when its QLibrary goes.
+Factory factoryOf(QLibrary& library)
+{
+    return library.load() ? reinterpret_cast<Factory>(library.resolve("getInstance")) : nullptr;
+}
+
 } // namespace
 
 CComponentMgr::CComponentMgr(QQmlApplicationEngine* theEngine, QObject* parent)
@@ -46,12 +56,15 @@ CComponentMgr::CComponentMgr(QQmlApplicationEngine* theEngine, QObject* parent)
 
 CComponentMgr::~CComponentMgr()
 {
-    const QVariantList records = componentList;
-    for (const QVariant& record : records) {
-        if (CComponentBase* component = objectOf(record)) {
+    // A component's end may take others with it.
+    QVector<QPointer<CComponentBase>> alive;
+    for (const QVariant& record : qAsConst(componentList))
+        alive.append(objectOf(record));
+    for (const QPointer<CComponentBase>& component : qAsConst(alive)) {
+        if (component)
             component->Release();
+        if (component)
             component->deleteLater();
-        }
     }
     componentList.clear();
 }
@@ -79,11 +92,13 @@ void CComponentMgr::loadComponents(QString componentName)
 
     QSettings settings(listFile, QSettings::IniFormat);
     settings.setIniCodec("UTF-8");
+    // Looked up once: a language object that comes with one of these components is not yet heard here.
+    const QPointer<QObject> language = contextObject(engine, QStringLiteral("multilanguage"));
     for (int i = 1; i <= kLastGroup; ++i) {
         settings.beginGroup(QStringLiteral("COMPONENT%1").arg(i));
         if (settings.contains(QStringLiteral("name"))) {
             const QString name = settings.value(QStringLiteral("name")).toString();
-            connectLanguage(loadComponent(name, componentName));
+            connectLanguage(language, loadComponent(name, componentName));
             loadComponents(name);
         }
         settings.endGroup();
@@ -105,18 +120,26 @@ QObject* CComponentMgr::component(QString name)
 QObject* CComponentMgr::loadComponent(QString name, QString parentCom)
 {
     CTestTime timer;
-    CComponentBase* component = createComponent(libraryPath(name, parentCom));
+    const auto step = [&timer](int line) { timer.checkPoint("CComponentMgr::loadComponent", line); };
+    QLibrary library(libraryPath(name, parentCom));
+    step(__LINE__);
+    const Factory factory = factoryOf(library);
+    if (factory == nullptr)
+        return nullptr;
+    step(__LINE__);
+    CComponentBase* component = factory();
+    step(__LINE__);
     if (component == nullptr)
         return nullptr;
-    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    step(__LINE__);
     component->setEngine(engine);
     component->init();
-    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    step(__LINE__);
     fileComponent(component);
-    connectLanguage(component);
-    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    connectLanguage(contextObject(engine, QStringLiteral("multilanguage")), component);
+    step(__LINE__);
     Q_EMIT sigNewComponent(name, parentCom);
-    timer.checkPoint(Q_FUNC_INFO, __LINE__);
+    step(__LINE__);
     return component;
 }
 
@@ -139,23 +162,6 @@ QVariantList CComponentMgr::components() const
         list.append(entry);
     }
     return list;
-}
-
-CComponentBase* CComponentMgr::createComponent(const QString& path) const
-{
-    CTestTime timer;
-    QLibrary library(path);
-    timer.checkPoint(Q_FUNC_INFO, __LINE__);
-    if (!library.load())
-        return nullptr;
-    using Factory = CComponentBase* (*)();
-    const auto factory = reinterpret_cast<Factory>(library.resolve("getInstance"));
-    if (factory == nullptr)
-        return nullptr;
-    timer.checkPoint(Q_FUNC_INFO, __LINE__);
-    CComponentBase* component = factory();
-    timer.checkPoint(Q_FUNC_INFO, __LINE__);
-    return component;
 }
 
 void CComponentMgr::fileComponent(CComponentBase* component)
@@ -191,9 +197,8 @@ void CComponentMgr::dropComponent(QObject* component)
     }
 }
 
-void CComponentMgr::connectLanguage(QObject* component) const
+void CComponentMgr::connectLanguage(QObject* language, QObject* component)
 {
-    QObject* language = contextObject(engine, QStringLiteral("multilanguage"));
     if (language != nullptr && component != nullptr)
         connect(language, SIGNAL(sigCurrentLanguageChanged()), component, SLOT(onTranslate()));
 }

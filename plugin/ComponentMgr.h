@@ -47,10 +47,9 @@ Q_SIGNALS:
     void sigComponentsChanged();
 
 private:
-    CComponentBase* createComponent(const QString& path) const;
     void fileComponent(CComponentBase* component);
     void dropComponent(QObject* component);
-    void connectLanguage(QObject* component) const;
+    static void connectLanguage(QObject* language, QObject* component);
 
     QVariantList componentList;
     QQmlApplicationEngine* engine;
