@@ -127,7 +127,8 @@ QObject* CComponentMgr::loadComponent(QString name, QString parentCom)
     if (factory == nullptr)
         return nullptr;
     step(__LINE__);
-    CComponentBase* component = factory();
+    // Whoever is told of it may destroy it.
+    const QPointer<CComponentBase> component = factory();
     step(__LINE__);
     if (component == nullptr)
         return nullptr;

@@ -336,6 +336,17 @@ TEST(ComponentMgr, ReleaseThatDestroysAnotherComponent_TouchesNoDeadObject)
               texts({"release Killer", "destroyed A", "release B", "closed", "destroyed Killer", "destroyed B"}));
 }
 
+TEST(ComponentMgr, ComponentDestroyedWhenItIsToldOf_IsNotGivenBack)
+{
+    ComponentFolder folder;
+    folder.library(s("A"));
+    folder.list(s(""), {{1, "A"}});
+    const auto run = folder.run({s("language"), s("refuse"), s("load:A"), s("tree"), s("switch"), s("components")});
+    EXPECT_EQ(run.said(s("loaded")), texts({"loaded nothing"}));
+    EXPECT_EQ(run.lines.mid(run.lines.lastIndexOf(s("new 'A' ''"))),
+              texts({"new 'A' ''", "destroyed A", "components []"}));
+}
+
 TEST(ComponentMgr, ListThatNamesItsOwnFolder_EndsTheWalk)
 {
     for (const char* name : {"", ".", "./", "A/..", "..//.//", "/"}) {

@@ -8,6 +8,7 @@
 //   components                 the list as JSON
 //   delete:NAME                deletes the component itself
 //   victim:NAME                the component that one named Killer takes with it
+//   refuse                     deletes each further component as soon as it is told of
 //   switch                     changes the language
 //   tell                       lets the language object that QML sees change the language
 //   close                      destroys the manager and serves what was put off
@@ -76,6 +77,9 @@ public:
                 "sigCurrentLanguageChanged");
         else if (verb == QLatin1String("victim"))
             qputenv("TEST_VICTIM", QByteArray::number(quintptr(manager_->component(name))));
+        else if (verb == QLatin1String("refuse"))
+            QObject::connect(manager_.get(), &CComponentMgr::sigNewComponent,
+                             [this](const QString& newOne) { delete manager_->component(newOne); });
         else if (verb == QLatin1String("switch"))
             Q_EMIT language_.sigCurrentLanguageChanged();
         else if (verb == QLatin1String("close"))
