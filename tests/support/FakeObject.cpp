@@ -50,6 +50,15 @@ FakeSpec& FakeSpec::property(const QByteArray& name, const QByteArray& type, con
     return *this;
 }
 
+FakeSpec& FakeSpec::reading(const QByteArray& property, FakeBody body)
+{
+    for (FakeMember& member : members_) {
+        if (member.isProperty && member.name == property)
+            member.body = body;
+    }
+    return *this;
+}
+
 FakeSpec& FakeSpec::remove(const QByteArray& name)
 {
     members_.erase(std::remove_if(members_.begin(), members_.end(),
@@ -113,8 +122,7 @@ int Body::metacall(QMetaObject::Call call, int id, void** arguments)
         return id - static_cast<int>(methods_.size());
     }
     if (call == QMetaObject::ReadProperty && index < properties_.size()) {
-        const QMutexLocker lock(&mutex_);
-        store(arguments[0], properties_[index].type, properties_[index].value);
+        store(arguments[0], properties_[index].type, valueRead(properties_[index]));
     } else if (call == QMetaObject::WriteProperty && index < properties_.size()) {
         const QMutexLocker lock(&mutex_);
         properties_[index].value = load(QMetaType::type(properties_[index].type.constData()), arguments[0]);
@@ -140,6 +148,14 @@ void Body::invoke(const FakeMember& member, int index, void** arguments)
     const QVariant result = member.body ? member.body(values) : QVariant();
     store(arguments[0], member.type, result);
     Q_UNUSED(self_)
+}
+
+QVariant Body::valueRead(const FakeMember& property) const
+{
+    if (property.body)
+        return property.body({});
+    const QMutexLocker lock(&mutex_);
+    return property.value;
 }
 
 QVariant Body::value(const QByteArray& property) const

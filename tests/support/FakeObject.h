@@ -18,7 +18,7 @@ struct FakeMember
     QByteArray name; ///< signature of a method ("disks(int,bool)"), or name of a property
     QByteArray type; ///< return type of a method, empty for none; type of a property
     bool isProperty = false;
-    FakeBody body;  ///< method: what it answers; null answers the type's default
+    FakeBody body;  ///< method: what it answers, null the type's default; property: what it reads as
     QVariant value; ///< property: its value
 };
 
@@ -29,6 +29,9 @@ class FakeSpec
 public:
     FakeSpec& method(const QByteArray& signature, const QByteArray& returnType = {}, FakeBody body = {});
     FakeSpec& property(const QByteArray& name, const QByteArray& type, const QVariant& value);
+    /// Calls @p body, with no arguments, at each read of that property; its result is what is read. The reads of
+    /// other properties leave no trace.
+    FakeSpec& reading(const QByteArray& property, FakeBody body);
     /// Takes away every member of that bare name.
     FakeSpec& remove(const QByteArray& bareName);
     /// Gives the methods of that bare name another body.
@@ -56,6 +59,7 @@ public:
 
 private:
     void invoke(const FakeMember& member, int index, void** arguments);
+    QVariant valueRead(const FakeMember& property) const;
 
     std::vector<FakeMember> methods_;
     std::vector<FakeMember> properties_;
