@@ -1,0 +1,249 @@
+// The gate around a tool call: its two refusals and their order, the pause, what it tells the host, and what
+// counts as a queued task.
+#include "service/ZorHandle.h"
+#include "tests/support/RecordingHost.h"
+#include "tests/support/Threads.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const char* const kInProgress =
+    "An operation is currently in progress, please wait a few moments and try again. If you need "
+    "further assistance, please let me know!";
+const char* const kInExecution =
+    "One or more tasks are currently in execution, please wait a few moments and try again. If "
+    "you need further assistance, please let me know!";
+
+// The gate on a clock of the test's.
+class GateOnClock : public CZorHandle
+{
+public:
+    qint64 elapsed = 2000;
+
+private:
+    qint64 sinceLastCall() const override { return elapsed; }
+};
+
+class Gate : public testing::Test
+{
+protected:
+    // Records each read of a property among the host's calls and answers with @p value.
+    void watch(const QString& object, const QByteArray& property, bool value)
+    {
+        host.spec(object).reading(property, [=](const QVariantList&) {
+            host.recorder().add({object, QString::fromLatin1(property), {}, QThread::currentThread(), true});
+            return QVariant(value);
+        });
+    }
+
+    void build(bool popuped, bool busy)
+    {
+        watch("window", "popuped", popuped);
+        watch("__zormain", "busy", busy);
+        host.build();
+        gate.setBridge(host.bridge());
+    }
+
+    TaskInfo ask(const std::string& toolCalls = "call")
+    {
+        TaskInfo answer;
+        answer.allow = true;
+        answer.reasons = "left as it was";
+        runOnOtherThread([&] {
+            caller = QThread::currentThread();
+            gate.PreProcessing(answer, toolCalls);
+        });
+        return answer;
+    }
+
+    RecordingHost host;
+    GateOnClock gate;
+    QThread* caller = nullptr;
+};
+
+TEST_F(Gate, Init_IsTrueWithoutABridgeAndWhileTheGateWouldRefuse)
+{
+    EXPECT_TRUE(gate.Init());
+    build(true, true);
+    EXPECT_TRUE(gate.Init());
+    EXPECT_TRUE(host.recorder().sequence().isEmpty());
+}
+
+TEST_F(Gate, PreProcessing_WithNothingInTheWay_IsAllowedAndReportsThenSignals)
+{
+    build(false, false);
+    QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
+    const TaskInfo answer = ask("Zerteile \xC3\xBC");
+    EXPECT_TRUE(answer.allow);
+    EXPECT_EQ(answer.reasons, "");
+    EXPECT_EQ(host.recorder().sequence(),
+              QStringList({"window.popuped", "__zormain.busy", "__qml_executer.sendUserInfo"}));
+    const auto calls = host.recorder().calls();
+    ASSERT_EQ(calls.size(), 3u);
+    EXPECT_EQ(calls[0].thread, caller);
+    EXPECT_EQ(calls[1].thread, caller);
+    EXPECT_EQ(calls[2].thread, QCoreApplication::instance()->thread());
+    EXPECT_EQ(typed(calls[2].arguments),
+              QString::fromUtf8("list[QString:\"AIPixie\",QString:\"Info_SpriteCalling\","
+                                "map{function=QString:\"Zerteile \xC3\xBC\"},invalid]"));
+    ASSERT_EQ(about.count(), 1);
+    EXPECT_EQ(typed(about[0]), QString::fromUtf8("list[QString:\"Zerteile \xC3\xBC\"]"));
+}
+
+TEST_F(Gate, PreProcessing_WhenAllowed_SignalsOnTheCallersThreadAfterTheEvent)
+{
+    build(false, false);
+    QThread* thread = nullptr;
+    QStringList before;
+    QObject::connect(host.bridge(), &AIBridge::sigAbout2CallFun, [&] {
+        thread = QThread::currentThread();
+        before = host.recorder().sequence();
+    });
+    ask();
+    EXPECT_EQ(thread, caller);
+    EXPECT_EQ(before.last(), "__qml_executer.sendUserInfo");
+}
+
+TEST_F(Gate, PreProcessing_WithAPopup_IsRefusedWithTheFirstTextAndBusyIsNotRead)
+{
+    build(true, true);
+    QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
+    const TaskInfo answer = ask();
+    EXPECT_FALSE(answer.allow);
+    EXPECT_EQ(answer.reasons, kInProgress);
+    EXPECT_EQ(host.recorder().sequence(), QStringList({"window.popuped"}));
+    EXPECT_EQ(about.count(), 0);
+}
+
+TEST_F(Gate, PreProcessing_WithinThePause_IsRefusedWithTheFirstTextAndBusyIsNotRead)
+{
+    build(false, true);
+    QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
+    gate.elapsed = 1999;
+    const TaskInfo answer = ask();
+    EXPECT_FALSE(answer.allow);
+    EXPECT_EQ(answer.reasons, kInProgress);
+    EXPECT_EQ(host.recorder().sequence(), QStringList({"window.popuped"}));
+    EXPECT_EQ(about.count(), 0);
+}
+
+TEST_F(Gate, PreProcessing_OnABusyHost_IsRefusedWithTheSecondTextWithoutEventOrSignal)
+{
+    build(false, true);
+    QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
+    const TaskInfo answer = ask();
+    EXPECT_FALSE(answer.allow);
+    EXPECT_EQ(answer.reasons, kInExecution);
+    EXPECT_EQ(host.recorder().sequence(), QStringList({"window.popuped", "__zormain.busy"}));
+    EXPECT_EQ(about.count(), 0);
+}
+
+TEST_F(Gate, PreProcessing_At1999Milliseconds_IsRefusedAndAt2000Admitted)
+{
+    build(false, false);
+    for (const qint64 elapsed : {0, 1, 1999}) {
+        gate.elapsed = elapsed;
+        EXPECT_FALSE(ask().allow) << elapsed;
+    }
+    for (const qint64 elapsed : {2000, 2001, 1000000}) {
+        gate.elapsed = elapsed;
+        EXPECT_TRUE(ask().allow) << elapsed;
+    }
+}
+
+TEST_F(Gate, PreProcessing_WithoutABridge_IsNotAllowedAndGivesNoReason)
+{
+    const TaskInfo answer = ask();
+    EXPECT_FALSE(answer.allow);
+    EXPECT_EQ(answer.reasons, "");
+}
+
+TEST_F(Gate, PreProcessing_OnTheApplicationThread_ReportsDirectly)
+{
+    build(false, false);
+    TaskInfo answer;
+    gate.PreProcessing(answer, "");
+    EXPECT_TRUE(answer.allow);
+    EXPECT_EQ(typed(host.recorder().calls().back().arguments),
+              "list[QString:\"AIPixie\",QString:\"Info_SpriteCalling\",map{function=QString:\"\"},invalid]");
+}
+
+TEST_F(Gate, PreProcessing_WithAnEventThatCannotBeSent_IsAllowedAndSignalled)
+{
+    host.without("__qml_executer");
+    build(false, false);
+    QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
+    EXPECT_TRUE(ask().allow);
+    EXPECT_EQ(about.count(), 1);
+}
+
+TEST_F(Gate, PreProcessing_WithTextsForProperties_ReadsThemAsBooleans)
+{
+    host.spec("window").remove("popuped").property("popuped", "QVariant", QVariant("yes"));
+    host.build();
+    gate.setBridge(host.bridge());
+    EXPECT_EQ(ask().reasons, kInProgress);
+    host.window()->setValue("popuped", QVariant());
+    EXPECT_TRUE(ask().allow);
+}
+
+TEST_F(Gate, PreProcessing_LogsTheCallAlsoWhenItIsRefused)
+{
+    static QStringList lines;
+    lines.clear();
+    build(true, false);
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+            if (type == QtDebugMsg)
+                lines.append(text);
+        });
+    ask("tool(5)");
+    qInstallMessageHandler(before);
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_TRUE(QRegularExpression("^CZorHandle::PreProcessing \\d+ toolCalls0: \"tool\\(5\\)\"\\s*$")
+                    .match(lines[0])
+                    .hasMatch())
+        << lines[0].toStdString();
+}
+
+TEST_F(Gate, PostProcessing_IsTrueForExactlyTheOneText)
+{
+    build(false, false);
+    EXPECT_TRUE(gate.PostProcessing("Task Queued"));
+    for (const char* text : {"", "Task Queued ", " Task Queued", "task queued", "Task Queued\n",
+                             "Task NotValid", "Task Queued: partition E", "It seems that disk7 is not exist"})
+        EXPECT_FALSE(gate.PostProcessing(text)) << text;
+    EXPECT_FALSE(gate.PostProcessing(std::string("Task Queued\0", 12)));
+}
+
+TEST_F(Gate, PostProcessing_SignalsTheTextAndTheOutcomeOnTheCallersThread)
+{
+    build(false, false);
+    QSignalSpy after(host.bridge(), &AIBridge::sigAfterCallFun);
+    QThread* thread = nullptr;
+    QObject::connect(host.bridge(), &AIBridge::sigAfterCallFun, [&] { thread = QThread::currentThread(); });
+    QThread* other = nullptr;
+    runOnOtherThread([&] {
+        other = QThread::currentThread();
+        gate.PostProcessing("Task Queued");
+        gate.PostProcessing("Task NotValid");
+    });
+    ASSERT_EQ(after.count(), 2);
+    EXPECT_EQ(typed(after[0]), "list[QString:\"Task Queued\",bool:true]");
+    EXPECT_EQ(typed(after[1]), "list[QString:\"Task NotValid\",bool:false]");
+    EXPECT_EQ(thread, other);
+    EXPECT_TRUE(host.recorder().sequence().isEmpty());
+}
+
+TEST_F(Gate, PostProcessing_WithoutABridge_StillTellsTheOutcome)
+{
+    EXPECT_TRUE(gate.PostProcessing("Task Queued"));
+    EXPECT_FALSE(gate.PostProcessing("Task NotValid"));
+}
+
+} // namespace
