@@ -1,0 +1,432 @@
+// The inventory as a whole: its four lists, the letters, the lookups, and the two questions to the host.
+#include "plugin/HostAccess.h"
+#include "service/ZorHandle.h"
+#include "tests/support/RecordingHost.h"
+#include "tests/support/Threads.h"
+
+#include <QtQml/QQmlContext>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr qlonglong kGiga = 1073741824;
+
+QVariantMap part(int diskIndex, const char* letter, qlonglong size = 100)
+{
+    return {{"diskIndex", diskIndex}, {"driveLetter", QString::fromUtf8(letter)}, {"size", size}};
+}
+
+QVariantMap region(int diskIndex, qlonglong size)
+{
+    return {{"diskIndex", diskIndex}, {"unallocated", true}, {"size", size}};
+}
+
+QVariantMap disk(int diskIndex, const QVariantList& partitions)
+{
+    return {{"diskIndex", diskIndex}, {"partitions", partitions}};
+}
+
+class Inventory : public testing::Test
+{
+protected:
+    Inventory() { tools.setBridge(&bridge); }
+
+    QString disks()
+    {
+        std::vector<DiskInfo> records;
+        tools.ListAllDisks(records);
+        QStringList texts;
+        for (const DiskInfo& record : records)
+            texts << QString::number(record.diskIndex);
+        return texts.join(' ');
+    }
+
+    QString places(const std::vector<PartitionInfo>& records)
+    {
+        QStringList texts;
+        for (const PartitionInfo& record : records)
+            texts << QString::number(record.diskIndex) + QString::fromStdString(record.driveLetter) +
+                         QString::number(record.rawCapacity);
+        return texts.join(' ');
+    }
+
+    QString all()
+    {
+        std::vector<PartitionInfo> records;
+        tools.GetAllPartitionInfo(records);
+        return places(records);
+    }
+
+    QString on(int diskIndex)
+    {
+        std::vector<PartitionInfo> records;
+        tools.ListPartitionsOnDisk(records, diskIndex);
+        return places(records);
+    }
+
+    qint64 sizeOf(const std::string& letter)
+    {
+        PartitionInfo record;
+        tools.GetPartitionInfo(record, letter);
+        return record.rawCapacity;
+    }
+
+    AIBridge bridge;
+    CZorHandle tools;
+};
+
+TEST_F(Inventory, BeforeTheFirstPush_EveryLookupIsEmpty)
+{
+    EXPECT_EQ(disks(), "");
+    EXPECT_EQ(all(), "");
+    EXPECT_EQ(on(0), "");
+    PartitionInfo record;
+    tools.GetPartitionInfo(record, "C");
+    EXPECT_EQ(record, PartitionInfo());
+    EXPECT_EQ(bridge.getPartitionSize("C"), 0);
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(0, 1), 0);
+}
+
+TEST_F(Inventory, TwoDisks_ComeInTheHostsOrder)
+{
+    bridge.setDiskInfo({disk(3, {part(3, "E:", 5), region(3, 6)}), disk(1, {part(1, "C:", 7)})});
+    EXPECT_EQ(disks(), "3 1");
+    EXPECT_EQ(all(), "3E:5 36 1C:7");
+    EXPECT_EQ(on(3), "3E:5 36");
+    EXPECT_EQ(on(1), "1C:7");
+}
+
+TEST_F(Inventory, IsPushedThroughTheMetaObject)
+{
+    const QVariantList info{disk(4, {})};
+    EXPECT_TRUE(QMetaObject::invokeMethod(&bridge, "setDiskInfo", Q_ARG(QVariantList, info)));
+    EXPECT_EQ(disks(), "4");
+}
+
+TEST_F(Inventory, AnotherPush_ReplacesTheListsAlsoByNothing)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "C:")}), disk(1, {part(1, "D:")})});
+    bridge.setDiskInfo({disk(1, {part(1, "X:", 8)})});
+    EXPECT_EQ(disks(), "1");
+    EXPECT_EQ(all(), "1X:8");
+    EXPECT_EQ(on(0), "");
+    bridge.setDiskInfo({});
+    EXPECT_EQ(disks() + all() + on(1), "");
+}
+
+TEST_F(Inventory, ADiskWithoutPartitions_HasNoPartitionList)
+{
+    bridge.setDiskInfo({disk(2, {})});
+    EXPECT_EQ(disks(), "2");
+    EXPECT_EQ(on(2), "");
+    // A caller's own list is left as it was, which shows that there is no entry, not an empty one.
+    std::vector<PartitionInfo> records(1);
+    bridge.getPartitionInfo(records, 2);
+    EXPECT_EQ(records.size(), 1u);
+}
+
+TEST_F(Inventory, ThePartitionCount_CountsUnallocatedRegions)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "C:"), part(0, ""), region(0, 1)})});
+    std::vector<DiskInfo> records;
+    bridge.getDiskInfo(records);
+    EXPECT_EQ(records.at(0).partitionCount, 3);
+}
+
+TEST_F(Inventory, TheListsOfADisk_AreKeyedByTheFirstPartitionsOwnDiskIndex)
+{
+    bridge.setDiskInfo({disk(0, {part(7, "C:"), part(8, "D:")})});
+    EXPECT_EQ(on(0), "");
+    EXPECT_EQ(on(8), "");
+    EXPECT_EQ(on(7), "7C:100 8D:100");
+}
+
+TEST_F(Inventory, OfTwoListsWithTheSameKey_TheEarlierStaysAndBothAreListed)
+{
+    bridge.setDiskInfo({disk(0, {part(5, "C:", 1)}), disk(1, {part(5, "D:", 2)})});
+    EXPECT_EQ(on(5), "5C:1");
+    EXPECT_EQ(all(), "5C:1 5D:2");
+    EXPECT_EQ(sizeOf("D"), 2);
+}
+
+TEST_F(Inventory, GettersReplaceWhatTheCallerHad)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "C:", 1)})});
+    std::vector<DiskInfo> diskRecords(5);
+    bridge.getDiskInfo(diskRecords);
+    EXPECT_EQ(diskRecords.size(), 1u);
+    std::vector<PartitionInfo> records(5);
+    bridge.getAllPartitionInfo(records);
+    EXPECT_EQ(records.size(), 1u);
+    records.resize(5);
+    bridge.getPartitionInfo(records, 0);
+    EXPECT_EQ(records.size(), 1u);
+    bridge.setDiskInfo({});
+    bridge.getDiskInfo(diskRecords);
+    bridge.getAllPartitionInfo(records);
+    EXPECT_EQ(diskRecords.size() + records.size(), 0u);
+}
+
+TEST_F(Inventory, ALookupByLetter_TakesTheFirstByteInEitherCase)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "c:", 5), part(0, "E", 6)})});
+    for (const char* letter : {"c", "C", "C:", "c:\\Windows", "CD"})
+        EXPECT_EQ(sizeOf(letter), 5) << letter;
+    EXPECT_EQ(sizeOf("e"), 6);
+    for (const char* letter : {"", "D", ":", " C"})
+        EXPECT_EQ(sizeOf(letter), 0) << letter;
+    PartitionInfo record;
+    tools.GetPartitionInfo(record, "C");
+    EXPECT_EQ(record.driveLetter, "c:");
+}
+
+TEST_F(Inventory, AnUnknownOrEmptyLetter_LeavesTheRecordAsItWas)
+{
+    PartitionInfo record;
+    record.label = "kept";
+    bridge.getPartitionInfo(record, "C");
+    bridge.getPartitionInfo(record, "");
+    EXPECT_EQ(record.label, "kept");
+}
+
+TEST_F(Inventory, EntriesWithoutALetterOrWithAnAsterisk_AreListedButNotFoundByLetter)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "*", 5), part(0, "", 6), part(0, "**", 7)})});
+    EXPECT_EQ(all(), "0*5 06 0**7");
+    EXPECT_EQ(on(0), "0*5 06 0**7");
+    // Exactly one asterisk means no letter; two of them are a text like any other.
+    EXPECT_EQ(sizeOf("*"), 7);
+    bridge.setDiskInfo({disk(0, {part(0, "*", 9)})});
+    EXPECT_EQ(sizeOf("*"), 7);
+}
+
+TEST_F(Inventory, WhatIsNoLetter_IsAKeyAsWell)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "5", 1), part(0, "\xC3\x84:", 2)})});
+    EXPECT_EQ(sizeOf("5"), 1);
+    EXPECT_EQ(sizeOf("\xC3\x84"), 2);
+    // Only the first byte counts, and these two letters share it.
+    EXPECT_EQ(sizeOf("\xC3\x96"), 2);
+    EXPECT_EQ(bridge.getPartitionSize("5x"), 1);
+}
+
+TEST_F(Inventory, OfTwoPartitionsWithOneLetter_TheLaterIsFound)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "E:", 1)}), disk(1, {part(1, "e:", 2)})});
+    EXPECT_EQ(sizeOf("E"), 2);
+}
+
+TEST_F(Inventory, ALetterThatHasGone_KeepsAnsweringUntilItIsTaken)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "C:", 1), part(0, "E:", 2)})});
+    bridge.setDiskInfo({disk(0, {part(0, "C:", 3)})});
+    EXPECT_EQ(all(), "0C:3");
+    EXPECT_EQ(sizeOf("E"), 2);
+    EXPECT_EQ(bridge.getPartitionSize("E"), 2);
+    EXPECT_EQ(sizeOf("C"), 3);
+    bridge.setDiskInfo({});
+    EXPECT_EQ(sizeOf("C"), 3);
+    bridge.setDiskInfo({disk(4, {part(4, "E:", 9)})});
+    EXPECT_EQ(sizeOf("E"), 9);
+}
+
+TEST_F(Inventory, PartitionSize_IsTheCapacityOrZero)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "S:", 8 * kGiga)})});
+    for (const char* letter : {"S", "s", "s:", "sX"})
+        EXPECT_EQ(bridge.getPartitionSize(letter), 8 * kGiga) << letter;
+    EXPECT_EQ(bridge.getPartitionSize(""), 0);
+    EXPECT_EQ(bridge.getPartitionSize("D"), 0);
+    // The whole text is upper-cased here, and this letter becomes two.
+    EXPECT_EQ(bridge.getPartitionSize("\xC3\x9F"), 8 * kGiga);
+}
+
+TEST_F(Inventory, OneUnallocatedPartition_IsTheFirstThatIsLargeEnoughCountedAmongTheRegions)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "C:", 90 * kGiga), region(0, kGiga), part(0, "D:", 9),
+                                 region(0, 5 * kGiga), region(0, 5 * kGiga), region(0, 3 * kGiga)}),
+                        disk(1, {part(1, "E:", 5)}), disk(2, {region(2, 10)})});
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(0, 0), 0);
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(0, -5), 0);
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(0, kGiga), 0);
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(0, kGiga + 1), 1);
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(0, 2 * kGiga), 1);
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(0, 5 * kGiga), 1);
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(0, 5 * kGiga + 1), 0);
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(1, 1), 0);
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(2, 11), 0);
+    EXPECT_EQ(bridge.findOneUnallocatedPartition(99, 1), 0);
+}
+
+TEST_F(Inventory, ParsePartitionInfo_AddsOneDisksPartitions)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "C:", 1)})});
+    bridge.parsePartitionInfo({part(1, "D:", 2), region(1, 3)});
+    EXPECT_EQ(disks(), "0");
+    EXPECT_EQ(all(), "0C:1 1D:2 13");
+    EXPECT_EQ(on(1), "1D:2 13");
+    EXPECT_EQ(sizeOf("D"), 2);
+    bridge.parsePartitionInfo({part(0, "C:", 7)});
+    EXPECT_EQ(on(0), "0C:1");
+    EXPECT_EQ(sizeOf("C"), 7);
+    bridge.parsePartitionInfo({});
+    EXPECT_EQ(all(), "0C:1 1D:2 13 0C:7");
+}
+
+class InventoryHost : public testing::Test
+{
+protected:
+    void push() { host.bridge()->setDiskInfo(info); }
+
+    QString aligned()
+    {
+        std::vector<DiskInfo> records;
+        host.bridge()->getDiskInfo(records);
+        QString text;
+        for (const DiskInfo& record : records)
+            text += record.not4kAligned ? '1' : '0';
+        return text;
+    }
+
+    QString raw()
+    {
+        std::vector<PartitionInfo> records;
+        host.bridge()->getAllPartitionInfo(records);
+        QString text;
+        for (const PartitionInfo& record : records)
+            text += record.isRawPartition ? '1' : '0';
+        return text;
+    }
+
+    RecordingHost host;
+    QVariantList info{disk(0, {part(0, "C:"), region(0, 5)}), QVariant(5), disk(1, {QVariant("x")})};
+};
+
+TEST_F(InventoryHost, IsAskedDiskByDiskWithTheWholeMapOnTheCallersThread)
+{
+    host.build();
+    QThread* caller = nullptr;
+    runOnOtherThread([&] {
+        caller = QThread::currentThread();
+        push();
+    });
+    const auto calls = host.recorder().calls();
+    QStringList lines;
+    for (const HostCallRecord& call : calls) {
+        lines << call.where() + ' ' + typed(call.arguments);
+        EXPECT_EQ(call.thread, caller);
+        EXPECT_TRUE(call.withResult);
+    }
+    const QString c = "map{diskIndex=int:0,driveLetter=QString:\"C:\",size=qlonglong:100}";
+    const QString space = "map{diskIndex=int:0,size=qlonglong:5,unallocated=bool:true}";
+    EXPECT_EQ(lines,
+              QStringList(
+                  {"toolbox.check4kAlign list[map{diskIndex=int:0,partitions=list[" + c + "," + space + "]}]",
+                   "partitionrecovery.isRawPart list[" + c + "]",
+                   "partitionrecovery.isRawPart list[" + space + "]", "toolbox.check4kAlign list[map{}]",
+                   "toolbox.check4kAlign list[map{diskIndex=int:1,partitions=list[QString:\"x\"]}]",
+                   "partitionrecovery.isRawPart list[map{}]"}));
+}
+
+TEST_F(InventoryHost, Alignment_IsTheNegationOfItsAnswer)
+{
+    host.spec("toolbox").answer("check4kAlign", [](const QVariantList& arguments) {
+        return QVariant(arguments.first().toMap().value("diskIndex").toInt() == 1);
+    });
+    host.build();
+    push();
+    EXPECT_EQ(aligned(), "110");
+}
+
+TEST_F(InventoryHost, RawPartitions_AreWhatItSays)
+{
+    host.spec("partitionrecovery").answer("isRawPart", [](const QVariantList& arguments) {
+        return QVariant(arguments.first().toMap().contains("unallocated"));
+    });
+    host.build();
+    push();
+    EXPECT_EQ(raw(), "010");
+}
+
+TEST_F(InventoryHost, WithoutTheObjectsOrMethods_BothStayFalseAndTheRestIsFilled)
+{
+    host.without("toolbox").spec("partitionrecovery").remove("isRawPart");
+    host.build();
+    push();
+    EXPECT_EQ(aligned() + ' ' + raw(), "000 000");
+    EXPECT_EQ(host.bridge()->getPartitionSize("C"), 100);
+}
+
+TEST_F(InventoryHost, WithTheOtherHalfMissing_BothStayFalse)
+{
+    host.without("partitionrecovery").spec("toolbox").remove("check4kAlign");
+    host.build();
+    push();
+    EXPECT_EQ(aligned() + ' ' + raw(), "000 000");
+    EXPECT_TRUE(host.recorder().sequence().isEmpty());
+}
+
+TEST_F(InventoryHost, WithMethodsOfAnotherSignature_BothStayFalse)
+{
+    host.spec("toolbox").remove("check4kAlign").method("check4kAlign(QVariantMap)", "bool");
+    host.spec("partitionrecovery")
+        .remove("isRawPart")
+        .method("isRawPart(QVariant)", "QString", [](const QVariantList&) { return QVariant("true"); });
+    host.build();
+    push();
+    EXPECT_EQ(aligned() + ' ' + raw(), "000 000");
+    EXPECT_TRUE(host.recorder().sequence().isEmpty());
+}
+
+TEST_F(InventoryHost, WithoutAnEngine_BothStayFalse)
+{
+    host.buildWithoutEngine();
+    push();
+    EXPECT_EQ(aligned() + ' ' + raw(), "000 000");
+}
+
+TEST_F(InventoryHost, TheAlignmentQuestion_IsFoundOnceForTheWholePush)
+{
+    host.spec("toolbox").answer("check4kAlign", [this](const QVariantList&) {
+        host.engine()->rootContext()->setContextProperty("toolbox", nullptr);
+        return QVariant(false);
+    });
+    host.build();
+    push();
+    EXPECT_EQ(aligned(), "111");
+}
+
+TEST_F(InventoryHost, TheRawQuestion_IsFoundOnceForEachDisk)
+{
+    host.spec("partitionrecovery").answer("isRawPart", [this](const QVariantList&) {
+        host.engine()->rootContext()->setContextProperty("partitionrecovery", nullptr);
+        return QVariant(true);
+    });
+    host.build();
+    push();
+    EXPECT_EQ(raw(), "110");
+}
+
+TEST_F(InventoryHost, AHostThatLooksAtTheInventoryWhileItIsAsked_IsAnswered)
+{
+    host.spec("toolbox").answer("check4kAlign", [this](const QVariantList&) {
+        std::vector<DiskInfo> records;
+        host.bridge()->getDiskInfo(records);
+        return QVariant(true);
+    });
+    host.build();
+    push();
+    EXPECT_EQ(aligned(), "000");
+}
+
+TEST_F(InventoryHost, TheRecordsOfTheHost_AreLeftAsTheyCame)
+{
+    host.build();
+    const QVariantList before = info;
+    push();
+    EXPECT_EQ(typed(info), typed(before));
+    EXPECT_EQ(typed(host.recorder().calls().front().arguments.first()), typed(before.first()));
+}
+
+} // namespace

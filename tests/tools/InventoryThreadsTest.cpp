@@ -1,0 +1,136 @@
+// A refill while others read: every answer is of one refill, whole.
+#include "service/ZorHandle.h"
+#include "tests/support/RecordingHost.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+namespace {
+
+// At least so many refills, and more until the readers have seen so many of them, but no more than the last.
+constexpr int kRefills = 400;
+constexpr int kSeen = 60;
+constexpr int kMostRefills = 200000;
+constexpr int kDisks = 6;
+
+// An inventory in which every number tells its generation: the sizes, and how many partitions a disk has.
+int partitionsIn(int generation)
+{
+    return 1 + generation % 5;
+}
+
+QVariantList inventory(int generation)
+{
+    QVariantList disks;
+    for (int d = 0; d < kDisks; ++d) {
+        QVariantList partitions;
+        for (int p = 0; p < partitionsIn(generation); ++p) {
+            partitions << QVariantMap{{"diskIndex", d},
+                                      {"driveLetter", QString(QChar('C' + d)) + ':'},
+                                      {"size", generation},
+                                      {"usedSize", generation},
+                                      {"label", QString("label of generation %1").arg(generation)}};
+        }
+        disks << QVariantMap{{"diskIndex", d}, {"size", generation}, {"partitions", partitions}};
+    }
+    return disks;
+}
+
+bool isWhole(const PartitionInfo& record)
+{
+    return record.usedSize == record.rawCapacity &&
+           record.label == "label of generation " + std::to_string(record.rawCapacity);
+}
+
+// What a reader found: torn answers, and how many different generations it has seen.
+struct Findings
+{
+    std::atomic<int> torn{0};
+    std::atomic<int> generations{0};
+};
+
+class Reader
+{
+public:
+    Reader(CZorHandle& tools, Findings& findings) : tools_(tools), findings_(findings) {}
+
+    void read()
+    {
+        std::vector<DiskInfo> disks;
+        tools_.ListAllDisks(disks);
+        check(disks.size() == kDisks);
+        for (const DiskInfo& disk : disks)
+            check(disk.totalCapacity == disks.front().totalCapacity &&
+                  disk.partitionCount == partitionsIn(static_cast<int>(disk.totalCapacity)));
+        if (!disks.empty() && disks.front().totalCapacity != last_) {
+            last_ = disks.front().totalCapacity;
+            ++findings_.generations;
+        }
+        readPartitions();
+    }
+
+private:
+    void readPartitions()
+    {
+        std::vector<PartitionInfo> all;
+        tools_.GetAllPartitionInfo(all);
+        checkList(all, kDisks);
+        std::vector<PartitionInfo> one;
+        tools_.ListPartitionsOnDisk(one, 2);
+        checkList(one, 1);
+        PartitionInfo record;
+        tools_.GetPartitionInfo(record, "E");
+        check(isWhole(record));
+    }
+
+    void checkList(const std::vector<PartitionInfo>& records, int disks)
+    {
+        if (records.empty())
+            return check(false);
+        const auto generation = static_cast<int>(records.front().rawCapacity);
+        check(static_cast<int>(records.size()) == disks * partitionsIn(generation));
+        for (const PartitionInfo& record : records)
+            check(record.rawCapacity == generation && isWhole(record));
+    }
+
+    void check(bool fine)
+    {
+        if (!fine)
+            ++findings_.torn;
+    }
+
+    CZorHandle& tools_;
+    Findings& findings_;
+    qint64 last_ = -1;
+};
+
+TEST(InventoryThreads, RefillsInATightLoop_AreNeverSeenHalfDoneByThreeReaders)
+{
+    AIBridge bridge;
+    CZorHandle tools;
+    tools.setBridge(&bridge);
+    bridge.setDiskInfo(inventory(0));
+    std::atomic<bool> done{false};
+    Findings findings;
+    std::vector<std::thread> readers;
+    for (int i = 0; i < 3; ++i) {
+        readers.emplace_back([&] {
+            Reader reader(tools, findings);
+            do
+                reader.read();
+            while (!done);
+        });
+    }
+    for (int generation = 1;
+         generation <= kRefills || (findings.generations < kSeen && generation < kMostRefills); ++generation)
+        bridge.setDiskInfo(inventory(generation));
+    done = true;
+    for (std::thread& reader : readers)
+        reader.join();
+    EXPECT_EQ(findings.torn, 0);
+    EXPECT_GE(findings.generations, kSeen);
+}
+
+} // namespace
