@@ -1,0 +1,213 @@
+// Recovery, health and the toolbox, where more than their table rows is to be said.
+#include "tests/tools/ToolRow.h"
+#include "tools/ToolBox.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString kCloseGuide = "window.closeGuide@app? list[invalid]";
+
+QString answerOf(ToolBench& bench, const std::function<QString(CZorHandle&)>& call)
+{
+    QString answer;
+    bench.onConnectionThread([&] { answer = call(bench.tools()); });
+    return answer;
+}
+
+// Opens the parameters to see whether a tool has touched them.
+class OpenParams : public CZorHandle
+{
+public:
+    using CZorHandle::paramsCopy;
+    using CZorHandle::setParam;
+};
+
+TEST(RepairRawOrDamagedPartition, IsSwitchedOff_AndLeavesTheParametersAndTheGuideAlone)
+{
+    ToolBench bench;
+    bench.build();
+    OpenParams tools;
+    tools.setBridge(bench.host().bridge());
+    tools.setParam("kept", QVariant(1));
+    for (const char* letter : {"E", "", "1", "C:"}) {
+        bench.onConnectionThread([&] {
+            EXPECT_EQ(tool(&CZorHandle::RepairRawOrDamagedPartition, letter)(tools), "Task NotValid");
+        });
+        EXPECT_EQ(tool(&CZorHandle::RepairRawOrDamagedPartition, letter)(tools), "Task NotValid");
+    }
+    EXPECT_EQ(typed(tools.paramsCopy()), "map{kept=int:1}");
+    EXPECT_TRUE(bench.calls().isEmpty());
+}
+
+TEST(RecoverLostPartition, OnADiskThatTheHostRefuses_IsRefusedWithTheGuideClosed)
+{
+    ToolBench bench;
+    bench.host().spec("partitionrecovery").answer("isDiskIndexValid", [](const QVariantList& arguments) {
+        return QVariant(arguments.first().toMap().value("diskIndex").toInt() == 1);
+    });
+    bench.build();
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::RecoverLostPartition, 2)), "Task NotValid");
+    EXPECT_EQ(bench.calls(), QStringList({kCloseGuide, "partitionrecovery.isDiskIndexValid@app? "
+                                                       "list[map{diskIndex=int:2,isPartRecov=bool:true}]"}));
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::RecoverLostPartition, 1)), "Task Queued");
+}
+
+TEST(RecoverLostPartition, OnTheApplicationThread_DoesNotAskWhetherTheDiskIsValid)
+{
+    ToolBench bench;
+    bench.host().spec("partitionrecovery").answer("isDiskIndexValid", false);
+    bench.build();
+    EXPECT_EQ(tool(&CZorHandle::RecoverLostPartition, 2)(bench.tools()), "Task Queued");
+    EXPECT_EQ(bench.calls(),
+              QStringList({kCloseGuide,
+                           "__zormain.doprfunction@app list[map{diskIndex=int:2,isPartRecov=bool:true}]"}));
+}
+
+TEST(DoPrFunForAI, ForADamagedPartition_DoesNotAskWhetherTheDiskIsValidEither)
+{
+    ToolBench bench;
+    bench.host().without("partitionrecovery");
+    bench.build();
+    bench.onConnectionThread([&] {
+        EXPECT_TRUE(
+            bench.host().bridge()->doPrFunForAI(false, {{"driveLetter", "E"}, {"isPartRecov", true}}));
+    });
+    EXPECT_EQ(
+        bench.calls(),
+        QStringList(
+            {kCloseGuide,
+             "__zormain.doprfunction@app list[map{driveLetter=QString:\"E\",isPartRecov=bool:false}]"}));
+}
+
+TEST(DoPrFunForAI, WithAMethodThatIsThereButTakesMore_CountsAsStarted)
+{
+    ToolBench bench;
+    bench.host().spec("__zormain").remove("doprfunction").method("doprfunction(QVariant,QVariant)");
+    bench.build();
+    EXPECT_TRUE(bench.host().bridge()->doPrFunForAI(false, {}));
+    EXPECT_EQ(bench.calls(), QStringList({kCloseGuide}));
+}
+
+TEST(OpenDiskHealth, WithAMethodThatIsThereButTakesMore_CountsAsOpened)
+{
+    ToolBench bench;
+    bench.host().spec("__zormain").remove("opendiskhealth").method("opendiskhealth(QVariant,QVariant)");
+    bench.build();
+    EXPECT_TRUE(bench.host().bridge()->openDiskHealth(1));
+    EXPECT_EQ(bench.calls(), QStringList({kCloseGuide}));
+}
+
+TEST(DiskHealthCheck, OfADiskThatTheInventoryLacks_IsRefusedEachTimeWithTheGuideClosed)
+{
+    ToolBench bench;
+    bench.build();
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DiskHealthCheck, 5)), "Task NotValid");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DiskHealthCheck, 5)), "Task NotValid");
+    EXPECT_EQ(bench.host().recorder().sequence(), QStringList({"window.closeGuide", "window.closeGuide"}));
+}
+
+TEST(DiskHealthCheck, OfADiskWithoutPartitions_IsRefused)
+{
+    ToolBench bench;
+    bench.build();
+    bench.host().bridge()->setDiskInfo({QVariantMap{{"diskIndex", 5}}});
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DiskHealthCheck, 5)), "Task NotValid");
+}
+
+TEST(DiskHealthCheck, OnTheApplicationThread_DoesNotLookIntoTheInventory)
+{
+    ToolBench bench;
+    bench.build();
+    EXPECT_EQ(tool(&CZorHandle::DiskHealthCheck, 5)(bench.tools()), "Task Queued");
+    EXPECT_EQ(bench.calls(),
+              QStringList({kCloseGuide, "__zormain.opendiskhealth@app list[map{diskIndex=int:5}]"}));
+}
+
+TEST(DiskHealthCheck, DoesNotTouchTheParameters)
+{
+    ToolBench bench;
+    bench.build();
+    OpenParams tools;
+    tools.setBridge(bench.host().bridge());
+    tools.setParam("kept", QVariant(1));
+    EXPECT_EQ(tool(&CZorHandle::DiskHealthCheck, 1)(tools), "Task Queued");
+    EXPECT_EQ(typed(tools.paramsCopy()), "map{kept=int:1}");
+}
+
+TEST(BadSectorScan, OfAVirtualDiskOrPartition_IsRefusedAndTheGuideStaysOpen)
+{
+    ToolBench bench;
+    const QVariantMap partition{{"driveLetter", "V"}, {"isVirtualDisk", true}};
+    const QVariantMap disk{
+        {"diskIndex", 4}, {"isVirtualDisk", true}, {"partitions", QVariantList{partition}}};
+    bench.host().spec("deviceMgr").answer("disks", QVariant(QVariantList{disk}));
+    bench.build();
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ScanDiskBadSectors, 4)), "Task NotValid");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ScanPartitionBadSectors, "v:")), "Task NotValid");
+    EXPECT_EQ(bench.host().recorder().sequence(), QStringList({"deviceMgr.disks", "deviceMgr.disks"}));
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ScanDiskBadSectors, 5)), "Task Queued");
+}
+
+TEST(PasswordReset, AllowedByAHostWithoutAToolBox_IsQueuedWhileNothingIsOpened)
+{
+    ToolBench bench;
+    bench.host().spec("__zormain").remove("doToolBox");
+    bench.build();
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::PasswordReset)), "Task Queued");
+    EXPECT_EQ(bench.calls(), QStringList({kCloseGuide, "__zormain.passwordResetEnabled@app? list[]"}));
+}
+
+TEST(ToolBoxTools, WithAnUnknownTarget_SendTheBareRecord)
+{
+    ToolBench bench;
+    bench.build();
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::RebuildMbr, 77)), "Task Queued");
+    EXPECT_EQ(bench.calls().last(), "__zormain.doToolBox@app? list[int:4,map{diskIndex=int:77}]");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::CheckPartitionFileSystem, "q:x")), "Task Queued");
+    EXPECT_EQ(bench.calls().last(),
+              "__zormain.doToolBox@app? list[int:12,map{diskIndex=int:-1,driveLetter=QString:\"Q:X\"}]");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ToggleWriteProtection, "")), "Task Queued");
+    EXPECT_EQ(bench.calls().last(),
+              "__zormain.doToolBox@app? list[int:3,map{diskIndex=int:-1,driveLetter=QString:\"\"}]");
+}
+
+TEST(ToolBoxTools, DoNotTouchTheParameters)
+{
+    ToolBench bench;
+    bench.build();
+    OpenParams tools;
+    tools.setBridge(bench.host().bridge());
+    tools.setParam("kept", QVariant(1));
+    for (const char* method :
+         {"RebuildMbr", "AlignDiskTo4k", "ScanDiskBadSectors", "ToggleWriteProtection", "PasswordReset",
+          "RepairWindowsBoot", "Windows11UpgradeCheck", "RetrieveBitLockerRecoveryKey",
+          "CheckPartitionFileSystem", "CloneDiskToDisk", "ConvertDiskToGpt"})
+        EXPECT_EQ(toolRow(method).call(tools), "Task Queued") << method;
+    EXPECT_EQ(typed(tools.paramsCopy()), "map{kept=int:1}");
+}
+
+TEST(RunToolBoxTask, ReadsTheHostsAnswerAsABool)
+{
+    ToolBench bench;
+    QVariant said;
+    bench.host().spec("__zormain").answer("doToolBox", [&](const QVariantList&) { return said; });
+    bench.build();
+    const std::pair<QVariant, bool> answers[] = {{true, true},     {1, true},  {"yes", true},
+                                                 {"false", false}, {0, false}, {QVariant(), false}};
+    for (const auto& [value, accepted] : answers) {
+        said = value;
+        EXPECT_EQ(runToolBoxTask(bench.host().bridge(), 8, {}), accepted) << typed(value).toStdString();
+    }
+}
+
+TEST(Windows11UpgradeCheck, WhereTheCheckerIsNotEnabled_LeavesTheGuideAndTheToolBoxAlone)
+{
+    ToolBench bench;
+    bench.host().spec("partitionmanager").answer("isWin11CheckerEnable", false);
+    bench.build();
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::Windows11UpgradeCheck)), "Task NotValid");
+    EXPECT_EQ(bench.calls(), QStringList({"partitionmanager.isWin11CheckerEnable@app? list[]"}));
+}
+
+} // namespace
