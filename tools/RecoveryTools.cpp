@@ -34,6 +34,16 @@ QVariantMap partitionOf(const AIBridge* bridge, const std::string& driveLetter)
     return findPartitionRecord(bridge, QString::fromStdString(driveLetter), SelectForTask);
 }
 
+// Orders a function of the main object. Once the method is there the order counts as given, whatever became of it.
+bool startOnMain(const AIBridge* bridge, const char* method, const QVariantMap& info)
+{
+    const HostMethod start(mainObject(bridge), method);
+    if (!start.isValid())
+        return false;
+    start.order(ConnectionRule::Call, QVariant(info));
+    return true;
+}
+
 // A virtual disk has no surface to test; it is refused before any guide is closed.
 bool scanBadSectors(const AIBridge* bridge, const QVariantMap& record)
 {
@@ -54,7 +64,7 @@ bool AIBridge::doPrFunForAI(bool isPartRecov, QVariantMap info)
                  .value_or(false))
             return false;
     }
-    return orderHost(mainObject(this), "doprfunction", ConnectionRule::Call, QVariant(info));
+    return startOnMain(this, "doprfunction", info);
 }
 
 bool AIBridge::openDiskHealth(int diskIndex)
@@ -62,8 +72,7 @@ bool AIBridge::openDiskHealth(int diskIndex)
     closeGuide();
     if (!isApplicationThread() && !hasPartitionsOf(diskIndex))
         return false;
-    const QVariantMap info{{kDiskIndex, diskIndex}};
-    return orderHost(mainObject(this), "opendiskhealth", ConnectionRule::Call, QVariant(info));
+    return startOnMain(this, "opendiskhealth", {{kDiskIndex, diskIndex}});
 }
 
 void CZorHandle::RecoverLostPartition(std::string& answer, int32_t diskIndex)
