@@ -6,10 +6,11 @@ constexpr std::size_t kPathLimit = 260;
 const std::wstring kLibrary = L"AliyunWrap.DLL";
 
 // The path of the library in the folder of this module, empty if there is no folder or the path is too long.
-std::wstring libraryPath(std::wstring moduleFile)
+std::wstring libraryPath(const std::wstring& moduleFile)
 {
-    // The buffer of the system call holds so many characters, the last of which is always the end.
-    moduleFile = moduleFile.substr(0, kPathLimit - 1);
+    // Cut to the limit, a longer path would name another folder, from which nothing may be loaded.
+    if (moduleFile.size() >= kPathLimit)
+        return std::wstring();
     const std::size_t backslash = moduleFile.rfind(L'\\');
     if (backslash == std::wstring::npos)
         return std::wstring();

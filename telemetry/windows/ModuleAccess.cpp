@@ -10,9 +10,9 @@ std::wstring moduleFileName()
     HMODULE self = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                        reinterpret_cast<LPCWSTR>(&moduleFileName), &self);
-    GetModuleFileNameW(self, buffer, 260);
-    buffer[259] = L'\0';
-    return buffer;
+    // A path that fills the buffer has been cut and names nothing.
+    const DWORD length = GetModuleFileNameW(self, buffer, 260);
+    return length < 260 ? std::wstring(buffer, length) : std::wstring();
 }
 
 } // namespace
