@@ -200,6 +200,49 @@ TEST(PartitionFields, EachKey_ChangesItsFieldsAndNoOthers)
         EXPECT_EQ(partitionChange({{row.key, row.value}}).toStdString(), row.fields) << row.key;
 }
 
+// Keys of every kind side by side, strange ones among, before and behind them.
+TEST(WholeMaps, AreReadKeyByKeyAndStrangeKeysAreIgnored)
+{
+    QVariantMap map{{"diskInterface", "SATA"},
+                    {"diskIndex", 2},
+                    {"size", 4096},
+                    {"usedSize", 1024},
+                    {"isGPT", true},
+                    {"isSSD", true},
+                    {"readonly", true},
+                    {"bltState", 2},
+                    {"emptyPartitionCount", 1},
+                    {"serialNO", "S"},
+                    {"isUnInitialize", true},
+                    {"isVirtualDisk", true},
+                    {"isVMD", true}};
+    const QString plain = diskChange(map);
+    EXPECT_EQ(
+        plain,
+        "diskLabel=SATA, diskIndex=2, totalCapacity=4096, displayTotalCapacity=4.00 KB, usedSize=1024, "
+        "displayUsedSize=1.00 KB, availableSpace=3072, displayAvailableSpace=3.00 KB, isUninitialized=1, "
+        "isGpt=1, "
+        "isMbr=0, isReadOnly=1, isVmd=1, isVirtualDisk=1, isSsd=1, existsBitLocker=1, emptyPartitionCount=1, "
+        "serialNumber=S");
+    for (const char* strange :
+         {"", "A", "diskIndex2", "diskIndey", "isGPT ", "isgpt", "isZZZ", "si", "sizes", "zzz"})
+        map[strange] = 77;
+    EXPECT_EQ(diskChange(map), plain);
+    map = {{"diskIndex", 1},      {"driveLetter", "E:"}, {"sectorSize", 512}, {"startSector", 2048},
+           {"clusterSize", 8},    {"isPrimary", true},   {"bltState", 1},     {"dynamicVolumeType", 2},
+           {"unallocated", true}, {"volumeSize", 1024},  {"gptEFI", true},    {"fsString", "exFAT"},
+           {"label", "L"},        {"partGUID", "G"}};
+    const QString partitionPlain = partitionChange(map);
+    EXPECT_EQ(partitionPlain,
+              "isUnallocated=1, diskIndex=1, dynamicVolumeSize=1024, displayDynamicVolumeSize=1.00 KB, "
+              "startingOffset=1048576, sectorSize=512, clusterSize=4096, startSector=2048, isPrimary=1, "
+              "isLogical=0, gptEfi=1, partitionGuid=G, bitlockerState=encrypted, driveLetter=E:, label=L, "
+              "fileSystemType=exFAT, dynamicVolumeType=SIMPLE");
+    for (const char* strange : {"", "A", "driveLetter2", "gptEFJ", "labels", "pa", "unalloc", "zzz"})
+        map[strange] = 77;
+    EXPECT_EQ(partitionChange(map), partitionPlain);
+}
+
 TEST(PartitionFields, TheBitLockerState_IsAWordForZeroToThreeAndElseEmpty)
 {
     const std::pair<int, const char*> states[] = {{0, "unencrypted"},
@@ -239,10 +282,11 @@ TEST(PartitionFields, SectorsBecomeBytes_WhereTheFieldIsInBytes)
 
 TEST(PartitionFields, ProductsAndDifferencesThatOverflow_WrapRound)
 {
-    EXPECT_EQ(partition(QVariantMap{{"startSector", 36028797018963968LL}, {"sectorSize", 512}}).startingOffset,
-              0);
-    EXPECT_EQ(partition(QVariantMap{{"startSector", 36028797018963969LL}, {"sectorSize", 512}}).startingOffset,
-              512);
+    EXPECT_EQ(
+        partition(QVariantMap{{"startSector", 36028797018963968LL}, {"sectorSize", 512}}).startingOffset, 0);
+    EXPECT_EQ(
+        partition(QVariantMap{{"startSector", 36028797018963969LL}, {"sectorSize", 512}}).startingOffset,
+        512);
     EXPECT_EQ(partition(QVariantMap{{"startSector", 5}, {"sectorSize", -1}}).startingOffset, -5);
     EXPECT_EQ(partition(QVariantMap{{"clusterSize", 65536}, {"sectorSize", 65537}}).clusterSize, 65536);
     EXPECT_EQ(partition(QVariantMap{{"size", kLeast}, {"usedSize", 1}}).freeSize, kMost);
