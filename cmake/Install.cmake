@@ -1,1 +1,53 @@
-# Nothing yet.
+# What `cmake --install` lays out:
+#   lib/aibridge/       the component, the libraries that it loads, and the sandbox host around them
+#   lib/                the archive that a host links
+#   lib/cmake/AIBridge  what find_package(AIBridge) reads
+#   include/aibridge/   the headers of that archive, as <plugin/ComponentMgr.h>
+#   share/aibridge/     the interface file, for writers of agents
+include(CMakePackageConfigHelpers)
+
+set(AIBRIDGE_INSTALL_LIBDIR ${CMAKE_INSTALL_LIBDIR}/aibridge)
+set(AIBRIDGE_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/AIBridge)
+set(AIBRIDGE_INSTALL_DATADIR ${CMAKE_INSTALL_DATADIR}/aibridge)
+
+install(TARGETS componentbase EXPORT AIBridgeTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS AIBridge EXPORT AIBridgeTargets
+    LIBRARY DESTINATION ${AIBRIDGE_INSTALL_LIBDIR} RUNTIME DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
+install(EXPORT AIBridgeTargets NAMESPACE AIBridge:: DESTINATION ${AIBRIDGE_INSTALL_CMAKEDIR})
+
+foreach(header ComponentBase ComponentMgr HostAccess HostCall TestTime)
+    install(FILES ${CMAKE_SOURCE_DIR}/plugin/${header}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/aibridge/plugin)
+endforeach()
+install(FILES ${ZORNATIVE_THRIFT} DESTINATION ${AIBRIDGE_INSTALL_DATADIR})
+
+# A host ships these beside its program.
+set(AIBRIDGE_RUNTIME_NAMES AIBridge${CMAKE_SHARED_MODULE_SUFFIX})
+foreach(closed ZorLog UIUtility LLFProc)
+    get_target_property(type ${closed} TYPE)
+    if(type STREQUAL "SHARED_LIBRARY")
+        list(APPEND AIBRIDGE_RUNTIME_NAMES ${CMAKE_SHARED_LIBRARY_PREFIX}${closed}${CMAKE_SHARED_LIBRARY_SUFFIX})
+    endif()
+endforeach()
+
+configure_package_config_file(${CMAKE_SOURCE_DIR}/cmake/AIBridgeConfig.cmake.in
+    ${CMAKE_BINARY_DIR}/AIBridgeConfig.cmake
+    INSTALL_DESTINATION ${AIBRIDGE_INSTALL_CMAKEDIR}
+    PATH_VARS AIBRIDGE_INSTALL_LIBDIR AIBRIDGE_INSTALL_DATADIR)
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/AIBridgeConfigVersion.cmake
+    VERSION ${PROJECT_VERSION} COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/AIBridgeConfig.cmake ${CMAKE_BINARY_DIR}/AIBridgeConfigVersion.cmake
+    DESTINATION ${AIBRIDGE_INSTALL_CMAKEDIR})
+
+# The sandbox host finds the component beside itself; a link leads to it from where programs are looked for.
+if(TARGET zorhost)
+    install(TARGETS zorhost RUNTIME DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
+    install(FILES ${CMAKE_SOURCE_DIR}/host/components.ini DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
+    install(DIRECTORY ${CMAKE_SOURCE_DIR}/host/machines DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
+    if(UNIX)
+        file(RELATIVE_PATH zorhost_link /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${AIBRIDGE_INSTALL_LIBDIR}/zorhost)
+        install(CODE "
+            file(MAKE_DIRECTORY \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR})
+            file(CREATE_LINK ${zorhost_link}
+                \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/zorhost SYMBOLIC)")
+    endif()
+endif()

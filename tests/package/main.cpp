@@ -1,0 +1,27 @@
+#include <plugin/ComponentBase.h>
+#include <plugin/ComponentMgr.h>
+#include <plugin/HostCall.h>
+#include <plugin/TestTime.h>
+
+#include <QtGui/QGuiApplication>
+#include <QtNetwork/QTcpSocket>
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    QGuiApplication application(argc, argv);
+    CComponentMgr components;
+    QObject* bridge = components.loadComponent("AIBridge");
+    if (bridge == nullptr)
+        return 1;
+    std::printf("%s\n", qPrintable(bridge->property("name").toString()));
+    // The manager releases the component at its end, which must not come before the service has begun to serve.
+    for (bool running = true, up = false; running && !up;) {
+        QTcpSocket probe;
+        probe.connectToHost("localhost", quint16(qEnvironmentVariableIntValue("AGENT_NATIVE_PORT")));
+        up = probe.waitForConnected(100);
+        QMetaObject::invokeMethod(bridge, "isServerRunning", Q_RETURN_ARG(bool, running));
+    }
+    return 0;
+}
