@@ -14,16 +14,12 @@
 
 namespace thrift = apache::thrift;
 
-AIFuncallThread::AIFuncallThread(AIBridge* theOwner)
-    : QThread(theOwner)
-    , owner(theOwner)
-{
-}
+AIFuncallThread::AIFuncallThread(AIBridge* theOwner) : QThread(theOwner), owner(theOwner) {}
 
 AIFuncallThread::~AIFuncallThread()
 {
-    // After an exception from serve, connection threads may still be using the server and what it holds: it is
-    // left to the end of the process. After an ordinary end, or where no client ever came, nobody is.
+    // After an exception from serve, connection threads may still be using the server and what it holds: it
+    // is left to the end of the process. After an ordinary end, or where no client ever came, nobody is.
     thrift::server::TThreadedServer* ended = server.load();
     if (ended != nullptr && (served_ || ended->getConcurrentClientCountHWM() == 0))
         delete ended;

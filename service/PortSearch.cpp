@@ -11,8 +11,8 @@ namespace {
 constexpr int kFirstPort = 9090;
 constexpr int kLastPort = 65534;
 
-// For each number whether ":<number>" stands anywhere in the text. A plain search on purpose: a busy port also
-// hides each number whose digits begin its own. One pass, since a busy machine's listing is long.
+// For each number whether ":<number>" stands anywhere in the text. A plain search on purpose: a busy port
+// also hides each number whose digits begin its own. One pass, since a busy machine's listing is long.
 std::vector<bool> hiddenPorts(const QByteArray& listing)
 {
     std::vector<bool> hidden(kLastPort + 1, false);

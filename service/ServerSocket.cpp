@@ -10,8 +10,7 @@ using apache::thrift::transport::TTransportException;
 class ServerSocket::Inside
 {
 public:
-    Inside(ServerSocket* socket, Where where)
-        : socket_(socket)
+    Inside(ServerSocket* socket, Where where) : socket_(socket)
     {
         const std::lock_guard<std::mutex> lock(socket_->mutex_);
         // Told to end before it came here: waiting for a client would never be interrupted again.
@@ -62,7 +61,8 @@ void ServerSocket::close()
     const bool ownWay = where_ != Where::Outside && server_ == std::this_thread::get_id();
     if (!ownWay)
         left_.wait_for(lock, leaveLimit, [this] { return where_ == Where::Outside; });
-    // A slow name service holds it in listen. The accept that follows ends at once, and the server then closes.
+    // A slow name service holds it in listen. The accept that follows ends at once, and the server then
+    // closes.
     if (ownWay || where_ != Where::Listen)
         TServerSocket::close();
 }

@@ -9,12 +9,13 @@
 
 /// A server socket whose accept loop ends every time that it is told to.
 ///
-/// The runtime's own can lose the race between the wake-up of a blocked accept and the closing of the sockets on
-/// which it waits, and then waits for ever; it also forgets an interrupt that comes before it listens, and closes
-/// the socket that another thread is about to bind. This one remembers the interrupt, and its close lets the
-/// server's thread leave listen or accept first.
+/// The runtime's own can lose the race between the wake-up of a blocked accept and the closing of the sockets
+/// on which it waits, and then waits for ever; it also forgets an interrupt that comes before it listens, and
+/// closes the socket that another thread is about to bind. This one remembers the interrupt, and its close
+/// lets the server's thread leave listen or accept first.
 ///
-/// interrupt, interruptChildren and close may be called from any thread; listen and accept are the server thread's.
+/// interrupt, interruptChildren and close may be called from any thread; listen and accept are the server
+/// thread's.
 class ServerSocket : public apache::thrift::transport::TServerSocket
 {
 public:

@@ -5,8 +5,8 @@
 /// The runtime's buffered transport, with its bound on a message's size (100 MiB) applied where it can help.
 ///
 /// The runtime makes room for a string before it looks at the bound, so that four bytes from anybody cost two
-/// gibibytes; here the bound comes first. And the runtime counts over the life of a connection what it bounds for
-/// a message; here the count begins anew with each message.
+/// gibibytes; here the bound comes first. And the runtime counts over the life of a connection what it bounds
+/// for a message; here the count begins anew with each message.
 class StreamTransport : public apache::thrift::transport::TBufferedTransport
 {
 public:

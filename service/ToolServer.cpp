@@ -17,15 +17,15 @@ namespace {
 
 constexpr int kClientLimit = 3;
 
-// The runtime ends a connection for its own exceptions, and the process for any other: memory that runs out while
-// a call is read must cost no more than the connection.
+// The runtime ends a connection for its own exceptions, and the process for any other: memory that runs out
+// while a call is read must cost no more than the connection.
 class ToolProcessor : public ZORNativePluginProcessor
 {
 public:
     using ZORNativePluginProcessor::ZORNativePluginProcessor;
 
-    bool process(std::shared_ptr<thrift::protocol::TProtocol> in, std::shared_ptr<thrift::protocol::TProtocol> out,
-                 void* context) override
+    bool process(std::shared_ptr<thrift::protocol::TProtocol> in,
+                 std::shared_ptr<thrift::protocol::TProtocol> out, void* context) override
     {
         try {
             return ZORNativePluginProcessor::process(in, out, context);

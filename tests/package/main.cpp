@@ -16,7 +16,8 @@ int main(int argc, char** argv)
     if (bridge == nullptr)
         return 1;
     std::printf("%s\n", qPrintable(bridge->property("name").toString()));
-    // The manager releases the component at its end, which must not come before the service has begun to serve.
+    // The manager releases the component at its end, which must not come before the service has begun to
+    // serve.
     for (bool running = true, up = false; running && !up;) {
         QTcpSocket probe;
         probe.connectToHost("localhost", quint16(qEnvironmentVariableIntValue("AGENT_NATIVE_PORT")));

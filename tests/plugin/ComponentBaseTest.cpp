@@ -59,9 +59,9 @@ TEST(ComponentBase, VirtualOperations_LieInTheOrderOfTheContract)
     callSetEngine(view, nullptr);
     callRelease(view);
     callRetranslate(view);
-    EXPECT_EQ(component.calls, (QStringList{QStringLiteral("init"), QStringLiteral("load x"),
-                                            QStringLiteral("setEngine"), QStringLiteral("Release"),
-                                            QStringLiteral("retranslate")}));
+    EXPECT_EQ(component.calls,
+              (QStringList{QStringLiteral("init"), QStringLiteral("load x"), QStringLiteral("setEngine"),
+                           QStringLiteral("Release"), QStringLiteral("retranslate")}));
 }
 
 TEST(ComponentBase, Defaults_FollowTheName)
@@ -105,7 +105,8 @@ TEST(ComponentBase, SetEngine_PublishesAndKeepsTheOwnership)
     QQmlApplicationEngine engine;
     BareComponent component;
     component.setEngine(&engine);
-    EXPECT_EQ(engine.rootContext()->contextProperty(QStringLiteral("rccprobe")).value<QObject*>(), &component);
+    EXPECT_EQ(engine.rootContext()->contextProperty(QStringLiteral("rccprobe")).value<QObject*>(),
+              &component);
     EXPECT_EQ(QQmlEngine::objectOwnership(&component), QQmlEngine::CppOwnership);
     component.setEngine(nullptr);
     EXPECT_EQ(component.engine(), nullptr);

@@ -56,7 +56,8 @@ void ComponentFolder::list(const QString& folder, const QMap<int, QByteArray>& n
     QByteArray text;
     for (auto it = names.begin(); it != names.end(); ++it)
         text += "[COMPONENT" + QByteArray::number(it.key()) + "]\nname=" + it.value() + "\n";
-    file(folder + (folder.isEmpty() ? QString() : QStringLiteral("/")) + QStringLiteral("components.ini"), text);
+    file(folder + (folder.isEmpty() ? QString() : QStringLiteral("/")) + QStringLiteral("components.ini"),
+         text);
 }
 
 ComponentFolder::Run ComponentFolder::run(const QStringList& orders) const

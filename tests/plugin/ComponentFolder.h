@@ -20,8 +20,8 @@ public:
 
     ComponentFolder();
 
-    /// Puts a library of the fixture @p kind (Component, NoFactory, NullFactory, SlowFactory) at @p path, which has no
-    /// ending.
+    /// Puts a library of the fixture @p kind (Component, NoFactory, NullFactory, SlowFactory) at @p path,
+    /// which has no ending.
     void library(const QString& path, const QString& kind = QStringLiteral("Component"),
                  const QString& ending = QStringLiteral(".so"));
     /// Writes a file.

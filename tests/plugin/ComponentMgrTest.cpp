@@ -76,8 +76,7 @@ TEST(ComponentMgr, Tree_WalksIntoEachComponentsFolder)
     folder.list(s("Sub"), {{1, "Deep"}});
     folder.library(s("Sub/SubDeep"));
     const auto run = folder.run({s("engine"), s("tree"), s("components")});
-    EXPECT_EQ(run.said(s("new")),
-              texts({"new 'A' ''", "new 'Sub' 'A'", "new 'Deep' 'Sub'", "new 'B' ''"}));
+    EXPECT_EQ(run.said(s("new")), texts({"new 'A' ''", "new 'Sub' 'A'", "new 'Deep' 'Sub'", "new 'B' ''"}));
     EXPECT_EQ(namesOf(run), texts({"A", "ASub", "SubDeep", "B"}));
     EXPECT_TRUE(run.said(s("changed")).isEmpty());
 }
@@ -201,8 +200,8 @@ TEST(ComponentMgr, Component_IsFoundInAnyLetterCase)
 {
     ComponentFolder folder;
     folder.library(s("AIProbe"));
-    const auto run = folder.run({s("load:AIProbe"), s("find:AIPROBE"), s("find:aiprobe"), s("find:AIProbe"),
-                                 s("find:AIProb")});
+    const auto run = folder.run(
+        {s("load:AIProbe"), s("find:AIPROBE"), s("find:aiprobe"), s("find:AIProbe"), s("find:AIProb")});
     EXPECT_EQ(run.said(s("found")),
               texts({"found AIProbe", "found AIProbe", "found AIProbe", "found nothing"}));
 }
@@ -279,13 +278,13 @@ TEST(ComponentMgr, DestroyedComponent_LeavesTheList)
 
 TEST(ComponentMgr, DestroyedAfterEarlierOnes_TakesTheEntryAtItsOldPlace)
 {
-    // A, B, C, D were filed at 0, 1, 2, 3. With A gone, B's old place holds C: C's entry goes, and B's stays without
-    // an object.
+    // A, B, C, D were filed at 0, 1, 2, 3. With A gone, B's old place holds C: C's entry goes, and B's stays
+    // without an object.
     ComponentFolder folder;
     for (const char* name : {"A", "B", "C", "D"})
         folder.library(s(name));
-    const auto run = folder.run({s("list:A,B,C,D"), s("delete:A"), s("delete:B"), s("components"), s("find:C"),
-                                 s("find:B"), s("find:D"), s("close")});
+    const auto run = folder.run({s("list:A,B,C,D"), s("delete:A"), s("delete:B"), s("components"),
+                                 s("find:C"), s("find:B"), s("find:D"), s("close")});
     EXPECT_EQ(namesOf(run), texts({"D"}));
     EXPECT_EQ(componentsOf(run).at(0).toObject().value(s("id")), QJsonValue(0));
     EXPECT_EQ(run.said(s("found")), texts({"found nothing", "found nothing", "found D"}));
@@ -332,8 +331,9 @@ TEST(ComponentMgr, ReleaseThatDestroysAnotherComponent_TouchesNoDeadObject)
     folder.library(s("A"));
     folder.library(s("B"));
     const auto run = folder.run({s("list:Killer,A,B"), s("victim:A"), s("close")});
-    EXPECT_EQ(run.lines.mid(run.lines.indexOf(s("changed")) + 1),
-              texts({"release Killer", "destroyed A", "release B", "closed", "destroyed Killer", "destroyed B"}));
+    EXPECT_EQ(
+        run.lines.mid(run.lines.indexOf(s("changed")) + 1),
+        texts({"release Killer", "destroyed A", "release B", "closed", "destroyed Killer", "destroyed B"}));
 }
 
 TEST(ComponentMgr, ComponentDestroyedWhenItIsToldOf_IsNotGivenBack)
@@ -341,7 +341,8 @@ TEST(ComponentMgr, ComponentDestroyedWhenItIsToldOf_IsNotGivenBack)
     ComponentFolder folder;
     folder.library(s("A"));
     folder.list(s(""), {{1, "A"}});
-    const auto run = folder.run({s("language"), s("refuse"), s("load:A"), s("tree"), s("switch"), s("components")});
+    const auto run =
+        folder.run({s("language"), s("refuse"), s("load:A"), s("tree"), s("switch"), s("components")});
     EXPECT_EQ(run.said(s("loaded")), texts({"loaded nothing"}));
     EXPECT_EQ(run.lines.mid(run.lines.lastIndexOf(s("new 'A' ''"))),
               texts({"new 'A' ''", "destroyed A", "components []"}));
@@ -375,7 +376,8 @@ TEST(ComponentMgr, ListsThatNameEachOther_EndTheWalk)
 TEST(ComponentMgr, GarbledList_EndsNothing)
 {
     ComponentFolder folder;
-    folder.file(s("components.ini"), QByteArray::fromHex("00ff5b434f4d504f4e454e54315d0a6e616d653d") + "A\n[[[=\n");
+    folder.file(s("components.ini"),
+                QByteArray::fromHex("00ff5b434f4d504f4e454e54315d0a6e616d653d") + "A\n[[[=\n");
     folder.library(s("A"));
     EXPECT_FALSE(folder.run({s("tree"), s("components")}).said(s("components")).isEmpty());
 }

@@ -1,7 +1,7 @@
 #include "tests/plugin/HostView.h"
 
-// The objects behind the pointers are not of this class, which is the point of it: a host knows the places in the
-// virtual table and nothing else. In a file of its own, so that the compiler knows no more either.
+// The objects behind the pointers are not of this class, which is the point of it: a host knows the places in
+// the virtual table and nothing else. In a file of its own, so that the compiler knows no more either.
 #define HOST_VIEW_CALL __attribute__((no_sanitize("vptr")))
 
 HostView* hostView(QObject* component)

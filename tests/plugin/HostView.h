@@ -7,8 +7,8 @@
 
 class QQmlApplicationEngine;
 
-/// A component as a host's own headers declare it: fourteen virtual operations after those of QObject, written down
-/// here once more so that moving one in the library's header is noticed.
+/// A component as a host's own headers declare it: fourteen virtual operations after those of QObject,
+/// written down here once more so that moving one in the library's header is noticed.
 class HostView : public QObject
 {
 public:

@@ -1,5 +1,5 @@
-// The component as a host sees it that has nothing but the library's file: the exports, the meta-object, the order of
-// the virtual operations, the life from factory to Release.
+// The component as a host sees it that has nothing but the library's file: the exports, the meta-object, the
+// order of the virtual operations, the life from factory to Release.
 #include "tests/plugin/HostView.h"
 #include "tests/support/FakeNetstat.h"
 #include "tests/support/QtPrinters.h"
@@ -52,8 +52,7 @@ bool isServerRunning(QObject* component)
 class PluginObject : public testing::Test
 {
 protected:
-    PluginObject()
-        : component_(newComponent())
+    PluginObject() : component_(newComponent())
     {
         if (component_ == nullptr)
             throw std::runtime_error("the library gives no component");
@@ -145,10 +144,11 @@ TEST_F(PluginObject, BaseMetaObject_HasItsMembersInTheirOrder)
 TEST_F(PluginObject, BaseProperties_AreReadOnlyWithTheirSignals)
 {
     const QMetaObject* base = meta()->superClass();
-    const std::vector<std::array<const char*, 3>> expected{{{"name", "QString", "sigNameChanged"}},
-                                                           {{"displayName", "QString", "sigDisplayNameChanged"}},
-                                                           {{"icon", "QString", "sigIconChanged"}},
-                                                           {{"canLayout", "bool", "sigCanLayoutChanged"}}};
+    const std::vector<std::array<const char*, 3>> expected{
+        {{"name", "QString", "sigNameChanged"}},
+        {{"displayName", "QString", "sigDisplayNameChanged"}},
+        {{"icon", "QString", "sigIconChanged"}},
+        {{"canLayout", "bool", "sigCanLayoutChanged"}}};
     ASSERT_EQ(base->propertyCount() - base->propertyOffset(), int(expected.size()));
     for (std::size_t i = 0; i < expected.size(); ++i) {
         const QMetaProperty property = base->property(base->propertyOffset() + int(i));
@@ -186,7 +186,8 @@ TEST_F(PluginObject, SetEngine_PublishesTheObjectUnderItsLowerCasedName)
 {
     QQmlApplicationEngine engine;
     callSetEngine(view(), &engine);
-    EXPECT_EQ(engine.rootContext()->contextProperty(QStringLiteral("aibridge")).value<QObject*>(), component());
+    EXPECT_EQ(engine.rootContext()->contextProperty(QStringLiteral("aibridge")).value<QObject*>(),
+              component());
     EXPECT_EQ(QQmlEngine::objectOwnership(component()), QQmlEngine::CppOwnership);
     EXPECT_EQ(callGetters(view()).engine, &engine);
     callSetEngine(view(), nullptr);
@@ -206,9 +207,10 @@ TEST_F(PluginObject, Qml_ReachesTheInvokablesUnderTheContextProperty)
 {
     QQmlApplicationEngine engine;
     callSetEngine(view(), &engine);
-    engine.loadData("import QtQml 2.15\nQtObject { property bool running: true\n"
-                    "Component.onCompleted: { aibridge.stopRecScan(); aibridge.setDiskInfo([{diskIndex: 3}]);\n"
-                    "running = aibridge.isServerRunning() } }\n");
+    engine.loadData(
+        "import QtQml 2.15\nQtObject { property bool running: true\n"
+        "Component.onCompleted: { aibridge.stopRecScan(); aibridge.setDiskInfo([{diskIndex: 3}]);\n"
+        "running = aibridge.isServerRunning() } }\n");
     ASSERT_FALSE(engine.rootObjects().isEmpty());
     EXPECT_EQ(engine.rootObjects().first()->property("running"), QVariant(false));
     callSetEngine(view(), nullptr);
@@ -293,8 +295,8 @@ TEST_F(PluginObject, DeleteLaterAfterRelease_TakesTheThreadWithIt)
 TEST(PluginExports, DynamicSymbols_AreTheFactoryAndTheClassAndNothingElse)
 {
     QProcess nm;
-    nm.start(QStringLiteral("nm"), {QStringLiteral("-D"), QStringLiteral("--defined-only"), QStringLiteral("-C"),
-                                    libraryFile()});
+    nm.start(QStringLiteral("nm"),
+             {QStringLiteral("-D"), QStringLiteral("--defined-only"), QStringLiteral("-C"), libraryFile()});
     ASSERT_TRUE(nm.waitForFinished(30000));
     QStringList names;
     for (const QByteArray& line : nm.readAllStandardOutput().split('\n')) {
@@ -304,17 +306,24 @@ TEST(PluginExports, DynamicSymbols_AreTheFactoryAndTheClassAndNothingElse)
     EXPECT_TRUE(names.contains(QStringLiteral("getInstance")));
     for (const QString& name : qAsConst(names)) {
         EXPECT_TRUE(name == QLatin1String("getInstance") || name.startsWith(QLatin1String("AIBridge::")) ||
-                    name == QLatin1String("vtable for AIBridge") || name == QLatin1String("typeinfo for AIBridge") ||
+                    name == QLatin1String("vtable for AIBridge") ||
+                    name == QLatin1String("typeinfo for AIBridge") ||
                     name == QLatin1String("typeinfo name for AIBridge"))
             << qPrintable(name);
     }
     const QStringList members{
-        QStringLiteral("AIBridge()"),         QStringLiteral("~AIBridge()"),
-        QStringLiteral("staticMetaObject"),   QStringLiteral("setEngine(QQmlApplicationEngine*)"),
-        QStringLiteral("init()"),             QStringLiteral("Release()"),
-        QStringLiteral("name() const"),       QStringLiteral("canLayout() const"),
-        QStringLiteral("isServerRunning()"),  QStringLiteral("setDiskInfo(QList<QVariant>)"),
-        QStringLiteral("beginRecScan()"),     QStringLiteral("stopRecScan()"),
+        QStringLiteral("AIBridge()"),
+        QStringLiteral("~AIBridge()"),
+        QStringLiteral("staticMetaObject"),
+        QStringLiteral("setEngine(QQmlApplicationEngine*)"),
+        QStringLiteral("init()"),
+        QStringLiteral("Release()"),
+        QStringLiteral("name() const"),
+        QStringLiteral("canLayout() const"),
+        QStringLiteral("isServerRunning()"),
+        QStringLiteral("setDiskInfo(QList<QVariant>)"),
+        QStringLiteral("beginRecScan()"),
+        QStringLiteral("stopRecScan()"),
         QStringLiteral("doRecOperation(QVariant)"),
         QStringLiteral("doFunFromAI(int, QMap<QString, QVariant>)"),
         QStringLiteral("isFunValidForAI(int, QMap<QString, QVariant>)"),
@@ -335,7 +344,8 @@ TEST(PluginExports, DynamicSymbols_AreTheFactoryAndTheClassAndNothingElse)
     };
     for (const QString& member : members)
         EXPECT_TRUE(names.contains(QStringLiteral("AIBridge::") + member)) << qPrintable(member);
-    for (const char* reader : {"getDiskInfo(", "getPartitionInfo(", "getAllPartitionInfo(", "getPartitionSize("})
+    for (const char* reader :
+         {"getDiskInfo(", "getPartitionInfo(", "getAllPartitionInfo(", "getPartitionSize("})
         EXPECT_FALSE(names.filter(QStringLiteral("AIBridge::") + QLatin1String(reader)).isEmpty()) << reader;
 }
 

@@ -37,7 +37,9 @@ TEST_F(TestTime, CheckPoint_LogsFunctionLineAndMilliseconds)
     CTestTime timer;
     timer.checkPoint("CThing::work", 42);
     ASSERT_EQ(lines.size(), 1u);
-    EXPECT_TRUE(QRegularExpression(QStringLiteral("^CThing::work\\(42\\)\\D*\\d+\\D*$")).match(lines[0].second).hasMatch())
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^CThing::work\\(42\\)\\D*\\d+\\D*$"))
+                    .match(lines[0].second)
+                    .hasMatch())
         << qPrintable(lines[0].second);
 }
 

@@ -1,5 +1,5 @@
-// The service of a whole process: its address from the configuration file, its ports in the environment and in the
-// log. Each test gives it an application folder of its own.
+// The service of a whole process: its address from the configuration file, its ports in the environment and
+// in the log. Each test gives it an application folder of its own.
 #include "tests/support/FakeNetstat.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/ServiceRunner.h"
@@ -116,7 +116,8 @@ TEST(ServiceConfig, FileWithoutTheKey_BindsLocalhost)
 TEST(ServiceConfig, GarbledFile_BindsLocalhost)
 {
     HostProcess host;
-    host.config(QByteArray::fromHex("00ff5b6d61696e0a0a3d3d3d5d5d5b5b0d0d25ffd8fe") + "[ma\n\\x=\\\n%%%;;\n[[[");
+    host.config(QByteArray::fromHex("00ff5b6d61696e0a0a3d3d3d5d5d5b5b0d0d25ffd8fe") +
+                "[ma\n\\x=\\\n%%%;;\n[[[");
     const QJsonObject report = host.start();
     EXPECT_EQ(asked(report), "localhost");
     EXPECT_TRUE(report.value(QStringLiteral("running")).toBool());

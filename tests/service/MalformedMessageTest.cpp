@@ -62,7 +62,8 @@ std::vector<Case> cases()
         {"OldHeaderOfTwoGibibytes", wire::i32(kHuge) + "Init"},
         {"WrongVersionWord", wire::i32(std::int32_t(0x80020001)) + wire::text("Init") + wire::i32(1) + stop},
         {"RequestOfAnotherProtocol", "GET / HTTP/1.1\r\nHost: localhost\r\n\r\n"},
-        {"BytesOfAllValues", [] {
+        {"BytesOfAllValues",
+         [] {
              std::string bytes;
              for (int i = 255; i >= 0; --i)
                  bytes += char(i);
@@ -72,11 +73,12 @@ std::vector<Case> cases()
         {"DeepStructs", header + nested(5000)},
         {"DeepLists", header + wire::fieldHeader(wire::List, 9) + nestedLists(5000)},
         {"DeepStructsInUnknownMethod", wire::strictHeader("Nothing", 1) + nested(5000)},
-        {"ListOfTwoGibientries",
-         header + wire::fieldHeader(wire::List, 9) + std::string(1, char(wire::I64)) + wire::i32(kHuge) + stop},
+        {"ListOfTwoGibientries", header + wire::fieldHeader(wire::List, 9) + std::string(1, char(wire::I64)) +
+                                     wire::i32(kHuge) + stop},
         {"ListOfNegativeSize",
          header + wire::fieldHeader(wire::List, 9) + std::string(1, char(wire::I64)) + wire::i32(-2) + stop},
-        {"ListOfVoid", header + wire::fieldHeader(wire::List, 9) + std::string(1, '\1') + wire::i32(kHuge) + stop},
+        {"ListOfVoid",
+         header + wire::fieldHeader(wire::List, 9) + std::string(1, '\1') + wire::i32(kHuge) + stop},
         {"SetOfNegativeSize",
          header + wire::fieldHeader(14, 9) + std::string(1, char(wire::I64)) + wire::i32(-2) + stop},
         {"MapOfTwoGibientries",
@@ -95,7 +97,10 @@ class Malformed : public testing::TestWithParam<Case>
 TEST_P(Malformed, Message_EndsAtMostItsConnectionAndTakesNoMemory)
 {
     ServiceRunner service(nullptr);
-    { RawClient first(service.port()); first.ask(wire::call("Init", 1)); }
+    {
+        RawClient first(service.port());
+        first.ask(wire::call("Init", 1));
+    }
     const long before = ProcessFigures::now().peakKilobytes;
     RawClient bad(service.port());
     bad.send(GetParam().bytes);
@@ -162,7 +167,8 @@ TEST(MalformedStream, WrongVersion_EndsTheConnectionWithoutAnAnswer)
 {
     ServiceRunner service(nullptr);
     RawClient client(service.port());
-    client.send(wire::i32(std::int32_t(0x80020001)) + wire::text("Init") + wire::i32(1) + std::string(1, '\0'));
+    client.send(wire::i32(std::int32_t(0x80020001)) + wire::text("Init") + wire::i32(1) +
+                std::string(1, '\0'));
     EXPECT_TRUE(client.isEndedByServer());
 }
 
@@ -202,7 +208,8 @@ TEST(MalformedStream, ManyLongStringsOnOneConnection_Pass)
 {
     ServiceRunner service(nullptr);
     RawClient client(service.port());
-    const std::string megabyte = wire::call("PostProcessing", 5, Fields().string(1, std::string(1 << 20, 'x')));
+    const std::string megabyte =
+        wire::call("PostProcessing", 5, Fields().string(1, std::string(1 << 20, 'x')));
     for (int i = 0; i < 120; ++i)
         ASSERT_EQ(client.ask(megabyte).sequence, 5) << i;
 }
@@ -211,10 +218,7 @@ TEST(MalformedStream, ManyLongStringsOnOneConnection_Pass)
 class FailingTransport : public apache::thrift::transport::TVirtualTransport<FailingTransport>
 {
 public:
-    explicit FailingTransport(bool memory)
-        : memory_(memory)
-    {
-    }
+    explicit FailingTransport(bool memory) : memory_(memory) {}
     bool isOpen() const override { return true; }
     uint32_t read(uint8_t*, uint32_t)
     {

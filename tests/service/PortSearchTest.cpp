@@ -1,6 +1,6 @@
 // Which two ports the service takes, judged by the text of a listing of busy ports.
-#include "service/AIFuncallThread.h"
 #include "service/PortSearch.h"
+#include "service/AIFuncallThread.h"
 #include "tests/support/FakeNetstat.h"
 
 #include <QtCore/QElapsedTimer>
@@ -96,8 +96,8 @@ TEST(PortSearch, Port65535_IsNeverTaken)
 
 TEST(PortSearch, EveryPortFrom9090Busy_CountsTheSecondFromZero)
 {
-    // With no first port the count for the second starts above 0. Port 1 to 6 are hidden as beginnings of longer
-    // numbers, 7 is the first of which no number from 9090 to 65534 is a continuation.
+    // With no first port the count for the second starts above 0. Port 1 to 6 are hidden as beginnings of
+    // longer numbers, 7 is the first of which no number from 9090 to 65534 is a continuation.
     EXPECT_EQ(pick(busy(9090, 65534)), Ports(0, 7));
 }
 

@@ -28,7 +28,8 @@ const std::string kShow = wire::call("ShowBitLockerStatus", 5, Fields().string(1
 
 std::string queuedReply()
 {
-    return wire::strictHeader("ShowBitLockerStatus", 5, wire::Reply) + Fields().string(0, "Task Queued").end();
+    return wire::strictHeader("ShowBitLockerStatus", 5, wire::Reply) +
+           Fields().string(0, "Task Queued").end();
 }
 
 TEST(ServerThread, FourthClient_WaitsUntilOneOfTheFirstThreeLeaves)
@@ -132,14 +133,13 @@ class HostWithAPage
 public:
     explicit HostWithAPage(std::function<void()> onOrder)
     {
-        host.spec("partitionmanager")
-            .answer("doFunFromAI", [this, onOrder](const QVariantList& arguments) {
-                if (!arguments.at(1).toMap().contains(QStringLiteral("TestFunValid"))) {
-                    onOrder();
-                    lastOrder.start();
-                }
-                return QVariant(true);
-            });
+        host.spec("partitionmanager").answer("doFunFromAI", [this, onOrder](const QVariantList& arguments) {
+            if (!arguments.at(1).toMap().contains(QStringLiteral("TestFunValid"))) {
+                onOrder();
+                lastOrder.start();
+            }
+            return QVariant(true);
+        });
         host.build();
     }
     RecordingHost host;

@@ -1,5 +1,5 @@
-// What a client sees that speaks the protocol by hand: headers, sequence ids, fields that are absent, of another
-// type or unknown. The server is the real service's.
+// What a client sees that speaks the protocol by hand: headers, sequence ids, fields that are absent, of
+// another type or unknown. The server is the real service's.
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
@@ -75,22 +75,26 @@ TEST_F(WireForm, SequenceId_IsEchoedWhateverItIs)
 TEST_F(WireForm, UnknownMethod_IsAnsweredByAnExceptionAndTheNextCallWorks)
 {
     RawClient client(port());
-    const Fields arguments = Fields().string(1, "D").number(2, 5).raw(wire::Struct, 3, Fields().big(9, 1).end());
-    EXPECT_EQ(client.ask(wire::call("FormatTheMoon", 21, arguments)).raw, unknownMethodReply("FormatTheMoon", 21));
+    const Fields arguments =
+        Fields().string(1, "D").number(2, 5).raw(wire::Struct, 3, Fields().big(9, 1).end());
+    EXPECT_EQ(client.ask(wire::call("FormatTheMoon", 21, arguments)).raw,
+              unknownMethodReply("FormatTheMoon", 21));
     EXPECT_EQ(client.ask(wire::call("Init", 22)).raw, boolReply("Init", 22, true));
 }
 
 TEST_F(WireForm, MethodNameInAnotherCaseOrWithPrefix_IsUnknown)
 {
     RawClient client(port());
-    for (const std::string name : {"init", "INIT", "ZORNativePlugin:Init", "ZORNativePlugin.Init", "Init ", ""})
+    for (const std::string name :
+         {"init", "INIT", "ZORNativePlugin:Init", "ZORNativePlugin.Init", "Init ", ""})
         EXPECT_EQ(client.ask(wire::call(name, 3)).raw, unknownMethodReply(name, 3)) << name;
 }
 
 TEST_F(WireForm, UnknownMethodInTheOldForm_IsAnsweredInTheStrictForm)
 {
     RawClient client(port());
-    EXPECT_EQ(client.ask(wire::oldHeader("Nothing", 5) + Fields().end()).raw, unknownMethodReply("Nothing", 5));
+    EXPECT_EQ(client.ask(wire::oldHeader("Nothing", 5) + Fields().end()).raw,
+              unknownMethodReply("Nothing", 5));
 }
 
 TEST_F(WireForm, ListPartitionsOnDisk_IndexSentAsString_IsAnsweredForDiskZero)
@@ -118,7 +122,9 @@ TEST_F(WireForm, FieldOfAnotherType_IsSkippedWhateverTheType)
         Fields().raw(4, 1, wire::i64(1)),
         Fields().raw(6, 1, std::string("\0\1", 2)),
         Fields().raw(14, 1, list),
-        Fields().raw(13, 1, std::string{char(wire::I32), char(wire::I32)} + wire::i32(1) + wire::i32(1) + wire::i32(1)),
+        Fields().raw(13, 1,
+                     std::string{char(wire::I32), char(wire::I32)} + wire::i32(1) + wire::i32(1) +
+                         wire::i32(1)),
     };
     for (const Fields& fields : wrong) {
         const Message reply = client.ask(wire::call("ListPartitionsOnDisk", 1, fields));
@@ -144,7 +150,8 @@ TEST_F(WireForm, UnknownFields_AreDropped)
 TEST_F(WireForm, FieldSentTwice_TheLastOneCounts)
 {
     RawClient client(port());
-    const Message reply = client.ask(wire::call("ListPartitionsOnDisk", 1, Fields().number(1, 0).number(1, 1)));
+    const Message reply =
+        client.ask(wire::call("ListPartitionsOnDisk", 1, Fields().number(1, 0).number(1, 1)));
     ASSERT_EQ(reply.body.field(0).items.size(), 1u);
     EXPECT_EQ(reply.body.field(0).items[0].field(43).bytes, "D");
 }
@@ -164,7 +171,8 @@ TEST_F(WireForm, MissingFields_ReadAsFalseZeroAndEmpty)
 TEST_F(WireForm, FieldsInAnotherOrder_AreRead)
 {
     RawClient client(port());
-    const Message reply = client.ask(wire::call("PostProcessing", 3, Fields().number(7, 1).string(1, "Task Queued")));
+    const Message reply =
+        client.ask(wire::call("PostProcessing", 3, Fields().number(7, 1).string(1, "Task Queued")));
     EXPECT_EQ(reply.raw, boolReply("PostProcessing", 3, true));
 }
 

@@ -1,5 +1,5 @@
-// The records as classes, and what the service's dispatcher does with a handler: arguments in, results out, and an
-// exception on the way.
+// The records as classes, and what the service's dispatcher does with a handler: arguments in, results out,
+// and an exception on the way.
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RawClient.h"
 
@@ -78,26 +78,29 @@ TEST(WireRecords, TaskInfo_PrintsItsFieldsByNameAndBoolsAsNumbers)
 
 TEST(WireRecords, DiskInfo_PrintsAllItsFieldsInIdOrder)
 {
-    EXPECT_EQ(printed(DiskInfo()),
-              "DiskInfo(diskLabel=, diskIndex=0, partitionCount=0, totalCapacity=0, displayTotalCapacity=, "
-              "usedSize=0, displayUsedSize=, availableSpace=0, displayAvailableSpace=, isUninitialized=0, isGpt=0, "
-              "isMbr=0, isStorageSpace=0, isDynamic=0, isReadOnly=0, isOffline=0, isBadDisk=0, isWriteProtected=0, "
-              "isRemovable=0, isVhd=0, isVmd=0, isVirtualDisk=0, isUsb=0, isSsd=0, existsBitLocker=0, isLowSpace=0, "
-              "not4kAligned=0, emptyPartitionCount=0, serialNumber=)");
+    EXPECT_EQ(
+        printed(DiskInfo()),
+        "DiskInfo(diskLabel=, diskIndex=0, partitionCount=0, totalCapacity=0, displayTotalCapacity=, "
+        "usedSize=0, displayUsedSize=, availableSpace=0, displayAvailableSpace=, isUninitialized=0, isGpt=0, "
+        "isMbr=0, isStorageSpace=0, isDynamic=0, isReadOnly=0, isOffline=0, isBadDisk=0, isWriteProtected=0, "
+        "isRemovable=0, isVhd=0, isVmd=0, isVirtualDisk=0, isUsb=0, isSsd=0, existsBitLocker=0, "
+        "isLowSpace=0, "
+        "not4kAligned=0, emptyPartitionCount=0, serialNumber=)");
 }
 
 TEST(WireRecords, PartitionInfo_PrintsAllItsFieldsInIdOrder)
 {
-    EXPECT_EQ(printed(PartitionInfo()),
-              "PartitionInfo(isUnallocated=0, diskIndex=0, partitionIndex=0, rawCapacity=0, displayRawCapacity=, "
-              "dynamicVolumeSize=0, displayDynamicVolumeSize=, usedSize=0, displayUsedSize=, freeSize=0, "
-              "displayFreeSize=, startingOffset=0, sectorSize=0, clusterSize=0, dbrStartSector=0, startSector=0, "
-              "endSector=0, isUnformatted=0, isRawPartition=0, isBitlockerEncrypted=0, isReadOnly=0, isHidden=0, "
-              "isActive=0, isCurrentSystemPartition=0, isCurrentBootPartition=0, isBootPartitionContainer=0, "
-              "isPrimary=0, isLogical=0, isGpt=0, isMbr=0, isStorageSpace=0, isDynamic=0, isRemovable=0, "
-              "isBadPartition=0, requiresSectorBySector=0, isOfflineBootPartition=0, isLowSpace=0, gptReserved=0, "
-              "gptEfi=0, gptRecovery=0, partitionGuid=, bitlockerState=, driveLetter=, label=, fileSystemType=, "
-              "dynamicVolumeType=)");
+    EXPECT_EQ(
+        printed(PartitionInfo()),
+        "PartitionInfo(isUnallocated=0, diskIndex=0, partitionIndex=0, rawCapacity=0, displayRawCapacity=, "
+        "dynamicVolumeSize=0, displayDynamicVolumeSize=, usedSize=0, displayUsedSize=, freeSize=0, "
+        "displayFreeSize=, startingOffset=0, sectorSize=0, clusterSize=0, dbrStartSector=0, startSector=0, "
+        "endSector=0, isUnformatted=0, isRawPartition=0, isBitlockerEncrypted=0, isReadOnly=0, isHidden=0, "
+        "isActive=0, isCurrentSystemPartition=0, isCurrentBootPartition=0, isBootPartitionContainer=0, "
+        "isPrimary=0, isLogical=0, isGpt=0, isMbr=0, isStorageSpace=0, isDynamic=0, isRemovable=0, "
+        "isBadPartition=0, requiresSectorBySector=0, isOfflineBootPartition=0, isLowSpace=0, gptReserved=0, "
+        "gptEfi=0, gptRecovery=0, partitionGuid=, bitlockerState=, driveLetter=, label=, fileSystemType=, "
+        "dynamicVolumeType=)");
 }
 
 TEST(WireRecords, Equality_LooksAtTheFieldsAndNotAtTheirFlags)
@@ -144,7 +147,8 @@ TEST(WireRecords, ReadingARecord_FlagsWhatCameAndDropsWhatIsUnknownOrOfAnotherTy
                                   .boolean(24, true)
                                   .end();
     const auto memory = std::make_shared<apache::thrift::transport::TMemoryBuffer>();
-    memory->write(reinterpret_cast<const std::uint8_t*>(bytes.data()), static_cast<std::uint32_t>(bytes.size()));
+    memory->write(reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                  static_cast<std::uint32_t>(bytes.size()));
     apache::thrift::protocol::TBinaryProtocol protocol(memory);
     DiskInfo disk;
     EXPECT_EQ(disk.read(&protocol), bytes.size());
@@ -176,10 +180,9 @@ TEST(WireDispatch, PreProcessingWithoutField1_GivesTheHandlerAnEmptyText)
     RawClient client(server.port());
     const wire::Message reply = client.ask(wire::call("PreProcessing", 1));
     EXPECT_EQ(handler->notes(), std::vector<std::string>{"PreProcessing()"});
-    EXPECT_EQ(reply.raw, wire::strictHeader("PreProcessing", 1, wire::Reply) +
-                             Fields()
-                                 .raw(wire::Struct, 0, Fields().boolean(1, true).string(2, "because").end())
-                                 .end());
+    EXPECT_EQ(reply.raw,
+              wire::strictHeader("PreProcessing", 1, wire::Reply) +
+                  Fields().raw(wire::Struct, 0, Fields().boolean(1, true).string(2, "because").end()).end());
 }
 
 TEST(WireDispatch, HandlerException_IsAnsweredWithItsTextAndTheConnectionStays)

@@ -1,6 +1,6 @@
 // A host of the service as a process of its own: the tests copy it into an application folder that they have
-// prepared, or let a client in another language talk to it. It prints one line of JSON once the service answers
-// or has given up, and ends by the clean road when its standard input does.
+// prepared, or let a client in another language talk to it. It prints one line of JSON once the service
+// answers or has given up, and ends by the clean road when its standard input does.
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
@@ -61,7 +61,8 @@ bool answers()
 } // namespace
 
 // Stands before the system's own, so that the address that the service binds can be seen.
-extern "C" Q_DECL_EXPORT int getaddrinfo(const char* node, const char* service, const addrinfo* hints, addrinfo** result)
+extern "C" Q_DECL_EXPORT int getaddrinfo(const char* node, const char* service, const addrinfo* hints,
+                                         addrinfo** result)
 {
     using Function = int (*)(const char*, const char*, const addrinfo*, addrinfo**);
     static const auto system = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "getaddrinfo"));

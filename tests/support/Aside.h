@@ -8,16 +8,16 @@
 #include <functional>
 #include <thread>
 
-/// Work on a thread of its own, for as long as this object lives; the application thread stays free for its event
-/// loop.
+/// Work on a thread of its own, for as long as this object lives; the application thread stays free for its
+/// event loop.
 class Aside
 {
 public:
     explicit Aside(std::function<void()> work)
         : thread_([this, work = std::move(work)] {
-            work();
-            done_ = true;
-        })
+              work();
+              done_ = true;
+          })
     {
     }
     /// Waits for the work, serving the event loop.

@@ -4,8 +4,7 @@
 
 #include <stdexcept>
 
-FakeNetstat::FakeNetstat(const QByteArray& body)
-    : previousPath_(qgetenv("PATH"))
+FakeNetstat::FakeNetstat(const QByteArray& body) : previousPath_(qgetenv("PATH"))
 {
     QFile script(folder_.filePath(QStringLiteral("netstat")));
     if (!script.open(QIODevice::WriteOnly))
@@ -32,8 +31,7 @@ QByteArray FakeNetstat::printing(const QByteArray& text)
     return "echo '" + text + "'\n";
 }
 
-EmptyPath::EmptyPath()
-    : previousPath_(qgetenv("PATH"))
+EmptyPath::EmptyPath() : previousPath_(qgetenv("PATH"))
 {
     qputenv("PATH", QFile::encodeName(folder_.path()));
 }

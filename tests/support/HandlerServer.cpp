@@ -49,10 +49,10 @@ int HandlerServer::port() const
 }
 
 GeneratedClient::GeneratedClient(int port)
-    : socket_(std::make_shared<transport::TSocket>("localhost", port))
-    , protocol_(std::make_shared<apache::thrift::protocol::TBinaryProtocol>(
-          std::make_shared<transport::TBufferedTransport>(socket_)))
-    , client_(protocol_)
+    : socket_(std::make_shared<transport::TSocket>("localhost", port)),
+      protocol_(std::make_shared<apache::thrift::protocol::TBinaryProtocol>(
+          std::make_shared<transport::TBufferedTransport>(socket_))),
+      client_(protocol_)
 {
     socket_->setRecvTimeout(kLimitMs);
     socket_->setSendTimeout(kLimitMs);

@@ -13,7 +13,8 @@ long statusNumber(const QByteArray& key)
         return 0;
     const QByteArray text = file.readAll();
     const int at = text.indexOf("\n" + key + ":");
-    return at < 0 ? 0 : text.mid(at + key.size() + 2).trimmed().split('\n').first().split(' ').first().toLong();
+    return at < 0 ? 0
+                  : text.mid(at + key.size() + 2).trimmed().split('\n').first().split(' ').first().toLong();
 }
 
 } // namespace

@@ -9,8 +9,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-RawClient::RawClient(int port)
-    : socket_(connectTo(port))
+RawClient::RawClient(int port) : socket_(connectTo(port))
 {
     if (socket_ < 0)
         throw std::runtime_error("nobody listens on port " + std::to_string(port));

@@ -18,10 +18,7 @@ std::string bigEndian(std::uint64_t value, int bytes)
 class Keeping : public Source
 {
 public:
-    explicit Keeping(Source& source)
-        : source_(source)
-    {
-    }
+    explicit Keeping(Source& source) : source_(source) {}
     std::string take(std::size_t count) override
     {
         std::string bytes = source_.take(count);
@@ -71,13 +68,24 @@ Value readValue(Keeping& in, int type)
     Value value;
     value.type = type;
     switch (type) {
-    case Bool: value.number = static_cast<std::int64_t>(in.number(1)); break;
-    case I32: value.number = in.word(); break;
-    case I64: value.number = static_cast<std::int64_t>(in.number(8)); break;
-    case String: value.bytes = in.text(); break;
-    case Struct: return readStruct(in);
-    case List: return readList(in);
-    default: throw std::runtime_error("unexpected field type on the wire");
+    case Bool:
+        value.number = static_cast<std::int64_t>(in.number(1));
+        break;
+    case I32:
+        value.number = in.word();
+        break;
+    case I64:
+        value.number = static_cast<std::int64_t>(in.number(8));
+        break;
+    case String:
+        value.bytes = in.text();
+        break;
+    case Struct:
+        return readStruct(in);
+    case List:
+        return readList(in);
+    default:
+        throw std::runtime_error("unexpected field type on the wire");
     }
     return value;
 }

@@ -1,5 +1,5 @@
-// The small component of the manager's tests. The file is copied under the names that a test needs, and the component
-// is called as its file is; it says on standard output what happens to it.
+// The small component of the manager's tests. The file is copied under the names that a test needs, and the
+// component is called as its file is; it says on standard output what happens to it.
 #include "plugin/ComponentBase.h"
 
 #include <QtCore/QFileInfo>
@@ -28,11 +28,7 @@ QString ownName()
 class TestComponent : public CComponentBase
 {
 public:
-    TestComponent()
-        : name_(ownName())
-    {
-        say(QStringLiteral("made ") + name_);
-    }
+    TestComponent() : name_(ownName()) { say(QStringLiteral("made ") + name_); }
     ~TestComponent() override { say(QStringLiteral("destroyed ") + name_); }
 
     QString name() const override { return name_; }

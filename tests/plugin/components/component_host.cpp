@@ -1,5 +1,5 @@
-// A host of components as a process of its own, copied into the application folder that a test has made. It does the
-// orders of its command line one after the other and says on standard output what it sees.
+// A host of components as a process of its own, copied into the application folder that a test has made. It
+// does the orders of its command line one after the other and says on standard output what it sees.
 //
 //   engine | language          before the first order: with an engine; with the host's language object too
 //   tree[:NAME]  list:A,B      loadComponents
@@ -118,7 +118,8 @@ private:
                 object == nullptr ? QStringLiteral("nothing") : object->property("name").toString();
             array.append(QJsonObject::fromVariantMap(map));
         }
-        say(QStringLiteral("components ") + QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Compact)));
+        say(QStringLiteral("components ") +
+            QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Compact)));
     }
 
     void close()
