@@ -7,6 +7,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QWindow>
+#include <QtQml/QQmlContext>
 
 #include <gtest/gtest.h>
 
@@ -102,6 +103,8 @@ TEST(ContextObject, KnownUnknownAndWithoutAnEngine)
     EXPECT_EQ(contextObject(host.engine(), "aibridge"), host.bridge());
     EXPECT_EQ(contextObject(host.engine(), "clone"), nullptr);
     EXPECT_EQ(contextObject(nullptr, "toolbox"), nullptr);
+    host.engine()->rootContext()->setContextProperty("clone", 5);
+    EXPECT_EQ(contextObject(host.engine(), "clone"), nullptr);
 }
 
 TEST(FindRootChild, KnownUnknownWithoutRootObjectsAndWithoutAnEngine)

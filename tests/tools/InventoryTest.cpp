@@ -408,16 +408,29 @@ TEST_F(InventoryHost, TheRawQuestion_IsFoundOnceForEachDisk)
     EXPECT_EQ(raw(), "110");
 }
 
-TEST_F(InventoryHost, AHostThatLooksAtTheInventoryWhileItIsAsked_IsAnswered)
+TEST_F(InventoryHost, AHostThatLooksAtTheInventoryWhileItIsAsked_SeesTheOldOneWhole)
 {
-    host.spec("toolbox").answer("check4kAlign", [this](const QVariantList&) {
-        std::vector<DiskInfo> records;
-        host.bridge()->getDiskInfo(records);
-        return QVariant(true);
+    QStringList seen;
+    host.spec("partitionrecovery").answer("isRawPart", [&](const QVariantList&) {
+        std::vector<DiskInfo> disks;
+        host.bridge()->getDiskInfo(disks);
+        std::vector<PartitionInfo> all;
+        host.bridge()->getAllPartitionInfo(all);
+        std::vector<PartitionInfo> one;
+        host.bridge()->getPartitionInfo(one, 0);
+        seen << QStringLiteral("%1 %2 %3 %4")
+                    .arg(disks.size())
+                    .arg(all.size())
+                    .arg(one.size())
+                    .arg(host.bridge()->getPartitionSize("C"));
+        return QVariant(false);
     });
     host.build();
+    host.bridge()->setDiskInfo({disk(0, {part(0, "C:", 7)})});
+    EXPECT_EQ(seen, QStringList({"0 0 0 0"}));
+    seen.clear();
     push();
-    EXPECT_EQ(aligned(), "000");
+    EXPECT_EQ(seen, QStringList({"1 1 1 7", "1 1 1 7", "1 1 1 7"}));
 }
 
 TEST_F(InventoryHost, TheRecordsOfTheHost_AreLeftAsTheyCame)

@@ -9,11 +9,13 @@
 
 namespace {
 
-// At least so many refills, and more until the readers have seen so many of them, but no more than the last.
-constexpr int kRefills = 400;
-constexpr int kSeen = 60;
-constexpr int kMostRefills = 200000;
-constexpr int kDisks = 6;
+// At least so many refills, and more until the readers have seen so many changes, but no more than the last.
+constexpr int kRefills = 10000;
+constexpr int kChanges = 300;
+constexpr int kMostRefills = 2000000;
+constexpr int kDisks = 3;
+// The inventories are made beforehand, so that the loop of refills is tight, and come round again.
+constexpr int kGenerations = 10;
 
 // An inventory in which every number tells its generation: the sizes, and how many partitions a disk has.
 int partitionsIn(int generation)
@@ -44,11 +46,11 @@ bool isWhole(const PartitionInfo& record)
            record.label == "label of generation " + std::to_string(record.rawCapacity);
 }
 
-// What a reader found: torn answers, and how many different generations it has seen.
+// What the readers found: torn answers, and how often the inventory had changed since the last look.
 struct Findings
 {
     std::atomic<int> torn{0};
-    std::atomic<int> generations{0};
+    std::atomic<int> changes{0};
 };
 
 class Reader
@@ -66,7 +68,7 @@ public:
                   disk.partitionCount == partitionsIn(static_cast<int>(disk.totalCapacity)));
         if (!disks.empty() && disks.front().totalCapacity != last_) {
             last_ = disks.front().totalCapacity;
-            ++findings_.generations;
+            ++findings_.changes;
         }
         readPartitions();
     }
@@ -111,7 +113,10 @@ TEST(InventoryThreads, RefillsInATightLoop_AreNeverSeenHalfDoneByThreeReaders)
     AIBridge bridge;
     CZorHandle tools;
     tools.setBridge(&bridge);
-    bridge.setDiskInfo(inventory(0));
+    std::vector<QVariantList> inventories;
+    for (int generation = 0; generation < kGenerations; ++generation)
+        inventories.push_back(inventory(generation));
+    bridge.setDiskInfo(inventories.front());
     std::atomic<bool> done{false};
     Findings findings;
     std::vector<std::thread> readers;
@@ -123,14 +128,13 @@ TEST(InventoryThreads, RefillsInATightLoop_AreNeverSeenHalfDoneByThreeReaders)
             while (!done);
         });
     }
-    for (int generation = 1;
-         generation <= kRefills || (findings.generations < kSeen && generation < kMostRefills); ++generation)
-        bridge.setDiskInfo(inventory(generation));
+    for (int i = 0; i < kRefills || (findings.changes < kChanges && i < kMostRefills); ++i)
+        bridge.setDiskInfo(inventories[static_cast<std::size_t>(i % kGenerations)]);
     done = true;
     for (std::thread& reader : readers)
         reader.join();
     EXPECT_EQ(findings.torn, 0);
-    EXPECT_GE(findings.generations, kSeen);
+    EXPECT_GE(findings.changes, kChanges);
 }
 
 } // namespace

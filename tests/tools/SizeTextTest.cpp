@@ -66,6 +66,10 @@ TEST(SizeText, WithAnotherPrecision_RoundsToIt)
     EXPECT_EQ(formatSizeText(1, 0, false), "1 Bytes");
     EXPECT_EQ(formatSizeText(1536, 1, false), "1.5 KB");
     EXPECT_EQ(formatSizeText(1536, 3, false), "1.500 KB");
+    // At the border only the row below has the fixed text.
+    EXPECT_EQ(formatSizeText(kGiga - 1, 3, false), "1.00 GB");
+    EXPECT_EQ(formatSizeText(kGiga, 3, false), "1.000 GB");
+    EXPECT_EQ(formatSizeText(kTera, 3, false), "1.000 TB");
     // Halves go away from zero.
     EXPECT_EQ(formatSizeText(kGiga + kGiga / 2, 0, false), "2 GB");
     EXPECT_EQ(formatSizeText(kGiga * 2 + kGiga / 2, 0, false), "3 GB");
