@@ -1,5 +1,8 @@
 #include "platform/windows/PlatformWindows.h"
 
+#include "platform/windows/HiddenCommand.h"
+#include "platform/windows/WmiQuery.h"
+
 #include <windows.h>
 
 #include <string>
@@ -27,6 +30,64 @@ std::optional<QString> PlatformWindows::registryString(const QString& key, const
     while (!text.empty() && text.back() == L'\0')
         text.pop_back();
     return QString::fromStdWString(text);
+}
+
+WindowsVersion PlatformWindows::windowsVersion() const
+{
+#if defined(_MSC_VER)
+#pragma warning(suppress : 4996)
+#endif
+    const DWORD version = GetVersion();
+    return {static_cast<int>(version & 0xff), static_cast<int>((version >> 8) & 0xff)};
+}
+
+std::optional<quint32> PlatformWindows::firmwareType() const
+{
+    // By name: older systems, on which this library loads too, do not export it.
+    using GetFirmwareTypeCall = BOOL(WINAPI*)(quint32*);
+    const HMODULE kernel = GetModuleHandleW(L"kernel32");
+    const FARPROC found = kernel == nullptr ? nullptr : GetProcAddress(kernel, "GetFirmwareType");
+    quint32 type = 0;
+    if (found == nullptr || reinterpret_cast<GetFirmwareTypeCall>(reinterpret_cast<void*>(found))(&type) == 0)
+        return std::nullopt;
+    return type;
+}
+
+quint32 PlatformWindows::firmwareVariableError() const
+{
+    SetLastError(0);
+    GetFirmwareEnvironmentVariableA("", "{00000000-0000-0000-0000-000000000000}", nullptr, 0);
+    return GetLastError();
+}
+
+std::optional<quint64> PlatformWindows::installedMemoryKib() const
+{
+    ULONGLONG kib = 0;
+    if (GetPhysicallyInstalledSystemMemory(&kib) == 0)
+        return std::nullopt;
+    return kib;
+}
+
+std::optional<VolumeGeometry> PlatformWindows::volumeGeometry(const QByteArray& root) const
+{
+    DWORD sectorsPerCluster = 0;
+    DWORD bytesPerSector = 0;
+    DWORD freeClusters = 0;
+    DWORD clusters = 0;
+    if (GetDiskFreeSpaceA(root.constData(), &sectorsPerCluster, &bytesPerSector, &freeClusters, &clusters) == 0)
+        return std::nullopt;
+    return VolumeGeometry{sectorsPerCluster, bytesPerSector, clusters};
+}
+
+std::vector<QVariantMap> PlatformWindows::wmiQuery(const QString& nameSpace, const QString& query,
+                                                   const QStringList& properties) const
+{
+    return runWmiQuery(nameSpace, query, properties);
+}
+
+void PlatformWindows::runHidden(const QString& command) const
+{
+    runHiddenProcess(command);
 }
 
 std::unique_ptr<Platform> makeSystemPlatform()

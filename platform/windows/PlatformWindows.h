@@ -7,4 +7,12 @@ class PlatformWindows : public Platform
 public:
     QByteArray systemDirectory() const override;
     std::optional<QString> registryString(const QString& key, const QString& value) const override;
+    WindowsVersion windowsVersion() const override;
+    std::optional<quint32> firmwareType() const override;
+    quint32 firmwareVariableError() const override;
+    std::optional<quint64> installedMemoryKib() const override;
+    std::optional<VolumeGeometry> volumeGeometry(const QByteArray& root) const override;
+    std::vector<QVariantMap> wmiQuery(const QString& nameSpace, const QString& query,
+                                      const QStringList& properties) const override;
+    void runHidden(const QString& command) const override;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 
+#include <functional>
 #include <map>
 #include <utility>
 
@@ -11,11 +12,62 @@ class FakePlatform : public Platform
 public:
     QByteArray directory = "C:\\Windows\\system32";
     std::map<std::pair<QString, QString>, QString> registry;
+    WindowsVersion version{10, 0};
+    std::optional<quint32> firmware;
+    quint32 variableError = 1;
+    std::optional<quint64> memoryKib;
+    /// By root, such as "C:".
+    std::map<QByteArray, VolumeGeometry> volumes;
+    /// Rows by namespace and text of the query.
+    std::map<std::pair<QString, QString>, std::vector<QVariantMap>> rows;
+    /// What a hidden command does; null means that it cannot be started.
+    std::function<void(const QString& command)> hidden;
+    /// The names of the questions, in order; one thread at a time.
+    mutable QStringList asked;
 
     QByteArray systemDirectory() const override { return directory; }
     std::optional<QString> registryString(const QString& key, const QString& value) const override
     {
         const auto found = registry.find({key, value});
         return found == registry.end() ? std::nullopt : std::optional<QString>(found->second);
+    }
+    WindowsVersion windowsVersion() const override
+    {
+        asked << QStringLiteral("version");
+        return version;
+    }
+    std::optional<quint32> firmwareType() const override
+    {
+        asked << QStringLiteral("firmware");
+        return firmware;
+    }
+    quint32 firmwareVariableError() const override
+    {
+        asked << QStringLiteral("firmwareVariable");
+        return variableError;
+    }
+    std::optional<quint64> installedMemoryKib() const override
+    {
+        asked << QStringLiteral("memory");
+        return memoryKib;
+    }
+    std::optional<VolumeGeometry> volumeGeometry(const QByteArray& root) const override
+    {
+        asked << QStringLiteral("volume ") + QString::fromLatin1(root);
+        const auto found = volumes.find(root);
+        return found == volumes.end() ? std::nullopt : std::optional<VolumeGeometry>(found->second);
+    }
+    std::vector<QVariantMap> wmiQuery(const QString& nameSpace, const QString& query,
+                                      const QStringList&) const override
+    {
+        asked << query;
+        const auto found = rows.find({nameSpace, query});
+        return found == rows.end() ? std::vector<QVariantMap>() : found->second;
+    }
+    void runHidden(const QString& command) const override
+    {
+        asked << command;
+        if (hidden)
+            hidden(command);
     }
 };
