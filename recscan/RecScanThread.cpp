@@ -1,24 +1,57 @@
 #include "recscan/RecScanThread.h"
 
 #include "plugin/AIBridge.h"
+#include "recscan/Referral.h"
+#include "telemetry/Telemetry.h"
 
-RecScanThread::RecScanThread(AIBridge* parent) : QThread(parent), scanOwner(parent) {}
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// A value is not escaped: the text only looks like an object.
+void report(const QString& event, const QString& detail, const QString& value)
+{
+    reportUserInfo(kTelemetryCategory, event, detail.arg(value), QVariant());
+}
+
+} // namespace
+
+RecScanThread::RecScanThread(AIBridge* parent)
+    : QThread(parent), scanOwner(parent), referralUrl(QChar(0xFFFF))
+{
+    subject_.bridge = parent;
+}
 
 void RecScanThread::setScanEngine(QQmlEngine* engine)
 {
-    scanEngine = engine;
+    subject_.engine = engine;
 }
 
 void RecScanThread::setScanData(const std::vector<DiskInfo>& diskList,
                                 const std::map<int, std::vector<PartitionInfo>>& partitionsByDisk,
                                 const std::map<char, PartitionInfo>& partitionsByLetter)
 {
-    scanDiskList = diskList;
-    scanPartitionsByDisk = partitionsByDisk;
-    scanPartitionsByLetter = partitionsByLetter;
+    subject_.disks = diskList;
+    subject_.partitionsByDisk = partitionsByDisk;
+    subject_.partitionsByLetter = partitionsByLetter;
 }
 
-void RecScanThread::run() {}
+void RecScanThread::run()
+{
+    const ScanState saved = readScanState();
+    referralId = kNoReferral;
+    update([&](Progress& now) { now.state = saved; });
+    if (!saved.referralDone) {
+        scanReferral();
+        saveScanState();
+    }
+    // A machine with a referral number gets the referral rule alone, whatever that has found.
+    if (referralId == kNoReferral)
+        scanCasesFrom(saved.nextCaseIndex);
+    report(QStringLiteral("Result_SmartReferScan"), QStringLiteral("{\"smart-refer\":\"%1\"}"),
+           referralOr(progress().held.actionIndex));
+}
 
 void RecScanThread::requestStop()
 {
@@ -27,12 +60,95 @@ void RecScanThread::requestStop()
 
 bool RecScanThread::hasResult() const
 {
-    return found;
+    return progress().found;
 }
 
 QVariant RecScanThread::result() const
 {
-    return resultRecord;
+    const Progress now = progress();
+    return now.found ? QVariant(now.held.record) : QVariant();
+}
+
+void RecScanThread::saveScanState() const
+{
+    writeScanState(progress().state);
+}
+
+RecScanThread::Progress RecScanThread::progress() const
+{
+    const QMutexLocker lock(&guard_);
+    return progress_;
+}
+
+template <class Change> void RecScanThread::update(Change change)
+{
+    const QMutexLocker lock(&guard_);
+    change(progress_);
+}
+
+void RecScanThread::hold(const std::optional<Recommendation>& recommendation)
+{
+    if (!recommendation)
+        return;
+    update([&](Progress& now) {
+        now.found = true;
+        now.held = *recommendation;
+    });
+}
+
+QString RecScanThread::referralOr(int number) const
+{
+    return referralId == kNoReferral ? QString::number(number) : QLatin1String("seo ") + referralId;
+}
+
+void RecScanThread::scanReferral()
+{
+    if (stopRequested || hasResult())
+        return;
+    referralId = readReferralNumber();
+    // The service is asked about a missing number too.
+    referralUrl = fetchSeoPage(referralId);
+    report(QStringLiteral("Info_SmartReferScan"), QStringLiteral("{\"case-index-start\":\"%1\"}"),
+           referralOr(progress().state.nextCaseIndex));
+    if (referralUrl != kNoReferral)
+        matchReferralFun();
+    update([](Progress& now) { now.state.referralDone = true; });
+}
+
+void RecScanThread::matchReferralFun()
+{
+    loadSeoToFun(urlToFun);
+    const auto found = urlToFun.constFind(referralUrl);
+    if (found != urlToFun.constEnd())
+        hold(recommendFunction(found.value()));
+}
+
+void RecScanThread::scanCasesFrom(int first)
+{
+    if (stopRequested || hasResult())
+        return;
+    // Below 0 there is no case to run, only an index to move on.
+    if (first < 0)
+        update([](Progress& now) { now.state.nextCaseIndex = 0; });
+    for (int index = std::max(first, 0); index < kCaseCount; ++index) {
+        if (isSkipped(index))
+            continue;
+        runCase(index);
+        if (stopRequested || hasResult())
+            return;
+    }
+}
+
+// A page address of one character names a case that is not to be tried.
+bool RecScanThread::isSkipped(int index) const
+{
+    return referralUrl.size() == 1 && referralUrl.at(0).unicode() == index;
+}
+
+void RecScanThread::runCase(int index)
+{
+    update([=](Progress& now) { now.state.nextCaseIndex = index + 1; });
+    hold(runScanCase(index, subject_));
 }
 
 void AIBridge::onRecScanFinished()

@@ -42,8 +42,9 @@ QString configured(const QString& key, const QString& defaultText)
 
 QString listAddress(const QString& manufacturer)
 {
-    const QString builtIn = QStringLiteral("https://learn.microsoft.com/en-us/windows-hardware/design/minimum/"
-                                           "supported/windows-11-24h2-supported-%1-processors");
+    const QString builtIn =
+        QStringLiteral("https://learn.microsoft.com/en-us/windows-hardware/design/minimum/"
+                       "supported/windows-11-24h2-supported-%1-processors");
     return configured(QStringLiteral("url_win11_cpulist_%1").arg(manufacturer), builtIn.arg(manufacturer));
 }
 
@@ -54,7 +55,8 @@ void fetchList(const QString& manufacturer, const QString& script, int limitMs)
                                    QLatin1String("manufacturer=") + manufacturer,
                                    QLatin1String("callFunctionFile=") + writeFunctionFile(script.toUtf8()),
                                    QStringLiteral("type=win11_cpus"),
-                                   QLatin1String("WVF_server=") + webViewServerName(QStringLiteral("tvins_server")),
+                                   QLatin1String("WVF_server=") +
+                                       webViewServerName(QStringLiteral("tvins_server")),
                                    QStringLiteral("willEmbed=false")};
     // Its end takes a program with it that is still running.
     QProcess finder;
@@ -89,8 +91,8 @@ QString vendorListPath(const QString& name)
 {
     for (const Vendor& vendor : kVendors) {
         if (name.contains(QLatin1String(vendor.word), Qt::CaseInsensitive))
-            return applicationFolder() + QLatin1String("/../Win11Checker/") + QLatin1Char('/')
-                + QLatin1String(vendor.file);
+            return applicationFolder() + QLatin1String("/../Win11Checker/") + QLatin1Char('/') +
+                   QLatin1String(vendor.file);
     }
     return QString();
 }
@@ -113,8 +115,9 @@ QString webViewServerName(const QString& suffix)
 
 QString writeFunctionFile(const QByteArray& script)
 {
-    const QString path = QDir::tempPath() + QLatin1String("/tmp_win11_checker_function_")
-        + QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd_hh-mm-ss")) + QLatin1String(".txt");
+    const QString path = QDir::tempPath() + QLatin1String("/tmp_win11_checker_function_") +
+                         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd_hh-mm-ss")) +
+                         QLatin1String(".txt");
     QFile file(path);
     if (file.open(QIODevice::ReadWrite))
         file.write(script);

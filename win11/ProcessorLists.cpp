@@ -66,7 +66,8 @@ bool isProcessorSupported(const QString& name)
     if (name.isEmpty())
         return result;
     const QString plainName = withoutMarks(name);
-    for (const QString& path : {vendorListPath(name), checkerFilePath(QStringLiteral("win11_cpu_whitelist.txt"))})
+    for (const QString& path :
+         {vendorListPath(name), checkerFilePath(QStringLiteral("win11_cpu_whitelist.txt"))})
         searchList(path, plainName, result);
     return result;
 }

@@ -12,13 +12,13 @@ enum DriverModel { ModelUnknown = 0, Model2 = 2, Model3 = 3 };
 // The spellings of one driver model; \xA0 is the no-break space, which stands in some languages.
 DriverModel driverModel(const QByteArray& line)
 {
-    if (line.contains("DriverModel:3") || line.contains("DriverModel:WDDM3")
-        || line.contains("DriverModel:WDDM\xA0"
-                         "3"))
+    if (line.contains("DriverModel:3") || line.contains("DriverModel:WDDM3") ||
+        line.contains("DriverModel:WDDM\xA0"
+                      "3"))
         return Model3;
-    if (line.contains("DriverModel:WDDM2") || line.contains("DriverModel:2")
-        || line.contains("DriverModel:WDDM\xA0"
-                         "2"))
+    if (line.contains("DriverModel:WDDM2") || line.contains("DriverModel:2") ||
+        line.contains("DriverModel:WDDM\xA0"
+                      "2"))
         return Model2;
     return ModelUnknown;
 }
@@ -51,9 +51,9 @@ bool isTpmReady(const std::vector<QVariantMap>& rows)
         return false;
     const QVariantMap& last = rows.back();
     const QString version = last.value(QStringLiteral("SpecVersion")).toString();
-    return last.value(QStringLiteral("IsActivated_InitialValue")).toBool()
-        && last.value(QStringLiteral("IsEnabled_InitialValue")).toBool()
-        && version.split(QStringLiteral(", ")).first().toDouble() >= 2.0;
+    return last.value(QStringLiteral("IsActivated_InitialValue")).toBool() &&
+           last.value(QStringLiteral("IsEnabled_InitialValue")).toBool() &&
+           version.split(QStringLiteral(", ")).first().toDouble() >= 2.0;
 }
 
 bool isDirectXReady(QByteArray listing)

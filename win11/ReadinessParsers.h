@@ -25,6 +25,7 @@ bool isTpmReady(const std::vector<QVariantMap>& rows);
 /// True if the text that dxdiag writes names device driver interface 12 and a display driver model of 2 or 3.
 bool isDirectXReady(QByteArray listing);
 
-/// True if the command answered, whatever it answered: firmware that does not know Secure Boot gives neither word.
+/// True if the command answered, whatever it answered: firmware that does not know Secure Boot gives neither
+/// word.
 /// @p output may be text of 8 or of 16 bits.
 bool isSecureBootKnown(const QByteArray& output);

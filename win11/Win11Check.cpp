@@ -31,9 +31,8 @@ std::optional<quint32> firmwareType(const Platform& platform)
 ProcessorFacts askForProcessor(const Platform& platform)
 {
     // Cores and clock are not asked for: a processor on a list is good enough, however slow it is.
-    const auto processors =
-        platform.wmiQuery(kMachine, QStringLiteral("SELECT * FROM Win32_Processor"),
-                          {QStringLiteral("Name"), QStringLiteral("AddressWidth")});
+    const auto processors = platform.wmiQuery(kMachine, QStringLiteral("SELECT * FROM Win32_Processor"),
+                                              {QStringLiteral("Name"), QStringLiteral("AddressWidth")});
     const auto systems = platform.wmiQuery(kMachine, QStringLiteral("SELECT * FROM Win32_OperatingSystem"),
                                            {QStringLiteral("OSArchitecture")});
     return readProcessorFacts(processors, systems);
@@ -41,10 +40,7 @@ ProcessorFacts askForProcessor(const Platform& platform)
 
 } // namespace
 
-Win11Check::Win11Check(QObject* parent)
-    : QObject(parent)
-{
-}
+Win11Check::Win11Check(QObject* parent) : QObject(parent) {}
 
 void Win11Check::setGptDisk(bool value)
 {
@@ -56,10 +52,12 @@ bool Win11Check::checkAll()
 {
     using Check = void (Win11Check::*)();
     // The slow ones last, so that a cheap failure spares them.
-    constexpr Check checks[] = {&Win11Check::checkProcessor, &Win11Check::checkFirmware, &Win11Check::checkMemory,
-                                &Win11Check::checkDiskSize,  &Win11Check::checkTpm,      &Win11Check::checkDirectX,
+    constexpr Check checks[] = {&Win11Check::checkProcessor, &Win11Check::checkFirmware,
+                                &Win11Check::checkMemory,    &Win11Check::checkDiskSize,
+                                &Win11Check::checkTpm,       &Win11Check::checkDirectX,
                                 &Win11Check::checkSecureBoot};
-    tempDir = QProcessEnvironment::systemEnvironment().value(QStringLiteral("TEMP"), QString()) + QLatin1Char('\\');
+    tempDir =
+        QProcessEnvironment::systemEnvironment().value(QStringLiteral("TEMP"), QString()) + QLatin1Char('\\');
     for (const Check check : checks) {
         (this->*check)();
         if (!passed)
@@ -89,16 +87,17 @@ void Win11Check::checkMemory()
 void Win11Check::checkDiskSize()
 {
     // This letter, whatever the system drive is, and the whole volume, not what is free of it.
-    const auto volume = Platform::instance().volumeGeometry(QByteArrayLiteral("C:")).value_or(VolumeGeometry());
+    const auto volume =
+        Platform::instance().volumeGeometry(QByteArrayLiteral("C:")).value_or(VolumeGeometry());
     passed = (volume.sectorsPerCluster * volume.bytesPerSector * volume.clusters) >> 30 >= kLeastVolumeGib;
 }
 
 void Win11Check::checkTpm()
 {
-    passed = isTpmReady(Platform::instance().wmiQuery(
-        kTpm, QStringLiteral("SELECT * FROM Win32_TPM"),
-        {QStringLiteral("IsActivated_InitialValue"), QStringLiteral("IsEnabled_InitialValue"),
-         QStringLiteral("SpecVersion")}));
+    passed = isTpmReady(Platform::instance().wmiQuery(kTpm, QStringLiteral("SELECT * FROM Win32_TPM"),
+                                                      {QStringLiteral("IsActivated_InitialValue"),
+                                                       QStringLiteral("IsEnabled_InitialValue"),
+                                                       QStringLiteral("SpecVersion")}));
 }
 
 void Win11Check::checkDirectX()
@@ -110,7 +109,8 @@ void Win11Check::checkDirectX()
 void Win11Check::checkSecureBoot()
 {
     const QString file = tempDir + QLatin1String("TVSecBootCheck.txt");
-    const QString command = QLatin1String("powershell -Command Confirm-SecureBootUEFI | Out-File -FilePath  ") + file;
+    const QString command =
+        QLatin1String("powershell -Command Confirm-SecureBootUEFI | Out-File -FilePath  ") + file;
     passed = isSecureBootKnown(runHiddenCommand(command, file));
 }
 

@@ -4,8 +4,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
-/// Whether this machine meets the hardware requirements of Windows 11: one yes or no, without reasons. Every failure
-/// to find out counts as no. Used by one thread; can block for minutes.
+/// Whether this machine meets the hardware requirements of Windows 11: one yes or no, without reasons. Every
+/// failure to find out counts as no. Used by one thread; can block for minutes.
 ///
 /// Calling order: construct, setGptDisk, isGptDisk and, if that is true, checkAll.
 class Win11Check : public QObject
@@ -16,7 +16,8 @@ public:
     /// Whether the boot disk is GPT; the outcome until checkAll.
     void setGptDisk(bool value);
     bool isGptDisk() const { return gptDisk; }
-    /// Runs the checks up to the first that fails. The output files of two of them stay in the scratch folder.
+    /// Runs the checks up to the first that fails. The output files of two of them stay in the scratch
+    /// folder.
     bool checkAll();
 
 private:

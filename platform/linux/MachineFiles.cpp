@@ -68,9 +68,10 @@ int addressWidth(const Fields& fields)
 {
     const QStringList flags = fields.value(QStringLiteral("flags")).split(QLatin1Char(' '));
     const bool otherThanX86 = !fields.contains(QStringLiteral("flags"));
-    return flags.contains(QStringLiteral("lm")) || (otherThanX86 && runningSystemWidth().startsWith(QLatin1String("64")))
-        ? 64
-        : 32;
+    return flags.contains(QStringLiteral("lm")) ||
+                   (otherThanX86 && runningSystemWidth().startsWith(QLatin1String("64")))
+               ? 64
+               : 32;
 }
 
 QVariantMap processorRow(const Fields& first, int logicalCount)

@@ -9,10 +9,7 @@
 
 #include <sys/statvfs.h>
 
-PlatformLinux::PlatformLinux(QString root)
-    : root_(std::move(root))
-{
-}
+PlatformLinux::PlatformLinux(QString root) : root_(std::move(root)) {}
 
 QByteArray PlatformLinux::systemDirectory() const
 {

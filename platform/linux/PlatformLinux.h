@@ -2,8 +2,8 @@
 
 #include "platform/Platform.h"
 
-/// Answers from /sys and /proc where Linux knows a counterpart, and otherwise as a Windows machine does whose call
-/// fails.
+/// Answers from /sys and /proc where Linux knows a counterpart, and otherwise as a Windows machine does whose
+/// call fails.
 class PlatformLinux : public Platform
 {
 public:

@@ -74,7 +74,8 @@ std::optional<VolumeGeometry> PlatformWindows::volumeGeometry(const QByteArray& 
     DWORD bytesPerSector = 0;
     DWORD freeClusters = 0;
     DWORD clusters = 0;
-    if (GetDiskFreeSpaceA(root.constData(), &sectorsPerCluster, &bytesPerSector, &freeClusters, &clusters) == 0)
+    if (GetDiskFreeSpaceA(root.constData(), &sectorsPerCluster, &bytesPerSector, &freeClusters, &clusters) ==
+        0)
         return std::nullopt;
     return VolumeGeometry{sectorsPerCluster, bytesPerSector, clusters};
 }

@@ -33,10 +33,7 @@ private:
 class ComText
 {
 public:
-    explicit ComText(const QString& text)
-        : text_(SysAllocString(text.toStdWString().c_str()))
-    {
-    }
+    explicit ComText(const QString& text) : text_(SysAllocString(text.toStdWString().c_str())) {}
     ~ComText() { SysFreeString(text_); }
     ComText(const ComText&) = delete;
     ComText& operator=(const ComText&) = delete;
@@ -47,16 +44,16 @@ private:
     BSTR text_;
 };
 
-// COM for the calling thread. What the calls answer is not looked at: a thread that was set up before, or a process
-// whose security is set already, can query all the same.
+// COM for the calling thread. What the calls answer is not looked at: a thread that was set up before, or a
+// process whose security is set already, can query all the same.
 class ComSession
 {
 public:
     ComSession()
     {
         CoInitializeEx(nullptr, 0);
-        CoInitializeSecurity(nullptr, -1, nullptr, nullptr, RPC_C_AUTHN_LEVEL_DEFAULT, RPC_C_IMP_LEVEL_IMPERSONATE,
-                             nullptr, EOAC_NONE, nullptr);
+        CoInitializeSecurity(nullptr, -1, nullptr, nullptr, RPC_C_AUTHN_LEVEL_DEFAULT,
+                             RPC_C_IMP_LEVEL_IMPERSONATE, nullptr, EOAC_NONE, nullptr);
     }
     ~ComSession() { CoUninitialize(); }
     ComSession(const ComSession&) = delete;
@@ -73,21 +70,28 @@ bool connectTo(const QString& nameSpace, ComPtr<IWbemServices>& services)
                                       services.place())))
         return false;
     return SUCCEEDED(CoSetProxyBlanket(services.get(), RPC_C_AUTHN_WINNT, RPC_C_AUTHZ_NONE, nullptr,
-                                       RPC_C_AUTHN_LEVEL_CALL, RPC_C_IMP_LEVEL_IMPERSONATE, nullptr, EOAC_NONE));
+                                       RPC_C_AUTHN_LEVEL_CALL, RPC_C_IMP_LEVEL_IMPERSONATE, nullptr,
+                                       EOAC_NONE));
 }
 
 // Numbers are read as 32 bits and truth values as 16, whatever the row calls them.
 QVariant fromComVariant(const VARIANT& value)
 {
     switch (value.vt) {
-    case VT_BSTR: return value.bstrVal == nullptr ? QString() : QString::fromWCharArray(value.bstrVal);
-    case VT_BOOL: return value.boolVal != VARIANT_FALSE;
+    case VT_BSTR:
+        return value.bstrVal == nullptr ? QString() : QString::fromWCharArray(value.bstrVal);
+    case VT_BOOL:
+        return value.boolVal != VARIANT_FALSE;
     case VT_I4:
-    case VT_UI4: return static_cast<int>(value.lVal);
+    case VT_UI4:
+        return static_cast<int>(value.lVal);
     case VT_I2:
-    case VT_UI2: return static_cast<int>(value.iVal);
-    case VT_UI1: return static_cast<int>(value.bVal);
-    default: return QVariant();
+    case VT_UI2:
+        return static_cast<int>(value.iVal);
+    case VT_UI1:
+        return static_cast<int>(value.bVal);
+    default:
+        return QVariant();
     }
 }
 
@@ -110,7 +114,8 @@ QVariantMap readRow(IWbemClassObject* row, const QStringList& properties)
     return values;
 }
 
-std::vector<QVariantMap> readRows(IWbemServices* services, const QString& query, const QStringList& properties)
+std::vector<QVariantMap> readRows(IWbemServices* services, const QString& query,
+                                  const QStringList& properties)
 {
     std::vector<QVariantMap> rows;
     ComPtr<IEnumWbemClassObject> cursor;
