@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QTemporaryDir>
+
+/// For the life of this object the application's executable seems to lie in a scratch folder, and another one
+/// beside it is the working directory and holds the TEMP folder. One at a time, on the application thread,
+/// while no other thread runs.
+class ScratchApplication
+{
+public:
+    ScratchApplication();
+    ~ScratchApplication();
+    ScratchApplication(const ScratchApplication&) = delete;
+    ScratchApplication& operator=(const ScratchApplication&) = delete;
+
+    /// The application's folder.
+    QString folder() const { return dir_.path() + QLatin1String("/app"); }
+    /// The working directory, a sibling of the application's folder.
+    QString current() const { return dir_.path() + QLatin1String("/work"); }
+    /// The parent of both.
+    QString root() const { return dir_.path(); }
+    /// The value of TEMP.
+    QString temp() const { return dir_.path() + QLatin1String("/temp"); }
+
+    /// Writes a file, with the folders above it.
+    static void write(const QString& path, const QByteArray& content);
+    /// Writes an executable shell script.
+    static void script(const QString& path, const QByteArray& body);
+    /// The content of a file; empty if it is not there.
+    static QByteArray read(const QString& path);
+
+private:
+    void moveTo(const QString& executable);
+
+    QTemporaryDir dir_;
+    QString previousExecutable_;
+    QString previousCurrent_;
+    QByteArray previousTemp_;
+};
