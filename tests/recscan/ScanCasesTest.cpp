@@ -1,0 +1,371 @@
+// Every case through a whole scan: inventory in, record out, answer in, host call out.
+#include "tests/recscan/ExpectedTexts.h"
+#include "tests/recscan/ScanFixture.h"
+#include "tests/support/Threads.h"
+
+#include <QtCore/QCoreApplication>
+
+namespace {
+
+constexpr qint64 kTwoTib = 2199023255552;
+
+QString filled(const char* text, const QString& value)
+{
+    return QString(text).replace("%1", value).replace("%2", value);
+}
+
+class ScanCases : public ScanFixture
+{
+protected:
+    // Makes the one system partition short of space, with these partitions beside it.
+    void fillSystemDrive(const QVariantList& beside, const QVariantList& otherDisks = {})
+    {
+        machine = QVariantList{diskMap(0, QVariantList{partitionMap(0, "C", 10 * kGib, 9 * kGib)} + beside)}
+            + otherDisks;
+    }
+    void bootDisks(const QVariantList& disks) { host.spec("deviceMgr").answer("bootDisks", disks); }
+    void enableWin11() { host.spec("partitionmanager").answer("isWin11CheckerEnable", true); }
+    void passWin11()
+    {
+        const QString space = "ROOT\\CIMV2";
+        platform.rows[{space, "SELECT * FROM Win32_Processor"}] = {{{"Name", "Intel i5"}, {"AddressWidth", 64}}};
+        platform.rows[{space, "SELECT * FROM Win32_OperatingSystem"}] = {{{"OSArchitecture", "64-bit"}}};
+        platform.rows[{space + "\\Security\\MicrosoftTPM", "SELECT * FROM Win32_TPM"}] = {
+            {{"IsActivated_InitialValue", true}, {"IsEnabled_InitialValue", true}, {"SpecVersion", "2.0"}}};
+        platform.firmware = 2;
+        platform.memoryKib = 8388608;
+        platform.volumes["C:"] = {8, 512, 64 * 1073741824ULL / 4096};
+        platform.hidden = [this](const QString& command) {
+            const bool directX = command.startsWith("dxdiag");
+            application.write(application.temp() + (directX ? "\\TVDxCheck.txt" : "\\TVSecBootCheck.txt"),
+                              directX ? "DDI Version: 12\nDriver Model: WDDM 3.0\n" : "True");
+        };
+        application.write(application.root() + "/Win11Checker/SupportedProcessorsIntel.txt", "i5\n");
+    }
+    void installBootChecker(const QByteArray& body)
+    {
+        application.script(application.root() + "/BootRepair/BootRepair_Console.exe", body);
+    }
+    // Answers with the first button and gives the calls that reached the host.
+    QStringList accept(const QVariantMap& more = {})
+    {
+        startService();
+        host.recorder().clear();
+        QVariantMap map = more;
+        map.insert("result", 0);
+        answer(map);
+        return hostCalls();
+    }
+};
+
+const QString kClose = QStringLiteral("window.closeGuide list[invalid]");
+
+// --- case 0
+
+TEST_F(ScanCases, Win10_BootDiskOfMbr_OffersTheConversionOfTheSystemDisk)
+{
+    enableWin11();
+    machine = {diskMap(3, {partitionMap(3, "C", 200 * kGib, 100 * kGib)})};
+    bootDisks({QVariantMap{{"isOfflineBoot", true}, {"isGPT", true}, {"diskIndex", 9}},
+               QVariantMap{{"isOfflineBoot", false}, {"isGPT", false}, {"diskIndex", 5}}});
+    const QVariantMap record = scanFrom(0);
+    EXPECT_EQ(typed(withoutTime(record)),
+              "map{buttons=list[QString:\"Convert today\",QString:\"Cancel\"],checkResultType=int:1,default=int:0,"
+              "msg=QString:\""
+                  + QString(kTextNeedsGpt) + "\"}");
+    EXPECT_EQ(hostCalls(), QStringList({"partitionmanager.isWin11CheckerEnable list[]",
+                                        "deviceMgr.bootDisks list[int:0,bool:true]"}));
+    EXPECT_EQ(events("Result_SmartReferScan"), QStringList("{\"smart-refer\":\"0\"}"));
+    host.spec("deviceMgr");
+    const QStringList calls = accept({{"checkResultType", 1}});
+    ASSERT_FALSE(calls.isEmpty());
+    EXPECT_EQ(calls.first(), kClose);
+    EXPECT_EQ(state(), stateBytes(1, 1));
+}
+
+TEST_F(ScanCases, Win10_CheckerIsAskedOnTheApplicationThreadAndBootDisksOnTheScanThread)
+{
+    enableWin11();
+    scanFrom(0);
+    const auto calls = host.recorder().calls();
+    ASSERT_GE(calls.size(), 2u);
+    EXPECT_EQ(calls[0].thread, QCoreApplication::instance()->thread());
+    EXPECT_NE(calls[1].thread, QCoreApplication::instance()->thread());
+}
+
+TEST_F(ScanCases, Win10_BootDiskOfGptAndCheckFails_OffersUpgradeOptions)
+{
+    enableWin11();
+    bootDisks({QVariantMap{{"isGPT", true}}});
+    EXPECT_EQ(typed(withoutTime(scanFrom(0))),
+              "map{buttons=list[QString:\"See upgrade options\"],checkResultType=int:2,default=int:0,msg=QString:\""
+                  + QString(kTextNotReady) + "\"}");
+}
+
+TEST_F(ScanCases, Win10_BootDiskOfGptAndCheckPasses_OffersToLearnMore)
+{
+    enableWin11();
+    passWin11();
+    bootDisks({QVariantMap{{"isGPT", true}}});
+    EXPECT_EQ(typed(withoutTime(scanFrom(0))),
+              "map{buttons=list[QString:\"Learn more\"],checkResultType=int:0,default=int:0,msg=QString:\""
+                  + QString(kTextReady) + "\"}");
+    setRemoteConfig("{\"url_win11_hw_ready\":\"http://ready\"}");
+    EXPECT_EQ(accept({{"checkResultType", 0}}), QStringList("window.openUrl list[QString:\"http://ready\"]"));
+}
+
+TEST_F(ScanCases, Win10_CheckerSwitchedOff_DoesNotFire)
+{
+    EXPECT_EQ(scanFrom(0), QVariantMap());
+    EXPECT_FALSE(host.recorder().sequence().contains("deviceMgr.bootDisks"));
+}
+
+TEST_F(ScanCases, Win10_WithoutTheHostsMethod_DoesNotFire)
+{
+    host.spec("partitionmanager").remove("isWin11CheckerEnable");
+    EXPECT_EQ(scanFrom(0), QVariantMap());
+}
+
+TEST_F(ScanCases, Win10_WithoutThePage_DoesNotFire)
+{
+    host.without("partitionmanager");
+    EXPECT_EQ(scanFrom(0), QVariantMap());
+}
+
+TEST_F(ScanCases, Win10_WithoutBootDisks_CountsAsNotGpt)
+{
+    enableWin11();
+    host.spec("deviceMgr").remove("bootDisks");
+    EXPECT_EQ(scanFrom(0).value("checkResultType"), QVariant(1));
+}
+
+TEST_F(ScanCases, Win10_WithoutDeviceManager_CountsAsNotGpt)
+{
+    enableWin11();
+    host.without("deviceMgr");
+    EXPECT_EQ(scanFrom(0).value("checkResultType"), QVariant(1));
+}
+
+TEST_F(ScanCases, Win10_OnlyOfflineBootDisks_CountAsNotGpt)
+{
+    enableWin11();
+    bootDisks({QVariantMap{{"isOfflineBoot", true}, {"isGPT", true}}, QVariant("garbage")});
+    EXPECT_EQ(scanFrom(0).value("checkResultType"), QVariant(1));
+}
+
+TEST_F(ScanCases, Win10_Enabled_ComesBeforeEveryOtherCase)
+{
+    enableWin11();
+    host.spec("partitionmanager").answer("hasDiskSmartInfoError", true);
+    EXPECT_EQ(scanFrom(0).value("msg"), QVariant(QString(kTextNeedsGpt)));
+}
+
+// --- case 1
+
+TEST_F(ScanCases, DiskSmart_TheFirstDiskWithAnErrorIsNamedAndChecked)
+{
+    machine = {diskMap(4, {}), diskMap(2, {}), diskMap(6, {})};
+    host.spec("partitionmanager").answer("hasDiskSmartInfoError", [](const QVariantList& arguments) {
+        return QVariant(arguments.first().toInt() != 4);
+    });
+    EXPECT_EQ(typed(withoutTime(scanFrom(1))), plainRecord(filled(kTextDiskSmart, "2")));
+    EXPECT_EQ(hostCalls(), QStringList({"partitionmanager.hasDiskSmartInfoError list[int:4]",
+                                        "partitionmanager.hasDiskSmartInfoError list[int:2]"}));
+    EXPECT_NE(host.recorder().calls().front().thread, QCoreApplication::instance()->thread());
+    EXPECT_EQ(accept(), QStringList({kClose, "__zormain.opendiskhealth list[int:2]"}));
+}
+
+TEST_F(ScanCases, DiskSmart_NoError_DoesNotFire)
+{
+    EXPECT_EQ(scanFrom(1), QVariantMap());
+    EXPECT_EQ(hostCalls(), QStringList("partitionmanager.hasDiskSmartInfoError list[int:0]"));
+}
+
+TEST_F(ScanCases, DiskSmart_WithoutTheHostsMethod_DoesNotFire)
+{
+    host.spec("partitionmanager").remove("hasDiskSmartInfoError");
+    EXPECT_EQ(scanFrom(1), QVariantMap());
+}
+
+// --- case 2
+
+TEST_F(ScanCases, SystemDrive_RoomBeside_OffersSmartLayoutForTheWholeDirectory)
+{
+    fillSystemDrive({partitionMap(0, "D", 100 * kGib, 0)});
+    EXPECT_EQ(typed(withoutTime(scanFrom(2))), plainRecord(filled(kTextSmartLayoutSystem, "C")));
+    EXPECT_EQ(hostCalls(), QStringList("partitionmanager.doFunFromAI list[int:1,map{TestFunValid=bool:true,"
+                                       "driveLetter=QString:\"C:\\WINDOWS\\SYSTEM32\"}]"));
+    EXPECT_EQ(host.recorder().calls().front().thread, QCoreApplication::instance()->thread());
+    EXPECT_EQ(events("Result_SmartReferScan"), QStringList("{\"smart-refer\":\"3\"}"));
+    EXPECT_EQ(accept(),
+              QStringList({"partitionmanager.doFunFromAI list[int:1,map{TestFunValid=bool:true,"
+                           "driveLetter=QString:\"C:\\WINDOWS\\SYSTEM32\"}]",
+                           kClose,
+                           "partitionmanager.doFunFromAI list[int:1,map{driveLetter=QString:\"C:\\WINDOWS\\SYSTEM32\"}]"}));
+}
+
+TEST_F(ScanCases, SystemDrive_RoomElsewhere_OffersDataMigrationWithoutAQuestion)
+{
+    fillSystemDrive({}, {diskMap(1, {partitionMap(1, "E", 100 * kGib, 0)})});
+    EXPECT_EQ(typed(withoutTime(scanFrom(2))), plainRecord(filled(kTextMigrate, "C")));
+    EXPECT_EQ(hostCalls(), QStringList());
+    EXPECT_EQ(events("Result_SmartReferScan"), QStringList("{\"smart-refer\":\"2\"}"));
+    const QStringList calls = accept();
+    ASSERT_EQ(calls.size(), 3);
+    EXPECT_TRUE(calls.last().startsWith("partitionmanager.doFunFromAI list[int:39,")) << calls.last().toStdString();
+}
+
+TEST_F(ScanCases, SystemDrive_PageRefuses_GoesOnWithTheNextCaseAndOffersNoMigration)
+{
+    fillSystemDrive({partitionMap(0, "D", 100 * kGib, 0)}, {diskMap(1, {partitionMap(1, "E", 100 * kGib, 0)})});
+    host.spec("partitionmanager").answer("doFunFromAI", false);
+    EXPECT_EQ(scanFrom(2), QVariantMap());
+    EXPECT_EQ(events("Result_SmartReferScan"), QStringList("{\"smart-refer\":\"-1\"}"));
+}
+
+TEST_F(ScanCases, SystemDrive_PageRefusesThatDriveOnly_TheNextCaseFires)
+{
+    fillSystemDrive({partitionMap(0, "D", 10 * kGib, 9 * kGib), partitionMap(0, "E", 100 * kGib, 0)});
+    host.spec("partitionmanager").answer("doFunFromAI", [](const QVariantList& arguments) {
+        return QVariant(arguments.at(1).toMap().value("driveLetter") == QVariant("D"));
+    });
+    EXPECT_EQ(scanFrom(2).value("msg"), QVariant(filled(kTextSmartLayout, "D")));
+}
+
+TEST_F(ScanCases, SystemDrive_WithoutThePagesMethod_DoesNotFire)
+{
+    fillSystemDrive({partitionMap(0, "D", 100 * kGib, 0)});
+    host.spec("partitionmanager").remove("doFunFromAI");
+    EXPECT_EQ(scanFrom(2), QVariantMap());
+}
+
+// --- case 3
+
+TEST_F(ScanCases, Drive_ShortOfSpace_OffersSmartLayoutForIt)
+{
+    machine = {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib), partitionMap(0, "D", 10 * kGib, 9 * kGib),
+                           partitionMap(0, "E", 100 * kGib, 0)})};
+    EXPECT_EQ(typed(withoutTime(scanFrom(3))), plainRecord(filled(kTextSmartLayout, "D")));
+    const QStringList calls = accept();
+    ASSERT_EQ(calls.size(), 3);
+    EXPECT_EQ(calls.last(), "partitionmanager.doFunFromAI list[int:1,map{driveLetter=QString:\"D\"}]");
+    EXPECT_EQ(state(), stateBytes(4, 1));
+}
+
+TEST_F(ScanCases, Drive_SystemPartition_CountsNeitherAsShortNorAsRoom)
+{
+    // The drive of the running system is marked by its letter, so its 100 GiB are no room for the other.
+    machine = {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib), partitionMap(0, "D", 10 * kGib, 9 * kGib)})};
+    EXPECT_EQ(scanFrom(3), QVariantMap());
+}
+
+TEST_F(ScanCases, Drive_WithoutThePagesMethod_DoesNotFire)
+{
+    machine = {diskMap(0, {partitionMap(0, "D", 10 * kGib, 9 * kGib), partitionMap(0, "E", 100 * kGib, 0)})};
+    host.spec("partitionmanager").remove("doFunFromAI");
+    EXPECT_EQ(scanFrom(3), QVariantMap());
+}
+
+// --- cases 4 to 11
+
+TEST_F(ScanCases, LargeMbrDisk_OffersTheConversion)
+{
+    machine.append(diskMap(2, {}, {{"isGPT", false}, {"size", qlonglong(kTwoTib + 1)}}));
+    EXPECT_EQ(typed(withoutTime(scanFrom(4))), plainRecord(filled(kTextWastedMbr, "2")));
+    host.spec("deviceMgr");
+    const QStringList calls = accept();
+    ASSERT_FALSE(calls.isEmpty());
+    EXPECT_EQ(calls.first(), kClose);
+    EXPECT_EQ(state(), stateBytes(5, 1));
+}
+
+TEST_F(ScanCases, LargeFat32Drive_OffersTheConversion)
+{
+    machine.append(
+        diskMap(2, {partitionMap(2, "F", 34359738369, 0, {{"fsString", "FAT32"}})}, {{"isUSB", true}}));
+    EXPECT_EQ(typed(withoutTime(scanFrom(5))), plainRecord(filled(kTextFat32, "2")));
+    EXPECT_FALSE(accept().isEmpty());
+    EXPECT_EQ(state(), stateBytes(6, 1));
+}
+
+TEST_F(ScanCases, BootEntries_OfferTheRepair)
+{
+    installBootChecker("echo FindErrorItem\nexit 3\n");
+    EXPECT_EQ(typed(withoutTime(scanFrom(6))), plainRecord(kTextBootEntries));
+    EXPECT_EQ(events("Result_SmartReferScan"), QStringList("{\"smart-refer\":\"6\"}"));
+    const QStringList calls = accept();
+    ASSERT_FALSE(calls.isEmpty());
+    EXPECT_EQ(calls.last(), "__zormain.doToolBox list[int:2,map{}]");
+    EXPECT_EQ(state(), stateBytes(7, 1));
+}
+
+TEST_F(ScanCases, BootEntries_OnArm64_StartNoProcess)
+{
+    installBootChecker("echo started > \"$0.started\"\necho FindErrorItem\nexit 3\n");
+    platform.registry[{"SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment",
+                       "PROCESSOR_ARCHITECTURE"}] = "ARM64";
+    EXPECT_EQ(scanFrom(6), QVariantMap());
+    EXPECT_FALSE(QFile::exists(application.root() + "/BootRepair/BootRepair_Console.exe.started"));
+}
+
+TEST_F(ScanCases, UnalignedSsd_OffersTheAlignment)
+{
+    host.spec("toolbox").answer("check4kAlign", false);
+    machine = {diskMap(5, {})};
+    EXPECT_EQ(typed(withoutTime(scanFrom(7))), plainRecord(filled(kText4k, "5")));
+    EXPECT_FALSE(accept().isEmpty());
+    EXPECT_EQ(state(), stateBytes(8, 1));
+}
+
+TEST_F(ScanCases, BitLockerSystemDrive_OffersABootMedium)
+{
+    machine = {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib, {{"bltState", 1}})})};
+    EXPECT_EQ(typed(withoutTime(scanFrom(8))), plainRecord(filled(kTextBitLockerUsb, "C")));
+    EXPECT_TRUE(accept().join('\n').contains("__zormain.dobmfunction"));
+    EXPECT_EQ(state(), stateBytes(9, 1));
+}
+
+TEST_F(ScanCases, SlowBootDisk_HasOneButtonAndNoAction)
+{
+    machine = {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib)}, {{"isSSD", false}})};
+    EXPECT_EQ(typed(withoutTime(scanFrom(9))),
+              "map{buttons=list[QString:\"Got it\"],default=int:0,msg=QString:\"" + QString(kTextSlowBoot) + "\"}");
+    EXPECT_EQ(accept(), QStringList());
+    EXPECT_EQ(state(), stateBytes(10, 1));
+}
+
+TEST_F(ScanCases, RawPartition_OffersTheRepair)
+{
+    host.spec("partitionrecovery").answer("isRawPart", [](const QVariantList& arguments) {
+        return QVariant(arguments.first().toMap().value("driveLetter") == QVariant("g:"));
+    });
+    machine.append(diskMap(1, {partitionMap(1, "g:", kGib, 0)}));
+    EXPECT_EQ(typed(withoutTime(scanFrom(10))), plainRecord(kTextRaw));
+    EXPECT_TRUE(accept().join('\n').contains("__zormain.doprfunction"));
+    EXPECT_EQ(state(), stateBytes(11, 1));
+}
+
+TEST_F(ScanCases, LockedBitLockerDrive_OffersTheKeyFinder)
+{
+    machine.append(diskMap(1, {partitionMap(1, "G", kGib, 0, {{"bltState", 3}})}));
+    EXPECT_EQ(typed(withoutTime(scanFrom(11))), plainRecord(filled(kTextLocked, "G")));
+    EXPECT_TRUE(accept().join('\n').contains("__zormain.doToolBox list[int:10,"));
+    EXPECT_EQ(state(), stateBytes(12, 1));
+}
+
+TEST_F(ScanCases, EmptyDiskList_FindsNothing)
+{
+    machine.clear();
+    EXPECT_EQ(scanFrom(0), QVariantMap());
+    EXPECT_EQ(events("Result_SmartReferScan"), QStringList("{\"smart-refer\":\"-1\"}"));
+}
+
+TEST_F(ScanCases, HostWithNothingInIt_FindsNothingAndDoesNotCrash)
+{
+    for (const QString& name : RecordingHost::contextObjects())
+        host.without(name);
+    host.without("window").without("__zormain").without("__qml_executer");
+    EXPECT_EQ(scanFrom(0), QVariantMap());
+}
+
+} // namespace

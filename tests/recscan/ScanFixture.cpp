@@ -1,0 +1,246 @@
+#include "tests/recscan/ScanFixture.h"
+
+#include "recscan/RecScanThread.h"
+#include "service/AIFuncallThread.h"
+#include "tests/support/Threads.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
+#include <QtCore/QTimer>
+#include <QtNetwork/QTcpServer>
+#include <QtNetwork/QTcpSocket>
+
+#include <stdexcept>
+
+#include <unistd.h>
+
+// The bridge keeps its threads to itself; a test ends the service as the host's manager does.
+class AIBridgeAccess
+{
+public:
+    static AIFuncallThread* server(AIBridge* bridge) { return bridge->serverThread; }
+    static RecScanThread* scan(AIBridge* bridge) { return bridge->recScanThread; }
+    static void release(AIBridge* bridge) { bridge->Release(); }
+};
+
+namespace {
+
+// QSettings takes a file of the same size and time for the one that it has read already.
+QByteArray everLonger()
+{
+    static QByteArray line = ";";
+    line += '-';
+    return line + '\n';
+}
+
+QVariantMap merged(QVariantMap map, const QVariantMap& more)
+{
+    for (auto it = more.begin(); it != more.end(); ++it)
+        map.insert(it.key(), it.value());
+    return map;
+}
+
+bool isListening(int port)
+{
+    QTcpSocket socket;
+    socket.connectToHost(QStringLiteral("localhost"), static_cast<quint16>(port));
+    return socket.waitForConnected(2000);
+}
+
+int unusedPort()
+{
+    for (int attempt = 0; attempt < 800; ++attempt) {
+        const int port = 9100 + static_cast<int>((::getpid() * 13L + attempt) % 800);
+        QTcpServer probe;
+        if (probe.listen(QHostAddress::Any, static_cast<quint16>(port)))
+            return port;
+    }
+    throw std::runtime_error("no free port");
+}
+
+} // namespace
+
+QVariantMap diskMap(int diskIndex, const QVariantList& partitions, const QVariantMap& more)
+{
+    return merged({{"diskIndex", diskIndex},
+                   {"size", qlonglong(500 * kGib)},
+                   {"isGPT", true},
+                   {"isSSD", true},
+                   {"partitions", partitions}},
+                  more);
+}
+
+QVariantMap partitionMap(int diskIndex, const QString& letter, qint64 size, qint64 used, const QVariantMap& more)
+{
+    return merged({{"diskIndex", diskIndex},
+                   {"driveLetter", letter},
+                   {"size", qlonglong(size)},
+                   {"usedSize", qlonglong(used)},
+                   {"fsString", "NTFS"},
+                   {"bltState", 0}},
+                  more);
+}
+
+ScanFixture::ScanFixture()
+    : previousPath_(qgetenv("PATH"))
+{
+    host.spec("partitionmanager").answer("isWin11CheckerEnable", false);
+    machine = {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib)})};
+    qputenv("AIBRIDGE_UEFI", "1");
+}
+
+ScanFixture::~ScanFixture()
+{
+    if (host.bridge() != nullptr && AIBridgeAccess::server(host.bridge()) != nullptr)
+        AIBridgeAccess::release(host.bridge());
+    if (RecScanThread* scanThread = host.bridge() == nullptr ? nullptr : thread())
+        waitForScan(*scanThread);
+    qputenv("PATH", previousPath_);
+}
+
+void ScanFixture::build()
+{
+    host.build();
+    QObject::connect(host.bridge(), &AIBridge::sigRecScanResult, [this](const QVariant& v) { emitted.append(v); });
+    host.bridge()->setDiskInfo(machine);
+    host.recorder().clear();
+}
+
+RecScanThread* ScanFixture::thread()
+{
+    return AIBridgeAccess::scan(host.bridge());
+}
+
+bool ScanFixture::waitForScan()
+{
+    return waitForScan(*thread());
+}
+
+bool ScanFixture::waitForScan(RecScanThread& scanThread)
+{
+    // A thread counts as finished a little before it has told so.
+    return pumpUntil([&] { return scanThread.isFinished(); }) && scanThread.wait(20000);
+}
+
+QVariantList ScanFixture::scan()
+{
+    emitted.clear();
+    host.bridge()->beginRecScan();
+    EXPECT_TRUE(waitForScan());
+    QCoreApplication::sendPostedEvents();
+    return emitted;
+}
+
+QVariantMap ScanFixture::scanFrom(int index)
+{
+    setState(stateBytes(index, 1));
+    build();
+    const QVariantList records = scan();
+    EXPECT_LE(records.size(), 1);
+    return records.isEmpty() ? QVariantMap() : records.first().toMap();
+}
+
+void ScanFixture::answer(const QVariantMap& map)
+{
+    host.bridge()->doRecOperation(map);
+    waitForAnswers();
+}
+
+void ScanFixture::waitForAnswers()
+{
+    // Due after every answer that was given before.
+    bool over = false;
+    QTimer::singleShot(130, Qt::PreciseTimer, host.bridge(), [&] { over = true; });
+    ASSERT_TRUE(pumpUntil([&] { return over; }));
+}
+
+void ScanFixture::startService()
+{
+    const int port = unusedPort();
+    QByteArray listing;
+    for (int busy = 9090; busy < port; ++busy)
+        listing += "TCP 127.0.0.1:" + QByteArray::number(busy) + "\n";
+    application.write(application.root() + "/bin/listing", listing);
+    application.script(application.root() + "/bin/netstat",
+                       "while read -r line; do echo \"$line\"; done < \"" + application.root().toUtf8()
+                           + "/bin/listing\"\n");
+    qputenv("PATH", application.root().toUtf8() + "/bin:" + previousPath_);
+    host.bridge()->init();
+    AIFuncallThread* server = AIBridgeAccess::server(host.bridge());
+    ASSERT_TRUE(pumpUntil([&] { return isListening(port) || server->isFinished(); }));
+    ASSERT_NE(server->toolHandler(), nullptr);
+}
+
+QByteArray ScanFixture::state() const
+{
+    return application.read(application.folder() + "/recscan.info");
+}
+
+void ScanFixture::setState(const QByteArray& bytes)
+{
+    application.write(application.folder() + "/recscan.info", bytes);
+}
+
+QByteArray ScanFixture::stateBytes(qint32 index, char done)
+{
+    const auto bits = static_cast<quint32>(index);
+    QByteArray bytes;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes.append(static_cast<char>(bits >> shift));
+    return bytes.append(done);
+}
+
+QStringList ScanFixture::events(const QString& name)
+{
+    QStringList details;
+    for (const HostCallRecord& call : host.recorder().calls()) {
+        if (call.member != "sendUserInfo" || call.arguments.value(1).toString() != name)
+            continue;
+        EXPECT_EQ(typed(call.arguments.value(0)), "QString:\"AIPixie\"");
+        EXPECT_EQ(typed(call.arguments.value(3)), "invalid");
+        EXPECT_EQ(call.thread, QCoreApplication::instance()->thread());
+        details.append(call.arguments.value(2).toString());
+    }
+    return details;
+}
+
+QStringList ScanFixture::hostCalls()
+{
+    QStringList calls;
+    for (const HostCallRecord& call : host.recorder().calls()) {
+        if (call.member != "sendUserInfo")
+            calls.append(call.where() + ' ' + typed(call.arguments));
+    }
+    return calls;
+}
+
+void ScanFixture::setReferralNumber(const QByteArray& text)
+{
+    application.write(application.current() + "/HKEY_LOCAL_MACHINE\\SOFTWARE\\TARVEX\\ZOR\\PackParam",
+                      "[General]\nxurlID=" + text + "\n" + everLonger());
+}
+
+void ScanFixture::setConfig(const QByteArray& ini)
+{
+    application.write(application.folder() + "/config.ini", ini + everLonger());
+}
+
+void ScanFixture::setRemoteConfig(const QByteArray& json)
+{
+    application.write(application.folder() + "/remoteconfig.json", json);
+}
+
+QVariantMap withoutTime(const QVariantMap& record)
+{
+    QVariantMap rest = record;
+    const QVariant time = rest.take("time");
+    EXPECT_EQ(time.userType(), int(QMetaType::UInt));
+    const qint64 age = QDateTime::currentSecsSinceEpoch() - time.toLongLong();
+    EXPECT_TRUE(age >= 0 && age < 300) << age;
+    return rest;
+}
+
+QString plainRecord(const QString& message)
+{
+    return "map{buttons=list[QString:\"Accept\",QString:\"Cancel\"],default=int:0,msg=QString:\"" + message + "\"}";
+}
