@@ -59,7 +59,8 @@ TEST_F(BootChecker, Program_GetsOneArgumentAndTheCurrentFolder)
 {
     install("echo \"$#\" \"$1\" \"$PWD\" > \"$0.seen\"\n");
     bootCheckerFindsError();
-    EXPECT_EQ(application.read(program() + ".seen"), "1 checkBCD " + QFile::encodeName(application.current()) + "\n");
+    EXPECT_EQ(application.read(program() + ".seen"),
+              "1 checkBCD " + QFile::encodeName(application.current()) + "\n");
 }
 
 TEST_F(BootChecker, MuchOutput_IsReadWhole)

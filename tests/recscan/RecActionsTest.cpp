@@ -22,10 +22,16 @@ public:
     void MigrateSystemDriveData(std::string&) override { calls << "MigrateSystemDriveData"; }
     void SmartSpaceAdjustment(std::string&, const std::string& l) override { add("SmartSpaceAdjustment", l); }
     void ConvertDiskToGpt(std::string&, int32_t disk) override { add("ConvertDiskToGpt", disk); }
-    void ConvertPartitionToExfat(std::string&, const std::string& l) override { add("ConvertPartitionToExfat", l); }
+    void ConvertPartitionToExfat(std::string&, const std::string& l) override
+    {
+        add("ConvertPartitionToExfat", l);
+    }
     void RepairWindowsBoot(std::string&) override { calls << "RepairWindowsBoot"; }
     void AlignDiskTo4k(std::string&, int32_t disk) override { add("AlignDiskTo4k", disk); }
-    void CreateBootableUsbByDisk(std::string&, int32_t disk) override { add("CreateBootableUsbByDisk", disk); }
+    void CreateBootableUsbByDisk(std::string&, int32_t disk) override
+    {
+        add("CreateBootableUsbByDisk", disk);
+    }
     void RepairRawOrDamagedPartition(std::string&, const std::string& l) override
     {
         add("RepairRawOrDamagedPartition", l);
@@ -39,7 +45,10 @@ public:
     void RebuildMbr(std::string&, int32_t disk) override { add("RebuildMbr", disk); }
     void RecoverLostPartition(std::string&, int32_t disk) override { add("RecoverLostPartition", disk); }
     void ScanDiskBadSectors(std::string&, int32_t disk) override { add("ScanDiskBadSectors", disk); }
-    void ToggleWriteProtection(std::string&, const std::string& l) override { add("ToggleWriteProtection", l); }
+    void ToggleWriteProtection(std::string&, const std::string& l) override
+    {
+        add("ToggleWriteProtection", l);
+    }
     void ShowBitLockerStatus(std::string&, const std::string& l) override { add("ShowBitLockerStatus", l); }
     void CloneOSDataFromPartition(std::string&, int32_t disk, const std::string& l) override
     {
@@ -146,14 +155,16 @@ TEST_F(RecActions, LargeMbrDisk_ConvertsIt)
 
 TEST_F(RecActions, LargeFat32Drive_ConvertsIt)
 {
-    machine = {diskMap(2, {partitionMap(2, "F", 34359738369, 0, {{"fsString", "FAT32"}})}, {{"isUSB", true}})};
+    machine = {
+        diskMap(2, {partitionMap(2, "F", 34359738369, 0, {{"fsString", "FAT32"}})}, {{"isUSB", true}})};
     runScanFrom(5);
     EXPECT_EQ(act(), QStringList("ConvertPartitionToExfat \"F\""));
 }
 
 TEST_F(RecActions, BootEntries_RepairTheBoot)
 {
-    application.script(application.root() + "/BootRepair/BootRepair_Console.exe", "echo FindErrorItem\nexit 1\n");
+    application.script(application.root() + "/BootRepair/BootRepair_Console.exe",
+                       "echo FindErrorItem\nexit 1\n");
     runScanFrom(6);
     EXPECT_EQ(act(), QStringList("RepairWindowsBoot"));
 }
@@ -235,9 +246,9 @@ TEST_F(RecActions, EveryOwnReferralFunction_CallsItsTool)
 
 TEST_F(RecActions, AgentReferralFunction_CallsNoTool)
 {
-    for (const char* key : {"clone_disk", "clone_os_data", "clone_partition", "convert_disk_to_gpt",
-                            "enable_secure_boot", "convert_disk_to_mbr", "convert_disk_to_basic",
-                            "convert_disk_to_dynamic", "wipe_disk"})
+    for (const char* key :
+         {"clone_disk", "clone_os_data", "clone_partition", "convert_disk_to_gpt", "enable_secure_boot",
+          "convert_disk_to_mbr", "convert_disk_to_basic", "convert_disk_to_dynamic", "wipe_disk"})
         EXPECT_EQ(refer(key), QStringList()) << key;
 }
 
@@ -255,7 +266,8 @@ TEST_F(RecActions, Win11Page_GoesBeforeTheCaseThatWasFound)
     host.spec("deviceMgr").answer("bootDisks", QVariantList{QVariantMap{{"diskIndex", 8}}});
     runScanFrom(4);
     EXPECT_EQ(act({{"callByWin11Checker", true}, {"checkResultType", 1}}), QStringList("ConvertDiskToGpt 8"));
-    EXPECT_EQ(act({{"callByWin11Checker", false}, {"checkResultType", 1}}), QStringList("ConvertDiskToGpt 4"));
+    EXPECT_EQ(act({{"callByWin11Checker", false}, {"checkResultType", 1}}),
+              QStringList("ConvertDiskToGpt 4"));
 }
 
 TEST_F(RecActions, Win11NeedsGpt_ByTheRecord_ConvertsTheSystemDisk)
@@ -346,7 +358,7 @@ protected:
     QByteArray log() const { return application.read(application.folder() + "/aibridge.log"); }
 };
 
-const QString kHealth = QStringLiteral("__zormain.opendiskhealth list[int:0]");
+const QString kHealth = QStringLiteral("__zormain.opendiskhealth list[map{diskIndex=int:0}]");
 
 TEST_F(Answers, Result1_SavesTheStateAndCallsNoTool)
 {
@@ -451,7 +463,8 @@ TEST_F(Answers, Log_NamesTheCallAndEachEntryInKeyOrder)
     startService();
     application.write(application.folder() + "/aibridge.log", "");
     answer({{"result", 0}, {"note", "100%s"}, {"checkResultType", 2}});
-    EXPECT_EQ(log(), "doRecOperation callback\nrec operation param: checkResultType: 2 note: 100%s result: 0 \n");
+    EXPECT_EQ(log(),
+              "doRecOperation callback\nrec operation param: checkResultType: 2 note: 100%s result: 0 \n");
     application.write(application.folder() + "/aibridge.log", "");
     answer({{"result", 1}});
     EXPECT_EQ(log(), "doRecOperation callback\n");

@@ -4,8 +4,7 @@
 
 #include <stdexcept>
 
-ReferralService::ReferralService(Reply reply)
-    : reply_(std::move(reply))
+ReferralService::ReferralService(Reply reply) : reply_(std::move(reply))
 {
     if (!listen(QHostAddress::LocalHost))
         throw std::runtime_error("no port for the referral service");
@@ -37,8 +36,8 @@ ReferralService::Reply ReferralService::answering(const QByteArray& body, const 
                                                   const QByteArray& headers)
 {
     return [=](QTcpSocket& socket, const QString&) {
-        socket.write("HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size())
-                     + "\r\nConnection: close\r\n" + headers + "\r\n" + body);
+        socket.write("HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) +
+                     "\r\nConnection: close\r\n" + headers + "\r\n" + body);
         socket.disconnectFromHost();
     };
 }

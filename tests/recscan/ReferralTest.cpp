@@ -18,7 +18,10 @@ class Referral : public ScanFixture
 {
 protected:
     void useService(const QString& address) { setConfig("[main]\nseoUrl=" + address.toUtf8() + "\n"); }
-    void setFunctions(const QByteArray& json) { application.write(application.current() + "/seo2fun.json", json); }
+    void setFunctions(const QByteArray& json)
+    {
+        application.write(application.current() + "/seo2fun.json", json);
+    }
     static QByteArray entry(const QByteArray& key, const QByteArray& page = kPage)
     {
         return "{\"url\":\"" + page + "\",\"zorfun\":[\"ZORNativePlugin::" + key + "\"]}";
@@ -49,9 +52,15 @@ protected:
 
 TEST_F(Referral, Number_IsTheDigitsBehindTheLastB)
 {
-    const QList<QPair<QByteArray, QString>> table = {{"abc123b456x7", "456"}, {"b1", "1"},     {"b", ""},
-                                                     {"123b", ""},            {"bx9", ""},     {"123", "-1"},
-                                                     {"B99", "-1"},           {"aBb07C", "07"}, {"b1b", ""},
+    const QList<QPair<QByteArray, QString>> table = {{"abc123b456x7", "456"},
+                                                     {"b1", "1"},
+                                                     {"b", ""},
+                                                     {"123b", ""},
+                                                     {"bx9", ""},
+                                                     {"123", "-1"},
+                                                     {"B99", "-1"},
+                                                     {"aBb07C", "07"},
+                                                     {"b1b", ""},
                                                      {"b12345678901234567890", "12345678901234567890"}};
     for (const auto& row : table) {
         setReferralNumber(row.first);
@@ -166,8 +175,9 @@ TEST_F(Referral, Answer_Redirect_IsNotFollowed)
 
 TEST_F(Referral, Answer_OtherStatusOrNone_IsNone)
 {
-    for (const char* body : {"{\"status\":\"success\",\"url\":\"x\"}", "{\"status\":\"Failed\",\"url\":\"x\"}",
-                             "{\"url\":\"x\"}", "{\"status\":true,\"url\":\"x\"}", "{}"})
+    for (const char* body :
+         {"{\"status\":\"success\",\"url\":\"x\"}", "{\"status\":\"Failed\",\"url\":\"x\"}",
+          "{\"url\":\"x\"}", "{\"status\":true,\"url\":\"x\"}", "{}"})
         EXPECT_EQ(fetch(ReferralService::answering(body)), "-1") << body;
 }
 
@@ -207,8 +217,8 @@ TEST_F(Referral, Answer_ConnectionClosedInTheMiddle_IsNone)
 TEST_F(Referral, Answer_InPiecesAndSlowly_IsWaitedFor)
 {
     EXPECT_EQ(fetch([](QTcpSocket& socket, const QString&) {
-                  socket.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(kSuccess.size())
-                               + "\r\n\r\n" + kSuccess.left(10));
+                  socket.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(kSuccess.size()) +
+                               "\r\n\r\n" + kSuccess.left(10));
                   QTimer::singleShot(700, &socket, [&socket] { socket.write(kSuccess.mid(10)); });
               }),
               QString(kPage));
@@ -295,7 +305,8 @@ TEST_F(Referral, Functions_FileThatIsNoList_AddsNothing)
 {
     QMap<QString, QString> map;
     loadSeoToFun(map);
-    for (const char* text : {"", "{}", "7", "[", "\xff\xfe", "{\"url\":\"u\",\"zorfun\":[\"ZORNativePlugin::a\"]}"}) {
+    for (const char* text :
+         {"", "{}", "7", "[", "\xff\xfe", "{\"url\":\"u\",\"zorfun\":[\"ZORNativePlugin::a\"]}"}) {
         setFunctions(text);
         loadSeoToFun(map);
     }
@@ -330,8 +341,8 @@ TEST_F(Referral, AgentFunction_NamesTheAgentAndItsFunction)
     const QVariantMap record = refer("[" + entry("clone_disk") + "]");
     EXPECT_EQ(typed(withoutTime(record)),
               "map{buttons=list[QString:\"Accept\",QString:\"Cancel\"],callAgent=int:1,default=int:0,"
-              "fun=QString:\"clone_disk\",msg=QString:\""
-                  + QString(kExpectedAgent[1].text) + "\"}");
+              "fun=QString:\"clone_disk\",msg=QString:\"" +
+                  QString(kExpectedAgent[1].text) + "\"}");
 }
 
 TEST_F(Referral, SecureBoot_ShowsItsOwnTextAndAsksForTheConversion)

@@ -70,7 +70,8 @@ QVariantMap diskMap(int diskIndex, const QVariantList& partitions, const QVarian
                   more);
 }
 
-QVariantMap partitionMap(int diskIndex, const QString& letter, qint64 size, qint64 used, const QVariantMap& more)
+QVariantMap partitionMap(int diskIndex, const QString& letter, qint64 size, qint64 used,
+                         const QVariantMap& more)
 {
     return merged({{"diskIndex", diskIndex},
                    {"driveLetter", letter},
@@ -81,8 +82,7 @@ QVariantMap partitionMap(int diskIndex, const QString& letter, qint64 size, qint
                   more);
 }
 
-ScanFixture::ScanFixture()
-    : previousPath_(qgetenv("PATH"))
+ScanFixture::ScanFixture() : previousPath_(qgetenv("PATH"))
 {
     host.spec("partitionmanager").answer("isWin11CheckerEnable", false);
     machine = {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib)})};
@@ -101,7 +101,10 @@ ScanFixture::~ScanFixture()
 void ScanFixture::build()
 {
     host.build();
-    QObject::connect(host.bridge(), &AIBridge::sigRecScanResult, [this](const QVariant& v) { emitted.append(v); });
+    QObject::connect(host.bridge(), &AIBridge::sigRecScanResult,
+                     [this](const QVariant& v) { emitted.append(v); });
+    QObject::connect(host.bridge(), &AIBridge::sigConvertResult,
+                     [this](const QVariant& v) { conversions.append(v); });
     host.bridge()->setDiskInfo(machine);
     host.recorder().clear();
 }
@@ -162,8 +165,8 @@ void ScanFixture::startService()
         listing += "TCP 127.0.0.1:" + QByteArray::number(busy) + "\n";
     application.write(application.root() + "/bin/listing", listing);
     application.script(application.root() + "/bin/netstat",
-                       "while read -r line; do echo \"$line\"; done < \"" + application.root().toUtf8()
-                           + "/bin/listing\"\n");
+                       "while read -r line; do echo \"$line\"; done < \"" + application.root().toUtf8() +
+                           "/bin/listing\"\n");
     qputenv("PATH", application.root().toUtf8() + "/bin:" + previousPath_);
     host.bridge()->init();
     AIFuncallThread* server = AIBridgeAccess::server(host.bridge());
@@ -242,5 +245,6 @@ QVariantMap withoutTime(const QVariantMap& record)
 
 QString plainRecord(const QString& message)
 {
-    return "map{buttons=list[QString:\"Accept\",QString:\"Cancel\"],default=int:0,msg=QString:\"" + message + "\"}";
+    return "map{buttons=list[QString:\"Accept\",QString:\"Cancel\"],default=int:0,msg=QString:\"" + message +
+           "\"}";
 }

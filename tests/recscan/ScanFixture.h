@@ -21,8 +21,8 @@ QVariantMap diskMap(int diskIndex, const QVariantList& partitions, const QVarian
 QVariantMap partitionMap(int diskIndex, const QString& letter, qint64 size, qint64 used,
                          const QVariantMap& more = {});
 
-/// A scan in a scratch application on a host to order. The machine, as it stands at first, gives no case anything to
-/// say, and the registry has no referral number.
+/// A scan in a scratch application on a host to order. The machine, as it stands at first, gives no case
+/// anything to say, and the registry has no referral number.
 class ScanFixture : public testing::Test
 {
 protected:
@@ -33,7 +33,8 @@ protected:
     void build();
     /// beginRecScan, and waits until its end has been told; gives the records that came out.
     QVariantList scan();
-    /// build and scan with the saved index, the referral rule being over; gives the one record, empty if there is none.
+    /// build and scan with the saved index, the referral rule being over; gives the one record, empty if
+    /// there is none.
     QVariantMap scanFrom(int index);
     /// doRecOperation, and waits until its action is over.
     void answer(const QVariantMap& answer);
@@ -47,7 +48,8 @@ protected:
     static QByteArray stateBytes(qint32 index, char done);
     /// The details of all events of that name that were sent.
     QStringList events(const QString& name);
-    /// The calls that reached the host, without telemetry and the push of the machine: "object.member arguments".
+    /// The calls that reached the host, without telemetry and the push of the machine: "object.member
+    /// arguments".
     QStringList hostCalls();
 
     void setReferralNumber(const QByteArray& text);
@@ -64,6 +66,8 @@ protected:
     RecordingHost host;
     QVariantList machine;
     QVariantList emitted;
+    /// What the conversion tools put before the host's guide.
+    QVariantList conversions;
 
 private:
     Platform::Scope scope_{platform};

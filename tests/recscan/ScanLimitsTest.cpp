@@ -469,7 +469,8 @@ TEST_F(ScanLimits, BitLockerUsb_AnyStateButUnencryptedFires)
 {
     addSystem(partition(0, "C", kGib, 0));
     EXPECT_FALSE(fires(8));
-    for (const char* state : {"encrypted", "encryption unlocked", "encryption not unlocked", "", "Unencrypted"}) {
+    for (const char* state :
+         {"encrypted", "encryption unlocked", "encryption not unlocked", "", "Unencrypted"}) {
         subject.partitionsByLetter['C'].bitlockerState = state;
         EXPECT_EQ(message(8), filled(kTextBitLockerUsb, "C")) << state;
         EXPECT_EQ(params(8), QVariantMap());

@@ -4,6 +4,7 @@
 
 #include "recscan/RecScanThread.h"
 #include "recscan/ScanStateFile.h"
+#include "service/ZorHandle.h"
 #include "tests/support/Threads.h"
 
 #include <QtCore/QCoreApplication>
@@ -151,7 +152,7 @@ TEST_F(ScanRun, SecondScanAfterAnAnswer_EmitsTheSameRecordAndActsAgain)
     ASSERT_EQ(scan().size(), 1);
     host.recorder().clear();
     answer({{"result", 0}});
-    EXPECT_TRUE(hostCalls().join('\n').contains("__zormain.opendiskhealth list[int:0]"));
+    EXPECT_TRUE(hostCalls().join('\n').contains("__zormain.opendiskhealth list[map{diskIndex=int:0}]"));
 }
 
 TEST_F(ScanRun, SecondScanAfterTheDisksChanged_SeesTheFirstSnapshot)
@@ -190,7 +191,8 @@ TEST_F(ScanRun, BeginTwiceWhileAScanRuns_HasNoSecondEffect)
     build();
     host.bridge()->beginRecScan();
     auto there = reached.get_future();
-    ASSERT_TRUE(pumpUntil([&] { return there.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+    ASSERT_TRUE(
+        pumpUntil([&] { return there.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
     RecScanThread* first = thread();
     host.bridge()->beginRecScan();
     EXPECT_EQ(thread(), first);
@@ -367,6 +369,26 @@ TEST_F(ScanRun, InventoryRefreshedWhileAScanRuns_BothEnd)
         QCoreApplication::processEvents();
     }
     EXPECT_TRUE(waitForScan());
+}
+
+TEST_F(ScanRun, ToolsThatRunWhileAScanRuns_AllEnd)
+{
+    setState(stateBytes(0, 1));
+    build();
+    CZorHandle tools;
+    tools.setBridge(host.bridge());
+    host.bridge()->beginRecScan();
+    std::string reply;
+    runOnOtherThread([&] {
+        for (int round = 0; round < 50; ++round) {
+            std::vector<DiskInfo> disks;
+            tools.ListAllDisks(disks);
+            tools.DeletePartition(reply, "D");
+        }
+    });
+    EXPECT_EQ(reply, "Task Queued");
+    EXPECT_TRUE(waitForScan());
+    EXPECT_EQ(events("Result_SmartReferScan").size(), 1);
 }
 
 TEST_F(ScanRun, AnswerOfTheWin11PageWhileAScanRuns_BothEnd)
