@@ -42,8 +42,8 @@ public:
     /// How this machine was started: 1 BIOS, 2 UEFI. Only asked on Windows 6.2 or later.
     virtual std::optional<quint32> firmwareType() const = 0;
 
-    /// The system's error number for reading a firmware variable that cannot exist; 1 where there is no UEFI. For
-    /// versions that cannot tell the firmware type.
+    /// The system's error number for reading a firmware variable that cannot exist; 1 where there is no UEFI.
+    /// For versions that cannot tell the firmware type.
     virtual quint32 firmwareVariableError() const = 0;
 
     /// Memory built into the machine, in KiB.
@@ -52,8 +52,9 @@ public:
     /// The volume that answers to @p root, such as "C:".
     virtual std::optional<VolumeGeometry> volumeGeometry(const QByteArray& root) const = 0;
 
-    /// The rows of a WMI query in WQL, in their order, each with the named properties; a property that a row lacks
-    /// is missing or invalid. Texts come as QString, numbers as int, truth values as bool. Empty on any failure.
+    /// The rows of a WMI query in WQL, in their order, each with the named properties; a property that a row
+    /// lacks is missing or invalid. Texts come as QString, numbers as int, truth values as bool. Empty on any
+    /// failure.
     virtual std::vector<QVariantMap> wmiQuery(const QString& nameSpace, const QString& query,
                                               const QStringList& properties) const = 0;
 
