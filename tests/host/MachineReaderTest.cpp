@@ -1,0 +1,231 @@
+// The machine file: what it must hold, what follows by itself, and how a fault is told.
+#include "host/machine/Fields.h"
+#include "host/machine/MachineReader.h"
+#include "host/machine/Records.h"
+#include "tests/host/MachineText.h"
+#include "tests/support/Recorder.h"
+
+#include <QtCore/QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct FaultRow
+{
+    const char* name;
+    QByteArray json;
+    const char* fault;
+};
+
+class MachineFaults : public testing::TestWithParam<FaultRow>
+{
+};
+
+TEST_P(MachineFaults, ReadMachine_OfABadDescription_NamesThePlace)
+{
+    EXPECT_EQ(faultOf(GetParam().json).toStdString(), GetParam().fault);
+}
+
+const FaultRow kFaults[] = {
+    {"NotJson", "{", "not JSON: unterminated object at byte 1"},
+    {"TopIsAList", "[]", "the top must be an object"},
+    {"NoDisks", "{}", "disks is missing"},
+    {"DisksIsNoList", R"({"disks": 3})", "disks must be a list"},
+    {"DiskIsNoObject", R"({"disks": [3]})", "disks[0] must be an object"},
+    {"DiskWithoutIndex", R"({"disks": [{"size": 1}]})", "disks[0].diskIndex is missing"},
+    {"DiskWithoutSize", R"({"disks": [{"diskIndex": 0}]})", "disks[0].size is missing"},
+    {"FlagIsANumber", R"({"disks": [{"diskIndex": 0, "size": 1, "isGPT": 1}]})",
+     "disks[0].isGPT must be true or false"},
+    {"NumberIsAText", R"({"disks": [{"diskIndex": "0", "size": 1}]})", "disks[0].diskIndex must be a whole number"},
+    {"NumberHasAFraction", R"({"disks": [{"diskIndex": 0.5, "size": 1}]})",
+     "disks[0].diskIndex must be a whole number"},
+    {"NumberIsTooLargeForItsKey", R"({"disks": [{"diskIndex": 3000000000, "size": 1}]})",
+     "disks[0].diskIndex must be a whole number"},
+    {"SizeIsBeyondAllNumbers", R"({"disks": [{"diskIndex": 0, "size": 1e300}]})",
+     "disks[0].size must be a whole number"},
+    {"TextIsANumber", R"({"disks": [{"diskIndex": 0, "size": 1, "serialNO": 5}]})",
+     "disks[0].serialNO must be a text"},
+    {"MisspeltKey", R"({"disks": [{"diskIndex": 0, "size": 1, "isGpt": true}]})",
+     "disks[0].isGpt is not a key of the inventory"},
+    {"PartitionsIsNoList", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": {}}]})",
+     "disks[0].partitions must be a list"},
+    {"PartitionIsNoObject", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [null]}]})",
+     "disks[0].partitions[0] must be an object"},
+    {"PartitionWithoutSize", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{}]}]})",
+     "disks[0].partitions[0].size is missing"},
+    {"PartitionKeyOfWrongType",
+     R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "driveLetter": true}]}]})",
+     "disks[0].partitions[0].driveLetter must be a text"},
+    {"NegativeSize", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": -1}]}]})",
+     "disks[0].partitions[0] has a size or place that no partition can have"},
+    {"SectorOfNothing", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "sectorSize": 0}]}]})",
+     "disks[0].partitions[0] has a size or place that no partition can have"},
+    {"PlaceBeyondAllDisks",
+     R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "startSector": 9000000000000000000}]}]})",
+     "disks[0].partitions[0] has a size or place that no partition can have"},
+    {"DiskTwice", R"({"disks": [{"diskIndex": 1, "size": 1}, {"diskIndex": 1, "size": 1}]})",
+     "disk number 1 is negative or stands twice"},
+    {"LetterTwice", R"({"disks": [{"diskIndex": 0, "size": 1024, "partitions": [
+        {"size": 512, "driveLetter": "d:"}, {"size": 512, "driveLetter": "D"}]}]})",
+     "drive letter D stands twice"},
+    {"Overlap", R"({"disks": [{"diskIndex": 0, "size": 4096, "partitions": [
+        {"size": 1024}, {"size": 512, "startSector": 1}]}]})",
+     "disk 0: its partitions overlap or are out of order"},
+    {"BeyondTheEnd", R"({"disks": [{"diskIndex": 0, "size": 512, "partitions": [{"size": 1024}]}]})",
+     "disk 0: its partitions are larger than the disk"},
+    {"UnknownSwitch", R"({"disks": [], "turbo": true})", "turbo is not a key of a machine"},
+    {"SwitchOfWrongType", R"({"disks": [], "preOsEnabled": "yes"})", "preOsEnabled must be true or false"},
+    {"ToolboxOfWrongType", R"({"disks": [], "toolbox": {"align4k": 1}})", "toolbox.align4k must be true or false"},
+    {"SmartErrorsOfWrongType", R"({"disks": [], "smartErrors": ["1"]})", "smartErrors must be a whole number"},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, MachineFaults, testing::ValuesIn(kFaults),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(MachineReader, ReadMachineFile_ThatDoesNotExist_IsAnError)
+{
+    const QTemporaryDir folder;
+    const auto read = host::readMachineFile(folder.filePath("none.json"));
+    EXPECT_TRUE(std::holds_alternative<host::MachineError>(read));
+}
+
+TEST(MachineReader, Switches_LeftOut_AreOffButForBootMedia)
+{
+    const host::Machine machine = machineOf(R"({"disks": []})");
+    EXPECT_FALSE(machine.preOsEnabled);
+    EXPECT_FALSE(machine.win11CheckerEnabled);
+    EXPECT_FALSE(machine.busy);
+    EXPECT_FALSE(machine.popuped);
+    EXPECT_TRUE(machine.bootMediaEnabled);
+    EXPECT_TRUE(machine.smartErrors.isEmpty());
+}
+
+TEST(MachineReader, Switches_Given_AreTakenOver)
+{
+    const host::Machine machine = machineOf(R"({"disks": [], "preOsEnabled": true, "win11CheckerEnabled": true,
+        "bootMediaEnabled": false, "busy": true, "popuped": true, "smartErrors": [2, 5], "taskMilliseconds": 7,
+        "toolbox": {"align4k": false}, "name": "mine"})");
+    EXPECT_TRUE(machine.preOsEnabled);
+    EXPECT_TRUE(machine.win11CheckerEnabled);
+    EXPECT_TRUE(machine.busy);
+    EXPECT_TRUE(machine.popuped);
+    EXPECT_FALSE(machine.bootMediaEnabled);
+    EXPECT_EQ(machine.smartErrors, (QSet<int>{2, 5}));
+    EXPECT_EQ(machine.taskMilliseconds, 7);
+    EXPECT_FALSE(machine.toolbox.value("align4k", true));
+    EXPECT_EQ(machine.name, "mine");
+}
+
+TEST(MachineReader, Partition_TakesOverFromItsDiskAndPlace)
+{
+    const host::Machine machine = machineOf(R"({"disks": [{"diskIndex": 4, "size": 4096, "isGPT": true,
+        "isRemoveUsb": true, "partitions": [{"size": 1024}, {"size": 512, "bltState": 3}]}]})");
+    const host::Partition& second = machine.disks.at(0).partitions.at(1);
+    EXPECT_EQ(second.diskIndex, 4);
+    EXPECT_EQ(second.partitionIndex, 1);
+    EXPECT_EQ(second.startSector, 2);
+    EXPECT_EQ(second.endSector, 2);
+    EXPECT_TRUE(second.isGPT);
+    EXPECT_TRUE(second.isRemovable);
+    EXPECT_TRUE(second.isBitLocker);
+    EXPECT_EQ(machine.disks.at(0).bltState, 3);
+}
+
+TEST(MachineReader, Partition_OwnKeys_WinOverWhatFollows)
+{
+    const host::Machine machine = machineOf(R"({"disks": [{"diskIndex": 4, "size": 4096, "isGPT": true,
+        "usedSize": 77, "emptyPartitionCount": 9, "partitions": [{"size": 1024, "isGPT": false, "endSector": 5,
+        "usedSize": 3, "partitionIndex": 8}]}]})");
+    const host::Disk& disk = machine.disks.at(0);
+    EXPECT_EQ(disk.usedSize, 77);
+    EXPECT_EQ(disk.emptyPartitionCount, 9);
+    EXPECT_FALSE(disk.partitions.at(0).isGPT);
+    EXPECT_EQ(disk.partitions.at(0).endSector, 5);
+    EXPECT_EQ(disk.partitions.at(0).partitionIndex, 8);
+}
+
+TEST(MachineReader, Numbers_KeepAllTheirDigits)
+{
+    const host::Machine machine = machineOf(R"({"disks": [{"diskIndex": 0, "size": 9007199254740993}]})");
+    EXPECT_EQ(machine.disks.at(0).size, Q_INT64_C(9007199254740993));
+}
+
+TEST(Records, OfADisk_HoldEveryInventoryKeyWithItsType)
+{
+    const QVariantMap disk = host::diskRecords(testMachine()).at(0).toMap();
+    const QMap<QString, QString> types = {
+        {"diskInterface", "QString"}, {"diskIndex", "int"},     {"partitions", "QVariantList"},
+        {"size", "qlonglong"},        {"usedSize", "qlonglong"}, {"isUnInitialize", "bool"},
+        {"isGPT", "bool"},            {"isStorageSpace", "bool"}, {"isDynamic", "bool"},
+        {"readonly", "bool"},         {"isOffline", "bool"},    {"isBad", "bool"},
+        {"isProtected", "bool"},      {"isRemoveUsb", "bool"},  {"isVHD", "bool"},
+        {"isVMD", "bool"},            {"isVirtualDisk", "bool"}, {"isUSB", "bool"},
+        {"isSSD", "bool"},            {"bltState", "int"},      {"isLowSpace", "bool"},
+        {"emptyPartitionCount", "int"}, {"serialNO", "QString"}, {"isDiskItem", "bool"},
+        {"isBoot", "bool"},           {"isOfflineBoot", "bool"}};
+    EXPECT_EQ(disk.keys(), types.keys());
+    for (auto it = types.begin(); it != types.end(); ++it)
+        EXPECT_EQ(QString(disk.value(it.key()).typeName()), it.value()) << it.key().toStdString();
+}
+
+TEST(Records, OfAPartition_HoldEveryInventoryKeyWithItsType)
+{
+    const QVariantMap partition =
+        host::diskRecords(testMachine()).at(0).toMap().value("partitions").toList().at(1).toMap();
+    const QMap<QString, QString> types = {
+        {"unallocated", "bool"},      {"diskIndex", "int"},           {"partitionIndex", "int"},
+        {"size", "qlonglong"},        {"volumeSize", "qlonglong"},    {"usedSize", "qlonglong"},
+        {"startSector", "qlonglong"}, {"endSector", "qlonglong"},     {"dbrStartSector", "qlonglong"},
+        {"sectorSize", "int"},        {"clusterSize", "int"},         {"isUnformattedType", "bool"},
+        {"isBitLocker", "bool"},      {"readonly", "bool"},           {"isHidden", "bool"},
+        {"isActive", "bool"},         {"isSystem", "bool"},           {"isBoot", "bool"},
+        {"isPrimary", "bool"},        {"isGPT", "bool"},              {"isStorageSpace", "bool"},
+        {"isDynamic", "bool"},        {"isRemovable", "bool"},        {"isBad", "bool"},
+        {"isLowSpace", "bool"},       {"isNeedSectorBySector", "bool"}, {"isOfflineBoot", "bool"},
+        {"gptReserved", "bool"},      {"gptEFI", "bool"},             {"gptRecovery", "bool"},
+        {"partGUID", "QString"},      {"bltState", "int"},            {"driveLetter", "QString"},
+        {"label", "QString"},         {"fsString", "QString"},        {"dynamicVolumeType", "int"},
+        {"isDiskItem", "bool"},       {"defBoot", "bool"},            {"isVirtualDisk", "bool"}};
+    EXPECT_EQ(partition.keys(), types.keys());
+    for (auto it = types.begin(); it != types.end(); ++it)
+        EXPECT_EQ(QString(partition.value(it.key()).typeName()), it.value()) << it.key().toStdString();
+}
+
+TEST(Records, TellDisksFromPartitionsAndWhatTheSystemStartsFrom)
+{
+    const QVariantList disks = host::diskRecords(testMachine());
+    ASSERT_EQ(disks.size(), 6);
+    const QVariantMap first = disks.at(0).toMap();
+    EXPECT_TRUE(first.value("isDiskItem").toBool());
+    EXPECT_TRUE(first.value("isBoot").toBool());
+    EXPECT_FALSE(disks.at(1).toMap().value("isBoot").toBool());
+    const QVariantList partitions = first.value("partitions").toList();
+    EXPECT_FALSE(partitions.at(1).toMap().value("isDiskItem").toBool());
+    EXPECT_TRUE(partitions.at(1).toMap().value("defBoot").toBool());
+    EXPECT_TRUE(partitions.at(3).toMap().value("unallocated").toBool());
+    const QVariantList boot = host::bootDiskRecords(testMachine());
+    ASSERT_EQ(boot.size(), 1);
+    EXPECT_EQ(boot.at(0).toMap().value("diskIndex").toInt(), 0);
+    EXPECT_FALSE(boot.at(0).toMap().value("isOfflineBoot").toBool());
+    EXPECT_TRUE(boot.at(0).toMap().value("isGPT").toBool());
+}
+
+TEST(Records, Alignment_IsThatOfEveryPartitionAndNotOfFreeSpace)
+{
+    const QVariantList disks = host::diskRecords(testMachine());
+    EXPECT_TRUE(host::isAlignedTo4k(disks.at(0).toMap()));
+    EXPECT_FALSE(host::isAlignedTo4k(disks.at(2).toMap()));
+    const host::Machine odd = machineOf(
+        R"({"disks": [{"diskIndex": 0, "size": 4096, "partitions": [{"size": 512, "startSector": 1, "unallocated": true}]}]})");
+    EXPECT_TRUE(host::isAlignedTo4k(host::diskRecords(odd).at(0).toMap()));
+}
+
+TEST(Records, Raw_IsAPartitionWhoseFileSystemCannotBeRead)
+{
+    EXPECT_TRUE(host::isRawPartition({{"fsString", "RAW"}}));
+    EXPECT_FALSE(host::isRawPartition({{"fsString", "NTFS"}}));
+    EXPECT_FALSE(host::isRawPartition({{"fsString", "RAW"}, {"unallocated", true}}));
+}
+
+} // namespace

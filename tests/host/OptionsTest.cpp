@@ -1,0 +1,79 @@
+// The command line of the sandbox host.
+#include "host/Options.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using host::readOptions;
+
+TEST(Options, None_AreTheDefaults)
+{
+    const host::Options options = readOptions({});
+    EXPECT_EQ(options.error, "");
+    EXPECT_EQ(options.machine, "laptop");
+    EXPECT_FALSE(options.headless);
+    EXPECT_FALSE(options.scan);
+    EXPECT_EQ(options.answer, -1);
+    EXPECT_FALSE(options.win11.has_value());
+}
+
+TEST(Options, All_AreRead)
+{
+    const host::Options options =
+        readOptions({"--machine", "desktop", "--headless", "--agent", "run me --now", "--exit-with-agent", "--scan",
+                     "--answer", "1", "--win11", "on", "--verbose"});
+    EXPECT_EQ(options.error, "");
+    EXPECT_EQ(options.machine, "desktop");
+    EXPECT_TRUE(options.headless);
+    EXPECT_EQ(options.agent, "run me --now");
+    EXPECT_TRUE(options.exitWithAgent);
+    EXPECT_TRUE(options.scan);
+    EXPECT_EQ(options.answer, 1);
+    EXPECT_EQ(options.win11, std::optional<bool>(true));
+    EXPECT_TRUE(options.verbose);
+}
+
+TEST(Options, ValueBehindAnEqualsSign_IsTheSame)
+{
+    EXPECT_EQ(readOptions({"--machine=server"}).machine, "server");
+    EXPECT_EQ(readOptions({"--win11=off"}).win11, std::optional<bool>(false));
+}
+
+TEST(Options, Mistakes_AreNamed)
+{
+    EXPECT_NE(readOptions({"--nonsense"}).error, "");
+    EXPECT_TRUE(readOptions({"--nonsense"}).error.contains("--nonsense"));
+    EXPECT_NE(readOptions({"desktop"}).error, "");
+    EXPECT_NE(readOptions({"--machine"}).error, "");
+    EXPECT_NE(readOptions({"--answer", "first"}).error, "");
+    EXPECT_NE(readOptions({"--answer", "-1"}).error, "");
+    EXPECT_NE(readOptions({"--win11", "maybe"}).error, "");
+    EXPECT_NE(readOptions({"--exit-with-agent"}).error, "");
+}
+
+TEST(Options, Help_NamesEveryOption)
+{
+    const QString help = host::helpText();
+    for (const char* option : {"--machine", "--headless", "--agent", "--exit-with-agent", "--scan", "--answer",
+                               "--win11", "--verbose", "--help"})
+        EXPECT_TRUE(help.contains(option)) << option;
+}
+
+TEST(Options, MachineFile_IsThePathOrTheShippedMachineOfThatName)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("mine.json"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    EXPECT_EQ(host::machineFile(file.fileName(), "/nowhere"), file.fileName());
+    EXPECT_EQ(host::machineFile("mine", folder.path()), file.fileName());
+    EXPECT_EQ(host::machineFile("yours", folder.path()), "");
+    EXPECT_EQ(host::machineFile("../" + folder.path() + "/mine", folder.path()), "");
+    EXPECT_EQ(host::machineFile("", folder.path()), "");
+}
+
+} // namespace

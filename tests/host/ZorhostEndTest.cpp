@@ -1,0 +1,164 @@
+// How the program ends: by signals at any moment, and at once for what cannot work.
+#include "tests/host/ZorhostProcess.h"
+
+#include <QtCore/QFile>
+#include <QtNetwork/QTcpServer>
+#include <QtNetwork/QTcpSocket>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace {
+
+// One line that says what is wrong, and nothing on standard output.
+void expectRefused(ZorhostProcess& host, const QStringList& arguments, const QByteArray& part)
+{
+    host.start(arguments);
+    EXPECT_EQ(host.exitCode(), 2);
+    EXPECT_EQ(host.output(), QByteArray());
+    const QByteArray errors = host.errors();
+    EXPECT_TRUE(errors.startsWith("zorhost: ")) << errors.constData();
+    EXPECT_EQ(errors.count('\n'), 1) << errors.constData();
+    EXPECT_TRUE(errors.contains(part)) << errors.constData();
+}
+
+TEST(ZorhostRefuses, UnknownOption)
+{
+    ZorhostProcess host;
+    expectRefused(host, {"--nonsense"}, "--nonsense");
+}
+
+TEST(ZorhostRefuses, MachineThatIsNotThere)
+{
+    ZorhostProcess host;
+    expectRefused(host, {"--machine", "toaster"}, "toaster");
+}
+
+TEST(ZorhostRefuses, MachineFileThatIsNoJson)
+{
+    ZorhostProcess host;
+    host.write("bad.json", "{ disks");
+    expectRefused(host, {"--machine", host.file("bad.json")}, "not JSON");
+}
+
+TEST(ZorhostRefuses, MachineFileWithAKeyOfAWrongType)
+{
+    ZorhostProcess host;
+    host.write("bad.json", R"({"disks": [{"diskIndex": 0, "size": "big"}]})");
+    expectRefused(host, {"--machine", host.file("bad.json")}, "disks[0].size must be a whole number");
+}
+
+TEST(ZorhostRefuses, MissingLibrary)
+{
+    ZorhostProcess host;
+    host.remove("AIBridge.so");
+    expectRefused(host, {"--headless"}, "AIBridge");
+}
+
+TEST(ZorhostRefuses, MissingListOfComponents)
+{
+    ZorhostProcess host;
+    host.remove("components.ini");
+    expectRefused(host, {"--headless"}, "components.ini");
+}
+
+TEST(ZorhostRefuses, ComputerWithoutLsblk)
+{
+    ZorhostProcess host;
+    host.environment().insert("PATH", host.file("path"));
+    expectRefused(host, {"--headless", "--machine", "system"}, "lsblk");
+}
+
+TEST(ZorhostEnd, PortThatIsTaken_IsToldWithExitCodeOne)
+{
+    QTcpServer other;
+    ASSERT_TRUE(other.listen(QHostAddress::Any));
+    ZorhostProcess host;
+    host.setFirstPort(other.serverPort());
+    host.start({"--headless"});
+    EXPECT_EQ(host.exitCode(), 1);
+    EXPECT_FALSE(host.output().contains("agent service on"));
+    EXPECT_TRUE(host.errors().contains("zorhost: the agent service could not listen on localhost:"))
+        << host.errors().constData();
+}
+
+TEST(ZorhostEnd, AddressThatCannotBeBound_IsToldWithExitCodeOne)
+{
+    ZorhostProcess host;
+    host.write("config.ini", "[main]\naiAddress=192.0.2.1\n");
+    host.start({"--headless"});
+    EXPECT_EQ(host.exitCode(), 1);
+    EXPECT_TRUE(host.errors().contains("could not listen on 192.0.2.1:")) << host.errors().constData();
+}
+
+// Released before the service is up, the component would wait for ever.
+TEST(ZorhostEnd, SignalBeforeTheServiceIsUp_WaitsForItAndEndsCleanly)
+{
+    ZorhostProcess host;
+    host.write("path/netstat",
+               "#!/bin/sh\necho started >> started\nwhile [ ! -e go ]; do sleep 0.05; done\n"
+               "seq -f ':%g ' 9090 " + QByteArray::number(host.firstPort() - 1) + "\n");
+    host.start({"--headless"});
+    ASSERT_TRUE(host.waitForFile("started"));
+    host.signal(SIGTERM);
+    host.write("go", "");
+    const int code = host.exitCode();
+    EXPECT_EQ(code, host.errors().contains("could not listen") ? 1 : 0);
+    EXPECT_FALSE(host.output().contains("agent service on"));
+}
+
+TEST(ZorhostEnd, Signal_EndsTheAgentAndWhatItStarted)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady(
+        {"--headless", "--agent", "sleep 300 & echo child $!; wait"}));
+    ASSERT_TRUE(host.waitForOutput("child "));
+    ASSERT_TRUE(host.waitForOutput("\n"));
+    const QByteArray rest = host.output().mid(host.output().indexOf("child ") + 6);
+    const int child = rest.left(rest.indexOf('\n')).toInt();
+    ASSERT_GT(child, 1);
+    host.signal(SIGINT);
+    EXPECT_EQ(host.exitCode(), 0);
+    // Whoever adopts orphans may take a moment to collect it: gone, or no longer running.
+    QFile status(QString("/proc/%1/stat").arg(child));
+    const bool gone = !status.open(QIODevice::ReadOnly);
+    EXPECT_TRUE(gone || status.readAll().contains(") Z ")) << child;
+}
+
+TEST(ZorhostEnd, IdleClientThatStaysConnected_DoesNotHoldTheEndUp)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady({"--headless"}));
+    QTcpSocket client;
+    client.connectToHost("localhost", static_cast<quint16>(host.firstPort()));
+    ASSERT_TRUE(client.waitForConnected(30000));
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0);
+}
+
+// A client in a loop of tools, without the gate: each is refused from the signal on, and the end comes.
+TEST(ZorhostEnd, SignalWhileToolsRun_EndsCleanly)
+{
+    ZorhostProcess host;
+    const QString code = QString("import sys; sys.path.insert(0, '%1')\n"
+                                 "import os\n"
+                                 "from thrift.protocol import TBinaryProtocol\n"
+                                 "from thrift.transport import TSocket, TTransport\n"
+                                 "from ZORNativePlugin import ZORNativePlugin\n"
+                                 "t = TTransport.TBufferedTransport(TSocket.TSocket('localhost', "
+                                 "int(os.environ['AGENT_NATIVE_PORT'])))\n"
+                                 "a = ZORNativePlugin.Client(TBinaryProtocol.TBinaryProtocol(t))\n"
+                                 "t.open()\n"
+                                 "print('looping', flush=True)\n"
+                                 "while True: a.ChangePartitionLabel('C', 'x'); a.CloneDiskToDisk(0, 0)\n")
+                             .arg(AGENT_CODE);
+    host.write("loop.py", code.toUtf8());
+    ASSERT_TRUE(host.startReady({"--headless", "--agent", "/usr/bin/python3 loop.py"}));
+    ASSERT_TRUE(host.waitForOutput("looping"));
+    ASSERT_TRUE(host.waitForOutput("done ChangePartitionLabel"));
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0);
+}
+
+} // namespace

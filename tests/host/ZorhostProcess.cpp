@@ -1,0 +1,153 @@
+#include "tests/host/ZorhostProcess.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
+#include <QtNetwork/QTcpServer>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace {
+
+constexpr int kLimitMs = 60000;
+constexpr int kPollMs = 50;
+constexpr int kTries = 5;
+
+void copyFolder(const QString& from, const QString& to)
+{
+    QDir().mkpath(to);
+    const QFileInfoList entries = QDir(from).entryInfoList(QDir::Files);
+    for (const QFileInfo& entry : entries)
+        QFile::copy(entry.filePath(), to + "/" + entry.fileName());
+}
+
+} // namespace
+
+int freePort()
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
+}
+
+ZorhostProcess::ZorhostProcess()
+    : environment_(QProcessEnvironment::systemEnvironment())
+{
+    const QString source = ZORHOST_FOLDER;
+    for (const char* name :
+         {"zorhost", "AIBridge.so", "libZorLog.so", "libUIUtility.so", "libLLFProc.so", "components.ini"})
+        QFile::copy(source + "/" + name, file(name));
+    copyFolder(source + "/machines", file("machines"));
+    QDir().mkpath(file("path"));
+    environment_.insert("PATH", file("path") + ":" + environment_.value("PATH"));
+    environment_.remove("DISPLAY");
+    environment_.remove("WAYLAND_DISPLAY");
+    environment_.remove("QT_QPA_PLATFORM");
+    environment_.insert("AGENT_NATIVE_PORT", "1");
+    setFirstPort(freePort());
+}
+
+ZorhostProcess::~ZorhostProcess()
+{
+    if (process_.state() == QProcess::NotRunning)
+        return;
+    process_.kill();
+    process_.waitForFinished();
+}
+
+void ZorhostProcess::write(const QString& name, const QByteArray& content) const
+{
+    QFile target(file(name));
+    ASSERT_TRUE(target.open(QIODevice::WriteOnly));
+    target.write(content);
+}
+
+void ZorhostProcess::remove(const QString& name) const
+{
+    ASSERT_TRUE(QFile::remove(file(name)));
+}
+
+void ZorhostProcess::setFirstPort(int port)
+{
+    port_ = port;
+    write("path/netstat", QByteArray("#!/bin/sh\nseq -f ':%g ' 9090 ") + QByteArray::number(port - 1) + "\n");
+    QFile::setPermissions(file("path/netstat"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+void ZorhostProcess::start(const QStringList& arguments)
+{
+    output_.clear();
+    errors_.clear();
+    process_.setProcessEnvironment(environment_);
+    process_.setWorkingDirectory(folder_.path());
+    process_.start(file("zorhost"), arguments);
+    ASSERT_TRUE(process_.waitForStarted(kLimitMs));
+}
+
+bool ZorhostProcess::startReady(const QStringList& arguments)
+{
+    for (int attempt = 0; attempt < kTries; ++attempt) {
+        start(arguments);
+        if (waitForOutput("agent service on "))
+            return true;
+        if (exitCode() != 1)
+            return false;
+        setFirstPort(freePort());
+    }
+    return false;
+}
+
+bool ZorhostProcess::waitForOutput(const QByteArray& text)
+{
+    return waitUntil([&] { return output().contains(text); });
+}
+
+bool ZorhostProcess::waitForFile(const QString& name)
+{
+    return waitUntil([&] { return QFile::exists(file(name)); });
+}
+
+bool ZorhostProcess::waitUntil(const std::function<bool()>& condition)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.elapsed() > kLimitMs || !isRunning())
+            return condition();
+        process_.waitForReadyRead(kPollMs);
+    }
+    return true;
+}
+
+int ZorhostProcess::exitCode()
+{
+    if (isRunning() && !process_.waitForFinished(kLimitMs))
+        return -1;
+    collect();
+    return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+}
+
+void ZorhostProcess::signal(int number) const
+{
+    ::kill(static_cast<pid_t>(process_.processId()), number);
+}
+
+QByteArray ZorhostProcess::output()
+{
+    collect();
+    return output_;
+}
+
+QByteArray ZorhostProcess::errors()
+{
+    collect();
+    return errors_;
+}
+
+void ZorhostProcess::collect()
+{
+    output_ += process_.readAllStandardOutput();
+    errors_ += process_.readAllStandardError();
+}

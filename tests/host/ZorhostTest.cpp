@@ -1,0 +1,118 @@
+// The program as its users start it: the line when it is ready, its ports, its agent.
+#include "tests/host/ZorhostProcess.h"
+
+#include <QtCore/QFile>
+#include <QtNetwork/QTcpSocket>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace {
+
+QString agentCommand()
+{
+    return QString("/usr/bin/python3 %1 %2").arg(AGENT_SCRIPT, AGENT_CODE);
+}
+
+TEST(Zorhost, ReadyLine_NamesThePortThatAnswers)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady({"--headless"})) << host.errors().constData();
+    EXPECT_TRUE(host.waitForOutput(QByteArray("agent service on localhost:") + QByteArray::number(host.firstPort())
+                                   + "\n"))
+        << host.output().constData();
+    QTcpSocket socket;
+    socket.connectToHost("localhost", static_cast<quint16>(host.firstPort()));
+    EXPECT_TRUE(socket.waitForConnected(30000));
+    socket.abort();
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0);
+}
+
+TEST(Zorhost, WithoutADisplay_RunsHeadlessByItself)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady({"--machine", "server"})) << host.errors().constData();
+    host.signal(SIGINT);
+    EXPECT_EQ(host.exitCode(), 0);
+}
+
+TEST(Zorhost, ConfiguredAddress_IsUsedAndNamed)
+{
+    ZorhostProcess host;
+    host.write("config.ini", "[main]\naiAddress=127.0.0.1\n");
+    ASSERT_TRUE(host.startReady({"--headless"})) << host.errors().constData();
+    EXPECT_TRUE(host.output().contains("agent service on 127.0.0.1:"));
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0);
+}
+
+TEST(Zorhost, Agent_GetsBothPortsAndItsOutputComesThrough)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady(
+        {"--headless", "--exit-with-agent", "--agent", "echo ports $AGENT_NATIVE_PORT $AGENT_CHAT_PORT"}))
+        << host.errors().constData();
+    EXPECT_EQ(host.exitCode(), 0);
+    const QByteArray expected = "ports " + QByteArray::number(host.firstPort()) + " "
+        + QByteArray::number(host.firstPort() + 1) + "\n";
+    EXPECT_TRUE(host.output().contains(expected)) << host.output().constData();
+}
+
+TEST(Zorhost, ExitWithAgent_HandsTheAgentsExitCodeOn)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady({"--headless", "--exit-with-agent", "--agent", "exit 7"}));
+    EXPECT_EQ(host.exitCode(), 7);
+}
+
+TEST(Zorhost, AgentThatEnds_LeavesTheHostUp)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady({"--headless", "--agent", "exit 7"}));
+    EXPECT_TRUE(host.waitForOutput("agent ended with exit code 7"));
+    EXPECT_TRUE(host.isRunning());
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0);
+}
+
+TEST(Zorhost, AgentInPython_ListsCreatesRenamesAndIsRefusedOnce)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(
+        host.startReady({"--headless", "--machine", "desktop", "--exit-with-agent", "--agent", agentCommand()}));
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+    const QByteArray output = host.output();
+    for (const char* line :
+         {"disks [0, 1, 2, 3]\n", "CreatePartition -> Task Queued True\n", "created I 10737418240 NTFS False\n",
+          "ChangePartitionLabel -> Task Queued True\n", "DeletePartition -> Task NotValid False\n",
+          "order CreatePartition capacity=10737418240 diskIndex=0", "done CreatePartition\n",
+          "order ChangePartitionLabel driveLetter=\"I\" newLabel=\"Renamed\"\n",
+          "refused DeletePartition driveLetter=\"C\": the drive holds the running system\n"})
+        EXPECT_TRUE(output.contains(line)) << line << "\n" << output.constData();
+    EXPECT_EQ(output.count("refused "), 1);
+}
+
+TEST(Zorhost, MachineSystem_DescribesThisComputer)
+{
+    ZorhostProcess host;
+    host.write("path/lsblk", R"(#!/bin/sh
+echo '{"blockdevices": [{"name": "sda", "type": "disk", "size": 1073741824, "fstype": "ext4", "mountpoint": "/"}]}'
+)");
+    QFile::setPermissions(host.file("path/lsblk"), QFile::ReadOwner | QFile::ExeOwner);
+    ASSERT_TRUE(host.startReady({"--headless", "--machine", "system"})) << host.errors().constData();
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0);
+}
+
+TEST(Zorhost, Scan_IsReported)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady({"--headless", "--scan"}));
+    EXPECT_TRUE(host.waitForOutput("scan ended"));
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0);
+}
+
+} // namespace
