@@ -15,7 +15,8 @@ namespace {
 
 constexpr int kLimitMs = 10000;
 constexpr int kSysfsSector = 512;
-constexpr qint64 kSmallestGap = 1024 * 1024;
+// What alignment and the tables themselves take away is no space that anybody could use.
+constexpr qint64 kLargestRemnant = 1024 * 1024;
 const QString kEfiType = QStringLiteral("c12a7328-f81f-11d2-ba4b-00a0c93ec93b");
 
 QString text(const QJsonObject& device, const char* key)
@@ -103,7 +104,7 @@ Partition readPartition(const QJsonObject& device, const Disk& disk, int sectorS
 
 void addGap(Disk& disk, qint64 begin, qint64 end, int sectorSize)
 {
-    if (end - begin < kSmallestGap)
+    if (end - begin <= kLargestRemnant)
         return;
     Partition gap;
     gap.unallocated = true;

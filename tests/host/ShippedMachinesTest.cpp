@@ -11,7 +11,7 @@ constexpr qint64 kTiB = Q_INT64_C(1) << 40;
 
 host::Machine shipped(const QString& name)
 {
-    auto read = host::readMachineFile(qEnvironmentVariable("AIBRIDGE_SOURCE_DIR") + "/host/machines/" + name + ".json");
+    auto read = host::readMachineFile(QStringLiteral(SHIPPED_MACHINES) + "/" + name + ".json");
     if (const auto* error = std::get_if<host::MachineError>(&read)) {
         ADD_FAILURE() << error->text.toStdString();
         return host::Machine();

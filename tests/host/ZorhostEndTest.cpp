@@ -73,7 +73,7 @@ TEST(ZorhostRefuses, ComputerWithoutLsblk)
 TEST(ZorhostEnd, PortThatIsTaken_IsToldWithExitCodeOne)
 {
     QTcpServer other;
-    ASSERT_TRUE(other.listen(QHostAddress::Any));
+    ASSERT_TRUE(other.listen(QHostAddress::Any, static_cast<quint16>(freePort())));
     ZorhostProcess host;
     host.setFirstPort(other.serverPort());
     host.start({"--headless"});

@@ -3,6 +3,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
+#include <QtCore/QRandomGenerator>
 #include <QtNetwork/QTcpServer>
 
 #include <gtest/gtest.h>
@@ -27,9 +28,16 @@ void copyFolder(const QString& from, const QString& to)
 
 int freePort()
 {
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    return server.serverPort();
+    // Below the range from which the system gives ports away, so that nothing takes it by chance; and near the port
+    // where the search begins, since the search looks through the whole listing for each port before it.
+    for (;;) {
+        const int port = QRandomGenerator::system()->bounded(10000, 16000);
+        QTcpServer server;
+        QTcpServer next;
+        if (server.listen(QHostAddress::Any, static_cast<quint16>(port))
+            && next.listen(QHostAddress::Any, static_cast<quint16>(port + 1)))
+            return port;
+    }
 }
 
 ZorhostProcess::ZorhostProcess()
