@@ -7,6 +7,7 @@
 #include <QtCore/QFileInfo>
 
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 namespace host {
@@ -14,12 +15,17 @@ namespace host {
 namespace {
 
 constexpr int kExitNoService = 1;
+constexpr int kExitNotReleased = 1;
 constexpr int kExitBadStart = 2;
 constexpr int kDrainPollMs = 20;
 // No host method called for this long: longer than any tool computes between two calls.
 constexpr int kQuietMs = 250;
 // An agent that was admitted and is gone never says that its call has ended.
 constexpr int kAnnouncedLimitMs = 3000;
+// A client that goes on calling tools past the gate would hold the end up for ever, and so could a scan; a scan alone
+// may wait 30 seconds for another program.
+constexpr int kCallsLimitMs = 5000;
+constexpr int kScanLimitMs = 45000;
 const QString kComponent = QStringLiteral("AIBridge");
 
 } // namespace
@@ -132,10 +138,17 @@ void HostApp::beginDrain()
 
 void HostApp::drain()
 {
-    if (!isQuiet())
+    if (isQuiet()) {
+        drainTimer_.stop();
+        QCoreApplication::quit();
         return;
-    drainTimer_.stop();
-    QCoreApplication::quit();
+    }
+    const int limit = scene_.link().isScanRunning() ? kScanLimitMs : kCallsLimitMs;
+    if (sinceDrain_.elapsed() < limit)
+        return;
+    complain(QStringLiteral("tools are still being called; ending without the release of the component"));
+    std::fflush(stdout);
+    std::_Exit(kExitNotReleased);
 }
 
 bool HostApp::isQuiet()

@@ -22,6 +22,7 @@ namespace host {
 /// event loop running. Then the host says no to every question and counts as occupied, so that nothing new begins;
 /// the agent that it started is ended; and the loop goes on until no tool call is announced, the scan's thread has
 /// ended and no host method has been called for a while. Only then are the loop left and the component released.
+/// Where that does not come within seconds, the process ends without the release, which could not return.
 class HostApp : public QObject
 {
     Q_OBJECT

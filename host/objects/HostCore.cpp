@@ -54,7 +54,7 @@ HostCore::HostCore(Machine machine, QObject* parent)
 
 std::shared_ptr<const Machine> HostCore::machine() const
 {
-    const QMutexLocker lock(&machineMutex_);
+    const std::lock_guard<std::mutex> lock(machineMutex_);
     return machine_;
 }
 
@@ -114,7 +114,7 @@ void HostCore::change(Machine machine)
 {
     auto next = std::make_shared<const Machine>(std::move(machine));
     {
-        const QMutexLocker lock(&machineMutex_);
+        const std::lock_guard<std::mutex> lock(machineMutex_);
         machine_.swap(next);
     }
     Q_EMIT machineChanged();

@@ -4,7 +4,6 @@
 #include "host/objects/HostLog.h"
 
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QMutex>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 #include <QtCore/QVariantMap>
@@ -12,6 +11,7 @@
 #include <atomic>
 #include <deque>
 #include <memory>
+#include <mutex>
 
 namespace host {
 
@@ -95,7 +95,7 @@ private:
     void finishOrder();
     void setWork(const QString& work);
 
-    mutable QMutex machineMutex_;
+    mutable std::mutex machineMutex_;
     std::shared_ptr<const Machine> machine_;
     std::atomic<bool> busy_;
     std::atomic<bool> popuped_;

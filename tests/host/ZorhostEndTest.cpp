@@ -137,10 +137,9 @@ TEST(ZorhostEnd, IdleClientThatStaysConnected_DoesNotHoldTheEndUp)
     EXPECT_EQ(host.exitCode(), 0);
 }
 
-// A client in a loop of tools, without the gate: each is refused from the signal on, and the end comes.
-TEST(ZorhostEnd, SignalWhileToolsRun_EndsCleanly)
+// A client in a loop of tools, without the gate; in the folder of the program, as "loop.py".
+void writeLoopingClient(const ZorhostProcess& host)
 {
-    ZorhostProcess host;
     const QString code = QString("import sys; sys.path.insert(0, '%1')\n"
                                  "import os\n"
                                  "from thrift.protocol import TBinaryProtocol\n"
@@ -150,15 +149,39 @@ TEST(ZorhostEnd, SignalWhileToolsRun_EndsCleanly)
                                  "int(os.environ['AGENT_NATIVE_PORT'])))\n"
                                  "a = ZORNativePlugin.Client(TBinaryProtocol.TBinaryProtocol(t))\n"
                                  "t.open()\n"
-                                 "print('looping', flush=True)\n"
                                  "while True: a.ChangePartitionLabel('C', 'x'); a.CloneDiskToDisk(0, 0)\n")
                              .arg(AGENT_CODE);
     host.write("loop.py", code.toUtf8());
+}
+
+TEST(ZorhostEnd, SignalWhileTheAgentCallsTools_EndsTheAgentAndThenCleanly)
+{
+    ZorhostProcess host;
+    writeLoopingClient(host);
     ASSERT_TRUE(host.startReady({"--headless", "--agent", "/usr/bin/python3 loop.py"}));
-    ASSERT_TRUE(host.waitForOutput("looping"));
     ASSERT_TRUE(host.waitForOutput("done ChangePartitionLabel"));
     host.signal(SIGTERM);
     EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.errors().count("ending without"), 0);
+}
+
+// Nothing but its end can stop such a client, and the release would wait for its tool for ever.
+TEST(ZorhostEnd, SignalWhileAClientKeepsCallingTools_EndsWithoutTheReleaseAndSaysSo)
+{
+    ZorhostProcess host;
+    writeLoopingClient(host);
+    ASSERT_TRUE(host.startReady({"--headless"}));
+    QProcess client;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("AGENT_NATIVE_PORT", QString::number(host.firstPort()));
+    client.setProcessEnvironment(environment);
+    client.start("/usr/bin/python3", {host.file("loop.py")});
+    ASSERT_TRUE(host.waitForOutput("done ChangePartitionLabel"));
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 1);
+    EXPECT_TRUE(host.errors().contains("ending without the release")) << host.errors().constData();
+    client.kill();
+    client.waitForFinished();
 }
 
 } // namespace
