@@ -13,8 +13,7 @@ constexpr int kSignalExit = 128;
 
 } // namespace
 
-AgentProcess::AgentProcess(QObject* parent)
-    : QProcess(parent)
+AgentProcess::AgentProcess(QObject* parent) : QProcess(parent)
 {
     setProcessChannelMode(QProcess::ForwardedChannels);
 }

@@ -4,8 +4,8 @@
 
 namespace host {
 
-/// The agent's process, started through the shell, with its output forwarded. It and what it starts form a group of
-/// their own, so that ending it leaves nothing behind.
+/// The agent's process, started through the shell, with its output forwarded. It and what it starts form a
+/// group of their own, so that ending it leaves nothing behind.
 class AgentProcess : public QProcess
 {
     Q_OBJECT

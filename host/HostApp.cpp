@@ -22,8 +22,8 @@ constexpr int kDrainPollMs = 20;
 constexpr int kQuietMs = 250;
 // An agent that was admitted and is gone never says that its call has ended.
 constexpr int kAnnouncedLimitMs = 3000;
-// A client that goes on calling tools past the gate would hold the end up for ever, and so could a scan; a scan alone
-// may wait 30 seconds for another program.
+// A client that goes on calling tools past the gate would hold the end up for ever, and so could a scan; a
+// scan alone may wait 30 seconds for another program.
 constexpr int kCallsLimitMs = 5000;
 constexpr int kScanLimitMs = 45000;
 const QString kComponent = QStringLiteral("AIBridge");
@@ -36,14 +36,15 @@ void complain(const QString& text)
 }
 
 HostApp::HostApp(Options options, Machine machine)
-    : options_(std::move(options))
-    , scene_(std::move(machine), options_.answer)
-    , service_(ServiceWatcher::configuredAddress(), [this] { return scene_.link().isServerRunning(); })
+    : options_(std::move(options)),
+      scene_(std::move(machine), options_.answer),
+      service_(ServiceWatcher::configuredAddress(), [this] { return scene_.link().isServerRunning(); })
 {
     connect(&signals_, &Signals::stopRequested, this, [this] { requestStop(0); });
     connect(&service_, &ServiceWatcher::ready, this, &HostApp::onReady);
     connect(&service_, &ServiceWatcher::failed, this, &HostApp::onFailed);
-    connect(&agent_, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, &HostApp::onAgentFinished);
+    connect(&agent_, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+            &HostApp::onAgentFinished);
     connect(&drainTimer_, &QTimer::timeout, this, &HostApp::drain);
 }
 
@@ -154,8 +155,8 @@ void HostApp::drain()
 bool HostApp::isQuiet()
 {
     const bool announced = scene_.link().isToolAnnounced() && sinceDrain_.elapsed() < kAnnouncedLimitMs;
-    return !announced && agent_.state() == QProcess::NotRunning && !scene_.link().isScanRunning()
-        && sinceDrain_.elapsed() >= kQuietMs && scene_.core().millisecondsSinceLastCall() >= kQuietMs;
+    return !announced && agent_.state() == QProcess::NotRunning && !scene_.link().isScanRunning() &&
+           sinceDrain_.elapsed() >= kQuietMs && scene_.core().millisecondsSinceLastCall() >= kQuietMs;
 }
 
 } // namespace host

@@ -17,12 +17,13 @@ namespace host {
 
 /// The application: makes the objects, loads the component, and sees to the end.
 ///
-/// The end. The component's Release blocks the application thread until every tool has ended, and it never returns
-/// if the service is not up yet or if a tool then needs this thread. So a stop first waits for the service, with the
-/// event loop running. Then the host says no to every question and counts as occupied, so that nothing new begins;
-/// the agent that it started is ended; and the loop goes on until no tool call is announced, the scan's thread has
-/// ended and no host method has been called for a while. Only then are the loop left and the component released.
-/// Where that does not come within seconds, the process ends without the release, which could not return.
+/// The end. The component's Release blocks the application thread until every tool has ended, and it never
+/// returns if the service is not up yet or if a tool then needs this thread. So a stop first waits for the
+/// service, with the event loop running. Then the host says no to every question and counts as occupied, so
+/// that nothing new begins; the agent that it started is ended; and the loop goes on until no tool call is
+/// announced, the scan's thread has ended and no host method has been called for a while. Only then are the
+/// loop left and the component released. Where that does not come within seconds, the process ends without
+/// the release, which could not return.
 class HostApp : public QObject
 {
     Q_OBJECT

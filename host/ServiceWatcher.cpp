@@ -34,16 +34,16 @@ int localPort(int descriptor)
     return -1;
 }
 
-// Another program may have taken the port between the service's search and its bind, and would answer a connection
-// just as well. So one of this process's own sockets must listen there.
+// Another program may have taken the port between the service's search and its bind, and would answer a
+// connection just as well. So one of this process's own sockets must listen there.
 bool listensHere(int port)
 {
     constexpr int kDescriptors = 1024;
     for (int descriptor = 0; descriptor < kDescriptors; ++descriptor) {
         int listening = 0;
         socklen_t length = sizeof listening;
-        if (getsockopt(descriptor, SOL_SOCKET, SO_ACCEPTCONN, &listening, &length) == 0 && listening != 0
-            && localPort(descriptor) == port)
+        if (getsockopt(descriptor, SOL_SOCKET, SO_ACCEPTCONN, &listening, &length) == 0 && listening != 0 &&
+            localPort(descriptor) == port)
             return true;
     }
     return false;
@@ -66,9 +66,7 @@ int publishedPort()
 } // namespace
 
 ServiceWatcher::ServiceWatcher(QString address, std::function<bool()> isRunning, QObject* parent)
-    : QObject(parent)
-    , address_(std::move(address))
-    , isRunning_(std::move(isRunning))
+    : QObject(parent), address_(std::move(address)), isRunning_(std::move(isRunning))
 {
     timer_.setInterval(kPollMs);
     connect(&timer_, &QTimer::timeout, this, &ServiceWatcher::poll);

@@ -8,8 +8,8 @@
 
 namespace host {
 
-/// Watches the agent service come up, without blocking the event loop: waits until the service has published its port,
-/// listens there, and a TCP connection succeeds. Says once how that ended.
+/// Watches the agent service come up, without blocking the event loop: waits until the service has published
+/// its port, listens there, and a TCP connection succeeds. Says once how that ended.
 class ServiceWatcher : public QObject
 {
     Q_OBJECT

@@ -42,8 +42,7 @@ void setHandler(void (*handler)(int))
 
 } // namespace
 
-Signals::Signals(QObject* parent)
-    : QObject(parent)
+Signals::Signals(QObject* parent) : QObject(parent)
 {
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets) != 0)
         return;
@@ -62,10 +61,7 @@ Signals::~Signals()
 
 #else
 
-Signals::Signals(QObject* parent)
-    : QObject(parent)
-{
-}
+Signals::Signals(QObject* parent) : QObject(parent) {}
 
 Signals::~Signals() = default;
 

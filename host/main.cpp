@@ -22,8 +22,9 @@ QStringList argumentsOf(int argc, char** argv)
 // The choice must stand before the application object is made.
 void choosePlatform(host::Options& options)
 {
-    const bool noDisplay = qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
-        && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+    const bool noDisplay = qEnvironmentVariableIsEmpty("DISPLAY") &&
+                           qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+                           qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 #ifdef Q_OS_LINUX
     options.headless = options.headless || noDisplay;
 #else
@@ -36,12 +37,12 @@ void choosePlatform(host::Options& options)
         QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
 }
 
-// Without --verbose a reader sees what matters to him: warnings, and of these not the one about a folder that only
-// desktop sessions have.
+// Without --verbose a reader sees what matters to him: warnings, and of these not the one about a folder that
+// only desktop sessions have.
 void writeMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
-    const bool isNoise = type == QtDebugMsg || type == QtInfoMsg
-        || text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"));
+    const bool isNoise = type == QtDebugMsg || type == QtInfoMsg ||
+                         text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"));
     if (!isNoise)
         std::fprintf(stderr, "%s\n", qFormatLogMessage(type, context, text).toLocal8Bit().constData());
 }

@@ -25,7 +25,8 @@ bool isDisk(const QVariantMap& record)
     return record.value(QStringLiteral("isDiskItem")).toBool();
 }
 
-// The machine's entry that a partition record stands for, found by its place, since not every one has a letter.
+// The machine's entry that a partition record stands for, found by its place, since not every one has a
+// letter.
 const Partition* entryOf(const Machine& machine, const QVariantMap& record)
 {
     const Disk* disk = machine.disk(diskIndexOf(record));
@@ -67,7 +68,8 @@ bool isSame(const Machine& machine, const QVariantMap& source, const QVariantMap
     return isDisk(destination) || entryOf(machine, source) == entryOf(machine, destination);
 }
 
-QString destinationObjection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination)
+QString destinationObjection(const Machine& machine, const QVariantMap& source,
+                             const QVariantMap& destination)
 {
     const Disk* disk = machine.disk(diskIndexOf(destination));
     if (disk == nullptr)
@@ -97,9 +99,10 @@ QString diskConversionObjection(const Disk& disk, int conversion)
         return disk.isDynamic ? QStringLiteral("The disk is a dynamic disk already.") : QString();
     if (!disk.isGPT)
         return QStringLiteral("The disk is an MBR disk already.");
-    const bool beyond = std::any_of(disk.partitions.begin(), disk.partitions.end(), [](const Partition& entry) {
-        return !entry.unallocated && entry.endOffset() > kMbrLimit;
-    });
+    const bool beyond =
+        std::any_of(disk.partitions.begin(), disk.partitions.end(), [](const Partition& entry) {
+            return !entry.unallocated && entry.endOffset() > kMbrLimit;
+        });
     return beyond ? QStringLiteral("A partition lies beyond what an MBR disk can address.") : QString();
 }
 
@@ -107,11 +110,12 @@ QString partitionConversionObjection(const Partition& partition, int conversion)
 {
     if (partition.readonly || partition.isLocked())
         return QStringLiteral("The drive cannot be written to.");
-    static const QMap<int, QString> results = {
-        {ToNtfs, QStringLiteral("NTFS")}, {ToFat, QStringLiteral("FAT32")}, {ToExfat, QStringLiteral("exFAT")}};
+    static const QMap<int, QString> results = {{ToNtfs, QStringLiteral("NTFS")},
+                                               {ToFat, QStringLiteral("FAT32")},
+                                               {ToExfat, QStringLiteral("exFAT")}};
     return partition.fsString.compare(results.value(conversion), Qt::CaseInsensitive) == 0
-        ? QStringLiteral("The drive has that file system already.")
-        : QString();
+               ? QStringLiteral("The drive has that file system already.")
+               : QString();
 }
 
 bool isUsb(const Disk* disk)
@@ -121,7 +125,8 @@ bool isUsb(const Disk* disk)
 
 } // namespace
 
-QString cloneObjection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination, int step)
+QString cloneObjection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination,
+                       int step)
 {
     const QString objection = sourceObjection(machine, source);
     if (!objection.isEmpty() || step != kDestinationStep)
@@ -134,19 +139,21 @@ QString conversionObjection(const Machine& machine, int conversion, const QVaria
     if (conversionName(conversion).isEmpty())
         return QStringLiteral("There is no such conversion.");
     if (conversion >= ToNtfs) {
-        const Partition* partition = machine.partition(record.value(QStringLiteral("driveLetter")).toString());
+        const Partition* partition =
+            machine.partition(record.value(QStringLiteral("driveLetter")).toString());
         return partition == nullptr ? QStringLiteral("The drive does not exist.")
                                     : partitionConversionObjection(*partition, conversion);
     }
     const Disk* disk = machine.disk(diskIndexOf(record));
-    return disk == nullptr ? QStringLiteral("The disk does not exist.") : diskConversionObjection(*disk, conversion);
+    return disk == nullptr ? QStringLiteral("The disk does not exist.")
+                           : diskConversionObjection(*disk, conversion);
 }
 
 QString conversionName(int conversion)
 {
-    static const QStringList names = {QStringLiteral("GPT"),   QStringLiteral("MBR"),  QStringLiteral("basic"),
-                                      QStringLiteral("dynamic"), QStringLiteral("NTFS"), QStringLiteral("FAT"),
-                                      QStringLiteral("exFAT")};
+    static const QStringList names = {
+        QStringLiteral("GPT"),  QStringLiteral("MBR"), QStringLiteral("basic"), QStringLiteral("dynamic"),
+        QStringLiteral("NTFS"), QStringLiteral("FAT"), QStringLiteral("exFAT")};
     return names.value(conversion);
 }
 
@@ -155,13 +162,15 @@ bool bootMediaTargetExists(const Machine& machine, const QVariantMap& task)
     if (task.value(QStringLiteral("createToFile")).toBool())
         return true;
     if (task.contains(QStringLiteral("usbDriveLetter"))) {
-        const Partition* partition = machine.partition(task.value(QStringLiteral("usbDriveLetter")).toString());
+        const Partition* partition =
+            machine.partition(task.value(QStringLiteral("usbDriveLetter")).toString());
         return partition != nullptr && isUsb(machine.disk(partition->diskIndex));
     }
     const int diskIndex = diskIndexOf(task);
     if (diskIndex >= 0)
         return isUsb(machine.disk(diskIndex));
-    return std::any_of(machine.disks.begin(), machine.disks.end(), [](const Disk& disk) { return isUsb(&disk); });
+    return std::any_of(machine.disks.begin(), machine.disks.end(),
+                       [](const Disk& disk) { return isUsb(&disk); });
 }
 
 QString toolboxName(int index)

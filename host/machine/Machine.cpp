@@ -8,12 +8,13 @@ namespace {
 
 template <class Disks> auto findDisk(Disks& disks, int diskIndex) -> decltype(disks.data())
 {
-    const auto found =
-        std::find_if(disks.begin(), disks.end(), [&](const Disk& disk) { return disk.diskIndex == diskIndex; });
+    const auto found = std::find_if(disks.begin(), disks.end(),
+                                    [&](const Disk& disk) { return disk.diskIndex == diskIndex; });
     return found == disks.end() ? nullptr : &*found;
 }
 
-template <class Disks> auto findPartition(Disks& disks, const QString& text) -> decltype(disks[0].partitions.data())
+template <class Disks>
+auto findPartition(Disks& disks, const QString& text) -> decltype(disks[0].partitions.data())
 {
     const QString letter = letterOf(text);
     if (letter.isEmpty())

@@ -8,9 +8,9 @@
 
 namespace host {
 
-/// One entry of a disk's partition list: a partition, or a region of free space. The fields bear the names of the
-/// inventory's keys. Sizes are bytes; the sector numbers count sectors of `sectorSize` bytes; `clusterSize` counts
-/// sectors.
+/// One entry of a disk's partition list: a partition, or a region of free space. The fields bear the names of
+/// the inventory's keys. Sizes are bytes; the sector numbers count sectors of `sectorSize` bytes;
+/// `clusterSize` counts sectors.
 struct Partition
 {
     bool unallocated = false;
@@ -98,10 +98,10 @@ struct Machine
     bool preOsEnabled = false;
     bool win11CheckerEnabled = false;
     bool bootMediaEnabled = true;
-    bool busy = false;        ///< the machine pretends that a task runs
-    bool popuped = false;     ///< the machine pretends that a dialog covers the window
+    bool busy = false;          ///< the machine pretends that a task runs
+    bool popuped = false;       ///< the machine pretends that a dialog covers the window
     int taskMilliseconds = 200; ///< how long an order takes
-    QSet<int> smartErrors;    ///< disks whose health is bad
+    QSet<int> smartErrors;      ///< disks whose health is bad
 
     const Disk* disk(int diskIndex) const;
     Disk* disk(int diskIndex);

@@ -32,8 +32,8 @@ template <class Number> Number wholeNumber(const QJsonValue& value, const QStrin
 {
     const double number = value.toDouble(std::nan(""));
     const auto whole = value.toVariant().toLongLong();
-    if (!value.isDouble() || number != std::floor(number) || std::fabs(number) > 9.2e18
-        || whole > std::numeric_limits<Number>::max() || whole < std::numeric_limits<Number>::min())
+    if (!value.isDouble() || number != std::floor(number) || std::fabs(number) > 9.2e18 ||
+        whole > std::numeric_limits<Number>::max() || whole < std::numeric_limits<Number>::min())
         throw Fault{QStringLiteral("%1 must be a whole number").arg(place)};
     return static_cast<Number>(whole);
 }
@@ -63,8 +63,8 @@ void assign(qint64& target, const QJsonValue& value, const QString& place)
 }
 
 template <class Record>
-void assignKey(Record& record, const std::vector<Field<Record>>& fields, const QString& key, const QJsonValue& value,
-               const QString& place)
+void assignKey(Record& record, const std::vector<Field<Record>>& fields, const QString& key,
+               const QJsonValue& value, const QString& place)
 {
     for (const Field<Record>& field : fields) {
         if (key != QLatin1String(field.key))
@@ -114,8 +114,9 @@ Partition readPartition(const QJsonObject& object, const Disk& disk, const QStri
     Partition partition = partitionIn(disk);
     for (auto it = object.begin(); it != object.end(); ++it)
         assignKey(partition, partitionFields(), it.key(), it.value(), place + QLatin1Char('.') + it.key());
-    if (partition.size < 0 || partition.size > kLargestSize || partition.startSector < 0
-        || partition.startSector > kLastSector || partition.sectorSize <= 0 || partition.sectorSize > kLargestSector)
+    if (partition.size < 0 || partition.size > kLargestSize || partition.startSector < 0 ||
+        partition.startSector > kLastSector || partition.sectorSize <= 0 ||
+        partition.sectorSize > kLargestSector)
         throw Fault{QStringLiteral("%1 has a size or place that no partition can have").arg(place)};
     const int sectorSize = partition.sectorSize;
     if (!object.contains(QStringLiteral("startSector")))
@@ -246,8 +247,9 @@ QString findDiskContradiction(const Disk& disk)
             return QStringLiteral("disk %1: its partitions overlap or are out of order").arg(disk.diskIndex);
         end = partition.endOffset();
     }
-    return end > disk.size ? QStringLiteral("disk %1: its partitions are larger than the disk").arg(disk.diskIndex)
-                           : QString();
+    return end > disk.size
+               ? QStringLiteral("disk %1: its partitions are larger than the disk").arg(disk.diskIndex)
+               : QString();
 }
 
 } // namespace

@@ -14,10 +14,10 @@ struct MachineError
     QString text;
 };
 
-/// The machine that a JSON text describes. The top object holds `disks`, a list in the vocabulary of the inventory,
-/// and the switches that docs/sandbox.md lists. `diskIndex` and `size` of a disk and `size` of a partition must be
-/// there; any other key that is missing reads as false, 0 or empty, or follows from its surroundings. A key that is
-/// unknown or has a value of another type is an error.
+/// The machine that a JSON text describes. The top object holds `disks`, a list in the vocabulary of the
+/// inventory, and the switches that docs/sandbox.md lists. `diskIndex` and `size` of a disk and `size` of a
+/// partition must be there; any other key that is missing reads as false, 0 or empty, or follows from its
+/// surroundings. A key that is unknown or has a value of another type is an error.
 std::variant<Machine, MachineError> readMachine(const QByteArray& json);
 
 /// readMachine on the content of a file.

@@ -98,7 +98,8 @@ void deletePartition(Machine& machine, const QVariantMap& params)
 void formatPartition(Machine& machine, const QVariantMap& params)
 {
     Partition& partition = target(machine, params);
-    giveFileSystem(partition, text(params, "fileSystem"), text(params, "label"), number(params, "clusterSize"));
+    giveFileSystem(partition, text(params, "fileSystem"), text(params, "label"),
+                   number(params, "clusterSize"));
     settle(*machine.disk(partition.diskIndex));
 }
 

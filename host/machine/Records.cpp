@@ -59,9 +59,9 @@ QVariantList bootDiskRecords(const Machine& machine)
 {
     QVariantList records;
     for (const Disk& disk : machine.disks) {
-        const bool boots = std::any_of(disk.partitions.begin(), disk.partitions.end(), [](const Partition& entry) {
-            return entry.isBoot || entry.isOfflineBoot;
-        });
+        const bool boots =
+            std::any_of(disk.partitions.begin(), disk.partitions.end(),
+                        [](const Partition& entry) { return entry.isBoot || entry.isOfflineBoot; });
         if (boots)
             records.append(diskRecord(disk));
     }
@@ -82,9 +82,10 @@ bool isAlignedTo4k(const QVariantMap& disk)
 
 bool isRawPartition(const QVariantMap& partition)
 {
-    return !partition.value(QStringLiteral("unallocated")).toBool()
-        && partition.value(QStringLiteral("fsString")).toString().compare(QLatin1String("RAW"), Qt::CaseInsensitive)
-        == 0;
+    return !partition.value(QStringLiteral("unallocated")).toBool() &&
+           partition.value(QStringLiteral("fsString"))
+                   .toString()
+                   .compare(QLatin1String("RAW"), Qt::CaseInsensitive) == 0;
 }
 
 void settle(Disk& disk)

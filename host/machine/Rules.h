@@ -7,8 +7,8 @@
 namespace host {
 
 /// The partition page's answer to the question whether it would carry out a function: empty for yes, else the
-/// reason for the log. @p params are the keys of the order; `TestFunValid` is not looked at. A number that is no
-/// function is refused.
+/// reason for the log. @p params are the keys of the order; `TestFunValid` is not looked at. A number that is
+/// no function is refused.
 QString refusal(const Machine& machine, int function, const QVariantMap& params);
 
 /// The file system's name as the host spells it, empty if it cannot make one.

@@ -57,11 +57,12 @@ QString fileSystemName(const QString& type)
     return names.value(type, type.toUpper());
 }
 
-// A file system can lie behind encryption or a volume group: the mount point and the use are those of what is inside.
+// A file system can lie behind encryption or a volume group: the mount point and the use are those of what is
+// inside.
 bool isMountedAt(const QJsonObject& device, const QString& place)
 {
-    if (text(device, "mountpoint") == place
-        || device.value(QLatin1String("mountpoints")).toArray().contains(place))
+    if (text(device, "mountpoint") == place ||
+        device.value(QLatin1String("mountpoints")).toArray().contains(place))
         return true;
     const QJsonArray inner = children(device);
     return std::any_of(inner.begin(), inner.end(),
@@ -171,8 +172,9 @@ void giveLetters(Machine& machine)
     }
     for (Disk& disk : machine.disks) {
         for (Partition& partition : disk.partitions) {
-            const bool wantsOne = !partition.unallocated && !partition.gptEFI && partition.driveLetter.isEmpty()
-                && !partition.fsString.isEmpty() && partition.fsString != QLatin1String("SWAP");
+            const bool wantsOne = !partition.unallocated && !partition.gptEFI &&
+                                  partition.driveLetter.isEmpty() && !partition.fsString.isEmpty() &&
+                                  partition.fsString != QLatin1String("SWAP");
             if (wantsOne)
                 partition.driveLetter = machine.firstFreeLetter();
         }
@@ -193,8 +195,8 @@ std::variant<Machine, MachineError> machineFromLsblk(const QByteArray& json)
     for (const QJsonValue& value : list) {
         const QJsonObject device = value.toObject();
         // Memory that poses as a disk is none that anybody would partition.
-        const bool isDisk = text(device, "type") == QLatin1String("disk") && number(device, "size") > 0
-            && !text(device, "name").startsWith(QLatin1String("zram"));
+        const bool isDisk = text(device, "type") == QLatin1String("disk") && number(device, "size") > 0 &&
+                            !text(device, "name").startsWith(QLatin1String("zram"));
         if (isDisk)
             machine.disks.push_back(readDisk(device, static_cast<int>(machine.disks.size())));
     }
@@ -205,10 +207,12 @@ std::variant<Machine, MachineError> machineFromLsblk(const QByteArray& json)
 std::variant<Machine, MachineError> readSystemMachine()
 {
     QProcess lsblk;
-    lsblk.start(QStringLiteral("lsblk"), {QStringLiteral("--json"), QStringLiteral("-b"), QStringLiteral("-O")});
+    lsblk.start(QStringLiteral("lsblk"),
+                {QStringLiteral("--json"), QStringLiteral("-b"), QStringLiteral("-O")});
     if (!lsblk.waitForStarted(kLimitMs))
         return MachineError{QStringLiteral("lsblk, which describes this computer, was not found")};
-    if (!lsblk.waitForFinished(kLimitMs) || lsblk.exitStatus() != QProcess::NormalExit || lsblk.exitCode() != 0)
+    if (!lsblk.waitForFinished(kLimitMs) || lsblk.exitStatus() != QProcess::NormalExit ||
+        lsblk.exitCode() != 0)
         return MachineError{QStringLiteral("lsblk, which describes this computer, failed")};
     return machineFromLsblk(lsblk.readAllStandardOutput());
 }

@@ -22,9 +22,7 @@ QString cloneText(const QVariantMap& result)
 } // namespace
 
 BridgeLink::BridgeLink(HostCore& core, int automaticAnswer, QObject* parent)
-    : QObject(parent)
-    , core_(core)
-    , automaticAnswer_(automaticAnswer)
+    : QObject(parent), core_(core), automaticAnswer_(automaticAnswer)
 {
     connect(&core_, &HostCore::machineChanged, this, &BridgeLink::pushInventory);
 }
@@ -45,7 +43,8 @@ bool BridgeLink::isServerRunning() const
 {
     bool running = false;
     if (!bridge_.isNull())
-        QMetaObject::invokeMethod(bridge_.data(), "isServerRunning", Qt::DirectConnection, Q_RETURN_ARG(bool, running));
+        QMetaObject::invokeMethod(bridge_.data(), "isServerRunning", Qt::DirectConnection,
+                                  Q_RETURN_ARG(bool, running));
     return running;
 }
 
@@ -69,7 +68,8 @@ void BridgeLink::scanNow()
     watchScanThread();
 }
 
-// A scan that finds nothing is told by no signal; its end is that of the thread that the component made for it.
+// A scan that finds nothing is told by no signal; its end is that of the thread that the component made for
+// it.
 void BridgeLink::watchScanThread()
 {
     if (scanThread_.isNull()) {
@@ -79,7 +79,8 @@ void BridgeLink::watchScanThread()
                 scanThread_ = thread;
         }
         if (!scanThread_.isNull())
-            connect(scanThread_.data(), &QThread::finished, this, &BridgeLink::onScanFinished, Qt::QueuedConnection);
+            connect(scanThread_.data(), &QThread::finished, this, &BridgeLink::onScanFinished,
+                    Qt::QueuedConnection);
     }
 }
 
@@ -93,7 +94,8 @@ void BridgeLink::answer(int button)
     core_.log()->write(QStringLiteral("recommendation answered with button %1").arg(button));
     recommendation_.clear();
     Q_EMIT recommendationChanged();
-    QMetaObject::invokeMethod(bridge_.data(), "doRecOperation", Qt::DirectConnection, Q_ARG(QVariant, QVariant(reply)));
+    QMetaObject::invokeMethod(bridge_.data(), "doRecOperation", Qt::DirectConnection,
+                              Q_ARG(QVariant, QVariant(reply)));
 }
 
 void BridgeLink::onCloneResult(QVariant result)
@@ -110,8 +112,9 @@ void BridgeLink::onConvertResult(QVariant result)
     const QVariantMap map = result.toMap();
     const int conversion = map.value(QStringLiteral("funIdx")).toInt();
     const QVariantMap record = map.value(QStringLiteral("info")).toMap();
-    core_.openGuide(QStringLiteral("Convert: %1 to %2").arg(describeRecord(record), conversionName(conversion)),
-                    conversionObjection(*core_.machine(), conversion, record));
+    core_.openGuide(
+        QStringLiteral("Convert: %1 to %2").arg(describeRecord(record), conversionName(conversion)),
+        conversionObjection(*core_.machine(), conversion, record));
 }
 
 void BridgeLink::onRecommendation(QVariant record)

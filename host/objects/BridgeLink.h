@@ -7,8 +7,8 @@
 
 namespace host {
 
-/// The host's side of the component `aibridge`, which it knows by names only: pushes the inventory, listens to the
-/// signals, starts scans and answers recommendations. Application thread.
+/// The host's side of the component `aibridge`, which it knows by names only: pushes the inventory, listens
+/// to the signals, starts scans and answers recommendations. Application thread.
 class BridgeLink : public QObject
 {
     Q_OBJECT
@@ -19,7 +19,8 @@ public:
     /// @p automaticAnswer: the button that answers each recommendation; -1 leaves it to the user.
     BridgeLink(HostCore& core, int automaticAnswer, QObject* parent = nullptr);
 
-    /// Connects to the component and pushes the first inventory. From then on each change of the machine is pushed.
+    /// Connects to the component and pushes the first inventory. From then on each change of the machine is
+    /// pushed.
     void attach(QObject* bridge);
 
     /// Whether the service's thread lives.

@@ -42,10 +42,10 @@ QString describeParams(const QVariantMap& params)
 }
 
 HostCore::HostCore(Machine machine, QObject* parent)
-    : QObject(parent)
-    , machine_(std::make_shared<const Machine>(std::move(machine)))
-    , busy_(machine_->busy)
-    , popuped_(machine_->popuped)
+    : QObject(parent),
+      machine_(std::make_shared<const Machine>(std::move(machine))),
+      busy_(machine_->busy),
+      popuped_(machine_->popuped)
 {
     sinceLastCall_.start();
     workTimer_.setSingleShot(true);
@@ -68,9 +68,11 @@ bool HostCore::accepts(int function, const QVariantMap& params)
     noteCall();
     QVariantMap keys = params;
     keys.remove(kTestFunValid);
-    const QString reason = isClosing() ? QStringLiteral("the host is closing") : refusal(*machine(), function, keys);
+    const QString reason =
+        isClosing() ? QStringLiteral("the host is closing") : refusal(*machine(), function, keys);
     if (!reason.isEmpty())
-        log_.write(QStringLiteral("refused %1 %2: %3").arg(describeFunction(function), describeParams(keys), reason));
+        log_.write(QStringLiteral("refused %1 %2: %3")
+                       .arg(describeFunction(function), describeParams(keys), reason));
     return reason.isEmpty();
 }
 

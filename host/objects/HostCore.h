@@ -17,9 +17,9 @@ namespace host {
 
 /// What all of the host's objects share: the machine, the work in hand, the open guide and the log.
 ///
-/// machine(), isBusy() and isPopuped() may be called from any thread; everything else belongs to the application
-/// thread. The machine is never changed in place: a change is made on a copy, which then takes its place, so that a
-/// reader keeps the machine that it has begun with.
+/// machine(), isBusy() and isPopuped() may be called from any thread; everything else belongs to the
+/// application thread. The machine is never changed in place: a change is made on a copy, which then takes
+/// its place, so that a reader keeps the machine that it has begun with.
 class HostCore : public QObject
 {
     Q_OBJECT
@@ -40,7 +40,8 @@ public:
     bool isBusy() const { return busy_ || closing_; }
     bool isPopuped() const { return popuped_ || closing_; }
 
-    /// From now on every question is answered with no, and the gate finds the host occupied: nothing new begins.
+    /// From now on every question is answered with no, and the gate finds the host occupied: nothing new
+    /// begins.
     void setClosing();
     bool isClosing() const { return closing_; }
     /// Each host method that a thread can be waiting for says here that it was called.

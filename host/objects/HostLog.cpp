@@ -15,7 +15,8 @@ constexpr int kKeptLines = 500;
 
 void HostLog::write(const QString& line)
 {
-    const QString timed = QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz")) + QLatin1Char(' ') + line;
+    const QString timed =
+        QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz")) + QLatin1Char(' ') + line;
     print(timed);
     if (rowCount() == kKeptLines)
         removeRows(0, 1);

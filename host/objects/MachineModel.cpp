@@ -19,9 +19,11 @@ double share(qint64 used, qint64 size)
 
 QString diskText(const Disk& disk)
 {
-    QStringList parts = {QStringLiteral("Disk %1").arg(disk.diskIndex), disk.diskInterface, sizeText(disk.size),
+    QStringList parts = {QStringLiteral("Disk %1").arg(disk.diskIndex), disk.diskInterface,
+                         sizeText(disk.size),
                          disk.isUnInitialize ? QStringLiteral("no table")
-                                             : disk.isGPT ? QStringLiteral("GPT") : QStringLiteral("MBR")};
+                         : disk.isGPT        ? QStringLiteral("GPT")
+                                             : QStringLiteral("MBR")};
     if (disk.isOffline)
         parts.append(QStringLiteral("offline"));
     return parts.join(QStringLiteral("   "));
@@ -31,16 +33,15 @@ QString partitionText(const Partition& partition)
 {
     if (partition.unallocated)
         return QStringLiteral("free space   %1").arg(sizeText(partition.size));
-    const QString letter = letterOf(partition.driveLetter).isEmpty() ? QStringLiteral("-") : partition.driveLetter;
+    const QString letter =
+        letterOf(partition.driveLetter).isEmpty() ? QStringLiteral("-") : partition.driveLetter;
     return QStringLiteral("%1:  %2   %3   %4")
         .arg(letter, partition.label, partition.fsString, sizeText(partition.size));
 }
 
 } // namespace
 
-MachineModel::MachineModel(HostCore& core, QObject* parent)
-    : QAbstractListModel(parent)
-    , core_(core)
+MachineModel::MachineModel(HostCore& core, QObject* parent) : QAbstractListModel(parent), core_(core)
 {
     connect(&core_, &HostCore::machineChanged, this, &MachineModel::refill);
     refill();
@@ -57,17 +58,23 @@ QVariant MachineModel::data(const QModelIndex& index, int role) const
         return QVariant();
     const Row& row = rows_[static_cast<std::size_t>(index.row())];
     switch (role) {
-    case TextRole: return row.text;
-    case DiskRole: return row.disk;
-    case ShareRole: return row.share;
-    case FreeRole: return row.free;
-    default: return QVariant();
+    case TextRole:
+        return row.text;
+    case DiskRole:
+        return row.disk;
+    case ShareRole:
+        return row.share;
+    case FreeRole:
+        return row.free;
+    default:
+        return QVariant();
     }
 }
 
 QHash<int, QByteArray> MachineModel::roleNames() const
 {
-    return {{TextRole, "rowText"}, {DiskRole, "isDiskRow"}, {ShareRole, "usedShare"}, {FreeRole, "isFreeRow"}};
+    return {
+        {TextRole, "rowText"}, {DiskRole, "isDiskRow"}, {ShareRole, "usedShare"}, {FreeRole, "isFreeRow"}};
 }
 
 void MachineModel::refill()
@@ -78,7 +85,8 @@ void MachineModel::refill()
     for (const Disk& disk : machine->disks) {
         rows_.push_back({diskText(disk), true, false, share(disk.usedSize, disk.size)});
         for (const Partition& entry : disk.partitions)
-            rows_.push_back({partitionText(entry), false, entry.unallocated, share(entry.usedSize, entry.size)});
+            rows_.push_back(
+                {partitionText(entry), false, entry.unallocated, share(entry.usedSize, entry.size)});
     }
     endResetModel();
 }

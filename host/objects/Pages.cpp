@@ -16,11 +16,7 @@ constexpr int kToMbr = 1;
 
 } // namespace
 
-PartitionManager::PartitionManager(HostCore& core, QObject* parent)
-    : QObject(parent)
-    , core_(core)
-{
-}
+PartitionManager::PartitionManager(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 bool PartitionManager::doFunFromAI(int functionIndex, QVariantMap params)
 {
@@ -46,11 +42,7 @@ bool Toolbox::check4kAlign(QVariant disk) const
     return isAlignedTo4k(disk.toMap());
 }
 
-PartitionRecovery::PartitionRecovery(HostCore& core, QObject* parent)
-    : QObject(parent)
-    , core_(core)
-{
-}
+PartitionRecovery::PartitionRecovery(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 bool PartitionRecovery::isDiskIndexValid(QVariant task)
 {
@@ -65,11 +57,7 @@ bool PartitionRecovery::isRawPart(QVariant partition) const
     return isRawPartition(partition.toMap());
 }
 
-BootableMedia::BootableMedia(HostCore& core, QObject* parent)
-    : QObject(parent)
-    , core_(core)
-{
-}
+BootableMedia::BootableMedia(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 bool BootableMedia::isAlreadyEnable()
 {
@@ -77,11 +65,7 @@ bool BootableMedia::isAlreadyEnable()
     return core_.machine()->preOsEnabled;
 }
 
-DeviceManager::DeviceManager(HostCore& core, QObject* parent)
-    : QObject(parent)
-    , core_(core)
-{
-}
+DeviceManager::DeviceManager(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 QVariantList DeviceManager::disks(int selector, bool flag) const
 {
@@ -97,11 +81,7 @@ QVariantList DeviceManager::bootDisks(int selector, bool flag) const
     return bootDiskRecords(*core_.machine());
 }
 
-ClonePage::ClonePage(HostCore& core, QObject* parent)
-    : QObject(parent)
-    , core_(core)
-{
-}
+ClonePage::ClonePage(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 QString ClonePage::invalidInfo(QVariantMap source, QVariantMap destination, int step, QVariantMap defBoot)
 {
@@ -110,11 +90,7 @@ QString ClonePage::invalidInfo(QVariantMap source, QVariantMap destination, int 
     return core_.isClosing() ? kClosing : cloneObjection(*core_.machine(), source, destination, step);
 }
 
-DiskConverter::DiskConverter(HostCore& core, QObject* parent)
-    : QObject(parent)
-    , core_(core)
-{
-}
+DiskConverter::DiskConverter(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 bool DiskConverter::isFunValid(int conversion, QVariantMap record)
 {

@@ -18,8 +18,8 @@ class PartitionManager : public QObject
 public:
     explicit PartitionManager(HostCore& core, QObject* parent = nullptr);
 
-    /// With the key `TestFunValid`, true, a question: whether the page would carry out the function. Without it an
-    /// order, which is carried out after this has returned; its result says whether the page took it.
+    /// With the key `TestFunValid`, true, a question: whether the page would carry out the function. Without
+    /// it an order, which is carried out after this has returned; its result says whether the page took it.
     Q_INVOKABLE bool doFunFromAI(int functionIndex, QVariantMap params);
     Q_INVOKABLE bool isWin11CheckerEnable();
     /// Any thread.
@@ -102,7 +102,8 @@ public:
     void setCloneType(int type) { cloneType_ = type; }
 
     /// What the guide has against the task at that step, empty if nothing.
-    Q_INVOKABLE QString invalidInfo(QVariantMap source, QVariantMap destination, int step, QVariantMap defBoot);
+    Q_INVOKABLE QString invalidInfo(QVariantMap source, QVariantMap destination, int step,
+                                    QVariantMap defBoot);
 
 private:
     HostCore& core_;

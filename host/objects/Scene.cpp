@@ -16,9 +16,7 @@ static void registerPages()
 namespace host {
 
 Scene::Scene(Machine machine, int automaticAnswer)
-    : core_(std::move(machine))
-    , rows_(core_)
-    , link_(core_, automaticAnswer)
+    : core_(std::move(machine)), rows_(core_), link_(core_, automaticAnswer)
 {
     registerPages();
     registerWindowTypes();

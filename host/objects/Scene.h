@@ -10,8 +10,8 @@ namespace host {
 
 class HostWindow;
 
-/// Every object that the library looks for, each under its name: the pages as context properties, the window, and the
-/// two items inside it. Application thread.
+/// Every object that the library looks for, each under its name: the pages as context properties, the window,
+/// and the two items inside it. Application thread.
 class Scene
 {
 public:

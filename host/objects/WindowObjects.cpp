@@ -57,9 +57,10 @@ void MainPage::doprfunction(QVariant task)
 {
     core_->noteCall();
     const QVariantMap map = task.toMap();
-    const QString target = map.contains(QStringLiteral("driveLetter"))
-        ? QStringLiteral("drive %1").arg(map.value(QStringLiteral("driveLetter")).toString())
-        : QStringLiteral("disk %1").arg(map.value(QStringLiteral("diskIndex")).toInt());
+    const QString target =
+        map.contains(QStringLiteral("driveLetter"))
+            ? QStringLiteral("drive %1").arg(map.value(QStringLiteral("driveLetter")).toString())
+            : QStringLiteral("disk %1").arg(map.value(QStringLiteral("diskIndex")).toInt());
     core_->openGuide(QStringLiteral("Partition recovery: %1").arg(target), describeParams(map));
 }
 
@@ -117,10 +118,12 @@ QVariant MainPage::doToolBox(QVariant index, QVariant record)
     const QString objection = core_->isClosing() ? QStringLiteral("the host is closing")
                                                  : toolboxObjection(*core_->machine(), index.toInt(), map);
     if (!objection.isEmpty()) {
-        core_->log()->write(QStringLiteral("refused toolbox %1 %2: %3").arg(index.toInt()).arg(name, objection));
+        core_->log()->write(
+            QStringLiteral("refused toolbox %1 %2: %3").arg(index.toInt()).arg(name, objection));
         return false;
     }
-    core_->openGuide(QStringLiteral("Toolbox: %1").arg(name), map.isEmpty() ? QString() : describeRecord(map));
+    core_->openGuide(QStringLiteral("Toolbox: %1").arg(name),
+                     map.isEmpty() ? QString() : describeRecord(map));
     return true;
 }
 
@@ -135,8 +138,9 @@ QVariant QmlExecuter::sendUserInfo(QVariant category, QVariant event, QVariant i
     core_->noteCall();
     const QString text =
         info.userType() == QMetaType::QVariantMap ? describeParams(info.toMap()) : info.toString();
-    core_->log()->write(
-        QStringLiteral("event %1 %2 %3 %4").arg(category.toString(), event.toString(), text, extra.toString()).trimmed());
+    core_->log()->write(QStringLiteral("event %1 %2 %3 %4")
+                            .arg(category.toString(), event.toString(), text, extra.toString())
+                            .trimmed());
     return QVariant();
 }
 

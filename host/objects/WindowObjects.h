@@ -9,10 +9,10 @@ namespace host {
 
 /// The application's main window, the root of the QML tree and its only window.
 ///
-/// It and the two items below are C++ classes because the library reads their properties from threads of its own,
-/// and a property declared in QML must not be touched there. For the same reason the QML file declares no member on
-/// any of them, and keeps both items directly under the window: the library looks them up by name from those
-/// threads, and so never walks into the part of the tree that the pages change.
+/// It and the two items below are C++ classes because the library reads their properties from threads of its
+/// own, and a property declared in QML must not be touched there. For the same reason the QML file declares
+/// no member on any of them, and keeps both items directly under the window: the library looks them up by
+/// name from those threads, and so never walks into the part of the tree that the pages change.
 class HostWindow : public QQuickWindow
 {
     Q_OBJECT

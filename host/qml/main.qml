@@ -5,8 +5,8 @@ import Sandbox 1.0
 
 // No property, function or signal is declared on these three: their members are read from other threads.
 HostWindow {
-    width: 960
-    height: 640
+    width: 1080
+    height: 700
     title: "Sandbox host"
 
     MainPage { objectName: "__zormain" }

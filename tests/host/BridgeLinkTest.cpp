@@ -1,5 +1,5 @@
-// The host's side of the component: what it pushes, what it shows, how it answers. The component is the real one,
-// without its service.
+// The host's side of the component: what it pushes, what it shows, how it answers. The component is the real
+// one, without its service.
 #include "host/objects/Scene.h"
 #include "plugin/AIBridge.h"
 #include "service/ZorHandle.h"
@@ -106,7 +106,8 @@ TEST_F(BridgeLinkTest, InstallAndEnablePreOS_IsTakenOnceUntilItIsDisabled)
 
 TEST_F(BridgeLinkTest, Recommendation_ShowsOnTheCardUntilItIsAnswered)
 {
-    const QVariantMap record{{"msg", "Something."}, {"buttons", QVariantList{"Accept", "Cancel"}}, {"default", 0}};
+    const QVariantMap record{
+        {"msg", "Something."}, {"buttons", QVariantList{"Accept", "Cancel"}}, {"default", 0}};
     Q_EMIT bridge.sigRecScanResult(record);
     EXPECT_EQ(scene.link().message(), "Something.");
     EXPECT_EQ(scene.link().buttons(), QStringList({"Accept", "Cancel"}));

@@ -66,7 +66,8 @@ TEST(CloneGuide, CloneOntoItself_IsRefused)
 TEST(CloneGuide, RunningSystemAsDestination_IsRefused)
 {
     EXPECT_EQ(clone(diskRecord(1), diskRecord(0)), "The destination holds the running system.");
-    EXPECT_EQ(clone(partitionRecord(1, 1), partitionRecord(0, 1)), "The destination holds the running system.");
+    EXPECT_EQ(clone(partitionRecord(1, 1), partitionRecord(0, 1)),
+              "The destination holds the running system.");
 }
 
 TEST(CloneGuide, Machine_DecidesAndNotTheRecord)

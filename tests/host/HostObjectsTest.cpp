@@ -1,5 +1,5 @@
-// Every object, method, property and signal that the library looks for is there, under its name, with the types that
-// it is called with.
+// Every object, method, property and signal that the library looks for is there, under its name, with the
+// types that it is called with.
 #include "host/objects/Scene.h"
 #include "host/objects/WindowObjects.h"
 #include "plugin/HostCall.h"
@@ -127,8 +127,8 @@ TEST(HostScene, ObjectsReadFromOtherThreads_HaveTheMetaObjectsOfTheirClasses)
 
 QVariant toolBox(host::Scene& scene, int index, const QVariantMap& record)
 {
-    return callHost<QVariant>(hostObject(scene, "__zormain"), "doToolBox", ConnectionRule::Call, QVariant(index),
-                              QVariant(record))
+    return callHost<QVariant>(hostObject(scene, "__zormain"), "doToolBox", ConnectionRule::Call,
+                              QVariant(index), QVariant(record))
         .value_or(QVariant());
 }
 
@@ -137,7 +137,9 @@ TEST(HostAnswers, PreOsState_ChangesWithInstallAndDisable)
     host::Scene scene(testMachine(), -1);
     QObject* media = hostObject(scene, "bootablemedia");
     QObject* main = hostObject(scene, "__zormain");
-    const auto enabled = [&] { return callHost<bool>(media, "isAlreadyEnable", ConnectionRule::Call).value(); };
+    const auto enabled = [&] {
+        return callHost<bool>(media, "isAlreadyEnable", ConnectionRule::Call).value();
+    };
     EXPECT_FALSE(enabled());
     orderHost(main, "dobmfunction", ConnectionRule::Call, QVariant(QVariantMap{{"isInstallPreOs", true}}));
     EXPECT_TRUE(enabled());
@@ -188,8 +190,8 @@ TEST(HostAnswers, RecoveryAndHealth_KnowTheDisks)
     EXPECT_FALSE(valid(4));
     EXPECT_FALSE(valid(9));
     const auto sick = [&](int disk) {
-        return callHost<bool>(hostObject(scene, "partitionmanager"), "hasDiskSmartInfoError", ConnectionRule::Direct,
-                              disk)
+        return callHost<bool>(hostObject(scene, "partitionmanager"), "hasDiskSmartInfoError",
+                              ConnectionRule::Direct, disk)
             .value();
     };
     EXPECT_TRUE(sick(1));
@@ -222,8 +224,8 @@ TEST(HostAnswers, ClosingHost_IsOccupiedAndSaysNo)
     EXPECT_TRUE(hostObject(scene, "__zormain")->property("busy").toBool());
     EXPECT_FALSE(toolBox(scene, 2, {}).toBool());
     const QVariantMap question{{"driveLetter", "D"}, {"TestFunValid", true}};
-    EXPECT_FALSE(callHost<bool>(hostObject(scene, "partitionmanager"), "doFunFromAI", ConnectionRule::Call, 16,
-                                question)
+    EXPECT_FALSE(callHost<bool>(hostObject(scene, "partitionmanager"), "doFunFromAI", ConnectionRule::Call,
+                                16, question)
                      .value());
 }
 

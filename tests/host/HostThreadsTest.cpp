@@ -1,4 +1,5 @@
-// The members that the library calls on threads of its own, while the machine changes on the application thread.
+// The members that the library calls on threads of its own, while the machine changes on the application
+// thread.
 #include "host/objects/Scene.h"
 #include "plugin/HostCall.h"
 #include "tests/host/MachineText.h"
@@ -15,22 +16,25 @@ namespace {
 constexpr int kRounds = 200;
 
 // One round of everything that is called or read directly.
-bool readAll(const host::Scene& scene, QObject* manager, QObject* devices, QObject* recovery, QObject* toolbox)
+bool readAll(const host::Scene& scene, QObject* manager, QObject* devices, QObject* recovery,
+             QObject* toolbox)
 {
     Q_UNUSED(scene)
     const QVariantList disks =
         callHost<QVariantList>(devices, "disks", ConnectionRule::Direct, 1, false).value_or(QVariantList());
-    const QVariantList boot =
-        callHost<QVariantList>(devices, "bootDisks", ConnectionRule::Direct, 0, true).value_or(QVariantList());
+    const QVariantList boot = callHost<QVariantList>(devices, "bootDisks", ConnectionRule::Direct, 0, true)
+                                  .value_or(QVariantList());
     const QVariantMap disk = disks.value(0).toMap();
     const QVariantMap partition = disk.value("partitions").toList().value(2).toMap();
-    const bool called = callHost<bool>(toolbox, "check4kAlign", ConnectionRule::Direct, QVariant(disk)).has_value()
-        && callHost<bool>(recovery, "isRawPart", ConnectionRule::Direct, QVariant(partition)).has_value()
-        && callHost<bool>(manager, "hasDiskSmartInfoError", ConnectionRule::Direct, 1).value_or(false);
+    const bool called =
+        callHost<bool>(toolbox, "check4kAlign", ConnectionRule::Direct, QVariant(disk)).has_value() &&
+        callHost<bool>(recovery, "isRawPart", ConnectionRule::Direct, QVariant(partition)).has_value() &&
+        callHost<bool>(manager, "hasDiskSmartInfoError", ConnectionRule::Direct, 1).value_or(false);
     readWindowProperty("popuped");
     // Each label was set together with the use of its drive.
-    const bool whole = partition.value("label").toString() == "Data"
-        || partition.value("usedSize").toLongLong() == partition.value("label").toString().toLongLong();
+    const bool whole =
+        partition.value("label").toString() == "Data" ||
+        partition.value("usedSize").toLongLong() == partition.value("label").toString().toLongLong();
     return called && whole && disks.size() == 6 && boot.size() == 1;
 }
 

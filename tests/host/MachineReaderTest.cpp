@@ -1,6 +1,6 @@
 // The machine file: what it must hold, what follows by itself, and how a fault is told.
-#include "host/machine/Fields.h"
 #include "host/machine/MachineReader.h"
+#include "host/machine/Fields.h"
 #include "host/machine/Records.h"
 #include "tests/host/MachineText.h"
 #include "tests/support/Recorder.h"
@@ -37,7 +37,8 @@ const FaultRow kFaults[] = {
     {"DiskWithoutSize", R"({"disks": [{"diskIndex": 0}]})", "disks[0].size is missing"},
     {"FlagIsANumber", R"({"disks": [{"diskIndex": 0, "size": 1, "isGPT": 1}]})",
      "disks[0].isGPT must be true or false"},
-    {"NumberIsAText", R"({"disks": [{"diskIndex": "0", "size": 1}]})", "disks[0].diskIndex must be a whole number"},
+    {"NumberIsAText", R"({"disks": [{"diskIndex": "0", "size": 1}]})",
+     "disks[0].diskIndex must be a whole number"},
     {"NumberHasAFraction", R"({"disks": [{"diskIndex": 0.5, "size": 1}]})",
      "disks[0].diskIndex must be a whole number"},
     {"NumberIsTooLargeForItsKey", R"({"disks": [{"diskIndex": 3000000000, "size": 1}]})",
@@ -59,7 +60,8 @@ const FaultRow kFaults[] = {
      "disks[0].partitions[0].driveLetter must be a text"},
     {"NegativeSize", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": -1}]}]})",
      "disks[0].partitions[0] has a size or place that no partition can have"},
-    {"SectorOfNothing", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "sectorSize": 0}]}]})",
+    {"SectorOfNothing",
+     R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "sectorSize": 0}]}]})",
      "disks[0].partitions[0] has a size or place that no partition can have"},
     {"PlaceBeyondAllDisks",
      R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "startSector": 9000000000000000000}]}]})",
@@ -76,8 +78,10 @@ const FaultRow kFaults[] = {
      "disk 0: its partitions are larger than the disk"},
     {"UnknownSwitch", R"({"disks": [], "turbo": true})", "turbo is not a key of a machine"},
     {"SwitchOfWrongType", R"({"disks": [], "preOsEnabled": "yes"})", "preOsEnabled must be true or false"},
-    {"ToolboxOfWrongType", R"({"disks": [], "toolbox": {"align4k": 1}})", "toolbox.align4k must be true or false"},
-    {"SmartErrorsOfWrongType", R"({"disks": [], "smartErrors": ["1"]})", "smartErrors must be a whole number"},
+    {"ToolboxOfWrongType", R"({"disks": [], "toolbox": {"align4k": 1}})",
+     "toolbox.align4k must be true or false"},
+    {"SmartErrorsOfWrongType", R"({"disks": [], "smartErrors": ["1"]})",
+     "smartErrors must be a whole number"},
 };
 
 INSTANTIATE_TEST_SUITE_P(All, MachineFaults, testing::ValuesIn(kFaults),
@@ -103,7 +107,8 @@ TEST(MachineReader, Switches_LeftOut_AreOffButForBootMedia)
 
 TEST(MachineReader, Switches_Given_AreTakenOver)
 {
-    const host::Machine machine = machineOf(R"({"disks": [], "preOsEnabled": true, "win11CheckerEnabled": true,
+    const host::Machine machine =
+        machineOf(R"({"disks": [], "preOsEnabled": true, "win11CheckerEnabled": true,
         "bootMediaEnabled": false, "busy": true, "popuped": true, "smartErrors": [2, 5], "taskMilliseconds": 7,
         "toolbox": {"align4k": false}, "name": "mine"})");
     EXPECT_TRUE(machine.preOsEnabled);
@@ -154,16 +159,32 @@ TEST(MachineReader, Numbers_KeepAllTheirDigits)
 TEST(Records, OfADisk_HoldEveryInventoryKeyWithItsType)
 {
     const QVariantMap disk = host::diskRecords(testMachine()).at(0).toMap();
-    const QMap<QString, QString> types = {
-        {"diskInterface", "QString"}, {"diskIndex", "int"},     {"partitions", "QVariantList"},
-        {"size", "qlonglong"},        {"usedSize", "qlonglong"}, {"isUnInitialize", "bool"},
-        {"isGPT", "bool"},            {"isStorageSpace", "bool"}, {"isDynamic", "bool"},
-        {"readonly", "bool"},         {"isOffline", "bool"},    {"isBad", "bool"},
-        {"isProtected", "bool"},      {"isRemoveUsb", "bool"},  {"isVHD", "bool"},
-        {"isVMD", "bool"},            {"isVirtualDisk", "bool"}, {"isUSB", "bool"},
-        {"isSSD", "bool"},            {"bltState", "int"},      {"isLowSpace", "bool"},
-        {"emptyPartitionCount", "int"}, {"serialNO", "QString"}, {"isDiskItem", "bool"},
-        {"isBoot", "bool"},           {"isOfflineBoot", "bool"}};
+    const QMap<QString, QString> types = {{"diskInterface", "QString"},
+                                          {"diskIndex", "int"},
+                                          {"partitions", "QVariantList"},
+                                          {"size", "qlonglong"},
+                                          {"usedSize", "qlonglong"},
+                                          {"isUnInitialize", "bool"},
+                                          {"isGPT", "bool"},
+                                          {"isStorageSpace", "bool"},
+                                          {"isDynamic", "bool"},
+                                          {"readonly", "bool"},
+                                          {"isOffline", "bool"},
+                                          {"isBad", "bool"},
+                                          {"isProtected", "bool"},
+                                          {"isRemoveUsb", "bool"},
+                                          {"isVHD", "bool"},
+                                          {"isVMD", "bool"},
+                                          {"isVirtualDisk", "bool"},
+                                          {"isUSB", "bool"},
+                                          {"isSSD", "bool"},
+                                          {"bltState", "int"},
+                                          {"isLowSpace", "bool"},
+                                          {"emptyPartitionCount", "int"},
+                                          {"serialNO", "QString"},
+                                          {"isDiskItem", "bool"},
+                                          {"isBoot", "bool"},
+                                          {"isOfflineBoot", "bool"}};
     EXPECT_EQ(disk.keys(), types.keys());
     for (auto it = types.begin(); it != types.end(); ++it)
         EXPECT_EQ(QString(disk.value(it.key()).typeName()), it.value()) << it.key().toStdString();
@@ -173,20 +194,45 @@ TEST(Records, OfAPartition_HoldEveryInventoryKeyWithItsType)
 {
     const QVariantMap partition =
         host::diskRecords(testMachine()).at(0).toMap().value("partitions").toList().at(1).toMap();
-    const QMap<QString, QString> types = {
-        {"unallocated", "bool"},      {"diskIndex", "int"},           {"partitionIndex", "int"},
-        {"size", "qlonglong"},        {"volumeSize", "qlonglong"},    {"usedSize", "qlonglong"},
-        {"startSector", "qlonglong"}, {"endSector", "qlonglong"},     {"dbrStartSector", "qlonglong"},
-        {"sectorSize", "int"},        {"clusterSize", "int"},         {"isUnformattedType", "bool"},
-        {"isBitLocker", "bool"},      {"readonly", "bool"},           {"isHidden", "bool"},
-        {"isActive", "bool"},         {"isSystem", "bool"},           {"isBoot", "bool"},
-        {"isPrimary", "bool"},        {"isGPT", "bool"},              {"isStorageSpace", "bool"},
-        {"isDynamic", "bool"},        {"isRemovable", "bool"},        {"isBad", "bool"},
-        {"isLowSpace", "bool"},       {"isNeedSectorBySector", "bool"}, {"isOfflineBoot", "bool"},
-        {"gptReserved", "bool"},      {"gptEFI", "bool"},             {"gptRecovery", "bool"},
-        {"partGUID", "QString"},      {"bltState", "int"},            {"driveLetter", "QString"},
-        {"label", "QString"},         {"fsString", "QString"},        {"dynamicVolumeType", "int"},
-        {"isDiskItem", "bool"},       {"defBoot", "bool"},            {"isVirtualDisk", "bool"}};
+    const QMap<QString, QString> types = {{"unallocated", "bool"},
+                                          {"diskIndex", "int"},
+                                          {"partitionIndex", "int"},
+                                          {"size", "qlonglong"},
+                                          {"volumeSize", "qlonglong"},
+                                          {"usedSize", "qlonglong"},
+                                          {"startSector", "qlonglong"},
+                                          {"endSector", "qlonglong"},
+                                          {"dbrStartSector", "qlonglong"},
+                                          {"sectorSize", "int"},
+                                          {"clusterSize", "int"},
+                                          {"isUnformattedType", "bool"},
+                                          {"isBitLocker", "bool"},
+                                          {"readonly", "bool"},
+                                          {"isHidden", "bool"},
+                                          {"isActive", "bool"},
+                                          {"isSystem", "bool"},
+                                          {"isBoot", "bool"},
+                                          {"isPrimary", "bool"},
+                                          {"isGPT", "bool"},
+                                          {"isStorageSpace", "bool"},
+                                          {"isDynamic", "bool"},
+                                          {"isRemovable", "bool"},
+                                          {"isBad", "bool"},
+                                          {"isLowSpace", "bool"},
+                                          {"isNeedSectorBySector", "bool"},
+                                          {"isOfflineBoot", "bool"},
+                                          {"gptReserved", "bool"},
+                                          {"gptEFI", "bool"},
+                                          {"gptRecovery", "bool"},
+                                          {"partGUID", "QString"},
+                                          {"bltState", "int"},
+                                          {"driveLetter", "QString"},
+                                          {"label", "QString"},
+                                          {"fsString", "QString"},
+                                          {"dynamicVolumeType", "int"},
+                                          {"isDiskItem", "bool"},
+                                          {"defBoot", "bool"},
+                                          {"isVirtualDisk", "bool"}};
     EXPECT_EQ(partition.keys(), types.keys());
     for (auto it = types.begin(); it != types.end(); ++it)
         EXPECT_EQ(QString(partition.value(it.key()).typeName()), it.value()) << it.key().toStdString();

@@ -4,9 +4,10 @@
 
 #include <QtCore/QByteArray>
 
-/// A small machine for tests. Disk 0: GPT with an EFI partition, the system on C, data on D and 10 GiB free. Disk 1:
-/// MBR of 3 TiB with E and two free regions of 1 GiB and about 2 TiB, the second reaching beyond what MBR addresses.
-/// Disk 2: a USB stick with F, FAT32. Disk 3: without a table. Disk 4: offline. Disk 5: too small for most.
+/// A small machine for tests. Disk 0: GPT with an EFI partition, the system on C, data on D and 10 GiB free.
+/// Disk 1: MBR of 3 TiB with E and two free regions of 1 GiB and about 2 TiB, the second reaching beyond what
+/// MBR addresses. Disk 2: a USB stick with F, FAT32. Disk 3: without a table. Disk 4: offline. Disk 5: too
+/// small for most.
 QByteArray machineText();
 
 /// machineText() as a machine.

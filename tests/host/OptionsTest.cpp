@@ -24,8 +24,8 @@ TEST(Options, None_AreTheDefaults)
 TEST(Options, All_AreRead)
 {
     const host::Options options =
-        readOptions({"--machine", "desktop", "--headless", "--agent", "run me --now", "--exit-with-agent", "--scan",
-                     "--answer", "1", "--win11", "on", "--verbose"});
+        readOptions({"--machine", "desktop", "--headless", "--agent", "run me --now", "--exit-with-agent",
+                     "--scan", "--answer", "1", "--win11", "on", "--verbose"});
     EXPECT_EQ(options.error, "");
     EXPECT_EQ(options.machine, "desktop");
     EXPECT_TRUE(options.headless);
@@ -58,8 +58,8 @@ TEST(Options, Mistakes_AreNamed)
 TEST(Options, Help_NamesEveryOption)
 {
     const QString help = host::helpText();
-    for (const char* option : {"--machine", "--headless", "--agent", "--exit-with-agent", "--scan", "--answer",
-                               "--win11", "--verbose", "--help"})
+    for (const char* option : {"--machine", "--headless", "--agent", "--exit-with-agent", "--scan",
+                               "--answer", "--win11", "--verbose", "--help"})
         EXPECT_TRUE(help.contains(option)) << option;
 }
 

@@ -1,6 +1,6 @@
 // What an order does to the simulated machine.
-#include "host/machine/MachineReader.h"
 #include "host/machine/Orders.h"
+#include "host/machine/MachineReader.h"
 #include "host/machine/Records.h"
 #include "tests/host/MachineText.h"
 

@@ -42,26 +42,34 @@ QVariantMap with(QVariantMap map, const QString& key, const QVariant& value)
 
 QVariantMap create(int index, qint64 capacity, int region = 0)
 {
-    return {{"diskIndex", index},  {"capacity", capacity}, {"fileSystem", "NTFS"},
-            {"label", "new"},      {"unallocatedIndex", region}, {"driveLetter", "dummy"}};
+    return {{"diskIndex", index}, {"capacity", capacity},       {"fileSystem", "NTFS"},
+            {"label", "new"},     {"unallocatedIndex", region}, {"driveLetter", "dummy"}};
 }
 
 QVariantMap format(const char* drive, const char* fileSystem = "NTFS", int cluster = 4096)
 {
-    return {{"driveLetter", drive}, {"fileSystem", fileSystem}, {"label", ""}, {"clusterSize", cluster},
+    return {{"driveLetter", drive},
+            {"fileSystem", fileSystem},
+            {"label", ""},
+            {"clusterSize", cluster},
             {"quickFormat", true}};
 }
 
 QVariantMap split(const char* drive, qint64 size)
 {
-    return {{"driveLetter", drive}, {"newPartitionCapacity", size}, {"newPartitionFileSystem", "NTFS"},
+    return {{"driveLetter", drive},
+            {"newPartitionCapacity", size},
+            {"newPartitionFileSystem", "NTFS"},
             {"newPartitionLabel", ""}};
 }
 
 QVariantMap allocate(const char* source, const char* target, qint64 size)
 {
-    return {{"driveLetter", source}, {"targetDriveLetter", target}, {"partitionCapacity", size},
-            {"fileSystem", "NTFS"},  {"label", ""}};
+    return {{"driveLetter", source},
+            {"targetDriveLetter", target},
+            {"partitionCapacity", size},
+            {"fileSystem", "NTFS"},
+            {"label", ""}};
 }
 
 QVariantMap autoCreate(int index, int count, const char* table)
@@ -140,7 +148,8 @@ const QuestionRow kQuestions[] = {
     {"Allocate_ToItself", 22, allocate("D", "D", kGiB), false},
     {"Allocate_MoreThanIsFree", 22, allocate("D", "C", 41 * kGiB), false},
     {"Allocate_ToANewPartition", 22, allocate("D", "CreateNew", kGiB), true},
-    {"Allocate_ToANewPartitionOfUnknownKind", 22, with(allocate("D", "CreateNew", kGiB), "fileSystem", ""), false},
+    {"Allocate_ToANewPartitionOfUnknownKind", 22, with(allocate("D", "CreateNew", kGiB), "fileSystem", ""),
+     false},
     {"WipePartition", 23, with(letter("D"), "eraseCount", 1), true},
     {"WipePartition_SystemDrive", 23, with(letter("C"), "eraseCount", 1), false},
     {"WipePartition_NoPass", 23, with(letter("D"), "eraseCount", 0), false},

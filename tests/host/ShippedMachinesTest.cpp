@@ -40,8 +40,8 @@ TEST(ShippedMachines, Desktop_HasALargeMbrDiskThatWastesSpace)
 {
     const host::Machine machine = shipped("desktop");
     const bool found = std::any_of(machine.disks.begin(), machine.disks.end(), [](const host::Disk& disk) {
-        return !disk.isGPT && disk.size > 2 * kTiB && disk.partitions.back().unallocated
-            && disk.partitions.back().endOffset() > 2 * kTiB;
+        return !disk.isGPT && disk.size > 2 * kTiB && disk.partitions.back().unallocated &&
+               disk.partitions.back().endOffset() > 2 * kTiB;
     });
     EXPECT_TRUE(found);
 }
@@ -53,9 +53,8 @@ TEST(ShippedMachines, Desktop_HasALargeFat32StickAndRoomForAPartition)
     bool room = false;
     for (const host::Disk& disk : machine.disks) {
         for (const host::Partition& entry : disk.partitions) {
-            stick = stick
-                || (disk.isUSB && entry.fsString == "FAT32" && entry.size > Q_INT64_C(34359738368)
-                    && !entry.driveLetter.isEmpty());
+            stick = stick || (disk.isUSB && entry.fsString == "FAT32" &&
+                              entry.size > Q_INT64_C(34359738368) && !entry.driveLetter.isEmpty());
             room = room || (disk.isGPT && entry.unallocated && entry.size > kTiB / 16);
         }
     }

@@ -96,9 +96,9 @@ TEST(ZorhostEnd, AddressThatCannotBeBound_IsToldWithExitCodeOne)
 TEST(ZorhostEnd, SignalBeforeTheServiceIsUp_WaitsForItAndEndsCleanly)
 {
     ZorhostProcess host;
-    host.write("path/netstat",
-               "#!/bin/sh\necho started >> started\nwhile [ ! -e go ]; do sleep 0.05; done\n"
-               "seq -f ':%g ' 9090 " + QByteArray::number(host.firstPort() - 1) + "\n");
+    host.write("path/netstat", "#!/bin/sh\necho started >> started\nwhile [ ! -e go ]; do sleep 0.05; done\n"
+                               "seq -f ':%g ' 9090 " +
+                                   QByteArray::number(host.firstPort() - 1) + "\n");
     host.start({"--headless"});
     ASSERT_TRUE(host.waitForFile("started"));
     host.signal(SIGTERM);
@@ -111,8 +111,7 @@ TEST(ZorhostEnd, SignalBeforeTheServiceIsUp_WaitsForItAndEndsCleanly)
 TEST(ZorhostEnd, Signal_EndsTheAgentAndWhatItStarted)
 {
     ZorhostProcess host;
-    ASSERT_TRUE(host.startReady(
-        {"--headless", "--agent", "sleep 300 & echo child $!; wait"}));
+    ASSERT_TRUE(host.startReady({"--headless", "--agent", "sleep 300 & echo child $!; wait"}));
     ASSERT_TRUE(host.waitForOutput("child "));
     ASSERT_TRUE(host.waitForOutput("\n"));
     const QByteArray rest = host.output().mid(host.output().indexOf("child ") + 6);

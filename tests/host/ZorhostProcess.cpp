@@ -28,20 +28,20 @@ void copyFolder(const QString& from, const QString& to)
 
 int freePort()
 {
-    // Below the range from which the system gives ports away, so that nothing takes it by chance; and near the port
-    // where the search begins, since the search looks through the whole listing for each port before it.
+    // Below the range from which the system gives ports away, so that nothing takes it by chance; and near
+    // the port where the search begins, since the search looks through the whole listing for each port before
+    // it.
     for (;;) {
         const int port = QRandomGenerator::system()->bounded(10000, 16000);
         QTcpServer server;
         QTcpServer next;
-        if (server.listen(QHostAddress::Any, static_cast<quint16>(port))
-            && next.listen(QHostAddress::Any, static_cast<quint16>(port + 1)))
+        if (server.listen(QHostAddress::Any, static_cast<quint16>(port)) &&
+            next.listen(QHostAddress::Any, static_cast<quint16>(port + 1)))
             return port;
     }
 }
 
-ZorhostProcess::ZorhostProcess()
-    : environment_(QProcessEnvironment::systemEnvironment())
+ZorhostProcess::ZorhostProcess() : environment_(QProcessEnvironment::systemEnvironment())
 {
     const QString source = ZORHOST_FOLDER;
     for (const char* name :

@@ -5,8 +5,8 @@
 
 #include <functional>
 
-/// The program as a child process, in a scratch folder of its own: a copy of the program, its libraries and its
-/// machines, a `netstat` first in its path that leads the port search to a free port, and no display.
+/// The program as a child process, in a scratch folder of its own: a copy of the program, its libraries and
+/// its machines, a `netstat` first in its path that leads the port search to a free port, and no display.
 class ZorhostProcess
 {
 public:

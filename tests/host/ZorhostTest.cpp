@@ -19,8 +19,8 @@ TEST(Zorhost, ReadyLine_NamesThePortThatAnswers)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady({"--headless"})) << host.errors().constData();
-    EXPECT_TRUE(host.waitForOutput(QByteArray("agent service on localhost:") + QByteArray::number(host.firstPort())
-                                   + "\n"))
+    EXPECT_TRUE(host.waitForOutput(QByteArray("agent service on localhost:") +
+                                   QByteArray::number(host.firstPort()) + "\n"))
         << host.output().constData();
     QTcpSocket socket;
     socket.connectToHost("localhost", static_cast<quint16>(host.firstPort()));
@@ -55,8 +55,8 @@ TEST(Zorhost, Agent_GetsBothPortsAndItsOutputComesThrough)
         {"--headless", "--exit-with-agent", "--agent", "echo ports $AGENT_NATIVE_PORT $AGENT_CHAT_PORT"}))
         << host.errors().constData();
     EXPECT_EQ(host.exitCode(), 0);
-    const QByteArray expected = "ports " + QByteArray::number(host.firstPort()) + " "
-        + QByteArray::number(host.firstPort() + 1) + "\n";
+    const QByteArray expected = "ports " + QByteArray::number(host.firstPort()) + " " +
+                                QByteArray::number(host.firstPort() + 1) + "\n";
     EXPECT_TRUE(host.output().contains(expected)) << host.output().constData();
 }
 
@@ -80,13 +80,14 @@ TEST(Zorhost, AgentThatEnds_LeavesTheHostUp)
 TEST(Zorhost, AgentInPython_ListsCreatesRenamesAndIsRefusedOnce)
 {
     ZorhostProcess host;
-    ASSERT_TRUE(
-        host.startReady({"--headless", "--machine", "desktop", "--exit-with-agent", "--agent", agentCommand()}));
+    ASSERT_TRUE(host.startReady(
+        {"--headless", "--machine", "desktop", "--exit-with-agent", "--agent", agentCommand()}));
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
     const QByteArray output = host.output();
     for (const char* line :
-         {"disks [0, 1, 2, 3]\n", "CreatePartition -> Task Queued True\n", "created I 10737418240 NTFS False\n",
-          "ChangePartitionLabel -> Task Queued True\n", "DeletePartition -> Task NotValid False\n",
+         {"disks [0, 1, 2, 3]\n", "CreatePartition -> Task Queued True\n",
+          "created I 10737418240 NTFS False\n", "ChangePartitionLabel -> Task Queued True\n",
+          "DeletePartition -> Task NotValid False\n",
           "order CreatePartition capacity=10737418240 diskIndex=0", "done CreatePartition\n",
           "order ChangePartitionLabel driveLetter=\"I\" newLabel=\"Renamed\"\n",
           "refused DeletePartition driveLetter=\"C\": the drive holds the running system\n"})

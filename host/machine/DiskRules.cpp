@@ -1,0 +1,96 @@
+// Functions that act on a disk, the system or a stick as a whole.
+#include "host/machine/RuleParts.h"
+
+#include <algorithm>
+
+namespace host {
+
+namespace {
+
+Answer initialize(const Question& q)
+{
+    const Answer answer = erasableDisk(q);
+    if (!answer.isEmpty())
+        return answer;
+    const auto& entries = q.disk()->partitions;
+    const bool empty =
+        std::all_of(entries.begin(), entries.end(), [](const Partition& entry) { return entry.unallocated; });
+    return empty ? yes() : no("the disk has partitions");
+}
+
+Answer deleteAll(const Question& q)
+{
+    const Answer answer = erasableDisk(q);
+    return !answer.isEmpty() || !q.disk()->isUnInitialize ? answer : no("the disk has no partition table");
+}
+
+Answer wipeDisk(const Question& q)
+{
+    const Answer answer = erasableDisk(q);
+    return !answer.isEmpty() || q.number("eraseCount") > 0 ? answer : no("the erase count must be positive");
+}
+
+Answer autoCreate(const Question& q)
+{
+    const Answer answer = erasableDisk(q);
+    if (!answer.isEmpty())
+        return answer;
+    const QString table = q.text("GptOrMbr").toUpper();
+    if (table != QLatin1String("GPT") && table != QLatin1String("MBR"))
+        return no("the table must be GPT or MBR");
+    const int count = q.number("partitionCount");
+    const int limit = table == QLatin1String("GPT") ? kGptPartitions : kMbrPrimaries;
+    return count >= 1 && count <= limit ? yes() : no("the table does not hold that many partitions");
+}
+
+Answer bringOnline(const Question& q)
+{
+    const Answer answer = diskKnown(q);
+    return !answer.isEmpty() || q.disk()->isOffline ? answer : no("the disk is online");
+}
+
+Answer eject(const Question& q)
+{
+    const Answer answer = letterKnown(q);
+    if (!answer.isEmpty())
+        return answer;
+    const Disk& disk = *q.diskOf(*q.partition());
+    return disk.isUSB || disk.isRemoveUsb ? yes() : no("the drive is not on a USB disk");
+}
+
+Answer migrate(const Question& q)
+{
+    const Answer answer = letterKnown(q);
+    if (!answer.isEmpty())
+        return answer;
+    const Partition& source = *q.partition();
+    for (const Disk& disk : q.machine.disks) {
+        for (const Partition& entry : disk.partitions) {
+            if (disk.isWritable() && entry.diskIndex != source.diskIndex &&
+                entry.freeSize() >= source.usedSize)
+                return yes();
+        }
+    }
+    return no("no other disk has room for the data");
+}
+
+} // namespace
+
+const std::map<Function, Rule>& diskRules()
+{
+    static const std::map<Function, Rule> table = {
+        {Function::OpenDiskLayoutEditor, diskKnown},
+        {Function::DeleteAllPartitions, deleteAll},
+        {Function::InitializeDiskToMbr, initialize},
+        {Function::InitializeDiskToGpt, initialize},
+        {Function::WipeDisk, wipeDisk},
+        {Function::MigrateSystemDriveData, migrate},
+        {Function::AutoCreatePartitions, autoCreate},
+        {Function::DiskBringOnline, bringOnline},
+        {Function::EjectUsb, eject},
+        {Function::LowLevelFormat, erasableDisk},
+    };
+    return table;
+}
+
+} // namespace host
