@@ -194,7 +194,7 @@ service ZORNativePlugin {
      * when allow is true.
      */
     TaskInfo PreProcessing(
-        /** Free text that names the call about to be made; shown to the user and logged. Absent: empty. */
+        /** Free text that names the call about to be made; passed to the host, which may show it. Absent: empty. */
         1: string toolCalls)
 
     /**
@@ -406,7 +406,7 @@ service ZORNativePlugin {
      * driveLetter is empty. Needs no PreProcessing.
      */
     PartitionInfo GetPartitionInfo(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter; only its first byte counts, in either case ("C", "c" and "C:" are the same). Absent: empty, which is unknown. */
         1: string driveLetter)
 
     /** Reads the inventory: the partitions and unallocated regions of all disks. Needs no PreProcessing. */
@@ -466,7 +466,7 @@ service ZORNativePlugin {
         2: string fileSystem,
         /** Volume label, UTF-8; may be empty. Absent: empty. */
         3: string label,
-        /** Cluster size as the host's page reads it; 0 asks for the default. Handed on unchanged. Absent: 0. */
+        /** Cluster size as the host's page reads it, handed on unchanged. Absent: 0. */
         4: i32 clusterSize,
         /** True for a quick format, false for a full one. Absent: false. */
         5: bool quickFormat)
