@@ -18,7 +18,7 @@ namespace {
 const QString kPartitions = QStringLiteral("partitions");
 
 // Bounds within which no sum or product of sizes overflows; far beyond any disk.
-constexpr qint64 kLargestSize = qint64(1) << 60;
+constexpr qint64 kLargestSize = qint64(1) << 50;
 constexpr qint64 kLastSector = qint64(1) << 44;
 constexpr int kLargestSector = 1 << 16;
 
@@ -89,6 +89,11 @@ QJsonArray listAt(const QJsonValue& value, const QString& place)
     return value.toArray();
 }
 
+bool isSize(qint64 bytes)
+{
+    return bytes >= 0 && bytes <= kLargestSize;
+}
+
 void requireKey(const QJsonObject& object, const char* key, const QString& place)
 {
     if (!object.contains(QLatin1String(key)))
@@ -114,7 +119,7 @@ Partition readPartition(const QJsonObject& object, const Disk& disk, const QStri
     Partition partition = partitionIn(disk);
     for (auto it = object.begin(); it != object.end(); ++it)
         assignKey(partition, partitionFields(), it.key(), it.value(), place + QLatin1Char('.') + it.key());
-    if (partition.size < 0 || partition.size > kLargestSize || partition.startSector < 0 ||
+    if (!isSize(partition.size) || !isSize(partition.usedSize) || partition.startSector < 0 ||
         partition.startSector > kLastSector || partition.sectorSize <= 0 ||
         partition.sectorSize > kLargestSector)
         throw Fault{QStringLiteral("%1 has a size or place that no partition can have").arg(place)};
@@ -153,6 +158,8 @@ Disk readDisk(const QJsonObject& object, const QString& place)
         if (it.key() != kPartitions)
             assignKey(disk, diskFields(), it.key(), it.value(), place + QLatin1Char('.') + it.key());
     }
+    if (!isSize(disk.size))
+        throw Fault{QStringLiteral("%1 has a size that no disk can have").arg(place)};
     if (!object.contains(kPartitions))
         return disk;
     const QString listPlace = place + QLatin1String(".partitions");

@@ -12,6 +12,8 @@ namespace {
 
 const QString kCheckResultType = QStringLiteral("checkResultType");
 
+const QString kAgentFunction = QStringLiteral("fun");
+
 QString cloneText(const QVariantMap& result)
 {
     const QString objection = result.value(QStringLiteral("errMsg")).toString();
@@ -92,6 +94,10 @@ void BridgeLink::answer(int button)
     if (recommendation_.contains(kCheckResultType))
         reply[kCheckResultType] = recommendation_.value(kCheckResultType);
     core_.log()->write(QStringLiteral("recommendation answered with button %1").arg(button));
+    // Some recommendations are the agent's to carry out; how it is told is between it and its host.
+    if (button == 0 && recommendation_.contains(kAgentFunction))
+        core_.log()->write(
+            QStringLiteral("for the agent: %1").arg(recommendation_.value(kAgentFunction).toString()));
     recommendation_.clear();
     Q_EMIT recommendationChanged();
     QMetaObject::invokeMethod(bridge_.data(), "doRecOperation", Qt::DirectConnection,

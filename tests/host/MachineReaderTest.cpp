@@ -60,6 +60,13 @@ const FaultRow kFaults[] = {
      "disks[0].partitions[0].driveLetter must be a text"},
     {"NegativeSize", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": -1}]}]})",
      "disks[0].partitions[0] has a size or place that no partition can have"},
+    {"NegativeDisk", R"({"disks": [{"diskIndex": 0, "size": -1}]})",
+     "disks[0] has a size that no disk can have"},
+    {"EndlessDisk", R"({"disks": [{"diskIndex": 0, "size": 9000000000000000000}]})",
+     "disks[0] has a size that no disk can have"},
+    {"NegativeUse",
+     R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "usedSize": -1}]}]})",
+     "disks[0].partitions[0] has a size or place that no partition can have"},
     {"SectorOfNothing",
      R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "sectorSize": 0}]}]})",
      "disks[0].partitions[0] has a size or place that no partition can have"},
@@ -152,8 +159,8 @@ TEST(MachineReader, Partition_OwnKeys_WinOverWhatFollows)
 
 TEST(MachineReader, Numbers_KeepAllTheirDigits)
 {
-    const host::Machine machine = machineOf(R"({"disks": [{"diskIndex": 0, "size": 9007199254740993}]})");
-    EXPECT_EQ(machine.disks.at(0).size, Q_INT64_C(9007199254740993));
+    const host::Machine machine = machineOf(R"({"disks": [{"diskIndex": 0, "size": 1125899906842623}]})");
+    EXPECT_EQ(machine.disks.at(0).size, Q_INT64_C(1125899906842623));
 }
 
 TEST(Records, OfADisk_HoldEveryInventoryKeyWithItsType)
