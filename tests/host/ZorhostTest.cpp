@@ -107,11 +107,36 @@ echo '{"blockdevices": [{"name": "sda", "type": "disk", "size": 1073741824, "fst
     EXPECT_EQ(host.exitCode(), 0);
 }
 
-TEST(Zorhost, Scan_IsReported)
+TEST(Zorhost, Scan_PrintsTheRecordOnWhichAMachineFires)
 {
     ZorhostProcess host;
-    ASSERT_TRUE(host.startReady({"--headless", "--scan"}));
-    EXPECT_TRUE(host.waitForOutput("scan ended"));
+    ASSERT_TRUE(host.startReady({"--headless", "--machine", "desktop", "--scan", "--answer", "1"}));
+    EXPECT_TRUE(host.waitForOutput("scan ended\n"));
+    EXPECT_TRUE(
+        host.waitForOutput("recommendation {\"buttons\":[\"Accept\",\"Cancel\"],\"default\":0,\"msg\":"))
+        << host.output().constData();
+    EXPECT_TRUE(host.waitForOutput("recommendation answered with button 1\n"));
+    // The answer is recorded: the next start does not come back to the same case.
+    EXPECT_TRUE(host.waitForFile("recscan.info"));
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0);
+}
+
+TEST(Zorhost, Scan_ThatFindsNothing_IsToldToo)
+{
+    ZorhostProcess host;
+    host.write("empty.json", R"({"disks": []})");
+    ASSERT_TRUE(host.startReady({"--headless", "--machine", host.file("empty.json"), "--scan"}));
+    EXPECT_TRUE(host.waitForOutput("scan ended without a recommendation\n")) << host.output().constData();
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0);
+}
+
+TEST(Zorhost, Win11Switch_MakesItsCaseFire)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady({"--headless", "--machine", "laptop", "--win11", "on", "--scan"}));
+    EXPECT_TRUE(host.waitForOutput("\"checkResultType\":")) << host.output().constData();
     host.signal(SIGTERM);
     EXPECT_EQ(host.exitCode(), 0);
 }

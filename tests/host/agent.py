@@ -17,6 +17,12 @@ from ZORNativePlugin import ZORNativePlugin  # noqa: E402
 LIMIT = 60
 
 
+def say(*words):
+    """One write a line, so that the host's own lines cannot fall into it."""
+    sys.stdout.write(" ".join(str(word) for word in words) + "\n")
+    sys.stdout.flush()
+
+
 def until(question, what):
     """Asks again until the answer is a yes; the gate and the host's work both take their time."""
     deadline = time.monotonic() + LIMIT
@@ -32,7 +38,7 @@ def gated(agent, name, tool):
     until(lambda: agent.PreProcessing(name).allow, "the gate, for " + name)
     answer = tool()
     counted = agent.PostProcessing(answer)
-    print(name, "->", answer, counted, flush=True)
+    say(name, "->", answer, counted)
     return answer
 
 
@@ -42,11 +48,11 @@ def main():
     agent = ZORNativePlugin.Client(TBinaryProtocol.TBinaryProtocol(transport))
     transport.open()
     disks = agent.ListAllDisks()
-    print("disks", [disk.diskIndex for disk in disks], flush=True)
+    say("disks", [disk.diskIndex for disk in disks])
     gib = 1024**3
     gated(agent, "CreatePartition", lambda: agent.CreatePartition(0, 10 * gib, "NTFS", "Fresh", -1))
     fresh = until(lambda: [p for p in agent.ListPartitionsOnDisk(0) if p.label == "Fresh"], "the new partition")[0]
-    print("created", fresh.driveLetter, fresh.rawCapacity, fresh.fileSystemType, fresh.isUnallocated, flush=True)
+    say("created", fresh.driveLetter, fresh.rawCapacity, fresh.fileSystemType, fresh.isUnallocated)
     gated(agent, "ChangePartitionLabel", lambda: agent.ChangePartitionLabel(fresh.driveLetter, "Renamed"))
     until(lambda: agent.GetPartitionInfo(fresh.driveLetter).label == "Renamed", "the new label")
     gated(agent, "DeletePartition", lambda: agent.DeletePartition("C"))
