@@ -57,6 +57,8 @@ protected:
     void setRemoteConfig(const QByteArray& json);
 
     RecScanThread* thread();
+    /// Ends the service and the scan, as the host's manager does.
+    void release();
     /// Serves the event loop until the bridge's scan, or that one, has ended.
     bool waitForScan();
     static bool waitForScan(RecScanThread& scanThread);

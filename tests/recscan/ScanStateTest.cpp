@@ -124,7 +124,8 @@ TEST_F(ScanRun, NegativeIndex_StartsWithCase0)
 TEST_F(ScanRun, NegativeIndex_OneRun_LeavesTheIndexBehindTheCase)
 {
     failDisk(0);
-    EXPECT_EQ(scanFrom(-5).value("msg"), QVariant(smart(0)));
+    // The walk up to case 0 costs nothing, however far it is.
+    EXPECT_EQ(scanFrom(-2147483647 - 1).value("msg"), QVariant(smart(0)));
     startService();
     answer({{"result", 1}});
     EXPECT_EQ(state(), stateBytes(2, 1));
@@ -226,6 +227,18 @@ TEST_F(ScanRun, RequestStop_EndsTheWalkAfterTheCaseInProgress)
     EXPECT_TRUE(scan().isEmpty());
     EXPECT_EQ(hostCalls(), QStringList());
     EXPECT_EQ(events("Result_SmartReferScan"), QStringList("{\"smart-refer\":\"-1\"}"));
+}
+
+TEST_F(ScanRun, Release_SetsTheStopFlag)
+{
+    setState(stateBytes(1, 1));
+    build();
+    scan();
+    EXPECT_EQ(hostCalls().size(), 1);
+    release();
+    host.recorder().clear();
+    scan();
+    EXPECT_EQ(hostCalls(), QStringList());
 }
 
 TEST_F(ScanRun, RequestStopInsideACase_TriesNoFurtherCase)
