@@ -10,7 +10,24 @@ class AIBridge;
 /// The listing that leads the port search to @p port: every port from 9090 up to it is busy.
 QByteArray listingThatLeadsTo(int port);
 
-/// A port between 9100 and 9999 that nobody listens on; another one at each call.
+/// A port between 9100 and 9999 that nobody listens on, and that no other test of this kind takes while this
+/// object lives, in whatever process it runs.
+class ReservedPort
+{
+public:
+    ReservedPort();
+    ~ReservedPort();
+    ReservedPort(const ReservedPort&) = delete;
+    ReservedPort& operator=(const ReservedPort&) = delete;
+
+    int number() const { return number_; }
+
+private:
+    int number_ = 0;
+    int lock_ = -1;
+};
+
+/// Such a port, reserved until the process ends; another one at each call.
 int unusedPort();
 
 /// The service's real thread on a port of its own. The calling thread must be the application thread.
@@ -21,12 +38,12 @@ public:
     /// Stops the service if it still runs, serving the event loop meanwhile.
     ~ServiceRunner();
 
-    int port() const { return port_; }
+    int port() const { return port_->number(); }
     AIFuncallThread& thread() { return *thread_; }
     /// Serves the event loop until the thread has ended; false after @p limitMs.
     bool waitForEnd(int limitMs = 20000);
 
 private:
     std::unique_ptr<AIFuncallThread> thread_;
-    int port_ = 0;
+    std::unique_ptr<ReservedPort> port_;
 };

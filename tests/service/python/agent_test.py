@@ -23,8 +23,19 @@ from ZORNativePlugin import ZORNativePlugin
 from ZORNativePlugin.ttypes import TaskInfo
 
 
+RESERVED = []
+
+
 def unused_port():
+    """A port that nobody listens on and that no other test takes while this process lives."""
     for port in range(9100 + os.getpid() % 800, 10000):
+        lock = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+        try:
+            lock.bind(f"\0aibridge-test-port-{port}")
+        except OSError:
+            lock.close()
+            continue
+        RESERVED.append(lock)
         with socket.socket() as probe:
             if probe.connect_ex(("127.0.0.1", port)) != 0:
                 return port
