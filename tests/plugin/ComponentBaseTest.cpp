@@ -1,7 +1,7 @@
 // What a component inherits, and where its virtual operations lie.
 #include "plugin/ComponentBase.h"
 #include "tests/plugin/HostView.h"
-#include "tests/support/QtPrinters.h"
+#include "tests/support/Printing.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>

@@ -1,6 +1,6 @@
 // The component manager with real libraries, each test in an application folder of its own.
 #include "tests/plugin/ComponentFolder.h"
-#include "tests/support/QtPrinters.h"
+#include "tests/support/Printing.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>

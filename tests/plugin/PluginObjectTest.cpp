@@ -2,7 +2,7 @@
 // order of the virtual operations, the life from factory to Release.
 #include "tests/plugin/HostView.h"
 #include "tests/support/FakeNetstat.h"
-#include "tests/support/QtPrinters.h"
+#include "tests/support/Printing.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/ServiceRunner.h"
 #include "tests/support/Threads.h"
