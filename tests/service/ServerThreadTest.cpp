@@ -227,6 +227,53 @@ TEST(ServerThread, StopWithThreeInMidCall_AllAreAnswered)
     EXPECT_GE(orders, 1);
 }
 
+// Its answers are larger than what a connection holds by itself.
+class HandlerOfLongAnswers : public ZORNativePluginNull
+{
+public:
+    static constexpr std::size_t length = 64u << 20;
+    void ShowBitLockerStatus(std::string& answer, const std::string&) override { answer.assign(length, 'x'); }
+};
+
+TEST(ServerStop, WithAClientThatDoesNotReadItsAnswer_Ends)
+{
+    auto server = std::make_unique<HandlerServer>(std::make_shared<HandlerOfLongAnswers>());
+    RawClient client(server->port());
+    client.send(kShow);
+    ASSERT_TRUE(client.hasInput(RawClient::limitMs));
+    QElapsedTimer timer;
+    timer.start();
+    std::future<void> end = std::async(std::launch::async, [&] { server.reset(); });
+    if (end.wait_for(std::chrono::seconds(20)) != std::future_status::ready) {
+        // It would wait for the rest to be read.
+        client.receive();
+        FAIL() << "the server does not end";
+    }
+    EXPECT_LT(timer.elapsed(), 5000);
+}
+
+TEST(ServerStop, WithAClientThatReadsItsAnswer_SendsAllOfIt)
+{
+    auto server = std::make_unique<HandlerServer>(std::make_shared<HandlerOfLongAnswers>());
+    RawClient client(server->port());
+    client.send(kShow);
+    ASSERT_TRUE(client.hasInput(RawClient::limitMs));
+    std::future<void> end = std::async(std::launch::async, [&] { server.reset(); });
+    EXPECT_EQ(client.receive().body.field(0).bytes.size(), HandlerOfLongAnswers::length);
+    end.get();
+}
+
+TEST(ServerThread, ClientThatIsSlowToRead_GetsItsWholeAnswer)
+{
+    HandlerServer server(std::make_shared<HandlerOfLongAnswers>());
+    RawClient client(server.port());
+    client.send(kShow);
+    ASSERT_TRUE(client.hasInput(RawClient::limitMs));
+    // Longer than the server waits for such a client when it is to end.
+    std::this_thread::sleep_for(std::chrono::milliseconds(1300));
+    EXPECT_EQ(client.receive().body.field(0).bytes.size(), HandlerOfLongAnswers::length);
+}
+
 // A server made by hand, so that a stop can come at any point of its start.
 struct BareServer
 {
