@@ -1,8 +1,11 @@
 #include "service/ServerSocket.h"
 
+#include "service/ConnectionSocket.h"
+
 #include <thrift/transport/TTransportException.h>
 
 using apache::thrift::transport::TServerSocket;
+using apache::thrift::transport::TSocket;
 using apache::thrift::transport::TTransport;
 using apache::thrift::transport::TTransportException;
 
@@ -14,7 +17,7 @@ public:
     {
         const std::lock_guard<std::mutex> lock(socket_->mutex_);
         // Told to end before it came here: waiting for a client would never be interrupted again.
-        if (socket_->interrupted_ && where == Where::Accept)
+        if (*socket_->interrupted_ && where == Where::Accept)
             throw TTransportException(TTransportException::INTERRUPTED);
         socket_->where_ = where;
         socket_->server_ = std::this_thread::get_id();
@@ -41,7 +44,7 @@ void ServerSocket::listen()
 void ServerSocket::interrupt()
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    interrupted_ = true;
+    *interrupted_ = true;
     // While it listens the sockets for the wake-up come into being, and nobody waits on them yet.
     if (where_ != Where::Listen)
         TServerSocket::interrupt();
@@ -71,4 +74,9 @@ std::shared_ptr<TTransport> ServerSocket::acceptImpl()
 {
     const Inside inside(this, Where::Accept);
     return TServerSocket::acceptImpl();
+}
+
+std::shared_ptr<TSocket> ServerSocket::createSocket(THRIFT_SOCKET client)
+{
+    return std::make_shared<ConnectionSocket>(client, pChildInterruptSockReader_, interrupted_);
 }

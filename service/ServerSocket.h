@@ -2,8 +2,10 @@
 
 #include <thrift/transport/TServerSocket.h>
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <thread>
 
@@ -28,6 +30,7 @@ public:
 
 protected:
     std::shared_ptr<apache::thrift::transport::TTransport> acceptImpl() override;
+    std::shared_ptr<apache::thrift::transport::TSocket> createSocket(THRIFT_SOCKET client) override;
 
 private:
     enum class Where { Outside, Listen, Accept };
@@ -38,7 +41,7 @@ private:
 
     std::mutex mutex_;
     std::condition_variable left_;
-    bool interrupted_ = false;
+    const std::shared_ptr<std::atomic<bool>> interrupted_ = std::make_shared<std::atomic<bool>>(false);
     Where where_ = Where::Outside;
     std::thread::id server_;
 };
