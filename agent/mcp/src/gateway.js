@@ -1,0 +1,133 @@
+import { readFileSync } from 'node:fs';
+import { fromJsonSchema, McpServer } from '@modelcontextprotocol/server';
+import { failed, failure, queued, queuedAnswer, readAnswer, refusedAnswer } from './answers.js';
+import { Consent } from './consent.js';
+import { HostError } from './errors.js';
+import { Gate } from './gate.js';
+import { Host } from './host.js';
+import { instructions } from './instructions.js';
+import { factsAbout } from './inventory.js';
+import { offerResources } from './resources.js';
+import { annotations, inputSchema, outputSchema } from './schema.js';
+import { loadTable } from './table.js';
+import { Deadline } from './time.js';
+import { fromWire, toWire } from './wire.js';
+
+/** @import { CallToolResult, InputRequiredResult, ServerContext } from '@modelcontextprotocol/server' */
+/** @import { CallScope, Log, Options, PlainRecord, Tool } from './types.js' */
+
+const { version } = JSON.parse(readFileSync(new URL('../package.json', import.meta.url), 'utf8'));
+
+/**
+ * The gateway between the protocol's clients and the host: one connection pool and one gate, and a server for each
+ * client that asks for one. Nothing is sent to the host before a call needs it.
+ */
+export class Gateway {
+    /** @param {Options} options @param {Log} [log] */
+    constructor(options, log = () => {}) {
+        this.options = options;
+        this.log = log;
+        this.table = loadTable();
+        this.tools = offered(this.table, options);
+        this.host = new Host(options, log);
+        this.gate = new Gate(this.host, options, log);
+        this.consent = new Consent(options);
+    }
+
+    /** A server with the offered tools and the inventory's resources, for one client. */
+    server() {
+        const server = new McpServer(
+            { name: 'aibridge-mcp', title: 'Disk and partition manager', version },
+            {
+                instructions: instructions(this.table, this.tools),
+                capabilities: { tools: {}, resources: {} },
+                inputRequired: { roundTimeoutMs: this.options.askTimeoutMs, maxRounds: 2 },
+                requestState: { verify: this.consent.codec.verify },
+            },
+        );
+        for (const tool of this.tools) this.offer(server, tool);
+        offerResources(server, this.host, this.table, (context) => this.scope(context));
+        return server;
+    }
+
+    /** Ends the connections to the host; a call that is under way may take ms to get its PostProcessing. @param {number} [ms] */
+    async close(ms = 0) {
+        await this.gate.settled(ms);
+        this.host.close();
+    }
+
+    /** @param {McpServer} server @param {Tool} tool */
+    offer(server, tool) {
+        const output = outputSchema(tool, this.table);
+        const shown = {
+            title: tool.title,
+            description: tool.about,
+            inputSchema: fromJsonSchema(/** @type {any} */ (inputSchema(tool))),
+            ...(output && { outputSchema: fromJsonSchema(/** @type {any} */ (output)) }),
+            annotations: annotations(tool),
+        };
+        server.registerTool(tool.name, shown, (/** @type {any} */ args, /** @type {ServerContext} */ context) => this.call(tool, args, server, context));
+    }
+
+    /**
+     * One tool call; a failure becomes an answer that the model can act on.
+     * @param {Tool} tool
+     * @param {PlainRecord} args
+     * @param {McpServer} server
+     * @param {ServerContext} context
+     * @returns {Promise<CallToolResult | InputRequiredResult>}
+     */
+    async call(tool, args, server, context) {
+        const scope = this.scope(context);
+        try {
+            const wire = toWire(tool, args);
+            if (tool.class === 'reads') return await this.read(tool, args, wire, scope);
+            if (this.consent.needed(tool, server, context)) {
+                const answer = this.consent.answer(tool, args, context);
+                if (answer === 'unasked') return await this.consent.question(tool, args, await factsAbout(this.host, this.table, tool, args, scope));
+                if (answer === 'no') return failure(`The user was asked and said no. ${tool.name} was not called, nothing has changed. Do not call it again unless the user asks for it.`);
+            }
+            return await this.act(tool, args, wire, scope);
+        } catch (error) {
+            if (!(error instanceof HostError)) throw error;
+            this.log(`${tool.name}: ${error.kind}: ${error.message}`);
+            return failed(error);
+        }
+    }
+
+    /** @param {Tool} tool @param {PlainRecord} args @param {any[]} wire @param {CallScope} scope */
+    async read(tool, args, wire, scope) {
+        return readAnswer(tool, args, fromWire(await this.host.ask(tool.name, wire, scope), tool.result, this.table));
+    }
+
+    /** @param {Tool} tool @param {PlainRecord} args @param {any[]} wire @param {CallScope} scope */
+    async act(tool, args, wire, scope) {
+        const answer = await this.gate.run(tool.name, wire, callText(tool, args), scope);
+        this.log(`${tool.name}: ${answer}`);
+        if (answer === queued) return queuedAnswer(tool, args);
+        // The refusal stands whether or not the inventory can be read on top of it.
+        const facts = await factsAbout(this.host, this.table, tool, args, scope).catch(() => undefined);
+        return refusedAnswer(tool, args, answer, facts);
+    }
+
+    /** @param {ServerContext} [context] @returns {CallScope} */
+    scope(context) {
+        const token = context?.mcpReq._meta?.progressToken;
+        let step = 0;
+        /** @param {string} message */
+        const progress = (message) => {
+            if (context === undefined || token === undefined) return;
+            context.mcpReq.notify({ method: 'notifications/progress', params: { progressToken: token, progress: ++step, message } }).catch(() => {});
+        };
+        return { deadline: new Deadline(this.options.timeoutMs), signal: context?.mcpReq.signal ?? new AbortController().signal, progress };
+    }
+}
+
+/** The tools that the options leave. @param {import('./types.js').Table} table @param {Options} options */
+export function offered(table, options) {
+    const groups = options.groups ?? Object.keys(table.groups).filter((name) => table.groups[name].default);
+    return table.tools.filter((tool) => groups.includes(tool.group) && (!options.readOnly || tool.class === 'reads'));
+}
+
+/** What PreProcessing is told about a call; the user sees it. @param {Tool} tool @param {PlainRecord} args */
+const callText = (tool, args) => [tool.name, ...tool.args.map((arg) => `${arg.name}=${args[arg.name]}`)].join(' ');

@@ -1,0 +1,50 @@
+import { ResourceTemplate } from '@modelcontextprotocol/server';
+import { fromWire } from './wire.js';
+
+/** @import { McpServer, ServerContext } from '@modelcontextprotocol/server' */
+/** @import { CallScope, Table } from './types.js' */
+/** @import { Host } from './host.js' */
+
+const mimeType = 'application/json';
+
+/**
+ * The inventory as resources: the disks, and the partitions of each disk.
+ * @param {McpServer} server
+ * @param {Host} host
+ * @param {Table} table
+ * @param {(context?: ServerContext) => CallScope} scopeOf
+ */
+export function offerResources(server, host, table, scopeOf) {
+    /** @param {CallScope} scope */
+    const disks = async (scope) => fromWire(await host.ask('ListAllDisks', [], scope), { list: { record: 'DiskInfo' } }, table);
+    /** @param {number} index @param {CallScope} scope */
+    const partitions = async (index, scope) =>
+        fromWire(await host.ask('ListPartitionsOnDisk', [index], scope), { list: { record: 'PartitionInfo' } }, table);
+
+    server.registerResource('disks', 'aibridge://disks', { title: 'All disks', description: 'Every disk of the inventory, as DiskInfo records.', mimeType }, async (uri, context) =>
+        document(uri, { disks: await disks(scopeOf(context)) }),
+    );
+
+    // Without a host there is nothing to list; the failure shows when a resource is read.
+    /** @param {ServerContext} [context] */
+    const numbers = async (context) => {
+        /** @type {import('./types.js').PlainRecord[]} */
+        const found = await disks(scopeOf(context)).catch(() => []);
+        return found.map((disk) => disk.diskIndex);
+    };
+    const template = new ResourceTemplate('aibridge://disks/{diskIndex}/partitions', {
+        list: async (context) => ({
+            resources: (await numbers(context)).map((index) => ({ uri: `aibridge://disks/${index}/partitions`, name: `disk-${index}-partitions`, title: `Partitions of disk ${index}`, mimeType })),
+        }),
+        complete: { diskIndex: async (value) => (await numbers()).map(String).filter((index) => index.startsWith(value)) },
+    });
+    const about = { title: 'Partitions of a disk', description: 'Partitions and unallocated regions of a disk, as PartitionInfo records.', mimeType };
+    server.registerResource('partitions', template, about, async (uri, { diskIndex }, context) => {
+        const index = Number(diskIndex);
+        if (!/^\d+$/.test(String(diskIndex)) || index > 0x7fffffff) throw new Error(`${uri.href} names no disk`);
+        return document(uri, { diskIndex: index, partitions: await partitions(index, scopeOf(context)) });
+    });
+}
+
+/** @param {URL} uri @param {object} content */
+const document = (uri, content) => ({ contents: [{ uri: uri.href, mimeType, text: JSON.stringify(content) }] });

@@ -1,0 +1,85 @@
+import { readFileSync } from 'node:fs';
+
+/** @import { Field, Table, Tool, WireType } from './types.js' */
+
+/** @param {string} path */
+const readJson = (path) => JSON.parse(readFileSync(new URL(path, import.meta.url), 'utf8'));
+
+/**
+ * The one table that drives the gateway: the compiler's JSON of the interface file (names, arguments, comments)
+ * joined with tools.json (title, group, class). Throws when the two name different tools.
+ * @returns {Table}
+ */
+export function loadTable() {
+    return joinTable(readJson('../generated/ZORNativePlugin.json'), readJson('../tools.json'));
+}
+
+/**
+ * @param {any} api the interface as the Thrift compiler writes it with --gen json
+ * @param {any} own the content of tools.json
+ * @returns {Table}
+ */
+export function joinTable(api, own) {
+    const functions = api.services[0].functions;
+    const methods = functions.map((/** @type {any} */ f) => f.name);
+    const acting = functions.filter((/** @type {any} */ f) => !own.gate.includes(f.name));
+    holdSameTools(acting.map((/** @type {any} */ f) => f.name), Object.keys(own.tools));
+    return {
+        tools: acting.map((/** @type {any} */ f) => tool(f, own)),
+        groups: own.groups,
+        records: Object.fromEntries(api.structs.map((/** @type {any} */ s) => [s.name, s.fields.map(field)])),
+        methods,
+        gate: own.gate,
+    };
+}
+
+/** @param {string[]} methods @param {string[]} described */
+function holdSameTools(methods, described) {
+    const odd = [...methods.filter((name) => !described.includes(name)), ...described.filter((name) => !methods.includes(name))];
+    if (odd.length > 0) throw new Error(`the interface and tools.json name different tools: ${odd.join(', ')}`);
+}
+
+/**
+ * @param {any} f
+ * @param {any} own
+ * @returns {Tool}
+ */
+function tool(f, own) {
+    const said = own.tools[f.name];
+    if (!own.groups[said.group]) throw new Error(`${f.name} is in the unknown group ${said.group}`);
+    return {
+        name: f.name,
+        title: said.title,
+        group: said.group,
+        class: said.class,
+        repeatable: Boolean(said.repeatable),
+        about: withoutSaidOnce(f.doc, own.saidOnce),
+        args: f.arguments.map(field).map((/** @type {Field} */ a) => ({ ...a, about: withoutSaidOnce(a.about, own.saidOnce) })),
+        result: wireType(f.returnTypeId, f.returnType),
+    };
+}
+
+/** @param {any} f @returns {Field} */
+const field = (f) => ({ name: f.name, type: wireType(f.typeId, f.type), about: oneLine(f.doc) });
+
+/** @param {string} id @param {any} detail @returns {WireType} */
+function wireType(id, detail) {
+    if (id === 'struct') return { record: detail.class };
+    if (id === 'list') return { list: wireType(detail.elemTypeId, detail.elemType) };
+    if (id === 'bool' || id === 'i32' || id === 'i64' || id === 'string') return id;
+    throw new Error(`the interface uses the type ${id}, which the gateway does not know`);
+}
+
+/** @param {string | undefined} text */
+const oneLine = (text) => (text ?? '').split(/\s+/).join(' ').trim();
+
+/**
+ * A comment without the phrases that hold for every tool: the server's instructions say them once.
+ * @param {string} text
+ * @param {string[]} phrases
+ */
+function withoutSaidOnce(text, phrases) {
+    let short = oneLine(text);
+    for (const phrase of phrases) short = short.replace(phrase, '');
+    return oneLine(short).replace(/ ([.;,])/g, '$1');
+}
