@@ -37,10 +37,11 @@ if (writtenAt(join(target, 'ZORNativePlugin.json')) <= newest) {
         compile('json', aside);
         // The compiler writes CommonJS; this package is made of ES modules.
         writeFileSync(join(aside, 'package.json'), '{ "type": "commonjs" }\n');
-        writeFileSync(join(aside, 'ZORNativePlugin.d.ts'), 'declare const service: any;\nexport = service;\n');
+        const names = ['ZORNativePlugin', 'ZORNativePlugin_types'];
+        for (const name of names) writeFileSync(join(aside, `${name}.d.ts`), 'declare const all: any;\nexport = all;\n');
         mkdirSync(target, { recursive: true });
-        for (const name of ['package.json', 'ZORNativePlugin.d.ts', 'ZORNativePlugin_types.js', 'ZORNativePlugin.js', 'ZORNativePlugin.json'])
-            renameSync(join(aside, name), join(target, name));
+        const files = ['package.json', ...names.flatMap((name) => [`${name}.d.ts`, `${name}.js`]), 'ZORNativePlugin.json'];
+        for (const file of files) renameSync(join(aside, file), join(target, file));
     } finally {
         rmSync(aside, { recursive: true, force: true });
     }

@@ -1,0 +1,207 @@
+import assert from 'node:assert/strict';
+import { createServer as createHttp } from 'node:http';
+import { createServer } from 'node:net';
+import { once } from 'node:events';
+import { test } from 'node:test';
+import { HostError } from '../src/errors.js';
+import { Host } from '../src/host.js';
+import { readOptions } from '../src/options.js';
+import { Deadline } from '../src/time.js';
+import { connect, text } from './support/client.js';
+import { FakeService } from './support/fakeService.js';
+
+const read = { name: 'ListAllDisks', arguments: {} };
+const label = { name: 'ChangePartitionLabel', arguments: { driveLetter: 'E', newLabel: 'x' } };
+
+/** @param {import('node:test').TestContext} t @param {number} [port] */
+async function startService(t, port) {
+    const service = new FakeService();
+    await service.start(port);
+    t.after(() => service.stop());
+    return service;
+}
+
+/** A port on which nothing listens now. */
+async function closedPort() {
+    const service = new FakeService();
+    const port = await service.start();
+    await service.stop();
+    return port;
+}
+
+/** @param {import('node:test').TestContext} t @param {import('node:net').Server} server */
+async function listen(t, server) {
+    await new Promise((resolve) => server.listen(0, '127.0.0.1', () => resolve(undefined)));
+    t.after(() => server.close());
+    return /** @type {import('node:net').AddressInfo} */ (server.address()).port;
+}
+
+/** @param {() => Promise<any>} call @param {number} limitMs */
+async function failsWithin(call, limitMs) {
+    const started = performance.now();
+    const answer = await call();
+    const took = performance.now() - started;
+    assert.ok(answer.isError, text(answer));
+    assert.ok(took <= limitMs, `${took} ms`);
+    return text(answer);
+}
+
+test('HostAbsent_HandshakeAndListWorkAndACallFailsAtOnceThenWorksOnceItIsThere', async (t) => {
+    const port = await closedPort();
+    const { client } = await connect(t, { args: ['--port', String(port)] });
+    assert.ok((await client.listTools()).tools.length > 0);
+    assert.deepEqual((await client.listResources()).resources.map((r) => r.uri), ['aibridge://disks']);
+    for (const call of [read, label]) {
+        const why = await failsWithin(() => client.callTool(call), 5000);
+        assert.match(why, /not running or cannot be reached: nothing answers on port \d+ of this computer, which --port names/);
+        assert.match(why, /Ask the user to start it, and call the tool again then/);
+    }
+    await startService(t, port);
+    assert.ok(!(await client.callTool(read)).isError);
+    assert.ok(!(await client.callTool(label)).isError);
+});
+
+test('HostAbsentAtAResource_FailsWithTheSameWords', async (t) => {
+    const { client } = await connect(t, { args: ['--port', String(await closedPort())] });
+    await assert.rejects(client.readResource({ uri: 'aibridge://disks' }), /not running or cannot be reached/);
+});
+
+test('HostKilledInMidCall_SaysThatTheOutcomeIsUnknownAndTheNextCallWorks', async (t) => {
+    const service = await startService(t);
+    const { client } = await connect(t, { args: ['--port', String(service.port)] });
+    service.answer.ChangePartitionLabel = () => (service.cut(), new Promise(() => {}));
+    const why = await failsWithin(() => client.callTool(label), 5000);
+    assert.match(why, /ended the connection before it answered\. Whether it took the order is not known\. Do NOT simply repeat the call/);
+    service.answer.ChangePartitionLabel = 'Task Queued';
+    assert.ok(!(await client.callTool(label)).isError);
+});
+
+test('HostKilledInMidRead_FailsAtOnceAndTheNextCallWorks', async (t) => {
+    const service = await startService(t);
+    const { client } = await connect(t, { args: ['--port', String(service.port)] });
+    const answer = service.answer.ListAllDisks;
+    service.answer.ListAllDisks = () => (service.cut(), new Promise(() => {}));
+    assert.match(await failsWithin(() => client.callTool(read), 5000), /ended before it answered/);
+    service.answer.ListAllDisks = answer;
+    assert.ok(!(await client.callTool(read)).isError);
+});
+
+test('HostStartedAnew_IsReachedByTheNextCall', async (t) => {
+    const first = await startService(t);
+    const { client } = await connect(t, { args: ['--port', String(first.port)] });
+    assert.ok(!(await client.callTool(read)).isError);
+    const port = first.port;
+    await first.stop();
+    await startService(t, port);
+    assert.ok(!(await client.callTool(read)).isError);
+});
+
+test('HostThatNeverAnswersARead_FailsWithinTheLimitAndTheNextCallWorks', async (t) => {
+    const service = await startService(t);
+    const { client } = await connect(t, { args: ['--port', String(service.port), '--timeout', '1'] });
+    const answer = service.answer.ListAllDisks;
+    service.answer.ListAllDisks = () => new Promise(() => {});
+    assert.match(await failsWithin(() => client.callTool(read), 6000), /did not answer ListAllDisks within 1 s/);
+    service.answer.ListAllDisks = answer;
+    assert.ok(!(await client.callTool(read)).isError);
+});
+
+test('HostThatAnswersAToolTooLate_FailsWithinTheLimitAndStillGetsItsPostProcessing', async (t) => {
+    const service = await startService(t);
+    const { client } = await connect(t, { args: ['--port', String(service.port), '--timeout', '1'] });
+    /** @type {(answer: string) => void} */
+    let answerLate = () => {};
+    service.answer.ChangePartitionLabel = () => new Promise((resolve) => (answerLate = resolve));
+    assert.match(await failsWithin(() => client.callTool(label), 6000), /was sent, and the disk manager did not answer within 1 s\. Whether it took the order is not known/);
+    // Tools that read go on; tools that act wait for the one that is out.
+    assert.ok(!(await client.callTool(read)).isError);
+    assert.match(await failsWithin(() => client.callTool(label), 6000), /has not answered the earlier call ChangePartitionLabel yet/);
+    const reported = new Promise((resolve) => (service.answer.PostProcessing = resolve));
+    answerLate('Task Queued');
+    assert.equal(await reported, 'Task Queued');
+});
+
+test('HostThatNeverAnswersTheHandshake_FailsWithinTheLimit', async (t) => {
+    const port = await listen(t, createServer(() => {}));
+    const { client } = await connect(t, { args: ['--port', String(port), '--timeout', '1'] });
+    assert.match(await failsWithin(() => client.callTool(read), 6000), /accepted the connection and did not answer Init within 1 s/);
+});
+
+test('PortOfAnotherProgram_IsNamedAsSuch', async (t) => {
+    const http = await listen(t, createHttp((_, response) => response.end()));
+    const banner = await listen(t, createServer((socket) => socket.on('error', () => {}).write('220 mail.example ready\r\n')));
+    for (const port of [http, banner]) {
+        const { client } = await connect(t, { args: ['--port', String(port)] });
+        assert.match(await failsWithin(() => client.callTool(read), 9000), /is not the disk manager's agent service\. Ask the user for the right port/);
+    }
+});
+
+test('ServiceThatClosesInMidMessage_FailsAtOnceAndTheNextCallWorks', async (t) => {
+    const half = createServer((socket) => {
+        socket.on('error', () => {});
+        socket.once('data', (call) => {
+            // The reply's header and the start of its record, then the end.
+            const reply = Buffer.from(call);
+            reply[3] = 2;
+            socket.end(reply.subarray(0, reply.length - 2));
+        });
+    });
+    const port = await listen(t, half);
+    const { client } = await connect(t, { args: ['--port', String(port)] });
+    assert.match(await failsWithin(() => client.callTool(read), 9000), /ended before it answered/);
+    await new Promise((resolve) => half.close(resolve));
+    await startService(t, port);
+    assert.ok(!(await client.callTool(read)).isError);
+});
+
+test('ServiceThatAnswersWithAnException_IsReportedAndKept', async (t) => {
+    const service = await startService(t);
+    const { client } = await connect(t, { args: ['--port', String(service.port)] });
+    const answer = service.answer.ListAllDisks;
+    service.answer.ListAllDisks = () => Promise.reject(new Error('no'));
+    assert.match(await failsWithin(() => client.callTool(read), 5000), /refused ListAllDisks/);
+    service.answer.ListAllDisks = answer;
+    assert.ok(!(await client.callTool(read)).isError);
+    assert.equal(service.names().filter((name) => name === 'Init').length, 1);
+});
+
+test('Search_PassesOverOtherProgramsAndFindsTheService', async (t) => {
+    const service = await startService(t);
+    const mute = await listen(t, createServer((socket) => socket.on('error', () => {})));
+    const from = Math.min(service.port, mute);
+    const options = { ...readOptions([], {}, []), searchFrom: from, searchCount: Math.abs(service.port - mute) + 1 };
+    // Ports in between may belong to anybody; the search stays short enough for a test only when they lie close.
+    if (options.searchCount > 64) options.searchFrom = service.port;
+    const scope = { deadline: new Deadline(20000), signal: new AbortController().signal, progress: () => {} };
+    const host = new Host(options, () => {});
+    t.after(() => host.close());
+    assert.equal(await host.ask('Init', [], scope), true);
+});
+
+test('SearchWithoutAService_EndsAndNamesTheRange', async () => {
+    const port = await closedPort();
+    const options = { ...readOptions([], {}, []), searchFrom: port, searchCount: 1 };
+    const scope = { deadline: new Deadline(5000), signal: new AbortController().signal, progress: () => {} };
+    await assert.rejects(new Host(options, () => {}).ask('Init', [], scope), (error) => {
+        assert.ok(error instanceof HostError);
+        assert.equal(error.kind, 'absent');
+        assert.match(error.message, new RegExp(`no port from ${port} to ${port}`));
+        return true;
+    });
+});
+
+test('Gateway_EndsWithItsClientEvenWithAToolUnderWay', async (t) => {
+    const service = await startService(t);
+    const { client, transport } = await connect(t, { args: ['--port', String(service.port)] });
+    const pid = /** @type {number} */ (transport.pid);
+    const called = new Promise((resolve) => (service.answer.ChangePartitionLabel = () => (resolve(undefined), new Promise(() => {}))));
+    client.callTool(label).catch(() => {});
+    await called;
+    // @ts-expect-error the child process is the transport's own
+    const child = transport._process;
+    const exited = once(child, 'exit');
+    child.stdin.end();
+    const [code] = await exited;
+    assert.equal(code, 0);
+    assert.throws(() => process.kill(pid, 0), /ESRCH/);
+});

@@ -1,0 +1,161 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { connect, text } from './support/client.js';
+import { FakeService } from './support/fakeService.js';
+
+const forNow = 'An operation is currently in progress, please wait a few moments and try again. If you need further assistance, please let me know!';
+const busy = 'One or more tasks are currently in execution, please wait a few moments and try again. If you need further assistance, please let me know!';
+const label = { name: 'ChangePartitionLabel', arguments: { driveLetter: 'E', newLabel: 'x' } };
+
+/** @param {import('node:test').TestContext} t @param {{ args?: string[] }} [options] */
+async function start(t, { args = [] } = {}) {
+    const service = new FakeService();
+    await service.start();
+    t.after(() => service.stop());
+    return { service, ...(await connect(t, { args: ['--port', String(service.port), ...args] })) };
+}
+
+test('ActingTool_RunsBetweenPreAndPostProcessing', async (t) => {
+    const { service, client } = await start(t);
+    const answer = await client.callTool(label);
+    assert.deepEqual(service.calls.filter((call) => call.method !== 'Init'), [
+        { method: 'PreProcessing', args: ['ChangePartitionLabel driveLetter=E newLabel=x'] },
+        { method: 'ChangePartitionLabel', args: ['E', 'x'] },
+        { method: 'PostProcessing', args: ['Task Queued'] },
+    ]);
+    assert.ok(!answer.isError);
+    assert.deepEqual(answer.structuredContent, { answer: 'Task Queued', queued: true });
+    assert.match(text(answer), /does NOT mean that the work is done/);
+    assert.match(text(answer), /GetPartitionInfo \(driveLetter "E"\)/);
+});
+
+test('QueuedToolWithADisk_SaysToLookAtThatDisk', async (t) => {
+    const { client } = await start(t);
+    const answer = await client.callTool({ name: 'DiskBringOnline', arguments: { diskIndex: 1 } });
+    assert.match(text(answer), /ListPartitionsOnDisk \(diskIndex 1\)/);
+});
+
+test('PageThatOpens_SaysThatNothingChangedAndNoFindingComes', async (t) => {
+    const { client } = await start(t, { args: ['--tools', 'care'] });
+    const answer = await client.callTool({ name: 'DiskHealthCheck', arguments: { diskIndex: 1 } });
+    assert.match(text(answer), /Nothing has been changed, and no finding comes back/);
+});
+
+test('ReadingTool_NeedsNoGate', async (t) => {
+    const { service, client } = await start(t);
+    const answer = await client.callTool({ name: 'ListPartitionsOnDisk', arguments: { diskIndex: 1 } });
+    assert.deepEqual(service.names(), ['Init', 'ListPartitionsOnDisk']);
+    assert.equal(/** @type {any} */ (answer.structuredContent).partitions[0].rawCapacity, '9007199254740993');
+    assert.match(text(answer), /E: "Dätà", exFAT, 8.00 PB \(9007199254740993 bytes\)/);
+});
+
+test('TwoActingTools_RunOneAfterTheOtherWithThePauseBetween', async (t) => {
+    const { service, client } = await start(t);
+    const started = performance.now();
+    await Promise.all([client.callTool(label), client.callTool(label)]);
+    assert.ok(performance.now() - started >= 2000);
+    assert.deepEqual(service.names().filter((name) => name !== 'Init'), [
+        'PreProcessing', 'ChangePartitionLabel', 'PostProcessing', 'PreProcessing', 'ChangePartitionLabel', 'PostProcessing',
+    ]);
+});
+
+test('FirstRefusal_IsAskedAgainWithProgressUntilItPasses', async (t) => {
+    const { service, client } = await start(t);
+    const allow = service.answer.PreProcessing;
+    service.refuse(forNow);
+    const refuse = service.answer.PreProcessing;
+    let asked = 0;
+    service.answer.PreProcessing = () => (++asked < 4 ? refuse() : allow());
+    /** @type {any[]} */
+    const progress = [];
+    const answer = await client.callTool(label, { onprogress: (p) => progress.push(p) });
+    assert.ok(!answer.isError);
+    assert.equal(asked, 4);
+    assert.ok(progress.length >= 1);
+    assert.match(progress[0].message, /Waiting for the disk manager/);
+});
+
+test('FirstRefusalThatStays_EndsWithinTheLimitAndTellsWhatToDo', async (t) => {
+    const { service, client } = await start(t, { args: ['--timeout', '3'] });
+    service.refuse(forNow);
+    /** @type {any[]} */
+    const progress = [];
+    const started = performance.now();
+    const answer = await client.callTool(label, { onprogress: (p) => progress.push(p) });
+    assert.ok(performance.now() - started >= 1500);
+    assert.ok(progress.length >= 1);
+    assert.ok(answer.isError);
+    assert.match(text(answer), /A dialog has stayed open in the disk manager\. Ask the user to close it/);
+    assert.deepEqual(answer.structuredContent, { allow: false, reasons: forNow });
+    assert.ok(!service.names().includes('ChangePartitionLabel'));
+});
+
+test('SecondRefusal_IsGivenToTheModelAtOnce', async (t) => {
+    const { service, client } = await start(t);
+    service.refuse(busy);
+    const answer = await client.callTool(label);
+    assert.ok(answer.isError);
+    assert.ok(text(answer).includes(busy));
+    assert.match(text(answer), /call the tool again later/);
+    assert.deepEqual(answer.structuredContent, { allow: false, reasons: busy });
+    assert.deepEqual(service.names(), ['Init', 'PreProcessing']);
+});
+
+test('RefusalWithoutReason_SaysThatThereIsNoApplication', async (t) => {
+    const { service, client } = await start(t);
+    service.refuse('');
+    assert.match(text(await client.callTool(label)), /no application behind it/);
+});
+
+test('TaskNotValid_ComesWithTheTargetAndLikelyCauses', async (t) => {
+    const { service, client } = await start(t);
+    service.answer.ResizePartition = 'Task NotValid';
+    const answer = await client.callTool({ name: 'ResizePartition', arguments: { driveLetter: 'C', newPartitionCapacity: 1024 } });
+    assert.ok(answer.isError);
+    assert.deepEqual(service.calls.find((call) => call.method === 'PostProcessing')?.args, ['Task NotValid']);
+    assert.match(text(answer), /^"Task NotValid": ResizePartition was refused/);
+    assert.match(text(answer), /C: "System", NTFS, 100\.00 GB/);
+    assert.match(text(answer), /Likely, not certain: the new size is smaller than what is in use; or the partition belongs to the running system/);
+});
+
+test('TaskNotValidForAnUnknownDriveAndDisk_NamesWhatThereIs', async (t) => {
+    const { service, client } = await start(t);
+    service.answer.ChangePartitionLabel = 'Task NotValid';
+    service.answer.DiskBringOnline = 'Task NotValid';
+    const drive = text(await client.callTool({ ...label, arguments: { driveLetter: 'Q', newLabel: 'x' } }));
+    assert.match(drive, /the inventory has no drive Q:; it has C, E\./);
+    assert.match(drive, /no partition has that drive letter/);
+    const disk = text(await client.callTool({ name: 'DiskBringOnline', arguments: { diskIndex: 7 } }));
+    assert.match(disk, /the inventory has no disk 7; it has 0, 1\./);
+});
+
+test('TaskNotValidForCreatePartition_LooksAtTheRegions', async (t) => {
+    const { service, client } = await start(t);
+    service.answer.CreatePartition = 'Task NotValid';
+    const create = { diskIndex: 0, capacity: '10737418241', fileSystem: 'NTFS', label: '', unallocatedIndex: -1 };
+    assert.match(text(await client.callTool({ name: 'CreatePartition', arguments: create })), /no unallocated region .* large enough/);
+    const fits = text(await client.callTool({ name: 'CreatePartition', arguments: { ...create, capacity: '10737418240' } }));
+    assert.doesNotMatch(fits, /large enough/);
+});
+
+test('AnswersOfTheCloneTools_ArePassedOn', async (t) => {
+    const { service, client } = await start(t, { args: ['--tools', 'clone'] });
+    service.answer.CloneDiskToDisk = 'It seems that disk7 is not exist';
+    service.answer.CloneOSDataFromCurrent = '';
+    const missing = await client.callTool({ name: 'CloneDiskToDisk', arguments: { sourceDiskIndex: 0, destDiskIndex: 7 } });
+    assert.ok(missing.isError);
+    assert.match(text(missing), /"It seems that disk7 is not exist"/);
+    assert.match(text(missing), /has no disk 7; it has 0, 1/);
+    assert.match(text(await client.callTool({ name: 'CloneOSDataFromCurrent', arguments: { targetDiskIndex: 1 } })), /empty answer: the application has no page/);
+});
+
+test('ClientThatStopsWaitingAtTheGate_LeavesTheToolUncalled', async (t) => {
+    const { service, client } = await start(t);
+    service.refuse(forNow);
+    const stop = new AbortController();
+    const waiting = client.callTool(label, { signal: stop.signal, onprogress: () => stop.abort('enough') });
+    await assert.rejects(waiting);
+    service.answer.PreProcessing = new FakeService().answer.PreProcessing;
+    await client.callTool({ name: 'DiskBringOnline', arguments: { diskIndex: 1 } });
+    assert.ok(!service.names().includes('ChangePartitionLabel'));
+});

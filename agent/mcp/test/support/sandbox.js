@@ -1,0 +1,79 @@
+import { spawn, spawnSync } from 'node:child_process';
+import { once } from 'node:events';
+import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import { createInterface } from 'node:readline';
+import { fileURLToPath } from 'node:url';
+
+const root = fileURLToPath(new URL('../../../../', import.meta.url));
+/** Where zorhost, zorcall and the library lie. */
+export const binaries = process.env.AIBRIDGE_BIN ?? join(root, 'build', 'bin');
+
+// The host chooses its port first and binds it later, so another test may take it in between; it then ends with 1.
+const tries = 10;
+const notListening = 1;
+
+/**
+ * The sandbox host on one of its shipped machines.
+ * @param {import('node:test').TestContext} t ends the host at its end
+ * @param {{ machine?: string, change?: (machine: any) => void }} [options] change edits a copy of the machine's file
+ */
+export async function startHost(t, { machine = 'desktop', change } = {}) {
+    for (let i = 0; i < tries; i++) {
+        const host = await startOnce(t, change ? editedMachine(t, machine, change) : machine);
+        if (host) return host;
+    }
+    throw new Error(`zorhost found no port in ${tries} tries`);
+}
+
+/** @param {import('node:test').TestContext} t @param {string} machine */
+async function startOnce(t, machine) {
+    const child = spawn(join(binaries, 'zorhost'), ['--machine', machine, '--headless'], {
+        env: { ...process.env, QT_QPA_PLATFORM: 'offscreen' },
+        stdio: ['ignore', 'pipe', 'pipe'],
+    });
+    let errors = '';
+    child.stderr.on('data', (bytes) => (errors += bytes));
+    /** @type {string[]} */
+    const log = [];
+    const exited = once(child, 'exit');
+    const port = await new Promise((resolve, reject) => {
+        createInterface({ input: child.stdout }).on('line', (line) => {
+            log.push(line);
+            const said = /agent service on .*:(\d+)/.exec(line);
+            if (said) resolve(Number(said[1]));
+        });
+        child.once('error', reject);
+        child.once('exit', (code) => (code === notListening ? resolve(undefined) : reject(new Error(`zorhost ended with ${code}: ${errors}`))));
+    });
+    if (port === undefined) return undefined;
+    const kill = async () => {
+        child.kill('SIGKILL');
+        await exited;
+    };
+    t.after(kill);
+    return { port: /** @type {number} */ (port), log, kill, child };
+}
+
+/** @param {import('node:test').TestContext} t @param {string} machine @param {(machine: any) => void} change */
+function editedMachine(t, machine, change) {
+    const folder = mkdtempSync(join(tmpdir(), 'aibridge-mcp-'));
+    t.after(() => rmSync(folder, { recursive: true, force: true }));
+    const content = JSON.parse(readFileSync(join(root, 'host', 'machines', `${machine}.json`), 'utf8'));
+    change(content);
+    const file = join(folder, 'machine.json');
+    writeFileSync(file, JSON.stringify(content));
+    return file;
+}
+
+/**
+ * What zorcall answers, as it prints it.
+ * @param {number} port
+ * @param {string[]} words
+ */
+export function zorcall(port, ...words) {
+    const run = spawnSync(join(binaries, 'zorcall'), ['--port', String(port), ...words], { encoding: 'utf8' });
+    if (run.error) throw run.error;
+    return run.stdout.trim();
+}
