@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { createServer as createHttp } from 'node:http';
-import { createServer } from 'node:net';
+import { createConnection, createServer } from 'node:net';
 import { once } from 'node:events';
 import { test } from 'node:test';
 import { HostError } from '../src/errors.js';
@@ -136,21 +136,35 @@ test('PortOfAnotherProgram_IsNamedAsSuch', async (t) => {
     }
 });
 
-test('ServiceThatClosesInMidMessage_FailsAtOnceAndTheNextCallWorks', async (t) => {
-    const half = createServer((socket) => {
-        socket.on('error', () => {});
-        socket.once('data', (call) => {
-            // The reply's header and the start of its record, then the end.
-            const reply = Buffer.from(call);
-            reply[3] = 2;
-            socket.end(reply.subarray(0, reply.length - 2));
-        });
+/**
+ * A way to the service that ends, from the moment that spoil() is called, each connection after the first ten bytes
+ * of what the service answers.
+ * @param {import('node:test').TestContext} t
+ * @param {number} servicePort
+ */
+async function cuttingProxy(t, servicePort) {
+    let spoilt = false;
+    const proxy = createServer((socket) => {
+        const service = createConnection(servicePort, '127.0.0.1');
+        for (const end of [socket, service]) end.on('error', () => {});
+        socket.pipe(service);
+        service.on('data', (bytes) => (spoilt ? socket.end(bytes.subarray(0, 10)) : socket.write(bytes)));
+        socket.on('close', () => service.destroy());
+        service.on('close', () => socket.destroy());
     });
-    const port = await listen(t, half);
-    const { client } = await connect(t, { args: ['--port', String(port)] });
+    return { port: await listen(t, proxy), spoil: (/** @type {boolean} */ yes) => (spoilt = yes) };
+}
+
+test('ServiceThatClosesInMidMessage_FailsAtOnceAndTheNextCallWorks', async (t) => {
+    const service = await startService(t);
+    const proxy = await cuttingProxy(t, service.port);
+    const { client } = await connect(t, { args: ['--port', String(proxy.port)] });
+    assert.ok(!(await client.callTool(read)).isError);
+    proxy.spoil(true);
     assert.match(await failsWithin(() => client.callTool(read), 9000), /ended before it answered/);
-    await new Promise((resolve) => half.close(resolve));
-    await startService(t, port);
+    assert.match(await failsWithin(() => client.callTool(label), 9000), /ended before it answered/);
+    assert.ok(!service.names().includes('ChangePartitionLabel'));
+    proxy.spoil(false);
     assert.ok(!(await client.callTool(read)).isError);
 });
 
@@ -165,17 +179,24 @@ test('ServiceThatAnswersWithAnException_IsReportedAndKept', async (t) => {
     assert.equal(service.names().filter((name) => name === 'Init').length, 1);
 });
 
-test('Search_PassesOverOtherProgramsAndFindsTheService', async (t) => {
-    const service = await startService(t);
-    const mute = await listen(t, createServer((socket) => socket.on('error', () => {})));
-    const from = Math.min(service.port, mute);
-    const options = { ...readOptions([], {}, []), searchFrom: from, searchCount: Math.abs(service.port - mute) + 1 };
-    // Ports in between may belong to anybody; the search stays short enough for a test only when they lie close.
-    if (options.searchCount > 64) options.searchFrom = service.port;
+/** A program that never says a word, and the service on the next port. @param {import('node:test').TestContext} t */
+async function muteThenService(t) {
+    for (let i = 0; i < 50; i++) {
+        const mute = createServer((socket) => socket.on('error', () => {}));
+        const port = await listen(t, mute);
+        const service = await startService(t, port + 1).catch(() => undefined);
+        if (service) return port;
+    }
+    throw new Error('no two ports in a row are free');
+}
+
+test('Search_PassesOverAnotherProgramAndFindsTheService', async (t) => {
+    const from = await muteThenService(t);
     const scope = { deadline: new Deadline(20000), signal: new AbortController().signal, progress: () => {} };
-    const host = new Host(options, () => {});
+    const host = new Host({ ...readOptions([], {}, []), searchFrom: from, searchCount: 2 }, () => {});
     t.after(() => host.close());
     assert.equal(await host.ask('Init', [], scope), true);
+    assert.equal(host.finder.last, from + 1);
 });
 
 test('SearchWithoutAService_EndsAndNamesTheRange', async () => {

@@ -1,0 +1,91 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { connect, text } from './support/client.js';
+import { FakeService } from './support/fakeService.js';
+
+const format = { name: 'FormatPartition', arguments: { driveLetter: 'E', fileSystem: 'NTFS', label: 'x', clusterSize: 0, quickFormat: true } };
+const label = { name: 'ChangePartitionLabel', arguments: { driveLetter: 'E', newLabel: 'x' } };
+
+/** @param {import('node:test').TestContext} t @param {Parameters<typeof connect>[1]} [options] */
+async function start(t, options = {}) {
+    const service = new FakeService();
+    await service.start();
+    t.after(() => service.stop());
+    return { service, ...(await connect(t, { ...options, args: ['--port', String(service.port), ...(options.args ?? [])] })) };
+}
+
+for (const modern of [false, true]) {
+    const era = modern ? 'OnTheNewProtocol' : 'OnTheOldProtocol';
+
+    test(`DestroyingTool_${era}_AsksWithTheTargetAndRunsAfterYes`, async (t) => {
+        /** @type {any[]} */
+        const asked = [];
+        const { service, client } = await start(t, { modern, elicit: (params) => (asked.push(params), { action: 'accept', content: { confirm: true } }) });
+        const answer = await client.callTool(format);
+        assert.ok(!answer.isError, text(answer));
+        assert.equal(asked.length, 1);
+        assert.match(asked[0].message, /FormatPartition; driveLetter: E, fileSystem: NTFS/);
+        assert.match(asked[0].message, /E: "Dätà", exFAT, 8\.00 PB/);
+        assert.deepEqual(service.calls.find((call) => call.method === 'FormatPartition')?.args, ['E', 'NTFS', 'x', 0, true]);
+    });
+
+    for (const [name, reply] of /** @type {const} */ ([
+        ['Decline', { action: 'decline' }],
+        ['Cancel', { action: 'cancel' }],
+        ['AnUntickedBox', { action: 'accept', content: { confirm: false } }],
+    ]))
+        test(`DestroyingTool_${era}_IsNotCalledAfter${name}`, async (t) => {
+            const { service, client } = await start(t, { modern, elicit: () => reply });
+            const answer = await client.callTool(format);
+            assert.ok(answer.isError);
+            assert.match(text(answer), /The user was asked and said no\. FormatPartition was not called/);
+            assert.ok(!service.names().includes('PreProcessing') && !service.names().includes('FormatPartition'));
+        });
+
+    test(`ChangingTool_${era}_IsNotAskedAbout`, async (t) => {
+        const { service, client } = await start(t, { modern, elicit: () => assert.fail('asked') });
+        assert.ok(!(await client.callTool(label)).isError);
+        assert.ok(service.names().includes('ChangePartitionLabel'));
+    });
+}
+
+test('DestroyingTool_WithoutElicitation_RunsSinceTheClientAsksByItself', async (t) => {
+    const { service, client } = await start(t);
+    assert.ok(!(await client.callTool(format)).isError);
+    assert.ok(service.names().includes('FormatPartition'));
+});
+
+test('DestroyingTool_WithYes_IsNotAskedAbout', async (t) => {
+    const { service, client } = await start(t, { args: ['--yes'], elicit: () => assert.fail('asked') });
+    assert.ok(!(await client.callTool(format)).isError);
+    assert.ok(service.names().includes('FormatPartition'));
+});
+
+test('AnswerToOneQuestion_AllowsNoOtherCall', async (t) => {
+    const { service, client } = await start(t, { modern: true, elicit: () => ({ action: 'accept', content: { confirm: true } }) });
+    // By hand, as a client could: the answer comes with the state of a question about another drive, or twice.
+    const ask = (/** @type {any} */ call, /** @type {any} */ more) =>
+        /** @type {Promise<any>} */ (client.request({ method: 'tools/call', params: { ...call, ...more } }, { allowInputRequired: true }));
+    const question = await ask(format, {});
+    assert.equal(question.resultType, 'input_required');
+    const yes = { inputResponses: { confirm: { action: 'accept', content: { confirm: true } } }, requestState: question.requestState };
+    const other = { ...format, arguments: { ...format.arguments, driveLetter: 'C' } };
+    assert.equal((await ask(other, yes)).resultType, 'input_required');
+    assert.equal((await ask(format, yes)).resultType, 'input_required', 'the question is used up');
+    assert.ok(!service.names().includes('FormatPartition'));
+    const forged = { ...yes, requestState: `${question.requestState}x` };
+    await assert.rejects(ask(format, forged), /Invalid or expired requestState/);
+});
+
+test('DestroyingTool_WithoutAHost_FailsBeforeTheUserIsAsked', async (t) => {
+    const { service, client } = await start(t, { elicit: () => assert.fail('asked') });
+    await service.stop();
+    assert.match(text(await client.callTool(format)), /not running or cannot be reached/);
+});
+
+test('ReadOnly_OffersNoActingTool', async (t) => {
+    const { service, client } = await start(t, { args: ['--read-only', '--tools', 'all'] });
+    assert.deepEqual((await client.listTools()).tools.map((tool) => tool.name), ['ListAllDisks', 'ListPartitionsOnDisk', 'GetPartitionInfo', 'GetAllPartitionInfo']);
+    await assert.rejects(client.callTool(format));
+    assert.deepEqual(service.names(), []);
+});
