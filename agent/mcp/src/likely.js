@@ -15,6 +15,7 @@ const causes = [
     { holds: ({ facts }) => facts.namedDisks.some((d) => d.index >= 0 && !d.disk), cause: 'there is no disk of that number' },
     { holds: ({ args, facts }) => letterTaken(args, facts), cause: 'the wanted drive letter is in use' },
     { holds: ({ tool, args, facts }) => tool.name === 'CreatePartition' && !regionFits(args, facts), cause: 'no unallocated region of that disk (or not the chosen one) is large enough' },
+    { holds: ({ tool, facts }) => needsSpace(tool) && touchedDisks(facts).some((disk) => disk?.isMbr && BigInt(disk.totalCapacity) > mbrReach), cause: 'an MBR disk holds no partition beyond its first 2 TiB' },
     { holds: ({ tool, args, facts }) => shrinksBelowUse(tool, args, facts), cause: 'the new size is smaller than what is in use' },
     { holds: ({ tool, args, facts }) => givesTooMuch(tool, args, facts), cause: 'the partition that gives has less free space than asked for' },
     { holds: ({ facts }) => facts.namedDrives.some((d) => d.partition?.isCurrentBootPartition || d.partition?.isCurrentSystemPartition), cause: 'the partition belongs to the running system' },
@@ -35,6 +36,11 @@ const causes = [
  * @param {Facts} facts
  */
 export const likelyCauses = (tool, args, facts) => causes.filter(({ holds }) => holds({ tool, args, facts })).map(({ cause }) => cause);
+
+const mbrReach = 2n ** 41n;
+
+/** @param {Tool} tool */
+const needsSpace = (tool) => /^(CreatePartition|ResizePartition|MergePartitions|AllocateSpace)/.test(tool.name);
 
 /** The disks that a call touches, by number or through a drive. @param {Facts} facts */
 const touchedDisks = (facts) => [

@@ -1,0 +1,163 @@
+// The official client over standard input and output, against the real sandbox host.
+import assert from 'node:assert/strict';
+import { createConnection, createServer } from 'node:net';
+import { test } from 'node:test';
+import { connect, text } from './support/client.js';
+import { startHost, zorcall } from './support/sandbox.js';
+
+const gib = 1024n ** 3n;
+
+/** @typedef {import('@modelcontextprotocol/client').Client} Client */
+
+/** @param {Client} client @param {string} name @param {object} [args] */
+const call = (client, name, args = {}) => client.callTool({ name, arguments: /** @type {any} */ (args) });
+
+/** @param {Client} client @param {number} diskIndex @returns {Promise<any[]>} */
+const partitionsOn = async (client, diskIndex) => /** @type {any} */ ((await call(client, 'ListPartitionsOnDisk', { diskIndex })).structuredContent).partitions;
+
+/**
+ * Looks at a disk until it shows what is wanted. The host carries orders out in its own time.
+ * @param {Client} client
+ * @param {number} diskIndex
+ * @param {(partitions: any[]) => any} wanted
+ */
+async function untilShown(client, diskIndex, wanted) {
+    const end = performance.now() + 15000;
+    for (;;) {
+        const partitions = await partitionsOn(client, diskIndex);
+        const found = wanted(partitions);
+        if (found) return found;
+        if (performance.now() > end) assert.fail(`the inventory never showed it: ${JSON.stringify(partitions)}`);
+    }
+}
+
+test('HandshakeListAndRead_ShowTheShippedMachine', async (t) => {
+    const host = await startHost(t);
+    const { client } = await connect(t, { args: ['--port', String(host.port), '--tools', 'all'] });
+    assert.equal(client.getServerVersion()?.name, 'aibridge-mcp');
+    assert.equal((await client.listTools()).tools.length, 66);
+    const answer = await call(client, 'ListAllDisks');
+    const { disks } = /** @type {any} */ (answer.structuredContent);
+    // As the machine's file says.
+    assert.deepEqual(disks.map((/** @type {any} */ d) => [d.diskLabel, d.totalCapacity]), [['NVMe', '1000204886016'], ['SATA', '4000787030016'], ['SATA', '250059350016'], ['USB', '64023257088']]);
+    assert.match(text(answer), /Disk 1: SATA, .*4000787030016 bytes.*MBR/);
+    assert.deepEqual(disks.map((/** @type {any} */ d) => String(d.totalCapacity)), JSON.parse(zorcall(host.port, 'ListAllDisks')).map((/** @type {any} */ d) => String(d.totalCapacity)));
+});
+
+test('CreateFormatAndLabel_AreSeenInTheInventory', async (t) => {
+    const host = await startHost(t);
+    const { client } = await connect(t, { args: ['--port', String(host.port)], elicit: () => ({ action: 'accept', content: { confirm: true } }) });
+    const before = (await partitionsOn(client, 0)).length;
+    const created = await call(client, 'CreatePartition', { diskIndex: 0, capacity: String(10n * gib), fileSystem: 'NTFS', label: 'Agent', unallocatedIndex: -1 });
+    assert.match(text(created), /^"Task Queued"/);
+    const fresh = await untilShown(client, 0, (all) => all.length > before && all.find((p) => p.label === 'Agent'));
+    assert.equal(fresh.fileSystemType, 'NTFS');
+    const letter = fresh.driveLetter.slice(0, 1);
+
+    assert.match(text(await call(client, 'FormatPartition', { driveLetter: letter, fileSystem: 'exFAT', label: 'Formatted', clusterSize: 0, quickFormat: true })), /^"Task Queued"/);
+    await untilShown(client, 0, (all) => all.find((p) => p.label === 'Formatted' && p.fileSystemType === 'exFAT'));
+
+    assert.match(text(await call(client, 'ChangePartitionLabel', { driveLetter: letter, newLabel: 'Lästig' })), /^"Task Queued"/);
+    await untilShown(client, 0, (all) => all.find((p) => p.label === 'Lästig'));
+    const one = /** @type {any} */ ((await call(client, 'GetPartitionInfo', { driveLetter: letter })).structuredContent);
+    assert.deepEqual([one.label, one.fileSystemType, one.rawCapacity], ['Lästig', 'exFAT', String(10n * gib)]);
+});
+
+test('PartitionBeyondTheReachOfMbr_IsRefusedWithThatCauseFirst', async (t) => {
+    const host = await startHost(t);
+    const { client } = await connect(t, { args: ['--port', String(host.port)] });
+    const answer = await call(client, 'CreatePartition', { diskIndex: 1, capacity: String(10n * gib), fileSystem: 'NTFS', label: 'x', unallocatedIndex: -1 });
+    assert.match(text(answer), /Likely, not certain: an MBR disk holds no partition beyond its first 2 TiB/);
+});
+
+test('Refusal_TellsTheTargetAndALikelyCause', async (t) => {
+    const host = await startHost(t);
+    const { client } = await connect(t, { args: ['--port', String(host.port), '--yes'] });
+    const answer = await call(client, 'FormatPartition', { driveLetter: 'Q', fileSystem: 'NTFS', label: 'x', clusterSize: 0, quickFormat: true });
+    assert.ok(answer.isError);
+    assert.match(text(answer), /^"Task NotValid"/);
+    assert.match(text(answer), /no drive Q:; it has C, D, E, F, G, H\./);
+    assert.match(text(answer), /Likely, not certain: no partition has that drive letter/);
+});
+
+test('Elicitation_DeclinedChangesNothingAndAcceptedIsCarriedOut', async (t) => {
+    const host = await startHost(t);
+    let reply = /** @type {any} */ ({ action: 'decline' });
+    const { client } = await connect(t, { args: ['--port', String(host.port)], elicit: () => reply });
+    assert.match(text(await call(client, 'DeletePartition', { driveLetter: 'F' })), /The user was asked and said no/);
+    reply = { action: 'accept', content: { confirm: true } };
+    assert.match(text(await call(client, 'DeletePartition', { driveLetter: 'G' })), /^"Task Queued"/);
+    await untilShown(client, 2, (all) => all.every((p) => !p.driveLetter.startsWith('G')));
+    assert.ok((await partitionsOn(client, 2)).some((p) => p.driveLetter.startsWith('F')));
+    assert.ok(!host.log.some((line) => line.includes('order DeletePartition') && line.includes('F')));
+});
+
+test('HostWithADialogOpen_IsWaitedForWithProgressAndThenReported', async (t) => {
+    const host = await startHost(t, { change: (machine) => (machine.popuped = true) });
+    const { client } = await connect(t, { args: ['--port', String(host.port), '--timeout', '4'] });
+    /** @type {any[]} */
+    const progress = [];
+    const answer = await client.callTool({ name: 'ChangePartitionLabel', arguments: { driveLetter: 'D', newLabel: 'x' } }, { onprogress: (p) => progress.push(p) });
+    assert.ok(progress.length >= 2);
+    assert.ok(answer.isError);
+    assert.match(text(answer), /^Not called: "An operation is currently in progress/);
+    assert.match(text(answer), /Ask the user to close it/);
+});
+
+test('HostAtWork_RefusesTheNextToolUntilItIsDone', async (t) => {
+    const host = await startHost(t, { change: (machine) => (machine.taskMilliseconds = 600000) });
+    const { client } = await connect(t, { args: ['--port', String(host.port)] });
+    assert.match(text(await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'x' })), /^"Task Queued"/);
+    const answer = await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'y' });
+    assert.ok(answer.isError);
+    assert.match(text(answer), /^Not called: "One or more tasks are currently in execution/);
+});
+
+/** A port that stays the same while hosts come and go behind it. @param {import('node:test').TestContext} t */
+async function steadyPort(t) {
+    const behind = { port: 0 };
+    const server = createServer((socket) => {
+        const host = createConnection(behind.port, 'localhost');
+        for (const end of [socket, host]) end.on('error', () => {});
+        socket.pipe(host).pipe(socket);
+        socket.on('close', () => host.destroy());
+        host.on('close', () => socket.destroy());
+    });
+    await new Promise((resolve) => server.listen(0, '127.0.0.1', () => resolve(undefined)));
+    t.after(() => server.close());
+    return { port: /** @type {import('node:net').AddressInfo} */ (server.address()).port, behind };
+}
+
+test('HostKilledInMidCall_IsReportedAndTheNextCallReachesTheHostStartedAnew', async (t) => {
+    const { port, behind } = await steadyPort(t);
+    const first = await startHost(t);
+    behind.port = first.port;
+    const { client } = await connect(t, { args: ['--port', String(port)] });
+    assert.ok(!(await call(client, 'ListAllDisks')).isError);
+    first.child.kill('SIGSTOP');
+    const pending = call(client, 'ListAllDisks');
+    await first.kill();
+    const started = performance.now();
+    const answer = await pending;
+    assert.ok(performance.now() - started < 10000);
+    assert.ok(answer.isError);
+    behind.port = (await startHost(t)).port;
+    assert.ok(!(await call(client, 'ListAllDisks')).isError);
+    assert.match(text(await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'x' })), /^"Task Queued"/);
+});
+
+test('HostThatHangs_EndsTheCallWithinTheLimitAndIsReachedOnceItGoesOn', async (t) => {
+    const host = await startHost(t);
+    const { client } = await connect(t, { args: ['--port', String(host.port), '--timeout', '4'] });
+    host.child.kill('SIGSTOP');
+    const answer = await call(client, 'ListAllDisks');
+    assert.ok(answer.isError);
+    assert.match(text(answer), /did not answer Init within 4 s/);
+    host.child.kill('SIGCONT');
+    const end = performance.now() + 15000;
+    for (;;) {
+        const again = await call(client, 'ListAllDisks');
+        if (!again.isError) break;
+        assert.ok(performance.now() < end, text(again));
+    }
+});
