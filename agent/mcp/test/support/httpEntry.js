@@ -1,0 +1,46 @@
+// A test-only HTTP entry for the conformance suite: the same factory as on standard input and output.
+import { createServer } from 'node:http';
+import { localhostHostValidation, localhostOriginValidation, NodeStreamableHTTPServerTransport } from '@modelcontextprotocol/node';
+import { Gateway } from '../../src/gateway.js';
+import { readOptions } from '../../src/options.js';
+import { loadTable } from '../../src/table.js';
+import { randomUUID } from 'node:crypto';
+
+/**
+ * @param {number} hostPort port of the service behind the gateway
+ * @returns {Promise<{ url: string, close: () => Promise<void> }>}
+ */
+export async function serveHttp(hostPort) {
+    const gateway = new Gateway(readOptions(['--port', String(hostPort), '--tools', 'all'], {}, Object.keys(loadTable().groups)));
+    /** @type {Map<string, NodeStreamableHTTPServerTransport>} */
+    const sessions = new Map();
+    const validHost = localhostHostValidation();
+    const validOrigin = localhostOriginValidation();
+    const server = createServer(async (request, response) => {
+        if (!validHost(request, response) || !validOrigin(request, response)) return;
+        const id = request.headers['mcp-session-id'];
+        const transport = (typeof id === 'string' && sessions.get(id)) || (await newSession(gateway, sessions));
+        await transport.handleRequest(request, response);
+    });
+    await new Promise((resolve) => server.listen(0, '127.0.0.1', () => resolve(undefined)));
+    const { port } = /** @type {import('node:net').AddressInfo} */ (server.address());
+    return {
+        url: `http://localhost:${port}/mcp`,
+        close: async () => {
+            server.closeAllConnections();
+            await new Promise((resolve) => server.close(resolve));
+            await gateway.close();
+        },
+    };
+}
+
+/** @param {Gateway} gateway @param {Map<string, NodeStreamableHTTPServerTransport>} sessions */
+async function newSession(gateway, sessions) {
+    /** @type {NodeStreamableHTTPServerTransport} */
+    const transport = new NodeStreamableHTTPServerTransport({
+        sessionIdGenerator: () => randomUUID(),
+        onsessioninitialized: (id) => void sessions.set(id, transport),
+    });
+    await gateway.server().connect(transport);
+    return transport;
+}
