@@ -1,0 +1,22 @@
+// Prints what the tool list costs a model, by the count of src/tokens.js, for each choice of groups.
+import { Gateway } from '../src/gateway.js';
+import { instructions } from '../src/instructions.js';
+import { readOptions } from '../src/options.js';
+import { listed } from '../src/schema.js';
+import { loadTable } from '../src/table.js';
+import { countTokens } from '../src/tokens.js';
+
+const table = loadTable();
+const groups = Object.keys(table.groups);
+
+/** @param {string} name @param {string[]} argv */
+function row(name, argv) {
+    const { tools } = new Gateway(readOptions(argv, {}, groups));
+    const tokens = countTokens(JSON.stringify(tools.map((tool) => listed(tool, table))));
+    console.log(`${name.padEnd(14)}${String(tools.length).padStart(6)}${String(tokens).padStart(9)}${String(countTokens(instructions(table, tools))).padStart(14)}`);
+}
+
+console.log(`${'groups'.padEnd(14)}${'tools'.padStart(6)}${'tokens'.padStart(9)}${'instructions'.padStart(14)}`);
+for (const group of groups) row(group, ['--tools', group]);
+row('(default)', []);
+row('all', ['--tools', 'all']);
