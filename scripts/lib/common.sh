@@ -7,13 +7,13 @@ build_dir=$root/build
 say() { printf '== %s\n' "$*"; }
 die() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 2; }
 
-# Installs the packages of scripts/lib/packages that are missing; says which; does nothing when none is.
+# Installs the packages of a list (scripts/lib/packages) that are missing; says which; does nothing when none is.
 install_packages() {
-    local missing=() name
+    local list=${1:-$root/scripts/lib/packages} missing=() name
     while read -r name; do
         case $name in '' | \#*) continue ;; esac
         dpkg-query -W -f='${Status}' "$name" 2>/dev/null | grep -q 'ok installed' || missing+=("$name")
-    done <"$root/scripts/lib/packages"
+    done <"$list"
     [ ${#missing[@]} -eq 0 ] && return
     say "installing: ${missing[*]}"
     local sudo=()

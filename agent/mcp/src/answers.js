@@ -96,7 +96,7 @@ function said(tool, answer) {
 
 /** @param {Facts} facts */
 export function targetLines(facts) {
-    const letters = facts.partitions.map((p) => p.driveLetter.slice(0, 1).toUpperCase()).filter((letter) => /[A-Z]/.test(letter));
+    const letters = facts.partitions.map((p) => p.driveLetter.slice(0, 1).toUpperCase()).filter((letter) => /[A-Z]/.test(letter)).sort();
     return [
         ...facts.namedDisks.filter(({ index }) => index >= 0).flatMap(({ arg, index, disk }) => {
             if (!disk) return [`${arg}: the inventory has no disk ${index}; it has ${facts.disks.map((d) => d.diskIndex).join(', ') || 'none'}.`];

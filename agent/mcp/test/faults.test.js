@@ -101,7 +101,7 @@ test('HostThatNeverAnswersARead_FailsWithinTheLimitAndTheNextCallWorks', async (
     const { client } = await connect(t, { args: ['--port', String(service.port), '--timeout', '1'] });
     const answer = service.answer.ListAllDisks;
     service.answer.ListAllDisks = () => new Promise(() => {});
-    assert.match(await failsWithin(() => client.callTool(read), 6000), /did not answer ListAllDisks within 1 s/);
+    assert.match(await failsWithin(() => client.callTool(read), 6000), /did not answer ListAllDisks within [\d.]+ s/);
     service.answer.ListAllDisks = answer;
     assert.ok(!(await client.callTool(read)).isError);
 });
@@ -124,7 +124,7 @@ test('HostThatAnswersAToolTooLate_FailsWithinTheLimitAndStillGetsItsPostProcessi
 test('HostThatNeverAnswersTheHandshake_FailsWithinTheLimit', async (t) => {
     const port = await listen(t, createServer(() => {}));
     const { client } = await connect(t, { args: ['--port', String(port), '--timeout', '1'] });
-    assert.match(await failsWithin(() => client.callTool(read), 6000), /accepted the connection and did not answer Init within 1 s/);
+    assert.match(await failsWithin(() => client.callTool(read), 6000), /accepted the connection and did not answer Init within [\d.]+ s/);
 });
 
 test('PortOfAnotherProgram_IsNamedAsSuch', async (t) => {

@@ -1,4 +1,4 @@
-import { spawn, spawnSync } from 'node:child_process';
+import { spawn } from 'node:child_process';
 import { once } from 'node:events';
 import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
@@ -68,12 +68,18 @@ function editedMachine(t, machine, change) {
 }
 
 /**
- * What zorcall answers, as it prints it.
+ * What zorcall prints, line by line.
  * @param {number} port
  * @param {string[]} words
+ * @returns {Promise<string[]>}
  */
-export function zorcall(port, ...words) {
-    const run = spawnSync(join(binaries, 'zorcall'), ['--port', String(port), ...words], { encoding: 'utf8' });
-    if (run.error) throw run.error;
-    return run.stdout.trim();
+export async function zorcall(port, ...words) {
+    const child = spawn(join(binaries, 'zorcall'), ['--port', String(port), ...words], { stdio: ['ignore', 'pipe', 'pipe'] });
+    let printed = '';
+    child.stdout.on('data', (bytes) => (printed += bytes));
+    await once(child, 'close');
+    return printed.trim().split('\n');
 }
+
+/** JSON with every number as a text, so that none loses a digit. @param {string} json */
+export const parseDigits = (json) => JSON.parse(json.replace(/(": |\[|, )(-?\d+)(?=[,}\]])/g, '$1"$2"'));
