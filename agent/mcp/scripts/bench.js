@@ -8,14 +8,22 @@ import { Client } from '@modelcontextprotocol/client';
 import { StdioClientTransport } from '@modelcontextprotocol/client/stdio';
 import { HostConnection } from '../src/connection.js';
 
-const { values } = parseArgs({ options: { port: { type: 'string' }, calls: { type: 'string', default: '1000' } } });
+const { values } = parseArgs({
+    options: { port: { type: 'string' }, calls: { type: 'string', default: '1000' } },
+});
 const port = Number(values.port ?? process.env.AGENT_NATIVE_PORT);
 const count = Number(values.calls);
 
 const direct = await HostConnection.to(port, 10000);
 const client = new Client({ name: 'bench', version: '1' });
 const program = fileURLToPath(new URL('../bin/aibridge-mcp.js', import.meta.url));
-await client.connect(new StdioClientTransport({ command: process.execPath, args: [program, '--port', String(port)], stderr: 'ignore' }));
+await client.connect(
+    new StdioClientTransport({
+        command: process.execPath,
+        args: [program, '--port', String(port)],
+        stderr: 'ignore',
+    }),
+);
 
 /** @param {() => Promise<any>} call */
 async function timed(call) {
@@ -42,12 +50,16 @@ for (const [method, wire, args] of reads) {
     // The first tenth warms both ways up.
     for (let i = -count / 10; i < count; i++) {
         const directly = await timed(() => direct.call(method, wire, 10000));
-        const through = await timed(() => client.callTool({ name: method, arguments: /** @type {any} */ (args) }));
-        if (i >= 0) times.direct.push(directly), times.gateway.push(through);
+        const through = await timed(() =>
+            client.callTool({ name: method, arguments: /** @type {any} */ (args) }),
+        );
+        if (i >= 0) (times.direct.push(directly), times.gateway.push(through));
     }
     const [a, b] = [median(times.direct), median(times.gateway)];
     worst = Math.max(worst, b - a);
-    console.log(`${method.padEnd(22)}${a.toFixed(3).padStart(9)}${b.toFixed(3).padStart(9)}${(b - a).toFixed(3).padStart(9)}`);
+    console.log(
+        `${method.padEnd(22)}${a.toFixed(3).padStart(9)}${b.toFixed(3).padStart(9)}${(b - a).toFixed(3).padStart(9)}`,
+    );
 }
 await client.close();
 direct.close();

@@ -12,9 +12,13 @@ import { fileURLToPath } from 'node:url';
 import { FakeService } from '../test/support/fakeService.js';
 import { serveHttp } from '../test/support/httpEntry.js';
 
-const suite = fileURLToPath(new URL('../node_modules/@modelcontextprotocol/conformance/dist/index.js', import.meta.url));
+const suite = fileURLToPath(
+    new URL('../node_modules/@modelcontextprotocol/conformance/dist/index.js', import.meta.url),
+);
 /** @type {Record<string, string>} */
-const expected = JSON.parse(readFileSync(new URL('../test/conformance.json', import.meta.url), 'utf8')).expectedFailures;
+const expected = JSON.parse(
+    readFileSync(new URL('../test/conformance.json', import.meta.url), 'utf8'),
+).expectedFailures;
 
 const scratch = mkdtempSync(join(tmpdir(), 'aibridge-conformance-'));
 const service = new FakeService();
@@ -23,11 +27,29 @@ let code = 1;
 try {
     const baseline = join(scratch, 'expected.yml');
     const names = Object.keys(expected);
-    writeFileSync(baseline, names.length > 0 ? `server:\n${names.map((name) => `  - ${name}\n`).join('')}` : 'server: []\n');
-    const run = spawn(process.execPath, [suite, 'server', '--url', entry.url, '--suite', 'all', '-o', join(scratch, 'results'), '--expected-failures', baseline], {
-        stdio: 'inherit',
-        cwd: scratch,
-    });
+    writeFileSync(
+        baseline,
+        names.length > 0 ? `server:\n${names.map((name) => `  - ${name}\n`).join('')}` : 'server: []\n',
+    );
+    const run = spawn(
+        process.execPath,
+        [
+            suite,
+            'server',
+            '--url',
+            entry.url,
+            '--suite',
+            'all',
+            '-o',
+            join(scratch, 'results'),
+            '--expected-failures',
+            baseline,
+        ],
+        {
+            stdio: 'inherit',
+            cwd: scratch,
+        },
+    );
     code = await new Promise((resolve) => run.on('close', (status) => resolve(status ?? 1)));
     console.log('\nWhy the expected failures fail:');
     for (const name of names) console.log(`  ${name}: ${expected[name]}`);

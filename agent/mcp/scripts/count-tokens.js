@@ -13,10 +13,14 @@ const groups = Object.keys(table.groups);
 function row(name, argv) {
     const { tools } = new Gateway(readOptions(argv, {}, groups));
     const tokens = countTokens(JSON.stringify(tools.map((tool) => listed(tool, table))));
-    console.log(`${name.padEnd(14)}${String(tools.length).padStart(6)}${String(tokens).padStart(9)}${String(countTokens(instructions(table, tools))).padStart(14)}`);
+    console.log(
+        `${name.padEnd(14)}${String(tools.length).padStart(6)}${String(tokens).padStart(9)}${String(countTokens(instructions(table, tools))).padStart(14)}`,
+    );
 }
 
-console.log(`${'groups'.padEnd(14)}${'tools'.padStart(6)}${'tokens'.padStart(9)}${'instructions'.padStart(14)}`);
+console.log(
+    `${'groups'.padEnd(14)}${'tools'.padStart(6)}${'tokens'.padStart(9)}${'instructions'.padStart(14)}`,
+);
 for (const group of groups) row(group, ['--tools', group]);
 row('(default)', []);
 row('all', ['--tools', 'all']);

@@ -14,7 +14,10 @@ const target = join(here, '..', 'generated');
 const { values } = parseArgs({
     options: {
         thrift: { type: 'string', default: 'thrift' },
-        interface: { type: 'string', default: join(here, '..', '..', '..', 'service', 'ZORNativePlugin.thrift') },
+        interface: {
+            type: 'string',
+            default: join(here, '..', '..', '..', 'service', 'ZORNativePlugin.thrift'),
+        },
     },
 });
 const source = resolve(values.interface);
@@ -24,8 +27,11 @@ const writtenAt = (file) => statSync(file, { throwIfNoEntry: false })?.mtimeMs ?
 
 /** @param {string} generator @param {string} folder */
 function compile(generator, folder) {
-    const run = spawnSync(values.thrift, ['--gen', generator, '-out', folder, source], { stdio: ['ignore', 2, 2] });
-    if (run.error || run.status !== 0) throw run.error ?? new Error(`${values.thrift} ended with ${run.status}`);
+    const run = spawnSync(values.thrift, ['--gen', generator, '-out', folder, source], {
+        stdio: ['ignore', 2, 2],
+    });
+    if (run.error || run.status !== 0)
+        throw run.error ?? new Error(`${values.thrift} ended with ${run.status}`);
 }
 
 const newest = Math.max(writtenAt(source), writtenAt(fileURLToPath(import.meta.url)));
@@ -38,9 +44,14 @@ if (writtenAt(join(target, 'ZORNativePlugin.json')) <= newest) {
         // The compiler writes CommonJS; this package is made of ES modules.
         writeFileSync(join(aside, 'package.json'), '{ "type": "commonjs" }\n');
         const names = ['ZORNativePlugin', 'ZORNativePlugin_types'];
-        for (const name of names) writeFileSync(join(aside, `${name}.d.ts`), 'declare const all: any;\nexport = all;\n');
+        for (const name of names)
+            writeFileSync(join(aside, `${name}.d.ts`), 'declare const all: any;\nexport = all;\n');
         mkdirSync(target, { recursive: true });
-        const files = ['package.json', ...names.flatMap((name) => [`${name}.d.ts`, `${name}.js`]), 'ZORNativePlugin.json'];
+        const files = [
+            'package.json',
+            ...names.flatMap((name) => [`${name}.d.ts`, `${name}.js`]),
+            'ZORNativePlugin.json',
+        ];
         for (const file of files) renameSync(join(aside, file), join(target, file));
     } finally {
         rmSync(aside, { recursive: true, force: true });

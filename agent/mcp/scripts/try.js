@@ -6,7 +6,10 @@ import { Client } from '@modelcontextprotocol/client';
 import { getDefaultEnvironment, StdioClientTransport } from '@modelcontextprotocol/client/stdio';
 
 const program = fileURLToPath(new URL('../bin/aibridge-mcp.js', import.meta.url));
-const env = { ...getDefaultEnvironment(), ...(process.env.AGENT_NATIVE_PORT && { AGENT_NATIVE_PORT: process.env.AGENT_NATIVE_PORT }) };
+const env = {
+    ...getDefaultEnvironment(),
+    ...(process.env.AGENT_NATIVE_PORT && { AGENT_NATIVE_PORT: process.env.AGENT_NATIVE_PORT }),
+};
 const client = new Client({ name: 'try', version: '1' }, { capabilities: { elicitation: {} } });
 let agree = false;
 client.setRequestHandler('elicitation/create', async (request) => {
@@ -20,17 +23,26 @@ const chapter = (title) => console.log(`\n--- ${title}`);
 /** @param {string} name @param {Record<string, any>} [args] @returns {Promise<any>} */
 async function call(name, args = {}) {
     console.log(`\nmodel> ${name} ${JSON.stringify(args)}`);
-    const result = await client.callTool({ name, arguments: args }, { onprogress: ({ message }) => console.log(`       (${message})`) });
-    for (const part of result.content) if (part.type === 'text') console.log(part.text.replace(/^/gm, '       '));
+    const result = await client.callTool(
+        { name, arguments: args },
+        { onprogress: ({ message }) => console.log(`       (${message})`) },
+    );
+    for (const part of result.content)
+        if (part.type === 'text') console.log(part.text.replace(/^/gm, '       '));
     return result.structuredContent;
 }
 
 /** The first disk with an unallocated region of that many bytes. @param {any[]} partitions @param {bigint} size */
-const diskWithRoom = (partitions, size) => partitions.find((p) => p.isUnallocated && !p.isMbr && BigInt(p.rawCapacity) >= size)?.diskIndex ?? 0;
+const diskWithRoom = (partitions, size) =>
+    partitions.find((p) => p.isUnallocated && !p.isMbr && BigInt(p.rawCapacity) >= size)?.diskIndex ?? 0;
 
-await client.connect(new StdioClientTransport({ command: process.execPath, args: [program], env, stderr: 'ignore' }));
+await client.connect(
+    new StdioClientTransport({ command: process.execPath, args: [program], env, stderr: 'ignore' }),
+);
 chapter('What is offered?');
-console.log(`${client.getServerVersion()?.title}: ${(await client.listTools()).tools.map((tool) => tool.name).join(', ')}`);
+console.log(
+    `${client.getServerVersion()?.title}: ${(await client.listTools()).tools.map((tool) => tool.name).join(', ')}`,
+);
 
 chapter('What is there?');
 await call('ListAllDisks');
@@ -38,11 +50,21 @@ const { partitions } = await call('GetAllPartitionInfo');
 
 chapter('Create a partition. Queued is not done: the inventory tells.');
 const diskIndex = diskWithRoom(partitions, 10737418240n);
-await call('CreatePartition', { diskIndex, capacity: '10737418240', fileSystem: 'NTFS', label: 'Agent', unallocatedIndex: -1 });
+await call('CreatePartition', {
+    diskIndex,
+    capacity: '10737418240',
+    fileSystem: 'NTFS',
+    label: 'Agent',
+    unallocatedIndex: -1,
+});
 await call('ListPartitionsOnDisk', { diskIndex });
 
 chapter('Format a partition: the user is asked, first says no, then yes.');
-const letter = partitions.filter((/** @type {any} */ p) => /^[D-Z]/.test(p.driveLetter)).at(-1)?.driveLetter.slice(0, 1) ?? 'D';
+const letter =
+    partitions
+        .filter((/** @type {any} */ p) => /^[D-Z]/.test(p.driveLetter))
+        .at(-1)
+        ?.driveLetter.slice(0, 1) ?? 'D';
 const format = { driveLetter: letter, fileSystem: 'NTFS', label: 'Fresh', clusterSize: 0, quickFormat: true };
 await call('FormatPartition', format);
 agree = true;

@@ -13,7 +13,10 @@ export const queued = 'Task Queued';
 export const notValid = 'Task NotValid';
 
 /** @param {string} text @param {object} [content] @returns {CallToolResult} */
-const result = (text, content) => ({ content: [{ type: 'text', text }], ...(content && { structuredContent: /** @type {any} */ (content) }) });
+const result = (text, content) => ({
+    content: [{ type: 'text', text }],
+    ...(content && { structuredContent: /** @type {any} */ (content) }),
+});
 
 /** @param {string} text @param {object} [content] @returns {CallToolResult} */
 export const failure = (text, content) => ({ ...result(text, content), isError: true });
@@ -35,12 +38,18 @@ export function readAnswer(tool, args, found) {
 function summary(tool, args, found) {
     switch (tool.name) {
         case 'ListAllDisks':
-            return found.length > 0 ? found.map(diskLine).join('\n') : 'The inventory holds no disk. The application may still be starting.';
+            return found.length > 0
+                ? found.map(diskLine).join('\n')
+                : 'The inventory holds no disk. The application may still be starting.';
         case 'GetPartitionInfo':
-            return found.driveLetter === '' ? `No partition has the drive letter ${String(args.driveLetter).slice(0, 1).toUpperCase()}. The record is empty.` : partitionLine(found);
+            return found.driveLetter === ''
+                ? `No partition has the drive letter ${String(args.driveLetter).slice(0, 1).toUpperCase()}. The record is empty.`
+                : partitionLine(found);
         default:
             if (found.length > 0) return partitionLines(found).join('\n');
-            return args.diskIndex === undefined ? 'The inventory holds no partition.' : `The inventory holds no partition on disk ${args.diskIndex}; ListAllDisks tells which disks there are.`;
+            return args.diskIndex === undefined
+                ? 'The inventory holds no partition.'
+                : `The inventory holds no partition on disk ${args.diskIndex}; ListAllDisks tells which disks there are.`;
     }
 }
 
@@ -52,7 +61,10 @@ function summary(tool, args, found) {
 export function queuedAnswer(tool, args) {
     const told = `"${queued}": the application took the order ${tool.name}. `;
     if (tool.class === 'opens')
-        return result(`${told}It opens a page on the user's screen; the rest is done there by the user. Nothing has been changed, and no finding comes back here.`, { answer: queued, queued: true });
+        return result(
+            `${told}It opens a page on the user's screen; the rest is done there by the user. Nothing has been changed, and no finding comes back here.`,
+            { answer: queued, queued: true },
+        );
     const look = lookAgain(tool, args);
     return result(
         `${told}This does NOT mean that the work is done, or that it will succeed: the application works on its own, may ask the user, and sends` +
@@ -64,7 +76,8 @@ export function queuedAnswer(tool, args) {
 /** @param {Tool} tool @param {PlainRecord} args */
 function lookAgain(tool, args) {
     const looks = Object.entries(args).flatMap(([name, value]) => {
-        if (/driveLetter\d?$/i.test(name)) return [`GetPartitionInfo (driveLetter "${String(value).slice(0, 1).toUpperCase()}")`];
+        if (/driveLetter\d?$/i.test(name))
+            return [`GetPartitionInfo (driveLetter "${String(value).slice(0, 1).toUpperCase()}")`];
         return /diskIndex$/i.test(name) ? [`ListPartitionsOnDisk (diskIndex ${value})`] : [];
     });
     return `call ${looks.length > 0 ? looks.join(' and ') : 'ListPartitionsOnDisk or GetPartitionInfo'}`;
@@ -89,21 +102,40 @@ export function refusedAnswer(tool, args, answer, facts) {
 
 /** @param {Tool} tool @param {string} answer */
 function said(tool, answer) {
-    if (answer === notValid) return `"${notValid}": ${tool.name} was refused, nothing was handed to the application and nothing has changed.`;
-    if (answer === '') return `${tool.name} got an empty answer: the application has no page for it. Nothing was handed over.`;
+    if (answer === notValid)
+        return `"${notValid}": ${tool.name} was refused, nothing was handed to the application and nothing has changed.`;
+    if (answer === '')
+        return `${tool.name} got an empty answer: the application has no page for it. Nothing was handed over.`;
     return `"${answer}": ${tool.name} was refused, nothing was handed to the application and nothing has changed.`;
 }
 
 /** @param {Facts} facts */
 export function targetLines(facts) {
-    const letters = facts.partitions.map((p) => p.driveLetter.slice(0, 1).toUpperCase()).filter((letter) => /[A-Z]/.test(letter)).sort();
+    const letters = facts.partitions
+        .map((p) => p.driveLetter.slice(0, 1).toUpperCase())
+        .filter((letter) => /[A-Z]/.test(letter))
+        .sort();
     return [
-        ...facts.namedDisks.filter(({ index }) => index >= 0).flatMap(({ arg, index, disk }) => {
-            if (!disk) return [`${arg}: the inventory has no disk ${index}; it has ${facts.disks.map((d) => d.diskIndex).join(', ') || 'none'}.`];
-            return [`${arg}: ${diskLine(disk)}`, ...partitionLines(facts.partitions.filter((p) => p.diskIndex === index)).map((line) => `  ${line}`)];
-        }),
-        ...facts.namedDrives.filter(({ letter }) => letter).map(({ arg, letter, partition }) =>
-            partition ? `${arg}: ${partitionLine(partition)}` : `${arg}: the inventory has no drive ${letter}:; it has ${letters.join(', ') || 'none'}.`,
-        ),
+        ...facts.namedDisks
+            .filter(({ index }) => index >= 0)
+            .flatMap(({ arg, index, disk }) => {
+                if (!disk)
+                    return [
+                        `${arg}: the inventory has no disk ${index}; it has ${facts.disks.map((d) => d.diskIndex).join(', ') || 'none'}.`,
+                    ];
+                return [
+                    `${arg}: ${diskLine(disk)}`,
+                    ...partitionLines(facts.partitions.filter((p) => p.diskIndex === index)).map(
+                        (line) => `  ${line}`,
+                    ),
+                ];
+            }),
+        ...facts.namedDrives
+            .filter(({ letter }) => letter)
+            .map(({ arg, letter, partition }) =>
+                partition
+                    ? `${arg}: ${partitionLine(partition)}`
+                    : `${arg}: the inventory has no drive ${letter}:; it has ${letters.join(', ') || 'none'}.`,
+            ),
     ];
 }

@@ -17,10 +17,20 @@ export class HostConnection {
         this.ended = undefined;
         /** @type {Set<(error: HostError) => void>} */
         this.waiting = new Set();
-        this.thrift = thrift.createConnection('localhost', port, { transport: thrift.TBufferedTransport, protocol: thrift.TBinaryProtocol });
+        this.thrift = thrift.createConnection('localhost', port, {
+            transport: thrift.TBufferedTransport,
+            protocol: thrift.TBinaryProtocol,
+        });
         this.client = thrift.createClient(ZORNativePlugin, this.thrift);
         this.thrift.on('error', (/** @type {any} */ error) => this.end(connectFailed(error, port)));
-        this.thrift.on('close', () => this.end(new HostError('lost', `The connection to the disk manager on port ${port} ended before it answered.`)));
+        this.thrift.on('close', () =>
+            this.end(
+                new HostError(
+                    'lost',
+                    `The connection to the disk manager on port ${port} ended before it answered.`,
+                ),
+            ),
+        );
         this.socket.once('data', (/** @type {Buffer} */ bytes) => this.recognise(bytes));
     }
 
@@ -36,7 +46,9 @@ export class HostConnection {
      */
     static async to(port, ms, signal) {
         const connection = new HostConnection(port);
-        const answered = await connection.call('Init', [], ms, signal).catch((error) => (connection.close(), Promise.reject(error)));
+        const answered = await connection
+            .call('Init', [], ms, signal)
+            .catch((error) => (connection.close(), Promise.reject(error)));
         if (answered === true) return connection;
         connection.close();
         throw stranger(port);
@@ -56,9 +68,16 @@ export class HostConnection {
         const ended = new Promise((_, reject) => (lost = reject));
         ended.catch(() => {});
         this.waiting.add(lost);
-        const answer = this.client[method](...args).catch((/** @type {any} */ error) => Promise.reject(asHostError(error, method)));
+        const answer = this.client[method](...args).catch((/** @type {any} */ error) =>
+            Promise.reject(asHostError(error, method)),
+        );
         try {
-            return await limited(Promise.race([answer, ended]), ms, () => silent(this.port, method, ms), signal);
+            return await limited(
+                Promise.race([answer, ended]),
+                ms,
+                () => silent(this.port, method, ms),
+                signal,
+            );
         } finally {
             this.waiting.delete(lost);
         }
@@ -107,11 +126,17 @@ function silent(port, method, ms) {
 
 /** @param {number} port */
 const stranger = (port) =>
-    new HostError('stranger', `The program that listens on port ${port} is not the disk manager's agent service. Ask the user for the right port (AGENT_NATIVE_PORT, or --port in the gateway's configuration).`);
+    new HostError(
+        'stranger',
+        `The program that listens on port ${port} is not the disk manager's agent service. Ask the user for the right port (AGENT_NATIVE_PORT, or --port in the gateway's configuration).`,
+    );
 
 /** @param {any} error @param {number} port */
 function connectFailed(error, port) {
-    if (error?.code === 'ECONNREFUSED' || error?.errors?.some((/** @type {any} */ e) => e.code === 'ECONNREFUSED'))
+    if (
+        error?.code === 'ECONNREFUSED' ||
+        error?.errors?.some((/** @type {any} */ e) => e.code === 'ECONNREFUSED')
+    )
         return new HostError('absent', `Nothing listens on port ${port}.`);
     if (error?.code) return new HostError('lost', `The connection to port ${port} failed (${error.code}).`);
     return stranger(port);
@@ -120,5 +145,8 @@ function connectFailed(error, port) {
 /** @param {any} error @param {string} method */
 function asHostError(error, method) {
     if (error instanceof HostError) return error;
-    return new HostError('refused', `The disk manager's service refused ${method}: ${error?.message ?? error}.`);
+    return new HostError(
+        'refused',
+        `The disk manager's service refused ${method}: ${error?.message ?? error}.`,
+    );
 }

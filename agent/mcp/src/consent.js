@@ -1,5 +1,10 @@
 import { createHash, randomBytes } from 'node:crypto';
-import { CLIENT_CAPABILITIES_META_KEY, createRequestStateCodec, inputRequired, inputResponse } from '@modelcontextprotocol/server';
+import {
+    CLIENT_CAPABILITIES_META_KEY,
+    createRequestStateCodec,
+    inputRequired,
+    inputResponse,
+} from '@modelcontextprotocol/server';
 import { targetLines } from './answers.js';
 
 /** @import { McpServer, ServerContext } from '@modelcontextprotocol/server' */
@@ -13,7 +18,10 @@ export class Consent {
         this.options = options;
         /** Questions that have been asked and not been answered. @type {Set<string>} */
         this.open = new Set();
-        this.codec = createRequestStateCodec({ key: randomBytes(32), ttlSeconds: Math.ceil(options.askTimeoutMs / 1000) });
+        this.codec = createRequestStateCodec({
+            key: randomBytes(32),
+            ttlSeconds: Math.ceil(options.askTimeoutMs / 1000),
+        });
     }
 
     /** @param {Tool} tool @param {McpServer} server @param {ServerContext} context */
@@ -30,9 +38,19 @@ export class Consent {
      */
     answer(tool, args, context) {
         const view = inputResponse(context.mcpReq.inputResponses, 'confirm');
-        const state = /** @type {{ call: string, nonce: string } | undefined} */ (context.mcpReq.requestState());
-        if (view.kind === 'missing' || !state || !this.open.delete(state.nonce) || state.call !== fingerprint(tool, args)) return 'unasked';
-        return view.kind === 'elicit' && view.action === 'accept' && view.content?.confirm === true ? 'yes' : 'no';
+        const state = /** @type {{ call: string, nonce: string } | undefined} */ (
+            context.mcpReq.requestState()
+        );
+        if (
+            view.kind === 'missing' ||
+            !state ||
+            !this.open.delete(state.nonce) ||
+            state.call !== fingerprint(tool, args)
+        )
+            return 'unasked';
+        return view.kind === 'elicit' && view.action === 'accept' && view.content?.confirm === true
+            ? 'yes'
+            : 'no';
     }
 
     /**
@@ -44,9 +62,18 @@ export class Consent {
         const nonce = randomBytes(12).toString('hex');
         this.open.add(nonce);
         setTimeout(() => this.open.delete(nonce), this.options.askTimeoutMs).unref();
-        const confirm = { type: /** @type {const} */ ('boolean'), title: 'Yes, destroy this data', default: false };
+        const confirm = {
+            type: /** @type {const} */ ('boolean'),
+            title: 'Yes, destroy this data',
+            default: false,
+        };
         return inputRequired({
-            inputRequests: { confirm: inputRequired.elicit({ message: questionText(tool, args, facts), requestedSchema: { type: 'object', properties: { confirm }, required: ['confirm'] } }) },
+            inputRequests: {
+                confirm: inputRequired.elicit({
+                    message: questionText(tool, args, facts),
+                    requestedSchema: { type: 'object', properties: { confirm }, required: ['confirm'] },
+                }),
+            },
             requestState: await this.codec.mint({ call: fingerprint(tool, args), nonce }),
         });
     }
@@ -54,8 +81,14 @@ export class Consent {
 
 /** @param {Tool} tool @param {PlainRecord} args @param {Facts} facts */
 function questionText(tool, args, facts) {
-    const values = Object.entries(args).map(([name, value]) => `${name}: ${value}`).join(', ');
-    return [`An AI agent asks for ${tool.title} (${tool.name}${values && `; ${values}`}). ${tool.about}`, ...targetLines(facts), 'Data may be lost for good. Go on?'].join('\n');
+    const values = Object.entries(args)
+        .map(([name, value]) => `${name}: ${value}`)
+        .join(', ');
+    return [
+        `An AI agent asks for ${tool.title} (${tool.name}${values && `; ${values}`}). ${tool.about}`,
+        ...targetLines(facts),
+        'Data may be lost for good. Go on?',
+    ].join('\n');
 }
 
 /** @param {McpServer} server @param {ServerContext} context */
@@ -68,4 +101,7 @@ function canAsk(server, context) {
 }
 
 /** @param {Tool} tool @param {PlainRecord} args */
-const fingerprint = (tool, args) => createHash('sha256').update(JSON.stringify([tool.name, tool.args.map((arg) => String(args[arg.name]))])).digest('hex');
+const fingerprint = (tool, args) =>
+    createHash('sha256')
+        .update(JSON.stringify([tool.name, tool.args.map((arg) => String(args[arg.name]))]))
+        .digest('hex');

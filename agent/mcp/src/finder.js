@@ -36,7 +36,9 @@ export class HostFinder {
             return await HostConnection.to(port, scope.deadline.within(namedPortMs).left(), scope.signal);
         } catch (error) {
             if (!(error instanceof HostError) || error.kind !== 'absent') throw error;
-            throw absent(`nothing answers on port ${port} of this computer, which ${this.options.portSaidBy} names`);
+            throw absent(
+                `nothing answers on port ${port} of this computer, which ${this.options.portSaidBy} names`,
+            );
         }
     }
 
@@ -44,7 +46,8 @@ export class HostFinder {
     async search({ deadline, signal }) {
         const { searchFrom, searchCount } = this.options;
         const all = Array.from({ length: searchCount }, (_, i) => searchFrom + i);
-        const ports = this.last === undefined ? all : [this.last, ...all.filter((port) => port !== this.last)];
+        const ports =
+            this.last === undefined ? all : [this.last, ...all.filter((port) => port !== this.last)];
         let silentPorts = 0;
         for (const port of ports) {
             if (signal.aborted) throw signal.reason;
@@ -56,11 +59,19 @@ export class HostFinder {
                 if (error.kind === 'silent') silentPorts++;
             }
         }
-        const silence = silentPorts > 0 ? `; ${silentPorts} of them took the connection without a word, which is how a hanging disk manager looks` : '';
-        throw absent(`no port from ${searchFrom} to ${searchFrom + searchCount - 1} of this computer belongs to its agent service${silence}`);
+        const silence =
+            silentPorts > 0
+                ? `; ${silentPorts} of them took the connection without a word, which is how a hanging disk manager looks`
+                : '';
+        throw absent(
+            `no port from ${searchFrom} to ${searchFrom + searchCount - 1} of this computer belongs to its agent service${silence}`,
+        );
     }
 }
 
 /** @param {string} why */
 const absent = (why) =>
-    new HostError('absent', `The disk manager is not running or cannot be reached: ${why}. Nothing was done. Ask the user to start it, and call the tool again then; no restart of this gateway is needed.`);
+    new HostError(
+        'absent',
+        `The disk manager is not running or cannot be reached: ${why}. Nothing was done. Ask the user to start it, and call the tool again then; no restart of this gateway is needed.`,
+    );

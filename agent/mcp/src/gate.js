@@ -52,13 +52,24 @@ export class Gate {
             throw error;
         }
         const cycle = this.callAndReport(connection, method, args);
-        return limited(cycle, scope.deadline.left(), () => unknownOutcome(method, `did not answer within ${this.options.timeoutMs / 1000} s`));
+        return limited(cycle, scope.deadline.left(), () =>
+            unknownOutcome(method, `did not answer within ${this.options.timeoutMs / 1000} s`),
+        );
     }
 
     /** Resolves when no call is under way, at the latest after ms. @param {number} ms */
     async settled(ms) {
-        const scope = { deadline: new Deadline(ms), signal: new AbortController().signal, progress: () => {} };
-        await this.turn.take(scope, () => new Error('still busy')).then(() => this.turn.leave(), () => {});
+        const scope = {
+            deadline: new Deadline(ms),
+            signal: new AbortController().signal,
+            progress: () => {},
+        };
+        await this.turn
+            .take(scope, () => new Error('still busy'))
+            .then(
+                () => this.turn.leave(),
+                () => {},
+            );
     }
 
     /** Waits until PreProcessing says yes, for at most two thirds of the call's limit. @param {string} toolCalls @param {CallScope} scope */
@@ -73,7 +84,9 @@ export class Gate {
             if (answer.reasons !== refusedForNow) throw saidNo(answer);
             if (limit.left() <= askAgainMs) throw saidNo(answer);
             if (performance.now() - reported >= reportMs) {
-                scope.progress('Waiting for the disk manager: a dialog is open there, or another call has just ended.');
+                scope.progress(
+                    'Waiting for the disk manager: a dialog is open there, or another call has just ended.',
+                );
                 reported = performance.now();
             }
             await pause(askAgainMs, scope.signal);
@@ -90,11 +103,15 @@ export class Gate {
         this.unanswered = method;
         try {
             const answer = await connection.call(method, args, this.options.timeoutMs * lateAnswerLimits);
-            await connection.call('PostProcessing', [answer], this.options.timeoutMs).catch((error) => this.log(`PostProcessing of ${method}: ${error.message}`));
+            await connection
+                .call('PostProcessing', [answer], this.options.timeoutMs)
+                .catch((error) => this.log(`PostProcessing of ${method}: ${error.message}`));
             return answer;
         } catch (error) {
             connection.close();
-            throw error instanceof HostError && error.kind !== 'refused' ? unknownOutcome(method, 'ended the connection before it answered') : error;
+            throw error instanceof HostError && error.kind !== 'refused'
+                ? unknownOutcome(method, 'ended the connection before it answered')
+                : error;
         } finally {
             this.unanswered = undefined;
             this.lastEnd = performance.now();
@@ -104,8 +121,13 @@ export class Gate {
     }
 
     waitsTooLong() {
-        const earlier = this.unanswered ? `has not answered the earlier call ${this.unanswered} yet` : 'is still carrying earlier calls of this gateway';
-        return new HostError('silent', `Nothing was done: the disk manager ${earlier}, and tools that act run one at a time. Try again later, or ask the user to look at the application.`);
+        const earlier = this.unanswered
+            ? `has not answered the earlier call ${this.unanswered} yet`
+            : 'is still carrying earlier calls of this gateway';
+        return new HostError(
+            'silent',
+            `Nothing was done: the disk manager ${earlier}, and tools that act run one at a time. Try again later, or ask the user to look at the application.`,
+        );
     }
 }
 
@@ -121,7 +143,11 @@ const unknownOutcome = (method, what) =>
 function saidNo(answer) {
     const detail = { allow: false, reasons: answer.reasons ?? '' };
     if (answer.reasons === refusedForNow)
-        return new HostError('busy', `Not called: "${answer.reasons}" A dialog has stayed open in the disk manager. Ask the user to close it, then call the tool again.`, detail);
+        return new HostError(
+            'busy',
+            `Not called: "${answer.reasons}" A dialog has stayed open in the disk manager. Ask the user to close it, then call the tool again.`,
+            detail,
+        );
     if (answer.reasons === refusedBusy)
         return new HostError(
             'busy',
@@ -129,6 +155,11 @@ function saidNo(answer) {
                 ' inventory to see how far it is, and call the tool again later; calling it again at once will not help.',
             detail,
         );
-    if (!answer.reasons) return new HostError('busy', 'Not called: the service runs, but there is no application behind it. Ask the user to start the disk manager anew.', detail);
+    if (!answer.reasons)
+        return new HostError(
+            'busy',
+            'Not called: the service runs, but there is no application behind it. Ask the user to start the disk manager anew.',
+            detail,
+        );
     return new HostError('busy', `Not called: "${answer.reasons}"`, detail);
 }

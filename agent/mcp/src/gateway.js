@@ -66,7 +66,12 @@ export class Gateway {
             ...(output && { outputSchema: fromJsonSchema(/** @type {any} */ (output)) }),
             annotations: annotations(tool),
         };
-        server.registerTool(tool.name, shown, (/** @type {any} */ args, /** @type {ServerContext} */ context) => this.call(tool, args, server, context));
+        server.registerTool(
+            tool.name,
+            shown,
+            (/** @type {any} */ args, /** @type {ServerContext} */ context) =>
+                this.call(tool, args, server, context),
+        );
     }
 
     /**
@@ -84,8 +89,16 @@ export class Gateway {
             if (tool.class === 'reads') return await this.read(tool, args, wire, scope);
             if (this.consent.needed(tool, server, context)) {
                 const answer = this.consent.answer(tool, args, context);
-                if (answer === 'unasked') return await this.consent.question(tool, args, await factsAbout(this.host, this.table, tool, args, scope));
-                if (answer === 'no') return failure(`The user was asked and said no. ${tool.name} was not called, nothing has changed. Do not call it again unless the user asks for it.`);
+                if (answer === 'unasked')
+                    return await this.consent.question(
+                        tool,
+                        args,
+                        await factsAbout(this.host, this.table, tool, args, scope),
+                    );
+                if (answer === 'no')
+                    return failure(
+                        `The user was asked and said no. ${tool.name} was not called, nothing has changed. Do not call it again unless the user asks for it.`,
+                    );
             }
             return await this.act(tool, args, wire, scope);
         } catch (error) {
@@ -97,7 +110,11 @@ export class Gateway {
 
     /** @param {Tool} tool @param {PlainRecord} args @param {any[]} wire @param {CallScope} scope */
     async read(tool, args, wire, scope) {
-        return readAnswer(tool, args, fromWire(await this.host.ask(tool.name, wire, scope), tool.result, this.table));
+        return readAnswer(
+            tool,
+            args,
+            fromWire(await this.host.ask(tool.name, wire, scope), tool.result, this.table),
+        );
     }
 
     /** @param {Tool} tool @param {PlainRecord} args @param {any[]} wire @param {CallScope} scope */
@@ -117,17 +134,29 @@ export class Gateway {
         /** @param {string} message */
         const progress = (message) => {
             if (context === undefined || token === undefined) return;
-            context.mcpReq.notify({ method: 'notifications/progress', params: { progressToken: token, progress: ++step, message } }).catch(() => {});
+            context.mcpReq
+                .notify({
+                    method: 'notifications/progress',
+                    params: { progressToken: token, progress: ++step, message },
+                })
+                .catch(() => {});
         };
-        return { deadline: new Deadline(this.options.timeoutMs), signal: context?.mcpReq.signal ?? new AbortController().signal, progress };
+        return {
+            deadline: new Deadline(this.options.timeoutMs),
+            signal: context?.mcpReq.signal ?? new AbortController().signal,
+            progress,
+        };
     }
 }
 
 /** The tools that the options leave. @param {import('./types.js').Table} table @param {Options} options */
 export function offered(table, options) {
     const groups = options.groups ?? Object.keys(table.groups).filter((name) => table.groups[name].default);
-    return table.tools.filter((tool) => groups.includes(tool.group) && (!options.readOnly || tool.class === 'reads'));
+    return table.tools.filter(
+        (tool) => groups.includes(tool.group) && (!options.readOnly || tool.class === 'reads'),
+    );
 }
 
 /** What PreProcessing is told about a call; the user sees it. @param {Tool} tool @param {PlainRecord} args */
-const callText = (tool, args) => [tool.name, ...tool.args.map((arg) => `${arg.name}=${args[arg.name]}`)].join(' ');
+const callText = (tool, args) =>
+    [tool.name, ...tool.args.map((arg) => `${arg.name}=${args[arg.name]}`)].join(' ');

@@ -31,7 +31,11 @@ export class Host {
         try {
             return await this.use(connection, method, args, scope);
         } catch (error) {
-            const worthAnother = error instanceof HostError && error.kind === 'lost' && connection.reused && !scope.deadline.passed;
+            const worthAnother =
+                error instanceof HostError &&
+                error.kind === 'lost' &&
+                connection.reused &&
+                !scope.deadline.passed;
             if (!worthAnother) throw error;
         }
         return this.use(await this.takeFresh(scope), method, args, scope);
@@ -102,4 +106,8 @@ export class Host {
     }
 }
 
-const noPlace = () => new HostError('silent', 'The disk manager has not answered earlier calls of this gateway yet. Nothing was done. Try again later.');
+const noPlace = () =>
+    new HostError(
+        'silent',
+        'The disk manager has not answered earlier calls of this gateway yet. Nothing was done. Try again later.',
+    );

@@ -13,6 +13,9 @@ export function instructions(table, tools) {
         '"Task Queued" means that the application took an order, never that the work is done: look at the inventory again. "Task NotValid" means that nothing was handed over. Guides and pages open on the user\'s screen, validate nothing before they open, and the user finishes there.',
         'Tools that act run one at a time, about two seconds apart; the gateway waits by itself. An unknown drive letter reads as an empty record, an unknown disk as an empty list.',
     ];
-    if (missing.length > 0) lines.push(`Not offered now (the user can add groups with --tools in the gateway's configuration): ${missing.map((name) => `${name} (${table.groups[name].about})`).join('; ')}.`);
+    if (missing.length > 0)
+        lines.push(
+            `Not offered now (the user can add groups with --tools in the gateway's configuration): ${missing.map((name) => `${name} (${table.groups[name].about})`).join('; ')}.`,
+        );
     return lines.join('\n');
 }

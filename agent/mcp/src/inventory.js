@@ -22,45 +22,92 @@ import { fromWire, isDiskIndex, isDriveLetter } from './wire.js';
  * @returns {Promise<Facts>}
  */
 export async function factsAbout(host, table, tool, args, scope) {
-    const disks = fromWire(await host.ask('ListAllDisks', [], scope), { list: { record: 'DiskInfo' } }, table);
-    const partitions = fromWire(await host.ask('GetAllPartitionInfo', [], scope), { list: { record: 'PartitionInfo' } }, table);
+    const disks = fromWire(
+        await host.ask('ListAllDisks', [], scope),
+        { list: { record: 'DiskInfo' } },
+        table,
+    );
+    const partitions = fromWire(
+        await host.ask('GetAllPartitionInfo', [], scope),
+        { list: { record: 'PartitionInfo' } },
+        table,
+    );
     return {
         disks,
         partitions,
         namedDisks: tool.args.filter(isDiskIndex).map(({ name }) => {
             const index = Number(args[name]);
-            return { arg: name, index, disk: disks.find((/** @type {PlainRecord} */ d) => d.diskIndex === index) };
+            return {
+                arg: name,
+                index,
+                disk: disks.find((/** @type {PlainRecord} */ d) => d.diskIndex === index),
+            };
         }),
         // A wanted letter names nothing that is there yet.
-        namedDrives: tool.args.filter((arg) => isDriveLetter(arg) && arg.name !== 'newDriveLetter').map(({ name }) => {
-            const letter = String(args[name]).slice(0, 1).toUpperCase();
-            return { arg: name, letter, partition: partitionOf(partitions, letter) };
-        }),
+        namedDrives: tool.args
+            .filter((arg) => isDriveLetter(arg) && arg.name !== 'newDriveLetter')
+            .map(({ name }) => {
+                const letter = String(args[name]).slice(0, 1).toUpperCase();
+                return { arg: name, letter, partition: partitionOf(partitions, letter) };
+            }),
     };
 }
 
 /** @param {PlainRecord[]} partitions @param {string} letter one upper-case letter */
-export const partitionOf = (partitions, letter) => partitions.find((p) => p.driveLetter.slice(0, 1).toUpperCase() === letter);
+export const partitionOf = (partitions, letter) =>
+    partitions.find((p) => p.driveLetter.slice(0, 1).toUpperCase() === letter);
 
 const diskFlags = {
-    isUninitialized: 'uninitialized', isDynamic: 'dynamic', isOffline: 'offline', isReadOnly: 'read-only', isWriteProtected: 'write-protected',
-    isBadDisk: 'bad', isRemovable: 'removable', isUsb: 'USB', isSsd: 'SSD', isVirtualDisk: 'virtual', isStorageSpace: 'storage space',
-    existsBitLocker: 'has BitLocker', isLowSpace: 'low on space', not4kAligned: 'not 4K aligned',
+    isUninitialized: 'uninitialized',
+    isDynamic: 'dynamic',
+    isOffline: 'offline',
+    isReadOnly: 'read-only',
+    isWriteProtected: 'write-protected',
+    isBadDisk: 'bad',
+    isRemovable: 'removable',
+    isUsb: 'USB',
+    isSsd: 'SSD',
+    isVirtualDisk: 'virtual',
+    isStorageSpace: 'storage space',
+    existsBitLocker: 'has BitLocker',
+    isLowSpace: 'low on space',
+    not4kAligned: 'not 4K aligned',
 };
 const partitionFlags = {
-    isCurrentBootPartition: 'holds the running Windows', isCurrentSystemPartition: 'the machine starts from it', gptEfi: 'EFI system partition',
-    gptReserved: 'GPT reserved', gptRecovery: 'recovery partition', isActive: 'active', isHidden: 'hidden', isLogical: 'logical', isDynamic: 'dynamic',
-    isReadOnly: 'read-only', isBadPartition: 'bad', isRawPartition: 'file system not readable', isUnformatted: 'not formatted',
-    isBitlockerEncrypted: 'BitLocker', isLowSpace: 'low on space',
+    isCurrentBootPartition: 'holds the running Windows',
+    isCurrentSystemPartition: 'the machine starts from it',
+    gptEfi: 'EFI system partition',
+    gptReserved: 'GPT reserved',
+    gptRecovery: 'recovery partition',
+    isActive: 'active',
+    isHidden: 'hidden',
+    isLogical: 'logical',
+    isDynamic: 'dynamic',
+    isReadOnly: 'read-only',
+    isBadPartition: 'bad',
+    isRawPartition: 'file system not readable',
+    isUnformatted: 'not formatted',
+    isBitlockerEncrypted: 'BitLocker',
+    isLowSpace: 'low on space',
 };
 
 /** @param {Record<string, string>} names @param {PlainRecord} record */
-const flags = (names, record) => Object.keys(names).filter((name) => record[name] === true).map((name) => names[name]);
+const flags = (names, record) =>
+    Object.keys(names)
+        .filter((name) => record[name] === true)
+        .map((name) => names[name]);
 
 /** One line about a disk. @param {PlainRecord} d */
 export function diskLine(d) {
     const kind = d.isUninitialized ? [] : [d.isGpt ? 'GPT' : 'MBR'];
-    const parts = [d.diskLabel, `${d.displayTotalCapacity} (${d.totalCapacity} bytes)`, ...kind, `${d.partitionCount} entries`, `${d.displayAvailableSpace} free`, ...flags(diskFlags, d)];
+    const parts = [
+        d.diskLabel,
+        `${d.displayTotalCapacity} (${d.totalCapacity} bytes)`,
+        ...kind,
+        `${d.partitionCount} entries`,
+        `${d.displayAvailableSpace} free`,
+        ...flags(diskFlags, d),
+    ];
     return `Disk ${d.diskIndex}: ${parts.filter(Boolean).join(', ')}`;
 }
 
@@ -68,8 +115,17 @@ export function diskLine(d) {
 export function partitionLine(p) {
     const size = `${p.displayRawCapacity} (${p.rawCapacity} bytes)`;
     if (p.isUnallocated) return `Unallocated: ${size}, disk ${p.diskIndex}`;
-    const letter = /^[A-Za-z]/.test(p.driveLetter) ? `${p.driveLetter.slice(0, 1).toUpperCase()}:` : 'No letter:';
-    const parts = [`"${p.label}"`, p.fileSystemType, size, `${p.displayUsedSize} used`, `disk ${p.diskIndex}`, ...flags(partitionFlags, p)];
+    const letter = /^[A-Za-z]/.test(p.driveLetter)
+        ? `${p.driveLetter.slice(0, 1).toUpperCase()}:`
+        : 'No letter:';
+    const parts = [
+        `"${p.label}"`,
+        p.fileSystemType,
+        size,
+        `${p.displayUsedSize} used`,
+        `disk ${p.diskIndex}`,
+        ...flags(partitionFlags, p),
+    ];
     return `${letter} ${parts.filter(Boolean).join(', ')}`;
 }
 

@@ -31,7 +31,10 @@ The Model Context Protocol is spoken on standard input and output; the log goes 
  */
 export function readOptions(argv, env, groupNames) {
     const { values } = parseArgs({ args: argv, options: known });
-    const named = values.port !== undefined ? { port: values.port, by: '--port' } : { port: env.AGENT_NATIVE_PORT || undefined, by: 'AGENT_NATIVE_PORT' };
+    const named =
+        values.port !== undefined
+            ? { port: values.port, by: '--port' }
+            : { port: env.AGENT_NATIVE_PORT || undefined, by: 'AGENT_NATIVE_PORT' };
     return {
         port: named.port === undefined ? undefined : portNumber(named.port, named.by),
         portSaidBy: named.by,
@@ -49,14 +52,16 @@ export function readOptions(argv, env, groupNames) {
 /** @param {string} text @param {string} by */
 function portNumber(text, by) {
     const port = Number(text);
-    if (!/^\d+$/.test(text) || port < 1 || port > 65535) throw new Error(`${by} must be a port from 1 to 65535, and is "${text}"`);
+    if (!/^\d+$/.test(text) || port < 1 || port > 65535)
+        throw new Error(`${by} must be a port from 1 to 65535, and is "${text}"`);
     return port;
 }
 
 /** @param {string} text @param {string} name */
 function seconds(text, name) {
     const value = Number(text);
-    if (!(value > 0 && value <= 3600)) throw new Error(`${name} must be a number of seconds up to 3600, and is "${text}"`);
+    if (!(value > 0 && value <= 3600))
+        throw new Error(`${name} must be a number of seconds up to 3600, and is "${text}"`);
     return value * 1000;
 }
 
@@ -66,6 +71,9 @@ function groupsOf(text, groupNames) {
     if (text === 'all') return groupNames;
     const names = text.split(',').map((name) => name.trim());
     const unknown = names.filter((name) => !groupNames.includes(name));
-    if (unknown.length > 0) throw new Error(`--tools: there is no group "${unknown.join('", "')}"; the groups are ${groupNames.join(', ')}, or all`);
+    if (unknown.length > 0)
+        throw new Error(
+            `--tools: there is no group "${unknown.join('", "')}"; the groups are ${groupNames.join(', ')}, or all`,
+        );
     return names;
 }

@@ -6,6 +6,8 @@ import { fromWire } from './wire.js';
 /** @import { Host } from './host.js' */
 
 const mimeType = 'application/json';
+// Clients list resources when they start, so a host that hangs must not hold them up.
+const listMs = 2000;
 
 /**
  * The inventory as resources: the disks, and the partitions of each disk.
@@ -16,35 +18,59 @@ const mimeType = 'application/json';
  */
 export function offerResources(server, host, table, scopeOf) {
     /** @param {CallScope} scope */
-    const disks = async (scope) => fromWire(await host.ask('ListAllDisks', [], scope), { list: { record: 'DiskInfo' } }, table);
+    const disks = async (scope) =>
+        fromWire(await host.ask('ListAllDisks', [], scope), { list: { record: 'DiskInfo' } }, table);
     /** @param {number} index @param {CallScope} scope */
     const partitions = async (index, scope) =>
-        fromWire(await host.ask('ListPartitionsOnDisk', [index], scope), { list: { record: 'PartitionInfo' } }, table);
+        fromWire(
+            await host.ask('ListPartitionsOnDisk', [index], scope),
+            { list: { record: 'PartitionInfo' } },
+            table,
+        );
 
-    server.registerResource('disks', 'aibridge://disks', { title: 'All disks', description: 'Every disk of the inventory, as DiskInfo records.', mimeType }, async (uri, context) =>
-        document(uri, { disks: await disks(scopeOf(context)) }),
+    server.registerResource(
+        'disks',
+        'aibridge://disks',
+        { title: 'All disks', description: 'Every disk of the inventory, as DiskInfo records.', mimeType },
+        async (uri, context) => document(uri, { disks: await disks(scopeOf(context)) }),
     );
 
     // Without a host there is nothing to list; the failure shows when a resource is read.
     /** @param {ServerContext} [context] */
     const numbers = async (context) => {
+        const scope = scopeOf(context);
         /** @type {import('./types.js').PlainRecord[]} */
-        const found = await disks(scopeOf(context)).catch(() => []);
+        const found = await disks({ ...scope, deadline: scope.deadline.within(listMs) }).catch(() => []);
         return found.map((disk) => disk.diskIndex);
     };
     const template = new ResourceTemplate('aibridge://disks/{diskIndex}/partitions', {
         list: async (context) => ({
-            resources: (await numbers(context)).map((index) => ({ uri: `aibridge://disks/${index}/partitions`, name: `disk-${index}-partitions`, title: `Partitions of disk ${index}`, mimeType })),
+            resources: (await numbers(context)).map((index) => ({
+                uri: `aibridge://disks/${index}/partitions`,
+                name: `disk-${index}-partitions`,
+                title: `Partitions of disk ${index}`,
+                mimeType,
+            })),
         }),
-        complete: { diskIndex: async (value) => (await numbers()).map(String).filter((index) => index.startsWith(value)) },
+        complete: {
+            diskIndex: async (value) =>
+                (await numbers()).map(String).filter((index) => index.startsWith(value)),
+        },
     });
-    const about = { title: 'Partitions of a disk', description: 'Partitions and unallocated regions of a disk, as PartitionInfo records.', mimeType };
+    const about = {
+        title: 'Partitions of a disk',
+        description: 'Partitions and unallocated regions of a disk, as PartitionInfo records.',
+        mimeType,
+    };
     server.registerResource('partitions', template, about, async (uri, { diskIndex }, context) => {
         const index = Number(diskIndex);
-        if (!/^\d+$/.test(String(diskIndex)) || index > 0x7fffffff) throw new Error(`${uri.href} names no disk`);
+        if (!/^\d+$/.test(String(diskIndex)) || index > 0x7fffffff)
+            throw new Error(`${uri.href} names no disk`);
         return document(uri, { diskIndex: index, partitions: await partitions(index, scopeOf(context)) });
     });
 }
 
 /** @param {URL} uri @param {object} content */
-const document = (uri, content) => ({ contents: [{ uri: uri.href, mimeType, text: JSON.stringify(content) }] });
+const document = (uri, content) => ({
+    contents: [{ uri: uri.href, mimeType, text: JSON.stringify(content) }],
+});

@@ -1,7 +1,12 @@
 /** @import { Field, Table, Tool, WireType } from './types.js' */
 
 // A size may need more digits than a JSON number keeps in many clients: outwards it is always a text.
-const outwards = { bool: { type: 'boolean' }, i32: { type: 'integer' }, i64: { type: 'string' }, string: { type: 'string' } };
+const outwards = {
+    bool: { type: 'boolean' },
+    i32: { type: 'integer' },
+    i64: { type: 'string' },
+    string: { type: 'string' },
+};
 const inwards = { ...outwards, i64: { type: ['integer', 'string'] } };
 
 /**
@@ -13,7 +18,11 @@ export function inputSchema(tool) {
     /** @type {Record<string, any>} */
     const properties = {};
     for (const arg of tool.args) properties[arg.name] = described(inwards[plain(arg.type)], arg.about);
-    return { type: 'object', properties, ...(tool.args.length > 0 && { required: tool.args.map((arg) => arg.name) }) };
+    return {
+        type: 'object',
+        properties,
+        ...(tool.args.length > 0 && { required: tool.args.map((arg) => arg.name) }),
+    };
 }
 
 /**
@@ -32,7 +41,10 @@ export function outputSchema(tool, table) {
  * The key under which a list stands in a structured answer, which has to be an object.
  * @param {{ list: WireType }} type
  */
-export const listName = (type) => (typeof type.list === 'object' && 'record' in type.list && type.list.record === 'DiskInfo' ? 'disks' : 'partitions');
+export const listName = (type) =>
+    typeof type.list === 'object' && 'record' in type.list && type.list.record === 'DiskInfo'
+        ? 'disks'
+        : 'partitions';
 
 /**
  * The JSON schema of a record of the interface.
@@ -41,7 +53,10 @@ export const listName = (type) => (typeof type.list === 'object' && 'record' in 
  */
 export function recordSchema(table, name) {
     const fields = table.records[name];
-    return { type: 'object', properties: Object.fromEntries(fields.map((f) => [f.name, typeSchema(f.type, table)])) };
+    return {
+        type: 'object',
+        properties: Object.fromEntries(fields.map((f) => [f.name, typeSchema(f.type, table)])),
+    };
 }
 
 /** @param {WireType} type @param {Table} table @returns {any} */
@@ -62,7 +77,8 @@ function plain(type) {
  * @param {any} schema
  * @param {string} description
  */
-const described = (schema, description) => (/^(Drive letter\.|Disk number\.|)$/.test(description) ? schema : { ...schema, description });
+const described = (schema, description) =>
+    /^(Drive letter\.|Disk number\.|)$/.test(description) ? schema : { ...schema, description };
 
 /** @param {Tool} tool */
 export function annotations(tool) {

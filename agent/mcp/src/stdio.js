@@ -31,7 +31,9 @@ export async function runOnStdio(argv, env) {
     process.stdout.on('error', () => end('the client closed standard output'));
     for (const signal of ['SIGINT', 'SIGTERM', 'SIGHUP']) process.on(signal, () => end(signal));
     serveStdio(() => gateway.server(), { onerror: (error) => log(error.message) });
-    log(`${gateway.tools.length} tools; ${options.port === undefined ? 'the application is looked for when it is needed' : `the application is expected on port ${options.port}`}`);
+    log(
+        `${gateway.tools.length} tools; ${options.port === undefined ? 'the application is looked for when it is needed' : `the application is expected on port ${options.port}`}`,
+    );
 }
 
 /** @param {string[]} argv @param {NodeJS.ProcessEnv} env */

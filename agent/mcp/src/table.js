@@ -23,7 +23,10 @@ export function joinTable(api, own) {
     const functions = api.services[0].functions;
     const methods = functions.map((/** @type {any} */ f) => f.name);
     const acting = functions.filter((/** @type {any} */ f) => !own.gate.includes(f.name));
-    holdSameTools(acting.map((/** @type {any} */ f) => f.name), Object.keys(own.tools));
+    holdSameTools(
+        acting.map((/** @type {any} */ f) => f.name),
+        Object.keys(own.tools),
+    );
     return {
         tools: acting.map((/** @type {any} */ f) => tool(f, own)),
         groups: own.groups,
@@ -35,8 +38,12 @@ export function joinTable(api, own) {
 
 /** @param {string[]} methods @param {string[]} described */
 function holdSameTools(methods, described) {
-    const odd = [...methods.filter((name) => !described.includes(name)), ...described.filter((name) => !methods.includes(name))];
-    if (odd.length > 0) throw new Error(`the interface and tools.json name different tools: ${odd.join(', ')}`);
+    const odd = [
+        ...methods.filter((name) => !described.includes(name)),
+        ...described.filter((name) => !methods.includes(name)),
+    ];
+    if (odd.length > 0)
+        throw new Error(`the interface and tools.json name different tools: ${odd.join(', ')}`);
 }
 
 /**
@@ -54,7 +61,9 @@ function tool(f, own) {
         class: said.class,
         repeatable: Boolean(said.repeatable),
         about: withoutSaidOnce(f.doc, own.saidOnce),
-        args: f.arguments.map(field).map((/** @type {Field} */ a) => ({ ...a, about: withoutSaidOnce(a.about, own.saidOnce) })),
+        args: f.arguments
+            .map(field)
+            .map((/** @type {Field} */ a) => ({ ...a, about: withoutSaidOnce(a.about, own.saidOnce) })),
         result: wireType(f.returnTypeId, f.returnType),
     };
 }

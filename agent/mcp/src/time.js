@@ -43,7 +43,10 @@ export function limited(promise, ms, late, signal) {
         const timer = setTimeout(() => (end(), reject(late())), ms);
         if (signal?.aborted) return stop();
         signal?.addEventListener('abort', stop, { once: true });
-        promise.then((value) => (end(), resolve(value)), (error) => (end(), reject(error)));
+        promise.then(
+            (value) => (end(), resolve(value)),
+            (error) => (end(), reject(error)),
+        );
     });
 }
 

@@ -50,17 +50,26 @@ export const isDiskIndex = (arg) => arg.type === 'i32' && /diskIndex$/i.test(arg
 function driveLetter(tool, arg, value) {
     const mayBeEmpty = /may be empty/i.test(arg.about);
     if (/^[A-Za-z](:\\?)?$/.test(value) || (mayBeEmpty && value === '')) return value;
-    throw invalid(tool, `${arg.name} must be one letter, such as "E" or "E:"${mayBeEmpty ? ', or empty' : ''}, and not "${value}"`);
+    throw invalid(
+        tool,
+        `${arg.name} must be one letter, such as "E" or "E:"${mayBeEmpty ? ', or empty' : ''}, and not "${value}"`,
+    );
 }
 
 /** @param {Tool} tool @param {Field} arg @param {unknown} value @param {bigint[]} range */
 function integer(tool, arg, value, [least, most]) {
     if (typeof value === 'number' && Number.isInteger(value) && !Number.isSafeInteger(value))
-        throw invalid(tool, `${arg.name} is too large for a JSON number to keep every digit: send it as a text of digits`);
-    const whole = (typeof value === 'number' && Number.isInteger(value)) || (typeof value === 'string' && /^-?\d{1,20}$/.test(value));
+        throw invalid(
+            tool,
+            `${arg.name} is too large for a JSON number to keep every digit: send it as a text of digits`,
+        );
+    const whole =
+        (typeof value === 'number' && Number.isInteger(value)) ||
+        (typeof value === 'string' && /^-?\d{1,20}$/.test(value));
     if (!whole) throw invalid(tool, `${arg.name} must be a whole number`);
     const number = BigInt(value);
-    if (number < least || number > most) throw invalid(tool, `${arg.name} must lie between ${least} and ${most}`);
+    if (number < least || number > most)
+        throw invalid(tool, `${arg.name} must lie between ${least} and ${most}`);
     return number;
 }
 
@@ -85,7 +94,9 @@ export function fromWire(value, type, table) {
     if (type === 'i64') return value === null ? '0' : value.buffer.readBigInt64BE(value.offset).toString();
     if (typeof type === 'string') return value ?? { bool: false, i32: 0, string: '' }[type];
     if ('list' in type) return value.map((/** @type {any} */ item) => fromWire(item, type.list, table));
-    return Object.fromEntries(table.records[type.record].map((f) => [f.name, fromWire(value[f.name], f.type, table)]));
+    return Object.fromEntries(
+        table.records[type.record].map((f) => [f.name, fromWire(value[f.name], f.type, table)]),
+    );
 }
 
 /**
@@ -94,4 +105,5 @@ export function fromWire(value, type, table) {
  * @param {any} plain
  * @returns {PlainRecord}
  */
-export const structured = (tool, plain) => (typeof tool.result === 'object' && 'list' in tool.result ? { [listName(tool.result)]: plain } : plain);
+export const structured = (tool, plain) =>
+    typeof tool.result === 'object' && 'list' in tool.result ? { [listName(tool.result)]: plain } : plain;

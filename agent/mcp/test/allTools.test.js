@@ -12,7 +12,9 @@ const walk = fileURLToPath(new URL('../../../scripts/lib/agent-all-tools', impor
 
 /** The calls of the walk over all tools, in its order, without the gate's. @returns {Array<{ line: string, tool: import('../src/types.js').Tool, args: any }>} */
 function calls() {
-    const [, list] = /** @type {RegExpExecArray} */ (/^CALLS = """\n([^"]*(?:"[^"\n]+"[^"]*)*)"""/m.exec(readFileSync(walk, 'utf8')));
+    const [, list] = /** @type {RegExpExecArray} */ (
+        /^CALLS = """\n([^"]*(?:"[^"\n]+"[^"]*)*)"""/m.exec(readFileSync(walk, 'utf8'))
+    );
     return list.split('\n').flatMap((line) => {
         const [name, ...words] = line.split(' ');
         const tool = table.tools.find((one) => one.name === name);
@@ -36,7 +38,9 @@ const plain = (value) => parseDigits(JSON.stringify(value).replace(/":(-?\d)/g, 
 function answerOf(tool, result) {
     assert.ok(result.structuredContent, `${tool.name}: ${text(result)}`);
     if (typeof tool.result === 'string') return result.structuredContent.answer;
-    return plain('list' in tool.result ? Object.values(result.structuredContent)[0] : result.structuredContent);
+    return plain(
+        'list' in tool.result ? Object.values(result.structuredContent)[0] : result.structuredContent,
+    );
 }
 
 /** Asks again while the host is at work on an earlier order, so that no answer depends on how fast it is. @param {() => Promise<any>} ask */
@@ -51,14 +55,18 @@ async function whenIdle(ask) {
 async function throughZorcall(port, { line, tool }) {
     const words = line.split(' ');
     if (tool.class === 'reads') return parseDigits((await zorcall(port, ...words))[0]);
-    return whenIdle(async () => JSON.parse((await zorcall(port, '--gated', '--patient', ...words))[1] ?? '{}')[tool.name]);
+    return whenIdle(
+        async () => JSON.parse((await zorcall(port, '--gated', '--patient', ...words))[1] ?? '{}')[tool.name],
+    );
 }
 
 /** @param {import('@modelcontextprotocol/client').Client} client @param {ReturnType<typeof calls>[number]} call */
 async function throughGateway(client, { tool, args }) {
     return whenIdle(async () => {
         const result = await client.callTool({ name: tool.name, arguments: args });
-        return /** @type {any} */ (result.structuredContent)?.allow === false ? undefined : answerOf(tool, result);
+        return /** @type {any} */ (result.structuredContent)?.allow === false
+            ? undefined
+            : answerOf(tool, result);
     });
 }
 
@@ -74,16 +82,26 @@ test('EveryTool_AnswersThroughTheGatewayAsThroughZorcall', { timeout: 170000 }, 
     for (let i = 0; i < shares; i++) {
         const direct = await startHost(t);
         const behind = await startHost(t);
-        const { client } = await connect(t, { args: ['--port', String(behind.port), '--tools', 'all', '--yes'] });
+        const { client } = await connect(t, {
+            args: ['--port', String(behind.port), '--tools', 'all', '--yes'],
+        });
         const share = all.slice(i * size, (i + 1) * size);
-        runs.push(Promise.all([inTurn(share, (call) => throughZorcall(direct.port, call)), inTurn(share, (call) => throughGateway(client, call))]));
+        runs.push(
+            Promise.all([
+                inTurn(share, (call) => throughZorcall(direct.port, call)),
+                inTurn(share, (call) => throughGateway(client, call)),
+            ]),
+        );
     }
     const answers = await Promise.all(runs);
     const [direct, gateway] = [answers.flatMap((pair) => pair[0]), answers.flatMap((pair) => pair[1])];
     assert.equal(gateway.length, 66);
     for (const [i, { tool }] of all.entries()) assert.deepEqual(gateway[i], direct[i], tool.name);
     // Both answers of the tools that act have been seen.
-    assert.deepEqual([...new Set(gateway.filter((answer) => typeof answer === 'string'))].sort(), ['Task NotValid', 'Task Queued']);
+    assert.deepEqual([...new Set(gateway.filter((answer) => typeof answer === 'string'))].sort(), [
+        'Task NotValid',
+        'Task Queued',
+    ]);
 });
 
 /** @template T, U @param {T[]} all @param {(one: T) => Promise<U>} call */

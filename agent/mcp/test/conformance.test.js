@@ -8,6 +8,13 @@ const script = fileURLToPath(new URL('../scripts/conformance.js', import.meta.ur
 test('ConformanceSuite_PassesButForTheFailuresThatAreExplained', { timeout: 110000 }, () => {
     const run = spawnSync(process.execPath, [script], { encoding: 'utf8' });
     assert.equal(run.status, 0, run.stdout + run.stderr);
-    for (const scenario of ['server-initialize', 'ping', 'tools-list', 'resources-list', 'server-sse-multiple-streams', 'dns-rebinding-protection'])
+    for (const scenario of [
+        'server-initialize',
+        'ping',
+        'tools-list',
+        'resources-list',
+        'server-sse-multiple-streams',
+        'dns-rebinding-protection',
+    ])
         assert.match(run.stdout, new RegExp(`✓ ${scenario}: [1-9]\\d* passed, 0 failed`));
 });

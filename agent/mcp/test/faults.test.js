@@ -50,10 +50,16 @@ test('HostAbsent_HandshakeAndListWorkAndACallFailsAtOnceThenWorksOnceItIsThere',
     const port = await closedPort();
     const { client } = await connect(t, { args: ['--port', String(port)] });
     assert.ok((await client.listTools()).tools.length > 0);
-    assert.deepEqual((await client.listResources()).resources.map((r) => r.uri), ['aibridge://disks']);
+    assert.deepEqual(
+        (await client.listResources()).resources.map((r) => r.uri),
+        ['aibridge://disks'],
+    );
     for (const call of [read, label]) {
         const why = await failsWithin(() => client.callTool(call), 5000);
-        assert.match(why, /not running or cannot be reached: nothing answers on port \d+ of this computer, which --port names/);
+        assert.match(
+            why,
+            /not running or cannot be reached: nothing answers on port \d+ of this computer, which --port names/,
+        );
         assert.match(why, /Ask the user to start it, and call the tool again then/);
     }
     await startService(t, port);
@@ -63,7 +69,10 @@ test('HostAbsent_HandshakeAndListWorkAndACallFailsAtOnceThenWorksOnceItIsThere',
 
 test('HostAbsentAtAResource_FailsWithTheSameWords', async (t) => {
     const { client } = await connect(t, { args: ['--port', String(await closedPort())] });
-    await assert.rejects(client.readResource({ uri: 'aibridge://disks' }), /not running or cannot be reached/);
+    await assert.rejects(
+        client.readResource({ uri: 'aibridge://disks' }),
+        /not running or cannot be reached/,
+    );
 });
 
 test('HostKilledInMidCall_SaysThatTheOutcomeIsUnknownAndTheNextCallWorks', async (t) => {
@@ -71,7 +80,10 @@ test('HostKilledInMidCall_SaysThatTheOutcomeIsUnknownAndTheNextCallWorks', async
     const { client } = await connect(t, { args: ['--port', String(service.port)] });
     service.answer.ChangePartitionLabel = () => (service.cut(), new Promise(() => {}));
     const why = await failsWithin(() => client.callTool(label), 5000);
-    assert.match(why, /ended the connection before it answered\. Whether it took the order is not known\. Do NOT simply repeat the call/);
+    assert.match(
+        why,
+        /ended the connection before it answered\. Whether it took the order is not known\. Do NOT simply repeat the call/,
+    );
     service.answer.ChangePartitionLabel = 'Task Queued';
     assert.ok(!(await client.callTool(label)).isError);
 });
@@ -101,7 +113,10 @@ test('HostThatNeverAnswersARead_FailsWithinTheLimitAndTheNextCallWorks', async (
     const { client } = await connect(t, { args: ['--port', String(service.port), '--timeout', '1'] });
     const answer = service.answer.ListAllDisks;
     service.answer.ListAllDisks = () => new Promise(() => {});
-    assert.match(await failsWithin(() => client.callTool(read), 6000), /did not answer ListAllDisks within [\d.]+ s/);
+    assert.match(
+        await failsWithin(() => client.callTool(read), 6000),
+        /did not answer ListAllDisks within [\d.]+ s/,
+    );
     service.answer.ListAllDisks = answer;
     assert.ok(!(await client.callTool(read)).isError);
 });
@@ -112,27 +127,62 @@ test('HostThatAnswersAToolTooLate_FailsWithinTheLimitAndStillGetsItsPostProcessi
     /** @type {(answer: string) => void} */
     let answerLate = () => {};
     service.answer.ChangePartitionLabel = () => new Promise((resolve) => (answerLate = resolve));
-    assert.match(await failsWithin(() => client.callTool(label), 6000), /was sent, and the disk manager did not answer within 1 s\. Whether it took the order is not known/);
+    assert.match(
+        await failsWithin(() => client.callTool(label), 6000),
+        /was sent, and the disk manager did not answer within 1 s\. Whether it took the order is not known/,
+    );
     // Tools that read go on; tools that act wait for the one that is out.
     assert.ok(!(await client.callTool(read)).isError);
-    assert.match(await failsWithin(() => client.callTool(label), 6000), /has not answered the earlier call ChangePartitionLabel yet/);
+    assert.match(
+        await failsWithin(() => client.callTool(label), 6000),
+        /has not answered the earlier call ChangePartitionLabel yet/,
+    );
     const reported = new Promise((resolve) => (service.answer.PostProcessing = resolve));
     answerLate('Task Queued');
     assert.equal(await reported, 'Task Queued');
 });
 
 test('HostThatNeverAnswersTheHandshake_FailsWithinTheLimit', async (t) => {
-    const port = await listen(t, createServer(() => {}));
+    const port = await listen(
+        t,
+        createServer(() => {}),
+    );
     const { client } = await connect(t, { args: ['--port', String(port), '--timeout', '1'] });
-    assert.match(await failsWithin(() => client.callTool(read), 6000), /accepted the connection and did not answer Init within [\d.]+ s/);
+    assert.match(
+        await failsWithin(() => client.callTool(read), 6000),
+        /accepted the connection and did not answer Init within [\d.]+ s/,
+    );
+});
+
+test('HostThatNeverAnswers_DoesNotHoldUpTheListOfResources', async (t) => {
+    const port = await listen(
+        t,
+        createServer(() => {}),
+    );
+    const { client } = await connect(t, { args: ['--port', String(port)] });
+    const started = performance.now();
+    assert.deepEqual(
+        (await client.listResources()).resources.map((r) => r.uri),
+        ['aibridge://disks'],
+    );
+    assert.ok(performance.now() - started < 8000);
 });
 
 test('PortOfAnotherProgram_IsNamedAsSuch', async (t) => {
-    const http = await listen(t, createHttp((_, response) => response.end()));
-    const banner = await listen(t, createServer((socket) => socket.on('error', () => {}).write('220 mail.example ready\r\n')));
+    const http = await listen(
+        t,
+        createHttp((_, response) => response.end()),
+    );
+    const banner = await listen(
+        t,
+        createServer((socket) => socket.on('error', () => {}).write('220 mail.example ready\r\n')),
+    );
     for (const port of [http, banner]) {
         const { client } = await connect(t, { args: ['--port', String(port)] });
-        assert.match(await failsWithin(() => client.callTool(read), 9000), /is not the disk manager's agent service\. Ask the user for the right port/);
+        assert.match(
+            await failsWithin(() => client.callTool(read), 9000),
+            /is not the disk manager's agent service\. Ask the user for the right port/,
+        );
     }
 });
 
@@ -215,7 +265,10 @@ test('Gateway_EndsWithItsClientEvenWithAToolUnderWay', async (t) => {
     const service = await startService(t);
     const { client, transport } = await connect(t, { args: ['--port', String(service.port)] });
     const pid = /** @type {number} */ (transport.pid);
-    const called = new Promise((resolve) => (service.answer.ChangePartitionLabel = () => (resolve(undefined), new Promise(() => {}))));
+    const called = new Promise(
+        (resolve) =>
+            (service.answer.ChangePartitionLabel = () => (resolve(undefined), new Promise(() => {}))),
+    );
     client.callTool(label).catch(() => {});
     await called;
     // @ts-expect-error the child process is the transport's own

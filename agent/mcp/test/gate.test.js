@@ -3,8 +3,10 @@ import { test } from 'node:test';
 import { connect, text } from './support/client.js';
 import { FakeService } from './support/fakeService.js';
 
-const forNow = 'An operation is currently in progress, please wait a few moments and try again. If you need further assistance, please let me know!';
-const busy = 'One or more tasks are currently in execution, please wait a few moments and try again. If you need further assistance, please let me know!';
+const forNow =
+    'An operation is currently in progress, please wait a few moments and try again. If you need further assistance, please let me know!';
+const busy =
+    'One or more tasks are currently in execution, please wait a few moments and try again. If you need further assistance, please let me know!';
 const label = { name: 'ChangePartitionLabel', arguments: { driveLetter: 'E', newLabel: 'x' } };
 
 /** @param {import('node:test').TestContext} t @param {{ args?: string[] }} [options] */
@@ -18,11 +20,14 @@ async function start(t, { args = [] } = {}) {
 test('ActingTool_RunsBetweenPreAndPostProcessing', async (t) => {
     const { service, client } = await start(t);
     const answer = await client.callTool(label);
-    assert.deepEqual(service.calls.filter((call) => call.method !== 'Init'), [
-        { method: 'PreProcessing', args: ['ChangePartitionLabel driveLetter=E newLabel=x'] },
-        { method: 'ChangePartitionLabel', args: ['E', 'x'] },
-        { method: 'PostProcessing', args: ['Task Queued'] },
-    ]);
+    assert.deepEqual(
+        service.calls.filter((call) => call.method !== 'Init'),
+        [
+            { method: 'PreProcessing', args: ['ChangePartitionLabel driveLetter=E newLabel=x'] },
+            { method: 'ChangePartitionLabel', args: ['E', 'x'] },
+            { method: 'PostProcessing', args: ['Task Queued'] },
+        ],
+    );
     assert.ok(!answer.isError);
     assert.deepEqual(answer.structuredContent, { answer: 'Task Queued', queued: true });
     assert.match(text(answer), /does NOT mean that the work is done/);
@@ -54,9 +59,17 @@ test('TwoActingTools_RunOneAfterTheOtherWithThePauseBetween', async (t) => {
     const started = performance.now();
     await Promise.all([client.callTool(label), client.callTool(label)]);
     assert.ok(performance.now() - started >= 2000);
-    assert.deepEqual(service.names().filter((name) => name !== 'Init'), [
-        'PreProcessing', 'ChangePartitionLabel', 'PostProcessing', 'PreProcessing', 'ChangePartitionLabel', 'PostProcessing',
-    ]);
+    assert.deepEqual(
+        service.names().filter((name) => name !== 'Init'),
+        [
+            'PreProcessing',
+            'ChangePartitionLabel',
+            'PostProcessing',
+            'PreProcessing',
+            'ChangePartitionLabel',
+            'PostProcessing',
+        ],
+    );
 });
 
 test('FirstRefusal_IsAskedAgainWithProgressUntilItPasses', async (t) => {
@@ -110,12 +123,18 @@ test('RefusalWithoutReason_SaysThatThereIsNoApplication', async (t) => {
 test('TaskNotValid_ComesWithTheTargetAndLikelyCauses', async (t) => {
     const { service, client } = await start(t);
     service.answer.ResizePartition = 'Task NotValid';
-    const answer = await client.callTool({ name: 'ResizePartition', arguments: { driveLetter: 'C', newPartitionCapacity: 1024 } });
+    const answer = await client.callTool({
+        name: 'ResizePartition',
+        arguments: { driveLetter: 'C', newPartitionCapacity: 1024 },
+    });
     assert.ok(answer.isError);
     assert.deepEqual(service.calls.find((call) => call.method === 'PostProcessing')?.args, ['Task NotValid']);
     assert.match(text(answer), /^"Task NotValid": ResizePartition was refused/);
     assert.match(text(answer), /C: "System", NTFS, 100\.00 GB/);
-    assert.match(text(answer), /Likely, not certain: the new size is smaller than what is in use; or the partition belongs to the running system/);
+    assert.match(
+        text(answer),
+        /Likely, not certain: the new size is smaller than what is in use; or the partition belongs to the running system/,
+    );
 });
 
 test('TaskNotValidForAnUnknownDriveAndDisk_NamesWhatThereIs', async (t) => {
@@ -132,9 +151,20 @@ test('TaskNotValidForAnUnknownDriveAndDisk_NamesWhatThereIs', async (t) => {
 test('TaskNotValidForCreatePartition_LooksAtTheRegions', async (t) => {
     const { service, client } = await start(t);
     service.answer.CreatePartition = 'Task NotValid';
-    const create = { diskIndex: 0, capacity: '10737418241', fileSystem: 'NTFS', label: '', unallocatedIndex: -1 };
-    assert.match(text(await client.callTool({ name: 'CreatePartition', arguments: create })), /no unallocated region .* large enough/);
-    const fits = text(await client.callTool({ name: 'CreatePartition', arguments: { ...create, capacity: '10737418240' } }));
+    const create = {
+        diskIndex: 0,
+        capacity: '10737418241',
+        fileSystem: 'NTFS',
+        label: '',
+        unallocatedIndex: -1,
+    };
+    assert.match(
+        text(await client.callTool({ name: 'CreatePartition', arguments: create })),
+        /no unallocated region .* large enough/,
+    );
+    const fits = text(
+        await client.callTool({ name: 'CreatePartition', arguments: { ...create, capacity: '10737418240' } }),
+    );
     assert.doesNotMatch(fits, /large enough/);
 });
 
@@ -142,11 +172,17 @@ test('AnswersOfTheCloneTools_ArePassedOn', async (t) => {
     const { service, client } = await start(t, { args: ['--tools', 'clone'] });
     service.answer.CloneDiskToDisk = 'It seems that disk7 is not exist';
     service.answer.CloneOSDataFromCurrent = '';
-    const missing = await client.callTool({ name: 'CloneDiskToDisk', arguments: { sourceDiskIndex: 0, destDiskIndex: 7 } });
+    const missing = await client.callTool({
+        name: 'CloneDiskToDisk',
+        arguments: { sourceDiskIndex: 0, destDiskIndex: 7 },
+    });
     assert.ok(missing.isError);
     assert.match(text(missing), /"It seems that disk7 is not exist"/);
     assert.match(text(missing), /has no disk 7; it has 0, 1/);
-    assert.match(text(await client.callTool({ name: 'CloneOSDataFromCurrent', arguments: { targetDiskIndex: 1 } })), /empty answer: the application has no page/);
+    assert.match(
+        text(await client.callTool({ name: 'CloneOSDataFromCurrent', arguments: { targetDiskIndex: 1 } })),
+        /empty answer: the application has no page/,
+    );
 });
 
 test('ClientThatStopsWaitingAtTheGate_LeavesTheToolUncalled', async (t) => {

@@ -34,5 +34,8 @@ test('ToolsAndReadOnly_ChooseWhatIsOffered', () => {
     assert.deepEqual(names(['--tools', 'all', '--read-only']), reading);
     assert.equal(names(['--tools', 'all']).length, 66);
     assert.ok(names([]).includes('FormatPartition') && !names([]).includes('CloneDiskToDisk'));
-    assert.ok(names(['--tools', 'clone']).includes('CloneDiskToDisk') && !names(['--tools', 'clone']).includes('ListAllDisks'));
+    assert.ok(
+        names(['--tools', 'clone']).includes('CloneDiskToDisk') &&
+            !names(['--tools', 'clone']).includes('ListAllDisks'),
+    );
 });

@@ -12,7 +12,10 @@ const folder = fileURLToPath(new URL('..', import.meta.url));
 
 /** @param {string} cwd @param {string[]} args */
 function npm(cwd, ...args) {
-    const run = spawnSync('npm', [...args, '--offline', '--no-audit', '--no-fund', '--ignore-scripts'], { cwd, encoding: 'utf8' });
+    const run = spawnSync('npm', [...args, '--offline', '--no-audit', '--no-fund', '--ignore-scripts'], {
+        cwd,
+        encoding: 'utf8',
+    });
     assert.equal(run.status, 0, run.stderr);
     return run.stdout.trim();
 }
@@ -25,7 +28,10 @@ test('Package_StartsFromAnEmptyFolderWithoutTheNetwork', { timeout: 110000 }, as
     const service = new FakeService();
     await service.start();
     t.after(() => service.stop());
-    const { client } = await connect(t, { program: join(scratch, 'node_modules', '.bin', 'aibridge-mcp'), args: ['--port', String(service.port)] });
+    const { client } = await connect(t, {
+        program: join(scratch, 'node_modules', '.bin', 'aibridge-mcp'),
+        args: ['--port', String(service.port)],
+    });
     assert.ok((await client.listTools()).tools.length > 20);
     assert.match(text(await client.callTool({ name: 'ListAllDisks', arguments: {} })), /^Disk 0: SATA/);
 });

@@ -3,7 +3,10 @@ import { test } from 'node:test';
 import { connect, text } from './support/client.js';
 import { FakeService } from './support/fakeService.js';
 
-const format = { name: 'FormatPartition', arguments: { driveLetter: 'E', fileSystem: 'NTFS', label: 'x', clusterSize: 0, quickFormat: true } };
+const format = {
+    name: 'FormatPartition',
+    arguments: { driveLetter: 'E', fileSystem: 'NTFS', label: 'x', clusterSize: 0, quickFormat: true },
+};
 const label = { name: 'ChangePartitionLabel', arguments: { driveLetter: 'E', newLabel: 'x' } };
 
 /** @param {import('node:test').TestContext} t @param {Parameters<typeof connect>[1]} [options] */
@@ -11,7 +14,13 @@ async function start(t, options = {}) {
     const service = new FakeService();
     await service.start();
     t.after(() => service.stop());
-    return { service, ...(await connect(t, { ...options, args: ['--port', String(service.port), ...(options.args ?? [])] })) };
+    return {
+        service,
+        ...(await connect(t, {
+            ...options,
+            args: ['--port', String(service.port), ...(options.args ?? [])],
+        })),
+    };
 }
 
 for (const modern of [false, true]) {
@@ -20,13 +29,22 @@ for (const modern of [false, true]) {
     test(`DestroyingTool_${era}_AsksWithTheTargetAndRunsAfterYes`, async (t) => {
         /** @type {any[]} */
         const asked = [];
-        const { service, client } = await start(t, { modern, elicit: (params) => (asked.push(params), { action: 'accept', content: { confirm: true } }) });
+        const { service, client } = await start(t, {
+            modern,
+            elicit: (params) => (asked.push(params), { action: 'accept', content: { confirm: true } }),
+        });
         const answer = await client.callTool(format);
         assert.ok(!answer.isError, text(answer));
         assert.equal(asked.length, 1);
         assert.match(asked[0].message, /FormatPartition; driveLetter: E, fileSystem: NTFS/);
         assert.match(asked[0].message, /E: "Dätà", exFAT, 8\.00 PB/);
-        assert.deepEqual(service.calls.find((call) => call.method === 'FormatPartition')?.args, ['E', 'NTFS', 'x', 0, true]);
+        assert.deepEqual(service.calls.find((call) => call.method === 'FormatPartition')?.args, [
+            'E',
+            'NTFS',
+            'x',
+            0,
+            true,
+        ]);
     });
 
     for (const [name, reply] of /** @type {const} */ ([
@@ -39,7 +57,9 @@ for (const modern of [false, true]) {
             const answer = await client.callTool(format);
             assert.ok(answer.isError);
             assert.match(text(answer), /The user was asked and said no\. FormatPartition was not called/);
-            assert.ok(!service.names().includes('PreProcessing') && !service.names().includes('FormatPartition'));
+            assert.ok(
+                !service.names().includes('PreProcessing') && !service.names().includes('FormatPartition'),
+            );
         });
 
     test(`ChangingTool_${era}_IsNotAskedAbout`, async (t) => {
@@ -61,14 +81,37 @@ test('DestroyingTool_WithYes_IsNotAskedAbout', async (t) => {
     assert.ok(service.names().includes('FormatPartition'));
 });
 
+test('QuestionThatNobodyAnswers_EndsWithinItsLimitAndTheToolIsNotCalled', async (t) => {
+    const { service, client } = await start(t, {
+        args: ['--ask-timeout', '1'],
+        elicit: () => new Promise(() => {}),
+    });
+    const started = performance.now();
+    const answer = await client.callTool(format);
+    assert.ok(performance.now() - started < 10000);
+    assert.ok(answer.isError, text(answer));
+    assert.ok(!service.names().includes('FormatPartition'));
+});
+
 test('AnswerToOneQuestion_AllowsNoOtherCall', async (t) => {
-    const { service, client } = await start(t, { modern: true, elicit: () => ({ action: 'accept', content: { confirm: true } }) });
+    const { service, client } = await start(t, {
+        modern: true,
+        elicit: () => ({ action: 'accept', content: { confirm: true } }),
+    });
     // By hand, as a client could: the answer comes with the state of a question about another drive, or twice.
     const ask = (/** @type {any} */ call, /** @type {any} */ more) =>
-        /** @type {Promise<any>} */ (client.request({ method: 'tools/call', params: { ...call, ...more } }, { allowInputRequired: true }));
+        /** @type {Promise<any>} */ (
+            client.request(
+                { method: 'tools/call', params: { ...call, ...more } },
+                { allowInputRequired: true },
+            )
+        );
     const question = await ask(format, {});
     assert.equal(question.resultType, 'input_required');
-    const yes = { inputResponses: { confirm: { action: 'accept', content: { confirm: true } } }, requestState: question.requestState };
+    const yes = {
+        inputResponses: { confirm: { action: 'accept', content: { confirm: true } } },
+        requestState: question.requestState,
+    };
     const other = { ...format, arguments: { ...format.arguments, driveLetter: 'C' } };
     assert.equal((await ask(other, yes)).resultType, 'input_required');
     assert.equal((await ask(format, yes)).resultType, 'input_required', 'the question is used up');
@@ -85,7 +128,10 @@ test('DestroyingTool_WithoutAHost_FailsBeforeTheUserIsAsked', async (t) => {
 
 test('ReadOnly_OffersNoActingTool', async (t) => {
     const { service, client } = await start(t, { args: ['--read-only', '--tools', 'all'] });
-    assert.deepEqual((await client.listTools()).tools.map((tool) => tool.name), ['ListAllDisks', 'ListPartitionsOnDisk', 'GetPartitionInfo', 'GetAllPartitionInfo']);
+    assert.deepEqual(
+        (await client.listTools()).tools.map((tool) => tool.name),
+        ['ListAllDisks', 'ListPartitionsOnDisk', 'GetPartitionInfo', 'GetAllPartitionInfo'],
+    );
     await assert.rejects(client.callTool(format));
     assert.deepEqual(service.names(), []);
 });

@@ -13,7 +13,9 @@ const gib = 1024n ** 3n;
 const call = (client, name, args = {}) => client.callTool({ name, arguments: /** @type {any} */ (args) });
 
 /** @param {Client} client @param {number} diskIndex @returns {Promise<any[]>} */
-const partitionsOn = async (client, diskIndex) => /** @type {any} */ ((await call(client, 'ListPartitionsOnDisk', { diskIndex })).structuredContent).partitions;
+const partitionsOn = async (client, diskIndex) =>
+    /** @type {any} */ ((await call(client, 'ListPartitionsOnDisk', { diskIndex })).structuredContent)
+        .partitions;
 
 /**
  * Looks at a disk until it shows what is wanted. The host carries orders out in its own time.
@@ -27,7 +29,8 @@ async function untilShown(client, diskIndex, wanted) {
         const partitions = await partitionsOn(client, diskIndex);
         const found = wanted(partitions);
         if (found) return found;
-        if (performance.now() > end) assert.fail(`the inventory never showed it: ${JSON.stringify(partitions)}`);
+        if (performance.now() > end)
+            assert.fail(`the inventory never showed it: ${JSON.stringify(partitions)}`);
     }
 }
 
@@ -39,40 +42,94 @@ test('HandshakeListAndRead_ShowTheShippedMachine', async (t) => {
     const answer = await call(client, 'ListAllDisks');
     const { disks } = /** @type {any} */ (answer.structuredContent);
     // As the machine's file says.
-    assert.deepEqual(disks.map((/** @type {any} */ d) => [d.diskLabel, d.totalCapacity]), [['NVMe', '1000204886016'], ['SATA', '4000787030016'], ['SATA', '250059350016'], ['USB', '64023257088']]);
+    assert.deepEqual(
+        disks.map((/** @type {any} */ d) => [d.diskLabel, d.totalCapacity]),
+        [
+            ['NVMe', '1000204886016'],
+            ['SATA', '4000787030016'],
+            ['SATA', '250059350016'],
+            ['USB', '64023257088'],
+        ],
+    );
     assert.match(text(answer), /Disk 1: SATA, .*4000787030016 bytes.*MBR/);
 });
 
 test('CreateFormatAndLabel_AreSeenInTheInventory', async (t) => {
     const host = await startHost(t);
-    const { client } = await connect(t, { args: ['--port', String(host.port)], elicit: () => ({ action: 'accept', content: { confirm: true } }) });
+    const { client } = await connect(t, {
+        args: ['--port', String(host.port)],
+        elicit: () => ({ action: 'accept', content: { confirm: true } }),
+    });
     const before = (await partitionsOn(client, 0)).length;
-    const created = await call(client, 'CreatePartition', { diskIndex: 0, capacity: String(10n * gib), fileSystem: 'NTFS', label: 'Agent', unallocatedIndex: -1 });
+    const created = await call(client, 'CreatePartition', {
+        diskIndex: 0,
+        capacity: String(10n * gib),
+        fileSystem: 'NTFS',
+        label: 'Agent',
+        unallocatedIndex: -1,
+    });
     assert.match(text(created), /^"Task Queued"/);
-    const fresh = await untilShown(client, 0, (all) => all.length > before && all.find((p) => p.label === 'Agent'));
+    const fresh = await untilShown(
+        client,
+        0,
+        (all) => all.length > before && all.find((p) => p.label === 'Agent'),
+    );
     assert.equal(fresh.fileSystemType, 'NTFS');
     const letter = fresh.driveLetter.slice(0, 1);
 
-    assert.match(text(await call(client, 'FormatPartition', { driveLetter: letter, fileSystem: 'exFAT', label: 'Formatted', clusterSize: 0, quickFormat: true })), /^"Task Queued"/);
-    await untilShown(client, 0, (all) => all.find((p) => p.label === 'Formatted' && p.fileSystemType === 'exFAT'));
+    assert.match(
+        text(
+            await call(client, 'FormatPartition', {
+                driveLetter: letter,
+                fileSystem: 'exFAT',
+                label: 'Formatted',
+                clusterSize: 0,
+                quickFormat: true,
+            }),
+        ),
+        /^"Task Queued"/,
+    );
+    await untilShown(client, 0, (all) =>
+        all.find((p) => p.label === 'Formatted' && p.fileSystemType === 'exFAT'),
+    );
 
-    assert.match(text(await call(client, 'ChangePartitionLabel', { driveLetter: letter, newLabel: 'Lästig' })), /^"Task Queued"/);
+    assert.match(
+        text(await call(client, 'ChangePartitionLabel', { driveLetter: letter, newLabel: 'Lästig' })),
+        /^"Task Queued"/,
+    );
     await untilShown(client, 0, (all) => all.find((p) => p.label === 'Lästig'));
-    const one = /** @type {any} */ ((await call(client, 'GetPartitionInfo', { driveLetter: letter })).structuredContent);
-    assert.deepEqual([one.label, one.fileSystemType, one.rawCapacity], ['Lästig', 'exFAT', String(10n * gib)]);
+    const one = /** @type {any} */ (
+        (await call(client, 'GetPartitionInfo', { driveLetter: letter })).structuredContent
+    );
+    assert.deepEqual(
+        [one.label, one.fileSystemType, one.rawCapacity],
+        ['Lästig', 'exFAT', String(10n * gib)],
+    );
 });
 
 test('PartitionBeyondTheReachOfMbr_IsRefusedWithThatCauseFirst', async (t) => {
     const host = await startHost(t);
     const { client } = await connect(t, { args: ['--port', String(host.port)] });
-    const answer = await call(client, 'CreatePartition', { diskIndex: 1, capacity: String(10n * gib), fileSystem: 'NTFS', label: 'x', unallocatedIndex: -1 });
+    const answer = await call(client, 'CreatePartition', {
+        diskIndex: 1,
+        capacity: String(10n * gib),
+        fileSystem: 'NTFS',
+        label: 'x',
+        unallocatedIndex: -1,
+    });
     assert.match(text(answer), /Likely, not certain: an MBR disk holds no partition beyond its first 2 TiB/);
 });
 
 test('Refusal_TellsTheTargetAndALikelyCause', async (t) => {
     const host = await startHost(t);
     const { client } = await connect(t, { args: ['--port', String(host.port), '--yes'] });
-    const answer = await call(client, 'FormatPartition', { driveLetter: 'Q', fileSystem: 'NTFS', label: 'x', clusterSize: 0, quickFormat: true });
+    const answer = await call(client, 'FormatPartition', {
+        driveLetter: 'Q',
+        fileSystem: 'NTFS',
+        label: 'x',
+        clusterSize: 0,
+        quickFormat: true,
+    });
     assert.ok(answer.isError);
     assert.match(text(answer), /^"Task NotValid"/);
     assert.match(text(answer), /no drive Q:; it has C, D, E, F, G, H\./);
@@ -83,7 +140,10 @@ test('Elicitation_DeclinedChangesNothingAndAcceptedIsCarriedOut', async (t) => {
     const host = await startHost(t);
     let reply = /** @type {any} */ ({ action: 'decline' });
     const { client } = await connect(t, { args: ['--port', String(host.port)], elicit: () => reply });
-    assert.match(text(await call(client, 'DeletePartition', { driveLetter: 'F' })), /The user was asked and said no/);
+    assert.match(
+        text(await call(client, 'DeletePartition', { driveLetter: 'F' })),
+        /The user was asked and said no/,
+    );
     reply = { action: 'accept', content: { confirm: true } };
     assert.match(text(await call(client, 'DeletePartition', { driveLetter: 'G' })), /^"Task Queued"/);
     await untilShown(client, 2, (all) => all.every((p) => !p.driveLetter.startsWith('G')));
@@ -96,7 +156,10 @@ test('HostWithADialogOpen_IsWaitedForWithProgressAndThenReported', async (t) => 
     const { client } = await connect(t, { args: ['--port', String(host.port), '--timeout', '4'] });
     /** @type {any[]} */
     const progress = [];
-    const answer = await client.callTool({ name: 'ChangePartitionLabel', arguments: { driveLetter: 'D', newLabel: 'x' } }, { onprogress: (p) => progress.push(p) });
+    const answer = await client.callTool(
+        { name: 'ChangePartitionLabel', arguments: { driveLetter: 'D', newLabel: 'x' } },
+        { onprogress: (p) => progress.push(p) },
+    );
     assert.ok(progress.length >= 2);
     assert.ok(answer.isError);
     assert.match(text(answer), /^Not called: "An operation is currently in progress/);
@@ -106,7 +169,10 @@ test('HostWithADialogOpen_IsWaitedForWithProgressAndThenReported', async (t) => 
 test('HostAtWork_RefusesTheNextToolUntilItIsDone', async (t) => {
     const host = await startHost(t, { change: (machine) => (machine.taskMilliseconds = 600000) });
     const { client } = await connect(t, { args: ['--port', String(host.port)] });
-    assert.match(text(await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'x' })), /^"Task Queued"/);
+    assert.match(
+        text(await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'x' })),
+        /^"Task Queued"/,
+    );
     const answer = await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'y' });
     assert.ok(answer.isError);
     assert.match(text(answer), /^Not called: "One or more tasks are currently in execution/);
@@ -142,7 +208,10 @@ test('HostKilledInMidCall_IsReportedAndTheNextCallReachesTheHostStartedAnew', as
     assert.ok(answer.isError);
     behind.port = (await startHost(t)).port;
     assert.ok(!(await call(client, 'ListAllDisks')).isError);
-    assert.match(text(await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'x' })), /^"Task Queued"/);
+    assert.match(
+        text(await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'x' })),
+        /^"Task Queued"/,
+    );
 });
 
 test('HostThatHangs_EndsTheCallWithinTheLimitAndIsReachedOnceItGoesOn', async (t) => {

@@ -7,21 +7,32 @@ import { annotations, inputSchema, outputSchema, recordSchema } from '../src/sch
 import { joinTable, loadTable } from '../src/table.js';
 
 const table = loadTable();
-const named = (/** @type {string} */ name) => /** @type {import('../src/types.js').Tool} */ (table.tools.find((tool) => tool.name === name));
+const named = (/** @type {string} */ name) =>
+    /** @type {import('../src/types.js').Tool} */ (table.tools.find((tool) => tool.name === name));
 const json = (/** @type {string} */ path) => JSON.parse(readFileSync(new URL(path, import.meta.url), 'utf8'));
 
 test('Tools_AreTheInterfacesMethodsWithoutTheGates', () => {
-    const inInterface = [...readFileSync(new URL('../../../service/ZORNativePlugin.thrift', import.meta.url), 'utf8').matchAll(/^ {4}(?:bool|string|TaskInfo|PartitionInfo|list<\w+>) (\w+)\(/gm)].map((m) => m[1]);
+    const inInterface = [
+        ...readFileSync(new URL('../../../service/ZORNativePlugin.thrift', import.meta.url), 'utf8').matchAll(
+            /^ {4}(?:bool|string|TaskInfo|PartitionInfo|list<\w+>) (\w+)\(/gm,
+        ),
+    ].map((m) => m[1]);
     assert.equal(inInterface.length, 69);
     assert.deepEqual(table.methods, inInterface);
     assert.deepEqual(table.gate, ['Init', 'PostProcessing', 'PreProcessing']);
-    assert.deepEqual(table.tools.map((tool) => tool.name), inInterface.filter((name) => !table.gate.includes(name)));
+    assert.deepEqual(
+        table.tools.map((tool) => tool.name),
+        inInterface.filter((name) => !table.gate.includes(name)),
+    );
     assert.equal(table.tools.length, 66);
 });
 
 test('ServerWithAllGroups_OffersExactlyTheTools', () => {
     const options = readOptions(['--tools', 'all'], {}, Object.keys(table.groups));
-    assert.deepEqual(new Gateway(options).tools.map((tool) => tool.name), table.tools.map((tool) => tool.name));
+    assert.deepEqual(
+        new Gateway(options).tools.map((tool) => tool.name),
+        table.tools.map((tool) => tool.name),
+    );
 });
 
 test('TableWithAToolMissing_IsRefused', () => {
@@ -37,8 +48,15 @@ test('TableWithAnUnknownTool_IsRefused', () => {
 });
 
 test('Classes_AgreeWithTheInterfacesComments', () => {
-    const starts = { reads: 'Reads the inventory', changes: 'Changes data.', destroys: 'Destroys data.', opens: 'Opens a page of the host; changes nothing by itself.' };
-    for (const f of json('../generated/ZORNativePlugin.json').services[0].functions.filter((/** @type {any} */ f) => !table.gate.includes(f.name))) {
+    const starts = {
+        reads: 'Reads the inventory',
+        changes: 'Changes data.',
+        destroys: 'Destroys data.',
+        opens: 'Opens a page of the host; changes nothing by itself.',
+    };
+    for (const f of json('../generated/ZORNativePlugin.json').services[0].functions.filter(
+        (/** @type {any} */ f) => !table.gate.includes(f.name),
+    )) {
         const comment = f.doc.split(/\s+/).join(' ').trim();
         if (f.name === 'RepairRawOrDamagedPartition') assert.match(comment, /^Switched off/);
         else assert.ok(comment.startsWith(starts[named(f.name).class]), `${f.name}: ${comment}`);
@@ -46,32 +64,77 @@ test('Classes_AgreeWithTheInterfacesComments', () => {
 });
 
 test('Annotations_FollowTheClass', () => {
-    assert.deepEqual(annotations(named('ListAllDisks')), { readOnlyHint: true, destructiveHint: false, idempotentHint: true, openWorldHint: false });
-    assert.deepEqual(annotations(named('OpenDiskLayoutEditor')), { readOnlyHint: false, destructiveHint: false, idempotentHint: true, openWorldHint: false });
-    assert.deepEqual(annotations(named('CreatePartition')), { readOnlyHint: false, destructiveHint: false, idempotentHint: false, openWorldHint: false });
-    assert.deepEqual(annotations(named('ChangePartitionLabel')), { readOnlyHint: false, destructiveHint: false, idempotentHint: true, openWorldHint: false });
-    assert.deepEqual(annotations(named('WipeDisk')), { readOnlyHint: false, destructiveHint: true, idempotentHint: false, openWorldHint: false });
+    assert.deepEqual(annotations(named('ListAllDisks')), {
+        readOnlyHint: true,
+        destructiveHint: false,
+        idempotentHint: true,
+        openWorldHint: false,
+    });
+    assert.deepEqual(annotations(named('OpenDiskLayoutEditor')), {
+        readOnlyHint: false,
+        destructiveHint: false,
+        idempotentHint: true,
+        openWorldHint: false,
+    });
+    assert.deepEqual(annotations(named('CreatePartition')), {
+        readOnlyHint: false,
+        destructiveHint: false,
+        idempotentHint: false,
+        openWorldHint: false,
+    });
+    assert.deepEqual(annotations(named('ChangePartitionLabel')), {
+        readOnlyHint: false,
+        destructiveHint: false,
+        idempotentHint: true,
+        openWorldHint: false,
+    });
+    assert.deepEqual(annotations(named('WipeDisk')), {
+        readOnlyHint: false,
+        destructiveHint: true,
+        idempotentHint: false,
+        openWorldHint: false,
+    });
 });
 
 test('InputSchema_NamesEveryArgumentInOrderAndRequiresIt', () => {
     const schema = inputSchema(named('FormatPartition'));
-    assert.deepEqual(Object.keys(schema.properties), ['driveLetter', 'fileSystem', 'label', 'clusterSize', 'quickFormat']);
+    assert.deepEqual(Object.keys(schema.properties), [
+        'driveLetter',
+        'fileSystem',
+        'label',
+        'clusterSize',
+        'quickFormat',
+    ]);
     assert.deepEqual(schema.required, ['driveLetter', 'fileSystem', 'label', 'clusterSize', 'quickFormat']);
-    assert.deepEqual(Object.values(schema.properties).map((p) => p.type), ['string', 'string', 'string', 'integer', 'boolean']);
+    assert.deepEqual(
+        Object.values(schema.properties).map((p) => p.type),
+        ['string', 'string', 'string', 'integer', 'boolean'],
+    );
     assert.deepEqual(inputSchema(named('CreatePartition')).properties.capacity.type, ['integer', 'string']);
 });
 
 test('RecordSchemas_HoldEveryFieldOfTheThreeRecords', () => {
     assert.equal(Object.keys(recordSchema(table, 'DiskInfo').properties).length, 29);
     assert.equal(Object.keys(recordSchema(table, 'PartitionInfo').properties).length, 46);
-    assert.deepEqual(recordSchema(table, 'TaskInfo').properties, { allow: { type: 'boolean' }, reasons: { type: 'string' } });
+    assert.deepEqual(recordSchema(table, 'TaskInfo').properties, {
+        allow: { type: 'boolean' },
+        reasons: { type: 'string' },
+    });
     assert.deepEqual(recordSchema(table, 'DiskInfo').properties.totalCapacity, { type: 'string' });
 });
 
 test('OutputSchemas_StandAtTheReadingToolsAlone', () => {
     const having = table.tools.filter((tool) => outputSchema(tool, table)).map((tool) => tool.name);
-    assert.deepEqual(having, ['ListAllDisks', 'ListPartitionsOnDisk', 'GetPartitionInfo', 'GetAllPartitionInfo']);
-    assert.deepEqual(having, table.tools.filter((tool) => tool.class === 'reads').map((tool) => tool.name));
+    assert.deepEqual(having, [
+        'ListAllDisks',
+        'ListPartitionsOnDisk',
+        'GetPartitionInfo',
+        'GetAllPartitionInfo',
+    ]);
+    assert.deepEqual(
+        having,
+        table.tools.filter((tool) => tool.class === 'reads').map((tool) => tool.name),
+    );
 });
 
 test('EveryTool_HasATitleAndADescription', () => {
@@ -80,4 +143,16 @@ test('EveryTool_HasATitleAndADescription', () => {
         assert.doesNotMatch(tool.about, /PreProcessing|Absent/);
         for (const arg of tool.args) assert.doesNotMatch(arg.about, /Absent/, `${tool.name}.${arg.name}`);
     }
+});
+
+test('PhrasesSaidOnce_StandInTheInterface', () => {
+    const { services } = json('../generated/ZORNativePlugin.json');
+    const comments = services[0].functions
+        .flatMap((/** @type {any} */ f) => [f, ...f.arguments])
+        .map((/** @type {any} */ c) => c.doc.split(/\s+/).join(' '));
+    for (const phrase of json('../tools.json').saidOnce)
+        assert.ok(
+            comments.some((/** @type {string} */ c) => c.includes(phrase)),
+            phrase,
+        );
 });

@@ -5,12 +5,24 @@ import { fromWire, toWire } from '../src/wire.js';
 import { int64, record } from './support/fakeService.js';
 
 const table = loadTable();
-const named = (/** @type {string} */ name) => /** @type {import('../src/types.js').Tool} */ (table.tools.find((tool) => tool.name === name));
-const resize = (/** @type {any} */ size) => toWire(named('ResizePartition'), { driveLetter: 'E', newPartitionCapacity: size })[1].buffer.readBigInt64BE();
+const named = (/** @type {string} */ name) =>
+    /** @type {import('../src/types.js').Tool} */ (table.tools.find((tool) => tool.name === name));
+const resize = (/** @type {any} */ size) =>
+    toWire(named('ResizePartition'), {
+        driveLetter: 'E',
+        newPartitionCapacity: size,
+    })[1].buffer.readBigInt64BE();
 
 test('Sizes_KeepEveryDigitOutwards', () => {
     for (const digits of ['0', '1', '-1', '9007199254740993', '9223372036854775807', '-9223372036854775808'])
-        assert.equal(fromWire(record('PartitionInfo', { rawCapacity: int64(digits) }), { record: 'PartitionInfo' }, table).rawCapacity, digits);
+        assert.equal(
+            fromWire(
+                record('PartitionInfo', { rawCapacity: int64(digits) }),
+                { record: 'PartitionInfo' },
+                table,
+            ).rawCapacity,
+            digits,
+        );
 });
 
 test('Sizes_KeepEveryDigitInwards', () => {
@@ -30,15 +42,20 @@ test('SizesThatAJsonNumberCannotHold_AreRefused', () => {
 
 test('SmallNumbersOutsideTheirRange_AreRefused', () => {
     assert.deepEqual(toWire(named('WipeDisk'), { diskIndex: -1, eraseCount: 2147483647 }), [-1, 2147483647]);
-    assert.throws(() => toWire(named('WipeDisk'), { diskIndex: 2147483648, eraseCount: 0 }), /diskIndex must lie between -2147483648 and 2147483647/);
+    assert.throws(
+        () => toWire(named('WipeDisk'), { diskIndex: 2147483648, eraseCount: 0 }),
+        /diskIndex must lie between -2147483648 and 2147483647/,
+    );
 });
 
 test('DriveLetterOfMoreThanALetter_IsRefused', () => {
-    const label = (/** @type {string} */ driveLetter) => toWire(named('ChangePartitionLabel'), { driveLetter, newLabel: '' })[0];
+    const label = (/** @type {string} */ driveLetter) =>
+        toWire(named('ChangePartitionLabel'), { driveLetter, newLabel: '' })[0];
     assert.equal(label('e'), 'e');
     assert.equal(label('E:'), 'E:');
     assert.equal(label('E:\\'), 'E:\\');
-    for (const odd of ['Data', '', '1', '*', 'EF', 'E:/x']) assert.throws(() => label(odd), /must be one letter/, odd);
+    for (const odd of ['Data', '', '1', '*', 'EF', 'E:/x'])
+        assert.throws(() => label(odd), /must be one letter/, odd);
 });
 
 test('DriveLetterThatMayBeEmpty_MayBeEmpty', () => {
@@ -47,7 +64,10 @@ test('DriveLetterThatMayBeEmpty_MayBeEmpty', () => {
 
 test('MissingOrUnknownArguments_AreRefused', () => {
     assert.throws(() => toWire(named('WipeDisk'), { diskIndex: 1 }), /eraseCount is missing/);
-    assert.throws(() => toWire(named('WipeDisk'), { diskIndex: 1, eraseCount: 1, force: true }), /no argument force/);
+    assert.throws(
+        () => toWire(named('WipeDisk'), { diskIndex: 1, eraseCount: 1, force: true }),
+        /no argument force/,
+    );
 });
 
 test('Arguments_GoInTheInterfacesOrder', () => {

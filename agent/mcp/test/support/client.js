@@ -9,13 +9,24 @@ export const program = fileURLToPath(new URL('../../bin/aibridge-mcp.js', import
  * @param {import('node:test').TestContext} t closes the client at its end
  * @param {{ args?: string[], env?: Record<string, string>, capabilities?: any, modern?: boolean, elicit?: (params: any) => any, program?: string }} [options]
  */
-export async function connect(t, { args = [], env = {}, capabilities = {}, modern = false, elicit, program: path = program } = {}) {
-    const transport = new StdioClientTransport({ command: process.execPath, args: [path, ...args], env: { PATH: process.env.PATH ?? '', ...env }, stderr: 'pipe' });
+export async function connect(
+    t,
+    { args = [], env = {}, capabilities = {}, modern = false, elicit, program: path = program } = {},
+) {
+    const transport = new StdioClientTransport({
+        command: process.execPath,
+        args: [path, ...args],
+        env: { PATH: process.env.PATH ?? '', ...env },
+        stderr: 'pipe',
+    });
     let log = '';
     transport.stderr?.on('data', (bytes) => (log += bytes));
     const client = new Client(
         { name: 'test', version: '1' },
-        { capabilities: { ...capabilities, ...(elicit && { elicitation: {} }) }, ...(modern && { versionNegotiation: { mode: { pin: '2026-07-28' } } }) },
+        {
+            capabilities: { ...capabilities, ...(elicit && { elicitation: {} }) },
+            ...(modern && { versionNegotiation: { mode: { pin: '2026-07-28' } } }),
+        },
     );
     if (elicit) client.setRequestHandler('elicitation/create', async (request) => elicit(request.params));
     await client.connect(transport);

@@ -14,29 +14,83 @@ export function int64(value) {
 /** A record with every field at its default, and the given ones over it. @param {'DiskInfo' | 'PartitionInfo' | 'TaskInfo'} name @param {object} [fields] */
 export function record(name, fields = {}) {
     const defaults = { bool: () => false, i32: () => 0, i64: () => int64(0), string: () => '' };
-    const blank = Object.fromEntries(loadTable().records[name].map((f) => [f.name, defaults[/** @type {'bool'} */ (f.type)]()]));
+    const blank = Object.fromEntries(
+        loadTable().records[name].map((f) => [f.name, defaults[/** @type {'bool'} */ (f.type)]()]),
+    );
     return new records[name]({ ...blank, ...fields });
 }
 
 export const disks = () => [
-    record('DiskInfo', { diskLabel: 'SATA', diskIndex: 0, partitionCount: 2, totalCapacity: int64(500107862016), displayTotalCapacity: '465.76 GB', isGpt: true }),
-    record('DiskInfo', { diskLabel: 'NVMe', diskIndex: 1, partitionCount: 2, totalCapacity: int64('9223372036854775807'), displayTotalCapacity: '8388608.00 TB', isMbr: true, isOffline: true }),
+    record('DiskInfo', {
+        diskLabel: 'SATA',
+        diskIndex: 0,
+        partitionCount: 2,
+        totalCapacity: int64(500107862016),
+        displayTotalCapacity: '465.76 GB',
+        isGpt: true,
+    }),
+    record('DiskInfo', {
+        diskLabel: 'NVMe',
+        diskIndex: 1,
+        partitionCount: 2,
+        totalCapacity: int64('9223372036854775807'),
+        displayTotalCapacity: '8388608.00 TB',
+        isMbr: true,
+        isOffline: true,
+    }),
 ];
 export const partitions = () => [
-    record('PartitionInfo', { diskIndex: 0, driveLetter: 'C:', label: 'System', fileSystemType: 'NTFS', rawCapacity: int64(107374182400), usedSize: int64(53687091200), freeSize: int64(53687091200), displayRawCapacity: '100.00 GB', isCurrentBootPartition: true, isGpt: true }),
-    record('PartitionInfo', { diskIndex: 0, isUnallocated: true, rawCapacity: int64(10737418240), displayRawCapacity: '10.00 GB', isGpt: true }),
-    record('PartitionInfo', { diskIndex: 1, driveLetter: 'E:', label: 'Dätà', fileSystemType: 'exFAT', rawCapacity: int64('9007199254740993'), displayRawCapacity: '8.00 PB', isMbr: true }),
-    record('PartitionInfo', { diskIndex: 1, isUnallocated: true, rawCapacity: int64(1), displayRawCapacity: '1.00 Bytes', isMbr: true }),
+    record('PartitionInfo', {
+        diskIndex: 0,
+        driveLetter: 'C:',
+        label: 'System',
+        fileSystemType: 'NTFS',
+        rawCapacity: int64(107374182400),
+        usedSize: int64(53687091200),
+        freeSize: int64(53687091200),
+        displayRawCapacity: '100.00 GB',
+        isCurrentBootPartition: true,
+        isGpt: true,
+    }),
+    record('PartitionInfo', {
+        diskIndex: 0,
+        isUnallocated: true,
+        rawCapacity: int64(10737418240),
+        displayRawCapacity: '10.00 GB',
+        isGpt: true,
+    }),
+    record('PartitionInfo', {
+        diskIndex: 1,
+        driveLetter: 'E:',
+        label: 'Dätà',
+        fileSystemType: 'exFAT',
+        rawCapacity: int64('9007199254740993'),
+        displayRawCapacity: '8.00 PB',
+        isMbr: true,
+    }),
+    record('PartitionInfo', {
+        diskIndex: 1,
+        isUnallocated: true,
+        rawCapacity: int64(1),
+        displayRawCapacity: '1.00 Bytes',
+        isMbr: true,
+    }),
 ];
 
 /** @returns {Array<[string, number]>} every method with its number of arguments */
 function argumentCounts() {
     const { tools } = loadTable();
-    return [['Init', 0], ['PreProcessing', 1], ['PostProcessing', 1], ...tools.map((tool) => /** @type {[string, number]} */ ([tool.name, tool.args.length]))];
+    return [
+        ['Init', 0],
+        ['PreProcessing', 1],
+        ['PostProcessing', 1],
+        ...tools.map((tool) => /** @type {[string, number]} */ ([tool.name, tool.args.length])),
+    ];
 }
 
 /** The generated server takes a handler for one that gives a promise only by its number of parameters. @param {number} count @param {(args: any[]) => any} run */
-const handlerOf = (count, run) => Object.defineProperty((/** @type {any[]} */ ...args) => run(args), 'length', { value: count });
+const handlerOf = (count, run) =>
+    Object.defineProperty((/** @type {any[]} */ ...args) => run(args), 'length', { value: count });
 
 /**
  * A service of the interface that a test scripts: `answer` maps a method to what it answers (a value, or a function of
@@ -53,8 +107,11 @@ export class FakeService {
             PostProcessing: (/** @type {string} */ text) => text === 'Task Queued',
             ListAllDisks: disks,
             GetAllPartitionInfo: partitions,
-            ListPartitionsOnDisk: (/** @type {number} */ index) => partitions().filter((p) => p.diskIndex === index),
-            GetPartitionInfo: (/** @type {string} */ letter) => partitions().find((p) => p.driveLetter.startsWith(letter.slice(0, 1).toUpperCase())) ?? record('PartitionInfo'),
+            ListPartitionsOnDisk: (/** @type {number} */ index) =>
+                partitions().filter((p) => p.diskIndex === index),
+            GetPartitionInfo: (/** @type {string} */ letter) =>
+                partitions().find((p) => p.driveLetter.startsWith(letter.slice(0, 1).toUpperCase())) ??
+                record('PartitionInfo'),
         };
         /** @type {Set<import('node:net').Socket>} */
         this.sockets = new Set();
@@ -64,15 +121,25 @@ export class FakeService {
 
     /** @param {number} [port] 0 for any free one */
     async start(port = 0) {
-        const handler = Object.fromEntries(argumentCounts().map(([method, count]) => [method, handlerOf(count, (args) => this.handle(method, args))]));
-        const server = thrift.createServer(ZORNativePlugin, handler, { transport: thrift.TBufferedTransport, protocol: thrift.TBinaryProtocol });
+        const handler = Object.fromEntries(
+            argumentCounts().map(([method, count]) => [
+                method,
+                handlerOf(count, (args) => this.handle(method, args)),
+            ]),
+        );
+        const server = thrift.createServer(ZORNativePlugin, handler, {
+            transport: thrift.TBufferedTransport,
+            protocol: thrift.TBinaryProtocol,
+        });
         server.on('connection', (/** @type {import('node:net').Socket} */ socket) => {
             this.sockets.add(socket);
             socket.on('error', () => {});
             socket.on('close', () => this.sockets.delete(socket));
         });
         this.server = server;
-        await new Promise((resolve, reject) => server.once('error', reject).listen(port, '127.0.0.1', () => resolve(undefined)));
+        await new Promise((resolve, reject) =>
+            server.once('error', reject).listen(port, '127.0.0.1', () => resolve(undefined)),
+        );
         return this.port;
     }
 

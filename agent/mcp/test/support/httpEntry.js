@@ -1,6 +1,10 @@
 // A test-only HTTP entry for the conformance suite: the same factory as on standard input and output.
 import { createServer } from 'node:http';
-import { localhostHostValidation, localhostOriginValidation, NodeStreamableHTTPServerTransport } from '@modelcontextprotocol/node';
+import {
+    localhostHostValidation,
+    localhostOriginValidation,
+    NodeStreamableHTTPServerTransport,
+} from '@modelcontextprotocol/node';
 import { Gateway } from '../../src/gateway.js';
 import { readOptions } from '../../src/options.js';
 import { loadTable } from '../../src/table.js';
@@ -11,7 +15,9 @@ import { randomUUID } from 'node:crypto';
  * @returns {Promise<{ url: string, close: () => Promise<void> }>}
  */
 export async function serveHttp(hostPort) {
-    const gateway = new Gateway(readOptions(['--port', String(hostPort), '--tools', 'all'], {}, Object.keys(loadTable().groups)));
+    const gateway = new Gateway(
+        readOptions(['--port', String(hostPort), '--tools', 'all'], {}, Object.keys(loadTable().groups)),
+    );
     /** @type {Map<string, NodeStreamableHTTPServerTransport>} */
     const sessions = new Map();
     const validHost = localhostHostValidation();
@@ -19,7 +25,8 @@ export async function serveHttp(hostPort) {
     const server = createServer(async (request, response) => {
         if (!validHost(request, response) || !validOrigin(request, response)) return;
         const id = request.headers['mcp-session-id'];
-        const transport = (typeof id === 'string' && sessions.get(id)) || (await newSession(gateway, sessions));
+        const transport =
+            (typeof id === 'string' && sessions.get(id)) || (await newSession(gateway, sessions));
         await transport.handleRequest(request, response);
     });
     await new Promise((resolve) => server.listen(0, '127.0.0.1', () => resolve(undefined)));

@@ -45,7 +45,11 @@ async function startOnce(t, machine) {
             if (said) resolve(Number(said[1]));
         });
         child.once('error', reject);
-        child.once('exit', (code) => (code === notListening ? resolve(undefined) : reject(new Error(`zorhost ended with ${code}: ${errors}`))));
+        child.once('exit', (code) =>
+            code === notListening
+                ? resolve(undefined)
+                : reject(new Error(`zorhost ended with ${code}: ${errors}`)),
+        );
     });
     if (port === undefined) return undefined;
     const kill = async () => {
@@ -74,7 +78,9 @@ function editedMachine(t, machine, change) {
  * @returns {Promise<string[]>}
  */
 export async function zorcall(port, ...words) {
-    const child = spawn(join(binaries, 'zorcall'), ['--port', String(port), ...words], { stdio: ['ignore', 'pipe', 'pipe'] });
+    const child = spawn(join(binaries, 'zorcall'), ['--port', String(port), ...words], {
+        stdio: ['ignore', 'pipe', 'pipe'],
+    });
     let printed = '';
     child.stdout.on('data', (bytes) => (printed += bytes));
     await once(child, 'close');
