@@ -78,7 +78,10 @@ export class Gate {
         let reported = -Infinity;
         for (;;) {
             const wait = this.lastEnd + paceMs - performance.now();
-            if (wait > 0) await pause(Math.min(wait, limit.left()), scope.signal);
+            if (wait > 0) {
+                scope.progress('Waiting out the pause of two seconds after the last call.');
+                await pause(Math.min(wait, limit.left()), scope.signal);
+            }
             const answer = await this.host.ask('PreProcessing', [toolCalls], scope);
             if (answer.allow) return;
             if (answer.reasons !== refusedForNow) throw saidNo(answer);

@@ -31,13 +31,12 @@ The Model Context Protocol is spoken on standard input and output; the log goes 
  */
 export function readOptions(argv, env, groupNames) {
     const { values } = parseArgs({ args: argv, options: known });
-    const named =
-        values.port !== undefined
-            ? { port: values.port, by: '--port' }
-            : { port: env.AGENT_NATIVE_PORT || undefined, by: 'AGENT_NATIVE_PORT' };
+    const said = values.port === undefined ? undefined : portNumber(values.port);
+    const inherited = isPort(env.AGENT_NATIVE_PORT) ? Number(env.AGENT_NATIVE_PORT) : undefined;
     return {
-        port: named.port === undefined ? undefined : portNumber(named.port, named.by),
-        portSaidBy: named.by,
+        // What the environment says may be stale or odd; it must not keep a client from its handshake.
+        port: said ?? inherited,
+        portSaidBy: said === undefined ? 'AGENT_NATIVE_PORT' : '--port',
         searchFrom: 9090,
         searchCount: 16,
         timeoutMs: seconds(values.timeout, '--timeout'),
@@ -49,12 +48,14 @@ export function readOptions(argv, env, groupNames) {
     };
 }
 
-/** @param {string} text @param {string} by */
-function portNumber(text, by) {
-    const port = Number(text);
-    if (!/^\d+$/.test(text) || port < 1 || port > 65535)
-        throw new Error(`${by} must be a port from 1 to 65535, and is "${text}"`);
-    return port;
+/** @param {string | undefined} text */
+const isPort = (text) =>
+    text !== undefined && /^\d+$/.test(text) && Number(text) >= 1 && Number(text) <= 65535;
+
+/** @param {string} text */
+function portNumber(text) {
+    if (!isPort(text)) throw new Error(`--port must be a port from 1 to 65535, and is "${text}"`);
+    return Number(text);
 }
 
 /** @param {string} text @param {string} name */

@@ -72,6 +72,15 @@ test('TwoActingTools_RunOneAfterTheOtherWithThePauseBetween', async (t) => {
     );
 });
 
+test('PauseBetweenTwoTools_IsReportedAsProgress', async (t) => {
+    const { client } = await start(t);
+    await client.callTool(label);
+    /** @type {any[]} */
+    const progress = [];
+    await client.callTool(label, { onprogress: (p) => progress.push(p) });
+    assert.match(progress[0].message, /Waiting out the pause of two seconds/);
+});
+
 test('FirstRefusal_IsAskedAgainWithProgressUntilItPasses', async (t) => {
     const { service, client } = await start(t);
     const allow = service.answer.PreProcessing;
