@@ -83,12 +83,13 @@ function wireType(id, detail) {
 const oneLine = (text) => (text ?? '').split(/\s+/).join(' ').trim();
 
 /**
- * A comment without the phrases that hold for every tool: the server's instructions say them once.
+ * A comment without the phrases that hold for every tool, which the server's instructions say once, and without what an
+ * absent argument reads as: the gateway requires all.
  * @param {string} text
  * @param {string[]} phrases
  */
 function withoutSaidOnce(text, phrases) {
-    let short = oneLine(text);
+    let short = oneLine(text).replace(/ ?Absent: [^.]*\./, '');
     for (const phrase of phrases) short = short.replace(phrase, '');
     return oneLine(short).replace(/ ([.;,])/g, '$1');
 }
