@@ -14,7 +14,7 @@ const known = {
 
 export const usage = `usage: aibridge-mcp [--port N] [--tools GROUP,...|all] [--read-only] [--yes] [--timeout S] [--ask-timeout S]
   --port         port of the application's agent service on this computer; default: AGENT_NATIVE_PORT,
-                 else the first port from 9090 to 9105 where it answers
+                 else the first port from 9090 to 9153 where it answers
   --tools        groups of tools to offer; default: inventory,partitions,disks
   --read-only    offer only the tools that read
   --yes          do not ask the user before a tool that destroys data
@@ -38,7 +38,7 @@ export function readOptions(argv, env, groupNames) {
         port: said ?? inherited,
         portSaidBy: said === undefined ? 'AGENT_NATIVE_PORT' : '--port',
         searchFrom: 9090,
-        searchCount: 16,
+        searchCount: 64,
         timeoutMs: seconds(values.timeout, '--timeout'),
         askTimeoutMs: seconds(values['ask-timeout'], '--ask-timeout'),
         yes: values.yes,
