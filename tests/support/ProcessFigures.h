@@ -9,3 +9,10 @@ struct ProcessFigures
 
     static ProcessFigures now();
 };
+
+/// False under a sanitizer, which keeps freed memory for itself.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool kMemoryIsOurs = false;
+#else
+constexpr bool kMemoryIsOurs = true;
+#endif
