@@ -33,8 +33,9 @@ template <class Cycle> void runCycles(int count, Cycle cycle)
     });
     EXPECT_LE(after.fileDescriptors, before.fileDescriptors);
     EXPECT_LE(after.threads, before.threads);
-    if (kMemoryIsOurs)
+    if (kMemoryIsOurs) {
         EXPECT_LT(after.peakKilobytes - before.peakKilobytes, 32 * 1024);
+    }
 }
 
 void stopAndExpectAnEndInTime(ServiceRunner& service)
