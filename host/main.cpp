@@ -1,6 +1,7 @@
 #include "host/HostApp.h"
 #include "host/machine/MachineReader.h"
 #include "host/machine/SystemMachine.h"
+#include "plugin/HandOver.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickWindow>
@@ -74,7 +75,7 @@ int main(int argc, char** argv)
     if (!options.verbose)
         qInstallMessageHandler(writeMessage);
     choosePlatform(options);
-    QGuiApplication application(argc, argv);
+    handover::Marked<QGuiApplication> application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("zorhost"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     auto machine = readMachine(options.machine);

@@ -1,8 +1,10 @@
 #include "plugin/AIBridge.h"
 
 #include "closed/Log/LogWriter.h"
+#include "plugin/HandOver.h"
 #include "recscan/RecScanThread.h"
 #include "service/AIFuncallThread.h"
+#include "tools/SnapshotLock.h"
 
 #include <QtCore/QDeadlineTimer>
 #include <QtQml/QQmlApplicationEngine>
@@ -22,6 +24,7 @@ void AIBridge::init()
     if (serverThread != nullptr)
         return;
     serverThread = new AIFuncallThread(this);
+    handover::give();
     serverThread->start(QThread::InheritPriority);
 }
 
@@ -47,11 +50,12 @@ void AIBridge::beginRecScan()
         recScanThread = new RecScanThread(this);
         recScanThread->setScanEngine(engine());
         {
-            const QReadLocker lock(&snapshotLock_);
+            const SnapshotReadLock lock(snapshotLock_);
             recScanThread->setScanData(diskList, partitionsByDisk, partitionsByLetter);
         }
         connect(recScanThread, &QThread::finished, this, &AIBridge::onRecScanFinished);
     }
+    handover::give();
     recScanThread->start(QThread::InheritPriority);
 }
 

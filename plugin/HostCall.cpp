@@ -1,5 +1,7 @@
 #include "plugin/HostCall.h"
 
+#include "plugin/HandOver.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QThread>
 
@@ -45,6 +47,9 @@ bool HostMethod::invoke(ConnectionRule rule, QGenericReturnArgument result,
     std::array<QGenericArgument, 4> places;
     Q_ASSERT(arguments.size() <= places.size());
     std::copy(arguments.begin(), arguments.end(), places.begin());
-    return method_.invoke(object_.data(), connectionType(rule), result, places[0], places[1], places[2],
-                          places[3]);
+    handover::give();
+    const bool called = method_.invoke(object_.data(), connectionType(rule), result, places[0], places[1],
+                                       places[2], places[3]);
+    handover::take();
+    return called;
 }

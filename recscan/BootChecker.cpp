@@ -6,11 +6,11 @@
 #include "telemetry/Telemetry.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QMutex>
 #include <QtCore/QObject>
 #include <QtCore/QProcess>
 
 #include <memory>
+#include <mutex>
 #include <vector>
 
 namespace {
@@ -19,9 +19,9 @@ namespace {
 // the object cannot move to another thread on every system, so it stays until the end of the process.
 void leaveRunning(std::unique_ptr<QProcess> process)
 {
-    static QMutex mutex;
+    static std::mutex mutex;
     static auto* const running = new std::vector<QProcess*>();
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     running->push_back(process.release());
 }
 

@@ -1,6 +1,7 @@
 #include "recscan/RecScanThread.h"
 
 #include "plugin/AIBridge.h"
+#include "plugin/HandOver.h"
 #include "recscan/Referral.h"
 #include "telemetry/Telemetry.h"
 
@@ -39,6 +40,7 @@ void RecScanThread::setScanData(const std::vector<DiskInfo>& diskList,
 
 void RecScanThread::run()
 {
+    handover::take();
     const ScanState saved = readScanState();
     referralId = kNoReferral;
     update([&](Progress& now) { now.state = saved; });
@@ -51,6 +53,7 @@ void RecScanThread::run()
         scanCasesFrom(saved.nextCaseIndex);
     report(QStringLiteral("Result_SmartReferScan"), QStringLiteral("{\"smart-refer\":\"%1\"}"),
            referralOr(progress().held.actionIndex));
+    handover::give();
 }
 
 void RecScanThread::requestStop()
@@ -76,13 +79,13 @@ void RecScanThread::saveScanState() const
 
 RecScanThread::Progress RecScanThread::progress() const
 {
-    const QMutexLocker lock(&guard_);
+    const std::lock_guard<std::mutex> lock(guard_);
     return progress_;
 }
 
 template <class Change> void RecScanThread::update(Change change)
 {
-    const QMutexLocker lock(&guard_);
+    const std::lock_guard<std::mutex> lock(guard_);
     change(progress_);
 }
 

@@ -5,7 +5,6 @@
 #include "service/WireTypes.h"
 
 #include <QtCore/QMap>
-#include <QtCore/QMutex>
 #include <QtCore/QString>
 #include <QtCore/QThread>
 #include <QtCore/QVariantMap>
@@ -13,6 +12,7 @@
 #include <atomic>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <vector>
 
 class AIBridge;
@@ -92,6 +92,6 @@ private:
     std::shared_ptr<CZorHandle> toolHandler;
 
     // Held only to copy or change the progress, never across a call to anything else.
-    mutable QMutex guard_;
+    mutable std::mutex guard_;
     Progress progress_;
 };

@@ -2,6 +2,7 @@
 
 #include "closed/Log/LogWriter.h"
 #include "plugin/AIBridge.h"
+#include "plugin/HandOver.h"
 #include "service/PortSearch.h"
 #include "service/ToolServer.h"
 #include "service/ZorHandle.h"
@@ -18,6 +19,7 @@ AIFuncallThread::AIFuncallThread(AIBridge* theOwner) : QThread(theOwner), owner(
 
 AIFuncallThread::~AIFuncallThread()
 {
+    handover::take();
     // After an exception from serve, connection threads may still be using the server and what it holds: it
     // is left to the end of the process. After an ordinary end, or where no client ever came, nobody is.
     thrift::server::TThreadedServer* ended = server.load();
@@ -27,6 +29,7 @@ AIFuncallThread::~AIFuncallThread()
 
 void AIFuncallThread::run()
 {
+    handover::take();
     const QString address = configuredAddress();
     int nativePort = 0;
     int chatPort = 0;
@@ -43,6 +46,7 @@ void AIFuncallThread::run()
         serverRunning = false;
         qDebug("AIFuncallThread::run() exception");
     }
+    handover::give();
 }
 
 void AIFuncallThread::stopServer()

@@ -23,13 +23,13 @@ void CZorHandle::setBridge(AIBridge* theBridge)
 
 void CZorHandle::ResetParams()
 {
-    const QMutexLocker lock(&guard_);
+    const std::lock_guard<std::mutex> lock(guard_);
     params = QVariantMap();
 }
 
 void CZorHandle::setParam(const QString& key, const QVariant& value)
 {
-    const QMutexLocker lock(&guard_);
+    const std::lock_guard<std::mutex> lock(guard_);
     params[key] = value;
 }
 
@@ -40,7 +40,7 @@ void CZorHandle::setParam(const QString& key, const std::string& value)
 
 QVariantMap CZorHandle::paramsCopy() const
 {
-    const QMutexLocker lock(&guard_);
+    const std::lock_guard<std::mutex> lock(guard_);
     return params;
 }
 

@@ -5,11 +5,11 @@
 #include "ZORNativePlugin.h"
 
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QMutex>
 #include <QtCore/QString>
 #include <QtCore/QVariantMap>
 
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -154,7 +154,7 @@ private:
     AIBridge* bridge = nullptr;
     QElapsedTimer lastCallEnd;
     // Around each single access of params and lastCallEnd; a tool as a whole is not guarded.
-    mutable QMutex guard_;
+    mutable std::mutex guard_;
 };
 
 /// True if @p text begins with an ASCII letter; nothing else of it is looked at.

@@ -1,6 +1,7 @@
 #include "service/ZorHandle.h"
 
 #include "plugin/AIBridge.h"
+#include "plugin/HandOver.h"
 #include "plugin/HostAccess.h"
 #include "telemetry/Telemetry.h"
 
@@ -46,21 +47,24 @@ void CZorHandle::PreProcessing(TaskInfo& answer, const std::string& toolCalls)
     answer.__set_allow(true);
     reportUserInfo(kTelemetryCategory, QStringLiteral("Info_SpriteCalling"),
                    QVariantMap{{QStringLiteral("function"), call}}, QVariant());
+    handover::give();
     Q_EMIT bridge->sigAbout2CallFun(call);
 }
 
 bool CZorHandle::PostProcessing(const std::string& result)
 {
     const bool queued = result == kTaskQueued;
-    if (bridge != nullptr)
+    if (bridge != nullptr) {
+        handover::give();
         Q_EMIT bridge->sigAfterCallFun(QString::fromStdString(result), queued);
-    const QMutexLocker lock(&guard_);
+    }
+    const std::lock_guard<std::mutex> lock(guard_);
     lastCallEnd.restart();
     return queued;
 }
 
 qint64 CZorHandle::sinceLastCall() const
 {
-    const QMutexLocker lock(&guard_);
+    const std::lock_guard<std::mutex> lock(guard_);
     return lastCallEnd.elapsed();
 }

@@ -23,7 +23,7 @@ struct BoundTable : AliyunWrapTable
 {
     BoundTable()
     {
-        const QMutexLocker guard(&lock);
+        const std::lock_guard<std::mutex> guard(lock);
         bindAliyunWrap(*this);
     }
 } boundTable;

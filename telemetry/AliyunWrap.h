@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QtCore/QMutex>
 
 #include <array>
 #include <functional>
+#include <mutex>
 #include <string>
 
 /// How a library beside this module is found and opened; a test puts its own here.
@@ -29,7 +29,7 @@ struct AliyunWrapTable
 
     void* module = nullptr;
     std::array<void*, entryPointCount> entryPoints{};
-    QMutex lock;
+    std::mutex lock;
 };
 
 /// Finds the library beside this module, loads it and resolves the entry points; a gap stays null, and a

@@ -1,6 +1,7 @@
 #include "tools/CloneTask.h"
 
 #include "plugin/AIBridge.h"
+#include "plugin/HandOver.h"
 #include "plugin/HostCall.h"
 #include "service/ZorHandle.h"
 #include "tools/HostRecords.h"
@@ -119,8 +120,10 @@ bool validateCloneTask(AIBridge* bridge, const QVariantMap& source, const QVaria
     result[QStringLiteral("destination")] = destination;
     result[QStringLiteral("errMsg")] = verdict.errMsg;
     result[QStringLiteral("goToPageIndex")] = verdict.page;
-    if (verdict.queued)
+    if (verdict.queued) {
+        handover::give();
         Q_EMIT bridge->sigCloneResult(QVariant(result));
+    }
     return verdict.queued;
 }
 

@@ -1,6 +1,7 @@
 #include "tools/ConversionTask.h"
 
 #include "plugin/AIBridge.h"
+#include "plugin/HandOver.h"
 #include "plugin/HostCall.h"
 #include "tools/HostRecords.h"
 #include "tools/ToolBox.h"
@@ -40,6 +41,7 @@ bool emitConvertTask(AIBridge* bridge, int funIdx, const QVariantMap& info)
     if (bridge == nullptr)
         return false;
     const QVariantMap task{{QStringLiteral("funIdx"), funIdx}, {QStringLiteral("info"), info}};
+    handover::give();
     Q_EMIT bridge->sigConvertResult(QVariant(task));
     return true;
 }

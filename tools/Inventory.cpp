@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "plugin/HostCall.h"
 #include "tools/InventoryRecords.h"
+#include "tools/SnapshotLock.h"
 
 #include <QtQml/QQmlApplicationEngine>
 
@@ -88,7 +89,7 @@ void AIBridge::setDiskInfo(QVariantList info)
         fresh.addPartitions(readPartitions(engine(), map.value(QStringLiteral("partitions")).toList()));
         fresh.disks.push_back(std::move(disk));
     }
-    const QWriteLocker lock(&snapshotLock_);
+    const SnapshotWriteLock lock(snapshotLock_);
     diskList.swap(fresh.disks);
     partitionList.swap(fresh.partitions);
     partitionsByDisk.swap(fresh.byDisk);
@@ -100,7 +101,7 @@ void AIBridge::parsePartitionInfo(const QVariantList& partitions)
 {
     Inventory added;
     added.addPartitions(readPartitions(engine(), partitions));
-    const QWriteLocker lock(&snapshotLock_);
+    const SnapshotWriteLock lock(snapshotLock_);
     partitionList.insert(partitionList.end(), added.partitions.begin(), added.partitions.end());
     for (auto& [diskIndex, records] : added.byDisk)
         partitionsByDisk.emplace(diskIndex, std::move(records));
@@ -110,13 +111,13 @@ void AIBridge::parsePartitionInfo(const QVariantList& partitions)
 
 void AIBridge::getDiskInfo(std::vector<DiskInfo>& out)
 {
-    const QReadLocker lock(&snapshotLock_);
+    const SnapshotReadLock lock(snapshotLock_);
     out = diskList;
 }
 
 void AIBridge::getPartitionInfo(std::vector<PartitionInfo>& out, int diskIndex)
 {
-    const QReadLocker lock(&snapshotLock_);
+    const SnapshotReadLock lock(snapshotLock_);
     const auto found = partitionsByDisk.find(diskIndex);
     if (found != partitionsByDisk.end())
         out = found->second;
@@ -124,7 +125,7 @@ void AIBridge::getPartitionInfo(std::vector<PartitionInfo>& out, int diskIndex)
 
 void AIBridge::getAllPartitionInfo(std::vector<PartitionInfo>& out)
 {
-    const QReadLocker lock(&snapshotLock_);
+    const SnapshotReadLock lock(snapshotLock_);
     out = partitionList;
 }
 
@@ -132,7 +133,7 @@ void AIBridge::getPartitionInfo(PartitionInfo& out, const std::string& driveLett
 {
     if (driveLetter.empty())
         return;
-    const QReadLocker lock(&snapshotLock_);
+    const SnapshotReadLock lock(snapshotLock_);
     const auto found = partitionsByLetter.find(upperLetter(driveLetter.front()));
     if (found != partitionsByLetter.end())
         out = found->second;
@@ -143,14 +144,14 @@ std::int64_t AIBridge::getPartitionSize(const std::string& driveLetter)
     const std::string letter = QString::fromStdString(driveLetter).toUpper().toStdString();
     if (letter.empty())
         return 0;
-    const QReadLocker lock(&snapshotLock_);
+    const SnapshotReadLock lock(snapshotLock_);
     const auto found = partitionsByLetter.find(letter.front());
     return found == partitionsByLetter.end() ? 0 : found->second.rawCapacity;
 }
 
 int AIBridge::findOneUnallocatedPartition(int diskIndex, std::int64_t size)
 {
-    const QReadLocker lock(&snapshotLock_);
+    const SnapshotReadLock lock(snapshotLock_);
     const auto found = partitionsByDisk.find(diskIndex);
     if (found == partitionsByDisk.end())
         return 0;
@@ -168,6 +169,6 @@ int AIBridge::findOneUnallocatedPartition(int diskIndex, std::int64_t size)
 
 bool AIBridge::hasPartitionsOf(int diskIndex)
 {
-    const QReadLocker lock(&snapshotLock_);
+    const SnapshotReadLock lock(snapshotLock_);
     return partitionsByDisk.count(diskIndex) != 0;
 }

@@ -34,7 +34,8 @@ QVariantMap partitionOf(const AIBridge* bridge, const std::string& driveLetter)
     return findPartitionRecord(bridge, QString::fromStdString(driveLetter), SelectForTask);
 }
 
-// Orders a function of the main object. Once the method is there the order counts as given, whatever became of it.
+// Orders a function of the main object. Once the method is there the order counts as given, whatever became
+// of it.
 bool startOnMain(const AIBridge* bridge, const char* method, const QVariantMap& info)
 {
     const HostMethod start(mainObject(bridge), method);

@@ -2,11 +2,11 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
-#include <QtCore/QMutex>
 #include <QtCore/QString>
 
 #include <cstdarg>
 #include <cstdio>
+#include <mutex>
 
 void CLogWriter::Log(const char* format, ...)
 {
@@ -15,8 +15,8 @@ void CLogWriter::Log(const char* format, ...)
     const QByteArray text = QString::vasprintf(format, list).toUtf8();
     va_end(list);
 
-    static QMutex mutex;
-    const QMutexLocker lock(&mutex);
+    static std::mutex mutex;
+    const std::lock_guard<std::mutex> lock(mutex);
     if (QCoreApplication::instance() != nullptr) {
         QFile file(QCoreApplication::applicationDirPath() + QLatin1String("/aibridge.log"));
         if (file.open(QIODevice::WriteOnly | QIODevice::Append))

@@ -1,6 +1,7 @@
 // A host of the service as a process of its own: the tests copy it into an application folder that they have
 // prepared, or let a client in another language talk to it. It prints one line of JSON once the service
 // answers or has given up, and ends by the clean road when its standard input does.
+#include "plugin/HandOver.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
@@ -76,7 +77,7 @@ extern "C" Q_DECL_EXPORT int getaddrinfo(const char* node, const char* service, 
 
 int main(int argc, char** argv)
 {
-    QGuiApplication application(argc, argv);
+    handover::Marked<QGuiApplication> application(argc, argv);
     RecordingHost host;
     host.build();
     AIBridge& bridge = *host.bridge();

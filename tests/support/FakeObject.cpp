@@ -124,7 +124,7 @@ int Body::metacall(QMetaObject::Call call, int id, void** arguments)
     if (call == QMetaObject::ReadProperty && index < properties_.size()) {
         store(arguments[0], properties_[index].type, valueRead(properties_[index]));
     } else if (call == QMetaObject::WriteProperty && index < properties_.size()) {
-        const QMutexLocker lock(&mutex_);
+        const std::lock_guard<std::mutex> lock(mutex_);
         properties_[index].value = load(QMetaType::type(properties_[index].type.constData()), arguments[0]);
         if (recorder_ != nullptr)
             recorder_->add({name_,
@@ -154,13 +154,13 @@ QVariant Body::valueRead(const FakeMember& property) const
 {
     if (property.body)
         return property.body({});
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return property.value;
 }
 
 QVariant Body::value(const QByteArray& property) const
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     for (const FakeMember& member : properties_) {
         if (member.name == property)
             return member.value;
@@ -170,7 +170,7 @@ QVariant Body::value(const QByteArray& property) const
 
 void Body::setValue(const QByteArray& property, const QVariant& value)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     for (FakeMember& member : properties_) {
         if (member.name == property)
             member.value = value;

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <vector>
 
 /// What a fake method does with its arguments; its result is turned into the method's return type.
@@ -63,7 +64,7 @@ private:
 
     std::vector<FakeMember> methods_;
     std::vector<FakeMember> properties_;
-    mutable QMutex mutex_;
+    mutable std::mutex mutex_;
     QMetaObject* meta_;
     Recorder* recorder_;
     QObject* self_;

@@ -5,13 +5,13 @@
 
 void Recorder::add(HostCallRecord record)
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     calls_.push_back(std::move(record));
 }
 
 std::vector<HostCallRecord> Recorder::calls() const
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     return calls_;
 }
 
@@ -25,7 +25,7 @@ QStringList Recorder::sequence() const
 
 void Recorder::clear()
 {
-    const QMutexLocker lock(&mutex_);
+    const std::lock_guard<std::mutex> lock(mutex_);
     calls_.clear();
 }
 

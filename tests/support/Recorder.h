@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QtCore/QMutex>
 #include <QtCore/QString>
 #include <QtCore/QThread>
 #include <QtCore/QVariantList>
 
+#include <mutex>
 #include <vector>
 
 /// One call that reached a fake host object.
@@ -31,7 +31,7 @@ public:
     void clear();
 
 private:
-    mutable QMutex mutex_;
+    mutable std::mutex mutex_;
     std::vector<HostCallRecord> calls_;
 };
 

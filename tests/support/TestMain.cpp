@@ -1,3 +1,5 @@
+#include "plugin/HandOver.h"
+
 #include <QtGui/QGuiApplication>
 
 #include <gtest/gtest.h>
@@ -7,7 +9,7 @@ int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication application(argc, argv);
+    handover::Marked<QGuiApplication> application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

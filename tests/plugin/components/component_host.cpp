@@ -12,6 +12,7 @@
 //   switch                     changes the language
 //   tell                       lets the language object that QML sees change the language
 //   close                      destroys the manager and serves what was put off
+#include "plugin/HandOver.h"
 #include "plugin/ComponentBase.h"
 #include "plugin/ComponentMgr.h"
 
@@ -139,7 +140,7 @@ private:
 
 int main(int argc, char** argv)
 {
-    QGuiApplication application(argc, argv);
+    handover::Marked<QGuiApplication> application(argc, argv);
     Host host;
     const QStringList arguments = application.arguments().mid(1);
     for (const QString& argument : arguments) {
