@@ -4,12 +4,12 @@
 
 namespace {
 
-std::wstring moduleFileName()
+std::wstring ownFileName()
 {
     wchar_t buffer[260] = {};
     HMODULE self = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCWSTR>(&moduleFileName), &self);
+                       reinterpret_cast<LPCWSTR>(&ownFileName), &self);
     // A path that fills the buffer has been cut and names nothing.
     const DWORD length = GetModuleFileNameW(self, buffer, 260);
     return length < 260 ? std::wstring(buffer, length) : std::wstring();
@@ -19,7 +19,7 @@ std::wstring moduleFileName()
 
 ModuleAccess ModuleAccess::system()
 {
-    return {moduleFileName,
+    return {ownFileName,
             [](const std::wstring& path) { return reinterpret_cast<void*>(LoadLibraryW(path.c_str())); },
             [](void* module, const char* name) {
                 return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(module), name));
