@@ -126,7 +126,7 @@ std::vector<QVariantMap> readRows(IWbemServices* services, const QString& query,
     for (;;) {
         ComPtr<IWbemClassObject> row;
         ULONG count = 0;
-        if (FAILED(cursor->Next(WBEM_INFINITE, 1, row.place(), &count)) || count == 0)
+        if (FAILED(cursor->Next(static_cast<LONG>(WBEM_INFINITE), 1, row.place(), &count)) || count == 0)
             return rows;
         rows.push_back(readRow(row.get(), properties));
     }
