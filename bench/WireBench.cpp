@@ -27,8 +27,9 @@ struct Pair
         std::vector<PartitionInfo> partitionList;
         bridge.getDiskInfo(diskList);
         bridge.getAllPartitionInfo(partitionList);
-        ours = std::make_unique<WireService>(handler);
-        bare = std::make_unique<WireService>(std::make_shared<BareServer>(diskList, partitionList));
+        ours = std::make_unique<WireService>(handler, WireService::Kind::Ours);
+        bare = std::make_unique<WireService>(std::make_shared<BareServer>(diskList, partitionList),
+                                             WireService::Kind::Bare);
     }
 };
 

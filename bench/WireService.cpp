@@ -1,6 +1,6 @@
 #include "bench/WireService.h"
 
-#include "service/ServerSocket.h"
+#include "service/ToolServer.h"
 
 #include <thrift/concurrency/ThreadFactory.h>
 #include <thrift/protocol/TBinaryProtocol.h>
@@ -24,26 +24,40 @@ struct Listening : server::TServerEventHandler
 
 struct WireService::Server
 {
-    std::shared_ptr<ServerSocket> socket = std::make_shared<ServerSocket>("localhost", 0);
     std::shared_ptr<Listening> listening = std::make_shared<Listening>();
-    server::TThreadedServer server;
+    std::unique_ptr<server::TThreadedServer> server;
 
-    explicit Server(const std::shared_ptr<ZORNativePluginIf>& handler)
-        : server(std::make_shared<ZORNativePluginProcessor>(handler), socket,
-                 std::make_shared<transport::TBufferedTransportFactory>(),
-                 std::make_shared<protocol::TBinaryProtocolFactoryT<transport::TTransport>>(),
-                 std::make_shared<concurrency::ThreadFactory>(false))
+    Server(const std::shared_ptr<ZORNativePluginIf>& handler, Kind kind)
+        : server(kind == Kind::Ours ? makeToolServer(handler, "localhost", 0) : makeBareServer(handler))
     {
-        server.setServerEventHandler(listening);
-        server.setConcurrentClientLimit(3);
+        server->setServerEventHandler(listening);
+    }
+
+    transport::TServerSocket& socket() const
+    {
+        return dynamic_cast<transport::TServerSocket&>(*server->getServerTransport());
+    }
+
+    // The runtime's own classes and nothing else.
+    static std::unique_ptr<server::TThreadedServer>
+    makeBareServer(const std::shared_ptr<ZORNativePluginIf>& handler)
+    {
+        auto bare = std::make_unique<server::TThreadedServer>(
+            std::make_shared<ZORNativePluginProcessor>(handler),
+            std::make_shared<transport::TServerSocket>("localhost", 0),
+            std::make_shared<transport::TBufferedTransportFactory>(),
+            std::make_shared<protocol::TBinaryProtocolFactoryT<transport::TTransport>>(),
+            std::make_shared<concurrency::ThreadFactory>(false));
+        bare->setConcurrentClientLimit(3);
+        return bare;
     }
 };
 
-WireService::WireService(std::shared_ptr<ZORNativePluginIf> handler)
-    : server_(std::make_unique<Server>(handler)), thread_([this] { server_->server.serve(); })
+WireService::WireService(std::shared_ptr<ZORNativePluginIf> handler, Kind kind)
+    : server_(std::make_unique<Server>(handler, kind)), thread_([this] { server_->server->serve(); })
 {
     server_->listening->ready.get_future().wait();
-    const auto socket = std::make_shared<transport::TSocket>("localhost", server_->socket->getPort());
+    const auto socket = std::make_shared<transport::TSocket>("localhost", server_->socket().getPort());
     const auto transport = std::make_shared<transport::TBufferedTransport>(socket);
     transport->open();
     client_ = std::make_unique<ZORNativePluginClient>(std::make_shared<protocol::TBinaryProtocol>(transport));
@@ -52,8 +66,7 @@ WireService::WireService(std::shared_ptr<ZORNativePluginIf> handler)
 WireService::~WireService()
 {
     client_.reset();
-    server_->socket->interrupt();
-    server_->socket->close();
-    server_->server.stop();
+    server_->socket().interrupt();
+    server_->server->stop();
     thread_.join();
 }

@@ -10,7 +10,12 @@
 class WireService
 {
 public:
-    explicit WireService(std::shared_ptr<ZORNativePluginIf> handler);
+    enum class Kind {
+        Ours, ///< as the library builds it
+        Bare  ///< the runtime's own classes with the same settings
+    };
+
+    WireService(std::shared_ptr<ZORNativePluginIf> handler, Kind kind);
     ~WireService();
 
     ZORNativePluginClient& client() { return *client_; }

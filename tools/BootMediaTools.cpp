@@ -10,11 +10,6 @@ namespace {
 
 const QString kIsBurn = QStringLiteral("isBurn");
 
-QObject* mainObject(const AIBridge& bridge)
-{
-    return findRootChild(bridge.engine(), QStringLiteral("__zormain"));
-}
-
 } // namespace
 
 bool AIBridge::isBmFunValid(QVariantMap info)
@@ -22,7 +17,7 @@ bool AIBridge::isBmFunValid(QVariantMap info)
     // Only a task that carries the key with the value false is put to the host.
     if (!info.contains(kIsBurn) || info.value(kIsBurn).toBool())
         return true;
-    return callHost<QVariant>(mainObject(*this), "createBootMediaEnabled", ConnectionRule::Call,
+    return callHost<QVariant>(hostMainObject(*this), "createBootMediaEnabled", ConnectionRule::Call,
                               QVariant(info))
         .value_or(QVariant())
         .toBool();
@@ -34,7 +29,7 @@ bool AIBridge::doBmFunForAI(QVariantMap info)
     const bool valid = isBmFunValid(info);
     // A host without the method does nothing, and that is no refusal.
     if (valid)
-        orderHost(mainObject(*this), "dobmfunction", ConnectionRule::Call, QVariant(info));
+        orderHost(hostMainObject(*this), "dobmfunction", ConnectionRule::Call, QVariant(info));
     return valid;
 }
 

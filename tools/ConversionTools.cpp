@@ -1,15 +1,5 @@
-#include "service/ZorHandle.h"
-
 #include "tools/ConversionTask.h"
-
-namespace {
-
-const std::string& reply(bool queued)
-{
-    return queued ? kTaskQueued : kTaskNotValid;
-}
-
-} // namespace
+#include "tools/Reply.h"
 
 void CZorHandle::ConvertDiskToGpt(std::string& answer, int32_t diskIndex)
 {

@@ -30,7 +30,7 @@ std::string text(const QVariant& value)
 
 std::string sizeText(qint64 value)
 {
-    return formatSizeText(value, 2, false).toStdString();
+    return ::sizeText(value, 2, false);
 }
 
 // The host's numbers are not checked against a range, so these wrap round where they overflow.

@@ -1,8 +1,8 @@
 // Recovery, health, BitLocker and the toolbox.
 #include "plugin/AIBridge.h"
 #include "plugin/HostCall.h"
-#include "service/ZorHandle.h"
 #include "tools/HostRecords.h"
+#include "tools/Reply.h"
 #include "tools/ToolBox.h"
 
 #include <QtQml/QQmlApplicationEngine>
@@ -13,16 +13,6 @@ const QString kDiskIndex = QStringLiteral("diskIndex");
 
 // The repair of damaged partitions is switched off; its body stays beside it.
 constexpr bool kRepairRawEnabled = false;
-
-const std::string& reply(bool queued)
-{
-    return queued ? kTaskQueued : kTaskNotValid;
-}
-
-QObject* mainObject(const AIBridge* bridge)
-{
-    return findRootChild(bridge->engine(), QStringLiteral("__zormain"));
-}
 
 QVariantMap diskOf(const AIBridge* bridge, int32_t diskIndex)
 {
@@ -38,7 +28,7 @@ QVariantMap partitionOf(const AIBridge* bridge, const std::string& driveLetter)
 // of it.
 bool startOnMain(const AIBridge* bridge, const char* method, const QVariantMap& info)
 {
-    const HostMethod start(mainObject(bridge), method);
+    const HostMethod start(hostMainObject(*bridge), method);
     if (!start.isValid())
         return false;
     start.order(ConnectionRule::Call, QVariant(info));

@@ -1,5 +1,7 @@
 #include "tools/SizeText.h"
 
+#include <QtCore/QByteArray>
+
 namespace {
 
 constexpr qint64 kKilo = 1024;
@@ -7,37 +9,64 @@ constexpr qint64 kMega = kKilo * 1024;
 constexpr qint64 kGiga = kMega * 1024;
 constexpr qint64 kTera = kGiga * 1024;
 
-double rounded(double number, int precision)
+int powerOfTen(int exponent)
 {
-    int factor = 1;
-    for (int i = 0; i < precision; ++i)
-        factor *= 10;
-    return static_cast<double>(static_cast<qint32>(qRound64(number * factor))) / factor;
+    int power = 1;
+    for (int i = 0; i < exponent; ++i)
+        power *= 10;
+    return power;
 }
 
-QString numberWithUnit(double number, int precision, const char* unit)
+// The number in steps of the last decimal.
+qint32 rounded(double number, int precision)
 {
-    return QString::number(number, 'f', precision) + QLatin1Char(' ') + QLatin1String(unit);
+    return static_cast<qint32>(qRound64(number * powerOfTen(precision)));
+}
+
+std::string withDecimals(double number, int precision)
+{
+    return QByteArray::number(number, 'f', precision).toStdString();
+}
+
+// A number that is rounded already: its digits are at hand, which spares the search for them.
+std::string withDecimals(qint32 steps, int precision)
+{
+    std::string digits = std::to_string(steps);
+    if (precision == 0)
+        return digits;
+    const auto decimals = static_cast<std::size_t>(precision);
+    if (digits.size() <= decimals)
+        digits.insert(0, decimals + 1 - digits.size(), '0');
+    return digits.insert(digits.size() - decimals, 1, '.');
+}
+
+std::string megabytes(double number, int precision, bool showDecimals)
+{
+    const double value = static_cast<double>(rounded(number, precision)) / powerOfTen(precision);
+    if (static_cast<int>(value) == 1024)
+        return "1.00 GB";
+    return withDecimals(value, showDecimals ? precision : 0) + " MB";
 }
 
 } // namespace
 
-QString formatSizeText(qint64 value, int precision, bool showMegabyteDecimals)
+std::string sizeText(qint64 value, int precision, bool showMegabyteDecimals)
 {
     if (value <= 0)
-        return QStringLiteral("0 Byte");
+        return "0 Byte";
     const auto number = static_cast<double>(value);
     if (value < kKilo)
-        return numberWithUnit(number, precision, "Bytes");
+        return withDecimals(number, precision) + " Bytes";
     if (value < kMega)
-        return numberWithUnit(number / kKilo, precision, "KB");
-    if (value < kGiga) {
-        const double megabytes = rounded(number / kMega, precision);
-        if (static_cast<int>(megabytes) == 1024)
-            return QStringLiteral("1.00 GB");
-        return numberWithUnit(megabytes, showMegabyteDecimals ? precision : 0, "MB");
-    }
+        return withDecimals(number / kKilo, precision) + " KB";
+    if (value < kGiga)
+        return megabytes(number / kMega, precision, showMegabyteDecimals);
     if (value < kTera)
-        return numberWithUnit(rounded(number / kGiga, precision), precision, "GB");
-    return numberWithUnit(rounded(number / kTera, precision), precision, "TB");
+        return withDecimals(rounded(number / kGiga, precision), precision) + " GB";
+    return withDecimals(rounded(number / kTera, precision), precision) + " TB";
+}
+
+QString formatSizeText(qint64 value, int precision, bool showMegabyteDecimals)
+{
+    return QString::fromStdString(sizeText(value, precision, showMegabyteDecimals));
 }

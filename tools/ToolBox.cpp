@@ -27,12 +27,17 @@ void closeGuide()
     callWindowMethod("closeGuide", QVariant());
 }
 
+QObject* hostMainObject(const AIBridge& bridge)
+{
+    return findRootChild(bridge.engine(), QStringLiteral("__zormain"));
+}
+
 bool runToolBoxTask(const AIBridge* bridge, int index, const QVariantMap& info)
 {
     closeGuide();
     if (bridge == nullptr || bridge->engine() == nullptr)
         return false;
-    QObject* main = findRootChild(bridge->engine(), QStringLiteral("__zormain"));
+    QObject* main = hostMainObject(*bridge);
     if (main == nullptr)
         return false;
     bool accepted = false;
