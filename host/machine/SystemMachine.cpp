@@ -91,7 +91,7 @@ Partition readPartition(const QJsonObject& device, const Disk& disk, int sectorS
     partition.usedSize = std::min(usedBytes(device), partition.size);
     partition.clusterSize = std::max(1, 4096 / sectorSize);
     partition.fsString = fileSystemName(type);
-    partition.isUnformattedType = type.isEmpty();
+    partition.isUnformattedType = type.isEmpty() && text(device, "mountpoint").isEmpty();
     partition.label = text(device, "label");
     partition.partGUID = text(device, "partuuid");
     partition.readonly = flag(device, "ro");
@@ -125,8 +125,10 @@ std::vector<Partition> partitionsOf(const QJsonObject& device, const Disk& disk,
         if (text(entry, "type") == QLatin1String("part"))
             found.push_back(readPartition(entry, disk, sectorSize));
     }
-    // A file system without a partition table is one partition over the whole disk.
-    if (found.empty() && !text(device, "fstype").isEmpty())
+    // A file system without a partition table is one partition over the whole disk. Where lsblk cannot tell the
+    // file system, the mount tells that there is one.
+    const bool isMounted = !text(device, "mountpoint").isEmpty();
+    if (found.empty() && (isMounted || !text(device, "fstype").isEmpty()))
         found.push_back(readPartition(device, disk, sectorSize));
     std::sort(found.begin(), found.end(),
               [](const Partition& a, const Partition& b) { return a.startSector < b.startSector; });

@@ -99,4 +99,17 @@ TEST(SystemMachine, AnotherText_IsAnError)
     EXPECT_TRUE(std::holds_alternative<host::MachineError>(host::machineFromLsblk("{}")));
 }
 
+TEST(SystemMachine, MountedDiskWithoutATableOrAKnownFileSystem_IsOnePartition)
+{
+    const auto read = host::machineFromLsblk(
+        R"({"blockdevices":[{"name":"vda","type":"disk","size":274877906944,"fstype":null,"mountpoint":"/"}]})");
+    ASSERT_TRUE(std::holds_alternative<host::Machine>(read));
+    const host::Disk& disk = std::get<host::Machine>(read).disks.at(0);
+    ASSERT_EQ(disk.partitions.size(), 1u);
+    EXPECT_EQ(disk.partitions.at(0).driveLetter, "C");
+    EXPECT_EQ(disk.partitions.at(0).size, 274877906944);
+    EXPECT_FALSE(disk.partitions.at(0).unallocated);
+    EXPECT_FALSE(disk.partitions.at(0).isUnformattedType);
+}
+
 } // namespace
