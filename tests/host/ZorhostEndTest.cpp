@@ -15,7 +15,7 @@ namespace {
 void expectRefused(ZorhostProcess& host, const QStringList& arguments, const QByteArray& part)
 {
     host.start(arguments);
-    EXPECT_EQ(host.exitCode(), 2);
+    EXPECT_EQ(host.exitCode(), 2) << host.errors().constData();
     EXPECT_EQ(host.output(), QByteArray());
     const QByteArray errors = host.errors();
     EXPECT_TRUE(errors.startsWith("zorhost: ")) << errors.constData();
@@ -77,7 +77,7 @@ TEST(ZorhostEnd, PortThatIsTaken_IsToldWithExitCodeOne)
     ZorhostProcess host;
     host.setFirstPort(other.serverPort());
     host.start({"--headless"});
-    EXPECT_EQ(host.exitCode(), 1);
+    EXPECT_EQ(host.exitCode(), 1) << host.errors().constData();
     EXPECT_FALSE(host.output().contains("agent service on"));
     EXPECT_TRUE(host.errors().contains("zorhost: the agent service could not listen on localhost:"))
         << host.errors().constData();
@@ -88,7 +88,7 @@ TEST(ZorhostEnd, AddressThatCannotBeBound_IsToldWithExitCodeOne)
     ZorhostProcess host;
     host.write("config.ini", "[main]\naiAddress=192.0.2.1\n");
     host.start({"--headless"});
-    EXPECT_EQ(host.exitCode(), 1);
+    EXPECT_EQ(host.exitCode(), 1) << host.errors().constData();
     EXPECT_TRUE(host.errors().contains("could not listen on 192.0.2.1:")) << host.errors().constData();
 }
 
@@ -118,7 +118,7 @@ TEST(ZorhostEnd, Signal_EndsTheAgentAndWhatItStarted)
     const int child = rest.left(rest.indexOf('\n')).toInt();
     ASSERT_GT(child, 1);
     host.signal(SIGINT);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
     // Whoever adopts orphans may take a moment to collect it: gone, or no longer running.
     QFile status(QString("/proc/%1/stat").arg(child));
     const bool gone = !status.open(QIODevice::ReadOnly);
@@ -133,7 +133,7 @@ TEST(ZorhostEnd, IdleClientThatStaysConnected_DoesNotHoldTheEndUp)
     client.connectToHost("localhost", static_cast<quint16>(host.firstPort()));
     ASSERT_TRUE(client.waitForConnected(30000));
     host.signal(SIGTERM);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
 // A client in a loop of tools, without the gate; in the folder of the program, as "loop.py".
@@ -160,7 +160,7 @@ TEST(ZorhostEnd, SignalWhileTheAgentCallsTools_EndsTheAgentAndThenCleanly)
     ASSERT_TRUE(host.startReady({"--headless", "--agent", "/usr/bin/python3 loop.py"}));
     ASSERT_TRUE(host.waitForOutput("done ChangePartitionLabel"));
     host.signal(SIGTERM);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
     EXPECT_EQ(host.errors().count("ending without"), 0);
 }
 
@@ -177,7 +177,7 @@ TEST(ZorhostEnd, SignalWhileAClientKeepsCallingTools_EndsWithoutTheReleaseAndSay
     client.start("/usr/bin/python3", {host.file("loop.py")});
     ASSERT_TRUE(host.waitForOutput("done ChangePartitionLabel"));
     host.signal(SIGTERM);
-    EXPECT_EQ(host.exitCode(), 1);
+    EXPECT_EQ(host.exitCode(), 1) << host.errors().constData();
     EXPECT_TRUE(host.errors().contains("ending without the release")) << host.errors().constData();
     client.kill();
     client.waitForFinished();

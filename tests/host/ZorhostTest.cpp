@@ -27,7 +27,7 @@ TEST(Zorhost, ReadyLine_NamesThePortThatAnswers)
     EXPECT_TRUE(socket.waitForConnected(30000));
     socket.abort();
     host.signal(SIGTERM);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
 TEST(Zorhost, WithoutADisplay_RunsHeadlessByItself)
@@ -35,7 +35,7 @@ TEST(Zorhost, WithoutADisplay_RunsHeadlessByItself)
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady({"--machine", "server"})) << host.errors().constData();
     host.signal(SIGINT);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
 TEST(Zorhost, ConfiguredAddress_IsUsedAndNamed)
@@ -45,7 +45,7 @@ TEST(Zorhost, ConfiguredAddress_IsUsedAndNamed)
     ASSERT_TRUE(host.startReady({"--headless"})) << host.errors().constData();
     EXPECT_TRUE(host.output().contains("agent service on 127.0.0.1:"));
     host.signal(SIGTERM);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
 TEST(Zorhost, Agent_GetsBothPortsAndItsOutputComesThrough)
@@ -54,7 +54,7 @@ TEST(Zorhost, Agent_GetsBothPortsAndItsOutputComesThrough)
     ASSERT_TRUE(host.startReady(
         {"--headless", "--exit-with-agent", "--agent", "echo ports $AGENT_NATIVE_PORT $AGENT_CHAT_PORT"}))
         << host.errors().constData();
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
     const QByteArray expected = "ports " + QByteArray::number(host.firstPort()) + " " +
                                 QByteArray::number(host.firstPort() + 1) + "\n";
     EXPECT_TRUE(host.output().contains(expected)) << host.output().constData();
@@ -64,7 +64,7 @@ TEST(Zorhost, ExitWithAgent_HandsTheAgentsExitCodeOn)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady({"--headless", "--exit-with-agent", "--agent", "exit 7"}));
-    EXPECT_EQ(host.exitCode(), 7);
+    EXPECT_EQ(host.exitCode(), 7) << host.errors().constData();
 }
 
 TEST(Zorhost, AgentThatEnds_LeavesTheHostUp)
@@ -74,7 +74,7 @@ TEST(Zorhost, AgentThatEnds_LeavesTheHostUp)
     EXPECT_TRUE(host.waitForOutput("agent ended with exit code 7"));
     EXPECT_TRUE(host.isRunning());
     host.signal(SIGTERM);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
 TEST(Zorhost, AgentInPython_ListsCreatesRenamesAndIsRefusedOnce)
@@ -104,7 +104,7 @@ echo '{"blockdevices": [{"name": "sda", "type": "disk", "size": 1073741824, "fst
     QFile::setPermissions(host.file("path/lsblk"), QFile::ReadOwner | QFile::ExeOwner);
     ASSERT_TRUE(host.startReady({"--headless", "--machine", "system"})) << host.errors().constData();
     host.signal(SIGTERM);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
 TEST(Zorhost, Scan_PrintsTheRecordOnWhichAMachineFires)
@@ -119,7 +119,7 @@ TEST(Zorhost, Scan_PrintsTheRecordOnWhichAMachineFires)
     // The answer is recorded: the next start does not come back to the same case.
     EXPECT_TRUE(host.waitForFile("recscan.info"));
     host.signal(SIGTERM);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
 TEST(Zorhost, Scan_ThatFindsNothing_IsToldToo)
@@ -129,7 +129,7 @@ TEST(Zorhost, Scan_ThatFindsNothing_IsToldToo)
     ASSERT_TRUE(host.startReady({"--headless", "--machine", host.file("empty.json"), "--scan"}));
     EXPECT_TRUE(host.waitForOutput("scan ended without a recommendation\n")) << host.output().constData();
     host.signal(SIGTERM);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
 TEST(Zorhost, Win11Switch_MakesItsCaseFire)
@@ -138,7 +138,7 @@ TEST(Zorhost, Win11Switch_MakesItsCaseFire)
     ASSERT_TRUE(host.startReady({"--headless", "--machine", "laptop", "--win11", "on", "--scan"}));
     EXPECT_TRUE(host.waitForOutput("\"checkResultType\":")) << host.output().constData();
     host.signal(SIGTERM);
-    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
 } // namespace
