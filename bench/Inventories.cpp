@@ -88,3 +88,23 @@ QVariantList makeInventory(int disks, int partitions)
         list.append(disk(i, partitions));
     return list;
 }
+
+QVariantList makeRoomyInventory(int disks, int partitions)
+{
+    QVariantList list = makeInventory(disks, partitions);
+    for (int i = 0; i < disks; ++i) {
+        QVariantMap map = list[i].toMap();
+        QVariantList entries = map[QStringLiteral("partitions")].toList();
+        for (int k = 0; k < partitions; ++k) {
+            QVariantMap entry = entries[k].toMap();
+            entry[QStringLiteral("size")] = 100 * kGiga;
+            entry[QStringLiteral("usedSize")] = 20 * kGiga;
+            entry[QStringLiteral("bltState")] = 0;
+            entry[QStringLiteral("driveLetter")] = QString(QLatin1Char(static_cast<char>('C' + k)));
+            entries[k] = entry;
+        }
+        map[QStringLiteral("partitions")] = entries;
+        list[i] = map;
+    }
+    return list;
+}

@@ -3,6 +3,14 @@
 #include <QtGui/QGuiApplication>
 
 #include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kRepetitions = 11;
+
+} // namespace
 
 // aibridge_bench [--smoke] [benchmark options]: exit code 1 if a ratio is over its limit, which --smoke
 // ignores.
@@ -18,17 +26,20 @@ int main(int argc, char** argv)
         else
             arguments.push_back(argv[i]);
     }
-    char repetitions[] = "--benchmark_repetitions=11";
+    std::string repetitions = "--benchmark_repetitions=" + std::to_string(smoke ? 3 : kRepetitions);
     char interleaving[] = "--benchmark_enable_random_interleaving=true";
     char shortTime[] = "--benchmark_min_time=0.02";
-    arguments.push_back(repetitions);
+    arguments.push_back(repetitions.data());
     arguments.push_back(interleaving);
     if (smoke)
         arguments.push_back(shortTime);
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     registerWireBenchmarks();
+    registerActingBenchmarks();
     registerRefillBenchmarks();
-    const bool within = runRatios();
+    registerReaderBenchmarks();
+    registerScanBenchmarks();
+    const bool within = runRatios(smoke ? 1 : kRepetitions);
     return within || smoke ? 0 : 1;
 }

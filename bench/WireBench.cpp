@@ -72,8 +72,8 @@ void registerPair(const std::string& name, double limit, const std::shared_ptr<P
 void registerWireBenchmarks()
 {
     const auto machine = std::make_shared<Pair>(24, 4);
-    registerPair("GetPartitionInfo", 1.10, machine, getPartitionInfo);
-    registerPair("ListAllDisks, 24 disks", 1.10, machine, listAllDisks);
-    registerPair("GetAllPartitionInfo, 10,000 partitions", 1.15, std::make_shared<Pair>(625, 16),
+    registerPair("GetPartitionInfo", 1.05, machine, getPartitionInfo);
+    registerPair("ListAllDisks, 24 disks", 1.05, machine, listAllDisks);
+    registerPair("GetAllPartitionInfo, 10,000 partitions", 1.10, std::make_shared<Pair>(625, 16),
                  getAllPartitionInfo);
 }

@@ -1,0 +1,89 @@
+// An acting tool over one connection, against a bare server that makes the same three calls.
+#include "bench/BenchHost.h"
+#include "bench/Ratios.h"
+#include "bench/WireService.h"
+
+#include "plugin/AIBridge.h"
+#include "service/ZorHandle.h"
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+// Question, guide, order: each waits until the application thread has run it.
+class BareFormat : public ZORNativePluginNull
+{
+public:
+    explicit BareFormat(BenchHost& host) : host_(host) {}
+
+    void FormatPartition(std::string& answer, const std::string& driveLetter, const std::string& fileSystem,
+                         const std::string& label, int32_t clusterSize, bool quickFormat) override
+    {
+        QVariantMap params{{QStringLiteral("driveLetter"), QString::fromStdString(driveLetter)},
+                           {QStringLiteral("fileSystem"), QString::fromStdString(fileSystem)},
+                           {QStringLiteral("label"), QString::fromStdString(label)},
+                           {QStringLiteral("clusterSize"), clusterSize},
+                           {QStringLiteral("quickFormat"), quickFormat},
+                           {QStringLiteral("TestFunValid"), true}};
+        const bool valid = askPage(params);
+        params.remove(QStringLiteral("TestFunValid"));
+        QVariant closed;
+        QMetaObject::invokeMethod(&host_.window, "closeGuide", Qt::BlockingQueuedConnection,
+                                  Q_RETURN_ARG(QVariant, closed), Q_ARG(QVariant, QVariant()));
+        askPage(params);
+        answer = valid ? "Task Queued" : "Task NotValid";
+    }
+
+private:
+    bool askPage(const QVariantMap& params)
+    {
+        bool result = false;
+        QMetaObject::invokeMethod(&host_.page, "doFunFromAI", Qt::BlockingQueuedConnection,
+                                  Q_RETURN_ARG(bool, result), Q_ARG(int, 1), Q_ARG(QVariantMap, params));
+        return result;
+    }
+
+    BenchHost& host_;
+};
+
+struct Pair
+{
+    BenchHost host;
+    AIBridge bridge;
+    std::unique_ptr<WireService> ours;
+    std::unique_ptr<WireService> bare;
+
+    Pair()
+    {
+        bridge.setEngine(&host.engine);
+        const auto handler = std::make_shared<CZorHandle>();
+        handler->setBridge(&bridge);
+        ours = std::make_unique<WireService>(handler, WireService::Kind::Ours);
+        bare = std::make_unique<WireService>(std::make_shared<BareFormat>(host), WireService::Kind::Bare);
+    }
+};
+
+void formatOnce(benchmark::State& state, WireService& service)
+{
+    std::string answer;
+    service.client().FormatPartition(answer, "D", "NTFS", "Data", 4096, true);
+    if (answer != "Task Queued")
+        state.SkipWithError("the order was not taken");
+}
+
+} // namespace
+
+void registerActingBenchmarks()
+{
+    const auto pair = std::make_shared<Pair>();
+    const auto loop = [pair](benchmark::State& state, WireService& service) {
+        besideTheEventLoop([&] {
+            for (auto _ : state)
+                formatOnce(state, service);
+        });
+    };
+    addRatio(
+        "FormatPartition: question, guide and order", 1.10,
+        [=](benchmark::State& state) { loop(state, *pair->ours); },
+        [=](benchmark::State& state) { loop(state, *pair->bare); });
+}
