@@ -2,6 +2,7 @@
 # headers are not held to them.
 
 option(AIBRIDGE_WERROR "Treat warnings of our own code as errors" ON)
+option(AIBRIDGE_COVERAGE "Count the lines and branches that run" OFF)
 set(AIBRIDGE_SANITIZE "" CACHE STRING "Sanitizers for everything built here, e.g. address,undefined")
 
 find_program(CCACHE_PROGRAM ccache)
@@ -26,4 +27,10 @@ endif()
 if(AIBRIDGE_SANITIZE)
     add_compile_options(-fsanitize=${AIBRIDGE_SANITIZE} -fno-omit-frame-pointer -O1)
     add_link_options(-fsanitize=${AIBRIDGE_SANITIZE})
+endif()
+
+if(AIBRIDGE_COVERAGE)
+    # Threads count at the same time, and so do processes.
+    add_compile_options(--coverage -fprofile-update=atomic -O0)
+    add_link_options(--coverage)
 endif()

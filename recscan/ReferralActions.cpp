@@ -2,6 +2,7 @@
 #include "recscan/RecScanThread.h"
 
 #include "platform/Platform.h"
+#include "recscan/RecActions.h"
 #include "service/ZorHandle.h"
 
 #include <QtCore/QByteArray>
@@ -53,10 +54,16 @@ const std::map<QByteArray, Action>& referralActions()
 
 } // namespace
 
-void RecScanThread::performReferralFun(const QString& funKey)
+void runReferralAction(CZorHandle& tools, const QByteArray& funKey)
 {
-    const auto action = referralActions().find(funKey.toUtf8());
+    const auto action = referralActions().find(funKey);
+    // Nobody is told what the tool answers.
     std::string answer;
     if (action != referralActions().end())
-        action->second(*toolHandler, answer);
+        action->second(tools, answer);
+}
+
+void RecScanThread::performReferralFun(const QString& funKey)
+{
+    runReferralAction(*toolHandler, funKey.toUtf8());
 }

@@ -28,16 +28,15 @@ std::string withDecimals(double number, int precision)
     return QByteArray::number(number, 'f', precision).toStdString();
 }
 
-// A number that is rounded already: its digits are at hand, which spares the search for them.
+// A number that is rounded already: its digits are at hand, which spares the search for them. Without a digit
+// before the point, or wrapped round below zero, it is searched all the same.
 std::string withDecimals(qint32 steps, int precision)
 {
+    const int one = powerOfTen(precision);
+    if (precision == 0 || steps < one)
+        return withDecimals(static_cast<double>(steps) / one, precision);
     std::string digits = std::to_string(steps);
-    if (precision == 0)
-        return digits;
-    const auto decimals = static_cast<std::size_t>(precision);
-    if (digits.size() <= decimals)
-        digits.insert(0, decimals + 1 - digits.size(), '0');
-    return digits.insert(digits.size() - decimals, 1, '.');
+    return digits.insert(digits.size() - static_cast<std::size_t>(precision), 1, '.');
 }
 
 std::string megabytes(double number, int precision, bool showDecimals)

@@ -73,6 +73,14 @@ TEST_F(TestTime, Threshold_RaisesTheLevelForThatLineOnly)
     EXPECT_EQ(lines.back().first, QtWarningMsg);
 }
 
+TEST_F(TestTime, LevelThatIsNone_IsNotWritten)
+{
+    // Above Info, so that a pause of the machine does not raise it.
+    CTestTime timer(5);
+    timer.checkPoint("silent", 1);
+    EXPECT_TRUE(lines.empty());
+}
+
 TEST_F(TestTime, EffectiveLevel_IsRaisedFromTheThresholdOn)
 {
     EXPECT_EQ(CTestTime::thresholdMs, 100);

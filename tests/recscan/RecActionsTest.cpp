@@ -2,6 +2,7 @@
 #include "tests/recscan/ScanFixture.h"
 
 #include "recscan/HostUrl.h"
+#include "recscan/RecActions.h"
 #include "recscan/RecScanThread.h"
 #include "service/ZorHandle.h"
 #include "tests/recscan/ReferralService.h"
@@ -54,6 +55,23 @@ public:
     {
         calls << QString("CloneOSDataFromPartition %1 \"%2\"").arg(disk).arg(QString::fromStdString(l));
     }
+    void CloneDiskToDisk(std::string&, int32_t from, int32_t to) override
+    {
+        calls << QString("CloneDiskToDisk %1 %2").arg(from).arg(to);
+    }
+    void CloneOSDataFromDisk(std::string&, int32_t from, int32_t to) override
+    {
+        calls << QString("CloneOSDataFromDisk %1 %2").arg(from).arg(to);
+    }
+    void ClonePartitionToPartition(std::string&, const std::string& from, const std::string& to) override
+    {
+        calls << QString("ClonePartitionToPartition \"%1\" \"%2\"")
+                     .arg(QString::fromStdString(from), QString::fromStdString(to));
+    }
+    void ConvertDiskToMbr(std::string&, int32_t disk) override { add("ConvertDiskToMbr", disk); }
+    void ConvertDiskToBasic(std::string&, int32_t disk) override { add("ConvertDiskToBasic", disk); }
+    void ConvertDiskToDynamic(std::string&, int32_t disk) override { add("ConvertDiskToDynamic", disk); }
+    void WipeDisk(std::string&, int32_t disk, int32_t) override { add("WipeDisk", disk); }
 
 private:
     void add(const char* name, int32_t disk) { calls << QString("%1 %2").arg(name).arg(disk); }
@@ -250,6 +268,27 @@ TEST_F(RecActions, AgentReferralFunction_CallsNoTool)
          {"clone_disk", "clone_os_data", "clone_partition", "convert_disk_to_gpt", "enable_secure_boot",
           "convert_disk_to_mbr", "convert_disk_to_basic", "convert_disk_to_dynamic", "wipe_disk"})
         EXPECT_EQ(refer(key), QStringList()) << key;
+}
+
+// The keys whose records no user can accept have their tools all the same.
+TEST_F(RecActions, KeyOfAnAgentsFunction_StandsForItsTool)
+{
+    const std::map<QByteArray, QString> table = {{"clone_disk", "CloneDiskToDisk -1 -1"},
+                                                 {"clone_os_data", "CloneOSDataFromDisk -1 -1"},
+                                                 {"clone_partition", "ClonePartitionToPartition \"\" \"\""},
+                                                 {"convert_disk_to_gpt", "ConvertDiskToGpt -1"},
+                                                 {"enable_secure_boot", "ConvertDiskToGpt -1"},
+                                                 {"convert_disk_to_mbr", "ConvertDiskToMbr -1"},
+                                                 {"convert_disk_to_basic", "ConvertDiskToBasic -1"},
+                                                 {"convert_disk_to_dynamic", "ConvertDiskToDynamic -1"}};
+    for (const auto& [key, call] : table) {
+        tools->calls.clear();
+        runReferralAction(*tools, key);
+        EXPECT_EQ(tools->calls, QStringList(call)) << key.constData();
+    }
+    tools->calls.clear();
+    runReferralAction(*tools, "no_such_function");
+    EXPECT_EQ(tools->calls, QStringList());
 }
 
 TEST_F(RecActions, ReferralRecord_GoesBeforeTheWin11Page)

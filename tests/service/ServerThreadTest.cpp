@@ -2,12 +2,14 @@
 #include "service/ServerSocket.h"
 #include "service/ToolServer.h"
 #include "service/ZorHandle.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Aside.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/ServiceRunner.h"
+#include "tests/support/Threads.h"
 
 #include <thrift/server/TThreadedServer.h>
 #include <thrift/transport/TTransportException.h>
@@ -329,6 +331,29 @@ TEST(ServerStop, AnInterruptBeforeListening_IsRemembered)
     } catch (const apache::thrift::transport::TTransportException& exception) {
         EXPECT_EQ(exception.getType(), apache::thrift::transport::TTransportException::INTERRUPTED);
     }
+}
+
+TEST(ServerThread, StopBeforeTheServerExists_HasNoEffect)
+{
+    AIFuncallThread thread(nullptr);
+    thread.stopServer();
+    EXPECT_FALSE(thread.isRunning());
+    EXPECT_FALSE(thread.isFinished());
+}
+
+TEST(ServerThread, InitTwice_StartsOneService)
+{
+    const ReservedPort port;
+    const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(port.number())));
+    AIBridge bridge;
+    bridge.init();
+    AIFuncallThread* thread = AIBridgeAccess::serverThread(bridge);
+    ASSERT_NE(thread, nullptr);
+    bridge.init();
+    EXPECT_EQ(AIBridgeAccess::serverThread(bridge), thread);
+    ASSERT_TRUE(pumpUntil([&] { return thread->isFinished() || RawClient::isListening(port.number()); }));
+    AIBridgeAccess::release(bridge);
+    EXPECT_FALSE(bridge.isServerRunning());
 }
 
 } // namespace

@@ -68,6 +68,10 @@ TEST(SizeText, WithAnotherPrecision_RoundsToIt)
     EXPECT_EQ(formatSizeText(1536, 3, false), "1.500 KB");
     // At the border only the row below has the fixed text.
     EXPECT_EQ(formatSizeText(kGiga - 1, 3, false), "1.00 GB");
+    EXPECT_EQ(formatSizeText(kGiga, 0, false), "1 GB");
+    EXPECT_EQ(formatSizeText(kGiga + kGiga / 2, 1, false), "1.5 GB");
+    // The rounded number has 32 bits, whatever they then say.
+    EXPECT_EQ(formatSizeText(std::numeric_limits<qint64>::max(), 3, false), "-201326.592 TB");
     EXPECT_EQ(formatSizeText(kGiga, 3, false), "1.000 GB");
     EXPECT_EQ(formatSizeText(kTera, 3, false), "1.000 TB");
     // Halves go away from zero.
