@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <new>
 #include <random>
 #include <stdexcept>
@@ -161,6 +162,41 @@ TEST(MalformedStream, ReplyMessageSentAsCall_EndsTheConnectionWithoutAnAnswer)
     RawClient client(service.port());
     client.send(wire::strictHeader("Init", 1, wire::Reply) + Fields().end());
     EXPECT_TRUE(client.isEndedByServer());
+}
+
+TEST(MalformedStream, LengthOfAllThatAMessageMayHold_TakesNoMoreMemoryThanBytesCame)
+{
+    ServiceRunner service(nullptr);
+    const long before = ProcessFigures::now().peakKilobytes;
+    for (const std::string& field :
+         {wire::fieldHeader(wire::String, 1), wire::fieldHeader(wire::String, 99)}) {
+        RawClient client(service.port());
+        client.send(wire::strictHeader("GetPartitionInfo", 1) + field + wire::i32(99 * 1024 * 1024) +
+                    std::string(5000, 'D'));
+        client.finishSending();
+        EXPECT_TRUE(client.isEndedByServer());
+    }
+    EXPECT_LT(ProcessFigures::now().peakKilobytes - before, 60 * 1024);
+}
+
+TEST(MalformedStream, LongStringsAndTheCallsBehindThem_AreReadWholeHoweverTheyCome)
+{
+    ServiceRunner service(nullptr);
+    for (const std::size_t length : {511u, 512u, 513u, 1024u, 70000u}) {
+        const std::string text = std::string(length - 1, 'x') + "y";
+        const std::string post =
+            wire::call("PostProcessing", 5, Fields().string(9, text).string(1, "Task Queued"));
+        RawClient client(service.port());
+        client.send(post + wire::call("Init", 6) + post);
+        EXPECT_EQ(client.receive().body.field(0).number, 1) << length;
+        EXPECT_EQ(client.receive().sequence, 6) << length;
+        EXPECT_EQ(client.receive().body.field(0).number, 1) << length;
+        client.sendByteByByte(post.substr(0, 900));
+        client.send(post.substr(std::min<std::size_t>(post.size(), 900)));
+        EXPECT_EQ(client.receive().sequence, 5) << length;
+    }
+    RawClient client(service.port());
+    EXPECT_EQ(client.ask(wire::call(std::string(3000, 'n'), 8)).name, std::string(3000, 'n'));
 }
 
 TEST(MalformedStream, WrongVersion_EndsTheConnectionWithoutAnAnswer)
