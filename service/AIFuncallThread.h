@@ -40,11 +40,13 @@ public:
     /// Searches two free ports from 9090 upward; a port stays 0 if there is none. Takes up to 30 seconds.
     void findFreePorts(int* nativePort, int* chatPort);
 
+    /// The address to serve on as config.ini has it, "localhost" where it has none. Any thread.
+    static QString configuredAddress();
+
     /// The handler of the service; null until the server has been built. Any thread.
     std::shared_ptr<CZorHandle> toolHandler() const;
 
 private:
-    static QString configuredAddress();
     void buildServer(const QString& address, int port);
 
     std::atomic<bool> serverRunning{false};
