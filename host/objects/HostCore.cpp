@@ -48,8 +48,8 @@ HostCore::HostCore(Machine machine, QObject* parent)
       popuped_(machine_->popuped)
 {
     sinceLastCall_.start();
-    workTimer_.setSingleShot(true);
-    connect(&workTimer_, &QTimer::timeout, this, &HostCore::finishOrder);
+    connect(&tasks_, &TaskQueue::taskStarted, this, &HostCore::showWork);
+    connect(&tasks_, &TaskQueue::idle, this, &HostCore::showWork);
 }
 
 std::shared_ptr<const Machine> HostCore::machine() const
@@ -80,36 +80,33 @@ void HostCore::order(int function, const QVariantMap& params)
 {
     noteCall();
     log_.write(QStringLiteral("order %1 %2").arg(describeFunction(function), describeParams(params)));
-    orders_.push_back({function, params});
-    busy_ = true;
-    if (orders_.size() == 1)
-        startNext();
+    TaskWork work;
+    work.title = describeFunction(function);
+    work.detail = describeParams(params);
+    work.plan = [this] {
+        TaskPlan plan;
+        plan.milliseconds = std::max(0, machine()->taskMilliseconds);
+        return plan;
+    };
+    work.finish = [this, function, params] { return finishOrder(function, params); };
+    work.interrupt = [](double) {};
+    tasks_.add(std::move(work));
+    showWork();
 }
 
-void HostCore::startNext()
+QString HostCore::finishOrder(int function, const QVariantMap& params)
 {
-    setWork(describeFunction(orders_.front().function));
-    workTimer_.start(std::max(0, machine()->taskMilliseconds));
-}
-
-void HostCore::finishOrder()
-{
-    const Order done = orders_.front();
-    orders_.pop_front();
-    const QString name = describeFunction(done.function);
     // An earlier order may have changed what this one was accepted for.
     Machine next = *machine();
-    const QString reason = refusal(next, done.function, done.params);
+    const QString reason = refusal(next, function, params);
+    const QString name = describeFunction(function);
     if (!reason.isEmpty())
         log_.write(QStringLiteral("failed %1: %2").arg(name, reason));
-    else if (carryOut(next, done.function, done.params))
+    else if (carryOut(next, function, params))
         change(std::move(next));
     if (reason.isEmpty())
         log_.write(QStringLiteral("done %1").arg(name));
-    if (!orders_.empty())
-        return startNext();
-    busy_ = machine()->busy;
-    setWork(QString());
+    return reason;
 }
 
 void HostCore::change(Machine machine)
@@ -175,9 +172,10 @@ void HostCore::setWin11Checker(bool enabled)
     change(std::move(next));
 }
 
-void HostCore::setWork(const QString& work)
+void HostCore::showWork()
 {
-    work_ = work;
+    busy_ = tasks_.isAtWork() || machine()->busy;
+    work_ = tasks_.currentTitle();
     Q_EMIT workChanged();
 }
 

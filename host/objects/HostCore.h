@@ -2,14 +2,13 @@
 
 #include "host/machine/Machine.h"
 #include "host/objects/HostLog.h"
+#include "host/objects/TaskQueue.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
-#include <QtCore/QTimer>
 #include <QtCore/QVariantMap>
 
 #include <atomic>
-#include <deque>
 #include <memory>
 #include <mutex>
 
@@ -32,6 +31,8 @@ class HostCore : public QObject
     Q_PROPERTY(bool dialogOpen READ isDialogOpen WRITE setDialogOpen NOTIFY dialogOpenChanged)
     Q_PROPERTY(bool win11Checker READ isWin11Checker WRITE setWin11Checker NOTIFY machineChanged)
     Q_PROPERTY(QObject* log READ log CONSTANT)
+    Q_PROPERTY(QObject* tasks READ tasks CONSTANT)
+    Q_PROPERTY(bool guideCanStart READ guideCanStart NOTIFY guideChanged)
 
 public:
     explicit HostCore(Machine machine, QObject* parent = nullptr);
@@ -63,6 +64,7 @@ public:
     void setServicePlace(const QString& place);
 
     HostLog* log() { return &log_; }
+    TaskQueue* tasks() { return &tasks_; }
     QString machineName() const { return machine()->name; }
     QString servicePlace() const { return servicePlace_; }
     QString work() const { return work_; }
@@ -76,6 +78,11 @@ public:
 
     /// The close button of the window's guide panel.
     Q_INVOKABLE void dismissGuide() { closeGuide(); }
+    /// Whether the open guide stands before work that the user can begin.
+    bool guideCanStart() const { return false; }
+    /// The start button of the guide: queues the work that the guide is about, and closes the guide. Without
+    /// effect if no guide is open, or the guide only informs or has an objection.
+    Q_INVOKABLE void startGuide() {}
 
 Q_SIGNALS:
     void machineChanged();
@@ -86,15 +93,8 @@ Q_SIGNALS:
     void dialogOpenChanged();
 
 private:
-    struct Order
-    {
-        int function;
-        QVariantMap params;
-    };
-
-    void startNext();
-    void finishOrder();
-    void setWork(const QString& work);
+    QString finishOrder(int function, const QVariantMap& params);
+    void showWork();
 
     mutable std::mutex machineMutex_;
     std::shared_ptr<const Machine> machine_;
@@ -102,8 +102,7 @@ private:
     std::atomic<bool> popuped_;
     std::atomic<bool> closing_{false};
     QElapsedTimer sinceLastCall_;
-    std::deque<Order> orders_;
-    QTimer workTimer_;
+    TaskQueue tasks_;
     QString servicePlace_;
     QString work_;
     QString guideTitle_;

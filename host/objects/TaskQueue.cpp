@@ -1,0 +1,210 @@
+#include "host/objects/TaskQueue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+constexpr std::size_t kKeptRows = 200;
+// How often the progress is told while a task runs.
+constexpr int kStepMs = 50;
+
+const QString kWaiting = QStringLiteral("waiting");
+const QString kRunning = QStringLiteral("running");
+const QString kDone = QStringLiteral("done");
+const QString kFailed = QStringLiteral("failed");
+const QString kCancelled = QStringLiteral("cancelled");
+
+} // namespace
+
+TaskQueue::TaskQueue(QObject* parent) : QAbstractListModel(parent)
+{
+    timer_.setSingleShot(true);
+    connect(&timer_, &QTimer::timeout, this, &TaskQueue::step);
+}
+
+int TaskQueue::add(TaskWork work)
+{
+    forgetOldest();
+    const int row = static_cast<int>(rows_.size());
+    beginInsertRows(QModelIndex(), row, row);
+    rows_.push_back({++lastId_, std::move(work), kWaiting, 0, QString()});
+    endInsertRows();
+    Q_EMIT taskAdded(lastId_);
+    if (!running_ && !timer_.isActive())
+        timer_.start(0);
+    return lastId_;
+}
+
+bool TaskQueue::isAtWork() const
+{
+    return current() != nullptr;
+}
+
+QString TaskQueue::currentTitle() const
+{
+    const Row* row = current();
+    return row == nullptr ? QString() : row->work.title;
+}
+
+void TaskQueue::cancelAll()
+{
+    // From the back, so that none is begun on the way.
+    for (int id = lastId_; id > 0; --id)
+        cancel(id);
+}
+
+void TaskQueue::cancel(int taskId)
+{
+    const auto found =
+        std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) { return row.id == taskId; });
+    if (found == rows_.end())
+        return;
+    if (found->state == kRunning) {
+        const double done = share();
+        found->work.interrupt(done);
+        end(kCancelled, QString(), done);
+    } else if (found->state == kWaiting) {
+        found->state = kCancelled;
+        changed(*found);
+        Q_EMIT taskEnded(taskId, kCancelled, QString());
+        settle();
+    }
+}
+
+int TaskQueue::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+QVariant TaskQueue::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount())
+        return QVariant();
+    const Row& row = rows_[static_cast<std::size_t>(index.row())];
+    switch (role) {
+    case Qt::DisplayRole:
+    case TitleRole:
+        return row.work.title;
+    case DetailRole:
+        return row.work.detail;
+    case StateRole:
+        return row.state;
+    case ProgressRole:
+        return row.progress;
+    case ErrorRole:
+        return row.error;
+    case TaskIdRole:
+        return row.id;
+    default:
+        return QVariant();
+    }
+}
+
+QHash<int, QByteArray> TaskQueue::roleNames() const
+{
+    return {{TitleRole, "title"},       {DetailRole, "detail"}, {StateRole, "state"},
+            {ProgressRole, "progress"}, {ErrorRole, "error"},   {TaskIdRole, "taskId"}};
+}
+
+TaskQueue::Row* TaskQueue::current()
+{
+    return const_cast<Row*>(std::as_const(*this).current());
+}
+
+const TaskQueue::Row* TaskQueue::current() const
+{
+    const auto found = std::find_if(rows_.begin(), rows_.end(), [](const Row& row) {
+        return row.state == kRunning || row.state == kWaiting;
+    });
+    return found == rows_.end() ? nullptr : &*found;
+}
+
+void TaskQueue::begin(Row& row)
+{
+    running_ = true;
+    plan_ = row.work.plan();
+    row.state = kRunning;
+    sinceStart_.start();
+    changed(row);
+    Q_EMIT taskStarted(row.id, row.work.title);
+    if (!plan_.refusal.isEmpty())
+        return end(kFailed, plan_.refusal, 0);
+    timer_.start(static_cast<int>(std::min<qint64>(kStepMs, plan_.milliseconds)));
+}
+
+void TaskQueue::step()
+{
+    Row* row = current();
+    if (row == nullptr)
+        return;
+    if (!running_)
+        return begin(*row);
+    const double done = share();
+    if (plan_.failsAt.has_value() && done >= *plan_.failsAt) {
+        row->work.interrupt(*plan_.failsAt);
+        return end(kFailed, plan_.failure, *plan_.failsAt);
+    }
+    if (done >= 1) {
+        const QString error = row->work.finish();
+        return end(error.isEmpty() ? kDone : kFailed, error, error.isEmpty() ? 1 : done);
+    }
+    row->progress = done;
+    changed(*row);
+    const qint64 left = plan_.milliseconds - sinceStart_.elapsed();
+    timer_.start(static_cast<int>(std::clamp<qint64>(left, 0, kStepMs)));
+}
+
+double TaskQueue::share() const
+{
+    if (plan_.milliseconds <= 0)
+        return 1;
+    return std::min(1.0,
+                    static_cast<double>(sinceStart_.elapsed()) / static_cast<double>(plan_.milliseconds));
+}
+
+void TaskQueue::end(const QString& state, const QString& error, double progress)
+{
+    timer_.stop();
+    running_ = false;
+    Row* row = current();
+    row->state = state;
+    row->error = error;
+    row->progress = progress;
+    const int id = row->id;
+    changed(*row);
+    Q_EMIT taskEnded(id, state, error);
+    settle();
+}
+
+void TaskQueue::settle()
+{
+    if (!isAtWork()) {
+        timer_.stop();
+        Q_EMIT idle();
+    } else if (!running_) {
+        timer_.start(0);
+    }
+}
+
+void TaskQueue::changed(const Row& row)
+{
+    const auto place =
+        std::find_if(rows_.begin(), rows_.end(), [&](const Row& entry) { return entry.id == row.id; });
+    const QModelIndex at = index(static_cast<int>(place - rows_.begin()));
+    Q_EMIT dataChanged(at, at);
+}
+
+void TaskQueue::forgetOldest()
+{
+    const auto ended = [](const Row& row) { return row.state != kWaiting && row.state != kRunning; };
+    while (rows_.size() >= kKeptRows && ended(rows_.front())) {
+        beginRemoveRows(QModelIndex(), 0, 0);
+        rows_.pop_front();
+        endRemoveRows();
+    }
+}
+
+} // namespace host
