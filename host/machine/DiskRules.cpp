@@ -1,5 +1,6 @@
 // Functions that act on a disk, the system or a stick as a whole.
 #include "host/machine/RuleParts.h"
+#include "host/machine/Spaces.h"
 
 #include <algorithm>
 
@@ -39,8 +40,14 @@ Answer autoCreate(const Question& q)
     if (table != QLatin1String("GPT") && table != QLatin1String("MBR"))
         return no("the table must be GPT or MBR");
     const int count = q.number("partitionCount");
-    const int limit = table == QLatin1String("GPT") ? kGptPartitions : kMbrPrimaries;
-    return count >= 1 && count <= limit ? yes() : no("the table does not hold that many partitions");
+    const int limit = table == QLatin1String("GPT") ? kGptPlaces : kMbrPlaces;
+    if (count < 1 || count > limit)
+        return no("the table does not hold that many partitions");
+    Machine emptied = q.machine;
+    emptied.disk(q.disk()->diskIndex)->partitions.clear();
+    const qint64 share = autoShare(*q.disk(), table == QLatin1String("GPT"), count);
+    const Answer size = newVolumeObjection(*fileSystem(QStringLiteral("NTFS")), share, 0, QString());
+    return size.isEmpty() ? lettersLeft(emptied, count) : size;
 }
 
 Answer bringOnline(const Question& q)
@@ -63,15 +70,8 @@ Answer migrate(const Question& q)
     const Answer answer = letterKnown(q);
     if (!answer.isEmpty())
         return answer;
-    const Partition& source = *q.partition();
-    for (const Disk& disk : q.machine.disks) {
-        for (const Partition& entry : disk.partitions) {
-            if (disk.isWritable() && entry.diskIndex != source.diskIndex &&
-                entry.freeSize() >= source.usedSize)
-                return yes();
-        }
-    }
-    return no("no other disk has room for the data");
+    return migrationTarget(q.machine, *q.partition()).has_value() ? yes()
+                                                                  : no("no other disk has room for the data");
 }
 
 } // namespace

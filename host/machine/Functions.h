@@ -4,7 +4,8 @@
 
 namespace host {
 
-/// The functions of the partition page, by the numbers under which an agent's orders arrive.
+/// The functions of the partition page, by the numbers under which an agent's orders arrive; and from 1000 on
+/// the work of the host's own guides, which only its user begins.
 enum class Function : int {
     OpenDiskLayoutEditor = 0,
     SmartSpaceAdjustment = 1,
@@ -33,10 +34,32 @@ enum class Function : int {
     AutoCreatePartitions = 43,
     DiskBringOnline = 45,
     EjectUsb = 46,
-    LowLevelFormat = 47
+    LowLevelFormat = 47,
+
+    CloneDisk = 1000,
+    CloneSystem,
+    ClonePartition,
+    ConvertDiskToGpt,
+    ConvertDiskToMbr,
+    ConvertDiskToBasic,
+    ConvertDiskToDynamic,
+    ConvertPartitionToNtfs,
+    ConvertPartitionToFat,
+    ConvertPartitionToExfat,
+    CreateBootMedia,
+    InstallPreOs,
+    DisablePreOs,
+    RecoverLostPartition,
+    ToggleWriteProtection,
+    RebuildMbr,
+    AlignDiskTo4k,
+    ScanBadSectors,
+    CheckFileSystem
 };
 
 /// The function's name for the log, empty for a number that is none.
 QString functionName(int number);
+/// The function of that name in any case; -1 if there is none.
+int functionNumber(const QString& name);
 
 } // namespace host

@@ -1,5 +1,7 @@
 #include "host/machine/GuidedTasks.h"
 
+#include "host/machine/FileSystems.h"
+#include "host/machine/Layout.h"
 #include "host/machine/Records.h"
 
 #include <QtCore/QStringList>
@@ -11,33 +13,12 @@ namespace host {
 namespace {
 
 constexpr int kDestinationStep = 2;
-constexpr qint64 kMbrLimit = qint64(512) << 32;
 
 enum Conversion { ToGpt, ToMbr, ToBasic, ToDynamic, ToNtfs, ToFat, ToExfat };
 
 int diskIndexOf(const QVariantMap& record)
 {
     return record.value(QStringLiteral("diskIndex"), -1).toInt();
-}
-
-bool isDisk(const QVariantMap& record)
-{
-    return record.value(QStringLiteral("isDiskItem")).toBool();
-}
-
-// The machine's entry that a partition record stands for, found by its place, since not every one has a
-// letter.
-const Partition* entryOf(const Machine& machine, const QVariantMap& record)
-{
-    const Disk* disk = machine.disk(diskIndexOf(record));
-    if (disk == nullptr || isDisk(record))
-        return nullptr;
-    const qint64 start = record.value(QStringLiteral("startSector"), -1).toLongLong();
-    for (const Partition& entry : disk->partitions) {
-        if (entry.startSector == start)
-            return &entry;
-    }
-    return nullptr;
 }
 
 QString sourceObjection(const Machine& machine, const QVariantMap& source)
@@ -47,7 +28,7 @@ QString sourceObjection(const Machine& machine, const QVariantMap& source)
         return QStringLiteral("The source does not exist.");
     if (disk->isOffline || disk->isBad)
         return QStringLiteral("The source disk cannot be read.");
-    if (isDisk(source))
+    if (isDiskRecord(source))
         return disk->isUnInitialize ? QStringLiteral("The source disk is empty.") : QString();
     const Partition* entry = entryOf(machine, source);
     if (entry == nullptr || entry->unallocated)
@@ -65,7 +46,7 @@ bool isSame(const Machine& machine, const QVariantMap& source, const QVariantMap
 {
     if (diskIndexOf(source) != diskIndexOf(destination))
         return false;
-    return isDisk(destination) || entryOf(machine, source) == entryOf(machine, destination);
+    return isDiskRecord(destination) || entryOf(machine, source) == entryOf(machine, destination);
 }
 
 QString destinationObjection(const Machine& machine, const QVariantMap& source,
@@ -79,7 +60,7 @@ QString destinationObjection(const Machine& machine, const QVariantMap& source,
     if (!disk->isWritable())
         return QStringLiteral("The destination cannot be written to.");
     const Partition* entry = entryOf(machine, destination);
-    if (entry == nullptr && !isDisk(destination))
+    if (entry == nullptr && !isDiskRecord(destination))
         return QStringLiteral("The destination has no place for a partition.");
     if (entry != nullptr ? entry->isBoot || entry->isSystem : disk->holdsRunningSystem())
         return QStringLiteral("The destination holds the running system.");
@@ -87,35 +68,94 @@ QString destinationObjection(const Machine& machine, const QVariantMap& source,
     return room < dataSize(machine, source) ? QStringLiteral("The destination is too small.") : QString();
 }
 
-QString diskConversionObjection(const Disk& disk, int conversion)
+// What is needed to find the entry again.
+QVariantMap shortRecord(const QVariantMap& record)
 {
-    if (!disk.isWritable())
-        return QStringLiteral("The disk cannot be written to.");
-    if (conversion == ToGpt)
-        return disk.isGPT ? QStringLiteral("The disk is a GPT disk already.") : QString();
-    if (conversion == ToBasic)
-        return disk.isDynamic ? QString() : QStringLiteral("The disk is a basic disk already.");
-    if (conversion == ToDynamic)
-        return disk.isDynamic ? QStringLiteral("The disk is a dynamic disk already.") : QString();
-    if (!disk.isGPT)
-        return QStringLiteral("The disk is an MBR disk already.");
-    const bool beyond =
-        std::any_of(disk.partitions.begin(), disk.partitions.end(), [](const Partition& entry) {
-            return !entry.unallocated && entry.endOffset() > kMbrLimit;
-        });
-    return beyond ? QStringLiteral("A partition lies beyond what an MBR disk can address.") : QString();
+    const QString keys[] = {QStringLiteral("diskIndex"), QStringLiteral("isDiskItem"),
+                            QStringLiteral("startSector"), QStringLiteral("driveLetter")};
+    QVariantMap kept;
+    for (const QString& key : keys) {
+        if (record.contains(key))
+            kept.insert(key, record.value(key));
+    }
+    return kept;
 }
 
-QString partitionConversionObjection(const Partition& partition, int conversion)
+QString toGptObjection(const Disk& disk)
 {
-    if (partition.readonly || partition.isLocked())
+    if (disk.isGPT)
+        return QStringLiteral("The disk is a GPT disk already.");
+    Disk converted = disk;
+    converted.isGPT = true;
+    const auto partitions = std::count_if(disk.partitions.begin(), disk.partitions.end(),
+                                          [](const Partition& entry) { return !entry.unallocated; });
+    const bool room =
+        std::all_of(disk.partitions.begin(), disk.partitions.end(), [&](const Partition& entry) {
+            return entry.unallocated ||
+                   (entry.startSector > kGptTailSectors && entry.endOffset() <= usableEnd(converted));
+        });
+    return room && partitions <= kGptPlaces ? QString()
+                                            : QStringLiteral("The disk has no room for the table.");
+}
+
+QString toMbrObjection(const Disk& disk)
+{
+    if (!disk.isGPT)
+        return QStringLiteral("The disk is an MBR disk already.");
+    return reachesBeyondMbr(disk) ? QStringLiteral("A partition lies beyond what an MBR disk can address.")
+                                  : QString();
+}
+
+QString toBasicObjection(const Disk& disk)
+{
+    constexpr int kSimple = 2;
+    constexpr int kSimpleExtended = 7;
+    if (!disk.isDynamic)
+        return QStringLiteral("The disk is a basic disk already.");
+    const bool spans =
+        std::any_of(disk.partitions.begin(), disk.partitions.end(), [](const Partition& entry) {
+            return !entry.unallocated && entry.dynamicVolumeType > kSimple &&
+                   entry.dynamicVolumeType < kSimpleExtended;
+        });
+    return spans ? QStringLiteral("A volume reaches over several disks.") : QString();
+}
+
+QString toDynamicObjection(const Disk& disk)
+{
+    if (disk.isDynamic)
+        return QStringLiteral("The disk is a dynamic disk already.");
+    return disk.isUSB || disk.isRemoveUsb ? QStringLiteral("A USB disk cannot be dynamic.") : QString();
+}
+
+QString diskConversionObjection(const Disk& disk, int conversion)
+{
+    using Objection = QString (*)(const Disk&);
+    static const Objection objections[] = {toGptObjection, toMbrObjection, toBasicObjection,
+                                           toDynamicObjection};
+    if (!disk.isWritable())
+        return QStringLiteral("The disk cannot be written to.");
+    if (disk.isUnInitialize)
+        return QStringLiteral("The disk has no partition table.");
+    if (disk.isDynamic && conversion <= ToMbr)
+        return QStringLiteral("The disk is dynamic.");
+    return objections[conversion](disk);
+}
+
+QString partitionConversionObjection(const Disk& disk, const Partition& partition, int conversion)
+{
+    if (partition.readonly || partition.isLocked() || partition.isBad || !disk.isWritable())
         return QStringLiteral("The drive cannot be written to.");
-    static const QMap<int, QString> results = {{ToNtfs, QStringLiteral("NTFS")},
-                                               {ToFat, QStringLiteral("FAT32")},
-                                               {ToExfat, QStringLiteral("exFAT")}};
-    return partition.fsString.compare(results.value(conversion), Qt::CaseInsensitive) == 0
-               ? QStringLiteral("The drive has that file system already.")
-               : QString();
+    const FileSystem& wanted = *fileSystem(conversionFileSystem(conversion));
+    const FileSystem* present = fileSystem(partition.fsString);
+    if (present == &wanted)
+        return QStringLiteral("The drive has that file system already.");
+    if (present == nullptr)
+        return QStringLiteral("The drive has no file system that can be read.");
+    if (partition.isBoot && conversion != ToNtfs)
+        return QStringLiteral("The running system needs its file system.");
+    const QString objection = newVolumeObjection(wanted, partition.size, 0, partition.label);
+    return objection.isEmpty() ? QString()
+                               : QStringLiteral("The drive cannot have that file system: %1.").arg(objection);
 }
 
 bool isUsb(const Disk* disk)
@@ -124,6 +164,24 @@ bool isUsb(const Disk* disk)
 }
 
 } // namespace
+
+bool isDiskRecord(const QVariantMap& record)
+{
+    return record.value(QStringLiteral("isDiskItem")).toBool();
+}
+
+const Partition* entryOf(const Machine& machine, const QVariantMap& record)
+{
+    const Disk* disk = machine.disk(diskIndexOf(record));
+    if (disk == nullptr || isDiskRecord(record))
+        return nullptr;
+    const qint64 start = record.value(QStringLiteral("startSector"), -1).toLongLong();
+    for (const Partition& entry : disk->partitions) {
+        if (entry.startSector == start)
+            return &entry;
+    }
+    return nullptr;
+}
 
 QString cloneObjection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination,
                        int step)
@@ -142,7 +200,8 @@ QString conversionObjection(const Machine& machine, int conversion, const QVaria
         const Partition* partition =
             machine.partition(record.value(QStringLiteral("driveLetter")).toString());
         return partition == nullptr ? QStringLiteral("The drive does not exist.")
-                                    : partitionConversionObjection(*partition, conversion);
+                                    : partitionConversionObjection(*machine.disk(partition->diskIndex),
+                                                                   *partition, conversion);
     }
     const Disk* disk = machine.disk(diskIndexOf(record));
     return disk == nullptr ? QStringLiteral("The disk does not exist.")
@@ -157,20 +216,37 @@ QString conversionName(int conversion)
     return names.value(conversion);
 }
 
-bool bootMediaTargetExists(const Machine& machine, const QVariantMap& task)
+QString conversionFileSystem(int conversion)
 {
+    static const QMap<int, QString> results = {{ToNtfs, QStringLiteral("NTFS")},
+                                               {ToFat, QStringLiteral("FAT32")},
+                                               {ToExfat, QStringLiteral("exFAT")}};
+    return results.value(conversion);
+}
+
+const Disk* bootMediaDisk(const Machine& machine, const QVariantMap& task)
+{
+    const Disk* disk = nullptr;
+    const int diskIndex = diskIndexOf(task);
     if (task.value(QStringLiteral("createToFile")).toBool())
-        return true;
+        return nullptr;
     if (task.contains(QStringLiteral("usbDriveLetter"))) {
         const Partition* partition =
             machine.partition(task.value(QStringLiteral("usbDriveLetter")).toString());
-        return partition != nullptr && isUsb(machine.disk(partition->diskIndex));
+        disk = partition == nullptr ? nullptr : machine.disk(partition->diskIndex);
+    } else if (diskIndex >= 0) {
+        disk = machine.disk(diskIndex);
+    } else {
+        const auto found = std::find_if(machine.disks.begin(), machine.disks.end(),
+                                        [](const Disk& entry) { return isUsb(&entry); });
+        disk = found == machine.disks.end() ? nullptr : &*found;
     }
-    const int diskIndex = diskIndexOf(task);
-    if (diskIndex >= 0)
-        return isUsb(machine.disk(diskIndex));
-    return std::any_of(machine.disks.begin(), machine.disks.end(),
-                       [](const Disk& disk) { return isUsb(&disk); });
+    return isUsb(disk) ? disk : nullptr;
+}
+
+bool bootMediaTargetExists(const Machine& machine, const QVariantMap& task)
+{
+    return task.value(QStringLiteral("createToFile")).toBool() || bootMediaDisk(machine, task) != nullptr;
 }
 
 QString toolboxName(int index)
@@ -208,7 +284,7 @@ QString toolboxObjection(const Machine& machine, int index, const QVariantMap& r
 QString describeRecord(const QVariantMap& record)
 {
     const int diskIndex = diskIndexOf(record);
-    if (isDisk(record))
+    if (isDiskRecord(record))
         return QStringLiteral("disk %1").arg(diskIndex);
     if (record.value(QStringLiteral("unallocated")).toBool())
         return QStringLiteral("free space on disk %1").arg(diskIndex);
@@ -216,6 +292,61 @@ QString describeRecord(const QVariantMap& record)
     if (!letter.isEmpty())
         return QStringLiteral("drive %1").arg(letter);
     return diskIndex >= 0 ? QStringLiteral("disk %1").arg(diskIndex) : QStringLiteral("nothing");
+}
+
+std::optional<GuidedWork> cloneWork(int cloneType, const QVariantMap& source, const QVariantMap& destination)
+{
+    static const QMap<int, Function> functions = {{0, Function::CloneSystem},
+                                                  {1, Function::CloneSystem},
+                                                  {2, Function::CloneDisk},
+                                                  {3, Function::ClonePartition}};
+    const auto function = functions.find(cloneType);
+    if (function == functions.end() || diskIndexOf(source) < 0 || diskIndexOf(destination) < 0)
+        return std::nullopt;
+    return GuidedWork{*function,
+                      {{QStringLiteral("source"), shortRecord(source)},
+                       {QStringLiteral("destination"), shortRecord(destination)}}};
+}
+
+std::optional<GuidedWork> conversionWork(int conversion, const QVariantMap& record)
+{
+    if (conversionName(conversion).isEmpty())
+        return std::nullopt;
+    const auto function = static_cast<Function>(static_cast<int>(Function::ConvertDiskToGpt) + conversion);
+    const QString key = conversion >= ToNtfs ? QStringLiteral("driveLetter") : QStringLiteral("diskIndex");
+    return GuidedWork{function, {{key, record.value(key)}}};
+}
+
+GuidedWork bootMediaWork(const QVariantMap& task)
+{
+    if (task.value(QStringLiteral("isInstallPreOs")).toBool())
+        return {Function::InstallPreOs, {}};
+    if (task.value(QStringLiteral("isDisablePreOs")).toBool())
+        return {Function::DisablePreOs, {}};
+    return {Function::CreateBootMedia, task};
+}
+
+std::optional<GuidedWork> recoveryWork(const QVariantMap& task)
+{
+    if (!task.contains(QStringLiteral("diskIndex")))
+        return std::nullopt;
+    return GuidedWork{Function::RecoverLostPartition,
+                      {{QStringLiteral("diskIndex"), task.value(QStringLiteral("diskIndex"))}}};
+}
+
+std::optional<GuidedWork> toolboxWork(int index, const QVariantMap& record)
+{
+    static const QMap<int, Function> functions = {{3, Function::ToggleWriteProtection},
+                                                  {4, Function::RebuildMbr},
+                                                  {5, Function::AlignDiskTo4k},
+                                                  {9, Function::ScanBadSectors},
+                                                  {12, Function::CheckFileSystem}};
+    const auto function = functions.find(index);
+    if (function == functions.end() || diskIndexOf(record) < 0)
+        return std::nullopt;
+    const bool isDisk = isDiskRecord(record);
+    const QString key = isDisk ? QStringLiteral("diskIndex") : QStringLiteral("driveLetter");
+    return GuidedWork{*function, {{key, record.value(key)}}};
 }
 
 } // namespace host

@@ -1,10 +1,37 @@
 #pragma once
 
+#include "host/machine/Functions.h"
 #include "host/machine/Machine.h"
 
 #include <QtCore/QVariantMap>
 
+#include <optional>
+
 namespace host {
+
+/// What a guide does once its user begins: a function, and the keys that taskRefusal() and carryOut() take.
+struct GuidedWork
+{
+    Function function;
+    QVariantMap params;
+};
+
+/// @name The work behind the guides that the agent's tools open
+/// None where a guide only informs, or its records name nothing.
+/// @{
+std::optional<GuidedWork> cloneWork(int cloneType, const QVariantMap& source, const QVariantMap& destination);
+std::optional<GuidedWork> conversionWork(int conversion, const QVariantMap& record);
+GuidedWork bootMediaWork(const QVariantMap& task);
+std::optional<GuidedWork> recoveryWork(const QVariantMap& task);
+std::optional<GuidedWork> toolboxWork(int index, const QVariantMap& record);
+/// @}
+
+/// The entry of the machine that a partition's record stands for, found by its place, since not every one has
+/// a letter. Null for a disk's record.
+const Partition* entryOf(const Machine& machine, const QVariantMap& record);
+
+/// Whether the record stands for a whole disk.
+bool isDiskRecord(const QVariantMap& record);
 
 /// What the clone guide has against a task; empty if nothing. Step 1 looks at the source alone, step 2 at
 /// both records. Records are those of diskRecords() and stand for the disk or partition of @p machine that
@@ -19,9 +46,15 @@ QString conversionObjection(const Machine& machine, int conversion, const QVaria
 /// The conversion's name, empty for a number that is none.
 QString conversionName(int conversion);
 
+/// The file system that a conversion gives a drive, empty for one of a disk.
+QString conversionFileSystem(int conversion);
+
 /// Whether a boot medium can be made on the target that the task names; a task without one needs any USB
 /// disk.
 bool bootMediaTargetExists(const Machine& machine, const QVariantMap& task);
+
+/// The disk on which a boot medium is made; null for a file, and where no disk serves.
+const Disk* bootMediaDisk(const Machine& machine, const QVariantMap& task);
 
 /// The name of a toolbox function, by which the machine file switches it; empty for a number that is none.
 QString toolboxName(int index);

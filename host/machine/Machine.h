@@ -53,8 +53,9 @@ struct Partition
     int dynamicVolumeType = 0;
 
     qint64 freeSize() const { return size - usedSize; }
-    /// First byte behind the entry, counted from the start of the disk.
-    qint64 endOffset() const { return startSector * sectorSize + size; }
+    /// First byte of the entry and first byte behind it, counted from the start of the disk.
+    qint64 startOffset() const { return startSector * sectorSize; }
+    qint64 endOffset() const { return startOffset() + size; }
     bool isLocked() const { return bltState == 3; }
 };
 

@@ -1,5 +1,6 @@
 // Functions that act on a partition or on a free region.
 #include "host/machine/RuleParts.h"
+#include "host/machine/Spaces.h"
 
 #include <algorithm>
 
@@ -7,17 +8,19 @@ namespace host {
 
 namespace {
 
-Answer smartAdjust(const Question& q)
+Answer layoutOf(const Question& q)
 {
     const Answer answer = readableVolume(q);
+    return answer.isEmpty() ? basicDisk(*q.diskOf(*q.partition())) : answer;
+}
+
+Answer smartAdjust(const Question& q)
+{
+    const Answer answer = layoutOf(q);
     if (!answer.isEmpty())
         return answer;
-    const Partition* own = q.partition();
-    const auto& entries = q.diskOf(*own)->partitions;
-    const bool room = std::any_of(entries.begin(), entries.end(), [&](const Partition& entry) {
-        return &entry != own && !entry.gptReserved && !entry.gptEFI && entry.freeSize() > 0;
-    });
-    return room ? yes() : no("there is no room to take on that disk");
+    return smartTransfer(q.machine, *q.partition()).has_value() ? yes()
+                                                                : no("there is no room to take on that disk");
 }
 
 Answer resize(const Question& q)
@@ -26,12 +29,15 @@ Answer resize(const Question& q)
     if (!answer.isEmpty())
         return answer;
     const Partition& partition = *q.partition();
-    const qint64 size = q.bytes("size");
+    const Disk& disk = *q.diskOf(partition);
+    const qint64 size = q.bytes("size") / partition.sectorSize * partition.sectorSize;
     if (size <= 0 || size < partition.usedSize)
         return no("the data does not fit into that size");
-    return size > partition.size + freeBehind(*q.diskOf(partition), partition)
-               ? no("there is not that much free space behind the drive")
-               : yes();
+    if (q.bytes("size") > partition.size + freeBehind(disk, partition))
+        return no("there is not that much free space behind the drive");
+    if (!disk.isGPT && size > partition.size && partition.startOffset() + size > kMbrLimit)
+        return no("an MBR disk cannot use space beyond 2 TiB");
+    return sizeObjection(*fileSystem(partition.fsString), size, partition.clusterSize * partition.sectorSize);
 }
 
 Answer format(const Question& q)
@@ -40,22 +46,35 @@ Answer format(const Question& q)
     if (!answer.isEmpty())
         return answer;
     const int cluster = q.number("clusterSize");
-    const Answer clusterAnswer = cluster == 0 ? yes() : clusterFits(cluster);
-    return clusterAnswer.isEmpty() ? fileSystemAndLabel(q, "fileSystem", "label") : clusterAnswer;
+    if (cluster != 0 && cluster < q.partition()->sectorSize)
+        return no("no such cluster size");
+    return newVolume(q, q.partition()->size, cluster, "fileSystem", "label");
+}
+
+// A new partition at the end of the drive, out of the drive's free space.
+Answer newBehind(const Question& q, const char* sizeKey, const char* fileSystemKey, const char* labelKey)
+{
+    Answer answer = layoutOf(q);
+    if (!answer.isEmpty())
+        return answer;
+    const Partition& source = *q.partition();
+    const Disk& disk = *q.diskOf(source);
+    const qint64 size = q.bytes(sizeKey);
+    if (size <= 0 || size >= source.freeSize())
+        return no("the drive has not that much free space");
+    const qint64 begin = alignedUp(source.endOffset() - size);
+    answer = newVolume(q, source.endOffset() - begin, 0, fileSystemKey, labelKey);
+    if (answer.isEmpty())
+        answer = sizeObjection(*fileSystem(source.fsString), begin - source.startOffset(), 0);
+    const bool full = kindBetween(disk, &source, partitionBehind(disk, placeOf(disk, source))) == Kind::None;
+    if (answer.isEmpty() && full)
+        answer = no("the partition table is full");
+    return answer.isEmpty() ? lettersLeft(q.machine) : answer;
 }
 
 Answer split(const Question& q)
 {
-    Answer answer = readableVolume(q);
-    if (!answer.isEmpty())
-        return answer;
-    const qint64 size = q.bytes("newPartitionCapacity");
-    if (size <= 0 || size >= q.partition()->freeSize())
-        return no("the drive has not that much free space");
-    answer = fileSystemAndLabel(q, "newPartitionFileSystem", "newPartitionLabel");
-    if (answer.isEmpty())
-        answer = roomInTable(*q.diskOf(*q.partition()));
-    return answer.isEmpty() ? letterLeft(q) : answer;
+    return newBehind(q, "newPartitionCapacity", "newPartitionFileSystem", "newPartitionLabel");
 }
 
 Answer regionFits(const Question& q)
@@ -66,8 +85,10 @@ Answer regionFits(const Question& q)
     const qint64 capacity = q.bytes("capacity");
     if (capacity <= 0 || capacity > region->size)
         return no("the free region is not that large");
-    const bool beyond = region->startSector * region->sectorSize + capacity > kMbrLimit;
-    return !q.disk()->isGPT && beyond ? no("an MBR disk cannot use space beyond 2 TiB") : yes();
+    const Span span = newSpan(*q.disk(), *region, capacity);
+    if (!q.disk()->isGPT && span.end > kMbrLimit)
+        return no("an MBR disk cannot use space beyond 2 TiB");
+    return newVolume(q, span.end - span.begin, 0, "fileSystem", "label");
 }
 
 Answer create(const Question& q)
@@ -76,50 +97,73 @@ Answer create(const Question& q)
     if (answer.isEmpty() && q.disk()->isUnInitialize)
         answer = no("the disk has no partition table");
     if (answer.isEmpty())
+        answer = basicDisk(*q.disk());
+    if (answer.isEmpty())
         answer = regionFits(q);
-    if (answer.isEmpty())
-        answer = fileSystemAndLabel(q, "fileSystem", "label");
-    if (answer.isEmpty())
-        answer = roomInTable(*q.disk());
-    return answer.isEmpty() ? letterLeft(q) : answer;
+    if (!answer.isEmpty())
+        return answer;
+    const std::size_t place = placeOf(*q.disk(), *namedRegion(q.machine, q.params));
+    const bool full = kindBetween(*q.disk(), partitionBefore(*q.disk(), place),
+                                  partitionBehind(*q.disk(), place)) == Kind::None;
+    return full ? no("the partition table is full") : lettersLeft(q.machine);
 }
 
 Answer merge(const Question& q)
 {
-    const Answer answer = readableVolume(q);
+    const Answer answer = layoutOf(q);
     if (!answer.isEmpty())
         return answer;
+    const Partition& first = *q.partition();
     const Partition* other = q.partition("driveLetter2");
-    if (other == nullptr || other == q.partition() || other->diskIndex != q.partition()->diskIndex)
+    if (other == nullptr || other == &first || other->diskIndex != first.diskIndex)
         return no("both drives must lie on one disk");
-    if (other->isBoot || other->isSystem || other->isLocked())
+    if (other->isBoot || other->isSystem || other->isLocked() || other->readonly || other->isBad)
         return no("the second drive cannot be given up");
-    return areNeighbours(*q.diskOf(*other), *q.partition(), *other) ? yes()
-                                                                    : no("the drives are no neighbours");
+    if (fileSystem(other->fsString) == nullptr)
+        return no("the second drive has no file system that can be read");
+    if (!areNeighbours(*q.diskOf(first), first, *other))
+        return no("the drives are no neighbours");
+    const qint64 size =
+        std::max(first.endOffset(), other->endOffset()) - std::min(first.startOffset(), other->startOffset());
+    return sizeObjection(*fileSystem(first.fsString), size, first.clusterSize * first.sectorSize);
 }
 
 Answer allocate(const Question& q)
 {
-    Answer answer = readableVolume(q);
+    if (q.text("targetDriveLetter") == QLatin1String("CreateNew"))
+        return newBehind(q, "partitionCapacity", "fileSystem", "label");
+    const Answer answer = layoutOf(q);
     if (!answer.isEmpty())
         return answer;
+    const Partition& source = *q.partition();
+    const Disk& disk = *q.diskOf(source);
     const qint64 size = q.bytes("partitionCapacity");
-    if (size <= 0 || size >= q.partition()->freeSize())
+    if (size <= 0 || size >= source.freeSize())
         return no("the drive has not that much free space");
-    if (q.text("targetDriveLetter") == QLatin1String("CreateNew")) {
-        answer = fileSystemAndLabel(q, "fileSystem", "label");
-        return answer.isEmpty() ? letterLeft(q) : answer;
-    }
     const Partition* target = q.partition("targetDriveLetter");
-    return target != nullptr && target != q.partition() && target->diskIndex == q.partition()->diskIndex
-               ? yes()
-               : no("the target must be another drive of the same disk");
+    if (target == nullptr || target == &source || target->diskIndex != source.diskIndex)
+        return no("the target must be another drive of the same disk");
+    if (alignedDown(size) == 0)
+        return no("less than one mebibyte cannot be given");
+    if (target->isLocked() || fileSystem(target->fsString) == nullptr)
+        return no("the target has no file system that can be read");
+    const Answer own = sizeObjection(*fileSystem(source.fsString), source.size - alignedDown(size), 0);
+    return own.isEmpty()
+               ? givingObjection(disk, placeOf(disk, source), placeOf(disk, *target), alignedDown(size))
+               : own;
 }
 
 Answer wipePartition(const Question& q)
 {
     const Answer answer = erasablePartition(q);
     return !answer.isEmpty() || q.number("eraseCount") > 0 ? answer : no("the erase count must be positive");
+}
+
+bool hasLogicals(const Disk& disk, const Partition& besides)
+{
+    return std::any_of(disk.partitions.begin(), disk.partitions.end(), [&](const Partition& entry) {
+        return &entry != &besides && !entry.unallocated && !entry.isPrimary;
+    });
 }
 
 Answer convertKind(const Question& q, bool toPrimary)
@@ -130,9 +174,27 @@ Answer convertKind(const Question& q, bool toPrimary)
     const Partition& partition = *q.partition();
     if (partition.isGPT || partition.isPrimary == toPrimary)
         return no("the drive is of that kind already, or its disk knows no kinds");
+    const Answer basic = basicDisk(*q.diskOf(partition));
+    if (!basic.isEmpty())
+        return basic;
+    const Disk& disk = *q.diskOf(partition);
+    const std::size_t place = placeOf(disk, partition);
+    const Partition* before = partitionBefore(disk, place);
+    const Partition* behind = partitionBehind(disk, place);
+    const int logicalsAround =
+        int(before != nullptr && !before->isPrimary) + int(behind != nullptr && !behind->isPrimary);
+    if (!toPrimary && (partition.isActive || partition.isBoot))
+        return no("the machine starts from the drive");
     if (!toPrimary)
-        return partition.isActive || partition.isBoot ? no("the machine starts from the drive") : yes();
-    return roomInTable(*q.diskOf(partition));
+        return logicalsAround > 0 || !hasLogicals(disk, partition)
+                   ? yes()
+                   : no("the other logical drives lie elsewhere");
+    if (logicalsAround == 2)
+        return no("the drive lies between logical drives");
+    Disk without = disk;
+    without.partitions.erase(without.partitions.begin() + static_cast<std::ptrdiff_t>(place));
+    return kindBetween(without, nullptr, nullptr) == Kind::Primary ? yes()
+                                                                   : no("the partition table is full");
 }
 
 Answer toPrimary(const Question& q)
@@ -148,7 +210,13 @@ Answer toLogical(const Question& q)
 Answer clusterSize(const Question& q)
 {
     const Answer answer = readableVolume(q);
-    return answer.isEmpty() ? clusterFits(q.number("newClusterSize")) : answer;
+    if (!answer.isEmpty())
+        return answer;
+    const Partition& partition = *q.partition();
+    const int cluster = q.number("newClusterSize");
+    if (cluster < partition.sectorSize)
+        return no("no such cluster size");
+    return clusterObjection(*fileSystem(partition.fsString), partition.size, cluster);
 }
 
 Answer changeLetter(const Question& q)
@@ -170,8 +238,7 @@ Answer changeLabel(const Question& q)
     const Answer answer = readableVolume(q);
     if (!answer.isEmpty())
         return answer;
-    return q.text("newLabel").size() > labelLimit(q.partition()->fsString) ? no("the label is too long")
-                                                                           : yes();
+    return labelObjection(*fileSystem(q.partition()->fsString), q.text("newLabel"));
 }
 
 Answer setActive(const Question& q)
@@ -180,7 +247,7 @@ Answer setActive(const Question& q)
     if (!answer.isEmpty())
         return answer;
     const Partition& partition = *q.partition();
-    return partition.isGPT || !partition.isPrimary || partition.isActive
+    return partition.isGPT || partition.isDynamic || !partition.isPrimary || partition.isActive
                ? no("only a primary drive of an MBR disk can be made active, once")
                : yes();
 }

@@ -36,7 +36,9 @@ void joinFreeRegions(Disk& disk)
 {
     std::vector<Partition> joined;
     for (const Partition& entry : disk.partitions) {
-        if (entry.unallocated && !joined.empty() && joined.back().unallocated)
+        const bool borders =
+            !joined.empty() && joined.back().unallocated && joined.back().endOffset() == entry.startOffset();
+        if (entry.unallocated && borders)
             joined.back().size += entry.size;
         else
             joined.push_back(entry);

@@ -20,7 +20,7 @@ bool isAlignedTo4k(const QVariantMap& disk);
 bool isRawPartition(const QVariantMap& partition);
 
 /// Brings what follows from the partitions up to date: their places in the list, the disk's use and counts.
-/// Called after each change of a disk's list. Neighbouring free regions become one.
+/// Called after each change of a disk's list. Free regions that border on each other become one.
 void settle(Disk& disk);
 
 } // namespace host

@@ -4,15 +4,6 @@
 
 namespace host {
 
-namespace {
-
-constexpr int kSmallestCluster = 512;
-constexpr int kLargestCluster = 2 * 1024 * 1024;
-constexpr int kLongLabel = 32;
-constexpr int kFatLabel = 11;
-
-} // namespace
-
 Answer no(const char* reason)
 {
     return QString::fromLatin1(reason);
@@ -80,32 +71,27 @@ Answer readableVolume(const Question& q)
                : yes();
 }
 
-Answer fileSystemAndLabel(const Question& q, const char* fileSystemKey, const char* labelKey)
+Answer newVolume(const Question& q, qint64 size, int cluster, const char* fileSystemKey, const char* labelKey)
 {
-    const QString fileSystem = knownFileSystem(q.text(fileSystemKey));
-    if (fileSystem.isEmpty())
+    const FileSystem* kind = fileSystem(q.text(fileSystemKey));
+    if (kind == nullptr)
         return QStringLiteral("the file system \"%1\" cannot be made").arg(q.text(fileSystemKey));
-    return q.text(labelKey).size() > labelLimit(fileSystem) ? no("the label is too long") : yes();
+    return newVolumeObjection(*kind, size, cluster, q.text(labelKey));
 }
 
-Answer clusterFits(int bytes)
+Answer basicDisk(const Disk& disk)
 {
-    const bool powerOfTwo = bytes > 0 && (bytes & (bytes - 1)) == 0;
-    return powerOfTwo && bytes >= kSmallestCluster && bytes <= kLargestCluster ? yes()
-                                                                               : no("no such cluster size");
+    return disk.isDynamic ? no("the disk is dynamic") : yes();
 }
 
-Answer roomInTable(const Disk& disk)
+Answer lettersLeft(const Machine& machine, int count)
 {
-    const auto count =
-        std::count_if(disk.partitions.begin(), disk.partitions.end(),
-                      [](const Partition& entry) { return !entry.unallocated && entry.isPrimary; });
-    return count < (disk.isGPT ? kGptPartitions : kMbrPrimaries) ? yes() : no("the partition table is full");
-}
-
-Answer letterLeft(const Question& q)
-{
-    return q.machine.firstFreeLetter().isEmpty() ? no("all drive letters are taken") : yes();
+    int left = 0;
+    for (char letter = 'D'; letter <= 'Z'; ++letter) {
+        if (machine.partition(QString(QLatin1Char(letter))) == nullptr)
+            ++left;
+    }
+    return left < count ? no("all drive letters are taken") : yes();
 }
 
 bool areNeighbours(const Disk& disk, const Partition& one, const Partition& other)
@@ -118,27 +104,16 @@ bool areNeighbours(const Disk& disk, const Partition& one, const Partition& othe
     });
 }
 
-int labelLimit(const QString& fileSystem)
-{
-    return fileSystem.startsWith(QLatin1String("FAT")) ? kFatLabel : kLongLabel;
-}
-
 QString knownFileSystem(const QString& name)
 {
-    static const QStringList names = {
-        QStringLiteral("NTFS"),  QStringLiteral("FAT"),  QStringLiteral("FAT16"), QStringLiteral("FAT32"),
-        QStringLiteral("exFAT"), QStringLiteral("EXT2"), QStringLiteral("EXT3"),  QStringLiteral("EXT4")};
-    const auto found = std::find_if(names.begin(), names.end(), [&](const QString& known) {
-        return known.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    return found == names.end() ? QString() : *found;
+    const FileSystem* kind = fileSystem(name);
+    return kind == nullptr ? QString() : QString::fromLatin1(kind->name);
 }
 
 qint64 freeBehind(const Disk& disk, const Partition& partition)
 {
     for (const Partition& entry : disk.partitions) {
-        if (entry.unallocated && entry.startSector > partition.startSector &&
-            areNeighbours(disk, partition, entry))
+        if (entry.unallocated && entry.startOffset() == partition.endOffset())
             return entry.size;
     }
     return 0;

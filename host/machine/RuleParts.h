@@ -1,6 +1,8 @@
 #pragma once
 
+#include "host/machine/FileSystems.h"
 #include "host/machine/Functions.h"
+#include "host/machine/Layout.h"
 #include "host/machine/Machine.h"
 #include "host/machine/Rules.h"
 
@@ -29,13 +31,11 @@ struct Question
 using Answer = QString;
 using Rule = Answer (*)(const Question&);
 
-/// The rules of the functions that act on a disk, and of those that act on a partition or a free region.
+/// The rules of the functions that act on a disk, of those that act on a partition or a free region, and of
+/// the host's own guides.
 const std::map<Function, Rule>& diskRules();
 const std::map<Function, Rule>& partitionRules();
-
-constexpr qint64 kMbrLimit = qint64(512) << 32; ///< bytes of a disk that an MBR table can address
-constexpr int kMbrPrimaries = 4;
-constexpr int kGptPartitions = 128;
+const std::map<Function, Rule>& guidedRules();
 
 Answer yes();
 Answer no(const char* reason);
@@ -51,15 +51,13 @@ Answer erasablePartition(const Question& q);
 Answer readableVolume(const Question& q);
 /// @}
 
-Answer fileSystemAndLabel(const Question& q, const char* fileSystemKey, const char* labelKey);
-/// Longest label that the file system holds.
-int labelLimit(const QString& fileSystem);
-/// Whether a cluster may have that many bytes.
-Answer clusterFits(int bytes);
-/// Whether the table takes one more primary partition.
-Answer roomInTable(const Disk& disk);
-/// Whether a drive letter is left for one more partition.
-Answer letterLeft(const Question& q);
+/// Whether a volume of that size can be made as the keys of the order want it.
+Answer newVolume(const Question& q, qint64 size, int cluster, const char* fileSystemKey,
+                 const char* labelKey);
+/// Whether the disk is a basic one: a dynamic disk keeps its layout.
+Answer basicDisk(const Disk& disk);
+/// Whether a drive letter is left for @p count more partitions.
+Answer lettersLeft(const Machine& machine, int count = 1);
 /// True if no partition lies between the two entries.
 bool areNeighbours(const Disk& disk, const Partition& one, const Partition& other);
 

@@ -11,10 +11,14 @@ namespace host {
 /// no function is refused.
 QString refusal(const Machine& machine, int function, const QVariantMap& params);
 
+/// What speaks against carrying out a function now, one of the page or of the host's own guides; empty if
+/// nothing.
+QString taskRefusal(const Machine& machine, int function, const QVariantMap& params);
+
 /// The file system's name as the host spells it, empty if it cannot make one.
 QString knownFileSystem(const QString& name);
 
-/// Bytes behind a partition that are free and border on it.
+/// Bytes of free space that begin where the partition ends.
 qint64 freeBehind(const Disk& disk, const Partition& partition);
 
 /// The free region that an order for a new partition names, null if there is none.

@@ -125,8 +125,8 @@ std::vector<Partition> partitionsOf(const QJsonObject& device, const Disk& disk,
         if (text(entry, "type") == QLatin1String("part"))
             found.push_back(readPartition(entry, disk, sectorSize));
     }
-    // A file system without a partition table is one partition over the whole disk. Where lsblk cannot tell the
-    // file system, the mount tells that there is one.
+    // A file system without a partition table is one partition over the whole disk. Where lsblk cannot tell
+    // the file system, the mount tells that there is one.
     const bool isMounted = !text(device, "mountpoint").isEmpty();
     if (found.empty() && (isMounted || !text(device, "fstype").isEmpty()))
         found.push_back(readPartition(device, disk, sectorSize));

@@ -123,11 +123,12 @@ TEST(Orders, InitializeDisk_GivesItATableAndOneFreeRegion)
     EXPECT_FALSE(after(5, {{"diskIndex", 3}}).disk(3)->isGPT);
 }
 
-TEST(Orders, DeleteAllPartitions_LeavesOneFreeRegionOfTheWholeDisk)
+TEST(Orders, DeleteAllPartitions_LeavesOneFreeRegionOfAllButTheTablesMebibyte)
 {
     const host::Machine machine = after(2, {{"diskIndex", 1}});
     ASSERT_EQ(machine.freeRegions(1).size(), 1u);
-    EXPECT_EQ(machine.freeRegions(1)[0]->size, machine.disk(1)->size);
+    EXPECT_EQ(machine.freeRegions(1)[0]->startSector, 2048);
+    EXPECT_EQ(machine.freeRegions(1)[0]->size, machine.disk(1)->size - kMiB);
 }
 
 TEST(Orders, SetPartitionActive_IsTheOnlyActiveOneOfItsDisk)
@@ -153,10 +154,10 @@ TEST(Orders, DiskBringOnline_And_EjectUsb_ChangeWhatIsThere)
     EXPECT_EQ(after(46, {{"driveLetter", "F"}}).disk(2), nullptr);
 }
 
-TEST(Orders, FunctionWhoseEffectIsNotSimulated_ChangesNothing)
+TEST(Orders, FunctionThatOnlyShowsSomething_ChangesNothing)
 {
     host::Machine machine = testMachine();
-    EXPECT_FALSE(host::carryOut(machine, 7, {{"diskIndex", 1}, {"eraseCount", 1}}));
+    EXPECT_FALSE(host::carryOut(machine, 19, {{"driveLetter", "C"}}));
     EXPECT_EQ(host::diskRecords(machine), host::diskRecords(testMachine()));
 }
 
