@@ -27,6 +27,8 @@ BridgeLink::BridgeLink(HostCore& core, int automaticAnswer, QObject* parent)
     : QObject(parent), core_(core), automaticAnswer_(automaticAnswer)
 {
     connect(&core_, &HostCore::machineChanged, this, &BridgeLink::pushInventory);
+    connect(&core_, &HostCore::ordered, &timeline_, &Timeline::noteOrder);
+    connect(&core_, &HostCore::refused, &timeline_, &Timeline::noteRefusal);
 }
 
 void BridgeLink::attach(QObject* bridge)
@@ -110,6 +112,7 @@ void BridgeLink::onCloneResult(QVariant result)
     const QString title = QStringLiteral("Clone: %1 to %2")
                               .arg(describeRecord(map.value(QStringLiteral("source")).toMap()),
                                    describeRecord(map.value(QStringLiteral("destination")).toMap()));
+    core_.guide()->prepare(clonePage(map));
     core_.openGuide(title, cloneText(map));
 }
 
@@ -118,6 +121,7 @@ void BridgeLink::onConvertResult(QVariant result)
     const QVariantMap map = result.toMap();
     const int conversion = map.value(QStringLiteral("funIdx")).toInt();
     const QVariantMap record = map.value(QStringLiteral("info")).toMap();
+    core_.guide()->prepare(convertPage(map, conversionObjection(*core_.machine(), conversion, record)));
     core_.openGuide(
         QStringLiteral("Convert: %1 to %2").arg(describeRecord(record), conversionName(conversion)),
         conversionObjection(*core_.machine(), conversion, record));
@@ -137,13 +141,14 @@ void BridgeLink::onRecommendation(QVariant record)
 void BridgeLink::onToolAnnounced(QString toolCalls)
 {
     toolAnnounced_ = true;
+    timeline_.announce(toolCalls);
     core_.log()->write(QStringLiteral("agent announces: %1").arg(toolCalls));
 }
 
 void BridgeLink::onToolEnded(QString result, bool queued)
 {
-    Q_UNUSED(queued)
     toolAnnounced_ = false;
+    timeline_.answer(result, queued);
     core_.log()->write(QStringLiteral("agent was answered: %1").arg(result));
 }
 
@@ -151,6 +156,7 @@ void BridgeLink::onScanFinished()
 {
     core_.log()->write(recommended_ ? QStringLiteral("scan ended")
                                     : QStringLiteral("scan ended without a recommendation"));
+    Q_EMIT scanEnded();
 }
 
 void BridgeLink::pushInventory()

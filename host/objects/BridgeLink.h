@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/objects/HostCore.h"
+#include "host/objects/Timeline.h"
 
 #include <QtCore/QPointer>
 #include <QtCore/QThread>
@@ -29,6 +30,8 @@ public:
     bool isToolAnnounced() const { return toolAnnounced_; }
     bool isScanRunning() const { return !scanThread_.isNull() && scanThread_->isRunning(); }
 
+    /// What the agent has done.
+    Timeline& timeline() { return timeline_; }
     QString message() const;
     QStringList buttons() const;
 
@@ -39,6 +42,8 @@ public:
 
 Q_SIGNALS:
     void recommendationChanged();
+    /// The recommendation, if there is one, was told before.
+    void scanEnded();
 
 private Q_SLOTS:
     void onCloneResult(QVariant result);
@@ -57,6 +62,7 @@ private:
     QPointer<QObject> bridge_;
     QPointer<QThread> serviceThread_;
     QPointer<QThread> scanThread_;
+    Timeline timeline_;
     QVariantMap recommendation_;
     bool recommended_ = false;
     bool toolAnnounced_ = false;

@@ -71,15 +71,21 @@ bool HostCore::accepts(int function, const QVariantMap& params)
     const QString reason =
         isClosing() ? QStringLiteral("the host is closing") : refusal(*machine(), function, keys);
     if (!reason.isEmpty())
-        log_.write(QStringLiteral("refused %1 %2: %3")
-                       .arg(describeFunction(function), describeParams(keys), reason));
+        noteRefusal(describeFunction(function), describeParams(keys), reason);
     return reason.isEmpty();
+}
+
+void HostCore::noteRefusal(const QString& function, const QString& arguments, const QString& reason)
+{
+    log_.write(QStringLiteral("refused %1 %2: %3").arg(function, arguments, reason));
+    Q_EMIT refused(function, arguments, reason);
 }
 
 void HostCore::order(int function, const QVariantMap& params)
 {
     noteCall();
     log_.write(QStringLiteral("order %1 %2").arg(describeFunction(function), describeParams(params)));
+<<<<<<< HEAD
     TaskWork work;
     work.title = describeFunction(function);
     work.detail = describeParams(params);
@@ -92,6 +98,13 @@ void HostCore::order(int function, const QVariantMap& params)
     work.interrupt = [](double) {};
     tasks_.add(std::move(work));
     showWork();
+=======
+    Q_EMIT ordered(describeFunction(function), describeParams(params));
+    orders_.push_back({function, params});
+    busy_ = true;
+    if (orders_.size() == 1)
+        startNext();
+>>>>>>> bf451a7 (Show the machine as to-scale bars, and what the agent does as a timeline)
 }
 
 QString HostCore::finishOrder(int function, const QVariantMap& params)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/machine/Machine.h"
+#include "host/objects/GuideView.h"
 #include "host/objects/HostLog.h"
 #include "host/objects/TaskQueue.h"
 
@@ -39,7 +40,7 @@ public:
 
     std::shared_ptr<const Machine> machine() const;
     bool isBusy() const { return busy_ || closing_; }
-    bool isPopuped() const { return popuped_ || closing_; }
+    bool isPopuped() const { return popuped_ || pageOpen_ || closing_; }
 
     /// From now on every question is answered with no, and the gate finds the host occupied: nothing new
     /// begins.
@@ -63,8 +64,17 @@ public:
     void openAddress(const QString& address);
     void setServicePlace(const QString& place);
 
+    /// A page covers the window, or no longer does.
+    void setPageOpen(bool open) { pageOpen_ = open; }
+    /// Tells that a page said no to a question, and why; @p arguments as describeParams() has them.
+    void noteRefusal(const QString& function, const QString& arguments, const QString& reason);
+
     HostLog* log() { return &log_; }
+<<<<<<< HEAD
     TaskQueue* tasks() { return &tasks_; }
+=======
+    GuideView* guide() { return &guide_; }
+>>>>>>> bf451a7 (Show the machine as to-scale bars, and what the agent does as a timeline)
     QString machineName() const { return machine()->name; }
     QString servicePlace() const { return servicePlace_; }
     QString work() const { return work_; }
@@ -91,6 +101,9 @@ Q_SIGNALS:
     void guideChanged();
     void addressChanged();
     void dialogOpenChanged();
+    /// An order has come in.
+    void ordered(QString function, QString arguments);
+    void refused(QString function, QString arguments, QString reason);
 
 private:
     QString finishOrder(int function, const QVariantMap& params);
@@ -100,6 +113,7 @@ private:
     std::shared_ptr<const Machine> machine_;
     std::atomic<bool> busy_;
     std::atomic<bool> popuped_;
+    std::atomic<bool> pageOpen_{false};
     std::atomic<bool> closing_{false};
     QElapsedTimer sinceLastCall_;
     TaskQueue tasks_;
@@ -110,6 +124,7 @@ private:
     QString address_;
     bool dialogOpen_ = false;
     HostLog log_;
+    GuideView guide_{*this};
 };
 
 /// An order's parameters on one line, in the form `key=value key=value`; texts stand in quotes.

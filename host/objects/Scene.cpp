@@ -15,8 +15,8 @@ static void registerPages()
 
 namespace host {
 
-Scene::Scene(Machine machine, int automaticAnswer)
-    : core_(std::move(machine)), rows_(core_), link_(core_, automaticAnswer)
+Scene::Scene(Machine machine, int automaticAnswer, ThemeMode theme)
+    : core_(std::move(machine)), disks_(core_), theme_(theme), link_(core_, automaticAnswer)
 {
     registerPages();
     registerWindowTypes();
@@ -24,7 +24,10 @@ Scene::Scene(Machine machine, int automaticAnswer)
     publishPages(core_, context);
     context.setContextProperty(QStringLiteral("host"), &core_);
     context.setContextProperty(QStringLiteral("link"), &link_);
-    context.setContextProperty(QStringLiteral("machineRows"), &rows_);
+    context.setContextProperty(QStringLiteral("guide"), core_.guide());
+    context.setContextProperty(QStringLiteral("timeline"), &link_.timeline());
+    context.setContextProperty(QStringLiteral("diskModel"), &disks_);
+    context.setContextProperty(QStringLiteral("theme"), &theme_);
     engine_.load(QUrl(QStringLiteral("qrc:/sandbox/main.qml")));
     if (!engine_.rootObjects().isEmpty())
         connectWindow();

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "host/objects/BridgeLink.h"
+#include "host/objects/DiskModel.h"
 #include "host/objects/HostCore.h"
-#include "host/objects/MachineModel.h"
+#include "host/objects/Theme.h"
 
 #include <QtQml/QQmlApplicationEngine>
 
@@ -16,10 +17,12 @@ class Scene
 {
 public:
     /// @p automaticAnswer: see BridgeLink. The window is made but not shown.
-    Scene(Machine machine, int automaticAnswer);
+    Scene(Machine machine, int automaticAnswer, ThemeMode theme = ThemeMode::System);
 
     HostCore& core() { return core_; }
     BridgeLink& link() { return link_; }
+    Theme& theme() { return theme_; }
+    DiskModel& disks() { return disks_; }
     QQmlApplicationEngine& engine() { return engine_; }
     /// Null if the QML files could not be loaded.
     HostWindow* window() { return window_; }
@@ -28,7 +31,8 @@ private:
     void connectWindow();
 
     HostCore core_;
-    MachineModel rows_;
+    DiskModel disks_;
+    Theme theme_;
     BridgeLink link_;
     QQmlApplicationEngine engine_;
     HostWindow* window_ = nullptr;

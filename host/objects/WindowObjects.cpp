@@ -1,6 +1,7 @@
 #include "host/objects/WindowObjects.h"
 
 #include "host/machine/GuidedTasks.h"
+#include "host/objects/GuidePages.h"
 
 #include <QtQml/qqml.h>
 
@@ -61,6 +62,7 @@ void MainPage::doprfunction(QVariant task)
         map.contains(QStringLiteral("driveLetter"))
             ? QStringLiteral("drive %1").arg(map.value(QStringLiteral("driveLetter")).toString())
             : QStringLiteral("disk %1").arg(map.value(QStringLiteral("diskIndex")).toInt());
+    core_->guide()->prepare(recoveryPage(map));
     core_->openGuide(QStringLiteral("Partition recovery: %1").arg(target), describeParams(map));
 }
 
@@ -71,7 +73,8 @@ QVariant MainPage::createBootMediaEnabled(QVariant task)
     const bool enabled =
         !core_->isClosing() && machine->bootMediaEnabled && bootMediaTargetExists(*machine, task.toMap());
     if (!enabled)
-        core_->log()->write(QStringLiteral("refused boot media %1").arg(describeParams(task.toMap())));
+        core_->noteRefusal(QStringLiteral("boot media"), describeParams(task.toMap()),
+                           QStringLiteral("boot media cannot be made there"));
     return enabled;
 }
 
@@ -81,6 +84,7 @@ void MainPage::dobmfunction(QVariant task)
     const QVariantMap map = task.toMap();
     const bool installs = map.value(QStringLiteral("isInstallPreOs")).toBool();
     if (!installs && !map.value(QStringLiteral("isDisablePreOs")).toBool()) {
+        core_->guide()->prepare(mediaPage(map));
         core_->openGuide(mediaTitle(map), describeParams(map));
         return;
     }
@@ -96,6 +100,7 @@ void MainPage::opendiskhealth(QVariant task)
     core_->noteCall();
     const int diskIndex = task.toMap().value(QStringLiteral("diskIndex")).toInt();
     const bool bad = core_->machine()->smartErrors.contains(diskIndex);
+    core_->guide()->prepare(healthPage(*core_->machine(), diskIndex));
     core_->openGuide(QStringLiteral("Disk health: disk %1").arg(diskIndex),
                      bad ? QStringLiteral("there are errors") : QStringLiteral("good"));
 }
@@ -118,10 +123,10 @@ QVariant MainPage::doToolBox(QVariant index, QVariant record)
     const QString objection = core_->isClosing() ? QStringLiteral("the host is closing")
                                                  : toolboxObjection(*core_->machine(), index.toInt(), map);
     if (!objection.isEmpty()) {
-        core_->log()->write(
-            QStringLiteral("refused toolbox %1 %2: %3").arg(index.toInt()).arg(name, objection));
+        core_->noteRefusal(QStringLiteral("toolbox %1").arg(index.toInt()), name, objection);
         return false;
     }
+    core_->guide()->prepare(toolboxPage(name, map));
     core_->openGuide(QStringLiteral("Toolbox: %1").arg(name),
                      map.isEmpty() ? QString() : describeRecord(map));
     return true;

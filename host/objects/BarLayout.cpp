@@ -1,0 +1,51 @@
+#include "host/objects/BarLayout.h"
+
+#include <algorithm>
+
+namespace host {
+
+namespace {
+
+// Gives the least width to each piece that would be under it, until no further one would be: each gift makes
+// the rest narrower.
+std::vector<double> widthsOf(const std::vector<qint64>& sizes, double room, double least)
+{
+    std::vector<double> widths(sizes.size(), 0.0);
+    std::vector<bool> isLeast(sizes.size(), false);
+    for (bool again = true; again;) {
+        again = false;
+        double shared = room;
+        double total = 0;
+        for (std::size_t i = 0; i < sizes.size(); ++i) {
+            shared -= isLeast[i] ? least : 0;
+            total += isLeast[i] ? 0 : static_cast<double>(sizes[i]);
+        }
+        for (std::size_t i = 0; i < sizes.size(); ++i) {
+            widths[i] = isLeast[i] ? least : total > 0 ? shared * static_cast<double>(sizes[i]) / total : 0;
+            if (widths[i] < least && !isLeast[i])
+                isLeast[i] = again = true;
+        }
+    }
+    return widths;
+}
+
+} // namespace
+
+std::vector<BarPiece> layoutBar(const std::vector<qint64>& sizes, double width, double least, double gap)
+{
+    if (sizes.empty())
+        return {};
+    const double count = static_cast<double>(sizes.size());
+    const double room = std::max(0.0, width - gap * (count - 1));
+    std::vector<double> widths = least * count >= room ? std::vector<double>(sizes.size(), room / count)
+                                                       : widthsOf(sizes, room, least);
+    std::vector<BarPiece> pieces;
+    double x = 0;
+    for (const double piece : widths) {
+        pieces.push_back({x, piece});
+        x += piece + gap;
+    }
+    return pieces;
+}
+
+} // namespace host

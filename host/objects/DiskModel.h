@@ -1,0 +1,68 @@
+#pragma once
+
+#include "host/objects/HostCore.h"
+#include "host/objects/SegmentModel.h"
+
+#include <QtCore/QAbstractListModel>
+
+#include <vector>
+
+namespace host {
+
+/// The machine's disks as rows for the window; each has the rows of its bar in a model of its own. A change
+/// of the machine touches only the rows that it changes. Application thread.
+class DiskModel : public QAbstractListModel
+{
+    Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(QString summary READ summary NOTIFY summaryChanged)
+
+public:
+    enum Role {
+        NameRole = Qt::UserRole,
+        KindRole,
+        SizeRole,
+        FlagsRole,   ///< list of texts
+        AlarmRole,   ///< bool: something is wrong with the disk
+        SegmentsRole ///< the SegmentModel, owned by this
+    };
+
+    explicit DiskModel(HostCore& core, QObject* parent = nullptr);
+
+    int count() const { return static_cast<int>(rows_.size()); }
+    /// "4 disks, 4.8 TB"
+    QString summary() const { return summary_; }
+    /// The SegmentModel of a row, null for a row that is not there.
+    Q_INVOKABLE QObject* segments(int row) const;
+
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void countChanged();
+    void summaryChanged();
+
+private:
+    struct Row
+    {
+        int diskIndex;
+        QString name;
+        QString kind;
+        QString size;
+        QStringList flags;
+        bool alarm;
+        SegmentModel* segments = nullptr;
+    };
+
+    static Row rowOf(const Disk& disk, bool hasSmartError);
+    void refresh();
+    void replaceRows(const std::vector<Row>& next);
+    void setSummary(const Machine& machine);
+
+    HostCore& core_;
+    std::vector<Row> rows_;
+    QString summary_;
+};
+
+} // namespace host

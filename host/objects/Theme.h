@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtGui/QColor>
+
+namespace host {
+
+/// Which of the two sets of colours the window uses.
+enum class ThemeMode { System, Light, Dark };
+
+/// The window's colours and fonts, for the QML files as `theme`. With ThemeMode::System it follows the
+/// application's palette, also when that changes. Application thread.
+class Theme : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool dark READ isDark NOTIFY changed)
+    Q_PROPERTY(QColor window READ window NOTIFY changed)
+    Q_PROPERTY(QColor surface READ surface NOTIFY changed)
+    Q_PROPERTY(QColor raised READ raised NOTIFY changed)
+    Q_PROPERTY(QColor border READ border NOTIFY changed)
+    Q_PROPERTY(QColor text READ text NOTIFY changed)
+    Q_PROPERTY(QColor muted READ muted NOTIFY changed)
+    Q_PROPERTY(QColor accent READ accent NOTIFY changed)
+    Q_PROPERTY(QColor accentText READ accentText NOTIFY changed)
+    Q_PROPERTY(QColor accentSurface READ accentSurface NOTIFY changed)
+    Q_PROPERTY(QColor good READ good NOTIFY changed)
+    Q_PROPERTY(QColor goodSurface READ goodSurface NOTIFY changed)
+    Q_PROPERTY(QColor bad READ bad NOTIFY changed)
+    Q_PROPERTY(QColor badSurface READ badSurface NOTIFY changed)
+    Q_PROPERTY(QColor warn READ warn NOTIFY changed)
+    Q_PROPERTY(QColor warnSurface READ warnSurface NOTIFY changed)
+    Q_PROPERTY(QColor shade READ shade NOTIFY changed)
+    Q_PROPERTY(QString font READ font CONSTANT)
+    Q_PROPERTY(QString fixedFont READ fixedFont CONSTANT)
+
+public:
+    explicit Theme(ThemeMode mode = ThemeMode::System, QObject* parent = nullptr);
+
+    ThemeMode mode() const { return mode_; }
+    void setMode(ThemeMode mode);
+    bool isDark() const { return dark_; }
+
+    QColor window() const;  ///< behind everything
+    QColor surface() const; ///< panels
+    QColor raised() const;  ///< buttons and wells on a panel
+    QColor border() const;
+    QColor text() const;
+    QColor muted() const; ///< text of less weight
+    QColor accent() const;
+    QColor accentText() const; ///< on accent
+    QColor accentSurface() const;
+    QColor good() const; ///< text, readable on goodSurface and on surface
+    QColor goodSurface() const;
+    QColor bad() const;
+    QColor badSurface() const;
+    QColor warn() const;
+    QColor warnSurface() const;
+    QColor shade() const; ///< over the window, under a dialog
+    QString font() const { return font_; }
+    QString fixedFont() const { return fixedFont_; }
+
+    /// The colour of a file system in the disk bars: of the strip above a segment, and @p used of the part of
+    /// it that is in use.
+    Q_INVOKABLE QColor fileSystem(const QString& name, bool used) const;
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void update();
+
+    ThemeMode mode_;
+    bool dark_ = false;
+    QString font_;
+    QString fixedFont_;
+};
+
+} // namespace host

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QtCore/QAbstractListModel>
+#include <QtCore/QString>
+
+#include <deque>
+
+namespace host {
+
+/// What the agent has done, for the window: a row for each tool call that was announced at the gate, and for
+/// each order or refusal outside an announced call. Newest last. Application thread.
+class Timeline : public QAbstractListModel
+{
+    Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+public:
+    enum Role {
+        TimeRole = Qt::UserRole, ///< hh:mm:ss
+        ToolRole,
+        ArgumentsRole,
+        ResultRole, ///< the answer in the words that the agent got; empty while there is none
+        ReasonRole, ///< why the host said no, which the agent does not learn; mostly empty
+        StateRole   ///< "running", "queued", "refused" or "answered"
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    /// The agent is about to call a tool, in its own words: the tool's name, then what it likes.
+    void announce(const QString& toolCalls);
+    /// The announced call got its answer.
+    void answer(const QString& result, bool queued);
+    /// The host was given an order.
+    void noteOrder(const QString& function, const QString& arguments);
+    /// The host said no to a question.
+    void noteRefusal(const QString& function, const QString& arguments, const QString& reason);
+
+    int count() const { return static_cast<int>(rows_.size()); }
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void countChanged();
+
+private:
+    struct Row
+    {
+        QString time;
+        QString tool;
+        QString arguments;
+        QString result;
+        QString reason;
+        QString state;
+    };
+
+    bool isCallOpen() const { return open_ && !rows_.empty(); }
+    void append(const QString& tool, const QString& arguments, const QString& state);
+    void lastChanged();
+
+    std::deque<Row> rows_;
+    bool open_ = false; ///< the last row is a call without its answer
+};
+
+} // namespace host

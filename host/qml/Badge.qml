@@ -1,0 +1,26 @@
+import QtQuick 2.15
+
+// A word on a coloured ground; `tone` is plain, accent, good, bad or warn.
+Rectangle {
+    property alias text: label.text
+    property string tone: "plain"
+
+    readonly property var grounds: ({ plain: theme.raised, accent: theme.accentSurface, good: theme.goodSurface,
+                                      bad: theme.badSurface, warn: theme.warnSurface })
+    readonly property var inks: ({ plain: theme.muted, accent: theme.accent, good: theme.good,
+                                   bad: theme.bad, warn: theme.warn })
+
+    implicitWidth: label.implicitWidth + 14
+    implicitHeight: 20
+    radius: 10
+    color: grounds[tone]
+
+    Words {
+        id: label
+        anchors { left: parent.left; right: parent.right; margins: 7; verticalCenter: parent.verticalCenter }
+        horizontalAlignment: Text.AlignHCenter
+        font.pixelSize: 11
+        font.weight: Font.DemiBold
+        color: parent.inks[parent.tone]
+    }
+}

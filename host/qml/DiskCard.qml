@@ -1,0 +1,59 @@
+import QtQuick 2.15
+
+// A disk: what it is, and its bar.
+Rectangle {
+    id: card
+
+    property bool current: false
+    property int currentEntry: -1
+    readonly property var pieces: model.segments
+
+    signal chosen(int entry)
+
+    height: 84
+    color: theme.surface
+    radius: 8
+    border { width: 1; color: theme.border }
+
+    Column {
+        x: 14
+        width: 128
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 3
+        Row {
+            spacing: 8
+            Words { objectName: "diskName"; text: model.name; font { pixelSize: 14; weight: Font.DemiBold } }
+            Words { text: model.sizeText; anchors.baseline: parent.children[0].baseline; font.pixelSize: 13 }
+        }
+        Words { objectName: "diskKind"; text: model.kind; width: parent.width; font.pixelSize: 12; color: theme.muted }
+        Badge {
+            objectName: "diskFlags"
+            visible: model.flags.length > 0
+            text: model.flags.join(", ")
+            tone: model.alarm ? "bad" : "plain"
+            width: Math.min(implicitWidth, parent.width)
+        }
+    }
+    Item {
+        id: bar
+        objectName: "diskBar"
+        anchors { fill: parent; leftMargin: 152; rightMargin: 14; topMargin: 10; bottomMargin: 10 }
+
+        Binding { target: card.pieces; property: "barWidth"; value: bar.width }
+        Repeater {
+            model: card.pieces
+            Segment {
+                height: bar.height
+                selected: card.current && card.currentEntry === index
+                onChosen: card.chosen(index)
+            }
+        }
+        Rectangle {
+            anchors.fill: parent
+            visible: card.pieces.count === 0
+            color: theme.window
+            radius: 5
+            Words { anchors.centerIn: parent; text: "Nothing to show"; font.pixelSize: 12; color: theme.muted }
+        }
+    }
+}

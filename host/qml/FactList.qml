@@ -1,0 +1,27 @@
+import QtQuick 2.15
+
+// What the open guide or page is about, a line for each fact.
+Column {
+    spacing: 3
+
+    Repeater {
+        model: guide.facts
+        Item {
+            width: parent.width
+            height: 20
+            Words {
+                id: name
+                width: 110
+                anchors.verticalCenter: parent.verticalCenter
+                text: modelData.name
+                font.pixelSize: 12
+                color: theme.muted
+            }
+            Words {
+                objectName: "factValue"
+                anchors { left: name.right; right: parent.right; verticalCenter: parent.verticalCenter }
+                text: modelData.value
+            }
+        }
+    }
+}

@@ -1,0 +1,13 @@
+import QtQuick 2.15
+
+// Lies around an item that the keyboard acts on.
+Rectangle {
+    property bool shown: parent.activeFocus
+
+    anchors.fill: parent
+    anchors.margins: -3
+    visible: shown
+    color: "transparent"
+    radius: 8
+    border { width: 2; color: theme.accent }
+}

@@ -1,0 +1,51 @@
+import QtQuick 2.15
+
+// The guide that a tool has opened, at its step, with what speaks against it. Escape closes it.
+Panel {
+    id: pane
+
+    objectName: "guidePane"
+    visible: guide.open && !guide.dialog
+    implicitHeight: 38 + lines.height + 12
+    title: guide.title
+    border.color: theme.accent
+    Keys.onEscapePressed: host.dismissGuide()
+    tools: [
+        PushButton {
+            objectName: "guideStart"
+            small: true
+            primary: true
+            visible: host.guideCanStart
+            enabled: guide.objection === ""
+            text: "Start"
+            onClicked: host.startGuide()
+        },
+        PushButton { objectName: "guideClose"; small: true; text: "Close"; onClicked: host.dismissGuide() }
+    ]
+
+    Column {
+        id: lines
+        x: 6
+        width: parent.width - 12
+        spacing: 8
+
+        StepRow { visible: guide.steps.length > 0 }
+        FactList { width: parent.width }
+        Words { visible: text !== ""; width: parent.width; text: guide.text; font.pixelSize: 12; color: theme.muted; wrapMode: Text.Wrap }
+        Rectangle {
+            visible: guide.objection !== ""
+            width: parent.width
+            height: objection.height + 12
+            radius: 6
+            color: theme.badSurface
+            Words {
+                id: objection
+                objectName: "guideObjection"
+                anchors { left: parent.left; right: parent.right; margins: 10; verticalCenter: parent.verticalCenter }
+                text: guide.objection
+                color: theme.bad
+                wrapMode: Text.Wrap
+            }
+        }
+    }
+}

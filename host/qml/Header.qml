@@ -1,0 +1,24 @@
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+
+RowLayout {
+    spacing: 12
+
+    Column {
+        Layout.leftMargin: 4
+        Words { objectName: "machineName"; text: host.machineName; font { pixelSize: 18; weight: Font.DemiBold } }
+        Words { objectName: "machineSummary"; text: diskModel.summary; font.pixelSize: 12; color: theme.muted }
+    }
+    Badge {
+        objectName: "serviceBadge"
+        tone: host.servicePlace === "" ? "warn" : "good"
+        text: host.servicePlace === "" ? "service is starting" : "agent service on " + host.servicePlace
+    }
+    Badge { objectName: "busyBadge"; visible: host.work !== ""; tone: "accent"; text: "busy: " + host.work }
+    Badge { objectName: "popupBadge"; visible: host.dialogOpen || guide.dialog; tone: "warn"; text: "dialog open" }
+    Item { Layout.fillWidth: true }
+    Toggle { objectName: "win11Toggle"; text: "Windows 11 checker"; checked: host.win11Checker; onToggled: host.win11Checker = checked }
+    Toggle { objectName: "dialogToggle"; text: "Dialog open"; checked: host.dialogOpen; onToggled: host.dialogOpen = checked }
+    PushButton { objectName: "languageButton"; text: "Language"; onClicked: multilanguage.changeLanguage() }
+    PushButton { objectName: "scanButton"; text: "Scan now"; onClicked: link.scanNow() }
+}

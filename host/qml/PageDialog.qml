@@ -1,0 +1,44 @@
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+
+// A page that covers the window until the user closes it: boot media, toolbox, disk health.
+Popup {
+    id: dialog
+
+    objectName: "pageDialog"
+    parent: Overlay.overlay
+    x: Math.round((parent.width - width) / 2)
+    y: Math.round((parent.height - height) / 2)
+    width: 520
+    padding: 24
+    modal: true
+    focus: true
+    closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
+    onClosed: if (guide.dialog) host.dismissGuide()
+    onOpened: closeButton.forceActiveFocus()
+    Overlay.modal: Rectangle { color: theme.shade }
+    background: Rectangle {
+        radius: 10
+        color: theme.surface
+        border { width: 1; color: theme.border }
+    }
+
+    Connections {
+        target: guide
+        function onChanged() { guide.dialog ? dialog.open() : dialog.close() }
+    }
+
+    contentItem: Column {
+        spacing: 16
+
+        Words { objectName: "dialogTitle"; width: parent.width; text: guide.title; font { pixelSize: 18; weight: Font.DemiBold } }
+        FactList { width: parent.width }
+        Words { objectName: "dialogText"; visible: text !== ""; width: parent.width; text: guide.text; wrapMode: Text.Wrap; color: theme.muted }
+        Row {
+            anchors.right: parent.right
+            spacing: 10
+            PushButton { objectName: "dialogStart"; visible: host.guideCanStart; text: "Start"; onClicked: host.startGuide() }
+            PushButton { id: closeButton; objectName: "dialogClose"; primary: true; text: "Close"; onClicked: host.dismissGuide() }
+        }
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick 2.15
+
+// A titled surface; what is put into it fills the space under the title.
+Rectangle {
+    property alias title: heading.text
+    property alias note: aside.text
+    property alias tools: toolRow.data
+    default property alias content: body.data
+
+    color: theme.surface
+    radius: 8
+    border { width: 1; color: theme.border }
+
+    Words {
+        id: heading
+        anchors { left: parent.left; leftMargin: 14; top: parent.top; topMargin: 11 }
+        font { pixelSize: 14; weight: Font.DemiBold }
+    }
+    Words {
+        id: aside
+        anchors { left: heading.right; leftMargin: 8; baseline: heading.baseline; right: toolRow.left; rightMargin: 8 }
+        font.pixelSize: 12
+        color: theme.muted
+    }
+    Row {
+        id: toolRow
+        anchors { right: parent.right; rightMargin: 12; verticalCenter: heading.verticalCenter }
+        spacing: 6
+    }
+    Item {
+        id: body
+        anchors { fill: parent; topMargin: 38; leftMargin: 8; rightMargin: 8; bottomMargin: 8 }
+    }
+}

@@ -1,0 +1,32 @@
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+
+AbstractButton {
+    id: button
+
+    property bool primary: false
+    property bool small: false
+
+    implicitWidth: label.implicitWidth + (small ? 18 : 28)
+    implicitHeight: small ? 24 : 32
+    focusPolicy: Qt.StrongFocus
+    opacity: enabled ? 1 : 0.45
+    Keys.onReturnPressed: if (!event.isAutoRepeat) button.click()
+    Keys.onEnterPressed: if (!event.isAutoRepeat) button.click()
+
+    background: Rectangle {
+        radius: 6
+        color: button.primary ? theme.accent : button.down || button.hovered ? theme.accentSurface : theme.raised
+        border { width: button.primary ? 0 : 1; color: theme.border }
+        FocusRing { shown: button.activeFocus }
+    }
+    contentItem: Words {
+        id: label
+        text: button.text
+        font.pixelSize: button.small ? 12 : 13
+        font.weight: Font.DemiBold
+        color: button.primary ? theme.accentText : theme.text
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+    }
+}

@@ -1,0 +1,31 @@
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+
+Panel {
+    title: "Tasks"
+    note: list.count === 0 ? "" : list.count + (list.count === 1 ? " task" : " tasks")
+
+    ListView {
+        id: list
+        objectName: "taskList"
+        anchors.fill: parent
+        clip: true
+        model: host.tasks
+        spacing: 2
+        activeFocusOnTab: count > 0
+        boundsBehavior: Flickable.StopAtBounds
+        ScrollBar.vertical: Scroller {}
+        delegate: QueueRow {
+            width: ListView.view.width - 10
+            onCancelled: host.tasks.cancel(model.taskId)
+        }
+        FocusRing { shown: list.activeFocus; anchors.margins: 0 }
+    }
+    Words {
+        anchors.centerIn: parent
+        visible: list.count === 0
+        text: "Nothing has been ordered yet."
+        font.pixelSize: 12
+        color: theme.muted
+    }
+}

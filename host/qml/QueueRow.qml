@@ -1,0 +1,66 @@
+import QtQuick 2.15
+
+// A task: its title, how far it is, and the button that cancels it while that is possible.
+Item {
+    id: row
+
+    readonly property bool cancellable: model.state === "waiting" || model.state === "running"
+    readonly property var tones: ({ waiting: "plain", running: "accent", done: "good", failed: "bad", cancelled: "warn" })
+
+    signal cancelled()
+
+    height: model.error === "" ? 50 : 66
+
+    Words {
+        objectName: "taskTitle"
+        anchors { left: parent.left; leftMargin: 8; right: badge.left; rightMargin: 8; top: parent.top; topMargin: 4 }
+        text: model.title
+        font.weight: Font.DemiBold
+    }
+    Badge {
+        id: badge
+        objectName: "taskState"
+        anchors { right: cancel.visible ? cancel.left : parent.right; rightMargin: 8; top: parent.top; topMargin: 3 }
+        text: model.state === "running" ? Math.floor(model.progress * 100) + " %" : model.state
+        tone: row.tones[model.state] || "plain"
+    }
+    PushButton {
+        id: cancel
+        objectName: "cancelButton"
+        anchors { right: parent.right; rightMargin: 8; top: parent.top; topMargin: 2 }
+        small: true
+        text: "Cancel"
+        visible: row.cancellable
+        onClicked: row.cancelled()
+    }
+    Words {
+        objectName: "taskDetail"
+        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 23 }
+        text: model.detail
+        font.pixelSize: 11
+        color: theme.muted
+        width: parent.width
+    }
+    Words {
+        objectName: "taskError"
+        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 40 }
+        visible: model.error !== ""
+        text: model.error
+        font.pixelSize: 11
+        color: theme.bad
+    }
+    Rectangle {
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 8; bottomMargin: 4 }
+        height: 4
+        radius: 2
+        color: theme.raised
+        visible: model.state === "running"
+        Rectangle {
+            objectName: "taskProgress"
+            height: parent.height
+            radius: 2
+            width: parent.width * model.progress
+            color: theme.accent
+        }
+    }
+}

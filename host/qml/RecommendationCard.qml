@@ -1,0 +1,42 @@
+import QtQuick 2.15
+
+// The recommendation that the scan has made, with its buttons. Escape presses the last of them.
+Rectangle {
+    id: card
+
+    objectName: "recommendationCard"
+    visible: link.message !== ""
+    implicitHeight: Math.max(message.height, 34) + 28
+    radius: 8
+    color: theme.accentSurface
+    border { width: 1; color: theme.accent }
+    Keys.onEscapePressed: if (link.buttons.length > 1) link.answer(link.buttons.length - 1)
+
+    Column {
+        id: message
+        anchors { left: parent.left; leftMargin: 16; right: choices.left; rightMargin: 16; verticalCenter: parent.verticalCenter }
+        spacing: 2
+        Words { text: "Recommendation"; font { pixelSize: 11; weight: Font.DemiBold } color: theme.accent }
+        Words {
+            objectName: "recommendationText"
+            width: parent.width
+            text: link.message
+            wrapMode: Text.Wrap
+            maximumLineCount: 5
+        }
+    }
+    Row {
+        id: choices
+        anchors { right: parent.right; rightMargin: 16; verticalCenter: parent.verticalCenter }
+        spacing: 8
+        Repeater {
+            model: link.buttons
+            PushButton {
+                objectName: "recommendationButton"
+                primary: index === 0
+                text: modelData
+                onClicked: link.answer(index)
+            }
+        }
+    }
+}

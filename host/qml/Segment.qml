@@ -1,0 +1,60 @@
+import QtQuick 2.15
+
+// One partition or free region in a disk's bar.
+Rectangle {
+    id: segment
+
+    property bool selected: false
+    readonly property bool roomy: width >= 50
+
+    signal chosen()
+
+    x: model.pieceLeft
+    width: model.pieceWidth
+    color: model.isFree ? theme.window : theme.raised
+    radius: 5
+    border { width: selected ? 2 : 1; color: selected ? theme.accent : theme.border }
+
+    Rectangle {
+        objectName: "usedPart"
+        anchors { left: parent.left; top: parent.top; bottom: parent.bottom; margins: segment.border.width }
+        width: Math.max(0, (parent.width - 2 * segment.border.width) * model.usedShare)
+        radius: 4
+        visible: !model.isFree
+        color: { theme.dark; return theme.fileSystem(model.fileSystem, true) }
+    }
+    Rectangle {
+        anchors { left: parent.left; right: parent.right; top: parent.top; margins: segment.border.width }
+        height: 4
+        radius: 2
+        visible: !model.isFree
+        color: { theme.dark; return theme.fileSystem(model.fileSystem, false) }
+    }
+    Column {
+        anchors { left: parent.left; right: parent.right; margins: 8; top: parent.top; topMargin: 9 }
+        visible: segment.roomy
+        spacing: 1
+        Words {
+            objectName: "segmentTitle"
+            text: model.title
+            width: parent.width
+            font { pixelSize: 12; weight: Font.DemiBold }
+            color: model.isFree ? theme.muted : theme.text
+        }
+        Words {
+            objectName: "segmentSubtitle"
+            text: model.subtitle
+            width: parent.width
+            font.pixelSize: 11
+            color: model.isFree ? theme.muted : theme.text
+        }
+        Words {
+            objectName: "segmentFlags"
+            text: model.flags.join(" \u00b7 ")
+            width: parent.width
+            font.pixelSize: 11
+            color: theme.text
+        }
+    }
+    MouseArea { anchors.fill: parent; onClicked: segment.chosen() }
+}

@@ -1,0 +1,83 @@
+import QtQuick 2.15
+
+// A call of the agent: when, which tool, with what, and what came of it.
+Item {
+    id: row
+
+    readonly property var tones: ({ running: "accent", queued: "good", refused: "bad", answered: "plain" })
+    readonly property var marks: ({ running: theme.accent, queued: theme.good, refused: theme.bad, answered: theme.muted })
+    readonly property bool isShort: model.result.length <= 24
+
+    height: lines.height + 12
+
+    Rectangle {
+        x: 4
+        y: 6
+        width: 3
+        height: parent.height - 12
+        radius: 1.5
+        color: row.marks[model.callState]
+    }
+    Column {
+        id: lines
+        x: 16
+        y: 6
+        width: parent.width - 22
+        spacing: 2
+
+        Item {
+            width: parent.width
+            height: 20
+            Words {
+                id: time
+                anchors.verticalCenter: parent.verticalCenter
+                text: model.time
+                font.pixelSize: 11
+                color: theme.muted
+            }
+            Words {
+                objectName: "callTool"
+                anchors { left: time.right; leftMargin: 8; right: outcome.left; rightMargin: 8; verticalCenter: parent.verticalCenter }
+                text: model.tool
+                font.weight: Font.DemiBold
+            }
+            Badge {
+                id: outcome
+                objectName: "callOutcome"
+                anchors { right: parent.right; verticalCenter: parent.verticalCenter }
+                tone: row.tones[model.callState]
+                text: row.isShort && model.result !== "" ? model.result : model.callState
+            }
+        }
+        Words {
+            objectName: "callArguments"
+            width: parent.width
+            visible: text !== ""
+            text: model.callArguments
+            font { family: theme.fixedFont; pixelSize: 11 }
+            color: theme.muted
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
+        }
+        Words {
+            objectName: "callResult"
+            width: parent.width
+            visible: !row.isShort
+            text: model.result
+            font.pixelSize: 12
+            color: model.callState === "refused" ? theme.bad : theme.text
+            wrapMode: Text.Wrap
+            maximumLineCount: 3
+        }
+        Words {
+            objectName: "callReason"
+            width: parent.width
+            visible: text !== ""
+            text: model.reason
+            font.pixelSize: 12
+            color: theme.bad
+            wrapMode: Text.Wrap
+            maximumLineCount: 3
+        }
+    }
+}

@@ -1,0 +1,40 @@
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+
+AbstractButton {
+    id: toggle
+
+    checkable: true
+    focusPolicy: Qt.StrongFocus
+    implicitWidth: knobs.width + 8 + label.implicitWidth
+    implicitHeight: 32
+    Keys.onReturnPressed: toggle.click()
+    Keys.onEnterPressed: toggle.click()
+
+    background: FocusRing { anchors { topMargin: 0; bottomMargin: 0 } shown: toggle.activeFocus }
+    contentItem: Item {
+        Rectangle {
+            id: knobs
+            width: 32
+            height: 18
+            radius: 9
+            anchors.verticalCenter: parent.verticalCenter
+            color: toggle.checked ? theme.accent : theme.raised
+            border { width: 1; color: toggle.checked ? theme.accent : theme.muted }
+
+            Rectangle {
+                x: toggle.checked ? 16 : 2
+                y: 2
+                width: 14
+                height: 14
+                radius: 7
+                color: toggle.checked ? theme.accentText : theme.muted
+            }
+        }
+        Words {
+            id: label
+            text: toggle.text
+            anchors { left: knobs.right; leftMargin: 8; verticalCenter: parent.verticalCenter }
+        }
+    }
+}
