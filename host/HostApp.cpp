@@ -26,7 +26,16 @@ constexpr int kAnnouncedLimitMs = 3000;
 // scan alone may wait 30 seconds for another program.
 constexpr int kCallsLimitMs = 5000;
 constexpr int kScanLimitMs = 45000;
+// Where nobody can click: sooner than the gate opens again after a call.
+constexpr int kClickMs = 1500;
 const QString kComponent = QStringLiteral("AIBridge");
+
+QElapsedTimer startedTimer()
+{
+    QElapsedTimer timer;
+    timer.start();
+    return timer;
+}
 
 } // namespace
 
@@ -36,10 +45,13 @@ void complain(const QString& text)
 }
 
 HostApp::HostApp(Options options, Machine machine)
-    : options_(std::move(options)),
-      scene_(std::move(machine), options_.answer),
+    : sinceStart_(startedTimer()),
+      options_(std::move(options)),
+      scene_(std::move(machine), options_.answer, options_.theme),
+      screenshot_(options_.screenshot),
       service_(ServiceWatcher::configuredAddress(), [this] { return scene_.link().isServerRunning(); })
 {
+    scene_.core().guide()->setClickAfter(options_.click.value_or(options_.headless ? kClickMs : -1));
     connect(&signals_, &Signals::stopRequested, this, [this] { requestStop(0); });
     connect(&service_, &ServiceWatcher::ready, this, &HostApp::onReady);
     connect(&service_, &ServiceWatcher::failed, this, &HostApp::onFailed);
@@ -67,9 +79,44 @@ bool HostApp::build()
         return false;
     }
     connect(scene_.window(), &HostWindow::closed, this, [this] { requestStop(0); });
-    if (!options_.headless)
-        scene_.window()->show();
-    return loadComponent();
+    return show() && loadComponent();
+}
+
+bool HostApp::show()
+{
+    if (options_.screenshot.isEmpty()) {
+        scene_.window()->setVisible(!options_.headless);
+        return true;
+    }
+    const QString fault = screenshot_.open();
+    if (!fault.isEmpty()) {
+        complain(fault);
+        return false;
+    }
+    connect(scene_.window(), &QQuickWindow::frameSwapped, this, [this] {
+        if (firstFrame_ < 0)
+            firstFrame_ = sinceStart_.elapsed();
+    });
+    scene_.window()->show();
+    return true;
+}
+
+void HostApp::takeScreenshot()
+{
+    if (options_.screenshot.isEmpty() || stopping_)
+        return;
+    const QString fault = screenshot_.take(*scene_.window());
+    if (fault.isEmpty())
+        HostLog::print(QStringLiteral("screenshot %1: %2x%3, first frame after %4 ms")
+                           .arg(options_.screenshot)
+                           .arg(scene_.window()->width())
+                           .arg(scene_.window()->height())
+                           .arg(firstFrame_));
+    else
+        complain(fault);
+    options_.screenshot.clear();
+    if (!fault.isEmpty() || options_.agent.isEmpty())
+        requestStop(fault.isEmpty() ? 0 : kExitBadStart);
 }
 
 bool HostApp::loadComponent()
@@ -99,8 +146,15 @@ void HostApp::onReady()
     HostLog::print(QStringLiteral("agent service on %1").arg(service_.place()));
     if (!options_.agent.isEmpty())
         agent_.run(options_.agent);
-    if (options_.scan)
+    if (options_.scan) {
+        connect(&scene_.link(), &BridgeLink::scanEnded, this, [this] {
+            if (options_.agent.isEmpty())
+                takeScreenshot();
+        });
         scene_.link().scanNow();
+    } else if (options_.agent.isEmpty()) {
+        takeScreenshot();
+    }
 }
 
 void HostApp::onFailed()
@@ -115,6 +169,7 @@ void HostApp::onFailed()
 void HostApp::onAgentFinished()
 {
     scene_.core().log()->write(QStringLiteral("agent ended with exit code %1").arg(agent_.shellExitCode()));
+    takeScreenshot();
     if (options_.exitWithAgent)
         requestStop(agent_.shellExitCode());
 }

@@ -2,6 +2,7 @@
 
 #include "host/AgentProcess.h"
 #include "host/Options.h"
+#include "host/Screenshot.h"
 #include "host/ServiceWatcher.h"
 #include "host/Signals.h"
 #include "host/objects/Scene.h"
@@ -37,7 +38,9 @@ public:
 
 private:
     bool build();
+    bool show();
     bool loadComponent();
+    void takeScreenshot();
     void onReady();
     void onFailed();
     void onAgentFinished();
@@ -46,14 +49,17 @@ private:
     void drain();
     bool isQuiet();
 
+    QElapsedTimer sinceStart_; // before the scene, whose making it counts
     Options options_;
     Scene scene_;
+    Screenshot screenshot_;
     std::unique_ptr<CComponentMgr> components_;
     Signals signals_;
     ServiceWatcher service_;
     AgentProcess agent_;
     QTimer drainTimer_;
     QElapsedTimer sinceDrain_;
+    qint64 firstFrame_ = -1; ///< milliseconds after the start; -1 before it
     enum class Service { Starting, Up, Down } state_ = Service::Starting;
     bool stopping_ = false;
     int exitCode_ = 0;

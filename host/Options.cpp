@@ -1,6 +1,7 @@
 #include "host/Options.h"
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QMap>
 
 namespace host {
 
@@ -31,6 +32,24 @@ void readWin11(const QString& value, Options& options)
         options.error = QStringLiteral("option --win11 needs on or off");
 }
 
+void readTheme(const QString& value, Options& options)
+{
+    static const QMap<QString, ThemeMode> modes = {{QStringLiteral("light"), ThemeMode::Light},
+                                                   {QStringLiteral("dark"), ThemeMode::Dark},
+                                                   {QStringLiteral("system"), ThemeMode::System}};
+    options.theme = modes.value(value, ThemeMode::System);
+    if (!modes.contains(value))
+        options.error = QStringLiteral("option --theme needs light, dark or system");
+}
+
+void readClick(const QString& value, Options& options)
+{
+    bool isNumber = false;
+    options.click = value.toInt(&isNumber);
+    if (!isNumber || *options.click < 0)
+        options.error = QStringLiteral("option --click needs a number of milliseconds");
+}
+
 bool readFlag(const QString& option, Options& options)
 {
     if (option == QLatin1String("--headless"))
@@ -39,6 +58,8 @@ bool readFlag(const QString& option, Options& options)
         options.exitWithAgent = true;
     else if (option == QLatin1String("--scan"))
         options.scan = true;
+    else if (option == QLatin1String("--check-host"))
+        options.checkHost = true;
     else if (option == QLatin1String("--verbose"))
         options.verbose = true;
     else if (option == QLatin1String("--help"))
@@ -58,6 +79,12 @@ void readValue(const QString& option, QStringList& rest, Options& options)
         readAnswer(takeValue(rest, option, options), options);
     else if (option == QLatin1String("--win11"))
         readWin11(takeValue(rest, option, options), options);
+    else if (option == QLatin1String("--theme"))
+        readTheme(takeValue(rest, option, options), options);
+    else if (option == QLatin1String("--screenshot"))
+        options.screenshot = takeValue(rest, option, options);
+    else if (option == QLatin1String("--click"))
+        readClick(takeValue(rest, option, options), options);
     else
         options.error = QStringLiteral("unknown option %1 (--help lists them)").arg(option);
 }
@@ -98,6 +125,15 @@ Runs the agent service on a simulated machine. Nothing real is touched.
   --scan              starts one recommendation scan and prints what it recommends
   --answer N          answers a recommendation with its button N, counted from 0
   --win11 on|off      switches the Windows 11 checker
+  --theme light|dark|system
+                      the window's colours (default: system)
+  --screenshot FILE   draws the window without a display and writes it as PNG: when the
+                      agent of --agent has ended, else when the scan of --scan has, else
+                      when the service answers; without --agent it then ends
+  --click MS          clicks a dialog away after so many milliseconds (default: 1500
+                      without a window, never with one)
+  --check-host        prints what the library looks for in a host and whether it is
+                      there, and ends: 0 if all is, 1 if not
   --verbose           shows the library's debug messages on standard error
   --help              this text
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/objects/Theme.h"
+
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -17,6 +19,12 @@ struct Options
     int answer = -1; ///< button that answers a recommendation; -1 leaves it to the user
     bool scan = false;
     std::optional<bool> win11;
+    ThemeMode theme = ThemeMode::System;
+    QString screenshot; ///< file for a picture of the window; empty for none
+    /// A dialog is clicked away after so many milliseconds; without a value at once where there is no window
+    /// that a user could click, and never where there is.
+    std::optional<int> click;
+    bool checkHost = false;
     bool verbose = false; ///< shows debug messages
     bool help = false;
     QString error; ///< what is wrong with the command line, one line; empty if nothing

@@ -31,7 +31,7 @@ void choosePlatform(host::Options& options)
 #else
     Q_UNUSED(noDisplay)
 #endif
-    if (options.headless)
+    if (options.headless || !options.screenshot.isEmpty())
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // The pages are simple; drawn without the graphics card they look the same on every machine.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))

@@ -85,7 +85,7 @@ void HostCore::order(int function, const QVariantMap& params)
 {
     noteCall();
     log_.write(QStringLiteral("order %1 %2").arg(describeFunction(function), describeParams(params)));
-<<<<<<< HEAD
+    Q_EMIT ordered(describeFunction(function), describeParams(params));
     TaskWork work;
     work.title = describeFunction(function);
     work.detail = describeParams(params);
@@ -98,13 +98,6 @@ void HostCore::order(int function, const QVariantMap& params)
     work.interrupt = [](double) {};
     tasks_.add(std::move(work));
     showWork();
-=======
-    Q_EMIT ordered(describeFunction(function), describeParams(params));
-    orders_.push_back({function, params});
-    busy_ = true;
-    if (orders_.size() == 1)
-        startNext();
->>>>>>> bf451a7 (Show the machine as to-scale bars, and what the agent does as a timeline)
 }
 
 QString HostCore::finishOrder(int function, const QVariantMap& params)

@@ -70,11 +70,8 @@ public:
     void noteRefusal(const QString& function, const QString& arguments, const QString& reason);
 
     HostLog* log() { return &log_; }
-<<<<<<< HEAD
     TaskQueue* tasks() { return &tasks_; }
-=======
     GuideView* guide() { return &guide_; }
->>>>>>> bf451a7 (Show the machine as to-scale bars, and what the agent does as a timeline)
     QString machineName() const { return machine()->name; }
     QString servicePlace() const { return servicePlace_; }
     QString work() const { return work_; }

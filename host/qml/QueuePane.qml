@@ -15,6 +15,7 @@ Panel {
         activeFocusOnTab: count > 0
         boundsBehavior: Flickable.StopAtBounds
         ScrollBar.vertical: Scroller {}
+        onCountChanged: Qt.callLater(positionViewAtEnd)
         delegate: QueueRow {
             width: ListView.view.width - 10
             onCancelled: host.tasks.cancel(model.taskId)

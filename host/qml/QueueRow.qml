@@ -9,7 +9,7 @@ Item {
 
     signal cancelled()
 
-    height: model.error === "" ? 50 : 66
+    height: model.error === "" ? 54 : 70
 
     Words {
         objectName: "taskTitle"
@@ -27,7 +27,7 @@ Item {
     PushButton {
         id: cancel
         objectName: "cancelButton"
-        anchors { right: parent.right; rightMargin: 8; top: parent.top; topMargin: 2 }
+        anchors { right: parent.right; rightMargin: 8; top: parent.top; topMargin: 1 }
         small: true
         text: "Cancel"
         visible: row.cancellable
@@ -35,15 +35,14 @@ Item {
     }
     Words {
         objectName: "taskDetail"
-        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 23 }
+        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 26 }
         text: model.detail
         font.pixelSize: 11
         color: theme.muted
-        width: parent.width
     }
     Words {
         objectName: "taskError"
-        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 40 }
+        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 43 }
         visible: model.error !== ""
         text: model.error
         font.pixelSize: 11

@@ -7,6 +7,9 @@ Rectangle {
     property bool selected: false
     readonly property bool roomy: width >= 50
 
+    // Where there is no room for more.
+    readonly property string letter: width >= 24 && model.title[1] === ":" ? model.title.substring(0, 2) : ""
+
     signal chosen()
 
     x: model.pieceLeft
@@ -55,6 +58,12 @@ Rectangle {
             font.pixelSize: 11
             color: theme.text
         }
+    }
+    Words {
+        anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; topMargin: 9 }
+        visible: !segment.roomy
+        text: segment.letter
+        font { pixelSize: 12; weight: Font.DemiBold }
     }
     MouseArea { anchors.fill: parent; onClicked: segment.chosen() }
 }
