@@ -4,6 +4,8 @@ import QtQuick 2.15
 Rectangle {
     property bool shown: parent.activeFocus
 
+    objectName: "focusRing"
+
     anchors.fill: parent
     anchors.margins: -3
     visible: shown

@@ -11,8 +11,8 @@ AbstractButton {
     implicitHeight: small ? 24 : 32
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
-    Keys.onReturnPressed: if (!event.isAutoRepeat) button.click()
-    Keys.onEnterPressed: if (!event.isAutoRepeat) button.click()
+    Keys.onReturnPressed: if (!event.isAutoRepeat) button.clicked()
+    Keys.onEnterPressed: if (!event.isAutoRepeat) button.clicked()
 
     background: Rectangle {
         radius: 6

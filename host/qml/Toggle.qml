@@ -8,8 +8,13 @@ AbstractButton {
     focusPolicy: Qt.StrongFocus
     implicitWidth: knobs.width + 8 + label.implicitWidth
     implicitHeight: 32
-    Keys.onReturnPressed: toggle.click()
-    Keys.onEnterPressed: toggle.click()
+    Keys.onReturnPressed: turn()
+    Keys.onEnterPressed: turn()
+
+    function turn() {
+        toggle.toggle()
+        toggle.toggled()
+    }
 
     background: FocusRing { anchors { topMargin: 0; bottomMargin: 0 } shown: toggle.activeFocus }
     contentItem: Item {

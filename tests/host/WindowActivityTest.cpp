@@ -1,0 +1,143 @@
+// What the window shows of the agent's calls and of the tasks.
+#include "tests/host/WindowTest.h"
+
+#include "host/objects/TaskQueue.h"
+#include "tests/support/Threads.h"
+
+#include <QtGui/QColor>
+
+namespace {
+
+using WindowTimeline = WindowTest;
+using WindowQueue = WindowTest;
+
+TEST_F(WindowTimeline, QueuedCall_ShowsToolArgumentsAndAnswer)
+{
+    Q_EMIT bridge.sigAbout2CallFun("ChangePartitionLabel driveLetter=D newLabel=Photos");
+    ASSERT_TRUE(waitForText("callTool", "ChangePartitionLabel"));
+    EXPECT_EQ(text("callArguments"), "driveLetter=D newLabel=Photos");
+    EXPECT_EQ(text("callOutcome"), "running");
+    Q_EMIT bridge.sigAfterCallFun("Task Queued", true);
+    ASSERT_TRUE(waitForText("callOutcome", "Task Queued"));
+    EXPECT_EQ(item("callOutcome")->property("tone"), "good");
+    EXPECT_EQ(items("callTool").size(), 1u);
+}
+
+TEST_F(WindowTimeline, Refusal_StandsOutAndHasTheHostsReason)
+{
+    Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
+    EXPECT_FALSE(scene.core().accepts(16, {{"driveLetter", "C"}}));
+    Q_EMIT bridge.sigAfterCallFun("Task NotValid", false);
+    ASSERT_TRUE(waitForText("callOutcome", "Task NotValid"));
+    EXPECT_EQ(item("callOutcome")->property("tone"), "bad");
+    ASSERT_NE(item("callReason"), nullptr);
+    EXPECT_NE(text("callReason"), "");
+    EXPECT_EQ(item("callReason")->property("color").value<QColor>(), scene.theme().bad());
+}
+
+TEST_F(WindowTimeline, RefusalInWordsOfItsOwn_ShowsThemWhole)
+{
+    Q_EMIT bridge.sigAbout2CallFun("CloneDiskToDisk sourceDiskIndex=0 destDiskIndex=9");
+    Q_EMIT bridge.sigAfterCallFun("It seems that disk9 is not exist", false);
+    ASSERT_TRUE(waitForText("callResult", "It seems that disk9 is not exist"));
+    EXPECT_EQ(text("callOutcome"), "refused");
+    EXPECT_EQ(item("callResult")->property("color").value<QColor>(), scene.theme().bad());
+}
+
+TEST_F(WindowTimeline, AnswerOfAReadingTool_IsNeitherQueuedNorRefused)
+{
+    Q_EMIT bridge.sigAbout2CallFun("ShowBitLockerStatus");
+    Q_EMIT bridge.sigAfterCallFun("not encrypted", false);
+    ASSERT_TRUE(waitForText("callOutcome", "not encrypted"));
+    EXPECT_EQ(item("callOutcome")->property("tone"), "plain");
+}
+
+TEST_F(WindowTimeline, CallsStandInTheirOrder)
+{
+    for (const char* call : {"First", "Second", "Third"}) {
+        Q_EMIT bridge.sigAbout2CallFun(call);
+        Q_EMIT bridge.sigAfterCallFun("Task Queued", true);
+    }
+    ASSERT_TRUE(pumpUntil([&] { return items("callTool").size() == 3; }));
+    EXPECT_LT(placeOf(items("callTool")[0]).y(), placeOf(items("callTool")[1]).y());
+    EXPECT_EQ(texts("callTool"), QStringList({"First", "Second", "Third"}));
+}
+
+TEST_F(WindowTimeline, LogButton_ShowsTheLogInItsPlace)
+{
+    scene.core().log()->write("something happened");
+    click(item("logButton"));
+    ASSERT_NE(awaited("logList"), nullptr);
+    EXPECT_EQ(item("timelineList"), nullptr);
+    EXPECT_EQ(text("logButton"), "Show agent");
+}
+
+// A task that lasts until it is cancelled.
+host::TaskWork endlessTask(const QString& title, int& interrupted)
+{
+    host::TaskWork work;
+    work.title = title;
+    work.detail = "driveLetter=D";
+    work.plan = [] {
+        host::TaskPlan plan;
+        plan.milliseconds = 24 * 3600 * 1000;
+        return plan;
+    };
+    work.finish = [] { return QString(); };
+    work.interrupt = [&interrupted](double) { ++interrupted; };
+    return work;
+}
+
+TEST_F(WindowQueue, WithoutTasks_SaysSo)
+{
+    EXPECT_TRUE(items("taskTitle").empty());
+}
+
+TEST_F(WindowQueue, Tasks_ShowTitleParametersAndState)
+{
+    int interrupted = 0;
+    scene.core().tasks()->add(endlessTask("FormatPartition", interrupted));
+    scene.core().tasks()->add(endlessTask("ResizePartition", interrupted));
+    ASSERT_TRUE(pumpUntil([&] { return texts("taskState") == QStringList({"0 %", "waiting"}); }));
+    EXPECT_EQ(texts("taskTitle"), QStringList({"FormatPartition", "ResizePartition"}));
+    EXPECT_EQ(text("taskDetail"), "driveLetter=D");
+    EXPECT_EQ(items("taskProgress").size(), 1u);
+    EXPECT_EQ(text("busyBadge"), "busy: FormatPartition");
+}
+
+TEST_F(WindowQueue, CancelButton_EndsTheTaskAndGoes)
+{
+    int interrupted = 0;
+    scene.core().tasks()->add(endlessTask("FormatPartition", interrupted));
+    ASSERT_TRUE(waitForText("taskState", "0 %"));
+    click(item("cancelButton"));
+    EXPECT_EQ(interrupted, 1);
+    EXPECT_TRUE(waitForText("taskState", "cancelled"));
+    EXPECT_EQ(item("cancelButton"), nullptr);
+}
+
+TEST_F(WindowQueue, CancelButton_WorksByKeyboard)
+{
+    int interrupted = 0;
+    scene.core().tasks()->add(endlessTask("FormatPartition", interrupted));
+    ASSERT_NE(awaited("cancelButton"), nullptr);
+    ASSERT_TRUE(waitForText("taskState", "0 %"));
+    ASSERT_TRUE(tabTo("cancelButton"));
+    press(Qt::Key_Return);
+    EXPECT_TRUE(waitForText("taskState", "cancelled"));
+}
+
+TEST_F(WindowQueue, FailedTask_ShowsItsError)
+{
+    host::TaskWork work;
+    work.title = "FormatPartition";
+    work.plan = [] { return host::TaskPlan(); };
+    work.finish = [] { return QString("the medium is gone"); };
+    work.interrupt = [](double) {};
+    scene.core().tasks()->add(work);
+    ASSERT_TRUE(waitForText("taskState", "failed"));
+    EXPECT_EQ(text("taskError"), "the medium is gone");
+    EXPECT_EQ(item("taskError")->property("color").value<QColor>(), scene.theme().bad());
+}
+
+} // namespace

@@ -1,0 +1,167 @@
+// The keyboard, and light and dark.
+#include "tests/host/WindowTest.h"
+
+#include "tests/support/Threads.h"
+
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPalette>
+
+#include <cmath>
+
+namespace {
+
+using WindowKeys = WindowTest;
+
+TEST_F(WindowKeys, Tab_WalksThroughEverythingThatCanBeUsedInReadingOrder)
+{
+    QStringList order;
+    press(Qt::Key_Tab);
+    while (!order.contains(focused())) {
+        order.append(focused());
+        press(Qt::Key_Tab);
+    }
+    EXPECT_EQ(order, QStringList({"win11Toggle", "dialogToggle", "languageButton", "scanButton", "diskList",
+                                  "logButton", "timelineList"}));
+}
+
+TEST_F(WindowKeys, BackTab_GoesBack)
+{
+    ASSERT_TRUE(tabTo("diskList"));
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(focused(), "scanButton");
+}
+
+TEST_F(WindowKeys, ItemWithTheKeyboard_HasARing)
+{
+    for (const char* name : {"scanButton", "win11Toggle", "timelineList"}) {
+        EXPECT_TRUE(items("focusRing").empty() || focused() != name);
+        ASSERT_TRUE(tabTo(name));
+        ASSERT_EQ(items("focusRing").size(), 1u) << name;
+        EXPECT_TRUE(placeOf(items("focusRing").front()).intersects(placeOf(item(name)))) << name;
+    }
+}
+
+TEST_F(WindowKeys, EnterAndSpace_PressAButton)
+{
+    ASSERT_TRUE(tabTo("logButton"));
+    press(Qt::Key_Return);
+    EXPECT_EQ(text("logButton"), "Show agent");
+    press(Qt::Key_Enter);
+    EXPECT_EQ(text("logButton"), "Show log");
+    press(Qt::Key_Space);
+    EXPECT_EQ(text("logButton"), "Show agent");
+}
+
+TEST_F(WindowKeys, Enter_TurnsASwitch)
+{
+    ASSERT_TRUE(tabTo("win11Toggle"));
+    press(Qt::Key_Return);
+    EXPECT_TRUE(scene.core().isWin11Checker());
+    ASSERT_TRUE(tabTo("dialogToggle"));
+    press(Qt::Key_Space);
+    EXPECT_TRUE(isPopuped());
+    EXPECT_NE(item("popupBadge"), nullptr);
+}
+
+TEST_F(WindowKeys, Arrows_ChooseDiskAndEntry)
+{
+    ASSERT_TRUE(tabTo("diskList"));
+    EXPECT_TRUE(text("details").contains("EFI"));
+    press(Qt::Key_Right);
+    EXPECT_TRUE(text("details").contains("C: Windows"));
+    press(Qt::Key_Down);
+    EXPECT_TRUE(text("details").startsWith("Disk 1"));
+    press(Qt::Key_Up);
+    press(Qt::Key_Left);
+    press(Qt::Key_Left);
+    EXPECT_TRUE(text("details").contains("EFI"));
+}
+
+TEST_F(WindowKeys, Click_ChoosesTheEntryUnderIt)
+{
+    scene.window()->grabWindow();
+    for (QQuickItem* title : items("segmentTitle")) {
+        if (title->property("text") == "D: Data")
+            click(title);
+    }
+    EXPECT_TRUE(text("details").contains("D: Data"));
+    EXPECT_EQ(focused(), "diskList");
+}
+
+double channel(double value)
+{
+    return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& colour)
+{
+    return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF()) +
+           0.0722 * channel(colour.blueF());
+}
+
+// The ratio of the accessibility guidelines, 1 to 21; 4.5 is what they ask of a text of this size.
+double contrast(const QColor& a, const QColor& b)
+{
+    const double first = luminance(a);
+    const double second = luminance(b);
+    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
+}
+
+class ThemeColours : public testing::TestWithParam<host::ThemeMode>
+{
+protected:
+    host::Theme theme{GetParam()};
+};
+
+TEST_P(ThemeColours, Texts_CanBeReadOnWhatTheyStandOn)
+{
+    constexpr double kLeast = 4.5;
+    for (const QColor& ground : {theme.window(), theme.surface(), theme.raised()}) {
+        EXPECT_GE(contrast(theme.text(), ground), kLeast);
+        EXPECT_GE(contrast(theme.muted(), ground), kLeast);
+    }
+    for (const QColor& ink : {theme.good(), theme.bad(), theme.warn(), theme.accent()})
+        EXPECT_GE(contrast(ink, theme.surface()), kLeast) << ink.name().toStdString();
+    EXPECT_GE(contrast(theme.good(), theme.goodSurface()), kLeast);
+    EXPECT_GE(contrast(theme.bad(), theme.badSurface()), kLeast);
+    EXPECT_GE(contrast(theme.warn(), theme.warnSurface()), kLeast);
+    EXPECT_GE(contrast(theme.accent(), theme.accentSurface()), kLeast);
+    EXPECT_GE(contrast(theme.text(), theme.accentSurface()), kLeast);
+    EXPECT_GE(contrast(theme.accentText(), theme.accent()), kLeast);
+    for (const char* name : {"NTFS", "FAT32", "exFAT", "ReFS", "ext4", ""})
+        EXPECT_GE(contrast(theme.text(), theme.fileSystem(name, true)), kLeast) << name;
+}
+
+TEST_P(ThemeColours, FileSystems_DifferFromEachOtherAndUsedFromFree)
+{
+    EXPECT_NE(theme.fileSystem("NTFS", false), theme.fileSystem("FAT32", false));
+    EXPECT_NE(theme.fileSystem("NTFS", false), theme.fileSystem("exFAT", false));
+    EXPECT_NE(theme.fileSystem("NTFS", true), theme.raised());
+    EXPECT_EQ(theme.fileSystem("ntfs", true), theme.fileSystem("NTFS", true));
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, ThemeColours, testing::Values(host::ThemeMode::Light, host::ThemeMode::Dark),
+                         [](const auto& row) {
+                             return row.param == host::ThemeMode::Dark ? std::string("Dark")
+                                                                       : std::string("Light");
+                         });
+
+class WindowFollowsSystem : public WindowTest
+{
+protected:
+    WindowFollowsSystem() : WindowTest(host::ThemeMode::System) {}
+};
+
+TEST_F(WindowFollowsSystem, Palette_DecidesBetweenLightAndDarkAtAnyTime)
+{
+    QQuickItem* name = item("machineName");
+    QGuiApplication::setPalette(QPalette(QColor("#202020")));
+    ASSERT_TRUE(pumpUntil([&] { return scene.theme().isDark(); }));
+    const QColor onDark = name->property("color").value<QColor>();
+    QGuiApplication::setPalette(QPalette(QColor("#f0f0f0")));
+    ASSERT_TRUE(pumpUntil([&] { return !scene.theme().isDark(); }));
+    const QColor onLight = name->property("color").value<QColor>();
+    EXPECT_GT(onDark.lightness(), onLight.lightness());
+}
+
+} // namespace

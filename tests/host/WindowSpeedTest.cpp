@@ -1,0 +1,131 @@
+// A large machine: how long the window takes to open and to refresh. The limits leave room for a machine that
+// has much else to do; the figures are printed.
+#include "host/Screenshot.h"
+#include "tests/host/MachineText.h"
+#include "tests/host/WindowTest.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtTest/QTest>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kDisks = 24;
+constexpr int kPartitions = 500;
+constexpr int kRefreshes = 20;
+// Under sanitizers all of this takes ten times as long.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr int kSlower = 15;
+#else
+constexpr int kSlower = 1;
+#endif
+
+host::Machine largeMachine()
+{
+    host::Machine machine;
+    machine.name = "large";
+    for (int number = 0; number < kDisks; ++number) {
+        host::Disk disk;
+        disk.diskIndex = number;
+        disk.isGPT = true;
+        disk.diskInterface = "SAS";
+        disk.size = 8000 * kGiB;
+        const int last = kPartitions * (number + 1) / kDisks;
+        qint64 sector = 2048;
+        for (int count = kPartitions * number / kDisks; count < last; ++count) {
+            host::Partition entry;
+            entry.diskIndex = number;
+            entry.isGPT = true;
+            entry.startSector = sector;
+            entry.size = (10 + count % 7) * kGiB;
+            entry.usedSize = entry.size / 3;
+            entry.fsString = count % 2 == 0 ? "NTFS" : "exFAT";
+            entry.label = QString("Volume %1").arg(count);
+            sector += entry.size / 512;
+            disk.partitions.push_back(entry);
+        }
+        machine.disks.push_back(disk);
+    }
+    return machine;
+}
+
+int partitionsOf(const host::Machine& machine)
+{
+    int count = 0;
+    for (const host::Disk& disk : machine.disks)
+        count += static_cast<int>(disk.partitions.size());
+    return count;
+}
+
+TEST(WindowSpeed, LargeMachine_OpensInUnderASecond)
+{
+    QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
+    const host::Machine machine = largeMachine();
+    ASSERT_EQ(partitionsOf(machine), kPartitions);
+    QElapsedTimer timer;
+    timer.start();
+    host::Scene scene(machine, -1);
+    AIBridge bridge;
+    bridge.setEngine(&scene.engine());
+    scene.link().attach(&bridge);
+    scene.window()->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(scene.window(), 20000));
+    ASSERT_FALSE(host::pictureOf(*scene.window()).isNull());
+    const qint64 opened = timer.elapsed();
+    std::printf("24 disks, 500 partitions: opened and drawn in %lld ms\n", static_cast<long long>(opened));
+    EXPECT_LT(opened, 1000 * kSlower);
+}
+
+class LargeWindow : public WindowTest
+{
+protected:
+    LargeWindow() : WindowTest(largeMachine(), host::ThemeMode::Light) {}
+
+    // From the change to the drawn window, the push of the inventory to the component included: how long the
+    // window cannot answer.
+    qint64 refresh(int round)
+    {
+        host::Machine next = *scene.core().machine();
+        for (host::Disk& disk : next.disks) {
+            host::Partition& entry =
+                disk.partitions[static_cast<std::size_t>(round) % disk.partitions.size()];
+            entry.label = QString("Round %1").arg(round);
+            entry.usedSize = entry.size / 2;
+        }
+        QElapsedTimer timer;
+        timer.start();
+        scene.core().change(next);
+        host::pictureOf(*scene.window());
+        return timer.elapsed();
+    }
+};
+
+TEST_F(LargeWindow, Refresh_DoesNotStall)
+{
+    qint64 longest = 0;
+    for (int round = 0; round < kRefreshes; ++round)
+        longest = std::max(longest, refresh(round));
+    std::printf("24 disks, 500 partitions: longest refresh %lld ms of %d\n", static_cast<long long>(longest),
+                kRefreshes);
+    EXPECT_LT(longest, 250 * kSlower);
+}
+
+TEST_F(LargeWindow, OnlyDisksInSight_HaveItems)
+{
+    host::pictureOf(*scene.window());
+    EXPECT_GT(items("diskName").size(), 3u);
+    EXPECT_LT(items("diskName").size(), 12u);
+}
+
+TEST_F(LargeWindow, Refresh_MakesNoItemsAnew)
+{
+    host::pictureOf(*scene.window());
+    const std::vector<QQuickItem*> before = items("usedPart");
+    refresh(0);
+    EXPECT_EQ(items("usedPart"), before);
+    EXPECT_FALSE(before.empty());
+    EXPECT_TRUE(text("details").contains("Round 0"));
+}
+
+} // namespace
