@@ -62,7 +62,9 @@ Answer eject(const Question& q)
     if (!answer.isEmpty())
         return answer;
     const Disk& disk = *q.diskOf(*q.partition());
-    return disk.isUSB || disk.isRemoveUsb ? yes() : no("the drive is not on a USB disk");
+    if (!disk.isUSB && !disk.isRemoveUsb)
+        return no("the drive is not on a USB disk");
+    return disk.holdsRunningSystem() ? no("the disk holds the running system") : yes();
 }
 
 Answer migrate(const Question& q)

@@ -59,6 +59,13 @@ Answer cloneSystem(const Question& q)
     return fits(q, partsOfSystem(diskOfRecord(q, "source"), entryOf(q.machine, record(q, "source"))));
 }
 
+// Whether the source's file system can have that size.
+Answer volumeFits(const Partition& source, qint64 size)
+{
+    const FileSystem* kind = fileSystem(source.fsString);
+    return kind == nullptr ? yes() : sizeObjection(*kind, size, source.clusterSize * source.sectorSize);
+}
+
 Answer intoRegion(const Disk& disk, const Partition& region, const Partition& source)
 {
     if (disk.isUnInitialize)
@@ -72,8 +79,9 @@ Answer intoRegion(const Disk& disk, const Partition& region, const Partition& so
     const Span span = newSpan(disk, region, source.size);
     if (!disk.isGPT && span.end > kMbrLimit)
         return no("an MBR disk cannot use space beyond 2 TiB");
-    return span.end - span.begin < std::max(source.usedSize, kMebibyte) ? no("the destination is too small")
-                                                                        : yes();
+    if (span.end - span.begin < std::max(source.usedSize, kMebibyte))
+        return no("the destination is too small");
+    return volumeFits(source, span.end - span.begin);
 }
 
 Answer clonePartition(const Question& q)
@@ -93,10 +101,7 @@ Answer clonePartition(const Question& q)
         return intoRegion(diskOfRecord(q, "destination"), *destination, *source);
     if (destination->readonly || destination->isBad)
         return no("the destination cannot be written to");
-    const FileSystem* kind = fileSystem(source->fsString);
-    return kind == nullptr
-               ? yes()
-               : sizeObjection(*kind, destination->size, source->clusterSize * source->sectorSize);
+    return volumeFits(*source, destination->size);
 }
 
 template <int conversion> Answer convert(const Question& q)

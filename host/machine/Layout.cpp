@@ -170,15 +170,20 @@ QString givingObjection(const Disk& disk, std::size_t from, std::size_t to, qint
         if (!isMovable(disk.partitions[i]))
             return QStringLiteral("a partition in between cannot be moved");
     }
-    const Partition& target = disk.partitions[to];
     Disk trial = disk;
     giveSpace(trial, from, to, bytes);
     if (!disk.isGPT && reachesBeyondMbr(trial))
         return QStringLiteral("an MBR disk cannot use space beyond 2 TiB");
-    const FileSystem* kind = fileSystem(target.fsString);
-    return kind == nullptr
-               ? QString()
-               : sizeObjection(*kind, target.size + bytes, target.clusterSize * target.sectorSize);
+    for (const std::size_t place : {from, to}) {
+        const Partition& entry = disk.partitions[place];
+        const FileSystem* kind = entry.unallocated ? nullptr : fileSystem(entry.fsString);
+        const qint64 size = place == to ? entry.size + bytes : entry.size - bytes;
+        const QString objection =
+            kind == nullptr ? QString() : sizeObjection(*kind, size, entry.clusterSize * entry.sectorSize);
+        if (!objection.isEmpty())
+            return objection;
+    }
+    return QString();
 }
 
 bool reachesBeyondMbr(const Disk& disk)

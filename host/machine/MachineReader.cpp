@@ -21,6 +21,10 @@ const QString kPartitions = QStringLiteral("partitions");
 constexpr qint64 kLargestSize = qint64(1) << 50;
 constexpr qint64 kLastSector = qint64(1) << 44;
 constexpr int kLargestSector = 1 << 16;
+// What a description can have at most: far beyond any machine, and read in a moment.
+constexpr qint64 kLargestFile = 16 * 1024 * 1024;
+constexpr int kMostDisks = 1024;
+constexpr int kMostPartitions = 4096;
 
 // Thrown inside this file only, so that the place of a fault need not be passed through every step.
 struct Fault
@@ -164,6 +168,8 @@ Disk readDisk(const QJsonObject& object, const QString& place)
         return disk;
     const QString listPlace = place + QLatin1String(".partitions");
     const QJsonArray partitions = listAt(object.value(kPartitions), listPlace);
+    if (partitions.size() > kMostPartitions)
+        throw Fault{QStringLiteral("%1 has more than %2 entries").arg(listPlace).arg(kMostPartitions)};
     for (int i = 0; i < partitions.size(); ++i) {
         const QString entryPlace = QStringLiteral("%1[%2]").arg(listPlace).arg(i);
         disk.partitions.push_back(readPartition(objectAt(partitions.at(i), entryPlace), disk, entryPlace));
@@ -175,6 +181,8 @@ Disk readDisk(const QJsonObject& object, const QString& place)
 void readDisks(Machine& machine, const QJsonValue& value)
 {
     const QJsonArray disks = listAt(value, QStringLiteral("disks"));
+    if (disks.size() > kMostDisks)
+        throw Fault{QStringLiteral("disks has more than %1 entries").arg(kMostDisks)};
     for (int i = 0; i < disks.size(); ++i) {
         const QString place = QStringLiteral("disks[%1]").arg(i);
         machine.disks.push_back(readDisk(objectAt(disks.at(i), place), place));
@@ -210,6 +218,13 @@ void readSwitch(Machine& machine, const QString& key, const QJsonValue& value)
     assign(machine.*member.value(), value, key);
 }
 
+void readTaskMilliseconds(Machine& machine, const QJsonValue& value)
+{
+    assign(machine.taskMilliseconds, value, QStringLiteral("taskMilliseconds"));
+    if (machine.taskMilliseconds < 0)
+        throw Fault{QStringLiteral("taskMilliseconds must not be negative")};
+}
+
 void readTop(Machine& machine, const QString& key, const QJsonValue& value)
 {
     if (key == QLatin1String("disks"))
@@ -221,7 +236,7 @@ void readTop(Machine& machine, const QString& key, const QJsonValue& value)
     else if (key == QLatin1String("name"))
         assign(machine.name, value, key);
     else if (key == QLatin1String("taskMilliseconds"))
-        assign(machine.taskMilliseconds, value, key);
+        readTaskMilliseconds(machine, value);
     else
         readSwitch(machine, key, value);
 }
@@ -250,6 +265,12 @@ QString findDiskContradiction(const Disk& disk)
 {
     qint64 end = 0;
     for (const Partition& partition : disk.partitions) {
+        if (partition.diskIndex != disk.diskIndex)
+            return QStringLiteral("disk %1: a partition says that it is on disk %2")
+                .arg(disk.diskIndex)
+                .arg(partition.diskIndex);
+        if (partition.usedSize > partition.size)
+            return QStringLiteral("disk %1: a partition has more in use than it holds").arg(disk.diskIndex);
         if (partition.startSector * partition.sectorSize < end)
             return QStringLiteral("disk %1: its partitions overlap or are out of order").arg(disk.diskIndex);
         end = partition.endOffset();
@@ -296,7 +317,11 @@ std::variant<Machine, MachineError> readMachineFile(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return MachineError{file.errorString()};
-    return readMachine(file.readAll());
+    // A pipe or a device has no size, so the bound is on what is read.
+    const QByteArray json = file.read(kLargestFile + 1);
+    if (json.size() > kLargestFile)
+        return MachineError{QStringLiteral("the file is larger than %1 bytes").arg(kLargestFile)};
+    return readMachine(json);
 }
 
 } // namespace host

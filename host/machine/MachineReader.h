@@ -20,11 +20,12 @@ struct MachineError
 /// surroundings. A key that is unknown or has a value of another type is an error.
 std::variant<Machine, MachineError> readMachine(const QByteArray& json);
 
-/// readMachine on the content of a file.
+/// readMachine on the content of a file of at most 16 MiB; no more than that is read of a larger one.
 std::variant<Machine, MachineError> readMachineFile(const QString& path);
 
 /// Looks for what no machine can have: two disks of one number, two partitions of one letter, partitions that
-/// overlap or lie beyond the end of their disk. Empty if there is nothing of the kind.
+/// overlap or lie beyond the end of their disk, that hold more than their size or name another disk. Empty if
+/// there is nothing of the kind.
 QString findContradiction(const Machine& machine);
 
 } // namespace host

@@ -1,6 +1,7 @@
 #include "host/machine/Orders.h"
 
 #include "host/machine/OrderParts.h"
+#include "host/machine/Rules.h"
 
 namespace host {
 
@@ -17,6 +18,14 @@ const Operation* operationOf(int function)
 }
 
 } // namespace
+
+QString attempt(Machine& machine, int function, const QVariantMap& params)
+{
+    const QString reason = taskRefusal(machine, function, params);
+    if (reason.isEmpty())
+        carryOut(machine, function, params);
+    return reason;
+}
 
 bool carryOut(Machine& machine, int function, const QVariantMap& params)
 {

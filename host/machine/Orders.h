@@ -6,7 +6,11 @@
 
 namespace host {
 
-// Each of these takes an order that taskRefusal() has no objection to.
+/// Carries a function out if taskRefusal() has no objection, which is given otherwise; the machine is then as
+/// it was.
+QString attempt(Machine& machine, int function, const QVariantMap& params);
+
+// Each of the following takes an order that taskRefusal() has no objection to.
 
 /// Carries out a function of the partition page or of a guide on @p machine; true if it is one that changes
 /// the machine. The others only show or look for something.

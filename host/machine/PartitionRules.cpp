@@ -147,10 +147,7 @@ Answer allocate(const Question& q)
         return no("less than one mebibyte cannot be given");
     if (target->isLocked() || fileSystem(target->fsString) == nullptr)
         return no("the target has no file system that can be read");
-    const Answer own = sizeObjection(*fileSystem(source.fsString), source.size - alignedDown(size), 0);
-    return own.isEmpty()
-               ? givingObjection(disk, placeOf(disk, source), placeOf(disk, *target), alignedDown(size))
-               : own;
+    return givingObjection(disk, placeOf(disk, source), placeOf(disk, *target), alignedDown(size));
 }
 
 Answer wipePartition(const Question& q)

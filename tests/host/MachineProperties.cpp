@@ -1,0 +1,207 @@
+#include "tests/host/MachineProperties.h"
+
+#include "host/machine/Fields.h"
+#include "host/machine/FileSystems.h"
+#include "host/machine/MachineReader.h"
+#include "host/machine/MachineWriter.h"
+#include "tests/host/MachineText.h"
+
+#include <algorithm>
+#include <variant>
+
+namespace {
+
+using host::Disk;
+using host::Machine;
+using host::Partition;
+
+constexpr qint64 kTwoTiB = 2048 * kGiB;
+
+QString on(const Disk& disk, const char* fault)
+{
+    return QString("disk %1: %2").arg(disk.diskIndex).arg(fault);
+}
+
+template <class Record>
+bool sameFields(const Record& one, const Record& other, const std::vector<host::Field<Record>>& fields)
+{
+    return std::all_of(fields.begin(), fields.end(), [&](const host::Field<Record>& field) {
+        return std::visit([&](auto member) { return one.*member == other.*member; }, field.member);
+    });
+}
+
+QString diskPlacesFault(const Disk& disk)
+{
+    qint64 end = disk.partitions.empty() ? 0 : disk.partitions.front().startOffset();
+    for (const Partition& entry : disk.partitions) {
+        if (entry.startOffset() < end)
+            return on(disk, "two entries overlap");
+        if (entry.startOffset() > end)
+            return on(disk, "a hole between two entries");
+        if (entry.size <= 0 || entry.size % entry.sectorSize != 0)
+            return on(disk, "an entry of no whole sectors");
+        if (entry.endSector != entry.startSector + entry.size / entry.sectorSize - 1)
+            return on(disk, "a wrong end sector");
+        end = entry.endOffset();
+    }
+    return end > disk.size ? on(disk, "an entry outside") : QString();
+}
+
+QString diskTableFault(const Disk& disk)
+{
+    int primaries = 0;
+    int areas = 0;
+    int active = 0;
+    bool inArea = false;
+    for (const Partition& entry : disk.partitions) {
+        if (entry.unallocated)
+            continue;
+        if (!disk.isGPT && entry.endOffset() > kTwoTiB)
+            return on(disk, "beyond 2 TiB of an MBR disk");
+        if (entry.isGPT != disk.isGPT || (disk.isGPT && !entry.isPrimary))
+            return on(disk, "a partition of another kind of table");
+        primaries += entry.isPrimary ? 1 : 0;
+        areas += !entry.isPrimary && !inArea ? 1 : 0;
+        inArea = !entry.isPrimary;
+        active += entry.isActive ? 1 : 0;
+    }
+    if (disk.isUnInitialize && primaries + areas > 0)
+        return on(disk, "partitions without a table");
+    if (areas > 1)
+        return on(disk, "a primary partition between logical drives");
+    if (!disk.isGPT && primaries + areas > 4)
+        return on(disk, "more than an MBR table holds");
+    return active > 1 ? on(disk, "two active partitions") : QString();
+}
+
+QString partitionVolumeFault(const Disk& disk, const Partition& entry)
+{
+    const host::FileSystem* kind = host::fileSystem(entry.fsString);
+    if (entry.unallocated || kind == nullptr)
+        return QString();
+    if (!host::sizeObjection(*kind, entry.size, entry.clusterSize * entry.sectorSize).isEmpty())
+        return on(disk, "a volume of a size that it cannot have");
+    return host::labelObjection(*kind, entry.label).isEmpty() ? QString()
+                                                              : on(disk, "a label that cannot be");
+}
+
+template <class Fault> QString firstOf(const Machine& machine, Fault fault)
+{
+    for (const Disk& disk : machine.disks) {
+        const QString text = fault(disk);
+        if (!text.isEmpty())
+            return text;
+    }
+    return QString();
+}
+
+} // namespace
+
+QString placesFault(const Machine& machine)
+{
+    return firstOf(machine, diskPlacesFault);
+}
+
+QString lettersFault(const Machine& machine)
+{
+    QStringList letters;
+    for (const Disk& disk : machine.disks) {
+        for (const Partition& entry : disk.partitions) {
+            if (entry.driveLetter.isEmpty())
+                continue;
+            if (entry.unallocated || letters.contains(entry.driveLetter))
+                return on(disk, "a letter that stands twice, or on nothing");
+            letters.append(entry.driveLetter);
+        }
+    }
+    return QString();
+}
+
+QString useFault(const Machine& machine)
+{
+    return firstOf(machine, [](const Disk& disk) {
+        qint64 used = 0;
+        for (const Partition& entry : disk.partitions) {
+            if (entry.usedSize < 0 || entry.usedSize > (entry.unallocated ? 0 : entry.size))
+                return on(disk, "more in use than there is");
+            used += entry.usedSize;
+        }
+        return used == disk.usedSize ? QString() : on(disk, "a wrong sum of use");
+    });
+}
+
+QString tableFault(const Machine& machine)
+{
+    return firstOf(machine, diskTableFault);
+}
+
+QString volumeFault(const Machine& machine)
+{
+    return firstOf(machine, [](const Disk& disk) {
+        for (const Partition& entry : disk.partitions) {
+            const QString fault = partitionVolumeFault(disk, entry);
+            if (!fault.isEmpty())
+                return fault;
+        }
+        return QString();
+    });
+}
+
+QString tripFault(const Machine& machine)
+{
+    const auto read = host::readMachine(host::writeMachine(machine));
+    if (const auto* error = std::get_if<host::MachineError>(&read))
+        return "cannot be read again: " + error->text;
+    return isSame(std::get<Machine>(read), machine) ? QString() : "comes back changed";
+}
+
+QString machineFault(const Machine& machine)
+{
+    for (const auto& fault : {placesFault, lettersFault, useFault, tableFault, volumeFault}) {
+        const QString text = fault(machine);
+        if (!text.isEmpty())
+            return text;
+    }
+    return QString();
+}
+
+bool isSame(const Machine& one, const Machine& other)
+{
+    const bool switches = one.name == other.name && one.toolbox == other.toolbox &&
+                          one.preOsEnabled == other.preOsEnabled && one.smartErrors == other.smartErrors &&
+                          one.win11CheckerEnabled == other.win11CheckerEnabled &&
+                          one.bootMediaEnabled == other.bootMediaEnabled && one.busy == other.busy &&
+                          one.popuped == other.popuped && one.taskMilliseconds == other.taskMilliseconds;
+    return switches &&
+           std::equal(one.disks.begin(), one.disks.end(), other.disks.begin(), other.disks.end(),
+                      [](const Disk& a, const Disk& b) {
+                          return sameFields(a, b, host::diskFields()) &&
+                                 std::equal(a.partitions.begin(), a.partitions.end(), b.partitions.begin(),
+                                            b.partitions.end(), [](const Partition& x, const Partition& y) {
+                                                return sameFields(x, y, host::partitionFields());
+                                            });
+                      });
+}
+
+qint64 unlisted(const Disk& disk)
+{
+    qint64 listed = 0;
+    for (const Partition& entry : disk.partitions)
+        listed += entry.size;
+    return disk.size - listed;
+}
+
+qint64 reservedByTable(const Disk& disk)
+{
+    const qint64 sector = disk.partitions.empty() ? 512 : disk.partitions.front().sectorSize;
+    const qint64 table = disk.isUnInitialize ? 0 : kMiB + (disk.isGPT ? 33 * sector : 0);
+    return table + disk.size % sector;
+}
+
+qint64 usedOf(const Machine& machine)
+{
+    qint64 used = 0;
+    for (const Disk& disk : machine.disks)
+        used += disk.usedSize;
+    return used;
+}

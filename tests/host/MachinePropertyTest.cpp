@@ -1,0 +1,166 @@
+// Whatever is tried on whatever machine, some things always hold. The operations come by chance:
+// AIBRIDGE_PROPERTY_SEED sets the seed, which is printed, and AIBRIDGE_PROPERTY_OPERATIONS their number.
+#include "host/machine/Functions.h"
+#include "host/machine/Orders.h"
+#include "host/machine/Rules.h"
+#include "tests/host/MachineProperties.h"
+#include "tests/host/MachineText.h"
+#include "tests/host/RandomMachine.h"
+
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <map>
+#include <set>
+
+namespace {
+
+using host::Disk;
+using host::Machine;
+using host::Partition;
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr int kOperations = 20000;
+#else
+constexpr int kOperations = 150000;
+#endif
+constexpr int kOperationsOnAMachine = 150;
+constexpr int kTripEvery = 40;
+
+int setting(const char* name, int otherwise)
+{
+    bool isSet = false;
+    const int value = qEnvironmentVariableIntValue(name, &isSet);
+    return isSet ? value : otherwise;
+}
+
+using Names = std::set<QString>;
+
+// These write a new table, so what they leave of the disk follows from it alone.
+const Names kNewTable = {"DeleteAllPartitions", "InitializeDiskToMbr",  "InitializeDiskToGpt", "WipeDisk",
+                         "LowLevelFormat",      "AutoCreatePartitions", "CloneDisk",           "CloneSystem",
+                         "CreateBootMedia"};
+// These change how much is in use on purpose; all others must lose nothing and add nothing.
+const Names kChangesUse = {"DeleteAllPartitions", "WipeDisk",      "LowLevelFormat",  "AutoCreatePartitions",
+                           "CloneDisk",           "CloneSystem",   "ClonePartition",  "CreateBootMedia",
+                           "FormatPartition",     "WipePartition", "DeletePartition", "EjectUsb"};
+// These make partitions.
+const Names kCreates = {"CreatePartition", "SplitPartition", "AllocateSpace",  "AutoCreatePartitions",
+                        "CloneDisk",       "CloneSystem",    "ClonePartition", "CreateBootMedia"};
+
+// The free space and the partitions of a disk are what they were, or what a new table leaves.
+QString spaceFault(const QString& name, const Disk& before, const Disk& after)
+{
+    const qint64 grown = unlisted(after) - unlisted(before);
+    const qint64 sector = after.partitions.empty() ? 512 : after.partitions.front().sectorSize;
+    if (kNewTable.count(name) > 0 && unlisted(after) == reservedByTable(after))
+        return QString();
+    if (name == "ConvertDiskToGpt")
+        return grown >= 0 && grown <= 33 * sector ? QString() : "a GPT took more than its place";
+    if (name == "AlignDiskTo4k")
+        return grown >= 0 && grown < kMiB ? QString() : "the alignment lost space";
+    return grown == 0 ? QString() : QString("%1 bytes of disk %2 are lost").arg(grown).arg(after.diskIndex);
+}
+
+QString alignmentFault(const QString& name, const Disk& before, const Disk& after)
+{
+    std::set<qint64> known;
+    for (const Partition& entry : before.partitions)
+        known.insert(entry.startOffset());
+    for (const Partition& entry : after.partitions) {
+        const bool isNew = !entry.unallocated && known.count(entry.startOffset()) == 0;
+        if (kCreates.count(name) > 0 && isNew && entry.startOffset() % kMiB != 0 && name != "AllocateSpace")
+            return "a new partition begins at no mebibyte";
+    }
+    return QString();
+}
+
+int runningSystems(const Machine& machine)
+{
+    int count = 0;
+    for (const Disk& disk : machine.disks) {
+        for (const Partition& entry : disk.partitions)
+            count += entry.isBoot ? 1 : 0;
+    }
+    return count;
+}
+
+QString changeFault(const QString& name, const Machine& before, const Machine& after)
+{
+    if (kChangesUse.count(name) == 0 && usedOf(before) != usedOf(after))
+        return "data was lost or came from nowhere";
+    if (runningSystems(before) != runningSystems(after))
+        return "the running system is gone";
+    for (const Disk& disk : after.disks) {
+        const Disk& old = *before.disk(disk.diskIndex);
+        for (const QString& fault : {spaceFault(name, old, disk), alignmentFault(name, old, disk)}) {
+            if (!fault.isEmpty())
+                return fault;
+        }
+    }
+    return machineFault(after);
+}
+
+class MachineProperties : public testing::Test
+{
+protected:
+    // One operation; gives what it broke.
+    QString tryOne(Machine& machine)
+    {
+        const int function = chance.function();
+        name = host::functionName(function);
+        params = chance.params(machine, function);
+        const Machine before = machine;
+        ++tried;
+        if (chance.chance(15) && host::taskRefusal(machine, function, params).isEmpty()) {
+            host::leaveInterrupted(machine, function, params, chance.share());
+            ++interrupted;
+            return changeFault(name, before, machine);
+        }
+        if (!host::attempt(machine, function, params).isEmpty()) {
+            ++refused;
+            return isSame(before, machine) ? QString() : "a refused operation changed the machine";
+        }
+        ++accepted[name];
+        return changeFault(name, before, machine);
+    }
+
+    void SetUp() override { std::cout << "seed " << seed << ", " << operations << " operations\n"; }
+
+    const int seed = setting("AIBRIDGE_PROPERTY_SEED", 20261121);
+    const int operations = setting("AIBRIDGE_PROPERTY_OPERATIONS", kOperations);
+    RandomMachine chance{static_cast<unsigned>(seed)};
+    QString name;
+    QVariantMap params;
+    std::map<QString, int> accepted;
+    int tried = 0;
+    int refused = 0;
+    int interrupted = 0;
+};
+
+TEST_F(MachineProperties, WhateverIsTried_TheMachineStaysOneThatCanBe)
+{
+    Machine machine;
+    while (tried < operations) {
+        if (tried % kOperationsOnAMachine == 0)
+            machine = chance.machine();
+        ASSERT_EQ(machineFault(machine).toStdString(), "") << "a machine by chance";
+        const QString fault = tryOne(machine);
+        ASSERT_EQ(fault.toStdString(), "")
+            << "seed " << seed << ", operation " << tried << ": " << name.toStdString();
+        if (tried % kTripEvery == 0) {
+            ASSERT_EQ(tripFault(machine).toStdString(), "") << "seed " << seed << ", operation " << tried;
+        }
+    }
+    std::cout << refused << " refused, " << interrupted << " interrupted\n";
+    // A property of operations that never happen would say nothing.
+    EXPECT_GT(refused, operations / 10);
+    EXPECT_GT(interrupted, operations / 100);
+    if (operations >= kOperations) {
+        EXPECT_EQ(accepted.size(), 47u);
+    }
+    for (const auto& [function, times] : accepted)
+        std::cout << "  " << function.toStdString() << ' ' << times << '\n';
+}
+
+} // namespace

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "host/machine/Machine.h"
+
+#include <QtCore/QVariantMap>
+
+#include <random>
+
+/// Machines and orders by chance. The same seed gives the same ones.
+class RandomMachine
+{
+public:
+    explicit RandomMachine(unsigned seed) : engine_(seed) {}
+
+    /// A machine that can be: up to five disks of all kinds, the first with the running system. The entries
+    /// of a disk's list lie one behind the other without holes.
+    host::Machine machine();
+
+    /// One of all functions, those of the page and those of the guides.
+    int function();
+    /// Keys for it that often name what the machine has, and often ask for what cannot be.
+    QVariantMap params(const host::Machine& machine, int function);
+    /// 0 to 1.
+    double share() { return std::uniform_real_distribution<double>(0, 1)(engine_); }
+    bool chance(int percent) { return below(100) < percent; }
+
+private:
+    qint64 below(qint64 bound) { return std::uniform_int_distribution<qint64>(0, bound - 1)(engine_); }
+    host::Disk disk(int index, bool system);
+    void fill(host::Disk& disk, bool system);
+    void giveVolume(host::Partition& partition);
+    void giveKinds(host::Disk& disk);
+    void giveLetters(host::Machine& machine);
+    QString letter(const host::Machine& machine);
+    int diskIndex(const host::Machine& machine);
+    qint64 size(const host::Machine& machine, const QString& letter);
+    QString fileSystem();
+    QString label();
+    int cluster();
+    QVariantMap record(const host::Machine& machine);
+
+    std::mt19937_64 engine_;
+};
