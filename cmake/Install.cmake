@@ -1,6 +1,6 @@
 # What `cmake --install` lays out:
 #   lib/aibridge/       the component, the libraries that it loads, and the sandbox host around them
-#   lib/                the archive that a host links
+#   lib/                the archives that a host links
 #   lib/cmake/AIBridge  what find_package(AIBridge) reads
 #   include/aibridge/   the headers of that archive, as <plugin/ComponentMgr.h>
 #   share/aibridge/     the interface file, for writers of agents
@@ -10,7 +10,7 @@ set(AIBRIDGE_INSTALL_LIBDIR ${CMAKE_INSTALL_LIBDIR}/aibridge)
 set(AIBRIDGE_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/AIBridge)
 set(AIBRIDGE_INSTALL_DATADIR ${CMAKE_INSTALL_DATADIR}/aibridge)
 
-install(TARGETS componentbase EXPORT AIBridgeTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS componentbase hostcheck EXPORT AIBridgeTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS AIBridge EXPORT AIBridgeTargets
     LIBRARY DESTINATION ${AIBRIDGE_INSTALL_LIBDIR} RUNTIME DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
 install(EXPORT AIBridgeTargets NAMESPACE AIBridge:: DESTINATION ${AIBRIDGE_INSTALL_CMAKEDIR})
@@ -18,6 +18,8 @@ install(EXPORT AIBridgeTargets NAMESPACE AIBridge:: DESTINATION ${AIBRIDGE_INSTA
 foreach(header ComponentBase ComponentMgr HostAccess HostCall TestTime)
     install(FILES ${CMAKE_SOURCE_DIR}/plugin/${header}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/aibridge/plugin)
 endforeach()
+install(FILES ${CMAKE_SOURCE_DIR}/hostcheck/HostCheck.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/aibridge/hostcheck)
 install(FILES ${ZORNATIVE_THRIFT} DESTINATION ${AIBRIDGE_INSTALL_DATADIR})
 
 # A host ships these beside its program.

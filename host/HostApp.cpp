@@ -1,6 +1,7 @@
 #include "host/HostApp.h"
 
 #include "host/objects/WindowObjects.h"
+#include "hostcheck/HostCheck.h"
 #include "plugin/ComponentMgr.h"
 
 #include <QtCore/QCoreApplication>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kExitNoService = 1;
 constexpr int kExitNotReleased = 1;
+constexpr int kExitIncomplete = 1;
 constexpr int kExitBadStart = 2;
 constexpr int kDrainPollMs = 20;
 // No host method called for this long: longer than any tool computes between two calls.
@@ -64,12 +66,21 @@ HostApp::~HostApp() = default;
 
 int HostApp::run()
 {
+    if (options_.checkHost)
+        return checkHost();
     if (!build())
         return kExitBadStart;
     QCoreApplication::exec();
     components_.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return exitCode_;
+}
+
+int HostApp::checkHost()
+{
+    const std::vector<hostcheck::Finding> findings = hostcheck::checkHost(scene_.engine());
+    HostLog::print(hostcheck::tableOf(findings));
+    return hostcheck::isComplete(findings) ? 0 : kExitIncomplete;
 }
 
 bool HostApp::build()

@@ -37,6 +37,7 @@ public:
     int run();
 
 private:
+    int checkHost();
     bool build();
     bool show();
     bool loadComponent();

@@ -37,6 +37,20 @@ TEST(Options, All_AreRead)
     EXPECT_TRUE(options.verbose);
 }
 
+TEST(Options, OfTheWindow_AreRead)
+{
+    const host::Options options =
+        readOptions({"--theme", "dark", "--screenshot", "window.png", "--click", "20", "--check-host"});
+    EXPECT_EQ(options.error, "");
+    EXPECT_EQ(options.theme, host::ThemeMode::Dark);
+    EXPECT_EQ(options.screenshot, "window.png");
+    EXPECT_EQ(options.click, std::optional<int>(20));
+    EXPECT_TRUE(options.checkHost);
+    EXPECT_EQ(readOptions({"--theme=light"}).theme, host::ThemeMode::Light);
+    EXPECT_EQ(readOptions({"--theme=system"}).theme, host::ThemeMode::System);
+    EXPECT_FALSE(readOptions({}).click.has_value());
+}
+
 TEST(Options, ValueBehindAnEqualsSign_IsTheSame)
 {
     EXPECT_EQ(readOptions({"--machine=server"}).machine, "server");
@@ -53,13 +67,18 @@ TEST(Options, Mistakes_AreNamed)
     EXPECT_NE(readOptions({"--answer", "-1"}).error, "");
     EXPECT_NE(readOptions({"--win11", "maybe"}).error, "");
     EXPECT_NE(readOptions({"--exit-with-agent"}).error, "");
+    EXPECT_NE(readOptions({"--theme", "grey"}).error, "");
+    EXPECT_NE(readOptions({"--click", "soon"}).error, "");
+    EXPECT_NE(readOptions({"--click", "-5"}).error, "");
+    EXPECT_NE(readOptions({"--screenshot"}).error, "");
 }
 
 TEST(Options, Help_NamesEveryOption)
 {
     const QString help = host::helpText();
-    for (const char* option : {"--machine", "--headless", "--agent", "--exit-with-agent", "--scan",
-                               "--answer", "--win11", "--verbose", "--help"})
+    for (const char* option :
+         {"--machine", "--headless", "--agent", "--exit-with-agent", "--scan", "--answer", "--win11",
+          "--theme", "--screenshot", "--click", "--check-host", "--verbose", "--help"})
         EXPECT_TRUE(help.contains(option)) << option;
 }
 

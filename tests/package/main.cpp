@@ -1,3 +1,4 @@
+#include <hostcheck/HostCheck.h>
 #include <plugin/ComponentBase.h>
 #include <plugin/ComponentMgr.h>
 #include <plugin/HostCall.h>
@@ -5,12 +6,16 @@
 
 #include <QtGui/QGuiApplication>
 #include <QtNetwork/QTcpSocket>
+#include <QtQml/QQmlApplicationEngine>
 
 #include <cstdio>
 
 int main(int argc, char** argv)
 {
     QGuiApplication application(argc, argv);
+    QQmlApplicationEngine engine;
+    if (hostcheck::isComplete(hostcheck::checkHost(engine)))
+        return 1;
     CComponentMgr components;
     QObject* bridge = components.loadComponent("AIBridge");
     if (bridge == nullptr)
