@@ -29,6 +29,7 @@ BridgeLink::BridgeLink(HostCore& core, int automaticAnswer, QObject* parent)
     connect(&core_, &HostCore::machineChanged, this, &BridgeLink::pushInventory);
     connect(&core_, &HostCore::ordered, &timeline_, &Timeline::noteOrder);
     connect(&core_, &HostCore::refused, &timeline_, &Timeline::noteRefusal);
+    connect(&core_.gate(), &GateWatch::refused, &timeline_, &Timeline::noteGateRefusal);
 }
 
 void BridgeLink::attach(QObject* bridge)

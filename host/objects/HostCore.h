@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/machine/Machine.h"
+#include "host/objects/GateWatch.h"
 #include "host/objects/GuideView.h"
 #include "host/objects/HostLog.h"
 #include "host/objects/TaskQueue.h"
@@ -72,6 +73,7 @@ public:
     HostLog* log() { return &log_; }
     TaskQueue* tasks() { return &tasks_; }
     GuideView* guide() { return &guide_; }
+    GateWatch& gate() { return gate_; }
     QString machineName() const { return machine()->name; }
     QString servicePlace() const { return servicePlace_; }
     QString work() const { return work_; }
@@ -122,6 +124,7 @@ private:
     bool dialogOpen_ = false;
     HostLog log_;
     GuideView guide_{*this};
+    GateWatch gate_;
 };
 
 /// An order's parameters on one line, in the form `key=value key=value`; texts stand in quotes.

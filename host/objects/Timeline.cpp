@@ -34,18 +34,19 @@ void Timeline::announce(const QString& toolCalls)
     const QString text = toolCalls.simplified();
     const int length = nameLength(text);
     append(length > 0 ? text.left(length) : QStringLiteral("call"), text.mid(length).trimmed(), kRunning);
-    open_ = true;
+    open_ = count() - 1;
 }
 
 void Timeline::answer(const QString& result, bool queued)
 {
     if (!isCallOpen())
         append(QStringLiteral("call"), QString(), kRunning);
-    Row& row = rows_.back();
+    const int at = isCallOpen() ? open_ : count() - 1;
+    Row& row = rows_[static_cast<std::size_t>(at)];
     row.result = result;
     row.state = queued ? kQueued : isRefusal(result) ? kRefused : kAnswered;
-    open_ = false;
-    lastChanged();
+    open_ = -1;
+    changed(at);
 }
 
 void Timeline::noteOrder(const QString& function, const QString& arguments)
@@ -58,8 +59,22 @@ void Timeline::noteRefusal(const QString& function, const QString& arguments, co
 {
     if (!isCallOpen())
         append(function, arguments, kRefused);
-    rows_.back().reason = reason;
-    lastChanged();
+    const int at = isCallOpen() ? open_ : count() - 1;
+    rows_[static_cast<std::size_t>(at)].reason = reason;
+    changed(at);
+}
+
+void Timeline::noteGateRefusal(const QString& text)
+{
+    const bool again = !rows_.empty() && rows_.back().times > 0 && rows_.back().result == text;
+    if (!again)
+        append(QStringLiteral("Gate"), QString(), kRefused);
+    Row& row = rows_.back();
+    row.result = text;
+    ++row.times;
+    row.arguments =
+        row.times == 1 ? QStringLiteral("asked once") : QStringLiteral("asked %1 times").arg(row.times);
+    changed(count() - 1);
 }
 
 void Timeline::append(const QString& tool, const QString& arguments, const QString& state)
@@ -68,17 +83,18 @@ void Timeline::append(const QString& tool, const QString& arguments, const QStri
         beginRemoveRows(QModelIndex(), 0, 0);
         rows_.pop_front();
         endRemoveRows();
+        open_ = isCallOpen() ? open_ - 1 : -1;
     }
     beginInsertRows(QModelIndex(), count(), count());
     rows_.push_back({QTime::currentTime().toString(QStringLiteral("hh:mm:ss")), tool, arguments, QString(),
-                     QString(), state});
+                     QString(), state, 0});
     endInsertRows();
     Q_EMIT countChanged();
 }
 
-void Timeline::lastChanged()
+void Timeline::changed(int row)
 {
-    Q_EMIT dataChanged(index(count() - 1), index(count() - 1));
+    Q_EMIT dataChanged(index(row), index(row));
 }
 
 int Timeline::rowCount(const QModelIndex& parent) const

@@ -7,8 +7,9 @@
 
 namespace host {
 
-/// What the agent has done, for the window: a row for each tool call that was announced at the gate, and for
-/// each order or refusal outside an announced call. Newest last. Application thread.
+/// What the agent has done, for the window: a row for each tool call that was announced at the gate, for
+/// what the gate has refused, and for each order or refusal outside an announced call. Newest last.
+/// Application thread.
 class Timeline : public QAbstractListModel
 {
     Q_OBJECT
@@ -35,6 +36,9 @@ public:
     /// The host said no to a question.
     void noteRefusal(const QString& function, const QString& arguments, const QString& reason);
 
+    /// The gate has refused a call, in these words. Refusals in a row, for the same reason, are one row.
+    void noteGateRefusal(const QString& text);
+
     int count() const { return static_cast<int>(rows_.size()); }
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -52,14 +56,15 @@ private:
         QString result;
         QString reason;
         QString state;
+        int times = 0; ///< a refusal of the gate: how often; else 0
     };
 
-    bool isCallOpen() const { return open_ && !rows_.empty(); }
+    bool isCallOpen() const { return open_ >= 0; }
     void append(const QString& tool, const QString& arguments, const QString& state);
-    void lastChanged();
+    void changed(int row);
 
     std::deque<Row> rows_;
-    bool open_ = false; ///< the last row is a call without its answer
+    int open_ = -1; ///< the row of the announced call that has no answer yet; -1 if there is none
 };
 
 } // namespace host

@@ -25,7 +25,11 @@ QString mediaTitle(const QVariantMap& task)
 
 bool HostWindow::isPopuped() const
 {
-    return core_ != nullptr && core_->isPopuped();
+    if (core_ == nullptr)
+        return false;
+    const bool popuped = core_->isPopuped();
+    core_->gate().notePopupedRead(popuped);
+    return popuped;
 }
 
 QVariant HostWindow::closeGuide(QVariant unused)
@@ -51,7 +55,11 @@ bool HostWindow::event(QEvent* event)
 
 bool MainPage::isBusy() const
 {
-    return core_ != nullptr && core_->isBusy();
+    if (core_ == nullptr)
+        return false;
+    const bool busy = core_->isBusy();
+    core_->gate().noteBusyRead(busy);
+    return busy;
 }
 
 void MainPage::doprfunction(QVariant task)

@@ -203,6 +203,17 @@ TEST(TimelineModel, OrderWithinACall_BelongsToIt)
     EXPECT_EQ(timeline.count(), 1);
 }
 
+TEST(TimelineModel, AnswerBehindAGateRefusal_BelongsToItsCall)
+{
+    host::Timeline timeline;
+    timeline.announce("FormatPartition driveLetter=E");
+    timeline.noteGateRefusal("no");
+    timeline.answer("Task Queued", true);
+    ASSERT_EQ(timeline.count(), 2);
+    EXPECT_EQ(timeline.data(timeline.index(0), host::Timeline::StateRole), "queued");
+    EXPECT_EQ(timeline.data(timeline.index(1), host::Timeline::StateRole), "refused");
+}
+
 TEST(TimelineModel, OldestRows_AreForgotten)
 {
     host::Timeline timeline;

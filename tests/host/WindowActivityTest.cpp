@@ -11,6 +11,22 @@ namespace {
 using WindowTimeline = WindowTest;
 using WindowQueue = WindowTest;
 
+// A task that lasts until it is cancelled.
+host::TaskWork endlessTask(const QString& title, int& interrupted)
+{
+    host::TaskWork work;
+    work.title = title;
+    work.detail = "driveLetter=D";
+    work.plan = [] {
+        host::TaskPlan plan;
+        plan.milliseconds = 24 * 3600 * 1000;
+        return plan;
+    };
+    work.finish = [] { return QString(); };
+    work.interrupt = [&interrupted](double) { ++interrupted; };
+    return work;
+}
+
 TEST_F(WindowTimeline, QueuedCall_ShowsToolArgumentsAndAnswer)
 {
     Q_EMIT bridge.sigAbout2CallFun("ChangePartitionLabel driveLetter=D newLabel=Photos");
@@ -44,6 +60,73 @@ TEST_F(WindowTimeline, RefusalInWordsOfItsOwn_ShowsThemWhole)
     EXPECT_EQ(item("callResult")->property("color").value<QColor>(), scene.theme().bad());
 }
 
+// The gate reads on threads of its own.
+void readAsTheGate(QObject* window, QObject* page, bool goesOn)
+{
+    runOnOtherThread([&] {
+        window->property("popuped");
+        if (goesOn)
+            page->property("busy");
+    });
+}
+
+constexpr const char* kOccupied = "An operation is currently in progress, please wait a few moments and try "
+                                  "again. If you need further assistance, please let me know!";
+constexpr const char* kBusy =
+    "One or more tasks are currently in execution, please wait a few moments and try "
+    "again. If you need further assistance, please let me know!";
+
+TEST_F(WindowTimeline, GateThatRefusesForADialog_IsOneRowHoweverOftenItIsAsked)
+{
+    scene.core().setDialogOpen(true);
+    for (int times = 0; times < 3; ++times)
+        readAsTheGate(scene.window(), mainPage(), false);
+    ASSERT_TRUE(waitForText("callArguments", "asked 3 times"));
+    EXPECT_EQ(texts("callTool"), QStringList("Gate"));
+    EXPECT_EQ(text("callResult"), kOccupied);
+    EXPECT_EQ(text("callOutcome"), "refused");
+}
+
+TEST_F(WindowTimeline, GateThatRefusesForATask_SaysSo)
+{
+    int interrupted = 0;
+    scene.core().tasks()->add(endlessTask("FormatPartition", interrupted));
+    ASSERT_TRUE(waitForText("taskState", "0 %"));
+    readAsTheGate(scene.window(), mainPage(), true);
+    EXPECT_TRUE(waitForText("callResult", kBusy));
+}
+
+TEST_F(WindowTimeline, GateThatAdmits_LeavesNoTrace)
+{
+    readAsTheGate(scene.window(), mainPage(), true);
+    Q_EMIT bridge.sigAbout2CallFun("Eject");
+    ASSERT_TRUE(waitForText("callTool", "Eject"));
+    EXPECT_EQ(items("callTool").size(), 1u);
+}
+
+// Asked too soon after another call, it goes no further than the first read.
+TEST(GateWatch, FirstReadWithoutTheSecond_IsARefusalOnceThePatienceIsOver)
+{
+    host::GateWatch gate(0);
+    QStringList refusals;
+    QObject::connect(&gate, &host::GateWatch::refused, [&](const QString& text) { refusals.append(text); });
+    runOnOtherThread([&] { gate.notePopupedRead(false); });
+    ASSERT_TRUE(pumpUntil([&] { return !refusals.isEmpty(); }));
+    EXPECT_EQ(refusals, QStringList(kOccupied));
+}
+
+TEST(GateWatch, ReadsOnTheApplicationThread_AreNotTheGates)
+{
+    host::GateWatch gate(0);
+    int refusals = 0;
+    QObject::connect(&gate, &host::GateWatch::refused, [&] { ++refusals; });
+    gate.notePopupedRead(true);
+    gate.noteBusyRead(true);
+    int turns = 0;
+    pumpUntil([&] { return ++turns > 3; });
+    EXPECT_EQ(refusals, 0);
+}
+
 TEST_F(WindowTimeline, AnswerOfAReadingTool_IsNeitherQueuedNorRefused)
 {
     Q_EMIT bridge.sigAbout2CallFun("ShowBitLockerStatus");
@@ -70,22 +153,6 @@ TEST_F(WindowTimeline, LogButton_ShowsTheLogInItsPlace)
     ASSERT_NE(awaited("logList"), nullptr);
     EXPECT_EQ(item("timelineList"), nullptr);
     EXPECT_EQ(text("logButton"), "Show agent");
-}
-
-// A task that lasts until it is cancelled.
-host::TaskWork endlessTask(const QString& title, int& interrupted)
-{
-    host::TaskWork work;
-    work.title = title;
-    work.detail = "driveLetter=D";
-    work.plan = [] {
-        host::TaskPlan plan;
-        plan.milliseconds = 24 * 3600 * 1000;
-        return plan;
-    };
-    work.finish = [] { return QString(); };
-    work.interrupt = [&interrupted](double) { ++interrupted; };
-    return work;
 }
 
 TEST_F(WindowQueue, WithoutTasks_SaysSo)

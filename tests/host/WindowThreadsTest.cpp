@@ -1,0 +1,71 @@
+// The library looks the window's objects up on threads of its own while pages come and go.
+#include "tests/host/WindowTest.h"
+
+#include "plugin/HostCall.h"
+#include "tests/support/Threads.h"
+
+#include <QtGui/QGuiApplication>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using WindowThreads = WindowTest;
+
+void openAndClosePages(host::Scene& scene, QObject* page, AIBridge& bridge)
+{
+    orderHost(page, "opendiskhealth", ConnectionRule::Call, QVariant(QVariantMap{{"diskIndex", 1}}));
+    scene.window()->grabWindow();
+    callWindowMethod("closeGuide", QVariant());
+    Q_EMIT bridge.sigCloneResult(QVariantMap{{"goToPageIndex", 2}, {"errMsg", "no"}});
+    Q_EMIT bridge.sigRecScanResult(QVariantMap{{"msg", "Do it."}, {"buttons", QVariantList{"Accept"}}});
+    Q_EMIT bridge.sigAbout2CallFun("Tool");
+    Q_EMIT bridge.sigAfterCallFun("Task NotValid", false);
+    scene.core().order(31, {{"driveLetter", "D"}, {"newLabel", "Some"}});
+    scene.link().answer(0);
+    scene.theme().setMode(scene.theme().isDark() ? host::ThemeMode::Light : host::ThemeMode::Dark);
+    scene.window()->grabWindow();
+}
+
+TEST_F(WindowThreads, ChildrenOfTheWindow_StayTheSameWhilePagesComeAndGo)
+{
+    const QObjectList before = scene.window()->children();
+    for (int round = 0; round < 3; ++round) {
+        openAndClosePages(scene, mainPage(), bridge);
+        EXPECT_EQ(scene.window()->children(), before);
+    }
+    ASSERT_TRUE(pumpUntil([&] { return !scene.core().isBusy(); }));
+    EXPECT_EQ(scene.window()->children(), before);
+    EXPECT_EQ(QGuiApplication::topLevelWindows().size(), 1);
+}
+
+TEST_F(WindowThreads, LookUpsOnOtherThreads_FindTheirObjectsWhilePagesComeAndGo)
+{
+    std::atomic<bool> ended{false};
+    std::atomic<int> lost{0};
+    std::vector<std::thread> readers;
+    for (int number = 0; number < 2; ++number) {
+        readers.emplace_back([&] {
+            while (!ended) {
+                QObject* page = findRootChild(&scene.engine(), "__zormain");
+                QObject* executer = firstTopLevelWindow()->findChild<QObject*>("__qml_executer");
+                readWindowProperty("popuped");
+                lost += page == nullptr || executer == nullptr || !page->property("busy").isValid() ? 1 : 0;
+                std::this_thread::yield();
+            }
+        });
+    }
+    for (int round = 0; round < 10; ++round) {
+        openAndClosePages(scene, mainPage(), bridge);
+        int turns = 0;
+        pumpUntil([&] { return ++turns > 2; });
+    }
+    ended = true;
+    for (std::thread& reader : readers)
+        reader.join();
+    EXPECT_EQ(lost, 0);
+}
+
+} // namespace
