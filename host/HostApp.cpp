@@ -1,5 +1,6 @@
 #include "host/HostApp.h"
 
+#include "host/machine/MachineWriter.h"
 #include "host/objects/WindowObjects.h"
 #include "hostcheck/HostCheck.h"
 #include "plugin/ComponentMgr.h"
@@ -54,6 +55,10 @@ HostApp::HostApp(Options options, Machine machine)
       service_(ServiceWatcher::configuredAddress(), [this] { return scene_.link().isServerRunning(); })
 {
     scene_.core().guide()->setClickAfter(options_.click.value_or(options_.headless ? kClickMs : -1));
+    HostCore& core = scene_.core();
+    core.setPace(options_.pace);
+    core.setFailures(options_.failures);
+    core.setStartsGuides(options_.startGuides);
     connect(&signals_, &Signals::stopRequested, this, [this] { requestStop(0); });
     connect(&service_, &ServiceWatcher::ready, this, &HostApp::onReady);
     connect(&service_, &ServiceWatcher::failed, this, &HostApp::onFailed);
@@ -68,9 +73,10 @@ int HostApp::run()
 {
     if (options_.checkHost)
         return checkHost();
-    if (!build())
+    if (!openFiles() || !build())
         return kExitBadStart;
     QCoreApplication::exec();
+    closeFiles();
     components_.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return exitCode_;
@@ -81,6 +87,34 @@ int HostApp::checkHost()
     const std::vector<hostcheck::Finding> findings = hostcheck::checkHost(scene_.engine());
     HostLog::print(hostcheck::tableOf(findings));
     return hostcheck::isComplete(findings) ? 0 : kExitIncomplete;
+}
+
+bool HostApp::openFiles()
+{
+    Transcript& transcript = scene_.core().transcript();
+    const QString fault = options_.transcript.isEmpty() ? QString() : transcript.open(options_.transcript);
+    if (!fault.isEmpty()) {
+        complain(QStringLiteral("transcript %1: %2").arg(options_.transcript, fault));
+        return false;
+    }
+    const QString unwritable =
+        options_.save.isEmpty() ? QString() : writeMachineFile(*scene_.core().machine(), options_.save);
+    if (!unwritable.isEmpty())
+        complain(QStringLiteral("save %1: %2").arg(options_.save, unwritable));
+    transcript.add(QStringLiteral("begin"), {{QStringLiteral("machine"), scene_.core().machineName()}});
+    return unwritable.isEmpty();
+}
+
+void HostApp::closeFiles()
+{
+    if (!options_.save.isEmpty()) {
+        const QString fault = writeMachineFile(*scene_.core().machine(), options_.save);
+        if (!fault.isEmpty()) {
+            complain(QStringLiteral("save %1: %2").arg(options_.save, fault));
+            exitCode_ = kExitBadStart;
+        }
+    }
+    scene_.core().transcript().add(QStringLiteral("end"), {{QStringLiteral("exitCode"), exitCode_}});
 }
 
 bool HostApp::build()
@@ -198,6 +232,8 @@ void HostApp::requestStop(int exitCode)
 void HostApp::beginDrain()
 {
     scene_.core().setClosing();
+    // What is not done by now will not be: it is left where it is, as when a user cancels it.
+    scene_.core().tasks()->cancelAll();
     agent_.endGroup();
     sinceDrain_.start();
     drainTimer_.start(kDrainPollMs);
@@ -214,6 +250,8 @@ void HostApp::drain()
     if (sinceDrain_.elapsed() < limit)
         return;
     complain(QStringLiteral("tools are still being called; ending without the release of the component"));
+    exitCode_ = kExitNotReleased;
+    closeFiles();
     std::fflush(stdout);
     std::_Exit(kExitNotReleased);
 }

@@ -42,6 +42,8 @@ private:
     bool show();
     bool loadComponent();
     void takeScreenshot();
+    bool openFiles();
+    void closeFiles();
     void onReady();
     void onFailed();
     void onAgentFinished();

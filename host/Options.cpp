@@ -50,6 +50,31 @@ void readClick(const QString& value, Options& options)
         options.error = QStringLiteral("option --click needs a number of milliseconds");
 }
 
+void readSpeed(const QString& value, Options& options)
+{
+    const std::optional<Pace> pace = readPace(value);
+    options.pace = pace.value_or(Pace());
+    if (!pace.has_value())
+        options.error = QStringLiteral("option --speed needs a factor above 0, or instant");
+}
+
+void readFail(const QString& value, Options& options)
+{
+    const std::optional<PlannedFailure> failure = readFailure(value);
+    if (failure.has_value())
+        options.failures.push_back(*failure);
+    else
+        options.error =
+            QStringLiteral("option --fail needs a task and a share, as in \"FormatPartition after 40%\"");
+}
+
+void readFile(QString& file, const QString& option, QStringList& rest, Options& options)
+{
+    file = takeValue(rest, option, options);
+    if (file.isEmpty() && options.error.isEmpty())
+        options.error = QStringLiteral("option %1 needs a file").arg(option);
+}
+
 bool readFlag(const QString& option, Options& options)
 {
     if (option == QLatin1String("--headless"))
@@ -60,6 +85,8 @@ bool readFlag(const QString& option, Options& options)
         options.scan = true;
     else if (option == QLatin1String("--check-host"))
         options.checkHost = true;
+    else if (option == QLatin1String("--start-guides"))
+        options.startGuides = true;
     else if (option == QLatin1String("--verbose"))
         options.verbose = true;
     else if (option == QLatin1String("--help"))
@@ -79,6 +106,14 @@ void readValue(const QString& option, QStringList& rest, Options& options)
         readAnswer(takeValue(rest, option, options), options);
     else if (option == QLatin1String("--win11"))
         readWin11(takeValue(rest, option, options), options);
+    else if (option == QLatin1String("--speed"))
+        readSpeed(takeValue(rest, option, options), options);
+    else if (option == QLatin1String("--fail"))
+        readFail(takeValue(rest, option, options), options);
+    else if (option == QLatin1String("--transcript"))
+        readFile(options.transcript, option, rest, options);
+    else if (option == QLatin1String("--save"))
+        readFile(options.save, option, rest, options);
     else if (option == QLatin1String("--theme"))
         readTheme(takeValue(rest, option, options), options);
     else if (option == QLatin1String("--screenshot"))
@@ -134,11 +169,18 @@ Runs the agent service on a simulated machine. Nothing real is touched.
                       without a window, never with one)
   --check-host        prints what the library looks for in a host and whether it is
                       there, and ends: 0 if all is, 1 if not
+  --speed FACTOR      runs tasks so many times faster; "instant": in no time. At 1 a task
+                      takes 0.2 s and moves 4 GiB a second (default: 1)
+  --fail "TASK after N%"
+                      makes the next task of that name fail there; may stand several times
+  --start-guides      starts the work of each guide as it opens, as a user would
+  --transcript FILE   writes what happens, one JSON object on a line
+  --save FILE         writes the machine at the end, as JSON that --machine reads
   --verbose           shows the library's debug messages on standard error
   --help              this text
 
 Exit codes: 0 ended by SIGINT, SIGTERM or the window; 1 the service could not listen;
-2 bad option, bad machine or missing library; with --exit-with-agent the agent's.)");
+2 bad option, bad machine, missing library or a file that cannot be written; with --exit-with-agent the agent's.)");
 }
 
 QString machineFile(const QString& machine, const QString& machinesFolder)

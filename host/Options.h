@@ -1,11 +1,13 @@
 #pragma once
 
+#include "host/objects/Pace.h"
 #include "host/objects/Theme.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace host {
 
@@ -25,7 +27,12 @@ struct Options
     /// that a user could click, and never where there is.
     std::optional<int> click;
     bool checkHost = false;
-    bool verbose = false; ///< shows debug messages
+    Pace pace;                            ///< how fast tasks run
+    std::vector<PlannedFailure> failures; ///< tasks that are to fail
+    bool startGuides = false;             ///< starts what a guide stands before as it opens
+    QString transcript;                   ///< file for what happens; empty for none
+    QString save;                         ///< file for the machine at the end; empty for none
+    bool verbose = false;                 ///< shows debug messages
     bool help = false;
     QString error; ///< what is wrong with the command line, one line; empty if nothing
 };

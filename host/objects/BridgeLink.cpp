@@ -40,6 +40,11 @@ void BridgeLink::attach(QObject* bridge)
     connect(bridge, SIGNAL(sigConvertResult(QVariant)), this, SLOT(onConvertResult(QVariant)));
     connect(bridge, SIGNAL(sigRecScanResult(QVariant)), this, SLOT(onRecommendation(QVariant)));
     connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(onToolAnnounced(QString)));
+    // Straight from the connection's thread, so that the transcript tells which it was.
+    connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(noteGateCall(QString)),
+            Qt::DirectConnection);
+    connect(bridge, SIGNAL(sigAfterCallFun(QString, bool)), this, SLOT(noteToolCall(QString, bool)),
+            Qt::DirectConnection);
     connect(bridge, SIGNAL(sigAfterCallFun(QString, bool)), this, SLOT(onToolEnded(QString, bool)));
     pushInventory();
 }
@@ -114,7 +119,10 @@ void BridgeLink::onCloneResult(QVariant result)
                               .arg(describeRecord(map.value(QStringLiteral("source")).toMap()),
                                    describeRecord(map.value(QStringLiteral("destination")).toMap()));
     core_.guide()->prepare(clonePage(map));
-    core_.openGuide(title, cloneText(map));
+    const auto source = map.value(QStringLiteral("source")).toMap();
+    const auto destination = map.value(QStringLiteral("destination")).toMap();
+    core_.openGuide(title, cloneText(map),
+                    cloneWork(map.value(QStringLiteral("cloneType")).toInt(), source, destination));
 }
 
 void BridgeLink::onConvertResult(QVariant result)
@@ -125,7 +133,7 @@ void BridgeLink::onConvertResult(QVariant result)
     core_.guide()->prepare(convertPage(map, conversionObjection(*core_.machine(), conversion, record)));
     core_.openGuide(
         QStringLiteral("Convert: %1 to %2").arg(describeRecord(record), conversionName(conversion)),
-        conversionObjection(*core_.machine(), conversion, record));
+        conversionObjection(*core_.machine(), conversion, record), conversionWork(conversion, record));
 }
 
 void BridgeLink::onRecommendation(QVariant record)
@@ -160,12 +168,31 @@ void BridgeLink::onScanFinished()
     Q_EMIT scanEnded();
 }
 
+void BridgeLink::noteGateCall(QString toolCalls)
+{
+    const std::lock_guard<std::mutex> lock(announcedMutex_);
+    announced_ = toolCalls;
+    core_.transcript().add(QStringLiteral("gateCall"), {{QStringLiteral("toolCalls"), toolCalls}});
+}
+
+void BridgeLink::noteToolCall(QString result, bool queued)
+{
+    const std::lock_guard<std::mutex> lock(announcedMutex_);
+    core_.transcript().add(QStringLiteral("toolCall"), {{QStringLiteral("toolCalls"), announced_},
+                                                        {QStringLiteral("answer"), result},
+                                                        {QStringLiteral("queued"), queued}});
+    announced_.clear();
+}
+
 void BridgeLink::pushInventory()
 {
     if (bridge_.isNull())
         return;
+    const auto machine = core_.machine();
+    core_.transcript().add(QStringLiteral("inventoryPush"),
+                           {{QStringLiteral("disks"), static_cast<int>(machine->disks.size())}});
     QMetaObject::invokeMethod(bridge_.data(), "setDiskInfo", Qt::DirectConnection,
-                              Q_ARG(QVariantList, diskRecords(*core_.machine())));
+                              Q_ARG(QVariantList, diskRecords(*machine)));
 }
 
 } // namespace host

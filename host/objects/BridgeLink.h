@@ -6,6 +6,8 @@
 #include <QtCore/QPointer>
 #include <QtCore/QThread>
 
+#include <mutex>
+
 namespace host {
 
 /// The host's side of the component `aibridge`, which it knows by names only: pushes the inventory, listens
@@ -52,6 +54,9 @@ private Q_SLOTS:
     void onToolAnnounced(QString toolCalls);
     void onToolEnded(QString result, bool queued);
     void onScanFinished();
+    // On the thread that the component tells it from.
+    void noteGateCall(QString toolCalls);
+    void noteToolCall(QString result, bool queued);
 
 private:
     void pushInventory();
@@ -66,6 +71,8 @@ private:
     QVariantMap recommendation_;
     bool recommended_ = false;
     bool toolAnnounced_ = false;
+    std::mutex announcedMutex_;
+    QString announced_; ///< what the agent announced last, for the transcript
 };
 
 } // namespace host

@@ -6,6 +6,7 @@
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QStringList>
+#include <QtCore/QThread>
 
 #include <algorithm>
 #include <utility>
@@ -48,7 +49,8 @@ HostCore::HostCore(Machine machine, QObject* parent)
       popuped_(machine_->popuped)
 {
     sinceLastCall_.start();
-    connect(&tasks_, &TaskQueue::taskStarted, this, &HostCore::showWork);
+    connect(&tasks_, &TaskQueue::taskStarted, this, &HostCore::onTaskStarted);
+    connect(&tasks_, &TaskQueue::taskEnded, this, &HostCore::onTaskEnded);
     connect(&tasks_, &TaskQueue::idle, this, &HostCore::showWork);
 }
 
@@ -58,12 +60,19 @@ std::shared_ptr<const Machine> HostCore::machine() const
     return machine_;
 }
 
+bool HostCore::read(const char* object, const char* property, bool value)
+{
+    if (QThread::currentThread() != thread())
+        transcript_.hostCall(object, property, {}, value);
+    return value;
+}
+
 void HostCore::setClosing()
 {
     closing_ = true;
 }
 
-bool HostCore::accepts(int function, const QVariantMap& params)
+QString HostCore::objection(int function, const QVariantMap& params)
 {
     noteCall();
     QVariantMap keys = params;
@@ -72,7 +81,7 @@ bool HostCore::accepts(int function, const QVariantMap& params)
         isClosing() ? QStringLiteral("the host is closing") : refusal(*machine(), function, keys);
     if (!reason.isEmpty())
         noteRefusal(describeFunction(function), describeParams(keys), reason);
-    return reason.isEmpty();
+    return reason;
 }
 
 void HostCore::noteRefusal(const QString& function, const QString& arguments, const QString& reason)
@@ -86,33 +95,82 @@ void HostCore::order(int function, const QVariantMap& params)
     noteCall();
     log_.write(QStringLiteral("order %1 %2").arg(describeFunction(function), describeParams(params)));
     Q_EMIT ordered(describeFunction(function), describeParams(params));
+    // Accepted before the end began, and too late for it.
+    if (!isClosing())
+        addTask(function, params);
+}
+
+void HostCore::addTask(int function, const QVariantMap& params)
+{
+    transcript_.add(QStringLiteral("order"),
+                    {{QStringLiteral("function"), describeFunction(function)},
+                     {QStringLiteral("params"), QJsonObject::fromVariantMap(params)}});
     TaskWork work;
     work.title = describeFunction(function);
     work.detail = describeParams(params);
-    work.plan = [this] {
-        TaskPlan plan;
-        plan.milliseconds = std::max(0, machine()->taskMilliseconds);
-        return plan;
-    };
-    work.finish = [this, function, params] { return finishOrder(function, params); };
-    work.interrupt = [](double) {};
+    work.plan = [this, function, params] { return planTask(function, params); };
+    work.finish = [this, function, params] { return finishTask(function, params); };
+    work.interrupt = [this, function, params](double share) { interruptTask(function, params, share); };
     tasks_.add(std::move(work));
     showWork();
 }
 
-QString HostCore::finishOrder(int function, const QVariantMap& params)
+TaskPlan HostCore::planTask(int function, const QVariantMap& params)
 {
-    // An earlier order may have changed what this one was accepted for.
+    const auto now = machine();
+    TaskPlan plan;
+    // An earlier task may have changed what this one was accepted for.
+    plan.refusal = taskRefusal(*now, function, params);
+    if (!plan.refusal.isEmpty())
+        return plan;
+    plan.milliseconds = pace_.milliseconds(now->taskMilliseconds, bytesMoved(*now, function, params));
+    const auto planned = std::find_if(failures_.begin(), failures_.end(), [&](const PlannedFailure& failure) {
+        return failure.function == function;
+    });
+    if (planned != failures_.end()) {
+        plan.failsAt = planned->share;
+        plan.failure = QStringLiteral("failed after %1% as --fail asks").arg(planned->share * 100);
+        failures_.erase(planned);
+    }
+    return plan;
+}
+
+QString HostCore::finishTask(int function, const QVariantMap& params)
+{
     Machine next = *machine();
-    const QString reason = refusal(next, function, params);
-    const QString name = describeFunction(function);
-    if (!reason.isEmpty())
-        log_.write(QStringLiteral("failed %1: %2").arg(name, reason));
-    else if (carryOut(next, function, params))
+    const QString reason = taskRefusal(next, function, params);
+    if (reason.isEmpty() && carryOut(next, function, params))
         change(std::move(next));
-    if (reason.isEmpty())
-        log_.write(QStringLiteral("done %1").arg(name));
     return reason;
+}
+
+void HostCore::interruptTask(int function, const QVariantMap& params, double share)
+{
+    Machine next = *machine();
+    if (taskRefusal(next, function, params).isEmpty() && leaveInterrupted(next, function, params, share))
+        change(std::move(next));
+}
+
+void HostCore::onTaskStarted(int id)
+{
+    const QModelIndex row = tasks_.indexOf(id);
+    transcript_.add(QStringLiteral("taskStart"),
+                    {{QStringLiteral("task"), id},
+                     {QStringLiteral("title"), tasks_.data(row, TaskQueue::TitleRole).toString()},
+                     {QStringLiteral("detail"), tasks_.data(row, TaskQueue::DetailRole).toString()}});
+    showWork();
+}
+
+void HostCore::onTaskEnded(int id, const QString& state, const QString& error)
+{
+    const QString title = tasks_.data(tasks_.indexOf(id), TaskQueue::TitleRole).toString();
+    log_.write(error.isEmpty() ? QStringLiteral("%1 %2").arg(state, title)
+                               : QStringLiteral("%1 %2: %3").arg(state, title, error));
+    QJsonObject fields{
+        {QStringLiteral("task"), id}, {QStringLiteral("title"), title}, {QStringLiteral("state"), state}};
+    if (!error.isEmpty())
+        fields.insert(QStringLiteral("error"), error);
+    transcript_.add(QStringLiteral("taskEnd"), fields);
 }
 
 void HostCore::change(Machine machine)
@@ -125,13 +183,39 @@ void HostCore::change(Machine machine)
     Q_EMIT machineChanged();
 }
 
-void HostCore::openGuide(const QString& title, const QString& text)
+void HostCore::openGuide(const QString& title, const QString& text, std::optional<GuidedWork> work)
 {
     guideTitle_ = title;
     guideText_ = text;
+    guideWork_ = std::move(work);
+    if (guideWork_.has_value() &&
+        !taskRefusal(*machine(), static_cast<int>(guideWork_->function), guideWork_->params).isEmpty())
+        guideWork_.reset();
     log_.write(text.isEmpty() ? QStringLiteral("guide opened: %1").arg(title)
                               : QStringLiteral("guide opened: %1 (%2)").arg(title, text));
+    noteGuide(QStringLiteral("opened"));
     Q_EMIT guideChanged();
+    if (startsGuides_)
+        startGuide();
+}
+
+void HostCore::startGuide()
+{
+    if (!guideWork_.has_value() || isClosing())
+        return;
+    const GuidedWork work = *guideWork_;
+    log_.write(QStringLiteral("guide started: %1").arg(guideTitle_));
+    noteGuide(QStringLiteral("started"));
+    addTask(static_cast<int>(work.function), work.params);
+    closeGuide();
+}
+
+void HostCore::noteGuide(const QString& action)
+{
+    transcript_.add(QStringLiteral("guide"), {{QStringLiteral("action"), action},
+                                              {QStringLiteral("title"), guideTitle_},
+                                              {QStringLiteral("text"), guideText_},
+                                              {QStringLiteral("canStart"), guideCanStart()}});
 }
 
 bool HostCore::closeGuide()
@@ -140,8 +224,10 @@ bool HostCore::closeGuide()
     if (guideTitle_.isEmpty())
         return false;
     log_.write(QStringLiteral("guide closed: %1").arg(guideTitle_));
+    noteGuide(QStringLiteral("closed"));
     guideTitle_.clear();
     guideText_.clear();
+    guideWork_.reset();
     Q_EMIT guideChanged();
     return true;
 }

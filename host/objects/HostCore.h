@@ -1,10 +1,13 @@
 #pragma once
 
+#include "host/machine/GuidedTasks.h"
 #include "host/machine/Machine.h"
 #include "host/objects/GateWatch.h"
 #include "host/objects/GuideView.h"
 #include "host/objects/HostLog.h"
+#include "host/objects/Pace.h"
 #include "host/objects/TaskQueue.h"
+#include "host/objects/Transcript.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
@@ -13,6 +16,8 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <vector>
 
 namespace host {
 
@@ -39,6 +44,15 @@ class HostCore : public QObject
 public:
     explicit HostCore(Machine machine, QObject* parent = nullptr);
 
+    /// How fast tasks run; for tasks that have not begun.
+    void setPace(Pace pace) { pace_ = pace; }
+    /// The tasks that are to fail, each once, in this order among those of one function.
+    void setFailures(std::vector<PlannedFailure> failures) { failures_ = std::move(failures); }
+    /// Whether each guide that stands before work is started as it opens, as by a user.
+    void setStartsGuides(bool starts) { startsGuides_ = starts; }
+    /// What the host's objects report their calls to. Any thread.
+    Transcript& transcript() { return transcript_; }
+
     std::shared_ptr<const Machine> machine() const;
     bool isBusy() const { return busy_ || closing_; }
     bool isPopuped() const { return popuped_ || pageOpen_ || closing_; }
@@ -47,19 +61,31 @@ public:
     /// begins.
     void setClosing();
     bool isClosing() const { return closing_; }
+    /// Notes a call on a host object, and gives its result back. Any thread.
+    template <class Result>
+    Result told(const char* object, const char* member, const QVariantList& arguments, Result result)
+    {
+        transcript_.hostCall(object, member, arguments, QVariant::fromValue(result));
+        return result;
+    }
+    /// Notes that another thread has read a property, and gives its value back; the window's own reads are no
+    /// news. Any thread.
+    bool read(const char* object, const char* property, bool value);
     /// Each host method that a thread can be waiting for says here that it was called.
     void noteCall() { sinceLastCall_.restart(); }
     qint64 millisecondsSinceLastCall() const { return sinceLastCall_.elapsed(); }
 
-    /// The partition page's answer, logged where it is no.
-    bool accepts(int function, const QVariantMap& params);
+    /// What the partition page has against a function, empty if nothing; logged where it has something.
+    QString objection(int function, const QVariantMap& params);
+    bool accepts(int function, const QVariantMap& params) { return objection(function, params).isEmpty(); }
     /// Records an order and carries it out after this call has returned, one order after the other.
     void order(int function, const QVariantMap& params);
     /// Replaces the machine and tells machineChanged().
     void change(Machine machine);
 
-    /// Shows a guide, in place of the one that was open.
-    void openGuide(const QString& title, const QString& text);
+    /// Shows a guide, in place of the one that was open. @p work: what it begins if its user wants it; a
+    /// guide without it, or whose work is impossible, only informs.
+    void openGuide(const QString& title, const QString& text, std::optional<GuidedWork> work = std::nullopt);
     /// False if none was open.
     bool closeGuide();
     void openAddress(const QString& address);
@@ -88,10 +114,10 @@ public:
     /// The close button of the window's guide panel.
     Q_INVOKABLE void dismissGuide() { closeGuide(); }
     /// Whether the open guide stands before work that the user can begin.
-    bool guideCanStart() const { return false; }
+    bool guideCanStart() const { return guideWork_.has_value(); }
     /// The start button of the guide: queues the work that the guide is about, and closes the guide. Without
     /// effect if no guide is open, or the guide only informs or has an objection.
-    Q_INVOKABLE void startGuide() {}
+    Q_INVOKABLE void startGuide();
 
 Q_SIGNALS:
     void machineChanged();
@@ -105,7 +131,13 @@ Q_SIGNALS:
     void refused(QString function, QString arguments, QString reason);
 
 private:
-    QString finishOrder(int function, const QVariantMap& params);
+    void addTask(int function, const QVariantMap& params);
+    TaskPlan planTask(int function, const QVariantMap& params);
+    QString finishTask(int function, const QVariantMap& params);
+    void interruptTask(int function, const QVariantMap& params, double share);
+    void onTaskStarted(int id);
+    void onTaskEnded(int id, const QString& state, const QString& error);
+    void noteGuide(const QString& action);
     void showWork();
 
     mutable std::mutex machineMutex_;
@@ -121,7 +153,12 @@ private:
     QString guideTitle_;
     QString guideText_;
     QString address_;
+    std::optional<GuidedWork> guideWork_;
+    bool startsGuides_ = false;
     bool dialogOpen_ = false;
+    Pace pace_;
+    std::vector<PlannedFailure> failures_;
+    Transcript transcript_;
     HostLog log_;
     GuideView guide_{*this};
     GateWatch gate_;

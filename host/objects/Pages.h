@@ -35,8 +35,12 @@ class Toolbox : public QObject
     Q_OBJECT
 
 public:
-    using QObject::QObject;
+    explicit Toolbox(HostCore& core, QObject* parent = nullptr);
+
     Q_INVOKABLE bool check4kAlign(QVariant disk) const;
+
+private:
+    HostCore& core_;
 };
 
 /// The context property `partitionrecovery`.
@@ -99,7 +103,7 @@ public:
 
     /// Any thread.
     int cloneType() const { return cloneType_; }
-    void setCloneType(int type) { cloneType_ = type; }
+    void setCloneType(int type);
 
     /// What the guide has against the task at that step, empty if nothing.
     Q_INVOKABLE QString invalidInfo(QVariantMap source, QVariantMap destination, int step,

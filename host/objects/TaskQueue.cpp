@@ -189,11 +189,16 @@ void TaskQueue::settle()
     }
 }
 
+QModelIndex TaskQueue::indexOf(int taskId) const
+{
+    const auto found =
+        std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) { return row.id == taskId; });
+    return found == rows_.end() ? QModelIndex() : index(static_cast<int>(found - rows_.begin()));
+}
+
 void TaskQueue::changed(const Row& row)
 {
-    const auto place =
-        std::find_if(rows_.begin(), rows_.end(), [&](const Row& entry) { return entry.id == row.id; });
-    const QModelIndex at = index(static_cast<int>(place - rows_.begin()));
+    const QModelIndex at = indexOf(row.id);
     Q_EMIT dataChanged(at, at);
 }
 

@@ -49,6 +49,8 @@ public:
     bool isAtWork() const;
     /// The title of the task that runs or comes next, empty if there is none.
     QString currentTitle() const;
+    /// The row of a task; invalid if it is not in the list.
+    QModelIndex indexOf(int taskId) const;
     /// Cancels every task that waits or runs.
     void cancelAll();
 
