@@ -1,0 +1,59 @@
+"""What the agents of these tests share: a host in a scratch folder, and calls through zorcall."""
+
+import json
+import os
+import subprocess
+import time
+
+# The port is free when it is chosen and may be taken when it is bound, as other tests run beside this one.
+TRIES = 8
+NOT_LISTENING = 1
+LIMIT = 60
+
+
+def run_host(bin_dir, folder, agent, *options):
+    """Runs zorhost with that agent until the agent has ended; gives its exit code and output."""
+    environment = dict(os.environ, PATH=f"{bin_dir}:{os.environ['PATH']}", QT_QPA_PLATFORM="offscreen")
+    for _ in range(TRIES):
+        done = subprocess.run([f"{bin_dir}/zorhost", "--headless", "--agent", agent, "--exit-with-agent", *options],
+                              cwd=folder, env=environment, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                              text=True, check=False)
+        if done.returncode != NOT_LISTENING or "could not listen" not in done.stdout:
+            break
+    return done.returncode, done.stdout
+
+
+def zorcall(*arguments):
+    """One call without the gate; gives the parsed answer."""
+    done = subprocess.run(["zorcall", *arguments], stdout=subprocess.PIPE, text=True, check=False)
+    if done.returncode not in (0, 1):
+        raise SystemExit(f"zorcall {' '.join(arguments)} ended with {done.returncode}")
+    return json.loads(done.stdout)
+
+
+def act(*arguments):
+    """A call of a tool that must be taken."""
+    answer = zorcall(*arguments)
+    if answer != "Task Queued":
+        raise SystemExit(f"{' '.join(arguments)}: {answer}")
+
+
+def until(question, what):
+    """Asks the inventory again until the answer is a yes: "Task Queued" does not mean done."""
+    deadline = time.monotonic() + LIMIT
+    while time.monotonic() < deadline:
+        answer = question()
+        if answer:
+            return answer
+        time.sleep(0.02)
+    raise SystemExit("gave up waiting: " + what)
+
+
+def partitions(disk):
+    return zorcall("ListPartitionsOnDisk", f"diskIndex={disk}")
+
+
+def drive(letter):
+    """The partition of that letter as the latest inventory has it; none if there is none."""
+    found = [p for p in zorcall("GetAllPartitionInfo") if p["driveLetter"][:1] == letter and not p["isUnallocated"]]
+    return found[0] if found else None
