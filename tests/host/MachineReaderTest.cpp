@@ -1,7 +1,9 @@
 // The machine file: what it must hold, what follows by itself, and how a fault is told.
 #include "host/machine/MachineReader.h"
 #include "host/machine/Fields.h"
+#include "host/machine/MachineWriter.h"
 #include "host/machine/Records.h"
+#include "tests/host/MachineProperties.h"
 #include "tests/host/MachineText.h"
 #include "tests/support/Recorder.h"
 
@@ -83,6 +85,13 @@ const FaultRow kFaults[] = {
      "disk 0: its partitions overlap or are out of order"},
     {"BeyondTheEnd", R"({"disks": [{"diskIndex": 0, "size": 512, "partitions": [{"size": 1024}]}]})",
      "disk 0: its partitions are larger than the disk"},
+    {"MoreInUseThanThereIs",
+     R"({"disks": [{"diskIndex": 0, "size": 1024, "partitions": [{"size": 512, "usedSize": 513}]}]})",
+     "disk 0: a partition has more in use than it holds"},
+    {"PartitionOfAnotherDisk",
+     R"({"disks": [{"diskIndex": 0, "size": 1024, "partitions": [{"size": 512, "diskIndex": 4}]}]})",
+     "disk 0: a partition says that it is on disk 4"},
+    {"NegativeTime", R"({"disks": [], "taskMilliseconds": -1})", "taskMilliseconds must not be negative"},
     {"UnknownSwitch", R"({"disks": [], "turbo": true})", "turbo is not a key of a machine"},
     {"SwitchOfWrongType", R"({"disks": [], "preOsEnabled": "yes"})", "preOsEnabled must be true or false"},
     {"ToolboxOfWrongType", R"({"disks": [], "toolbox": {"align4k": 1}})",
@@ -99,6 +108,68 @@ TEST(MachineReader, ReadMachineFile_ThatDoesNotExist_IsAnError)
     const QTemporaryDir folder;
     const auto read = host::readMachineFile(folder.filePath("none.json"));
     EXPECT_TRUE(std::holds_alternative<host::MachineError>(read));
+}
+
+QByteArray repeated(const QByteArray& entry, int times)
+{
+    QByteArray list = entry;
+    for (int i = 1; i < times; ++i)
+        list += ',' + entry;
+    return list;
+}
+
+TEST(MachineReader, ListsBeyondAnyMachine_AreRefused)
+{
+    const QByteArray disk = R"({"diskIndex": 0, "size": 1})";
+    EXPECT_EQ(faultOf(R"({"disks": [)" + repeated(disk, 1025) + "]}"), "disks has more than 1024 entries");
+    EXPECT_EQ(faultOf(R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [)" +
+                      repeated(R"({"size": 1})", 4097) + "]}]}"),
+              "disks[0].partitions has more than 4096 entries");
+}
+
+TEST(MachineReader, FileOfExactlyTheLimit_IsStillRead)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("large.json"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QByteArray machine = R"({"disks": []})";
+    file.write(machine + QByteArray(16 * 1024 * 1024 - machine.size(), ' '));
+    file.close();
+    EXPECT_TRUE(std::holds_alternative<host::Machine>(host::readMachineFile(file.fileName())));
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write(" ");
+    file.close();
+    const auto read = host::readMachineFile(file.fileName());
+    ASSERT_TRUE(std::holds_alternative<host::MachineError>(read));
+    EXPECT_EQ(std::get<host::MachineError>(read).text, "the file is larger than 16777216 bytes");
+}
+
+TEST(MachineWriter, EveryShippedAndTestMachine_ComesBackTheSame)
+{
+    for (const char* name : {"laptop", "desktop", "server"}) {
+        const auto read = host::readMachineFile(QString(SHIPPED_MACHINES "/%1.json").arg(name));
+        ASSERT_TRUE(std::holds_alternative<host::Machine>(read));
+        EXPECT_EQ(tripFault(std::get<host::Machine>(read)).toStdString(), "") << name;
+    }
+    EXPECT_EQ(tripFault(testMachine()).toStdString(), "");
+}
+
+TEST(MachineWriter, EverySwitch_ComesBackTheSame)
+{
+    host::Machine machine = testMachine();
+    machine.preOsEnabled = machine.win11CheckerEnabled = machine.busy = machine.popuped = true;
+    machine.bootMediaEnabled = false;
+    machine.taskMilliseconds = 7;
+    machine.smartErrors = {1, 3, 2};
+    EXPECT_EQ(tripFault(machine).toStdString(), "");
+    EXPECT_EQ(host::writeMachine(machine), host::writeMachine(machine));
+}
+
+TEST(MachineWriter, FileThatCannotBeWritten_IsAnError)
+{
+    const QTemporaryDir folder;
+    EXPECT_NE(host::writeMachineFile(testMachine(), folder.filePath("none/m.json")), "");
+    EXPECT_EQ(host::writeMachineFile(testMachine(), folder.filePath("m.json")), "");
 }
 
 TEST(MachineReader, Switches_LeftOut_AreOffButForBootMedia)

@@ -57,6 +57,33 @@ TEST(Options, ValueBehindAnEqualsSign_IsTheSame)
     EXPECT_EQ(readOptions({"--win11=off"}).win11, std::optional<bool>(false));
 }
 
+TEST(Options, WhatConcernsTasksAndTheirRecord_IsRead)
+{
+    const host::Options options = readOptions({"--speed", "20", "--fail", "FormatPartition after 40%",
+                                               "--fail=MergePartitions after 5%", "--start-guides",
+                                               "--transcript", "t.jsonl", "--save", "after.json"});
+    EXPECT_EQ(options.error, "");
+    EXPECT_DOUBLE_EQ(options.pace.factor, 20);
+    EXPECT_FALSE(options.pace.instant);
+    ASSERT_EQ(options.failures.size(), 2u);
+    EXPECT_EQ(options.failures[1].function, 20);
+    EXPECT_TRUE(options.startGuides);
+    EXPECT_EQ(options.transcript, "t.jsonl");
+    EXPECT_EQ(options.save, "after.json");
+    EXPECT_TRUE(readOptions({"--speed", "instant"}).pace.instant);
+    EXPECT_DOUBLE_EQ(readOptions({}).pace.factor, 1);
+}
+
+TEST(Options, MistakesAboutTasksAndTheirRecord_AreNamed)
+{
+    EXPECT_TRUE(readOptions({"--speed", "0"}).error.contains("--speed"));
+    EXPECT_TRUE(readOptions({"--speed"}).error.contains("--speed"));
+    EXPECT_TRUE(readOptions({"--fail", "Format after 40%"}).error.contains("--fail"));
+    EXPECT_TRUE(readOptions({"--fail"}).error.contains("--fail"));
+    EXPECT_TRUE(readOptions({"--transcript"}).error.contains("--transcript"));
+    EXPECT_TRUE(readOptions({"--save", ""}).error.contains("--save"));
+}
+
 TEST(Options, Mistakes_AreNamed)
 {
     EXPECT_NE(readOptions({"--nonsense"}).error, "");

@@ -49,6 +49,65 @@ TEST(ZorhostRefuses, MachineFileWithAKeyOfAWrongType)
     expectRefused(host, {"--machine", host.file("bad.json")}, "disks[0].size must be a whole number");
 }
 
+TEST(ZorhostRefuses, MachineFilesThatCannotBe)
+{
+    const struct
+    {
+        QByteArray json;
+        QByteArray fault;
+    } rows[] = {
+        {R"({"disks": [{"diskIndex": 0, "size": 4096, "partitions": [{"size": 1024}, {"size": 512, "startSector": 1}]}]})",
+         "disk 0: its partitions overlap or are out of order"},
+        {R"({"disks": [{"diskIndex": 0, "size": -1}]})", "disks[0] has a size that no disk can have"},
+        {R"({"disks": [{"diskIndex": 0, "size": 512, "partitions": [{"size": 1024}]}]})",
+         "disk 0: its partitions are larger than the disk"},
+        {R"({"disks": [{"diskIndex": 0, "size": 1024, "partitions": [
+            {"size": 512, "driveLetter": "D"}, {"size": 512, "driveLetter": "d"}]}]})",
+         "drive letter D stands twice"},
+        {QByteArray(1 << 20, '['), "not JSON"},
+        {QByteArray("\0\1\2\377", 4), "not JSON"},
+        {"", "not JSON"},
+    };
+    for (const auto& row : rows) {
+        ZorhostProcess host;
+        host.write("bad.json", row.json);
+        expectRefused(host, {"--machine", host.file("bad.json")}, row.fault);
+    }
+}
+
+TEST(ZorhostRefuses, MachineFileOfAGigabyteOfJunk)
+{
+    ZorhostProcess host;
+    host.write("bad.json", "");
+    ASSERT_TRUE(QFile::resize(host.file("bad.json"), Q_INT64_C(1) << 30));
+    expectRefused(host, {"--machine", host.file("bad.json")}, "the file is larger than 16777216 bytes");
+}
+
+TEST(ZorhostRefuses, BadSpeed)
+{
+    ZorhostProcess host;
+    expectRefused(host, {"--speed", "fast"}, "option --speed needs a factor above 0, or instant");
+}
+
+TEST(ZorhostRefuses, BadFailure)
+{
+    ZorhostProcess host;
+    expectRefused(host, {"--fail", "FormatDisk after 40%"}, "option --fail needs a task and a share");
+}
+
+TEST(ZorhostRefuses, TranscriptThatCannotBeWritten)
+{
+    ZorhostProcess host;
+    expectRefused(host, {"--headless", "--transcript", host.file("none/t.jsonl")},
+                  "No such file or directory");
+}
+
+TEST(ZorhostRefuses, SavedMachineThatCannotBeWritten)
+{
+    ZorhostProcess host;
+    expectRefused(host, {"--headless", "--save", host.file("none/after.json")}, "No such file or directory");
+}
+
 TEST(ZorhostRefuses, MissingLibrary)
 {
     ZorhostProcess host;
@@ -68,6 +127,54 @@ TEST(ZorhostRefuses, ComputerWithoutLsblk)
     ZorhostProcess host;
     host.environment().insert("PATH", host.file("path"));
     expectRefused(host, {"--headless", "--machine", "system"}, "lsblk");
+}
+
+TEST(ZorhostEnd, TaskThatStillRuns_IsCancelledAndTheMachineSavedAsItLeavesIt)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(
+        host.startReady({"--headless", "--machine", "desktop", "--speed", "0.001", "--save", "after.json",
+                         "--transcript", "t.jsonl", "--agent",
+                         QString("/usr/bin/python3 -c \"%1\"")
+                             .arg(QString("import sys; sys.path.insert(0, '%1')\n"
+                                          "import os\n"
+                                          "from thrift.protocol import TBinaryProtocol\n"
+                                          "from thrift.transport import TSocket, TTransport\n"
+                                          "from ZORNativePlugin import ZORNativePlugin\n"
+                                          "t = TTransport.TBufferedTransport(TSocket.TSocket('localhost', "
+                                          "int(os.environ['AGENT_NATIVE_PORT'])))\n"
+                                          "t.open()\n"
+                                          "a = ZORNativePlugin.Client(TBinaryProtocol.TBinaryProtocol(t))\n"
+                                          "a.FormatPartition('D', 'NTFS', 'x', 0, False)\n")
+                                      .arg(AGENT_CODE))}));
+    ASSERT_TRUE(host.waitForOutput("agent ended with exit code 0")) << host.output().constData();
+    const auto transcript = [&] {
+        QFile file(host.file("t.jsonl"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    ASSERT_TRUE(host.waitForContent("t.jsonl", "\"kind\":\"taskStart\""));
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+    EXPECT_TRUE(transcript().contains("\"state\":\"cancelled\"")) << transcript().constData();
+    EXPECT_TRUE(host.output().contains("cancelled FormatPartition\n"));
+    QFile saved(host.file("after.json"));
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(saved.readAll().contains("\"fsString\": \"RAW\""));
+}
+
+// Whatever ends the host, the lines are with the system already.
+TEST(ZorhostEnd, KilledHost_LeavesItsTranscriptUpToTheLastLine)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady({"--headless", "--transcript", "t.jsonl"}));
+    host.signal(SIGKILL);
+    host.exitCode();
+    QFile file(host.file("t.jsonl"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll();
+    EXPECT_TRUE(text.startsWith("{")) << text.constData();
+    EXPECT_TRUE(text.endsWith("}\n")) << text.constData();
+    EXPECT_TRUE(text.contains("\"kind\":\"inventoryPush\""));
 }
 
 TEST(ZorhostEnd, PortThatIsTaken_IsToldWithExitCodeOne)

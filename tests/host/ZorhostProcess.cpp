@@ -117,6 +117,14 @@ bool ZorhostProcess::waitForFile(const QString& name)
     return waitUntil([&] { return QFile::exists(file(name)); });
 }
 
+bool ZorhostProcess::waitForContent(const QString& name, const QByteArray& text)
+{
+    return waitUntil([&] {
+        QFile content(file(name));
+        return content.open(QIODevice::ReadOnly) && content.readAll().contains(text);
+    });
+}
+
 bool ZorhostProcess::waitUntil(const std::function<bool()>& condition)
 {
     QElapsedTimer timer;

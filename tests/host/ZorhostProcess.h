@@ -30,6 +30,8 @@ public:
     bool waitForOutput(const QByteArray& text);
     /// Waits until there is a file of that name in the program's folder.
     bool waitForFile(const QString& name);
+    /// Waits until that file in the program's folder holds the text.
+    bool waitForContent(const QString& name, const QByteArray& text);
     /// Waits for the end; -1 if it does not come, or came by a signal.
     int exitCode();
     void signal(int number) const;

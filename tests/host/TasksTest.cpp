@@ -1,0 +1,174 @@
+// What becomes of orders and guides: time, failure, cancelling, and what the machine is afterwards.
+#include "host/machine/Records.h"
+#include "host/objects/HostCore.h"
+#include "tests/host/MachineText.h"
+#include "tests/support/Threads.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using host::Pace;
+using host::TaskQueue;
+
+constexpr int kFormat = 15;
+constexpr int kLabel = 31;
+
+class Tasks : public testing::Test
+{
+protected:
+    bool finish()
+    {
+        return pumpUntil([&] { return !core.isBusy(); });
+    }
+    QVariant cell(int row, int role) { return core.tasks()->data(core.tasks()->index(row), role); }
+    QString state(int row) { return cell(row, TaskQueue::StateRole).toString(); }
+    const host::Partition& drive(const char* letter) { return *core.machine()->partition(letter); }
+
+    host::HostCore core{testMachine()};
+    const QVariantMap format{{"driveLetter", "D"},
+                             {"fileSystem", "exFAT"},
+                             {"label", "New"},
+                             {"clusterSize", 0},
+                             {"quickFormat", false}};
+};
+
+TEST_F(Tasks, FullFormat_TakesTheTimeOfItsBytes)
+{
+    core.order(kFormat, format);
+    // 50 GiB at 4 GiB a second: nobody waits for it here.
+    ASSERT_TRUE(pumpUntil([&] { return cell(0, TaskQueue::ProgressRole).toDouble() > 0; }));
+    EXPECT_LT(cell(0, TaskQueue::ProgressRole).toDouble(), 0.9);
+    EXPECT_TRUE(core.isBusy());
+    EXPECT_EQ(drive("D").fsString, "NTFS");
+    EXPECT_EQ(core.work(), "FormatPartition");
+    core.tasks()->cancelAll();
+    EXPECT_FALSE(core.isBusy());
+}
+
+TEST_F(Tasks, Instant_TakesNoTimeAtAll)
+{
+    core.setPace(Pace{true, 1});
+    core.order(kFormat, format);
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(drive("D").fsString, "exFAT");
+    EXPECT_EQ(state(0), "done");
+}
+
+TEST_F(Tasks, FormatThatFails_LeavesThePartitionRaw)
+{
+    core.setPace(Pace{true, 1});
+    core.setFailures({{kFormat, 0.4}});
+    core.order(kFormat, format);
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(state(0), "failed");
+    EXPECT_EQ(cell(0, TaskQueue::ErrorRole), "failed after 40% as --fail asks");
+    EXPECT_EQ(drive("D").fsString, "RAW");
+    EXPECT_TRUE(drive("D").isUnformattedType);
+    EXPECT_EQ(drive("D").usedSize, 0);
+    EXPECT_EQ(drive("D").size, 50 * kGiB);
+}
+
+TEST_F(Tasks, PlannedFailure_IsThatOfTheNextTaskOfItsFunctionAlone)
+{
+    core.setPace(Pace{true, 1});
+    core.setFailures({{kFormat, 0.5}, {kFormat, 0.0}});
+    core.order(kLabel, {{"driveLetter", "D"}, {"newLabel", "Data2"}});
+    core.order(kFormat, format);
+    core.order(kFormat, format);
+    core.order(kFormat, format);
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(state(0), "done");
+    EXPECT_EQ(state(1), "failed");
+    EXPECT_EQ(state(2), "failed");
+    EXPECT_EQ(state(3), "done");
+    EXPECT_EQ(drive("D").label, "New");
+}
+
+TEST_F(Tasks, FailureBeforeTheFirstPercent_LeavesTheMachineAsItWas)
+{
+    core.setPace(Pace{true, 1});
+    core.setFailures({{kFormat, 0.0}});
+    core.order(kFormat, format);
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(state(0), "failed");
+    EXPECT_EQ(host::diskRecords(*core.machine()), host::diskRecords(testMachine()));
+}
+
+TEST_F(Tasks, ResizeThatFails_LeavesTheMachineAsItWas)
+{
+    core.setPace(Pace{true, 1});
+    core.setFailures({{14, 0.9}});
+    core.order(14, {{"driveLetter", "D"}, {"size", 20 * kGiB}});
+    ASSERT_TRUE(finish());
+    EXPECT_EQ(state(0), "failed");
+    EXPECT_EQ(host::diskRecords(*core.machine()), host::diskRecords(testMachine()));
+}
+
+TEST_F(Tasks, CancelledFormat_LeavesThePartitionRawAndTheNextTaskRuns)
+{
+    core.order(kFormat, format);
+    ASSERT_TRUE(pumpUntil([&] { return cell(0, TaskQueue::ProgressRole).toDouble() > 0; }));
+    core.order(33, {{"driveLetter", "E"}});
+    core.tasks()->cancel(1);
+    EXPECT_EQ(state(0), "cancelled");
+    EXPECT_EQ(drive("D").fsString, "RAW");
+    ASSERT_TRUE(finish());
+    EXPECT_TRUE(drive("E").isActive);
+}
+
+TEST_F(Tasks, OrderOfAClosingHost_IsNotTaken)
+{
+    core.setClosing();
+    core.order(kLabel, {{"driveLetter", "D"}, {"newLabel", "late"}});
+    EXPECT_EQ(core.tasks()->rowCount(), 0);
+}
+
+host::GuidedWork toMbr()
+{
+    return *host::conversionWork(1, {{"diskIndex", 5}, {"isDiskItem", true}});
+}
+
+TEST_F(Tasks, Guide_BeginsItsWorkWhenItsUserStartsIt)
+{
+    core.openGuide("Convert", "", toMbr());
+    EXPECT_TRUE(core.guideCanStart());
+    EXPECT_FALSE(core.isBusy());
+    core.startGuide();
+    EXPECT_EQ(core.guideTitle(), "");
+    EXPECT_FALSE(core.guideCanStart());
+    ASSERT_TRUE(finish());
+    EXPECT_FALSE(core.machine()->disk(5)->isGPT);
+    EXPECT_EQ(cell(0, TaskQueue::TitleRole), "ConvertDiskToMbr");
+}
+
+TEST_F(Tasks, GuideThatInformsOrIsRefused_CannotBeStarted)
+{
+    core.openGuide("Health", "good");
+    EXPECT_FALSE(core.guideCanStart());
+    core.startGuide();
+    EXPECT_EQ(core.guideTitle(), "Health");
+    core.openGuide("Convert", "", host::conversionWork(1, {{"diskIndex", 1}, {"isDiskItem", true}}));
+    EXPECT_FALSE(core.guideCanStart());
+    core.startGuide();
+    EXPECT_FALSE(core.isBusy());
+}
+
+TEST_F(Tasks, ClosedGuide_CannotBeStarted)
+{
+    core.openGuide("Convert", "", toMbr());
+    core.dismissGuide();
+    core.startGuide();
+    EXPECT_FALSE(core.isBusy());
+}
+
+TEST_F(Tasks, StartsGuides_StartsEachAsItOpens)
+{
+    core.setStartsGuides(true);
+    core.openGuide("Convert", "", toMbr());
+    EXPECT_EQ(core.guideTitle(), "");
+    ASSERT_TRUE(finish());
+    EXPECT_FALSE(core.machine()->disk(5)->isGPT);
+}
+
+} // namespace
