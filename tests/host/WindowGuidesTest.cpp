@@ -1,6 +1,7 @@
 // The guides, the pages that cover the window, and the recommendation card.
 #include "tests/host/WindowTest.h"
 
+#include "host/machine/Records.h"
 #include "plugin/HostCall.h"
 #include "tests/support/Threads.h"
 
@@ -55,6 +56,41 @@ TEST_F(WindowGuide, ConvertGuide_NamesTargetAndObjection)
     EXPECT_EQ(item("guidePane")->property("title"), "Convert: disk 0 to GPT");
     EXPECT_EQ(texts("factValue"), QStringList({"disk 0", "GPT"}));
     EXPECT_EQ(text("guideObjection"), "The disk is a GPT disk already.");
+}
+
+QVariantMap convertDisk(const host::Machine& machine, int disk, int conversion)
+{
+    return {{"funIdx", conversion}, {"info", host::diskRecords(machine).value(disk).toMap()}};
+}
+
+TEST_F(WindowGuide, StartButton_QueuesTheWorkAndClosesTheGuide)
+{
+    Q_EMIT bridge.sigConvertResult(convertDisk(*scene.core().machine(), 1, 0));
+    ASSERT_NE(awaited("guideStart"), nullptr);
+    EXPECT_EQ(item("guideObjection"), nullptr);
+    scene.window()->grabWindow();
+    click(item("guideStart"));
+    EXPECT_EQ(item("guidePane"), nullptr);
+    ASSERT_TRUE(waitForText("taskState", "done"));
+    EXPECT_EQ(items("taskTitle").size(), 1u);
+    EXPECT_TRUE(scene.core().machine()->disk(1)->isGPT);
+}
+
+TEST_F(WindowGuide, StartButton_WorksByKeyboard)
+{
+    Q_EMIT bridge.sigConvertResult(convertDisk(*scene.core().machine(), 1, 0));
+    ASSERT_NE(awaited("guideStart"), nullptr);
+    ASSERT_TRUE(tabTo("guideStart"));
+    press(Qt::Key_Return);
+    EXPECT_TRUE(waitForText("taskState", "done"));
+}
+
+TEST_F(WindowGuide, WorkThatIsImpossible_HasNoStartButton)
+{
+    Q_EMIT bridge.sigConvertResult(convertDisk(*scene.core().machine(), 0, 0));
+    ASSERT_NE(awaited("guideObjection"), nullptr);
+    EXPECT_EQ(item("guideStart"), nullptr);
+    EXPECT_NE(item("guideClose"), nullptr);
 }
 
 TEST_F(WindowGuide, CloseButton_ClosesIt)
