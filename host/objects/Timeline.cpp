@@ -10,6 +10,7 @@ constexpr int kKeptRows = 500;
 const QString kRunning = QStringLiteral("running");
 const QString kQueued = QStringLiteral("queued");
 const QString kRefused = QStringLiteral("refused");
+const QString kHeld = QStringLiteral("held");
 const QString kAnswered = QStringLiteral("answered");
 
 // The clone tools say no in words of their own; every other text is what a tool found out.
@@ -68,12 +69,10 @@ void Timeline::noteGateRefusal(const QString& text)
 {
     const bool again = !rows_.empty() && rows_.back().times > 0 && rows_.back().result == text;
     if (!again)
-        append(QStringLiteral("Gate"), QString(), kRefused);
+        append(QStringLiteral("Gate"), QString(), kHeld);
     Row& row = rows_.back();
     row.result = text;
     ++row.times;
-    row.arguments =
-        row.times == 1 ? QStringLiteral("asked once") : QStringLiteral("asked %1 times").arg(row.times);
     changed(count() - 1);
 }
 
@@ -120,6 +119,8 @@ QVariant Timeline::data(const QModelIndex& index, int role) const
         return row.reason;
     case StateRole:
         return row.state;
+    case TimesRole:
+        return row.times;
     default:
         return QVariant();
     }
@@ -128,7 +129,8 @@ QVariant Timeline::data(const QModelIndex& index, int role) const
 QHash<int, QByteArray> Timeline::roleNames() const
 {
     return {{TimeRole, "time"},     {ToolRole, "tool"},     {ArgumentsRole, "callArguments"},
-            {ResultRole, "result"}, {ReasonRole, "reason"}, {StateRole, "callState"}};
+            {ResultRole, "result"}, {ReasonRole, "reason"}, {StateRole, "callState"},
+            {TimesRole, "times"}};
 }
 
 } // namespace host

@@ -22,7 +22,8 @@ public:
         ArgumentsRole,
         ResultRole, ///< the answer in the words that the agent got; empty while there is none
         ReasonRole, ///< why the host said no, which the agent does not learn; mostly empty
-        StateRole   ///< "running", "queued", "refused" or "answered"
+        StateRole,  ///< "running", "queued", "refused", "answered", or "held": refused by the gate
+        TimesRole   ///< of a refusal by the gate: how often in a row; else 0
     };
 
     using QAbstractListModel::QAbstractListModel;

@@ -7,7 +7,7 @@ Panel {
     property bool showsLog: false
 
     title: showsLog ? "Log" : "Agent"
-    note: showsLog || timeline.count === 0 ? "" : timeline.count + (timeline.count === 1 ? " call" : " calls")
+    note: showsLog || timeline.count === 0 ? "" : timeline.count + (timeline.count === 1 ? " entry" : " entries")
     tools: PushButton {
         objectName: "logButton"
         small: true

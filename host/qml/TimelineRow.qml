@@ -4,8 +4,8 @@ import QtQuick 2.15
 Item {
     id: row
 
-    readonly property var tones: ({ running: "accent", queued: "good", refused: "bad", answered: "plain" })
-    readonly property var marks: ({ running: theme.accent, queued: theme.good, refused: theme.bad, answered: theme.muted })
+    readonly property var tones: ({ running: "accent", queued: "good", refused: "bad", answered: "plain", held: "warn" })
+    readonly property var marks: ({ running: theme.accent, queued: theme.good, refused: theme.bad, answered: theme.muted, held: theme.warn })
     readonly property bool isShort: model.result.length <= 24
 
     height: lines.height + 12
@@ -46,7 +46,8 @@ Item {
                 objectName: "callOutcome"
                 anchors { right: parent.right; verticalCenter: parent.verticalCenter }
                 tone: row.tones[model.callState]
-                text: row.isShort && model.result !== "" ? model.result : model.callState
+                text: model.times > 0 ? (model.times > 1 ? "refused " + model.times + " times" : "refused")
+                                       : row.isShort && model.result !== "" ? model.result : model.callState
             }
         }
         Words {
@@ -65,9 +66,9 @@ Item {
             visible: !row.isShort
             text: model.result
             font.pixelSize: 12
-            color: model.callState === "refused" ? theme.bad : theme.text
+            color: model.callState === "refused" ? theme.bad : model.times > 0 ? theme.muted : theme.text
             wrapMode: Text.Wrap
-            maximumLineCount: 3
+            maximumLineCount: model.times > 0 ? 2 : 3
         }
         Words {
             objectName: "callReason"

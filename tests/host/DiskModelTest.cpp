@@ -211,7 +211,7 @@ TEST(TimelineModel, AnswerBehindAGateRefusal_BelongsToItsCall)
     timeline.answer("Task Queued", true);
     ASSERT_EQ(timeline.count(), 2);
     EXPECT_EQ(timeline.data(timeline.index(0), host::Timeline::StateRole), "queued");
-    EXPECT_EQ(timeline.data(timeline.index(1), host::Timeline::StateRole), "refused");
+    EXPECT_EQ(timeline.data(timeline.index(1), host::Timeline::StateRole), "held");
 }
 
 TEST(TimelineModel, OldestRows_AreForgotten)

@@ -81,10 +81,10 @@ TEST_F(WindowTimeline, GateThatRefusesForADialog_IsOneRowHoweverOftenItIsAsked)
     scene.core().setDialogOpen(true);
     for (int times = 0; times < 3; ++times)
         readAsTheGate(scene.window(), mainPage(), false);
-    ASSERT_TRUE(waitForText("callArguments", "asked 3 times"));
+    ASSERT_TRUE(waitForText("callOutcome", "refused 3 times"));
     EXPECT_EQ(texts("callTool"), QStringList("Gate"));
     EXPECT_EQ(text("callResult"), kOccupied);
-    EXPECT_EQ(text("callOutcome"), "refused");
+    EXPECT_EQ(item("callOutcome")->property("tone"), "warn");
 }
 
 TEST_F(WindowTimeline, GateThatRefusesForATask_SaysSo)

@@ -4,6 +4,7 @@
 #include "tests/host/MachineText.h"
 #include "tests/support/Threads.h"
 
+#include <QtQml/QQmlError>
 #include <QtQuick/QSGRendererInterface>
 #include <QtTest/QTest>
 
@@ -38,12 +39,21 @@ void WindowTest::useSoftware()
 void WindowTest::SetUp()
 {
     ASSERT_NE(scene.window(), nullptr);
+    QObject::connect(&scene.engine(), &QQmlEngine::warnings, [this](const QList<QQmlError>& errors) {
+        for (const QQmlError& error : errors)
+            warnings_.append(error.toString());
+    });
     bridge.setEngine(&scene.engine());
     scene.link().attach(&bridge);
     scene.window()->show();
     scene.window()->requestActivate();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(scene.window(), 20000));
     ASSERT_TRUE(QTest::qWaitForWindowActive(scene.window(), 20000));
+}
+
+void WindowTest::TearDown()
+{
+    EXPECT_EQ(warnings_.join("\n").toStdString(), "");
 }
 
 std::vector<QQuickItem*> WindowTest::items(const QString& name)

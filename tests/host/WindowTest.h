@@ -20,6 +20,8 @@ protected:
 
     /// Shows the window and waits until it has the keyboard.
     void SetUp() override;
+    /// A page with a mistake in it says so on the way; that fails the test.
+    void TearDown() override;
 
     std::vector<QQuickItem*> items(const QString& name);
     /// The first of that name, null if there is none.
@@ -44,6 +46,7 @@ protected:
 
     static void useSoftware();
 
+    QStringList warnings_;
     bool software_ = (useSoftware(), true);
     host::Scene scene;
     AIBridge bridge;
