@@ -7,6 +7,13 @@
 
 namespace host {
 
+namespace {
+
+// PNG loses nothing; the "quality" is how much time is left for packing.
+constexpr int kSmallest = 0;
+
+} // namespace
+
 QString Screenshot::open()
 {
     return file_.open(QIODevice::WriteOnly) ? QString() : fault();
@@ -17,7 +24,7 @@ QString Screenshot::take(QQuickWindow& window)
     const QImage picture = pictureOf(window);
     if (picture.isNull())
         return QStringLiteral("the window could not be drawn");
-    return picture.save(&file_, "PNG") && file_.commit() ? QString() : fault();
+    return picture.save(&file_, "PNG", kSmallest) && file_.commit() ? QString() : fault();
 }
 
 QString Screenshot::fault() const
