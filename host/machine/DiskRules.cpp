@@ -69,7 +69,7 @@ Answer eject(const Question& q)
 
 Answer migrate(const Question& q)
 {
-    const Answer answer = letterKnown(q);
+    const Answer answer = readableVolume(q);
     if (!answer.isEmpty())
         return answer;
     return migrationTarget(q.machine, *q.partition()).has_value() ? yes()

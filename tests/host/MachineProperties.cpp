@@ -1,12 +1,12 @@
 #include "tests/host/MachineProperties.h"
 
 #include "host/machine/Fields.h"
-#include "host/machine/FileSystems.h"
 #include "host/machine/MachineReader.h"
 #include "host/machine/MachineWriter.h"
 #include "tests/host/MachineText.h"
 
 #include <algorithm>
+#include <iterator>
 #include <variant>
 
 namespace {
@@ -74,15 +74,31 @@ QString diskTableFault(const Disk& disk)
     return active > 1 ? on(disk, "two active partitions") : QString();
 }
 
+// The limits, told once more than in the code that is tried.
+struct Limit
+{
+    const char* fileSystem;
+    qint64 largest;
+    int label;
+};
+const Limit kLimits[] = {{"NTFS", 256 * 1024 * kGiB, 32},  {"FAT", 4 * kGiB, 11},
+                         {"FAT16", 4 * kGiB, 11},          {"FAT32", kTwoTiB, 11},
+                         {"exFAT", 256 * 1024 * kGiB, 11}, {"EXT2", 8 * kTwoTiB, 16},
+                         {"EXT3", 8 * kTwoTiB, 16},        {"EXT4", 8 * kTwoTiB, 16}};
+
 QString partitionVolumeFault(const Disk& disk, const Partition& entry)
 {
-    const host::FileSystem* kind = host::fileSystem(entry.fsString);
-    if (entry.unallocated || kind == nullptr)
+    const auto limit = std::find_if(std::begin(kLimits), std::end(kLimits), [&](const Limit& row) {
+        return entry.fsString == QLatin1String(row.fileSystem);
+    });
+    if (entry.unallocated || limit == std::end(kLimits))
         return QString();
-    if (!host::sizeObjection(*kind, entry.size, entry.clusterSize * entry.sectorSize).isEmpty())
+    const qint64 cluster = qint64(entry.clusterSize) * entry.sectorSize;
+    if (entry.size > limit->largest || entry.size < 4 * kMiB || entry.size / cluster >= (qint64(1) << 32))
         return on(disk, "a volume of a size that it cannot have");
-    return host::labelObjection(*kind, entry.label).isEmpty() ? QString()
-                                                              : on(disk, "a label that cannot be");
+    if (cluster < 512 || cluster > 2 * kMiB || (cluster & (cluster - 1)) != 0)
+        return on(disk, "a cluster of a size that there is not");
+    return entry.label.size() <= limit->label ? QString() : on(disk, "a label that is too long");
 }
 
 template <class Fault> QString firstOf(const Machine& machine, Fault fault)
@@ -165,6 +181,15 @@ QString machineFault(const Machine& machine)
     return QString();
 }
 
+bool isSame(const Disk& one, const Disk& other)
+{
+    return sameFields(one, other, host::diskFields()) &&
+           std::equal(one.partitions.begin(), one.partitions.end(), other.partitions.begin(),
+                      other.partitions.end(), [](const Partition& a, const Partition& b) {
+                          return sameFields(a, b, host::partitionFields());
+                      });
+}
+
 bool isSame(const Machine& one, const Machine& other)
 {
     const bool switches = one.name == other.name && one.toolbox == other.toolbox &&
@@ -172,15 +197,8 @@ bool isSame(const Machine& one, const Machine& other)
                           one.win11CheckerEnabled == other.win11CheckerEnabled &&
                           one.bootMediaEnabled == other.bootMediaEnabled && one.busy == other.busy &&
                           one.popuped == other.popuped && one.taskMilliseconds == other.taskMilliseconds;
-    return switches &&
-           std::equal(one.disks.begin(), one.disks.end(), other.disks.begin(), other.disks.end(),
-                      [](const Disk& a, const Disk& b) {
-                          return sameFields(a, b, host::diskFields()) &&
-                                 std::equal(a.partitions.begin(), a.partitions.end(), b.partitions.begin(),
-                                            b.partitions.end(), [](const Partition& x, const Partition& y) {
-                                                return sameFields(x, y, host::partitionFields());
-                                            });
-                      });
+    return switches && std::equal(one.disks.begin(), one.disks.end(), other.disks.begin(), other.disks.end(),
+                                  [](const Disk& a, const Disk& b) { return isSame(a, b); });
 }
 
 qint64 unlisted(const Disk& disk)

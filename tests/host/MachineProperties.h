@@ -23,7 +23,8 @@ QString tripFault(const host::Machine& machine);
 /// The first that is wrong, but for the trip, which costs more.
 QString machineFault(const host::Machine& machine);
 
-/// True if the machines are the same in every field.
+/// True if they are the same in every field.
+bool isSame(const host::Disk& one, const host::Disk& other);
 bool isSame(const host::Machine& one, const host::Machine& other);
 
 /// Bytes of a disk that no entry of its list covers.

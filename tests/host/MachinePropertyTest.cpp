@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <iostream>
 #include <map>
 #include <set>
@@ -75,6 +76,27 @@ QString alignmentFault(const QString& name, const Disk& before, const Disk& afte
     return QString();
 }
 
+// A disk that cannot be written to stays as it is; so does the place of a drive that cannot, while its disk
+// keeps its table. A letter is the system's, and no part of either.
+QString protectionFault(const QString& name, const Disk& before, const Disk& after)
+{
+    static const Names switches = {"DiskBringOnline", "ToggleWriteProtection", "ChangePartitionDriveLetter"};
+    if (!before.isWritable() && switches.count(name) == 0 && !isSame(before, after))
+        return "a disk that cannot be written to was changed";
+    if (kNewTable.count(name) > 0 || name == "DeletePartition")
+        return QString();
+    for (const Partition& entry : before.partitions) {
+        const bool fixed = !entry.unallocated && (entry.readonly || entry.isLocked());
+        const bool kept =
+            std::any_of(after.partitions.begin(), after.partitions.end(), [&](const Partition& now) {
+                return !now.unallocated && now.startSector == entry.startSector && now.size == entry.size;
+            });
+        if (fixed && !kept && name != "ConvertDiskToMbr")
+            return "a drive that cannot be written to was moved";
+    }
+    return QString();
+}
+
 int runningSystems(const Machine& machine)
 {
     int count = 0;
@@ -93,7 +115,8 @@ QString changeFault(const QString& name, const Machine& before, const Machine& a
         return "the running system is gone";
     for (const Disk& disk : after.disks) {
         const Disk& old = *before.disk(disk.diskIndex);
-        for (const QString& fault : {spaceFault(name, old, disk), alignmentFault(name, old, disk)}) {
+        for (const QString& fault : {spaceFault(name, old, disk), alignmentFault(name, old, disk),
+                                     protectionFault(name, old, disk)}) {
             if (!fault.isEmpty())
                 return fault;
         }
