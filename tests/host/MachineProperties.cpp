@@ -78,13 +78,14 @@ QString diskTableFault(const Disk& disk)
 struct Limit
 {
     const char* fileSystem;
+    qint64 smallest;
     qint64 largest;
     int label;
 };
-const Limit kLimits[] = {{"NTFS", 256 * 1024 * kGiB, 32},  {"FAT", 4 * kGiB, 11},
-                         {"FAT16", 4 * kGiB, 11},          {"FAT32", kTwoTiB, 11},
-                         {"exFAT", 256 * 1024 * kGiB, 11}, {"EXT2", 8 * kTwoTiB, 16},
-                         {"EXT3", 8 * kTwoTiB, 16},        {"EXT4", 8 * kTwoTiB, 16}};
+const Limit kLimits[] = {{"NTFS", 8 * kMiB, 256 * 1024 * kGiB, 32},  {"FAT", 4 * kMiB, 4 * kGiB, 11},
+                         {"FAT16", 4 * kMiB, 4 * kGiB, 11},          {"FAT32", 33 * kMiB, kTwoTiB, 11},
+                         {"exFAT", 4 * kMiB, 256 * 1024 * kGiB, 11}, {"EXT2", 4 * kMiB, 8 * kTwoTiB, 16},
+                         {"EXT3", 4 * kMiB, 8 * kTwoTiB, 16},        {"EXT4", 4 * kMiB, 8 * kTwoTiB, 16}};
 
 QString partitionVolumeFault(const Disk& disk, const Partition& entry)
 {
@@ -94,7 +95,8 @@ QString partitionVolumeFault(const Disk& disk, const Partition& entry)
     if (entry.unallocated || limit == std::end(kLimits))
         return QString();
     const qint64 cluster = qint64(entry.clusterSize) * entry.sectorSize;
-    if (entry.size > limit->largest || entry.size < 4 * kMiB || entry.size / cluster >= (qint64(1) << 32))
+    if (entry.size > limit->largest || entry.size < limit->smallest ||
+        entry.size / cluster >= (qint64(1) << 32))
         return on(disk, "a volume of a size that it cannot have");
     if (cluster < 512 || cluster > 2 * kMiB || (cluster & (cluster - 1)) != 0)
         return on(disk, "a cluster of a size that there is not");

@@ -81,7 +81,8 @@ QString alignmentFault(const QString& name, const Disk& before, const Disk& afte
 QString protectionFault(const QString& name, const Disk& before, const Disk& after)
 {
     static const Names switches = {"DiskBringOnline", "ToggleWriteProtection", "ChangePartitionDriveLetter"};
-    if (!before.isWritable() && switches.count(name) == 0 && !isSame(before, after))
+    const bool writable = !before.readonly && !before.isProtected && !before.isOffline && !before.isBad;
+    if (!writable && switches.count(name) == 0 && !isSame(before, after))
         return "a disk that cannot be written to was changed";
     if (kNewTable.count(name) > 0 || name == "DeletePartition")
         return QString();

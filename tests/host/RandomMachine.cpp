@@ -158,7 +158,9 @@ void RandomMachine::giveLetters(host::Machine& machine)
 
 int RandomMachine::function()
 {
-    return kFunctions[static_cast<std::size_t>(below(kFunctions.size()))];
+    // New partitions need most to come together, and what fills a disk is what the rules are about.
+    constexpr int kCreatePartition = 18;
+    return chance(8) ? kCreatePartition : kFunctions[static_cast<std::size_t>(below(kFunctions.size()))];
 }
 
 QString RandomMachine::letter(const host::Machine& machine)
@@ -185,13 +187,15 @@ qint64 RandomMachine::size(const host::Machine& machine, const QString& letter)
 {
     const host::Partition* partition = machine.partition(letter);
     const qint64 scale = partition == nullptr ? 100 * kGiB : partition->size;
-    switch (below(6)) {
+    switch (below(7)) {
     case 0:
         return partition == nullptr ? 0 : partition->usedSize;
     case 1:
         return partition == nullptr ? 0 : partition->freeSize() - 1;
     case 2:
         return -below(kGiB);
+    case 4:
+        return below(50 * kMiB);
     case 3:
         return below(9 * kTiB);
     default:
@@ -243,7 +247,7 @@ QVariantMap RandomMachine::params(const host::Machine& machine, int function)
         return chance(50) ? params : QVariantMap{{"diskIndex", diskIndex(machine)}};
     params["diskIndex"] = diskIndex(machine);
     params["size"] = params["newPartitionCapacity"] = params["partitionCapacity"] = size(machine, drive);
-    params["capacity"] = chance(70) ? below(chance(70) ? 2 * kGiB : 400 * kGiB) : size(machine, drive);
+    params["capacity"] = chance(70) ? below(chance(60) ? 2 * kGiB : 3 * kTiB) : size(machine, drive);
     params["unallocatedIndex"] = static_cast<int>(below(4)) - (chance(5) ? 2 : 0);
     params["fileSystem"] = params["newPartitionFileSystem"] = fileSystem();
     params["label"] = params["newLabel"] = params["newPartitionLabel"] = label();
