@@ -1,5 +1,7 @@
 #include "host/objects/GateWatch.h"
 
+#include "plugin/HandOver.h"
+
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
 
@@ -26,6 +28,7 @@ void GateWatch::notePopupedRead(bool open) const
     if (QThread::currentThread() == thread())
         return;
     auto* self = const_cast<GateWatch*>(this);
+    handover::give();
     QMetaObject::invokeMethod(
         self, [self, open, reader = thisThread()] { self->onPopupedRead(reader, open); },
         Qt::QueuedConnection);
@@ -36,6 +39,7 @@ void GateWatch::noteBusyRead(bool busy) const
     if (QThread::currentThread() == thread())
         return;
     auto* self = const_cast<GateWatch*>(this);
+    handover::give();
     QMetaObject::invokeMethod(
         self, [self, busy, reader = thisThread()] { self->onBusyRead(reader, busy); }, Qt::QueuedConnection);
 }
