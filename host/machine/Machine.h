@@ -101,7 +101,7 @@ struct Machine
     bool bootMediaEnabled = true;
     bool busy = false;          ///< the machine pretends that a task runs
     bool popuped = false;       ///< the machine pretends that a dialog covers the window
-    int taskMilliseconds = 200; ///< how long an order takes
+    int taskMilliseconds = 200; ///< the fixed part of how long a task takes
     QSet<int> smartErrors;      ///< disks whose health is bad
 
     const Disk* disk(int diskIndex) const;

@@ -95,10 +95,11 @@ QString partitionVolumeFault(const Disk& disk, const Partition& entry)
     if (entry.unallocated || limit == std::end(kLimits))
         return QString();
     const qint64 cluster = qint64(entry.clusterSize) * entry.sectorSize;
-    if (entry.size > limit->largest || entry.size < limit->smallest ||
-        entry.size / cluster >= (qint64(1) << 32))
+    // A machine written by hand may leave its clusters out.
+    const bool tooMany = cluster != 0 && entry.size >> 32 >= cluster;
+    if (entry.size > limit->largest || entry.size < limit->smallest || tooMany)
         return on(disk, "a volume of a size that it cannot have");
-    if (cluster < 512 || cluster > 2 * kMiB || (cluster & (cluster - 1)) != 0)
+    if ((cluster != 0 && cluster < 512) || cluster > 2 * kMiB || (cluster & (cluster - 1)) != 0)
         return on(disk, "a cluster of a size that there is not");
     return entry.label.size() <= limit->label ? QString() : on(disk, "a label that is too long");
 }

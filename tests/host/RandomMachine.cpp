@@ -56,52 +56,54 @@ host::Disk RandomMachine::disk(int index, bool system)
     return disk;
 }
 
+host::Partition RandomMachine::entryOf(const host::Disk& disk, int sector, qint64 begin, qint64 size)
+{
+    host::Partition entry;
+    entry.diskIndex = disk.diskIndex;
+    entry.isGPT = disk.isGPT;
+    entry.isDynamic = disk.isDynamic;
+    entry.isRemovable = disk.isRemoveUsb;
+    entry.sectorSize = sector;
+    entry.startSector = begin / sector;
+    entry.size = size;
+    return entry;
+}
+
+void RandomMachine::makeSystem(host::Partition& partition)
+{
+    partition.fsString = "NTFS";
+    partition.clusterSize = 4096 / partition.sectorSize;
+    partition.label = "Windows";
+    partition.usedSize = 30 * kGiB;
+    partition.isBoot = partition.defBoot = true;
+}
+
 void RandomMachine::fill(host::Disk& disk, bool system)
 {
+    constexpr qint64 kLeast = 40 * kMiB;
     const int sector = chance(85) ? 512 : 4096;
-    const bool odd = chance(25);
-    qint64 cursor = disk.isUnInitialize ? 0 : odd ? 63 * qint64(4096) : kMiB;
+    const qint64 unit = chance(25) ? sector : kMiB;
     const qint64 end = disk.size / sector * sector - (disk.isGPT ? kGptTail * sector : 0);
+    qint64 cursor = disk.isUnInitialize ? 0 : unit == kMiB ? kMiB : 63 * qint64(4096);
     const int entries = disk.isUnInitialize ? 0 : static_cast<int>(below(7)) + (system ? 1 : 0);
-    const qint64 unit = odd ? sector : kMiB;
     for (int i = 0; i < entries; ++i) {
+        const bool isSystem = system && i == 0;
         const qint64 limit = std::min(end, disk.isGPT ? end : 2 * kTiB) - cursor;
-        const qint64 most =
-            system && i == 0 ? 100 * kGiB : std::min(limit, (entries > 3 ? 1 : 3) * disk.size / 4);
-        if (limit < 64 * kMiB || most < 64 * kMiB)
+        const qint64 most = isSystem ? 100 * kGiB : std::min(limit, (entries > 3 ? 1 : 3) * disk.size / 4);
+        if (limit < 2 * kLeast || most < 2 * kLeast)
             break;
-        host::Partition entry;
-        entry.diskIndex = disk.diskIndex;
-        entry.isGPT = disk.isGPT;
-        entry.isDynamic = disk.isDynamic;
-        entry.isRemovable = disk.isRemoveUsb;
-        entry.sectorSize = sector;
-        entry.startSector = cursor / sector;
-        entry.size = std::max(40 * kMiB, (system && i == 0 ? most : 40 * kMiB + below(most - 40 * kMiB))) /
-                     unit * unit;
-        entry.unallocated = !(system && i == 0) && chance(25);
-        if (!entry.unallocated)
+        const qint64 size = isSystem ? most : kLeast + below(most - kLeast);
+        host::Partition entry = entryOf(disk, sector, cursor, size / unit * unit);
+        entry.unallocated = !isSystem && chance(25);
+        if (isSystem)
+            makeSystem(entry);
+        else if (!entry.unallocated)
             giveVolume(entry);
-        if (system && i == 0) {
-            entry.fsString = "NTFS";
-            entry.clusterSize = 4096 / sector;
-            entry.label = "Windows";
-            entry.usedSize = 30 * kGiB;
-            entry.isBoot = entry.defBoot = true;
-            entry.bltState = 0;
-        }
         cursor = entry.endOffset();
         disk.partitions.push_back(entry);
     }
-    host::Partition rest;
+    host::Partition rest = entryOf(disk, sector, cursor, end - cursor);
     rest.unallocated = true;
-    rest.diskIndex = disk.diskIndex;
-    rest.isGPT = disk.isGPT;
-    rest.isDynamic = disk.isDynamic;
-    rest.isRemovable = disk.isRemoveUsb;
-    rest.sectorSize = sector;
-    rest.startSector = cursor / sector;
-    rest.size = end - cursor;
     if (rest.size > 0)
         disk.partitions.push_back(rest);
     giveKinds(disk);

@@ -28,6 +28,8 @@ private:
     qint64 below(qint64 bound) { return std::uniform_int_distribution<qint64>(0, bound - 1)(engine_); }
     host::Disk disk(int index, bool system);
     void fill(host::Disk& disk, bool system);
+    static host::Partition entryOf(const host::Disk& disk, int sector, qint64 begin, qint64 size);
+    static void makeSystem(host::Partition& partition);
     void giveVolume(host::Partition& partition);
     void giveKinds(host::Disk& disk);
     void giveLetters(host::Machine& machine);

@@ -26,8 +26,9 @@ def main():
     bin_dir, expected = sys.argv[1:3]
     here = pathlib.Path(__file__).parent
     with tempfile.TemporaryDirectory() as scratch:
-        code, output = run_host(bin_dir, scratch, f"{sys.executable} {here / 'desktop_agent.py'}", "--machine", "desktop",
-                                "--speed", "instant", "--start-guides", "--save", "after.json")
+        agent = f"{sys.executable} {here / 'desktop_agent.py'}"
+        code, output = run_host(bin_dir, scratch, agent, "--machine", "desktop", "--speed", "instant",
+                                "--start-guides", "--save", "after.json")
         if code != 0:
             sys.exit(f"ended with {code}:\n{output}")
         saved = pathlib.Path(scratch, "after.json")

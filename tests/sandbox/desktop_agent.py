@@ -6,7 +6,8 @@ GIB = 1024 ** 3
 
 
 def create_and_format():
-    act("CreatePartition", "diskIndex=0", f"capacity={40 * GIB}", "fileSystem=NTFS", "label=Work", "unallocatedIndex=-1")
+    act("CreatePartition", "diskIndex=0", f"capacity={40 * GIB}", "fileSystem=NTFS", "label=Work",
+        "unallocatedIndex=-1")
     until(lambda: drive("I"), "the new partition")
     act("FormatPartition", "driveLetter=I", "fileSystem=exFAT", "label=Exchange", "clusterSize=65536",
         "quickFormat=false")
