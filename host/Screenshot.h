@@ -8,8 +8,8 @@ class QQuickWindow;
 
 namespace host {
 
-/// The window as it is now, drawn anew; null if that cannot be done. It must be shown, be it without a display.
-/// Application thread.
+/// The window as it is now, drawn anew; null if that cannot be done. It must be shown, be it without a
+/// display. Application thread.
 QImage pictureOf(QQuickWindow& window);
 
 /// The file that a picture of the window goes to. It is opened before anything else is done, so that a bad

@@ -68,7 +68,6 @@ TEST_F(WindowGuide, StartButton_QueuesTheWorkAndClosesTheGuide)
     Q_EMIT bridge.sigConvertResult(convertDisk(*scene.core().machine(), 1, 0));
     ASSERT_NE(awaited("guideStart"), nullptr);
     EXPECT_EQ(item("guideObjection"), nullptr);
-    scene.window()->grabWindow();
     click(item("guideStart"));
     EXPECT_EQ(item("guidePane"), nullptr);
     ASSERT_TRUE(waitForText("taskState", "done"));
@@ -97,7 +96,6 @@ TEST_F(WindowGuide, CloseButton_ClosesIt)
 {
     Q_EMIT bridge.sigCloneResult(cloneResult(3, QString()));
     ASSERT_NE(awaited("guideClose"), nullptr);
-    scene.window()->grabWindow();
     click(item("guideClose"));
     EXPECT_EQ(item("guidePane"), nullptr);
     EXPECT_EQ(scene.core().guideTitle(), "");
@@ -191,6 +189,25 @@ TEST_F(WindowDialog, BootMediaAndToolbox_AreDialogsToo)
     callHost<QVariant>(mainPage(), "doToolBox", ConnectionRule::Call, QVariant(2), QVariant(QVariantMap()));
     ASSERT_TRUE(waitForText("dialogTitle", "Toolbox: bootRepair"));
     EXPECT_TRUE(isPopuped());
+}
+
+TEST_F(WindowDialog, StartButton_QueuesTheWorkAndClosesIt)
+{
+    orderHost(mainPage(), "dobmfunction", ConnectionRule::Call,
+              QVariant(QVariantMap{{"usbDriveLetter", "F"}}));
+    ASSERT_NE(awaited("dialogStart"), nullptr);
+    ASSERT_TRUE(pumpUntil([&] { return focused() == "dialogClose"; }));
+    click(item("dialogStart"));
+    EXPECT_FALSE(isPopuped());
+    ASSERT_TRUE(waitForText("taskState", "done"));
+    EXPECT_EQ(text("taskTitle"), "CreateBootMedia");
+}
+
+TEST_F(WindowDialog, DiskHealth_HasNothingToStart)
+{
+    openHealth(mainPage(), 0);
+    ASSERT_NE(awaited("dialogClose"), nullptr);
+    EXPECT_EQ(item("dialogStart"), nullptr);
 }
 
 TEST_F(WindowDialog, ClickAfter_ClosesItWithoutAUser)

@@ -43,6 +43,9 @@ void WindowTest::SetUp()
         for (const QQmlError& error : errors)
             warnings_.append(error.toString());
     });
+    host::Pace pace;
+    pace.instant = true;
+    scene.core().setPace(pace);
     bridge.setEngine(&scene.engine());
     scene.link().attach(&bridge);
     scene.window()->show();
@@ -91,6 +94,8 @@ bool WindowTest::waitForText(const QString& name, const QString& text)
 void WindowTest::click(QQuickItem* target)
 {
     ASSERT_NE(target, nullptr);
+    // Lays out what has just come.
+    scene.window()->grabWindow();
     QTest::mouseClick(scene.window(), Qt::LeftButton, Qt::NoModifier, placeOf(target).center());
 }
 
