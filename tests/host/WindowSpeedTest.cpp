@@ -1,5 +1,6 @@
-// A large machine: how long the window takes to open and to refresh. The limits leave room for a machine that
-// has much else to do; the figures are printed.
+// A large machine: how long the window takes to open and to refresh. Judged is the time that the application
+// thread computes, which other work on the machine does not lengthen; the time on the clock is printed beside
+// it.
 #include "host/Screenshot.h"
 #include "tests/host/MachineText.h"
 #include "tests/host/WindowTest.h"
@@ -8,6 +9,7 @@
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <ctime>
 
 namespace {
 
@@ -50,6 +52,26 @@ host::Machine largeMachine()
     return machine;
 }
 
+// Time since its making, in milliseconds: on the clock, and computed by this thread.
+class Watch
+{
+public:
+    Watch() : computed_(computedNow()) { clock_.start(); }
+    qint64 elapsed() const { return clock_.elapsed(); }
+    qint64 computed() const { return computedNow() - computed_; }
+
+private:
+    static qint64 computedNow()
+    {
+        timespec now{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+        return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+    }
+
+    QElapsedTimer clock_;
+    qint64 computed_;
+};
+
 int partitionsOf(const host::Machine& machine)
 {
     int count = 0;
@@ -63,8 +85,7 @@ TEST(WindowSpeed, LargeMachine_OpensInUnderASecond)
     QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
     const host::Machine machine = largeMachine();
     ASSERT_EQ(partitionsOf(machine), kPartitions);
-    QElapsedTimer timer;
-    timer.start();
+    const Watch watch;
     host::Scene scene(machine, -1);
     AIBridge bridge;
     bridge.setEngine(&scene.engine());
@@ -72,9 +93,10 @@ TEST(WindowSpeed, LargeMachine_OpensInUnderASecond)
     scene.window()->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(scene.window(), 20000));
     ASSERT_FALSE(host::pictureOf(*scene.window()).isNull());
-    const qint64 opened = timer.elapsed();
-    std::printf("24 disks, 500 partitions: opened and drawn in %lld ms\n", static_cast<long long>(opened));
-    EXPECT_LT(opened, 1000 * kSlower);
+    const qint64 computed = watch.computed();
+    std::printf("24 disks, 500 partitions: opened and drawn in %lld ms, of these %lld ms computed\n",
+                static_cast<long long>(watch.elapsed()), static_cast<long long>(computed));
+    EXPECT_LT(computed, 1000 * kSlower);
 }
 
 class LargeWindow : public WindowTest
@@ -84,7 +106,7 @@ protected:
 
     // From the change to the drawn window, the push of the inventory to the component included: how long the
     // window cannot answer.
-    qint64 refresh(int round)
+    void refresh(int round)
     {
         host::Machine next = *scene.core().machine();
         for (host::Disk& disk : next.disks) {
@@ -93,22 +115,24 @@ protected:
             entry.label = QString("Round %1").arg(round);
             entry.usedSize = entry.size / 2;
         }
-        QElapsedTimer timer;
-        timer.start();
+        const Watch watch;
         scene.core().change(next);
         host::pictureOf(*scene.window());
-        return timer.elapsed();
+        longest_ = std::max(longest_, watch.elapsed());
+        longestComputed_ = std::max(longestComputed_, watch.computed());
     }
+
+    qint64 longest_ = 0;
+    qint64 longestComputed_ = 0;
 };
 
 TEST_F(LargeWindow, Refresh_DoesNotStall)
 {
-    qint64 longest = 0;
     for (int round = 0; round < kRefreshes; ++round)
-        longest = std::max(longest, refresh(round));
-    std::printf("24 disks, 500 partitions: longest refresh %lld ms of %d\n", static_cast<long long>(longest),
-                kRefreshes);
-    EXPECT_LT(longest, 250 * kSlower);
+        refresh(round);
+    std::printf("24 disks, 500 partitions: longest of %d refreshes %lld ms; %lld ms computed at most\n",
+                kRefreshes, static_cast<long long>(longest_), static_cast<long long>(longestComputed_));
+    EXPECT_LT(longestComputed_, 100 * kSlower);
 }
 
 TEST_F(LargeWindow, OnlyDisksInSight_HaveItems)
