@@ -34,3 +34,9 @@ if(AIBRIDGE_COVERAGE)
     add_compile_options(--coverage -fprofile-update=atomic -O0)
     add_link_options(--coverage)
 endif()
+
+# Feedback for the programs of fuzz/ in all code that is built here. Asks for clang.
+option(AIBRIDGE_FUZZ "Build what fuzz/ needs" OFF)
+if(AIBRIDGE_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -1,0 +1,103 @@
+// The files and texts of others that are read: state, configuration, lists, and what programs print.
+#include "fuzz/Fuzz.h"
+#include "plugin/ComponentMgr.h"
+#include "recscan/Referral.h"
+#include "recscan/ScanStateFile.h"
+#include "service/AIFuncallThread.h"
+#include "service/PortSearch.h"
+#include "tests/support/ScratchApplication.h"
+#include "win11/ProcessorLists.h"
+#include "win11/ReadinessParsers.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QFile>
+#include <QtCore/QMap>
+
+namespace {
+
+ScratchApplication& application()
+{
+    static ScratchApplication scratch;
+    return scratch;
+}
+
+// Settings are read anew when a file has another size or age, so each gets an age of its own.
+void write(const QString& path, const std::string& content)
+{
+    static qint64 age = 0;
+    QFile file(path);
+    require(file.open(QIODevice::WriteOnly), "the scratch folder can be written");
+    file.write(content.data(), static_cast<qint64>(content.size()));
+    file.flush();
+    file.setFileTime(QDateTime::fromMSecsSinceEpoch(++age * 1000), QFileDevice::FileModificationTime);
+}
+
+void readState(Bytes input)
+{
+    const QString path = application().folder() + QLatin1String("/recscan.info");
+    write(path, input.rest());
+    const ScanState state = readScanState();
+    writeScanState(state);
+    const ScanState again = readScanState();
+    require(again.nextCaseIndex == state.nextCaseIndex && again.referralDone == state.referralDone,
+            "a state that was saved is read again");
+    QFile::remove(path);
+}
+
+void readPages(Bytes input)
+{
+    write(application().current() + QLatin1String("/seo2fun.json"), input.rest());
+    QMap<QString, QString> functions;
+    loadSeoToFun(functions);
+    for (const QString& key : qAsConst(functions))
+        recommendFunction(key);
+}
+
+void readLists(Bytes input)
+{
+    const QString name = QString::fromStdString(input.text(input.byte()));
+    const std::string list = input.text(input.number(2));
+    for (const char* file : {"AMD", "Intel", "Qualcomm"})
+        write(checkerFilePath(QStringLiteral("SupportedProcessors%1.txt").arg(QLatin1String(file))), list);
+    write(checkerFilePath(QStringLiteral("win11_cpu_whitelist.txt")), input.rest());
+    if (isProcessorSupported(name))
+        require(!name.isEmpty(), "a processor without a name is on no list");
+}
+
+void readPrinted(Bytes input)
+{
+    const QByteArray text = QByteArray::fromStdString(input.rest());
+    if (isDirectXReady(text))
+        require(QByteArray(text).replace(" ", "").contains("DDIVersion:12"), "ready names its interface");
+    isSecureBootKnown(text);
+    int first = 0;
+    int second = 0;
+    pickFreePorts(text, &first, &second);
+    require((first == 0 || first >= 9090) && (second == 0 || second > first), "the ports are in order");
+    require(first == 0 || !text.contains(':' + QByteArray::number(first)), "the port is not in use");
+}
+
+void readComponents(Bytes input)
+{
+    write(application().folder() + QLatin1String("/components.ini"), input.rest());
+    CComponentMgr manager;
+    manager.loadComponents(QString());
+    require(manager.components().isEmpty(), "no file brings a component that is not there");
+}
+
+void readConfiguration(Bytes input)
+{
+    write(application().folder() + QLatin1String("/config.ini"), input.rest());
+    AIFuncallThread::configuredAddress();
+}
+
+} // namespace
+
+void fuzzOne(Bytes input)
+{
+    using Reader = void (*)(Bytes);
+    static const Reader readers[] = {readState,   readPages,      readLists,
+                                     readPrinted, readComponents, readConfiguration};
+    application().write(checkerFilePath(QStringLiteral("there")), "");
+    readers[input.byte() % std::size(readers)](input);
+}

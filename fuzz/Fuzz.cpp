@@ -1,0 +1,35 @@
+#include "fuzz/Fuzz.h"
+
+#include "plugin/HandOver.h"
+
+#include <QtGui/QGuiApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+void require(bool holds, const char* what)
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "does not hold: %s\n", what);
+    std::abort();
+}
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // What the code says while it is attacked would only slow it down.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        if (type == QtFatalMsg)
+            std::fprintf(stderr, "%s\n", qPrintable(text));
+    });
+    static const auto* const application = new handover::Marked<QGuiApplication>(*argc, *argv);
+    Q_UNUSED(application)
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    fuzzOne(Bytes(data, size));
+    return 0;
+}

@@ -1,0 +1,100 @@
+// One whole connection: the server's own loop over its own transports, protocol and processor, the real tools
+// and a host. Only the socket is a piece of memory.
+#include "fuzz/Fuzz.h"
+#include "fuzz/ToolHost.h"
+#include "service/ToolServer.h"
+#include "tests/support/Wire.h"
+
+#include <thrift/TOutput.h>
+#include <thrift/server/TConnectedClient.h>
+#include <thrift/server/TThreadedServer.h>
+#include <thrift/transport/TVirtualTransport.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace server = apache::thrift::server;
+
+namespace {
+
+// A socket whose client has said all that it will say. The bytes come in pieces, as from a network.
+class Pipe : public apache::thrift::transport::TVirtualTransport<Pipe>
+{
+public:
+    Pipe(std::string bytes, std::size_t piece) : bytes_(std::move(bytes)), piece_(piece) {}
+
+    bool isOpen() const override { return true; }
+    bool peek() override { return at_ < bytes_.size(); }
+    void close() override {}
+    std::uint32_t read(std::uint8_t* buffer, std::uint32_t length)
+    {
+        const std::size_t count = std::min({std::size_t(length), piece_, bytes_.size() - at_});
+        std::copy_n(bytes_.begin() + static_cast<std::ptrdiff_t>(at_), count, buffer);
+        at_ += count;
+        return static_cast<std::uint32_t>(count);
+    }
+    void write(const std::uint8_t* bytes, std::uint32_t length) { sent.append(bytes, bytes + length); }
+
+    std::string sent;
+
+private:
+    std::string bytes_;
+    std::size_t piece_;
+    std::size_t at_ = 0;
+};
+
+class Replies : public wire::Source
+{
+public:
+    explicit Replies(const std::string& bytes) : bytes_(bytes) {}
+    bool atEnd() const { return at_ == bytes_.size(); }
+    std::string take(std::size_t count) override
+    {
+        require(count <= bytes_.size() - at_, "a reply is whole");
+        at_ += count;
+        return bytes_.substr(at_ - count, count);
+    }
+
+private:
+    const std::string& bytes_;
+    std::size_t at_ = 0;
+};
+
+struct Service
+{
+    ToolHost host;
+    std::unique_ptr<server::TThreadedServer> tools = makeToolServer(host.tools(), "localhost", 0);
+
+    std::string connection(const std::string& bytes, std::size_t piece)
+    {
+        const auto pipe = std::make_shared<Pipe>(bytes, piece);
+        const auto in = tools->getInputProtocolFactory()->getProtocol(
+            tools->getInputTransportFactory()->getTransport(pipe));
+        const auto out = tools->getOutputProtocolFactory()->getProtocol(
+            tools->getOutputTransportFactory()->getTransport(pipe));
+        const auto processor = tools->getProcessorFactory()->getProcessor({in, out, pipe});
+        server::TConnectedClient(processor, in, out, nullptr, pipe).run();
+        return pipe->sent;
+    }
+};
+
+} // namespace
+
+void fuzzOne(Bytes input)
+{
+    static Service* service = [] {
+        apache::thrift::GlobalOutput.setOutputFunction([](const char*) {});
+        return new Service;
+    }();
+    service->host.setMood(input.byte());
+    const std::size_t piece = 1 + input.byte();
+    const std::string sent = service->connection(input.rest(), piece);
+    for (Replies replies(sent); !replies.atEnd();) {
+        const wire::Message reply = wire::readMessage(replies);
+        require(reply.type == wire::Reply || reply.type == wire::Exception, "what comes back is an answer");
+    }
+    service->host.checkCalls();
+    const std::string good =
+        wire::strictHeader("Init", 77, wire::Reply) + wire::Fields().boolean(0, true).end();
+    require(service->connection(wire::call("Init", 77), 512) == good, "the next connection is served");
+}
