@@ -1,0 +1,124 @@
+#include "tests/faults/Fault.h"
+
+#include <ostream>
+
+namespace {
+
+Member method(const char* object, const char* name, const char* parameters, const char* type)
+{
+    return {object, name, parameters, type, false, true};
+}
+
+Member direct(const char* object, const char* name, const char* parameters, const char* type)
+{
+    return {object, name, parameters, type, false, false};
+}
+
+Member property(const char* object, const char* name, const char* type)
+{
+    return {object, name, {}, type, true, false};
+}
+
+std::vector<Fault> faultsOf(const Member& member)
+{
+    std::vector<Fault> faults{NoMember, OtherSignature, OtherResult};
+    if (member.isProperty || member.type == "QVariant" || member.type == "QVariantList")
+        faults.push_back(WrongValue);
+    if (!member.isProperty && !member.type.isEmpty())
+        faults.push_back(NoResult);
+    if (!member.isProperty && member.onApplicationThread)
+        faults.push_back(Throws);
+    return faults;
+}
+
+const char* nameOf(Fault fault)
+{
+    switch (fault) {
+    case NoObject:
+        return "NoObject";
+    case NoMember:
+        return "NoMember";
+    case OtherSignature:
+        return "OtherSignature";
+    case OtherResult:
+        return "OtherResult";
+    case NoResult:
+        return "NoResult";
+    case WrongValue:
+        return "WrongValue";
+    case Throws:
+        return "Throws";
+    case Whole:
+        break;
+    }
+    return "Whole";
+}
+
+const char* nameOf(Mood mood)
+{
+    return mood == Free ? "Free" : mood == Busy ? "Busy" : "Covered";
+}
+
+} // namespace
+
+const std::vector<Member>& allMembers()
+{
+    static const std::vector<Member> members = {
+        method("partitionmanager", "doFunFromAI", "int,QVariantMap", "bool"),
+        method("partitionmanager", "isWin11CheckerEnable", "", "bool"),
+        direct("partitionmanager", "hasDiskSmartInfoError", "int", "bool"),
+        method("toolbox", "check4kAlign", "QVariant", "bool"),
+        method("partitionrecovery", "isDiskIndexValid", "QVariant", "bool"),
+        method("partitionrecovery", "isRawPart", "QVariant", "bool"),
+        method("bootablemedia", "isAlreadyEnable", "", "bool"),
+        direct("deviceMgr", "disks", "int,bool", "QVariantList"),
+        direct("deviceMgr", "bootDisks", "int,bool", "QVariantList"),
+        property("clone", "cloneType", "int"),
+        method("clone", "invalidInfo", "QVariantMap,QVariantMap,int,QVariantMap", "QString"),
+        method("diskconverter", "isFunValid", "int,QVariantMap", "bool"),
+        method("diskconverter", "isGPT2MBRValid", "QVariantMap", "QString"),
+        method("diskconverter", "isMBR2GPTValid", "QVariantMap", "QString"),
+        method("multilanguage", "sigCurrentLanguageChanged", "", ""),
+        property("__zormain", "busy", "bool"),
+        method("__zormain", "doprfunction", "QVariant", ""),
+        method("__zormain", "createBootMediaEnabled", "QVariant", "QVariant"),
+        method("__zormain", "dobmfunction", "QVariant", ""),
+        method("__zormain", "opendiskhealth", "QVariant", ""),
+        method("__zormain", "passwordResetEnabled", "", "QVariant"),
+        method("__zormain", "bootrepairEnabled", "", "QVariant"),
+        method("__zormain", "doToolBox", "QVariant,QVariant", "QVariant"),
+        method("__qml_executer", "sendUserInfo", "QVariant,QVariant,QVariant,QVariant", "QVariant"),
+        method("window", "closeGuide", "QVariant", "QVariant"),
+        property("window", "popuped", "bool"),
+        method("window", "openUrl", "QVariant", "QVariant"),
+    };
+    return members;
+}
+
+std::vector<FaultCase> allFaultCases()
+{
+    std::vector<FaultCase> cases;
+    for (const Mood mood : {Free, Busy, Covered}) {
+        cases.push_back({Member(), Whole, mood});
+        QString object;
+        for (const Member& member : allMembers()) {
+            if (member.object != object)
+                cases.push_back({{member.object, {}, {}, {}}, NoObject, mood});
+            object = member.object;
+            for (const Fault fault : faultsOf(member))
+                cases.push_back({member, fault, mood});
+        }
+    }
+    return cases;
+}
+
+std::string FaultCase::name() const
+{
+    const QString which = member.name.isEmpty() ? member.object : member.object + '_' + member.name;
+    return (which + '_' + nameOf(fault) + '_' + nameOf(mood)).toStdString();
+}
+
+void PrintTo(const FaultCase& row, std::ostream* out)
+{
+    *out << row.name();
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+/// What can be amiss with a host's object or with one of its members. Bits, so that a table can name several.
+enum Fault : unsigned {
+    Whole = 0,
+    NoObject = 1,
+    NoMember = 2,
+    OtherSignature = 4, ///< a method with other parameters; a property is a method of that name
+    OtherResult = 8,    ///< declared with another type of result, or of property
+    NoResult = 16,      ///< declared without a result
+    WrongValue = 32,    ///< of the declared type, but nothing that was asked for
+    Throws = 64         ///< the QML function behind it throws
+};
+
+/// The moments in which the host is met.
+enum Mood : unsigned {
+    Free = 1,
+    Busy = 2,    ///< a task is in execution; the pre-OS environment is enabled
+    Covered = 4, ///< a dialog covers the window
+    AnyMood = 7
+};
+
+/// One name of the index of host names.
+struct Member
+{
+    QString object;
+    QByteArray name;
+    QByteArray parameters; ///< of a method, comma separated
+    QByteArray type;       ///< of the result, empty for none; of a property
+    bool isProperty = false;
+    bool onApplicationThread = true; ///< false where it is called or read on the caller's thread
+
+    QString where() const { return object + '.' + QString::fromLatin1(name); }
+};
+
+const std::vector<Member>& allMembers();
+
+/// One row of the matrix: a host with a fault.
+struct FaultCase
+{
+    Member member; ///< with an empty name where the object is missing
+    Fault fault = Whole;
+    Mood mood = Free;
+
+    std::string name() const;
+};
+
+/// Every fault that a member can have, in every mood.
+std::vector<FaultCase> allFaultCases();
+
+/// The documented answer of a tool to the call of calls::encode.
+QString expectedAnswer(const std::string& method, const FaultCase& host);
+
+void PrintTo(const FaultCase& row, std::ostream* out);

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "service/ZorHandle.h"
+#include "tests/faults/Fault.h"
+#include "tests/support/HandlerServer.h"
+#include "tests/support/RecordingHost.h"
+
+#include <atomic>
+#include <memory>
+
+/// A host with one fault and the service before it, on a port of its own.
+class FaultHost
+{
+public:
+    explicit FaultHost(const FaultCase& row);
+    ~FaultHost();
+
+    /// Exchanges what a member does; before build().
+    RecordingHost& host() { return host_; }
+    /// Makes the host, pushes the inventory and serves.
+    void build();
+
+    int port() const { return server_->port(); }
+    /// How often a QML function has thrown.
+    int thrown() const;
+
+private:
+    class OpenGate;
+
+    void setMood(Mood mood);
+    void breakMember(const FaultCase& row);
+    FakeBody throwing();
+
+    RecordingHost host_;
+    QQmlApplicationEngine pages_;
+    std::shared_ptr<CZorHandle> tools_;
+    std::unique_ptr<HandlerServer> server_;
+};

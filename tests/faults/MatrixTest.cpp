@@ -1,0 +1,81 @@
+// Every name of the host that is looked up, with each thing that can be amiss with it, against every tool:
+// the answer is the documented one, and the call after it is served.
+#include "tests/faults/Calls.h"
+#include "tests/faults/FaultHost.h"
+#include "tests/support/ProcessFigures.h"
+#include "tests/support/RawClient.h"
+#include "tests/support/Threads.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+class Matrix : public testing::TestWithParam<FaultCase>
+{
+};
+
+TEST_P(Matrix, AllTools_AnswerAsDocumentedOneAfterTheOther)
+{
+    FaultHost host(GetParam());
+    host.build();
+    runOnOtherThread([&] {
+        RawClient client(host.port());
+        int sequence = 0;
+        for (const std::string& method : calls::methods()) {
+            const wire::Message reply = client.ask(calls::encode(method, ++sequence));
+            EXPECT_EQ(reply.sequence, sequence);
+            EXPECT_EQ(calls::answerOf(reply), expectedAnswer(method, GetParam())) << method;
+        }
+    });
+    const bool isRun = host.host().recorder().sequence().contains(GetParam().member.where());
+    EXPECT_FALSE(isRun && GetParam().fault == OtherSignature);
+}
+
+// A sanitizer makes each host many times slower, and finds what it finds in one mood.
+std::vector<FaultCase> cases()
+{
+    std::vector<FaultCase> chosen;
+    for (const FaultCase& row : allFaultCases()) {
+        if (kMemoryIsOurs || row.mood == Free)
+            chosen.push_back(row);
+    }
+    return chosen;
+}
+
+INSTANTIATE_TEST_SUITE_P(Host, Matrix, testing::ValuesIn(cases()),
+                         [](const auto& row) { return row.param.name(); });
+
+TEST(MatrixRows, AQmlFunctionThatThrows_IsReached)
+{
+    // Else the rows of that fault would show nothing.
+    FaultHost host({{"__zormain", "doToolBox", "QVariant,QVariant", "QVariant"}, Throws, Free});
+    host.build();
+    runOnOtherThread([&] { RawClient(host.port()).ask(calls::encode("RebuildMbr", 1)); });
+    EXPECT_EQ(host.thrown(), 1);
+}
+
+TEST(MatrixRows, EveryMemberOfTheWholeHost_IsAmongThem)
+{
+    std::set<QString> named;
+    for (const Member& member : allMembers())
+        named.insert(member.where());
+    RecordingHost host;
+    QStringList objects = RecordingHost::contextObjects();
+    objects << "__zormain"
+            << "__qml_executer"
+            << "window";
+    for (const QString& object : objects) {
+        for (const FakeMember& member : host.spec(object).members())
+            EXPECT_TRUE(named.count(object + '.' + member.name.split('(').first())) << member.name.data();
+    }
+    EXPECT_EQ(named.size(), allMembers().size());
+}
+
+TEST(MatrixRows, ThereAreCallsOfAll69Tools)
+{
+    EXPECT_EQ(calls::methods().size(), 69u);
+}
+
+} // namespace
