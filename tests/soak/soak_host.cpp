@@ -1,0 +1,253 @@
+// The host of a soak: the whole recording host with the real bridge and its service, which refreshes the
+// inventory, scans and answers recommendations. It prints its port, then now and then what it holds, and ends
+// by the clean road when its standard input does. soak_host SEED [FAULT]
+#include "plugin/HandOver.h"
+#include "tests/support/AIBridgeAccess.h"
+#include "tests/support/FakeNetstat.h"
+#include "tests/support/ProcessFigures.h"
+#include "tests/support/RawClient.h"
+#include "tests/support/RecordingHost.h"
+#include "tests/support/ScratchApplication.h"
+#include "tests/support/ServiceRunner.h"
+#include "tests/support/Threads.h"
+#include "tests/tools/ToolRow.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QSocketNotifier>
+#include <QtCore/QTimer>
+#include <QtGui/QGuiApplication>
+
+#include <thrift/TOutput.h>
+
+#include <cstdio>
+#include <random>
+#include <thread>
+
+#include <malloc.h>
+#include <unistd.h>
+
+namespace {
+
+// A seed makes the same decisions again, though not at the same moments.
+std::mt19937& dice()
+{
+    static std::mt19937 engine;
+    return engine;
+}
+
+constexpr int kVariants = 3;
+constexpr int kDisks = 24;
+constexpr int kPartitions = 10;
+
+// Inventories that differ in one text of each record, so that a reader can tell whether it has seen one
+// whole.
+QVariantList inventory(int variant)
+{
+    const QString mark = QStringLiteral("variant-%1").arg(variant);
+    QVariantList disks;
+    for (int disk = 0; disk < kDisks; ++disk) {
+        QVariantList partitions;
+        for (int i = 0; i < kPartitions; ++i) {
+            QVariantMap partition{{"diskIndex", disk},
+                                  {"partitionIndex", i},
+                                  {"label", mark},
+                                  {"size", qlonglong(500) << 30},
+                                  {"usedSize", qlonglong(100) << 30},
+                                  {"isGPT", true}};
+            if (i == 0 && disk < 2)
+                partition["driveLetter"] = disk == 0 ? "C:" : "E:";
+            partitions.append(partition);
+        }
+        disks.append(QVariantMap{
+            {"diskIndex", disk}, {"serialNO", mark}, {"isGPT", true}, {"partitions", partitions}});
+    }
+    return disks;
+}
+
+// What can be made to go wrong, to see that the run finds it.
+class Sabotage
+{
+public:
+    explicit Sabotage(QByteArray fault) : fault_(std::move(fault)) { clock_.start(); }
+
+    void atOrder()
+    {
+        ++orders_;
+        if (fault_ == "leak")
+            kept_.push_back(std::vector<char>(16 * 1024));
+        else if (fault_ == "descriptor" && orders_ % 10 == 0)
+            ::dup(STDOUT_FILENO);
+        else if (fault_ == "thread" && orders_ % 10 == 0)
+            std::thread([] { ::pause(); }).detach();
+        else if (fault_ == "stall" && !stalled_ && clock_.elapsed() > 2000)
+            stall();
+    }
+    bool answer() { return fault_ != "wrong" || ++answers_ % 50 != 0; }
+
+private:
+    void stall()
+    {
+        stalled_ = true;
+        std::this_thread::sleep_for(std::chrono::seconds(8));
+    }
+
+    QByteArray fault_;
+    QElapsedTimer clock_;
+    std::vector<std::vector<char>> kept_;
+    int orders_ = 0;
+    int answers_ = 0;
+    bool stalled_ = false;
+};
+
+class SoakHost
+{
+public:
+    explicit SoakHost(const QByteArray& fault) : sabotage_(fault) {}
+
+    /// False if the service does not start.
+    bool start();
+    /// Waits until nobody is served and nothing runs, then releases the bridge.
+    void end();
+
+    int port() const { return port_.number(); }
+
+private:
+    void fillSpecs();
+    void every(int milliseconds, const std::function<void()>& work);
+    void refresh() { host_.bridge()->setDiskInfo(inventory(static_cast<int>(dice()() % kVariants))); }
+    void answerRecommendation();
+    void checkCalls();
+    void print();
+
+    Sabotage sabotage_;
+    ScratchApplication application_;
+    RecordingHost host_;
+    ReservedPort port_;
+    std::vector<std::unique_ptr<QTimer>> timers_;
+    QElapsedTimer clock_;
+    ProcessFigures before_;
+    int refreshes_ = 0;
+    int scans_ = 0;
+    int answers_ = 0;
+    int calls_ = 0;
+};
+
+void SoakHost::fillSpecs()
+{
+    host_.spec("deviceMgr").answer("disks", QVariant(machine::disks()));
+    host_.spec("partitionmanager").answer("doFunFromAI", [this](const QVariantList&) {
+        sabotage_.atOrder();
+        return QVariant(true);
+    });
+    host_.spec("__zormain").answer("doToolBox", [this](const QVariantList&) {
+        return QVariant(sabotage_.answer());
+    });
+    // The scans of the first seconds find nothing and so run through all their cases; then a disk goes bad.
+    host_.spec("partitionmanager").answer("hasDiskSmartInfoError", [this](const QVariantList&) {
+        return QVariant(clock_.elapsed() > 5000);
+    });
+}
+
+bool SoakHost::start()
+{
+    // The referral rule would ask a service in the network.
+    ScratchApplication::write(application_.folder() + "/recscan.info", QByteArray("\0\0\0\0\1", 5));
+    fillSpecs();
+    clock_.start();
+    host_.build();
+    refresh();
+    AIBridge* bridge = host_.bridge();
+    QObject::connect(bridge, &AIBridge::sigRecScanResult, [this] { answerRecommendation(); });
+    before_ = ProcessFigures::now();
+    const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(port())));
+    bridge->init();
+    if (!pumpUntil([this] { return RawClient::isListening(port()); }))
+        return false;
+    every(20, [this] {
+        refresh();
+        ++refreshes_;
+    });
+    every(100, [this] {
+        host_.bridge()->beginRecScan();
+        ++scans_;
+    });
+    every(50, [this] { checkCalls(); });
+    every(250, [this] { print(); });
+    return true;
+}
+
+void SoakHost::every(int milliseconds, const std::function<void()>& work)
+{
+    timers_.push_back(std::make_unique<QTimer>());
+    QObject::connect(timers_.back().get(), &QTimer::timeout, work);
+    timers_.back()->start(milliseconds);
+}
+
+void SoakHost::answerRecommendation()
+{
+    ++answers_;
+    host_.bridge()->doRecOperation(QVariantMap{{"result", static_cast<int>(dice()() % 2)}});
+}
+
+// The calls are looked through and forgotten.
+void SoakHost::checkCalls()
+{
+    const std::vector<HostCallRecord> calls = host_.recorder().calls();
+    host_.recorder().clear();
+    calls_ += static_cast<int>(calls.size());
+    for (const HostCallRecord& call : calls) {
+        if (call.member != "doFunFromAI")
+            continue;
+        if (call.arguments.at(1).toMap().contains("TestFunValid") != call.withResult) {
+            std::puts("wrong: an order that carries the mark of a question");
+            std::fflush(stdout);
+        }
+    }
+}
+
+void SoakHost::print()
+{
+    std::printf("holds %zu refreshes %d scans %d answers %d calls %d\n", mallinfo2().uordblks, refreshes_,
+                scans_, answers_, calls_);
+    std::fflush(stdout);
+}
+
+void SoakHost::end()
+{
+    timers_.clear();
+    const int ownThreads = before_.threads + 1; // and the service's
+    pumpUntil([ownThreads] { return ProcessFigures::now().threads <= ownThreads; });
+    AIBridgeAccess::release(*host_.bridge());
+    print();
+    const ProcessFigures after = ProcessFigures::now();
+    std::printf("left threads %d descriptors %d\n", after.threads - before_.threads,
+                after.fileDescriptors - before_.fileDescriptors);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // One arena, so that memory which connection threads give back can be used again by the next ones.
+    mallopt(M_ARENA_MAX, 1);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // What the service says of each client that goes would drown what the run has to say.
+    apache::thrift::GlobalOutput.setOutputFunction([](const char*) {});
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    handover::Marked<QGuiApplication> application(argc, argv);
+    dice().seed(argc > 1 ? static_cast<unsigned>(std::strtoul(argv[1], nullptr, 10)) : 0);
+    SoakHost host(argc > 2 ? argv[2] : "");
+    if (!host.start())
+        return 1;
+    std::printf("port %d\n", host.port());
+    std::fflush(stdout);
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, [] {
+        char bytes[64];
+        if (::read(STDIN_FILENO, bytes, sizeof bytes) <= 0)
+            QCoreApplication::quit();
+    });
+    application.exec();
+    host.end();
+    return 0;
+}
