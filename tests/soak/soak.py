@@ -171,7 +171,7 @@ def watch(host, clients):
 
 
 def wait_until_quiet(host, base):
-    end = time.monotonic() + 60
+    end = time.monotonic() + 30
     while True:
         sample = host.sample()
         if sample["descriptors"] <= base["descriptors"]:

@@ -75,9 +75,9 @@ public:
         ++orders_;
         if (fault_ == "leak")
             kept_.push_back(std::vector<char>(16 * 1024));
-        else if (fault_ == "descriptor" && orders_ % 10 == 0)
+        else if (fault_ == "descriptor" && orders_ % 2 == 0)
             ::dup(STDOUT_FILENO);
-        else if (fault_ == "thread" && orders_ % 10 == 0)
+        else if (fault_ == "thread" && orders_ % 2 == 0)
             std::thread([] { ::pause(); }).detach();
         else if (fault_ == "stall" && !stalled_ && clock_.elapsed() > 2000)
             stall();
