@@ -69,7 +69,7 @@ struct Effect
     unsigned moods = AnyMood;
 };
 
-constexpr unsigned kNotCalled = NoMember | OtherSignature | OtherResult | NoResult;
+constexpr unsigned kNotCalled = NoMember | OtherSignature | OtherTypes | OtherResult | NoResult;
 constexpr unsigned kNoAnswer = kNotCalled | WrongValue | Throws;
 
 // The answers of a host with nothing amiss that are not "Task Queued".

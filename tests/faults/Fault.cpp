@@ -26,6 +26,8 @@ std::vector<Fault> faultsOf(const Member& member)
         faults.push_back(WrongValue);
     if (!member.isProperty && !member.type.isEmpty())
         faults.push_back(NoResult);
+    if (!member.parameters.isEmpty())
+        faults.push_back(OtherTypes);
     if (!member.isProperty && member.onApplicationThread)
         faults.push_back(Throws);
     return faults;
@@ -48,6 +50,8 @@ const char* nameOf(Fault fault)
         return "WrongValue";
     case Throws:
         return "Throws";
+    case OtherTypes:
+        return "OtherTypes";
     case Whole:
         break;
     }

@@ -16,7 +16,8 @@ enum Fault : unsigned {
     OtherResult = 8,    ///< declared with another type of result, or of property
     NoResult = 16,      ///< declared without a result
     WrongValue = 32,    ///< of the declared type, but nothing that was asked for
-    Throws = 64         ///< the QML function behind it throws
+    Throws = 64,        ///< the QML function behind it throws
+    OtherTypes = 128    ///< a method with as many parameters of another type
 };
 
 /// The moments in which the host is met.

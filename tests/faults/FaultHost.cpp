@@ -28,6 +28,11 @@ QByteArray otherParameters(const Member& member)
     return member.parameters.isEmpty() ? QByteArray("QByteArray") : member.parameters + ",QByteArray";
 }
 
+QByteArray otherTypes(const Member& member)
+{
+    return "QByteArray" + QByteArray(",QByteArray").repeated(member.parameters.count(','));
+}
+
 QVariant wrongValue(const Member& member)
 {
     return member.type == "QVariantList" ? QVariant(QVariantList{5, "text", QVariantList{QVariantMap()}})
@@ -75,6 +80,9 @@ void FaultHost::breakMember(const FaultCase& row)
     switch (row.fault) {
     case OtherSignature:
         spec.method(member.name + '(' + otherParameters(member) + ')', member.type, yes);
+        break;
+    case OtherTypes:
+        spec.method(member.name + '(' + otherTypes(member) + ')', member.type, yes);
         break;
     case OtherResult:
         if (member.isProperty)
