@@ -29,12 +29,25 @@ const Interface& service()
     return Interface::builtIn();
 }
 
+// False where the nearest of 69 names would be looked for to a long one: under the sanitizers that takes
+// nearly all of the time.
+bool isQuick(const std::vector<std::string>& words)
+{
+    for (std::size_t i = 0; i < words.size() && i < 2; ++i) {
+        if (words[i].size() > 16 && service().method(words[i]) == nullptr)
+            return false;
+    }
+    return true;
+}
+
 void readWords(Bytes input)
 {
     const std::string line = input.rest();
     try {
         const std::vector<std::string> words = splitWords(line);
         require(splitWords(joinWords(words)) == words, "joined words are split as they were");
+        if (!isQuick(words))
+            return;
     } catch (const Failure& failure) {
         require(failure.code() == Usage, "a line that can't be read is a matter of usage");
     }
@@ -53,12 +66,12 @@ void readWords(Bytes input)
 void readOptions(Bytes input)
 {
     QStringList arguments{QStringLiteral("zorcall")};
-    while (input.left() > 0)
+    while (input.left() > 0 && arguments.size() < 20)
         arguments.append(QString::fromStdString(input.text(input.byte())));
     try {
         const Options options = parseOptions(arguments);
         addressOf(options, QStringLiteral("9090"));
-        if (options.mode == Options::Call)
+        if (options.mode == Options::Call && isQuick(options.words))
             parseCall(service(), options.words, options.allowMissing);
     } catch (const Failure& failure) {
         require(failure.code() == Usage, "a command line that can't be read is a matter of usage");
