@@ -191,10 +191,15 @@ void makeCommandLines()
         arguments += byte(static_cast<int>(word.size())) + word;
     save("zorcall", "options", byte(1) + arguments);
     save("zorcall", "description", byte(2) + smallDescription());
-    // Init is the first method, PreProcessing the third.
+    // Init is the first method, PreProcessing the third, ShowBitLockerStatus the fourth.
     save("zorcall", "yes", byte(3) + byte(0) + reply("Init", byte(2) + std::string(2, '\0') + byte(1)));
     const std::string task = byte(12) + std::string(2, '\0') + byte(2) + byte(0) + byte(1) + byte(1) +
                              byte(11) + byte(0) + byte(2) + std::string(3, '\0') + byte(2) + "no" + byte(0);
+    const std::string answer = "F\xC3\xBCll \xE7\xA3\x81\xE7\x9B\x98 \"ok\"";
+    save("zorcall", "text",
+         byte(3) + byte(3) +
+             reply("ShowBitLockerStatus",
+                   byte(11) + std::string(5, '\0') + byte(static_cast<int>(answer.size())) + answer));
     save("zorcall", "task", byte(3) + byte(2) + reply("PreProcessing", task));
 }
 
