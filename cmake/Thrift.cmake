@@ -3,6 +3,11 @@
 
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(THRIFT REQUIRED IMPORTED_TARGET thrift>=0.17)
+if(WIN32)
+    # The package says neither that its headers need Boost's nor which system libraries a static link wants.
+    target_include_directories(PkgConfig::THRIFT SYSTEM INTERFACE ${AIBRIDGE_THRIFT_EXTRA_INCLUDES})
+    target_link_libraries(PkgConfig::THRIFT INTERFACE ws2_32 shlwapi)
+endif()
 
 set(ZORNATIVE_THRIFT ${CMAKE_SOURCE_DIR}/service/ZORNativePlugin.thrift)
 set(ZORNATIVE_GEN ${CMAKE_BINARY_DIR}/gen-cpp)

@@ -12,8 +12,11 @@
 #include <string>
 #include <vector>
 
-#ifdef AIBRIDGE_BUILD
+// AIBRIDGE_BUILD: the library's own sources. AIBRIDGE_STATIC: what links those sources statically, as tests do.
+#if defined(AIBRIDGE_BUILD)
 #define AIBRIDGE_EXPORT Q_DECL_EXPORT
+#elif defined(AIBRIDGE_STATIC)
+#define AIBRIDGE_EXPORT
 #else
 #define AIBRIDGE_EXPORT Q_DECL_IMPORT
 #endif
