@@ -16,3 +16,31 @@ toolchain_dir() {
 }
 
 toolchain_complete() { [ -e "$(toolchain_dir)/complete" ]; }
+
+# Sets the environment for Wine: a prefix of ours, no display, no sound of its own, the libraries of the toolchain.
+set_up_wine() {
+    local dir gcc
+    dir=$(toolchain_dir)
+    gcc=$(dirname "$($triple-g++-posix -print-file-name=libstdc++-6.dll)")
+    export WINEPREFIX=${WINEPREFIX:-$windows_build/wine}
+    export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
+    export WINEPATH="$(windows_path "$dir/qt/bin");$(windows_path "$gcc");$(windows_path "/usr/$triple/lib");$(windows_path "$windows_build/bin")"
+    unset DISPLAY WAYLAND_DISPLAY
+    [ -e "$WINEPREFIX/made" ] || make_prefix
+}
+
+# A path of this system as Wine names it.
+windows_path() { printf 'Z:%s' "${1//\//\\}"; }
+
+# Makes the prefix; programs find no display, on purpose, and ask for none.
+make_prefix() {
+    mkdir -p "$WINEPREFIX"
+    (
+        flock 9
+        [ ! -e "$WINEPREFIX/made" ] || exit 0
+        wine wineboot -i >"$WINEPREFIX/boot.log" 2>&1 || die "Wine's prefix could not be made: $WINEPREFIX/boot.log"
+        wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
+        wineserver -w
+        touch "$WINEPREFIX/made"
+    ) 9>"$WINEPREFIX.lock"
+}

@@ -1,0 +1,149 @@
+// The system's own platform against what the system says by another road.
+#include "platform/Platform.h"
+#include "tests/windows/OtherRoad.h"
+
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSettings>
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+namespace {
+
+const QString kEnvironmentKey = QStringLiteral("SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment");
+
+QString echoOf(const QString& variable)
+{
+    return systemSays(QStringLiteral("cmd"), {QStringLiteral("/c"), QStringLiteral("echo %1").arg(variable)});
+}
+
+QString regValue(const QString& key, const QString& value)
+{
+    const QString text =
+        systemSays(QStringLiteral("reg"), {QStringLiteral("query"), QStringLiteral("HKLM\\") + key, QStringLiteral("/v"), value});
+    const QRegularExpressionMatch match =
+        QRegularExpression(QStringLiteral("REG_\\w+ +(.*?)\\s*$")).match(text);
+    return match.captured(1);
+}
+
+TEST(SystemDirectory, IsTheFolderBelowTheOneThatTheShellNames)
+{
+    const QString expected = echoOf(QStringLiteral("%SystemRoot%")) + QStringLiteral("\\system32");
+    EXPECT_EQ(QString::fromLocal8Bit(Platform::instance().systemDirectory()).toLower(), expected.toLower());
+    EXPECT_EQ(QString::fromLocal8Bit(upperSystemDirectory()), expected.toUpper());
+}
+
+TEST(RegistryString, PlainText_IsWhatTheRegistryToolPrints)
+{
+    const auto text = Platform::instance().registryString(kEnvironmentKey, QStringLiteral("PROCESSOR_ARCHITECTURE"));
+    ASSERT_TRUE(text.has_value());
+    EXPECT_EQ(*text, regValue(kEnvironmentKey, QStringLiteral("PROCESSOR_ARCHITECTURE")));
+    EXPECT_FALSE(text->isEmpty());
+    EXPECT_FALSE(text->contains(QChar()));
+}
+
+TEST(RegistryString, MissingValueOrKey_IsNothing)
+{
+    EXPECT_FALSE(Platform::instance().registryString(kEnvironmentKey, QStringLiteral("NoSuchValue")).has_value());
+    EXPECT_FALSE(Platform::instance().registryString(QStringLiteral("SOFTWARE\\NoSuchKey"), QStringLiteral("x")).has_value());
+}
+
+// A value of our own under a key that goes with the test.
+class OwnKey : public testing::Test
+{
+protected:
+    const QString path_ = QStringLiteral("SOFTWARE\\AIBridgePlatformTest%1").arg(GetCurrentProcessId());
+
+    ~OwnKey() override { RegDeleteTreeW(HKEY_LOCAL_MACHINE, path_.toStdWString().c_str()); }
+
+    void add(const QString& name, const QString& type, const QString& data)
+    {
+        systemSays(QStringLiteral("reg"),
+                   {QStringLiteral("add"), QStringLiteral("HKLM\\") + path_, QStringLiteral("/v"), name, QStringLiteral("/t"), type,
+                    QStringLiteral("/d"), data, QStringLiteral("/f")});
+    }
+};
+
+TEST_F(OwnKey, RegistryString_TextOutsideAscii_ComesWhole)
+{
+    const QString text = QString::fromUtf8("Gr\xc3\xb6\xc3\x9f" "e \xe7\xa3\x81\xe7\x9b\x98");
+    QSettings(QStringLiteral("HKEY_LOCAL_MACHINE\\") + path_, QSettings::NativeFormat).setValue(QStringLiteral("text"), text);
+    EXPECT_EQ(Platform::instance().registryString(path_, QStringLiteral("text")), text);
+}
+
+TEST_F(OwnKey, RegistryString_EmptyText_IsAnEmptyTextAndNotNothing)
+{
+    add(QStringLiteral("empty"), QStringLiteral("REG_SZ"), QString());
+    const auto text = Platform::instance().registryString(path_, QStringLiteral("empty"));
+    ASSERT_TRUE(text.has_value());
+    EXPECT_EQ(*text, QString());
+}
+
+TEST_F(OwnKey, RegistryString_NumberOrTextWithVariables_IsNothing)
+{
+    add(QStringLiteral("number"), QStringLiteral("REG_DWORD"), QStringLiteral("64"));
+    ASSERT_EQ(regValue(path_, QStringLiteral("number")), QStringLiteral("0x40"));
+    EXPECT_FALSE(Platform::instance().registryString(path_, QStringLiteral("number")).has_value());
+}
+
+TEST(WindowsVersion, IsWhatTheShellSays)
+{
+    const QRegularExpressionMatch said = QRegularExpression(QStringLiteral("(\\d+)\\.(\\d+)\\."))
+                                             .match(systemSays(QStringLiteral("cmd"), {QStringLiteral("/c"), QStringLiteral("ver")}));
+    ASSERT_TRUE(said.hasMatch());
+    int major = said.captured(1).toInt();
+    int minor = said.captured(2).toInt();
+    // A program whose manifest names no later version is told 6.2 at most.
+    if (major > 6 || minor > 2) {
+        major = 6;
+        minor = 2;
+    }
+    const WindowsVersion version = Platform::instance().windowsVersion();
+    EXPECT_EQ(version.major, major);
+    EXPECT_EQ(version.minor, minor);
+}
+
+TEST(FirmwareType, IsNothingExactlyWhereTheSystemLacksTheCall)
+{
+    const bool exported = GetProcAddress(GetModuleHandleW(L"kernel32"), "GetFirmwareType") != nullptr;
+    EXPECT_EQ(Platform::instance().firmwareType().has_value(), exported);
+}
+
+TEST(FirmwareVariable, AnErrorThatWasSetBefore_IsNotTakenForTheAnswer)
+{
+    SetLastError(1234);
+    EXPECT_NE(Platform::instance().firmwareVariableError(), 1234u);
+    SetLastError(0);
+    const DWORD size = GetFirmwareEnvironmentVariableA("", "{00000000-0000-0000-0000-000000000000}", nullptr, 0);
+    EXPECT_EQ(size, 0u);
+    EXPECT_EQ(Platform::instance().firmwareVariableError(), GetLastError());
+}
+
+TEST(InstalledMemory, IsWhatTheMemoryChipsSumUpTo)
+{
+    const auto kib = Platform::instance().installedMemoryKib();
+    ASSERT_TRUE(kib.has_value());
+    EXPECT_EQ(*kib, wmicSays(QStringLiteral("memorychip"), QStringLiteral("Capacity")).toULongLong() / 1024);
+}
+
+TEST(VolumeGeometry, ProductIsTheSizeOfTheVolume)
+{
+    const auto volume = Platform::instance().volumeGeometry("C:");
+    ASSERT_TRUE(volume.has_value());
+    EXPECT_GT(volume->bytesPerSector, 0u);
+    const quint64 size = wmicSays(QStringLiteral("logicaldisk"), QStringLiteral("Size")).toULongLong();
+    const quint64 product = volume->sectorsPerCluster * volume->bytesPerSector * volume->clusters;
+    // The old call counts clusters in 31 bits and so stops short of 2 TiB with small clusters.
+    const quint64 limit = volume->sectorsPerCluster * volume->bytesPerSector * 0x7fffffffull;
+    EXPECT_EQ(product, std::min(size / (volume->sectorsPerCluster * volume->bytesPerSector) *
+                                    (volume->sectorsPerCluster * volume->bytesPerSector),
+                                limit));
+}
+
+TEST(VolumeGeometry, LetterWithoutVolume_IsNothing)
+{
+    EXPECT_FALSE(Platform::instance().volumeGeometry("Q:").has_value());
+}
+
+} // namespace

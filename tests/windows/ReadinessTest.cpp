@@ -1,0 +1,172 @@
+// The readiness checks over the system's own platform: real rows of WMI, real memory and volume, and commands that are
+// found where the system looks for them. What this system cannot tell is given: firmware and TPM.
+#include "platform/windows/PlatformWindows.h"
+#include "tests/support/ScratchApplication.h"
+#include "tests/windows/OtherRoad.h"
+#include "win11/Win11Check.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const char kDxdiagText[] = "------------------\r\nSystem Information\r\n------------------\r\n"
+                           "---------------\r\nDisplay Devices\r\n---------------\r\n"
+                           "           Card name: Some adapter\r\n"
+                           "         DDI Version: 12\r\n"
+                           "        Driver Model: WDDM 2.7\r\n";
+
+QByteArray utf16(const QString& text)
+{
+    return QByteArray("\xff\xfe") +
+           QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * int(sizeof(ushort)));
+}
+
+// The system's own answers but for what is given, and a record of the questions.
+class PartlyGiven : public PlatformWindows
+{
+public:
+    std::optional<quint32> firmware;
+    std::vector<QVariantMap> tpm;
+    mutable QStringList asked;
+
+    std::optional<quint32> firmwareType() const override
+    {
+        asked << QStringLiteral("firmware");
+        return firmware ? firmware : PlatformWindows::firmwareType();
+    }
+    WindowsVersion windowsVersion() const override
+    {
+        return firmware ? WindowsVersion{10, 0} : PlatformWindows::windowsVersion();
+    }
+    std::optional<quint64> installedMemoryKib() const override
+    {
+        asked << QStringLiteral("memory");
+        return PlatformWindows::installedMemoryKib();
+    }
+    std::vector<QVariantMap> wmiQuery(const QString& nameSpace, const QString& query,
+                                      const QStringList& properties) const override
+    {
+        if (!nameSpace.endsWith(QLatin1String("MicrosoftTPM")))
+            return PlatformWindows::wmiQuery(nameSpace, query, properties);
+        asked << QStringLiteral("tpm");
+        return tpm.empty() ? PlatformWindows::wmiQuery(nameSpace, query, properties) : tpm;
+    }
+    void runHidden(const QString& command) const override
+    {
+        asked << command.section(QLatin1Char(' '), 0, 0);
+        PlatformWindows::runHidden(command);
+    }
+};
+
+class Readiness : public testing::Test
+{
+protected:
+    ScratchApplication application_;
+    PartlyGiven platform_;
+    const Platform::Scope scope_{platform_};
+
+    // On a list, whatever this machine's processor is; the name comes by another road than the check's.
+    Readiness()
+    {
+        const QByteArray name = wmicSays(QStringLiteral("cpu"), QStringLiteral("Name")).toUtf8();
+        for (const char* vendor : {"AMD", "Intel", "Qualcomm"})
+            ScratchApplication::write(application_.root() + QStringLiteral("/Win11Checker/SupportedProcessors%1.txt").arg(QLatin1String(vendor)),
+                                      name + "\n");
+        ScratchApplication::write(application_.root() + QStringLiteral("/Win11Checker/win11_cpu_whitelist.txt"), name + "\n");
+    }
+
+    void giveFirmwareAndTpm()
+    {
+        platform_.firmware = 2;
+        platform_.tpm = {{{QStringLiteral("IsActivated_InitialValue"), true},
+                          {QStringLiteral("IsEnabled_InitialValue"), true},
+                          {QStringLiteral("SpecVersion"), QStringLiteral("2.0, 0, 1.38")}}};
+    }
+
+    // The working directory is searched before the system's own folders.
+    void standIn(const QString& program, const QByteArray& output)
+    {
+        const QString path = application_.current() + QLatin1Char('/') + program;
+        ASSERT_TRUE(QFile::copy(builtProgram(), path));
+        ScratchApplication::write(path + QStringLiteral(".out"), output);
+    }
+
+    // The command line with which a stand-in was started.
+    QString lineOf(const QString& program) const
+    {
+        const QByteArray bytes =
+            ScratchApplication::read(application_.current() + QLatin1Char('/') + program + QStringLiteral(".line"));
+        return QString::fromUtf16(reinterpret_cast<const ushort*>(bytes.constData()), bytes.size() / 2);
+    }
+
+    bool check()
+    {
+        Win11Check checks(nullptr);
+        checks.setGptDisk(true);
+        return checks.checkAll();
+    }
+
+private:
+    static QString builtProgram()
+    {
+        return qEnvironmentVariable("AIBRIDGE_BUILD_DIR") + QStringLiteral("/tests/test_windows_readiness/RecordedOutput.exe");
+    }
+};
+
+TEST_F(Readiness, ThisSystem_WhichCannotTellItsFirmware_FailsThereAndAsksNoFurther)
+{
+    EXPECT_FALSE(check());
+    EXPECT_FALSE(platform_.asked.contains(QStringLiteral("memory")));
+}
+
+TEST_F(Readiness, NamespaceOfTheTpmNotReachable_FailsBeforeAnyCommandIsStarted)
+{
+    platform_.firmware = 2;
+    EXPECT_FALSE(check());
+    EXPECT_EQ(platform_.asked, QStringList({QStringLiteral("firmware"), QStringLiteral("memory"), QStringLiteral("tpm")}));
+}
+
+TEST_F(Readiness, EverythingThere_PassesAndStartsBothCommandsAsTold)
+{
+    giveFirmwareAndTpm();
+    standIn(QStringLiteral("dxdiag.exe"), kDxdiagText);
+    standIn(QStringLiteral("powershell.exe"), utf16(QStringLiteral("False\r\n")));
+    EXPECT_TRUE(check());
+    const QString temp = QDir::toNativeSeparators(application_.temp()) + QLatin1Char('\\');
+    EXPECT_EQ(lineOf(QStringLiteral("dxdiag.exe")), QStringLiteral("dxdiag /whql:off /t ") + temp + QStringLiteral("TVDxCheck.txt"));
+    EXPECT_EQ(lineOf(QStringLiteral("powershell.exe")),
+              QStringLiteral("powershell -Command Confirm-SecureBootUEFI | Out-File -FilePath  ") + temp +
+                  QStringLiteral("TVSecBootCheck.txt"));
+}
+
+TEST_F(Readiness, DxdiagOfThisSystem_WritesItsFileAndFailsForWantOfADriverModel)
+{
+    giveFirmwareAndTpm();
+    EXPECT_FALSE(check());
+    const QByteArray text = ScratchApplication::read(application_.temp() + QStringLiteral("/TVDxCheck.txt"));
+    EXPECT_TRUE(text.contains("DirectX")) << text.toStdString();
+    EXPECT_EQ(platform_.asked.last(), QStringLiteral("dxdiag"));
+}
+
+TEST_F(Readiness, PowershellOfThisSystem_WritesNothingAndFails)
+{
+    giveFirmwareAndTpm();
+    standIn(QStringLiteral("dxdiag.exe"), kDxdiagText);
+    EXPECT_FALSE(check());
+    EXPECT_EQ(platform_.asked.last(), QStringLiteral("powershell"));
+    EXPECT_FALSE(QFile::exists(application_.temp() + QStringLiteral("/TVSecBootCheck.txt")));
+}
+
+TEST_F(Readiness, FileOfAnEarlierRun_IsNotTakenForTheAnswer)
+{
+    giveFirmwareAndTpm();
+    standIn(QStringLiteral("dxdiag.exe"), kDxdiagText);
+    ScratchApplication::write(application_.temp() + QStringLiteral("/TVSecBootCheck.txt"), utf16(QStringLiteral("True")));
+    EXPECT_FALSE(check());
+}
+
+} // namespace

@@ -1,0 +1,89 @@
+// Queries through COM against what the system's own command line for them prints.
+#include "platform/Platform.h"
+#include "tests/windows/OtherRoad.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include <objbase.h>
+
+namespace {
+
+const QString kMachine = QStringLiteral("ROOT\\CIMV2");
+
+std::vector<QVariantMap> query(const QString& table, const QStringList& properties)
+{
+    return Platform::instance().wmiQuery(kMachine, QStringLiteral("SELECT * FROM ") + table, properties);
+}
+
+TEST(Wmi, Processor_HasTheNameWidthAndCountsThatWmicPrints)
+{
+    const auto rows = query(QStringLiteral("Win32_Processor"),
+                            {QStringLiteral("Name"), QStringLiteral("AddressWidth"), QStringLiteral("NumberOfCores"),
+                             QStringLiteral("NumberOfLogicalProcessors"), QStringLiteral("MaxClockSpeed")});
+    ASSERT_FALSE(rows.empty());
+    for (const char* name : {"Name", "AddressWidth", "NumberOfCores", "NumberOfLogicalProcessors", "MaxClockSpeed"}) {
+        const QString property = QString::fromLatin1(name);
+        EXPECT_EQ(rows.front().value(property).toString().trimmed(), wmicSays(QStringLiteral("cpu"), property)) << name;
+    }
+    EXPECT_EQ(rows.front().value(QStringLiteral("Name")).userType(), int(QMetaType::QString));
+    EXPECT_EQ(rows.front().value(QStringLiteral("AddressWidth")).userType(), int(QMetaType::Int));
+}
+
+TEST(Wmi, OperatingSystem_HasTheArchitectureThatWmicPrints)
+{
+    const auto rows = query(QStringLiteral("Win32_OperatingSystem"), {QStringLiteral("OSArchitecture")});
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_EQ(rows.front().value(QStringLiteral("OSArchitecture")).toString(),
+              wmicSays(QStringLiteral("os"), QStringLiteral("OSArchitecture")));
+}
+
+TEST(Wmi, ManyRows_ComeAllInTheOrderOfWmic)
+{
+    const auto rows = query(QStringLiteral("Win32_LogicalDisk"), {QStringLiteral("DeviceID")});
+    QStringList letters;
+    for (const QVariantMap& row : rows)
+        letters << row.value(QStringLiteral("DeviceID")).toString();
+    QStringList said = systemSays(QStringLiteral("wmic"), {QStringLiteral("logicaldisk"), QStringLiteral("get"), QStringLiteral("DeviceID")})
+                           .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    said.removeFirst();
+    for (QString& letter : said)
+        letter = letter.trimmed();
+    said.removeAll(QString());
+    EXPECT_GE(letters.size(), 2);
+    EXPECT_EQ(letters, said);
+}
+
+TEST(Wmi, PropertyThatTheRowLacks_IsInvalidAndTheOthersCome)
+{
+    const auto rows = query(QStringLiteral("Win32_OperatingSystem"), {QStringLiteral("NoSuchProperty"), QStringLiteral("OSArchitecture")});
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_FALSE(rows.front().value(QStringLiteral("NoSuchProperty")).isValid());
+    EXPECT_TRUE(rows.front().value(QStringLiteral("OSArchitecture")).isValid());
+}
+
+TEST(Wmi, NamespaceThatCannotBeReached_GivesNoRow)
+{
+    EXPECT_TRUE(Platform::instance()
+                    .wmiQuery(QStringLiteral("ROOT\\NoSuchNamespace"), QStringLiteral("SELECT * FROM Win32_Processor"), {QStringLiteral("Name")})
+                    .empty());
+}
+
+TEST(Wmi, TextThatIsNoQuery_GivesNoRow)
+{
+    EXPECT_TRUE(Platform::instance().wmiQuery(kMachine, QStringLiteral("what is there?"), {QStringLiteral("Name")}).empty());
+}
+
+TEST(Wmi, ThreadWithComOfAnotherKind_IsAnsweredAllTheSame)
+{
+    std::size_t rows = 0;
+    std::thread other([&rows] {
+        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        rows = query(QStringLiteral("Win32_OperatingSystem"), {QStringLiteral("OSArchitecture")}).size();
+    });
+    other.join();
+    EXPECT_EQ(rows, 1u);
+}
+
+} // namespace
