@@ -19,6 +19,7 @@ toolchain_complete() { [ -e "$(toolchain_dir)/complete" ]; }
 
 # Sets the environment for Wine: a prefix of ours, no display, no sound of its own, the libraries of the toolchain.
 set_up_wine() {
+    [ -z "${AIBRIDGE_WINE_READY:-}" ] || return 0
     local dir gcc
     dir=$(toolchain_dir)
     gcc=$(dirname "$($triple-g++-posix -print-file-name=libstdc++-6.dll)")
@@ -27,6 +28,7 @@ set_up_wine() {
     export WINEPATH="$(windows_path "$dir/qt/bin");$(windows_path "$gcc");$(windows_path "/usr/$triple/lib");$(windows_path "$windows_build/bin")"
     unset DISPLAY WAYLAND_DISPLAY
     [ -e "$WINEPREFIX/made" ] || make_prefix
+    export AIBRIDGE_WINE_READY=1
 }
 
 # A path of this system as Wine names it.
