@@ -9,9 +9,17 @@
 
 namespace {
 
-QStringList linesOf(const QByteArray& bytes)
+#ifdef Q_OS_WIN
+const char* const kLibraryEnding = ".dll";
+const char* const kProgramEnding = ".exe";
+#else
+const char* const kLibraryEnding = ".so";
+const char* const kProgramEnding = "";
+#endif
+
+QStringList linesOf(QByteArray bytes)
 {
-    return QString::fromUtf8(bytes).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return QString::fromUtf8(bytes.replace("\r\n", "\n")).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
 void copy(const QString& from, const QString& to)
@@ -32,15 +40,20 @@ QStringList ComponentFolder::Run::said(const QString& word) const
     return result;
 }
 
+QString ComponentFolder::libraryEnding()
+{
+    return QLatin1String(kLibraryEnding);
+}
+
 ComponentFolder::ComponentFolder()
 {
-    copy(QStringLiteral(COMPONENT_HOST), at(QStringLiteral("component_host")));
+    copy(QStringLiteral(COMPONENT_HOST), at(QStringLiteral("component_host") + QLatin1String(kProgramEnding)));
 }
 
 void ComponentFolder::library(const QString& path, const QString& kind, const QString& ending)
 {
     makeFolderOf(path);
-    copy(QStringLiteral(COMPONENT_FOLDER "/fixture_") + kind + QStringLiteral(".so"), at(path + ending));
+    copy(QStringLiteral(COMPONENT_FOLDER "/fixture_") + kind + libraryEnding(), at(path + ending));
 }
 
 void ComponentFolder::file(const QString& path, const QByteArray& bytes)

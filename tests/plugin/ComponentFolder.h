@@ -9,6 +9,9 @@
 class ComponentFolder
 {
 public:
+    /// The ending of a library of this system, with its dot.
+    static QString libraryEnding();
+
     /// What one run of the host said; a run that crashed or hung has said "CRASHED" or "HUNG" at last.
     struct Run
     {
@@ -23,7 +26,7 @@ public:
     /// Puts a library of the fixture @p kind (Component, NoFactory, NullFactory, SlowFactory) at @p path,
     /// which has no ending.
     void library(const QString& path, const QString& kind = QStringLiteral("Component"),
-                 const QString& ending = QStringLiteral(".so"));
+                 const QString& ending = libraryEnding());
     /// Writes a file.
     void file(const QString& path, const QByteArray& bytes);
     /// Writes `components.ini` of a folder, empty for the application's, with the named groups.

@@ -1,22 +1,25 @@
 #include "tests/support/FakeNetstat.h"
 
+#include "tests/support/Script.h"
+
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 
-#include <stdexcept>
-
-FakeNetstat::FakeNetstat(const QByteArray& body) : previousPath_(qgetenv("PATH"))
+FakeNetstat::FakeNetstat(const QByteArray& body)
+    : previousPath_(qgetenv("PATH")), previousCurrent_(QDir::currentPath())
 {
-    QFile script(folder_.filePath(QStringLiteral("netstat")));
-    if (!script.open(QIODevice::WriteOnly))
-        throw std::runtime_error("cannot write the fake netstat");
-    script.write("#!/bin/sh\ncd '" + QFile::encodeName(folder_.path()) + "'\n" + body);
-    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    script.close();
-    qputenv("PATH", QFile::encodeName(folder_.path()) + ':' + previousPath_);
+    writeScript(folder_.filePath(QStringLiteral("netstat")),
+                "cd '" + QFile::encodeName(folder_.path()) + "'\n" + body);
+    qputenv("PATH", QFile::encodeName(folder_.path()) + QDir::listSeparator().toLatin1() + previousPath_);
+#ifdef Q_OS_WIN
+    // The system's own folders come before the path there, and before them the working directory.
+    QDir::setCurrent(folder_.path());
+#endif
 }
 
 FakeNetstat::~FakeNetstat()
 {
+    QDir::setCurrent(previousCurrent_);
     qputenv("PATH", previousPath_);
 }
 

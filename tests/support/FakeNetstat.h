@@ -24,6 +24,7 @@ public:
 private:
     QTemporaryDir folder_;
     QByteArray previousPath_;
+    QString previousCurrent_;
 };
 
 /// A folder without any program as the whole path, for the life of this object.

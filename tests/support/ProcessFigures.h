@@ -3,7 +3,7 @@
 /// What this process holds at this moment, as its system tells.
 struct ProcessFigures
 {
-    int fileDescriptors = 0;
+    int fileDescriptors = 0; ///< all handles, on Windows
     int threads = 0;
     long peakKilobytes = 0; ///< the highest resident size so far
 

@@ -2,24 +2,19 @@
 
 #include <stdexcept>
 
-#include <netdb.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
+#include "tests/support/SocketCalls.h"
 
 RawClient::RawClient(int port) : socket_(connectTo(port))
 {
     if (socket_ < 0)
         throw std::runtime_error("nobody listens on port " + std::to_string(port));
     const int on = 1;
-    setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&on), sizeof on);
 }
 
 RawClient::~RawClient()
 {
-    ::close(socket_);
+    closeSocket(socket_);
 }
 
 void RawClient::send(const std::string& bytes)
@@ -73,20 +68,23 @@ bool RawClient::isEndedByServer()
 
 bool RawClient::hasInput(int waitMs)
 {
-    pollfd entry{socket_, POLLIN, 0};
-    return ::poll(&entry, 1, waitMs) > 0;
+    pollfd entry = {};
+    entry.fd = socket_;
+    entry.events = POLLIN;
+    return pollSockets(&entry, 1, waitMs) > 0;
 }
 
 bool RawClient::isListening(int port)
 {
     const int socket = connectTo(port);
     if (socket >= 0)
-        ::close(socket);
+        closeSocket(socket);
     return socket >= 0;
 }
 
 int RawClient::connectTo(int port)
 {
+    startSockets();
     addrinfo hints{};
     hints.ai_socktype = SOCK_STREAM;
     addrinfo* found = nullptr;
@@ -94,9 +92,9 @@ int RawClient::connectTo(int port)
         return -1;
     int result = -1;
     for (const addrinfo* entry = found; entry != nullptr && result < 0; entry = entry->ai_next) {
-        result = ::socket(entry->ai_family, entry->ai_socktype, entry->ai_protocol);
+        result = static_cast<int>(::socket(entry->ai_family, entry->ai_socktype, entry->ai_protocol));
         if (result >= 0 && ::connect(result, entry->ai_addr, entry->ai_addrlen) != 0) {
-            ::close(result);
+            closeSocket(result);
             result = -1;
         }
     }

@@ -1,5 +1,7 @@
 #include "tests/support/ScratchApplication.h"
 
+#include "tests/support/Script.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -19,7 +21,7 @@ ScratchApplication::ScratchApplication()
     }
     moveTo(folder() + QLatin1String("/Partition Manager.exe"));
     QDir::setCurrent(current());
-    qputenv("TEMP", QFile::encodeName(temp()));
+    qputenv("TEMP", QFile::encodeName(QDir::toNativeSeparators(temp())));
 }
 
 ScratchApplication::~ScratchApplication()
@@ -51,12 +53,8 @@ void ScratchApplication::write(const QString& path, const QByteArray& content)
 
 void ScratchApplication::script(const QString& path, const QByteArray& body)
 {
-    // Written under another name first: a program that is open for writing cannot be started.
-    write(path + QLatin1String(".new"), "#!/bin/sh\n" + body);
-    QFile::setPermissions(path + QLatin1String(".new"),
-                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    QFile::remove(path);
-    QFile::rename(path + QLatin1String(".new"), path);
+    QDir().mkpath(QFileInfo(path).path());
+    writeScript(path, body);
 }
 
 QByteArray ScratchApplication::read(const QString& path)

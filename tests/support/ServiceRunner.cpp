@@ -1,18 +1,14 @@
 #include "tests/support/ServiceRunner.h"
 
 #include "plugin/AIBridge.h"
+#include "tests/support/PortLock.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/Threads.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <stdexcept>
-#include <string>
-#include <vector>
+#include <QtCore/QCoreApplication>
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
+#include <stdexcept>
+#include <vector>
 
 QByteArray listingThatLeadsTo(int port)
 {
@@ -22,42 +18,23 @@ QByteArray listingThatLeadsTo(int port)
     return text;
 }
 
-namespace {
-
-// A name that one process can hold at a time and that goes with it: a socket in the system's nameless folder.
-int lockOf(int port)
-{
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    const std::string name = "aibridge-test-port-" + std::to_string(port);
-    std::copy(name.begin(), name.end(), address.sun_path + 1);
-    const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + name.size());
-    const int lock = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (lock >= 0 && ::bind(lock, reinterpret_cast<const sockaddr*>(&address), size) == 0)
-        return lock;
-    ::close(lock);
-    return -1;
-}
-
-} // namespace
-
 ReservedPort::ReservedPort()
 {
     // Processes that run side by side begin at different places.
-    static int next = static_cast<int>(::getpid() % 128) * 7;
+    static int next = static_cast<int>(QCoreApplication::applicationPid() % 128) * 7;
     for (int attempts = 0; attempts < 900; ++attempts) {
         number_ = 9100 + next++ % 900;
-        lock_ = lockOf(number_);
+        lock_ = lockPort(number_);
         if (lock_ >= 0 && !RawClient::isListening(number_))
             return;
-        ::close(lock_);
+        unlockPort(lock_);
     }
     throw std::runtime_error("no port is free");
 }
 
 ReservedPort::~ReservedPort()
 {
-    ::close(lock_);
+    unlockPort(lock_);
 }
 
 int unusedPort()

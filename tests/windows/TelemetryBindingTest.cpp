@@ -32,8 +32,9 @@ protected:
     // Puts a stand-in under the library's name into a scratch folder and binds a table as a module there would.
     AliyunWrapTable* bind(const QString& standIn)
     {
-        if (!standIn.isEmpty())
+        if (!standIn.isEmpty()) {
             EXPECT_TRUE(QFile::copy(ownFile(standIn), folder_.filePath(kLibrary)));
+        }
         ModuleAccess access = ModuleAccess::system();
         const QString module = QDir::toNativeSeparators(folder_.filePath(QStringLiteral("AIBridge.dll")));
         access.moduleFileName = [module] { return module.toStdWString(); };

@@ -7,7 +7,11 @@
 
 #include <cstdio>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
 #include <dlfcn.h>
+#endif
 
 namespace {
 
@@ -17,12 +21,26 @@ void say(const QString& text)
 }
 
 // The file that this code was loaded from.
-QString ownName()
+QString ownFile()
 {
     static const int anchor = 0;
+#ifdef Q_OS_WIN
+    HMODULE self = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCWSTR>(&anchor), &self);
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(self, path, MAX_PATH);
+    return QString::fromWCharArray(path);
+#else
     Dl_info info{};
     dladdr(&anchor, &info);
-    return QFileInfo(QString::fromLocal8Bit(info.dli_fname)).completeBaseName();
+    return QString::fromLocal8Bit(info.dli_fname);
+#endif
+}
+
+QString ownName()
+{
+    return QFileInfo(ownFile()).completeBaseName();
 }
 
 class TestComponent : public CComponentBase
