@@ -16,15 +16,21 @@ qtbase_flags=(
     -no-feature-printer -no-feature-sessionmanager
     -qt-zlib -qt-pcre -qt-libpng -qt-libjpeg -qt-freetype -qt-harfbuzz -qt-doubleconversion
 )
-qtdeclarative_flags=(-- -no-feature-d3d12)
-qtquickcontrols2_flags=()
+# Without debugging, designer, particles and the styles that nothing here asks for, this takes less time.
+qtdeclarative_flags=(
+    -- -no-feature-d3d12 -no-feature-qml-debug -no-feature-qml-profiler -no-feature-qml-preview
+    -no-feature-quick-designer -no-feature-quick-particles
+)
+qtquickcontrols2_flags=(
+    -- -no-feature-quickcontrols2-fusion -no-feature-quickcontrols2-imagine
+    -no-feature-quickcontrols2-material -no-feature-quickcontrols2-universal
+)
 
 # Thrift's server and client for C++ alone.
 thrift_flags=(
     -DBUILD_SHARED_LIBS=OFF -DBUILD_COMPILER=OFF -DBUILD_TESTING=OFF -DBUILD_TUTORIALS=OFF -DBUILD_CPP=ON
     -DBUILD_C_GLIB=OFF -DBUILD_JAVA=OFF -DBUILD_JAVASCRIPT=OFF -DBUILD_KOTLIN=OFF -DBUILD_NODEJS=OFF
     -DBUILD_PYTHON=OFF -DWITH_OPENSSL=OFF -DWITH_ZLIB=OFF -DWITH_LIBEVENT=OFF -DWITH_QT5=OFF
-    -DWITH_STDTHREADS=ON
 )
 
 # Spellings by which Windows sources include headers that this compiler ships in small letters.
