@@ -6,13 +6,12 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
+#include <QtCore/QDir>
 #include <QtCore/QTimer>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 
 #include <stdexcept>
-
-#include <unistd.h>
 
 // The bridge keeps its threads to itself; a test ends the service as the host's manager does.
 class AIBridgeAccess
@@ -50,7 +49,7 @@ bool isListening(int port)
 int unusedPort()
 {
     for (int attempt = 0; attempt < 800; ++attempt) {
-        const int port = 9100 + static_cast<int>((::getpid() * 13L + attempt) % 800);
+        const int port = 9100 + static_cast<int>((QCoreApplication::applicationPid() * 13 + attempt) % 800);
         QTcpServer probe;
         if (probe.listen(QHostAddress::Any, static_cast<quint16>(port)))
             return port;
@@ -168,11 +167,11 @@ void ScanFixture::startService()
     QByteArray listing;
     for (int busy = 9090; busy < port; ++busy)
         listing += "TCP 127.0.0.1:" + QByteArray::number(busy) + "\n";
-    application.write(application.root() + "/bin/listing", listing);
-    application.script(application.root() + "/bin/netstat",
-                       "while read -r line; do echo \"$line\"; done < \"" + application.root().toUtf8() +
-                           "/bin/listing\"\n");
-    qputenv("PATH", application.root().toUtf8() + "/bin:" + previousPath_);
+    application.write(application.current() + "/listing", listing);
+    application.script(application.current() + "/netstat",
+                       "while read -r line; do echo \"$line\"; done < \"" + application.current().toUtf8() +
+                           "/listing\"\n");
+    qputenv("PATH", application.current().toUtf8() + QDir::listSeparator().toLatin1() + previousPath_);
     host.bridge()->init();
     AIFuncallThread* server = AIBridgeAccess::server(host.bridge());
     ASSERT_TRUE(pumpUntil([&] {

@@ -15,6 +15,13 @@
 
 namespace {
 
+// What names the folder for temporary files.
+#ifdef Q_OS_WIN
+const char* const kTempVariable = "TMP";
+#else
+const char* const kTempVariable = "TMPDIR";
+#endif
+
 const QString kSite = QStringLiteral("https://learn.microsoft.com");
 
 class ListRefresh : public testing::Test
@@ -22,11 +29,11 @@ class ListRefresh : public testing::Test
 protected:
     ListRefresh()
     {
-        previousTmp_ = qgetenv("TMPDIR");
-        qputenv("TMPDIR", QFile::encodeName(application.temp()));
+        previousTmp_ = qgetenv(kTempVariable);
+        qputenv(kTempVariable, QFile::encodeName(application.temp()));
         QDir().mkpath(application.root() + "/Win11Checker");
     }
-    ~ListRefresh() override { previousTmp_.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", previousTmp_); }
+    ~ListRefresh() override { previousTmp_.isNull() ? qunsetenv(kTempVariable) : qputenv(kTempVariable, previousTmp_); }
 
     void configure(const QJsonObject& values)
     {
@@ -177,7 +184,7 @@ TEST_F(ListRefresh, FunctionFile_WhereNoneCanBeWritten_StillHasAPath)
 {
     const QString file = application.root() + "/notAFolder";
     application.write(file, "x");
-    qputenv("TMPDIR", QFile::encodeName(file));
+    qputenv(kTempVariable, QFile::encodeName(file));
     const QString path = writeFunctionFile("x");
     EXPECT_TRUE(path.startsWith(file + "/tmp_win11_checker_function_")) << path.toStdString();
     EXPECT_FALSE(QFile::exists(path));

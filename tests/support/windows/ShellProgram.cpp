@@ -16,6 +16,14 @@ namespace {
 constexpr DWORD kPollMs = 5;
 constexpr int kNoExitCode = 127;
 
+// Arguments reach the script as they are, so a file that one of them names has to be found when it is read.
+const char* const kReader = "cat() {\n"
+                            "    for f in \"$@\"; do\n"
+                            "        command cat \"$(printf %s \"$f\" | "
+                            "sed 's|^\\([CZ]\\):/|'\"$WINEPREFIX\"'/dosdevices/\\L\\1:/|')\"\n"
+                            "    done\n"
+                            "}\n";
+
 // The system's own name of a file, in the way that Wine alone tells it.
 std::string unixName(const std::wstring& path)
 {
@@ -95,8 +103,9 @@ std::string launcher(const std::string& script, const std::string& folder, int c
     std::string call = "sh \"$at/script\"";
     for (int i = 1; i < count; ++i)
         call += ' ' + quoted(utf8(arguments[i]));
-    return "at=" + quoted(folder) + "\nsed 's|\\b\\([CZ]\\):/|'\"$WINEPREFIX\"'/dosdevices/\\L\\1:/|g' " +
-           quoted(script) + " >\"$at/script\"\n" + call +
+    const std::string unixNames = "s|\\b\\([CZ]\\):/|'\"$WINEPREFIX\"'/dosdevices/\\L\\1:/|g";
+    return "at=" + quoted(folder) + "\nprintf '%s' " + quoted(kReader) + " >\"$at/script\"\nsed '" + unixNames + "' " +
+           quoted(script) + " >>\"$at/script\"\n" + call +
            " >\"$at/out\" 2>\"$at/err\"\necho $? >\"$at/part\"\nmv \"$at/part\" \"$at/code\"\n";
 }
 
