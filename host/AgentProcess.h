@@ -12,6 +12,7 @@ class AgentProcess : public QProcess
 
 public:
     explicit AgentProcess(QObject* parent = nullptr);
+    ~AgentProcess() override;
 
     /// Starts the command with the environment as it is now, the service's ports included.
     void run(const QString& command);
@@ -22,6 +23,11 @@ public:
 
 protected:
     void setupChildProcess() override;
+
+private:
+    void joinGroup();
+
+    void* group_ = nullptr; // on Windows, the job
 };
 
 } // namespace host

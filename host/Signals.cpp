@@ -2,7 +2,10 @@
 
 #include <QtCore/QSocketNotifier>
 
-#ifndef Q_OS_WIN
+#ifdef Q_OS_WIN
+#include <atomic>
+#include <windows.h>
+#else
 #include <csignal>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -61,9 +64,33 @@ Signals::~Signals()
 
 #else
 
-Signals::Signals(QObject* parent) : QObject(parent) {}
+namespace {
 
-Signals::~Signals() = default;
+std::atomic<Signals*> listener{nullptr};
+
+// The system calls this on a thread of its own; what it does not take ends the process.
+BOOL WINAPI onControl(DWORD)
+{
+    Signals* const target = listener.exchange(nullptr);
+    if (target == nullptr)
+        return FALSE;
+    QMetaObject::invokeMethod(target, &Signals::stopRequested, Qt::QueuedConnection);
+    return TRUE;
+}
+
+} // namespace
+
+Signals::Signals(QObject* parent) : QObject(parent)
+{
+    listener = this;
+    SetConsoleCtrlHandler(onControl, TRUE);
+}
+
+Signals::~Signals()
+{
+    SetConsoleCtrlHandler(onControl, FALSE);
+    listener = nullptr;
+}
 
 #endif
 
