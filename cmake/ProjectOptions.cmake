@@ -16,7 +16,7 @@ endif()
 add_library(project_options INTERFACE)
 target_compile_features(project_options INTERFACE cxx_std_17)
 target_compile_definitions(project_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII
-    QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+    QT_DISABLE_DEPRECATED_BEFORE=0x050F00 $<$<PLATFORM_ID:Windows>:NOMINMAX>)
 target_compile_options(project_options INTERFACE
     $<$<COMPILE_LANG_AND_ID:CXX,GNU,Clang>:-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
     -Woverloaded-virtual -Wno-psabi>)

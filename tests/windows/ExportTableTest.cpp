@@ -1,6 +1,6 @@
 // The export table of the built library, read from its file.
+#include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QProcessEnvironment>
 #include <QtCore/QSet>
 #include <QtCore/QStringList>
 
@@ -37,9 +37,9 @@ QString readable(const QString& name)
 
 QStringList builtExports()
 {
-    const QString folder = qEnvironmentVariable("AIBRIDGE_BUILD_DIR") + QStringLiteral("/bin");
-    SetDllDirectoryW(folder.toStdWString().c_str());
-    const HMODULE module = LoadLibraryW((folder + QStringLiteral("/AIBridge.dll")).toStdWString().c_str());
+    const QString path =
+        QDir::toNativeSeparators(qEnvironmentVariable("AIBRIDGE_BUILD_DIR") + QStringLiteral("/bin/AIBridge.dll"));
+    const HMODULE module = LoadLibraryExW(path.toStdWString().c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     return module == nullptr ? QStringList() : exportsOf(module);
 }
 
