@@ -70,7 +70,8 @@ void AgentProcess::joinGroup()
         group_ = CreateJobObjectW(nullptr, nullptr);
     if (!waitForStarted())
         return;
-    const HANDLE shell = OpenProcess(PROCESS_SET_QUOTA | PROCESS_TERMINATE, FALSE, static_cast<DWORD>(processId()));
+    const HANDLE shell =
+        OpenProcess(PROCESS_SET_QUOTA | PROCESS_TERMINATE, FALSE, static_cast<DWORD>(processId()));
     AssignProcessToJobObject(group_, shell);
     CloseHandle(shell);
 }

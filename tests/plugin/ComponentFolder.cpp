@@ -47,7 +47,8 @@ QString ComponentFolder::libraryEnding()
 
 ComponentFolder::ComponentFolder()
 {
-    copy(QStringLiteral(COMPONENT_HOST), at(QStringLiteral("component_host") + QLatin1String(kProgramEnding)));
+    copy(QStringLiteral(COMPONENT_HOST),
+         at(QStringLiteral("component_host") + QLatin1String(kProgramEnding)));
 }
 
 void ComponentFolder::library(const QString& path, const QString& kind, const QString& ending)

@@ -22,7 +22,8 @@ void writeScript(const QString& path, const QByteArray& body)
     const QString suffix = QStringLiteral(".exe");
     const QString program = path.endsWith(suffix, Qt::CaseInsensitive) ? path : path + suffix;
     write(program + QStringLiteral(".sh"), body);
-    const QString standIn = qEnvironmentVariable("AIBRIDGE_BUILD_DIR") + QStringLiteral("/tests/shell/ShellProgram.exe");
+    const QString standIn =
+        qEnvironmentVariable("AIBRIDGE_BUILD_DIR") + QStringLiteral("/tests/shell/ShellProgram.exe");
     if (!QFile::exists(program) && !QFile::copy(standIn, program))
         throw std::runtime_error("cannot make " + program.toStdString());
 }

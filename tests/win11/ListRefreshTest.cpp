@@ -33,7 +33,10 @@ protected:
         qputenv(kTempVariable, QFile::encodeName(application.temp()));
         QDir().mkpath(application.root() + "/Win11Checker");
     }
-    ~ListRefresh() override { previousTmp_.isNull() ? qunsetenv(kTempVariable) : qputenv(kTempVariable, previousTmp_); }
+    ~ListRefresh() override
+    {
+        previousTmp_.isNull() ? qunsetenv(kTempVariable) : qputenv(kTempVariable, previousTmp_);
+    }
 
     void configure(const QJsonObject& values)
     {

@@ -1,11 +1,11 @@
-// Stands in for the closed telemetry library: its entry points under their plain names. With STANDIN_GAPS two are
-// missing. None may ever be called.
+// Stands in for the closed telemetry library: its entry points under their plain names. With STANDIN_GAPS two
+// are missing. None may ever be called.
 #include <cstdlib>
 
-#define ENTRY(name)                                                                                                    \
-    extern "C" __declspec(dllexport) void name()                                                                       \
-    {                                                                                                                  \
-        std::abort();                                                                                                  \
+#define ENTRY(name)                                                                                          \
+    extern "C" __declspec(dllexport) void name()                                                             \
+    {                                                                                                        \
+        std::abort();                                                                                        \
     }
 
 ENTRY(AliyunOpenSession)

@@ -37,9 +37,10 @@ QString readable(const QString& name)
 
 QStringList builtExports()
 {
-    const QString path =
-        QDir::toNativeSeparators(qEnvironmentVariable("AIBRIDGE_BUILD_DIR") + QStringLiteral("/bin/AIBridge.dll"));
-    const HMODULE module = LoadLibraryExW(path.toStdWString().c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const QString path = QDir::toNativeSeparators(qEnvironmentVariable("AIBRIDGE_BUILD_DIR") +
+                                                  QStringLiteral("/bin/AIBridge.dll"));
+    const HMODULE module =
+        LoadLibraryExW(path.toStdWString().c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     return module == nullptr ? QStringList() : exportsOf(module);
 }
 
@@ -49,7 +50,8 @@ QStringList listed()
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    lines.erase(std::remove_if(lines.begin(), lines.end(), [](const QString& line) { return line.startsWith(QLatin1Char('#')); }),
+    lines.erase(std::remove_if(lines.begin(), lines.end(),
+                               [](const QString& line) { return line.startsWith(QLatin1Char('#')); }),
                 lines.end());
     return lines;
 }

@@ -1,4 +1,5 @@
-// A command without a window: how it is started, that it is waited for, and what becomes of one that cannot start.
+// A command without a window: how it is started, that it is waited for, and what becomes of one that cannot
+// start.
 #include "platform/Platform.h"
 
 #include <QtCore/QCoreApplication>
@@ -15,7 +16,10 @@ namespace {
 class HiddenCommand : public testing::Test
 {
 protected:
-    QString reportPath() const { return QDir::toNativeSeparators(folder_.filePath(QStringLiteral("report.txt"))); }
+    QString reportPath() const
+    {
+        return QDir::toNativeSeparators(folder_.filePath(QStringLiteral("report.txt")));
+    }
 
     void run(int waitMs = 0)
     {
@@ -29,7 +33,8 @@ protected:
         QMap<QString, QString> values;
         if (!file.open(QIODevice::ReadOnly))
             return values;
-        const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        const QStringList lines =
+            QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         for (const QString& line : lines)
             values[line.section(QLatin1Char('='), 0, 0)] = line.section(QLatin1Char('='), 1);
         return values;

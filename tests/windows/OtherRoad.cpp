@@ -12,7 +12,8 @@ constexpr int kLimitMs = 60000;
 QString decoded(const QByteArray& bytes)
 {
     if (bytes.startsWith("\xff\xfe"))
-        return QString::fromUtf16(reinterpret_cast<const ushort*>(bytes.constData()) + 1, bytes.size() / 2 - 1);
+        return QString::fromUtf16(reinterpret_cast<const ushort*>(bytes.constData()) + 1,
+                                  bytes.size() / 2 - 1);
     return QString::fromLocal8Bit(bytes);
 }
 

@@ -11,7 +11,8 @@
 
 namespace {
 
-const QString kEnvironmentKey = QStringLiteral("SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment");
+const QString kEnvironmentKey =
+    QStringLiteral("SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment");
 
 QString echoOf(const QString& variable)
 {
@@ -21,7 +22,8 @@ QString echoOf(const QString& variable)
 QString regValue(const QString& key, const QString& value)
 {
     const QString text =
-        systemSays(QStringLiteral("reg"), {QStringLiteral("query"), QStringLiteral("HKLM\\") + key, QStringLiteral("/v"), value});
+        systemSays(QStringLiteral("reg"),
+                   {QStringLiteral("query"), QStringLiteral("HKLM\\") + key, QStringLiteral("/v"), value});
     const QRegularExpressionMatch match =
         QRegularExpression(QStringLiteral("REG_\\w+ +(.*?)\\s*$")).match(text);
     return match.captured(1);
@@ -36,7 +38,8 @@ TEST(SystemDirectory, IsTheFolderBelowTheOneThatTheShellNames)
 
 TEST(RegistryString, PlainText_IsWhatTheRegistryToolPrints)
 {
-    const auto text = Platform::instance().registryString(kEnvironmentKey, QStringLiteral("PROCESSOR_ARCHITECTURE"));
+    const auto text =
+        Platform::instance().registryString(kEnvironmentKey, QStringLiteral("PROCESSOR_ARCHITECTURE"));
     ASSERT_TRUE(text.has_value());
     EXPECT_EQ(*text, regValue(kEnvironmentKey, QStringLiteral("PROCESSOR_ARCHITECTURE")));
     EXPECT_FALSE(text->isEmpty());
@@ -45,8 +48,11 @@ TEST(RegistryString, PlainText_IsWhatTheRegistryToolPrints)
 
 TEST(RegistryString, MissingValueOrKey_IsNothing)
 {
-    EXPECT_FALSE(Platform::instance().registryString(kEnvironmentKey, QStringLiteral("NoSuchValue")).has_value());
-    EXPECT_FALSE(Platform::instance().registryString(QStringLiteral("SOFTWARE\\NoSuchKey"), QStringLiteral("x")).has_value());
+    EXPECT_FALSE(
+        Platform::instance().registryString(kEnvironmentKey, QStringLiteral("NoSuchValue")).has_value());
+    EXPECT_FALSE(Platform::instance()
+                     .registryString(QStringLiteral("SOFTWARE\\NoSuchKey"), QStringLiteral("x"))
+                     .has_value());
 }
 
 // A value of our own under a key that goes with the test.
@@ -60,15 +66,17 @@ protected:
     void add(const QString& name, const QString& type, const QString& data)
     {
         systemSays(QStringLiteral("reg"),
-                   {QStringLiteral("add"), QStringLiteral("HKLM\\") + path_, QStringLiteral("/v"), name, QStringLiteral("/t"), type,
-                    QStringLiteral("/d"), data, QStringLiteral("/f")});
+                   {QStringLiteral("add"), QStringLiteral("HKLM\\") + path_, QStringLiteral("/v"), name,
+                    QStringLiteral("/t"), type, QStringLiteral("/d"), data, QStringLiteral("/f")});
     }
 };
 
 TEST_F(OwnKey, RegistryString_TextOutsideAscii_ComesWhole)
 {
-    const QString text = QString::fromUtf8("Gr\xc3\xb6\xc3\x9f" "e \xe7\xa3\x81\xe7\x9b\x98");
-    QSettings(QStringLiteral("HKEY_LOCAL_MACHINE\\") + path_, QSettings::NativeFormat).setValue(QStringLiteral("text"), text);
+    const QString text = QString::fromUtf8("Gr\xc3\xb6\xc3\x9f"
+                                           "e \xe7\xa3\x81\xe7\x9b\x98");
+    QSettings(QStringLiteral("HKEY_LOCAL_MACHINE\\") + path_, QSettings::NativeFormat)
+        .setValue(QStringLiteral("text"), text);
     EXPECT_EQ(Platform::instance().registryString(path_, QStringLiteral("text")), text);
 }
 
@@ -89,8 +97,9 @@ TEST_F(OwnKey, RegistryString_NumberOrTextWithVariables_IsNothing)
 
 TEST(WindowsVersion, IsWhatTheShellSays)
 {
-    const QRegularExpressionMatch said = QRegularExpression(QStringLiteral("(\\d+)\\.(\\d+)\\."))
-                                             .match(systemSays(QStringLiteral("cmd"), {QStringLiteral("/c"), QStringLiteral("ver")}));
+    const QRegularExpressionMatch said =
+        QRegularExpression(QStringLiteral("(\\d+)\\.(\\d+)\\."))
+            .match(systemSays(QStringLiteral("cmd"), {QStringLiteral("/c"), QStringLiteral("ver")}));
     ASSERT_TRUE(said.hasMatch());
     int major = said.captured(1).toInt();
     int minor = said.captured(2).toInt();
@@ -115,7 +124,8 @@ TEST(FirmwareVariable, AnErrorThatWasSetBefore_IsNotTakenForTheAnswer)
     SetLastError(1234);
     EXPECT_NE(Platform::instance().firmwareVariableError(), 1234u);
     SetLastError(0);
-    const DWORD size = GetFirmwareEnvironmentVariableA("", "{00000000-0000-0000-0000-000000000000}", nullptr, 0);
+    const DWORD size =
+        GetFirmwareEnvironmentVariableA("", "{00000000-0000-0000-0000-000000000000}", nullptr, 0);
     EXPECT_EQ(size, 0u);
     EXPECT_EQ(Platform::instance().firmwareVariableError(), GetLastError());
 }

@@ -1,5 +1,5 @@
-// The readiness checks over the system's own platform: real rows of WMI, real memory and volume, and commands that are
-// found where the system looks for them. What this system cannot tell is given: firmware and TPM.
+// The readiness checks over the system's own platform: real rows of WMI, real memory and volume, and commands
+// that are found where the system looks for them. What this system cannot tell is given: firmware and TPM.
 #include "platform/windows/PlatformWindows.h"
 #include "tests/support/ScratchApplication.h"
 #include "tests/windows/OtherRoad.h"
@@ -74,9 +74,12 @@ protected:
     {
         const QByteArray name = wmicSays(QStringLiteral("cpu"), QStringLiteral("Name")).toUtf8();
         for (const char* vendor : {"AMD", "Intel", "Qualcomm"})
-            ScratchApplication::write(application_.root() + QStringLiteral("/Win11Checker/SupportedProcessors%1.txt").arg(QLatin1String(vendor)),
-                                      name + "\n");
-        ScratchApplication::write(application_.root() + QStringLiteral("/Win11Checker/win11_cpu_whitelist.txt"), name + "\n");
+            ScratchApplication::write(
+                application_.root() +
+                    QStringLiteral("/Win11Checker/SupportedProcessors%1.txt").arg(QLatin1String(vendor)),
+                name + "\n");
+        ScratchApplication::write(
+            application_.root() + QStringLiteral("/Win11Checker/win11_cpu_whitelist.txt"), name + "\n");
     }
 
     void giveFirmwareAndTpm()
@@ -98,8 +101,8 @@ protected:
     // The command line with which a stand-in was started.
     QString lineOf(const QString& program) const
     {
-        const QByteArray bytes =
-            ScratchApplication::read(application_.current() + QLatin1Char('/') + program + QStringLiteral(".line"));
+        const QByteArray bytes = ScratchApplication::read(application_.current() + QLatin1Char('/') +
+                                                          program + QStringLiteral(".line"));
         return QString::fromUtf16(reinterpret_cast<const ushort*>(bytes.constData()), bytes.size() / 2);
     }
 
@@ -113,7 +116,8 @@ protected:
 private:
     static QString builtProgram()
     {
-        return qEnvironmentVariable("AIBRIDGE_BUILD_DIR") + QStringLiteral("/tests/test_windows_readiness/RecordedOutput.exe");
+        return qEnvironmentVariable("AIBRIDGE_BUILD_DIR") +
+               QStringLiteral("/tests/test_windows_readiness/RecordedOutput.exe");
     }
 };
 
@@ -127,7 +131,8 @@ TEST_F(Readiness, NamespaceOfTheTpmNotReachable_FailsBeforeAnyCommandIsStarted)
 {
     platform_.firmware = 2;
     EXPECT_FALSE(check());
-    EXPECT_EQ(platform_.asked, QStringList({QStringLiteral("firmware"), QStringLiteral("memory"), QStringLiteral("tpm")}));
+    EXPECT_EQ(platform_.asked,
+              QStringList({QStringLiteral("firmware"), QStringLiteral("memory"), QStringLiteral("tpm")}));
 }
 
 TEST_F(Readiness, EverythingThere_PassesAndStartsBothCommandsAsTold)
@@ -137,7 +142,8 @@ TEST_F(Readiness, EverythingThere_PassesAndStartsBothCommandsAsTold)
     standIn(QStringLiteral("powershell.exe"), utf16(QStringLiteral("False\r\n")));
     EXPECT_TRUE(check());
     const QString temp = QDir::toNativeSeparators(application_.temp()) + QLatin1Char('\\');
-    EXPECT_EQ(lineOf(QStringLiteral("dxdiag.exe")), QStringLiteral("dxdiag /whql:off /t ") + temp + QStringLiteral("TVDxCheck.txt"));
+    EXPECT_EQ(lineOf(QStringLiteral("dxdiag.exe")),
+              QStringLiteral("dxdiag /whql:off /t ") + temp + QStringLiteral("TVDxCheck.txt"));
     EXPECT_EQ(lineOf(QStringLiteral("powershell.exe")),
               QStringLiteral("powershell -Command Confirm-SecureBootUEFI | Out-File -FilePath  ") + temp +
                   QStringLiteral("TVSecBootCheck.txt"));
@@ -165,7 +171,8 @@ TEST_F(Readiness, FileOfAnEarlierRun_IsNotTakenForTheAnswer)
 {
     giveFirmwareAndTpm();
     standIn(QStringLiteral("dxdiag.exe"), kDxdiagText);
-    ScratchApplication::write(application_.temp() + QStringLiteral("/TVSecBootCheck.txt"), utf16(QStringLiteral("True")));
+    ScratchApplication::write(application_.temp() + QStringLiteral("/TVSecBootCheck.txt"),
+                              utf16(QStringLiteral("True")));
     EXPECT_FALSE(check());
 }
 

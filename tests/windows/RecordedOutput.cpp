@@ -1,5 +1,5 @@
-// Stands in for a command that writes a file: copies `<own path>.out` to the file that the last argument names, and
-// writes its command line to `<own path>.line`.
+// Stands in for a command that writes a file: copies `<own path>.out` to the file that the last argument
+// names, and writes its command line to `<own path>.line`.
 #include <windows.h>
 
 #include <string>
@@ -11,8 +11,8 @@ int wmain(int count, wchar_t** arguments)
     GetModuleFileNameW(nullptr, own.data(), static_cast<DWORD>(own.size()));
     const std::wstring path = own.data();
     const std::wstring line = GetCommandLineW();
-    const HANDLE file =
-        CreateFileW((path + L".line").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE file = CreateFileW((path + L".line").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
     DWORD written = 0;
     WriteFile(file, line.data(), static_cast<DWORD>(line.size() * sizeof(wchar_t)), &written, nullptr);
     CloseHandle(file);

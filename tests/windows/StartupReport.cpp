@@ -1,5 +1,5 @@
-// A program that writes what it was started with into the file that its first argument names; then it waits as many
-// milliseconds as its second one says and ends.
+// A program that writes what it was started with into the file that its first argument names; then it waits
+// as many milliseconds as its second one says and ends.
 #include <windows.h>
 
 #include <cstdio>
@@ -24,9 +24,9 @@ int wmain(int count, wchar_t** arguments)
     FILE* file = _wfopen(arguments[1], L"wb");
     if (file == nullptr)
         return 3;
-    std::fprintf(file, "flags=%lu\nshow=%u\nx=%lu\ny=%lu\nwidth=%lu\nheight=%lu\ncolumns=%lu\nrows=%lu\n", start.dwFlags,
-                 static_cast<unsigned>(start.wShowWindow), start.dwX, start.dwY, start.dwXSize, start.dwYSize,
-                 start.dwXCountChars, start.dwYCountChars);
+    std::fprintf(file, "flags=%lu\nshow=%u\nx=%lu\ny=%lu\nwidth=%lu\nheight=%lu\ncolumns=%lu\nrows=%lu\n",
+                 start.dwFlags, static_cast<unsigned>(start.wShowWindow), start.dwX, start.dwY, start.dwXSize,
+                 start.dwYSize, start.dwXCountChars, start.dwYCountChars);
     std::fprintf(file, "console=%d\nreserved=%u\n", GetConsoleWindow() != nullptr ? 1 : 0,
                  static_cast<unsigned>(start.cbReserved2));
     std::fprintf(file, "line=%s\n", narrow(GetCommandLineW()).c_str());

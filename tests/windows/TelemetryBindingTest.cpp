@@ -29,7 +29,8 @@ QString loadedFrom(const wchar_t* module)
 class TelemetryBinding : public testing::Test
 {
 protected:
-    // Puts a stand-in under the library's name into a scratch folder and binds a table as a module there would.
+    // Puts a stand-in under the library's name into a scratch folder and binds a table as a module there
+    // would.
     AliyunWrapTable* bind(const QString& standIn)
     {
         if (!standIn.isEmpty()) {
@@ -74,7 +75,8 @@ TEST_F(TelemetryBinding, WholeLibrary_FillsTheTableInItsOrder)
     ASSERT_NE(table->module, nullptr);
     ASSERT_EQ(table->entryPoints.size(), std::size(names));
     for (std::size_t i = 0; i < std::size(names); ++i) {
-        void* const expected = reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(table->module), names[i]));
+        void* const expected =
+            reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(table->module), names[i]));
         EXPECT_NE(expected, nullptr) << names[i];
         EXPECT_EQ(table->entryPoints[i], expected) << names[i];
     }
@@ -116,9 +118,11 @@ TEST_F(TelemetryBinding, Component_LoadsTheLibraryOfItsOwnFolderWhenItLoads)
     ASSERT_TRUE(QFile::copy(ownFile(QStringLiteral("AliyunWrapWhole.dll")), folder_.filePath(kLibrary)));
     ASSERT_EQ(GetModuleHandleW(L"AliyunWrap.DLL"), nullptr);
     const QString path = QDir::toNativeSeparators(folder_.filePath(QStringLiteral("AIBridge.dll")));
-    const HMODULE component = LoadLibraryExW(path.toStdWString().c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const HMODULE component =
+        LoadLibraryExW(path.toStdWString().c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     ASSERT_NE(component, nullptr) << GetLastError();
-    EXPECT_EQ(loadedFrom(L"AliyunWrap.DLL").toLower(), QDir::fromNativeSeparators(folder_.filePath(kLibrary)).toLower());
+    EXPECT_EQ(loadedFrom(L"AliyunWrap.DLL").toLower(),
+              QDir::fromNativeSeparators(folder_.filePath(kLibrary)).toLower());
 }
 
 } // namespace

@@ -19,13 +19,17 @@ std::vector<QVariantMap> query(const QString& table, const QStringList& properti
 
 TEST(Wmi, Processor_HasTheNameWidthAndCountsThatWmicPrints)
 {
-    const auto rows = query(QStringLiteral("Win32_Processor"),
-                            {QStringLiteral("Name"), QStringLiteral("AddressWidth"), QStringLiteral("NumberOfCores"),
-                             QStringLiteral("NumberOfLogicalProcessors"), QStringLiteral("MaxClockSpeed")});
+    const auto rows =
+        query(QStringLiteral("Win32_Processor"),
+              {QStringLiteral("Name"), QStringLiteral("AddressWidth"), QStringLiteral("NumberOfCores"),
+               QStringLiteral("NumberOfLogicalProcessors"), QStringLiteral("MaxClockSpeed")});
     ASSERT_FALSE(rows.empty());
-    for (const char* name : {"Name", "AddressWidth", "NumberOfCores", "NumberOfLogicalProcessors", "MaxClockSpeed"}) {
+    for (const char* name :
+         {"Name", "AddressWidth", "NumberOfCores", "NumberOfLogicalProcessors", "MaxClockSpeed"}) {
         const QString property = QString::fromLatin1(name);
-        EXPECT_EQ(rows.front().value(property).toString().trimmed(), wmicSays(QStringLiteral("cpu"), property)) << name;
+        EXPECT_EQ(rows.front().value(property).toString().trimmed(),
+                  wmicSays(QStringLiteral("cpu"), property))
+            << name;
     }
     EXPECT_EQ(rows.front().value(QStringLiteral("Name")).userType(), int(QMetaType::QString));
     EXPECT_EQ(rows.front().value(QStringLiteral("AddressWidth")).userType(), int(QMetaType::Int));
@@ -45,7 +49,8 @@ TEST(Wmi, ManyRows_ComeAllInTheOrderOfWmic)
     QStringList letters;
     for (const QVariantMap& row : rows)
         letters << row.value(QStringLiteral("DeviceID")).toString();
-    QStringList said = systemSays(QStringLiteral("wmic"), {QStringLiteral("logicaldisk"), QStringLiteral("get"), QStringLiteral("DeviceID")})
+    QStringList said = systemSays(QStringLiteral("wmic"), {QStringLiteral("logicaldisk"),
+                                                           QStringLiteral("get"), QStringLiteral("DeviceID")})
                            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     said.removeFirst();
     for (QString& letter : said)
@@ -57,7 +62,8 @@ TEST(Wmi, ManyRows_ComeAllInTheOrderOfWmic)
 
 TEST(Wmi, PropertyThatTheRowLacks_IsInvalidAndTheOthersCome)
 {
-    const auto rows = query(QStringLiteral("Win32_OperatingSystem"), {QStringLiteral("NoSuchProperty"), QStringLiteral("OSArchitecture")});
+    const auto rows = query(QStringLiteral("Win32_OperatingSystem"),
+                            {QStringLiteral("NoSuchProperty"), QStringLiteral("OSArchitecture")});
     ASSERT_EQ(rows.size(), 1u);
     EXPECT_FALSE(rows.front().value(QStringLiteral("NoSuchProperty")).isValid());
     EXPECT_TRUE(rows.front().value(QStringLiteral("OSArchitecture")).isValid());
@@ -66,13 +72,16 @@ TEST(Wmi, PropertyThatTheRowLacks_IsInvalidAndTheOthersCome)
 TEST(Wmi, NamespaceThatCannotBeReached_GivesNoRow)
 {
     EXPECT_TRUE(Platform::instance()
-                    .wmiQuery(QStringLiteral("ROOT\\NoSuchNamespace"), QStringLiteral("SELECT * FROM Win32_Processor"), {QStringLiteral("Name")})
+                    .wmiQuery(QStringLiteral("ROOT\\NoSuchNamespace"),
+                              QStringLiteral("SELECT * FROM Win32_Processor"), {QStringLiteral("Name")})
                     .empty());
 }
 
 TEST(Wmi, TextThatIsNoQuery_GivesNoRow)
 {
-    EXPECT_TRUE(Platform::instance().wmiQuery(kMachine, QStringLiteral("what is there?"), {QStringLiteral("Name")}).empty());
+    EXPECT_TRUE(Platform::instance()
+                    .wmiQuery(kMachine, QStringLiteral("what is there?"), {QStringLiteral("Name")})
+                    .empty());
 }
 
 TEST(Wmi, ThreadWithComOfAnotherKind_IsAnsweredAllTheSame)

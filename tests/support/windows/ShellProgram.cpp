@@ -1,6 +1,7 @@
-// Stands in for a program that a test wants to find under a name of its choice: it runs the shell script beside it,
-// `<own path>.sh`, and ends as that does. Under Wine alone, where the system's own shell can be reached; a program
-// started that way has neither pipes nor an exit code, so both go through files.
+// Stands in for a program that a test wants to find under a name of its choice: it runs the shell script
+// beside it,
+// `<own path>.sh`, and ends as that does. Under Wine alone, where the system's own shell can be reached; a
+// program started that way has neither pipes nor an exit code, so both go through files.
 #include <windows.h>
 
 #include <fcntl.h>
@@ -65,8 +66,8 @@ std::wstring scratchFolder()
 {
     wchar_t temp[MAX_PATH + 1] = {};
     GetTempPathW(MAX_PATH, temp);
-    const std::wstring folder = temp + std::wstring(L"shell") + std::to_wstring(GetCurrentProcessId()) + L"_" +
-                                std::to_wstring(GetTickCount64());
+    const std::wstring folder = temp + std::wstring(L"shell") + std::to_wstring(GetCurrentProcessId()) +
+                                L"_" + std::to_wstring(GetTickCount64());
     CreateDirectoryW(folder.c_str(), nullptr);
     return folder;
 }
@@ -96,16 +97,16 @@ void follow(const std::wstring& path, long long& position, FILE* target)
     std::fclose(file);
 }
 
-// What runs the script with its output in files and its exit code in a third, which comes last. Windows paths in the
-// script are turned into what they are to the system's own shell.
+// What runs the script with its output in files and its exit code in a third, which comes last. Windows paths
+// in the script are turned into what they are to the system's own shell.
 std::string launcher(const std::string& script, const std::string& folder, int count, wchar_t** arguments)
 {
     std::string call = "sh \"$at/script\"";
     for (int i = 1; i < count; ++i)
         call += ' ' + quoted(utf8(arguments[i]));
     const std::string unixNames = "s|\\b\\([CZ]\\):/|'\"$WINEPREFIX\"'/dosdevices/\\L\\1:/|g";
-    return "at=" + quoted(folder) + "\nprintf '%s' " + quoted(kReader) + " >\"$at/script\"\nsed '" + unixNames + "' " +
-           quoted(script) + " >>\"$at/script\"\n" + call +
+    return "at=" + quoted(folder) + "\nprintf '%s' " + quoted(kReader) + " >\"$at/script\"\nsed '" +
+           unixNames + "' " + quoted(script) + " >>\"$at/script\"\n" + call +
            " >\"$at/out\" 2>\"$at/err\"\necho $? >\"$at/part\"\nmv \"$at/part\" \"$at/code\"\n";
 }
 
