@@ -101,7 +101,7 @@ template <class Target> void readKeys(const QVariantMap& map, const KeyTable<Tar
     {                                                                                                        \
         QStringLiteral(key), [](auto& r, const QVariant& v) { r.field = v.toLongLong(); }                    \
     }
-#define TEXT(key, field)                                                                                     \
+#define UTF8(key, field)                                                                                     \
     {                                                                                                        \
         QStringLiteral(key), [](auto& r, const QVariant& v) { r.field = text(v); }                           \
     }
@@ -109,7 +109,7 @@ template <class Target> void readKeys(const QVariantMap& map, const KeyTable<Tar
 const KeyTable<DiskInfo>& diskTable()
 {
     static const KeyTable<DiskInfo> table = sortedByKey<DiskInfo>({
-        TEXT("diskInterface", diskLabel), // the field called label carries the interface text
+        UTF8("diskInterface", diskLabel), // the field called label carries the interface text
         NUMBER("diskIndex", diskIndex),
         {QStringLiteral("partitions"),
          [](DiskInfo& r, const QVariant& v) { r.partitionCount = v.toList().size(); }},
@@ -133,7 +133,7 @@ const KeyTable<DiskInfo>& diskTable()
          [](DiskInfo& r, const QVariant& v) { r.existsBitLocker = v.toInt() != 0; }},
         FLAG("isLowSpace", isLowSpace),
         NUMBER("emptyPartitionCount", emptyPartitionCount),
-        TEXT("serialNO", serialNumber),
+        UTF8("serialNO", serialNumber),
     });
     return table;
 }
@@ -175,12 +175,12 @@ const KeyTable<PartitionRead>& partitionTable()
         FLAG("gptReserved", record.gptReserved),
         FLAG("gptEFI", record.gptEfi),
         FLAG("gptRecovery", record.gptRecovery),
-        TEXT("partGUID", record.partitionGuid),
+        UTF8("partGUID", record.partitionGuid),
         NUMBER("bltState", bitLockerState),
         {QStringLiteral("driveLetter"),
          [](PartitionRead& r, const QVariant& v) { r.driveLetter = v.toString(); }},
-        TEXT("label", record.label),
-        TEXT("fsString", record.fileSystemType),
+        UTF8("label", record.label),
+        UTF8("fsString", record.fileSystemType),
         NUMBER("dynamicVolumeType", volumeType),
     });
     return table;
@@ -189,7 +189,7 @@ const KeyTable<PartitionRead>& partitionTable()
 #undef FLAG
 #undef NUMBER
 #undef SIZE
-#undef TEXT
+#undef UTF8
 
 void fillDerivedSizes(PartitionInfo& record)
 {
