@@ -1,6 +1,7 @@
 // The refresh of the lists: the program that is started, the script, the whitelist.
 #include "win11/ProcessorLists.h"
 
+#include "tests/support/Processes.h"
 #include "tests/support/ScratchApplication.h"
 #include "tests/win11/ExpectedScript.h"
 
@@ -15,11 +16,13 @@
 
 namespace {
 
-// What names the folder for temporary files.
+// What names the folder for temporary files, and the time in which a script surely has begun.
 #ifdef Q_OS_WIN
 const char* const kTempVariable = "TMP";
+constexpr int kTimeToStartMs = 4000;
 #else
 const char* const kTempVariable = "TMPDIR";
+constexpr int kTimeToStartMs = 300;
 #endif
 
 const QString kSite = QStringLiteral("https://learn.microsoft.com");
@@ -134,12 +137,13 @@ TEST_F(ListRefresh, Refresh_WithoutTheProgram_KeepsTheOldListsAndPausesThreeTime
 TEST_F(ListRefresh, Refresh_ProgramThatDoesNotEnd_IsEndedAfterTheLimit)
 {
     application.script(application.folder() + "/WebViewFinder.exe",
-                       "echo $$ >> \"" + QFile::encodeName(application.root()) + "/pids\"\nexec sleep 600\n");
-    refreshProcessorLists(300);
+                       QByteArray("echo ") + kOwnProcess + " >> \"" + QFile::encodeName(application.root()) +
+                           "/pids\"\nwhile [ -e \"$0\" ]; do sleep 0.1; done\n");
+    refreshProcessorLists(kTimeToStartMs);
     const QList<QByteArray> pids = application.read(application.root() + "/pids").trimmed().split('\n');
     ASSERT_EQ(pids.size(), 3);
     for (const QByteArray& pid : pids)
-        EXPECT_FALSE(QFile::exists("/proc/" + QString::fromLatin1(pid)));
+        EXPECT_FALSE(processRuns(pid)) << pid.constData();
 }
 
 TEST(ListRefreshLimit, Finder_MayTakeThirtySeconds)

@@ -99,14 +99,16 @@ void follow(const std::wstring& path, long long& position, FILE* target)
 
 // What runs the script with its output in files and its exit code in a third, which comes last. Windows paths
 // in the script are turned into what they are to the system's own shell.
-std::string launcher(const std::string& script, const std::string& folder, int count, wchar_t** arguments)
+std::string launcher(const std::string& program, const std::string& folder, int count, wchar_t** arguments)
 {
-    std::string call = "sh \"$at/script\"";
+    // The script finds its caller's name for itself in $0, as a program does.
+    std::string call = "sh -c '. \"$at/script\"' " + quoted(program);
     for (int i = 1; i < count; ++i)
         call += ' ' + quoted(utf8(arguments[i]));
     const std::string unixNames = "s|\\b\\([CZ]\\):/|'\"$WINEPREFIX\"'/dosdevices/\\L\\1:/|g";
-    return "at=" + quoted(folder) + "\nprintf '%s' " + quoted(kReader) + " >\"$at/script\"\nsed '" +
-           unixNames + "' " + quoted(script) + " >>\"$at/script\"\n" + call +
+    return "export at=" + quoted(folder) + " STAND_IN_PROCESS=" + std::to_string(GetCurrentProcessId()) +
+           "\nprintf '%s' " + quoted(kReader) + " >\"$at/script\"\nsed '" +
+           unixNames + "' " + quoted(program + ".sh") + " >>\"$at/script\"\n" + call +
            " >\"$at/out\" 2>\"$at/err\"\necho $? >\"$at/part\"\nmv \"$at/part\" \"$at/code\"\n";
 }
 
@@ -139,7 +141,7 @@ int wmain(int count, wchar_t** arguments)
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
     const std::wstring folder = scratchFolder();
-    write(folder + L"\\run", launcher(unixName(ownPath() + L".sh"), unixName(folder), count, arguments));
+    write(folder + L"\\run", launcher(unixName(ownPath()), unixName(folder), count, arguments));
     if (!start(folder + L"\\run"))
         return kNoExitCode;
     long long out = 0;
