@@ -66,8 +66,11 @@ void ServerSocket::close()
         left_.wait_for(lock, leaveLimit, [this] { return where_ == Where::Outside; });
     // A slow name service holds it in listen. The accept that follows ends at once, and the server then
     // closes.
-    if (ownWay || where_ != Where::Listen)
+    if (ownWay || where_ != Where::Listen) {
+        // Before the wake-up of the connections is closed: on Windows they see the byte in it, and not its end.
+        TServerSocket::interruptChildren();
         TServerSocket::close();
+    }
 }
 
 std::shared_ptr<TTransport> ServerSocket::acceptImpl()
