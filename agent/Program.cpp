@@ -8,8 +8,7 @@
 #include "agent/Script.h"
 #include "agent/Text.h"
 
-#include <QtCore/QFile>
-
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -46,7 +45,8 @@ ExitCode runFile(const Options& options, const QString& nativePort, std::istream
 {
     if (options.script == "-")
         return runLines(options, nativePort, in, out);
-    std::ifstream file(QFile::encodeName(QString::fromStdString(options.script)).constData());
+    // By the name's characters: on Windows its bytes would be read in the system's codepage.
+    std::ifstream file(std::filesystem::u8path(options.script), std::ios::binary);
     // A folder can be opened here, and only fails when read.
     if (!file || (file.peek() == std::ifstream::traits_type::eof() && file.bad()))
         throw Failure(Usage, options.script + " can't be read");
