@@ -1,4 +1,4 @@
-// Two thousand starts and stops: each ends in time, and none leaves a descriptor or a thread behind.
+// Two thousand starts and stops, some two hundred on Windows: each ends in time, and none leaves a descriptor or a thread behind.
 #include "tests/support/Aside.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
@@ -12,6 +12,16 @@
 namespace {
 
 constexpr int kEndLimitMs = 1000;
+// A start of the service starts a program, which costs a third of a second there.
+#ifdef Q_OS_WIN
+constexpr int kRoundsPart = 10;
+#else
+constexpr int kRoundsPart = 1;
+#endif
+constexpr int rounds(int count)
+{
+    return count / kRoundsPart;
+}
 const std::string kInit = wire::call("Init", 1);
 const std::string kShow = wire::call("ShowBitLockerStatus", 5, wire::Fields().string(1, "D"));
 
@@ -47,17 +57,17 @@ void stopAndExpectAnEndInTime(ServiceRunner& service)
     ASSERT_LT(timer.elapsed(), kEndLimitMs);
 }
 
-TEST(StopCycles, SevenHundredWithoutClients_EachEndsWithinASecond)
+TEST(StopCycles, ManyWithoutClients_EachEndsWithinASecond)
 {
-    runCycles(700, [](int) {
+    runCycles(rounds(700), [](int) {
         ServiceRunner service(nullptr);
         ASSERT_NO_FATAL_FAILURE(stopAndExpectAnEndInTime(service));
     });
 }
 
-TEST(StopCycles, SevenHundredWithOneToFourIdleClients_EachEndsWithinASecond)
+TEST(StopCycles, ManyWithOneToFourIdleClients_EachEndsWithinASecond)
 {
-    runCycles(700, [](int round) {
+    runCycles(rounds(700), [](int round) {
         ServiceRunner service(nullptr);
         std::vector<std::unique_ptr<RawClient>> clients;
         for (int i = 0; i <= round % 4; ++i)
@@ -69,7 +79,7 @@ TEST(StopCycles, SevenHundredWithOneToFourIdleClients_EachEndsWithinASecond)
     });
 }
 
-TEST(StopCycles, SixHundredWithOneToThreeBusyClients_EachEndsWithinASecondOfTheLastTool)
+TEST(StopCycles, ManyWithOneToThreeBusyClients_EachEndsWithinASecondOfTheLastTool)
 {
     ServiceRunner* running = nullptr;
     QElapsedTimer lastCall;
@@ -80,7 +90,7 @@ TEST(StopCycles, SixHundredWithOneToThreeBusyClients_EachEndsWithinASecondOfTheL
         return QVariant(true);
     });
     host.build();
-    runCycles(600, [&](int round) {
+    runCycles(rounds(600), [&](int round) {
         ServiceRunner service(host.bridge());
         running = &service;
         host.recorder().clear();
