@@ -79,6 +79,8 @@ ComponentFolder::Run ComponentFolder::run(const QStringList& orders) const
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    // Where standard error is no console, the log would go to the debugger on Windows.
+    environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
     process.setProcessEnvironment(environment);
     process.start(at(QStringLiteral("component_host")), orders);
     const bool ended = process.waitForFinished(40000);

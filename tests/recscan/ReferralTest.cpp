@@ -75,8 +75,11 @@ TEST_F(Referral, Number_NothingInTheRegistry_IsNone)
 
 TEST_F(Referral, Number_OtherNamesAndOtherCase_AreNotLookedAt)
 {
-    application.write(application.current() + "/HKEY_LOCAL_MACHINE\\SOFTWARE\\TARVEX\\ZOR\\PackParam",
-                      "[General]\nXURLID=b1\nxurlid=b2\nother=b3\n[xurlID]\nxurlID=b4\n");
+    for (const char* name : {"XURLID", "xurlid", "other"}) {
+        registry.set(name, "b1");
+        EXPECT_EQ(readReferralNumber(), "-1") << name;
+    }
+    registry.set("xurlID", "b4", "xurlID");
     EXPECT_EQ(readReferralNumber(), "-1");
 }
 

@@ -2,6 +2,7 @@
 
 #include "recscan/RecScanThread.h"
 #include "service/AIFuncallThread.h"
+#include "tests/support/EverLonger.h"
 #include "tests/support/Threads.h"
 
 #include <QtCore/QCoreApplication>
@@ -23,14 +24,6 @@ public:
 };
 
 namespace {
-
-// QSettings takes a file of the same size and time for the one that it has read already.
-QByteArray everLonger()
-{
-    static QByteArray line = ";";
-    line += QByteArray(64, '-'); // more than any two texts of one test differ by
-    return line + '\n';
-}
 
 QVariantMap merged(QVariantMap map, const QVariantMap& more)
 {
@@ -226,8 +219,7 @@ QStringList ScanFixture::hostCalls()
 
 void ScanFixture::setReferralNumber(const QByteArray& text)
 {
-    application.write(application.current() + "/HKEY_LOCAL_MACHINE\\SOFTWARE\\TARVEX\\ZOR\\PackParam",
-                      "[General]\nxurlID=" + text + "\n" + everLonger());
+    registry.set("xurlID", text);
 }
 
 void ScanFixture::setConfig(const QByteArray& ini)

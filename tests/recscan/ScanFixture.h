@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/recscan/ReferralRegistry.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/Printing.h"
 #include "tests/support/RecordingHost.h"
@@ -64,6 +65,7 @@ protected:
     static bool waitForScan(RecScanThread& scanThread);
 
     ScratchApplication application;
+    ReferralRegistry registry;
     FakePlatform platform;
     RecordingHost host;
     QVariantList machine;
