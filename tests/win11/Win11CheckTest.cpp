@@ -4,6 +4,7 @@
 #include "tests/support/FakePlatform.h"
 #include "tests/support/ScratchApplication.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 
 #include <gtest/gtest.h>
@@ -40,8 +41,9 @@ protected:
     {
         return {{"Name", name}, {"AddressWidth", width}, {"NumberOfCores", 1}, {"MaxClockSpeed", 800}};
     }
-    QString directXFile() const { return application.temp() + "\\TVDxCheck.txt"; }
-    QString secureBootFile() const { return application.temp() + "\\TVSecBootCheck.txt"; }
+    QString scratch() const { return QDir::toNativeSeparators(application.temp()) + '\\'; }
+    QString directXFile() const { return scratch() + "TVDxCheck.txt"; }
+    QString secureBootFile() const { return scratch() + "TVSecBootCheck.txt"; }
     void write(const QString& command)
     {
         if (command.startsWith("dxdiag") && !directX.isNull())
