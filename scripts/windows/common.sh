@@ -40,7 +40,7 @@ make_prefix() {
     (
         flock 9
         [ ! -e "$WINEPREFIX/made" ] || exit 0
-        wine wineboot -i >"$WINEPREFIX/boot.log" 2>&1 || die "Wine's prefix could not be made: $WINEPREFIX/boot.log"
+        timeout 300 wine wineboot -i >"$WINEPREFIX/boot.log" 2>&1 || die "Wine's prefix could not be made: $WINEPREFIX/boot.log"
         wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
         wineserver -w
         touch "$WINEPREFIX/made"
