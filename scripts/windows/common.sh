@@ -28,6 +28,8 @@ set_up_wine() {
     export WINEPATH="$(windows_path "$dir/qt/bin");$(windows_path "$gcc");$(windows_path "/usr/$triple/lib");$(windows_path "$windows_build/bin")"
     unset DISPLAY WAYLAND_DISPLAY
     [ -e "$WINEPREFIX/made" ] || make_prefix
+    # The first program starts Wine's services, which would hold its output open beyond its end.
+    wine cmd /c ver </dev/null >/dev/null 2>&1 || true
     export AIBRIDGE_WINE_READY=1
 }
 
