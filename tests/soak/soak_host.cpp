@@ -74,17 +74,20 @@ public:
     {
         ++orders_;
         if (fault_ == "leak")
-            kept_.push_back(std::vector<char>(16 * 1024));
-        else if (fault_ == "descriptor" && orders_ % 2 == 0)
+            kept_.push_back(std::vector<char>(64 * 1024));
+        else if (fault_ == "descriptor" && orders_ <= kKept)
             ::dup(STDOUT_FILENO);
-        else if (fault_ == "thread" && orders_ % 2 == 0)
+        else if (fault_ == "thread" && orders_ <= kKept)
             std::thread([] { ::pause(); }).detach();
         else if (fault_ == "stall" && !stalled_ && clock_.elapsed() > 2000)
             stall();
     }
-    bool answer() { return fault_ != "wrong" || ++answers_ % 50 != 0; }
+    bool answer() { return fault_ != "wrong" || ++answers_ % 3 != 0; }
 
 private:
+    // More than a run allows for, fewer than a process may have.
+    static constexpr int kKept = 200;
+
     void stall()
     {
         stalled_ = true;
@@ -219,7 +222,12 @@ void SoakHost::end()
     pumpUntil([ownThreads] { return ProcessFigures::now().threads <= ownThreads; });
     AIBridgeAccess::release(*host_.bridge());
     print();
-    const ProcessFigures after = ProcessFigures::now();
+    // A thread counts as ended a moment before the system has forgotten it.
+    ProcessFigures after;
+    pumpUntil([&] {
+        after = ProcessFigures::now();
+        return after.threads <= before_.threads && after.fileDescriptors <= before_.fileDescriptors;
+    });
     std::printf("left threads %d descriptors %d\n", after.threads - before_.threads,
                 after.fileDescriptors - before_.fileDescriptors);
 }
