@@ -1,7 +1,5 @@
 #include "host/objects/GateWatch.h"
 
-#include "plugin/HandOver.h"
-
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
 
@@ -25,23 +23,42 @@ quintptr thisThread()
 
 void GateWatch::notePopupedRead(bool open) const
 {
-    if (QThread::currentThread() == thread())
-        return;
-    auto* self = const_cast<GateWatch*>(this);
-    handover::give();
-    QMetaObject::invokeMethod(
-        self, [self, open, reader = thisThread()] { self->onPopupedRead(reader, open); },
-        Qt::QueuedConnection);
+    note(true, open);
 }
 
 void GateWatch::noteBusyRead(bool busy) const
 {
+    note(false, busy);
+}
+
+void GateWatch::note(bool ofPopuped, bool value) const
+{
     if (QThread::currentThread() == thread())
         return;
-    auto* self = const_cast<GateWatch*>(this);
-    handover::give();
-    QMetaObject::invokeMethod(
-        self, [self, busy, reader = thisThread()] { self->onBusyRead(reader, busy); }, Qt::QueuedConnection);
+    bool first = false;
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        first = reads_.empty();
+        reads_.push_back({thisThread(), ofPopuped, value});
+    }
+    // By its name: nothing of the call then lies in memory of ours that the other thread would read.
+    if (first)
+        QMetaObject::invokeMethod(const_cast<GateWatch*>(this), "takeReads", Qt::QueuedConnection);
+}
+
+void GateWatch::takeReads()
+{
+    std::vector<Read> reads;
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        reads.swap(reads_);
+    }
+    for (const Read& read : reads) {
+        if (read.ofPopuped)
+            onPopupedRead(read.thread, read.value);
+        else
+            onBusyRead(read.thread, read.value);
+    }
 }
 
 void GateWatch::onPopupedRead(quintptr thread, bool open)

@@ -3,6 +3,9 @@
 #include <QtCore/QObject>
 #include <QtCore/QSet>
 
+#include <mutex>
+#include <vector>
+
 namespace host {
 
 /// Notices where the library's gate has refused a call, of which it tells its host nothing. The gate alone
@@ -25,10 +28,24 @@ Q_SIGNALS:
     /// The gate has refused, in these words.
     void refused(QString text);
 
+private Q_SLOTS:
+    void takeReads();
+
 private:
+    // One read of a property, as it came.
+    struct Read
+    {
+        quintptr thread;
+        bool ofPopuped;
+        bool value;
+    };
+
+    void note(bool ofPopuped, bool value) const;
     void onPopupedRead(quintptr thread, bool open);
     void onBusyRead(quintptr thread, bool busy);
 
+    mutable std::mutex mutex_;
+    mutable std::vector<Read> reads_; ///< those that this object's thread has not looked at yet
     int patience_;
     QSet<quintptr> between_; ///< threads that have read `popuped` and not yet `busy`
 };
