@@ -3,10 +3,7 @@
 #include <thrift/transport/PlatformSocket.h>
 #include <thrift/transport/TTransportException.h>
 
-#include <fcntl.h>
-#if __has_include(<poll.h>)
-#include <poll.h>
-#endif
+#include <QtCore/QtGlobal>
 
 #include <utility>
 
@@ -17,37 +14,55 @@ namespace {
 
 constexpr int kStallMs = 500;
 
-void setNonBlocking(THRIFT_SOCKET socket)
+#ifdef Q_OS_WIN
+
+// There a socket whose time for sending has run out is of no use any more. So it does not block, and what
+// cannot be sent is waited for. A read waits with the interrupt before it takes anything, so it never finds
+// the socket empty.
+void limitSending(TSocket& socket)
 {
-    const int flags = THRIFT_FCNTL(socket, THRIFT_F_GETFL, 0);
-    THRIFT_FCNTL(socket, THRIFT_F_SETFL, flags | THRIFT_O_NONBLOCK);
+    const int flags = THRIFT_FCNTL(socket.getSocketFD(), THRIFT_F_GETFL, 0);
+    THRIFT_FCNTL(socket.getSocketFD(), THRIFT_F_SETFL, flags | THRIFT_O_NONBLOCK);
 }
+
+bool waitToSend(TSocket& socket)
+{
+    struct THRIFT_POLLFD own = {};
+    own.fd = socket.getSocketFD();
+    own.events = THRIFT_POLLOUT;
+    return THRIFT_POLL(&own, 1, kStallMs) != 0;
+}
+
+#else
+
+void limitSending(TSocket& socket)
+{
+    socket.setSendTimeout(kStallMs);
+}
+
+// The time has passed in the call that sent nothing.
+bool waitToSend(TSocket&)
+{
+    return false;
+}
+
+#endif
 
 } // namespace
 
-// A time limit of the socket for sending would not do: on Windows the connection is of no use once it has run
-// out. A read waits with the interrupt before it takes anything, so it never finds the socket empty.
 ConnectionSocket::ConnectionSocket(THRIFT_SOCKET socket, std::shared_ptr<THRIFT_SOCKET> interrupt,
                                    std::shared_ptr<const std::atomic<bool>> stopping)
-    : TSocket(socket, interrupt), stopping_(std::move(stopping))
+    : TSocket(socket, std::move(interrupt)), stopping_(std::move(stopping))
 {
-    if (interrupt)
-        setNonBlocking(socket);
-}
-
-bool ConnectionSocket::canSendWithin(int milliseconds)
-{
-    struct THRIFT_POLLFD own = {};
-    own.fd = getSocketFD();
-    own.events = THRIFT_POLLOUT;
-    return THRIFT_POLL(&own, 1, milliseconds) != 0;
+    limitSending(*this);
 }
 
 void ConnectionSocket::write(const std::uint8_t* bytes, std::uint32_t length)
 {
     for (std::uint32_t sent = 0; sent < length;) {
         const std::uint32_t count = write_partial(bytes + sent, length - sent);
-        if (count == 0 && !canSendWithin(kStallMs) && *stopping_)
+        // Nothing has left for the whole of the limit.
+        if (count == 0 && !waitToSend(*this) && *stopping_)
             throw TTransportException(TTransportException::TIMED_OUT, "the client does not read");
         sent += count;
     }

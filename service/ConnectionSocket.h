@@ -17,7 +17,5 @@ public:
     void write(const std::uint8_t* bytes, std::uint32_t length) override;
 
 private:
-    bool canSendWithin(int milliseconds);
-
     std::shared_ptr<const std::atomic<bool>> stopping_;
 };
