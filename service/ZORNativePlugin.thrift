@@ -202,7 +202,7 @@ service ZORNativePlugin {
      * user; the state itself is not answered. Answers "Task Queued" or "Task NotValid".
      */
     string ShowBitLockerStatus(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter)
 
     /**
@@ -232,7 +232,7 @@ service ZORNativePlugin {
      * Answers "Task Queued" or "Task NotValid".
      */
     string CreateBootableUsbByDriveLetter(
-        /** Drive letter of the stick; first character counts. May be empty, which leaves the choice to the host. */
+        /** Drive letter of the stick; reduced to one upper-case character. It may be empty: the host then receives an empty letter and decides what that means. */
         1: string driveLetter)
 
     /**
@@ -255,8 +255,8 @@ service ZORNativePlugin {
 
     /**
      * Destroys data. Opens the clone guide with the running system as source and a disk as target. Answers
-     * "Task Queued" when the guide was told, "Task NotValid", a text that names a disk the host does not
-     * list (or that is not the system disk), or an empty text when the host has no clone page.
+     * "Task Queued" when the guide was sent the task, "Task NotValid", a sentence that names a disk the
+     * host does not list, or an empty string when the host has no clone page.
      */
     string CloneOSDataFromCurrent(
         /** Number of the disk that is overwritten. Absent: 0. */
@@ -264,8 +264,9 @@ service ZORNativePlugin {
 
     /**
      * Destroys data. Opens the clone guide with the system of a disk as source and another disk as target.
-     * Answers "Task Queued" when the guide was told, "Task NotValid", a text that names a disk the host
-     * does not list (or that is not the system disk), or an empty text when the host has no clone page.
+     * Answers "Task Queued" when the guide was sent the task, "Task NotValid", a sentence that names a
+     * disk the host does not list or that is not the system disk, or an empty string when the host has no
+     * clone page.
      */
     string CloneOSDataFromDisk(
         /** Number of the disk that is overwritten. Absent: 0. */
@@ -275,8 +276,8 @@ service ZORNativePlugin {
 
     /**
      * Destroys data. Opens the clone guide with the system on a partition as source and a disk as target.
-     * Answers "Task Queued" when the guide was told, "Task NotValid", a text that names a disk the host
-     * does not list (or that is not the system disk), or an empty text when the host has no clone page.
+     * Answers "Task Queued" when the guide was sent the task, "Task NotValid", a sentence that names a
+     * disk the host does not list, or an empty string when the host has no clone page.
      */
     string CloneOSDataFromPartition(
         /** Number of the disk that is overwritten. Absent: 0. */
@@ -285,9 +286,9 @@ service ZORNativePlugin {
         2: string osDriveLetter)
 
     /**
-     * Destroys data. Opens the clone guide for a whole disk. Answers "Task Queued" when the guide was
-     * told, "Task NotValid", a text that names a disk the host does not list (or that is not the system
-     * disk), or an empty text when the host has no clone page.
+     * Destroys data. Opens the clone guide for a whole disk. Answers "Task Queued" when the guide was sent
+     * the task, "Task NotValid", a sentence that names a disk the host does not list, or an empty string
+     * when the host has no clone page.
      */
     string CloneDiskToDisk(
         /** Number of the disk that is read. Absent: 0. */
@@ -297,8 +298,8 @@ service ZORNativePlugin {
 
     /**
      * Destroys data. Opens the clone guide for one partition onto another. Answers "Task Queued" when the
-     * guide was told, "Task NotValid", a text that names a disk the host does not list (or that is not the
-     * system disk), or an empty text when the host has no clone page.
+     * guide was sent the task, "Task NotValid", a sentence that names a disk the host does not list, or an
+     * empty string when the host has no clone page.
      */
     string ClonePartitionToPartition(
         /** Drive letter; only its first character counts, in either case. A letter that no partition has is not refused here: the host's guide decides. */
@@ -309,8 +310,8 @@ service ZORNativePlugin {
     /**
      * Destroys data. Opens the clone guide for one partition onto a disk: its later free space, else its
      * first partition; for a system partition the whole disk. Answers "Task Queued" when the guide was
-     * told, "Task NotValid", a text that names a disk the host does not list (or that is not the system
-     * disk), or an empty text when the host has no clone page.
+     * sent the task, "Task NotValid", a sentence that names a disk the host does not list, or an empty
+     * string when the host has no clone page.
      */
     string ClonePartitionToDisk(
         /** Drive letter; only its first character counts, in either case. A letter that no partition has is not refused here: the host's guide decides. */
@@ -355,7 +356,7 @@ service ZORNativePlugin {
      * NotValid".
      */
     string ConvertPartitionToPrimary(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter)
 
     /**
@@ -363,7 +364,7 @@ service ZORNativePlugin {
      * NotValid".
      */
     string ConvertPartitionToLogical(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter)
 
     /**
@@ -417,7 +418,7 @@ service ZORNativePlugin {
      * short of space. Answers "Task Queued" or "Task NotValid".
      */
     string SmartSpaceAdjustment(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter)
 
     /**
@@ -425,7 +426,7 @@ service ZORNativePlugin {
      * Answers "Task Queued" or "Task NotValid".
      */
     string OpenPartitionLayoutEditor(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter)
 
     /**
@@ -455,32 +456,32 @@ service ZORNativePlugin {
     string WipeDisk(
         /** Disk number as ListAllDisks reports it. Absent: 0. */
         1: i32 diskIndex,
-        /** Number of passes, as the host's page offers them. Handed on unchanged. Absent: 0. */
+        /** Number of times that everything is overwritten, 1 or more; the host's page decides how many it accepts. Passed on unchanged. Absent: 0. */
         2: i32 eraseCount)
 
     /** Destroys data. Formats a partition. Answers "Task Queued" or "Task NotValid". */
     string FormatPartition(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter,
         /** File system name, for example "NTFS", "FAT32" or "exFAT"; the host's page decides what it accepts. Absent: empty. */
         2: string fileSystem,
         /** Volume label, UTF-8; may be empty. Absent: empty. */
         3: string label,
-        /** Cluster size as the host's page reads it, handed on unchanged. Absent: 0. */
+        /** Cluster size in bytes, as in PartitionInfo; 0 leaves the choice to the host's page. Passed on unchanged. Absent: 0. */
         4: i32 clusterSize,
         /** True for a quick format, false for a full one. Absent: false. */
         5: bool quickFormat)
 
     /** Destroys data. Deletes a partition. Answers "Task Queued" or "Task NotValid". */
     string DeletePartition(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter)
 
     /** Changes data. Splits a partition in two. Answers "Task Queued" or "Task NotValid". */
     string SplitPartition(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter,
-        /** Wanted capacity in bytes. Absent: 0. */
+        /** Capacity in bytes of the new partition; the partition that is split keeps the rest. Absent: 0. */
         2: i64 newPartitionCapacity,
         /** File system of the new partition, as in FormatPartition. Absent: empty. */
         3: string newPartitionFileSystem,
@@ -500,18 +501,22 @@ service ZORNativePlugin {
         /** Place of the region among the disk's unallocated regions, from 0; -1 takes the first one that is large enough. Absent: 0. */
         5: i32 unallocatedIndex)
 
-    /** Changes data. Merges the second partition into the first. Answers "Task Queued" or "Task NotValid". */
+    /**
+     * Changes data. Merges the second partition into the first, which takes over its place on the disk. The
+     * second partition and its drive letter are gone afterwards; the host's page decides whether its files are
+     * kept. Answers "Task Queued" or "Task NotValid".
+     */
     string MergePartitions(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). The partition that stays. */
+        /** Drive letter of the partition that stays, with its letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter1,
-        /** Drive letter of the partition that is merged into the first; reduced to one upper-case character. */
+        /** Drive letter of the partition that gives up its place and its letter; reduced to one upper-case character. Absent: empty, which only the host can refuse. */
         2: string driveLetter2)
 
     /** Changes data. Gives a partition a new size. Answers "Task Queued" or "Task NotValid". */
     string ResizePartition(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter,
-        /** Wanted capacity in bytes. Absent: 0. */
+        /** New capacity of the whole partition in bytes. Absent: 0. */
         2: i64 newPartitionCapacity)
 
     /**
@@ -519,7 +524,7 @@ service ZORNativePlugin {
      * or "Task NotValid".
      */
     string ResizePartitionRelative(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter,
         /** Bytes to add to the present size as the inventory knows it; negative shrinks. Absent: 0. */
         2: i64 sizeAdjustment)
@@ -529,9 +534,9 @@ service ZORNativePlugin {
      * NotValid".
      */
     string AllocateSpaceFromPartitionToNewPartition(
-        /** Drive letter of the partition that gives; first character counts. */
+        /** Drive letter of the partition that gives space; reduced to one upper-case character. */
         1: string sourceDriveLetter,
-        /** Bytes to take for the new partition. Absent: 0. */
+        /** Capacity in bytes of the new partition; the source becomes smaller by as much. Absent: 0. */
         2: i64 partitionCapacity,
         /** File system name, for example "NTFS", "FAT32" or "exFAT"; the host's page decides what it accepts. Absent: empty. */
         3: string fileSystem,
@@ -543,37 +548,37 @@ service ZORNativePlugin {
      * NotValid".
      */
     string AllocateSpaceFromPartitionToPartition(
-        /** Drive letter of the partition that gives; first character counts. */
+        /** Drive letter of the partition that gives space; reduced to one upper-case character. */
         1: string sourceDriveLetter,
-        /** Drive letter of the partition that receives the space; first character counts. */
+        /** Drive letter of the partition that receives the space; reduced to one upper-case character. Absent: empty, which only the host can refuse. */
         2: string targetDriveLetter,
-        /** Bytes to move, as the host's page reads them. Absent: 0. */
+        /** Bytes that the source loses and the target gains; in spite of the name not the new capacity of either. Absent: 0. */
         3: i64 newPartitionCapacity)
 
     /** Destroys data. Overwrites a partition. Answers "Task Queued" or "Task NotValid". */
     string WipePartition(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter,
-        /** Number of passes, as the host's page offers them. Handed on unchanged. Absent: 0. */
+        /** Number of times that everything is overwritten, 1 or more; the host's page decides how many it accepts. Passed on unchanged. Absent: 0. */
         2: i32 eraseCount)
 
     /** Changes data. Changes the cluster size of a partition. Answers "Task Queued" or "Task NotValid". */
     string ChangePartitionClusterSize(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter,
-        /** Wanted cluster size as the host's page reads it. Handed on unchanged. Absent: 0. */
+        /** Wanted cluster size in bytes, as in PartitionInfo; 0 is not a cluster size. Passed on unchanged. Absent: 0. */
         2: i32 newClusterSize)
 
     /** Changes data. Gives a partition another drive letter. Answers "Task Queued" or "Task NotValid". */
     string ChangePartitionDriveLetter(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter,
         /** Wanted letter; reduced to one upper-case character and a colon. Absent: empty. */
         2: string newDriveLetter)
 
     /** Changes data. Changes the volume label of a partition. Answers "Task Queued" or "Task NotValid". */
     string ChangePartitionLabel(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter,
         /** Wanted volume label, UTF-8; empty removes it. Absent: empty. */
         2: string newLabel)
@@ -583,12 +588,12 @@ service ZORNativePlugin {
      * "Task NotValid".
      */
     string SetPartitionHidden(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter)
 
     /** Changes data. Marks a partition active. Answers "Task Queued" or "Task NotValid". */
     string SetPartitionActive(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter)
 
     /**
@@ -606,7 +611,7 @@ service ZORNativePlugin {
     string AutoCreatePartitions(
         /** Disk number as ListAllDisks reports it. Absent: 0. */
         1: i32 diskIndex,
-        /** Number of partitions to lay out. Handed on unchanged. Absent: 0. */
+        /** Number of partitions to lay out. Passed on unchanged. Absent: 0. */
         2: i32 partitionCount,
         /** Partition style for the disk, "GPT" or "MBR", handed to the host as it stands. Absent: empty. */
         3: string GptOrMbr)
@@ -618,7 +623,7 @@ service ZORNativePlugin {
 
     /** Changes data. Ejects the USB disk of a drive. Answers "Task Queued" or "Task NotValid". */
     string EjectUsb(
-        /** Drive letter; only its first byte counts and it must be a letter ("C", "c" and "C:" are the same drive). Absent: empty, which is refused. */
+        /** Drive letter. Must begin with a letter A to Z, in either case; nothing else is checked, and the host receives the text unchanged. Absent: empty, which is refused. */
         1: string driveLetter)
 
     /**
