@@ -6,6 +6,7 @@ triple=x86_64-w64-mingw32
 windows_build=$root/build-windows
 windows_packages=$root/scripts/windows/packages
 cache_root=${AIBRIDGE_WINDOWS_CACHE:-$HOME/.cache/aibridge-windows}
+cache_root=${cache_root%/}
 
 # The folder of the toolchain that this recipe and this compiler make. Needs the compiler.
 toolchain_dir() {
