@@ -121,8 +121,6 @@ protected:
 private:
     friend class AIBridgeAccess;
 
-    bool hasPartitionsOf(int diskIndex);
-
     AIFuncallThread* serverThread = nullptr;
     RecScanThread* recScanThread = nullptr;
     std::map<char, PartitionInfo> partitionsByLetter;

@@ -210,9 +210,3 @@ int AIBridge::findOneUnallocatedPartition(int diskIndex, std::int64_t size)
     // No value stands for failure: the host refuses what does not fit.
     return 0;
 }
-
-bool AIBridge::hasPartitionsOf(int diskIndex)
-{
-    const SnapshotReadLock lock(snapshotLock_);
-    return partitionsByDisk.count(diskIndex) != 0;
-}

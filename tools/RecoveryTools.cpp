@@ -35,6 +35,14 @@ bool startOnMain(const AIBridge* bridge, const char* method, const QVariantMap& 
     return true;
 }
 
+// The inventory has no entry for a disk without partitions.
+bool hasPartitionsOf(AIBridge& bridge, int diskIndex)
+{
+    std::vector<PartitionInfo> partitions;
+    bridge.getPartitionInfo(partitions, diskIndex);
+    return !partitions.empty();
+}
+
 // A virtual disk has no surface to test; it is refused before any guide is closed.
 bool scanBadSectors(const AIBridge* bridge, const QVariantMap& record)
 {
@@ -61,7 +69,7 @@ bool AIBridge::doPrFunForAI(bool isPartRecov, QVariantMap info)
 bool AIBridge::openDiskHealth(int diskIndex)
 {
     closeGuide();
-    if (!isApplicationThread() && !hasPartitionsOf(diskIndex))
+    if (!isApplicationThread() && !hasPartitionsOf(*this, diskIndex))
         return false;
     return startOnMain(this, "opendiskhealth", {{kDiskIndex, diskIndex}});
 }

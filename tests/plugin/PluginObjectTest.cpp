@@ -15,7 +15,6 @@
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
 #include <QtCore/QPointer>
-#include <QtCore/QProcess>
 #include <QtCore/QThread>
 #include <QtQml/QQmlApplicationEngine>
 #include <QtQml/QQmlContext>
@@ -290,63 +289,6 @@ TEST_F(PluginObject, DeleteLaterAfterRelease_TakesTheThreadWithIt)
         return gone.isNull();
     }));
     EXPECT_TRUE(thread.isNull());
-}
-
-TEST(PluginExports, DynamicSymbols_AreTheFactoryAndTheClassAndNothingElse)
-{
-    QProcess nm;
-    nm.start(QStringLiteral("nm"),
-             {QStringLiteral("-D"), QStringLiteral("--defined-only"), QStringLiteral("-C"), libraryFile()});
-    ASSERT_TRUE(nm.waitForFinished(30000));
-    QStringList names;
-    for (const QByteArray& line : nm.readAllStandardOutput().split('\n')) {
-        if (!line.isEmpty())
-            names.append(QString::fromLatin1(line.mid(19)));
-    }
-    EXPECT_TRUE(names.contains(QStringLiteral("getInstance")));
-    for (const QString& name : qAsConst(names)) {
-        EXPECT_TRUE(name == QLatin1String("getInstance") || name.startsWith(QLatin1String("AIBridge::")) ||
-                    name == QLatin1String("vtable for AIBridge") ||
-                    name == QLatin1String("typeinfo for AIBridge") ||
-                    name == QLatin1String("typeinfo name for AIBridge"))
-            << qPrintable(name);
-    }
-    const QStringList members{
-        QStringLiteral("AIBridge()"),
-        QStringLiteral("~AIBridge()"),
-        QStringLiteral("staticMetaObject"),
-        QStringLiteral("setEngine(QQmlApplicationEngine*)"),
-        QStringLiteral("init()"),
-        QStringLiteral("Release()"),
-        QStringLiteral("name() const"),
-        QStringLiteral("canLayout() const"),
-        QStringLiteral("isServerRunning()"),
-        QStringLiteral("setDiskInfo(QList<QVariant>)"),
-        QStringLiteral("beginRecScan()"),
-        QStringLiteral("stopRecScan()"),
-        QStringLiteral("doRecOperation(QVariant)"),
-        QStringLiteral("doFunFromAI(int, QMap<QString, QVariant>)"),
-        QStringLiteral("isFunValidForAI(int, QMap<QString, QVariant>)"),
-        QStringLiteral("doPrFunForAI(bool, QMap<QString, QVariant>)"),
-        QStringLiteral("openDiskHealth(int)"),
-        QStringLiteral("isBmFunValid(QMap<QString, QVariant>)"),
-        QStringLiteral("doBmFunForAI(QMap<QString, QVariant>)"),
-        QStringLiteral("isAlreadyPreOS()"),
-        QStringLiteral("parsePartitionInfo(QList<QVariant> const&)"),
-        QStringLiteral("findOneUnallocatedPartition(int, long)"),
-        QStringLiteral("onRecScanFinished()"),
-        QStringLiteral("sigRecScanResult(QVariant)"),
-        QStringLiteral("sigCloneResult(QVariant)"),
-        QStringLiteral("sigConvertResult(QVariant)"),
-        QStringLiteral("sigAbout2CallFun(QString)"),
-        QStringLiteral("sigAfterCallFun(QString, bool)"),
-        QStringLiteral("sigClearRecScan()"),
-    };
-    for (const QString& member : members)
-        EXPECT_TRUE(names.contains(QStringLiteral("AIBridge::") + member)) << qPrintable(member);
-    for (const char* reader :
-         {"getDiskInfo(", "getPartitionInfo(", "getAllPartitionInfo(", "getPartitionSize("})
-        EXPECT_FALSE(names.filter(QStringLiteral("AIBridge::") + QLatin1String(reader)).isEmpty()) << reader;
 }
 
 } // namespace
