@@ -21,9 +21,12 @@ QString AIBridge::name() const
 
 void AIBridge::init()
 {
-    if (serverThread != nullptr)
+    if (isServerRunning())
         return;
+    AIFuncallThread* ended = serverThread;
     serverThread = new AIFuncallThread(this);
+    // The component has one service and one thread child, however often it is initialised.
+    delete ended;
     handover::give();
     serverThread->start(QThread::InheritPriority);
 }

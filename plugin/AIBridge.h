@@ -43,6 +43,12 @@ public:
 
     QString name() const override;
     /// Starts the agent service. The port search of its thread can take up to 30 seconds.
+    ///
+    /// Has no effect while a service runs (see isServerRunning). After Release, or after a service that has
+    /// ended by itself because its address could not be bound, init starts a new service and deletes the
+    /// thread object of the previous one. Each round behaves as the first: Release must wait until the new
+    /// service serves. Until its port search is over, AGENT_NATIVE_PORT and AGENT_CHAT_PORT hold the ports of
+    /// the previous round.
     void init() override;
     /// False: the component has no page of its own in the host's layout.
     bool canLayout() const override;

@@ -34,6 +34,28 @@ QByteArray FakeNetstat::printing(const QByteArray& text)
     return "echo '" + text + "'\n";
 }
 
+HeldNetstat::HeldNetstat(const QByteArray& listing)
+    : netstat_("echo > waiting\nwhile [ ! -e finish ] && [ -e waiting ]; do sleep 0.02; done\n" +
+               FakeNetstat::printing(listing))
+{
+}
+
+HeldNetstat::~HeldNetstat()
+{
+    finish();
+}
+
+bool HeldNetstat::isWaiting() const
+{
+    return QFile::exists(netstat_.folder() + QStringLiteral("/waiting"));
+}
+
+void HeldNetstat::finish() const
+{
+    QFile file(netstat_.folder() + QStringLiteral("/finish"));
+    file.open(QIODevice::WriteOnly);
+}
+
 EmptyPath::EmptyPath() : previousPath_(qgetenv("PATH"))
 {
     qputenv("PATH", QFile::encodeName(folder_.path()));

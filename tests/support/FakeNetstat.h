@@ -27,6 +27,23 @@ private:
     QString previousCurrent_;
 };
 
+/// A netstat that prints its listing only once finish() is called, so that a test can act during the port
+/// search.
+class HeldNetstat
+{
+public:
+    explicit HeldNetstat(const QByteArray& listing);
+    /// Lets a netstat that still waits end.
+    ~HeldNetstat();
+
+    /// True once netstat has been started and waits.
+    bool isWaiting() const;
+    void finish() const;
+
+private:
+    FakeNetstat netstat_;
+};
+
 /// A folder without any program as the whole path, for the life of this object.
 class EmptyPath
 {
