@@ -1,11 +1,11 @@
 #include "plugin/HostCall.h"
 
 #include "plugin/HandOver.h"
+#include "plugin/HostSignature.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QThread>
 
-#include <algorithm>
 #include <array>
 
 bool isApplicationThread()
@@ -35,18 +35,25 @@ HostMethod::HostMethod(QObject* object, const QByteArray& name)
 }
 
 bool HostMethod::invoke(ConnectionRule rule, QGenericReturnArgument result,
-                        std::initializer_list<QGenericArgument> arguments,
-                        std::initializer_list<int> types) const
+                        std::initializer_list<Argument> arguments) const
 {
-    if (!isValid() || method_.parameterCount() > static_cast<int>(types.size()))
+    if (!isValid() || method_.parameterCount() > static_cast<int>(arguments.size()))
         return false;
-    for (int i = 0; i < method_.parameterCount(); ++i) {
-        if (method_.parameterType(i) != types.begin()[i])
-            return false;
-    }
     std::array<QGenericArgument, 4> places;
     Q_ASSERT(arguments.size() <= places.size());
-    std::copy(arguments.begin(), arguments.end(), places.begin());
+    for (int i = 0; i < method_.parameterCount(); ++i) {
+        const Argument& argument = arguments.begin()[i];
+        switch (passingOf(method_, i, argument.type)) {
+        case Passing::Refused:
+            return false;
+        case Passing::Direct:
+            places[i] = QGenericArgument(QMetaType::typeName(argument.type), argument.value);
+            break;
+        case Passing::Widened:
+            places[i] = QGenericArgument("qlonglong", &argument.widened);
+            break;
+        }
+    }
     handover::give();
     const bool called = method_.invoke(object_.data(), connectionType(rule), result, places[0], places[1],
                                        places[2], places[3]);

@@ -9,6 +9,7 @@
 
 #include <initializer_list>
 #include <optional>
+#include <type_traits>
 
 /// Which thread a host method runs on, seen from the caller.
 enum class ConnectionRule {
@@ -35,13 +36,13 @@ public:
 
     /// Calls the method with @p arguments under @p rule and gives back its result. With a blocking connection
     /// it returns after the method has run, and waits for the application thread as long as that takes. Empty
-    /// if the method is not valid or has another signature.
+    /// if the method is not valid or has another signature (see HostSignature.h).
     template <class Result, class... Arguments>
     std::optional<Result> call(ConnectionRule rule, const Arguments&... arguments) const
     {
         Result result{};
         const QGenericReturnArgument slot(typeName<Result>(), &result);
-        if (!invoke(rule, slot, {argument(arguments)...}, {qMetaTypeId<Arguments>()...}))
+        if (!invoke(rule, slot, {argument(arguments)...}))
             return std::nullopt;
         return result;
     }
@@ -49,21 +50,30 @@ public:
     /// As call, for a method whose result is not asked for. True if the call was made.
     template <class... Arguments> bool order(ConnectionRule rule, const Arguments&... arguments) const
     {
-        return invoke(rule, QGenericReturnArgument(), {argument(arguments)...},
-                      {qMetaTypeId<Arguments>()...});
+        return invoke(rule, QGenericReturnArgument(), {argument(arguments)...});
     }
 
 private:
-    template <class T> static const char* typeName() { return QMetaType::typeName(qMetaTypeId<T>()); }
-    template <class T> static QGenericArgument argument(const T& value)
+    struct Argument
     {
-        return QGenericArgument(typeName<T>(), &value);
+        int type;
+        const void* value;
+        qint64 widened; ///< the value of an integer
+    };
+
+    template <class T> static const char* typeName() { return QMetaType::typeName(qMetaTypeId<T>()); }
+    template <class T> static Argument argument(const T& value)
+    {
+        if constexpr (std::is_integral_v<T>)
+            return {qMetaTypeId<T>(), &value, static_cast<qint64>(value)};
+        else
+            return {qMetaTypeId<T>(), &value, 0};
     }
 
-    // The one place that crosses threads. The types guard against a member of another signature, which would
-    // read the arguments as something that they are not.
+    // The one place that crosses threads. QMetaMethod::invoke does not look at the types of arguments: a
+    // method of another signature would read them as something that they are not.
     bool invoke(ConnectionRule rule, QGenericReturnArgument result,
-                std::initializer_list<QGenericArgument> arguments, std::initializer_list<int> types) const;
+                std::initializer_list<Argument> arguments) const;
 
     QPointer<QObject> object_;
     QMetaMethod method_;

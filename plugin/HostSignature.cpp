@@ -1,0 +1,95 @@
+#include "plugin/HostSignature.h"
+
+#include <QtCore/QMetaEnum>
+#include <QtCore/QMetaType>
+
+namespace {
+
+// An integer that is read from a wider one starts at the same address on little-endian systems only.
+constexpr bool kCanWiden = Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
+
+bool isWholeNumber(int type)
+{
+    switch (type) {
+    case QMetaType::Char:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        return true;
+    default:
+        return (QMetaType::typeFlags(type) & QMetaType::IsEnumeration) != 0;
+    }
+}
+
+// A type that the class registers itself when asked: one with Q_DECLARE_METATYPE.
+int registeredByClass(const QMetaMethod& method, int parameter)
+{
+    const QMetaObject* meta = method.enclosingMetaObject();
+    int type = QMetaType::UnknownType;
+    void* places[] = {&type, &parameter};
+    meta->static_metacall(QMetaObject::RegisterMethodArgumentMetaType,
+                          method.methodIndex() - meta->methodOffset(), places);
+    return type < 0 ? int(QMetaType::UnknownType) : type;
+}
+
+// "Class::Name" of an enumeration that the method's class or a base class declares with Q_ENUM, whether the
+// method spells the class or not; empty for anything else. A flag type is a class.
+QByteArray declaredEnumeration(const QMetaMethod& method, int parameter)
+{
+    const QByteArray spelled = method.parameterTypes().at(parameter);
+    const int colons = spelled.lastIndexOf("::");
+    const QByteArray name = colons < 0 ? spelled : spelled.mid(colons + 2);
+    const QMetaObject* meta = method.enclosingMetaObject();
+    const QMetaEnum found = meta->enumerator(meta->indexOfEnumerator(name.constData()));
+    if (!found.isValid() || (found.isFlag() && name == found.name()))
+        return QByteArray();
+    const QByteArray scope = found.scope();
+    const QByteArray spelledScope = colons < 0 ? scope : spelled.left(colons);
+    return scope == spelledScope || scope.endsWith("::" + spelledScope) ? scope + "::" + name : QByteArray();
+}
+
+} // namespace
+
+Passing passingOf(const QMetaMethod& method, int parameter, int argument)
+{
+    int type = method.parameterType(parameter);
+    if (type == argument)
+        return Passing::Direct;
+    if (!isWholeNumber(argument))
+        return Passing::Refused;
+    if (type == QMetaType::UnknownType)
+        type = registeredByClass(method, parameter);
+    if (type == QMetaType::UnknownType) {
+        const QByteArray enumeration = declaredEnumeration(method, parameter);
+        if (enumeration.isEmpty())
+            return Passing::Refused;
+        type = QMetaType::type(enumeration);
+        if (type == QMetaType::UnknownType)
+            return kCanWiden ? Passing::Widened : Passing::Refused;
+    }
+    return isWholeNumber(type) && QMetaType::sizeOf(type) == QMetaType::sizeOf(argument) ? Passing::Direct
+                                                                                         : Passing::Refused;
+}
+
+bool acceptsArguments(const QMetaMethod& method, const int* arguments, int count)
+{
+    if (method.parameterCount() > count)
+        return false;
+    for (int i = 0; i < method.parameterCount(); ++i) {
+        if (passingOf(method, i, arguments[i]) == Passing::Refused)
+            return false;
+    }
+    return true;
+}
+
+bool hasResultType(const QMetaMethod& method, int result)
+{
+    return method.returnType() == result;
+}
