@@ -3,19 +3,27 @@
 #include <QtCore/QDebug>
 #include <QtCore/QMessageLogger>
 
-CTestTime::CTestTime(int level) : clock_(QTime::currentTime()), level_(level) {}
+CTestTime::CTestTime(int level, Clock now) : now_(now), clock_(now()), level_(level) {}
 
 void CTestTime::checkPoint(const char* function, int line)
 {
     label_ = QStringLiteral("%1(%2)").arg(QLatin1String(function)).arg(line);
-    const int elapsed = clock_.msecsTo(QTime::currentTime());
+    const int elapsed = elapsedMs();
     log(elapsed >= threshold_ ? effectiveLevel(level_, elapsed) : level_, elapsed);
     restart();
 }
 
 void CTestTime::restart()
 {
-    clock_ = QTime::currentTime();
+    clock_ = now_();
+}
+
+int CTestTime::elapsedMs() const
+{
+    constexpr int dayMs = 24 * 60 * 60 * 1000;
+    const int elapsed = clock_.msecsTo(now_());
+    // The time of day starts again at midnight.
+    return elapsed < 0 ? elapsed + dayMs : elapsed;
 }
 
 int CTestTime::effectiveLevel(int level, int elapsedMs)

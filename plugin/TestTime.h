@@ -10,7 +10,11 @@ public:
     /// The channels of the log that a line can go to.
     enum Level { Debug = 0, Warning = 1, Critical = 2, Info = 4 };
 
-    explicit CTestTime(int level = Debug);
+    /// The time of day.
+    using Clock = QTime (*)();
+
+    /// Starts the clock. @p now is read at each check-point.
+    explicit CTestTime(int level = Debug, Clock now = &QTime::currentTime);
 
     /// Logs the place "function(line)" with the elapsed milliseconds and restarts the clock. A line that took
     /// the threshold or longer goes to the level Info.
@@ -25,8 +29,10 @@ public:
     static int effectiveLevel(int level, int elapsedMs);
 
 private:
+    int elapsedMs() const;
     void log(int level, int elapsedMs);
 
+    Clock now_;
     QTime clock_;
     QString label_;
     int level_;

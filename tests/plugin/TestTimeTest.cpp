@@ -2,7 +2,6 @@
 #include "plugin/TestTime.h"
 
 #include <QtCore/QRegularExpression>
-#include <QtCore/QThread>
 
 #include <gtest/gtest.h>
 
@@ -18,12 +17,26 @@ void collect(QtMsgType type, const QMessageLogContext&, const QString& text)
     lines.emplace_back(type, text);
 }
 
+// The clock of the tests stands still until a test moves it.
+QTime timeOfDay(12, 0);
+
+QTime now()
+{
+    return timeOfDay;
+}
+
+void advance(int milliseconds)
+{
+    timeOfDay = timeOfDay.addMSecs(milliseconds);
+}
+
 class TestTime : public testing::Test
 {
 protected:
     TestTime()
     {
         lines.clear();
+        timeOfDay = QTime(12, 0);
         previous_ = qInstallMessageHandler(collect);
     }
     ~TestTime() override { qInstallMessageHandler(previous_); }
@@ -34,12 +47,23 @@ private:
 
 TEST_F(TestTime, CheckPoint_LogsFunctionLineAndMilliseconds)
 {
-    CTestTime timer;
+    CTestTime timer(0, now);
+    advance(37);
     timer.checkPoint("CThing::work", 42);
     ASSERT_EQ(lines.size(), 1u);
-    EXPECT_TRUE(QRegularExpression(QStringLiteral("^CThing::work\\(42\\)\\D*\\d+\\D*$"))
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^CThing::work\\(42\\)\\D*37\\D*$"))
                     .match(lines[0].second)
                     .hasMatch())
+        << qPrintable(lines[0].second);
+}
+
+TEST_F(TestTime, WithoutAClock_TheTimeOfDayIsRead)
+{
+    CTestTime timer;
+    timer.checkPoint("f", 1);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_TRUE(
+        QRegularExpression(QStringLiteral("^f\\(1\\)\\D*\\d+\\D*$")).match(lines[0].second).hasMatch())
         << qPrintable(lines[0].second);
 }
 
@@ -48,35 +72,33 @@ TEST_F(TestTime, Level_ChoosesTheChannel)
     const std::vector<std::pair<int, QtMsgType>> channels{
         {0, QtDebugMsg}, {1, QtWarningMsg}, {2, QtCriticalMsg}, {4, QtInfoMsg}};
     for (const auto& channel : channels) {
-        // A pause of the machine would raise the level: then another try.
-        for (int tries = 0; tries < 5; ++tries) {
-            lines.clear();
-            CTestTime timer(channel.first);
-            timer.checkPoint("f", 1);
-            ASSERT_EQ(lines.size(), 1u);
-            if (lines[0].first == channel.second)
-                break;
-        }
+        lines.clear();
+        CTestTime timer(channel.first, now);
+        timer.checkPoint("f", 1);
+        ASSERT_EQ(lines.size(), 1u);
         EXPECT_EQ(lines[0].first, channel.second) << channel.first;
     }
 }
 
 TEST_F(TestTime, Threshold_RaisesTheLevelForThatLineOnly)
 {
-    CTestTime timer(1);
-    QThread::msleep(CTestTime::thresholdMs + 20);
-    timer.checkPoint("slow", 1);
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0].first, QtInfoMsg);
-    for (int tries = 0; tries < 5 && lines.back().first != QtWarningMsg; ++tries)
-        timer.checkPoint("fast", 2);
-    EXPECT_EQ(lines.back().first, QtWarningMsg);
+    CTestTime timer(1, now);
+    advance(99);
+    timer.checkPoint("below", 1);
+    advance(100);
+    timer.checkPoint("at", 2);
+    advance(99);
+    timer.checkPoint("below", 3);
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0].first, QtWarningMsg);
+    EXPECT_EQ(lines[1].first, QtInfoMsg);
+    EXPECT_EQ(lines[2].first, QtWarningMsg);
 }
 
-TEST_F(TestTime, LevelThatIsNone_IsNotWritten)
+TEST_F(TestTime, LevelAboveInfo_IsNeitherWrittenNorRaised)
 {
-    // Above Info, so that a pause of the machine does not raise it.
-    CTestTime timer(5);
+    CTestTime timer(5, now);
+    advance(5000);
     timer.checkPoint("silent", 1);
     EXPECT_TRUE(lines.empty());
 }
@@ -91,18 +113,39 @@ TEST_F(TestTime, EffectiveLevel_IsRaisedFromTheThresholdOn)
     EXPECT_EQ(CTestTime::effectiveLevel(4, 5000), 4);
 }
 
-TEST_F(TestTime, CheckPoint_RestartsTheClock)
+TEST_F(TestTime, CheckPointAndRestart_RestartTheClock)
 {
-    CTestTime timer;
-    QThread::msleep(120);
+    CTestTime timer(0, now);
+    advance(120);
     timer.checkPoint("first", 1);
-    for (int tries = 0; tries < 5; ++tries) {
-        timer.checkPoint("second", 2);
-        if (lines.back().first == QtDebugMsg)
-            break;
-    }
-    EXPECT_EQ(lines.front().first, QtInfoMsg);
-    EXPECT_EQ(lines.back().first, QtDebugMsg);
+    advance(20);
+    timer.checkPoint("second", 2);
+    advance(120);
+    timer.restart();
+    advance(5);
+    timer.checkPoint("third", 3);
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0].second, QStringLiteral("first(1) 120 ms"));
+    EXPECT_EQ(lines[1].second, QStringLiteral("second(2) 20 ms"));
+    EXPECT_EQ(lines[2].second, QStringLiteral("third(3) 5 ms"));
+}
+
+TEST_F(TestTime, StepAcrossMidnight_KeepsItsTimeAndItsLevel)
+{
+    timeOfDay = QTime(23, 59, 59, 950);
+    CTestTime timer(0, now);
+    advance(60);
+    ASSERT_EQ(timeOfDay, QTime(0, 0, 0, 10));
+    timer.checkPoint("short", 1);
+    timeOfDay = QTime(23, 59, 59, 950);
+    timer.restart();
+    advance(150);
+    timer.checkPoint("long", 2);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].second, QStringLiteral("short(1) 60 ms"));
+    EXPECT_EQ(lines[0].first, QtDebugMsg);
+    EXPECT_EQ(lines[1].second, QStringLiteral("long(2) 150 ms"));
+    EXPECT_EQ(lines[1].first, QtInfoMsg);
 }
 
 } // namespace
