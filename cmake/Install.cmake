@@ -18,7 +18,7 @@ install(EXPORT AIBridgeTargets NAMESPACE AIBridge:: DESTINATION ${AIBRIDGE_INSTA
 foreach(header ComponentBase ComponentMgr HostAccess HostCall TestTime)
     install(FILES ${CMAKE_SOURCE_DIR}/plugin/${header}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/aibridge/plugin)
 endforeach()
-install(FILES ${CMAKE_SOURCE_DIR}/hostcheck/HostCheck.h
+install(FILES ${CMAKE_SOURCE_DIR}/hostcheck/HostCheck.h ${CMAKE_SOURCE_DIR}/hostcheck/ComponentCheck.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/aibridge/hostcheck)
 install(FILES ${ZORNATIVE_THRIFT} DESTINATION ${AIBRIDGE_INSTALL_DATADIR})
 

@@ -2,6 +2,7 @@
 
 #include "host/machine/MachineWriter.h"
 #include "host/objects/WindowObjects.h"
+#include "hostcheck/ComponentCheck.h"
 #include "hostcheck/HostCheck.h"
 #include "plugin/ComponentMgr.h"
 
@@ -32,6 +33,17 @@ constexpr int kScanLimitMs = 45000;
 // Where nobody can click: sooner than the gate opens again after a call.
 constexpr int kClickMs = 1500;
 const QString kComponent = QStringLiteral("AIBridge");
+
+QString whyNotLoaded()
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    if (!QFileInfo::exists(folder + QLatin1String("/components.ini")))
+        return QStringLiteral("there is no components.ini in %1").arg(folder);
+    const hostcheck::LoadReport report = hostcheck::checkComponent(kComponent);
+    return report.step == hostcheck::LoadStep::Complete
+               ? QStringLiteral("components.ini in %1 does not name the component %2").arg(folder, kComponent)
+               : hostcheck::textOf(report);
+}
 
 QElapsedTimer startedTimer()
 {
@@ -171,10 +183,7 @@ bool HostApp::loadComponent()
     components_->loadComponents();
     QObject* bridge = components_->component(kComponent);
     if (bridge == nullptr) {
-        const QString folder = QCoreApplication::applicationDirPath();
-        complain(QFileInfo::exists(folder + QLatin1String("/components.ini"))
-                     ? QStringLiteral("the component %1 could not be loaded from %2").arg(kComponent, folder)
-                     : QStringLiteral("there is no components.ini in %1").arg(folder));
+        complain(whyNotLoaded());
         return false;
     }
     scene_.link().attach(bridge);

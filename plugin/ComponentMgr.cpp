@@ -1,11 +1,11 @@
 #include "plugin/ComponentMgr.h"
 
 #include "plugin/ComponentBase.h"
+#include "plugin/ComponentLibrary.h"
 #include "plugin/HostAccess.h"
 #include "plugin/TestTime.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLibrary>
 #include <QtCore/QPointer>
@@ -25,28 +25,6 @@ CComponentBase* objectOf(const QVariant& record)
         static_cast<quintptr>(record.toMap().value(kObject).toLongLong()));
 }
 
-QString libraryPath(const QString& name, const QString& parent)
-{
-    QString folder = QCoreApplication::applicationDirPath();
-    if (!parent.isEmpty())
-        folder += QLatin1Char('/') + parent;
-    const QString stem = QDir::toNativeSeparators(folder + QLatin1Char('/') + parent + name);
-    const QString path = stem + QLatin1String(".dll");
-#ifndef Q_OS_WIN
-    if (!QFileInfo::exists(path))
-        return stem + QLatin1String(".so");
-#endif
-    return path;
-}
-
-using Factory = CComponentBase* (*)();
-
-// The library stays loaded when its QLibrary goes.
-Factory factoryOf(QLibrary& library)
-{
-    return library.load() ? reinterpret_cast<Factory>(library.resolve("getInstance")) : nullptr;
-}
-
 } // namespace
 
 CComponentMgr::CComponentMgr(QQmlApplicationEngine* theEngine, QObject* parent)
@@ -56,7 +34,7 @@ CComponentMgr::CComponentMgr(QQmlApplicationEngine* theEngine, QObject* parent)
 
 CComponentMgr::~CComponentMgr()
 {
-    // A component's end may take others with it.
+    // The destruction of a component can destroy others.
     QVector<QPointer<CComponentBase>> alive;
     for (const QVariant& record : qAsConst(componentList))
         alive.append(objectOf(record));
@@ -84,7 +62,7 @@ void CComponentMgr::loadComponents(QString componentName)
     const QString listFile = folder + QLatin1String("/components.ini");
     if (!QFileInfo::exists(listFile))
         return;
-    // A file that names its own folder, directly or by a detour, must not send the walk round for ever.
+    // A file that names its own folder, directly or indirectly, would make the walk endless.
     const QString canonical = QFileInfo(folder).canonicalFilePath();
     if (foldersInWalk_.contains(canonical))
         return;
@@ -92,7 +70,8 @@ void CComponentMgr::loadComponents(QString componentName)
 
     QSettings settings(listFile, QSettings::IniFormat);
     settings.setIniCodec("UTF-8");
-    // Looked up once: a language object that comes with one of these components is not yet heard here.
+    // Looked up once: a language object that one of these components publishes is connected by loadComponent
+    // only.
     const QPointer<QObject> language = contextObject(engine, QStringLiteral("multilanguage"));
     for (int i = 1; i <= kLastGroup; ++i) {
         settings.beginGroup(QStringLiteral("COMPONENT%1").arg(i));
@@ -121,13 +100,14 @@ QObject* CComponentMgr::loadComponent(QString name, QString parentCom)
 {
     CTestTime timer;
     const auto step = [&timer](int line) { timer.checkPoint("CComponentMgr::loadComponent", line); };
-    QLibrary library(libraryPath(name, parentCom));
+    QLibrary library(componentLibraryPath(name, parentCom));
     step(__LINE__);
-    const Factory factory = factoryOf(library);
+    // The library stays loaded when its QLibrary is destroyed.
+    const ComponentFactory factory = library.load() ? componentFactory(library) : nullptr;
     if (factory == nullptr)
         return nullptr;
     step(__LINE__);
-    // Whoever is told of it may destroy it.
+    // A receiver of sigNewComponent can destroy it.
     const QPointer<CComponentBase> component = factory();
     step(__LINE__);
     if (component == nullptr)
@@ -136,7 +116,7 @@ QObject* CComponentMgr::loadComponent(QString name, QString parentCom)
     component->setEngine(engine);
     component->init();
     step(__LINE__);
-    fileComponent(component);
+    registerComponent(component);
     connectLanguage(contextObject(engine, QStringLiteral("multilanguage")), component);
     step(__LINE__);
     Q_EMIT sigNewComponent(name, parentCom);
@@ -165,30 +145,29 @@ QVariantList CComponentMgr::components() const
     return list;
 }
 
-void CComponentMgr::fileComponent(CComponentBase* component)
+void CComponentMgr::registerComponent(CComponentBase* component)
 {
     QVariantMap record;
     record[kObject] = static_cast<qlonglong>(reinterpret_cast<quintptr>(component));
     record[kIndex] = componentList.size();
     componentList.append(record);
-    connect(component, &QObject::destroyed, this, &CComponentMgr::dropComponent);
+    connect(component, &QObject::destroyed, this, &CComponentMgr::unregisterComponent);
 }
 
-void CComponentMgr::dropComponent(QObject* component)
+void CComponentMgr::unregisterComponent(QObject* component)
 {
     const auto address = static_cast<qlonglong>(reinterpret_cast<quintptr>(component));
     for (const QVariant& record : qAsConst(componentList)) {
         const QVariantMap map = record.toMap();
         if (map.value(kObject).toLongLong() != address)
             continue;
-        // The index is the one of the day of filing, so after earlier removals another entry can go.
+        // The index was recorded at registration: after earlier removals it can be that of another entry.
         const int index = map.value(kIndex).toInt();
         if (index < componentList.size())
             componentList.removeAt(index);
         break;
     }
-    // If it was another entry, the one of the dead object stays: without an object, never with a dangling
-    // one.
+    // If another entry was removed, the destroyed component's entry remains. It must not keep the pointer.
     for (QVariant& record : componentList) {
         QVariantMap map = record.toMap();
         if (map.value(kObject).toLongLong() == address) {

@@ -10,10 +10,10 @@ class QQmlApplicationEngine;
 
 /// Finds, loads and lists the components of a host.
 ///
-/// A folder's components are named in its `components.ini`, groups COMPONENT1 to COMPONENT99, key `name`. A
-/// top-level component's library is `<application folder>/<name>.dll`; one with a parent lies at
-/// `<application folder>/<parent>/<parent><name>.dll`. Where such a file does not exist and the system is not
-/// Windows, the ending is `.so`. A loaded library is never unloaded.
+/// A folder's components are named in its `components.ini`, groups COMPONENT1 to COMPONENT99, key `name`.
+/// ComponentLibrary.h describes where their libraries are. A loaded library is never unloaded.
+///
+/// A component that cannot be loaded is not reported; hostcheck::checkComponent explains why.
 ///
 /// All members run on the application thread.
 class CComponentMgr : public QObject
@@ -32,7 +32,7 @@ public:
     /// Loads each name as a top-level component, then emits sigComponentsChanged.
     Q_INVOKABLE void loadComponents(QStringList list);
     /// Walks the tree of `components.ini` files from @p componentName, empty for the application folder. A
-    /// missing file ends that branch in silence; so does a folder that is being walked already.
+    /// missing file ends that branch without a message; so does a folder that is already being walked.
     Q_INVOKABLE void loadComponents(QString componentName = QString());
     /// The component of that name in any letter case, null if none. Owned by the manager.
     Q_INVOKABLE QObject* component(QString name);
@@ -47,8 +47,8 @@ Q_SIGNALS:
     void sigComponentsChanged();
 
 private:
-    void fileComponent(CComponentBase* component);
-    void dropComponent(QObject* component);
+    void registerComponent(CComponentBase* component);
+    void unregisterComponent(QObject* component);
     static void connectLanguage(QObject* language, QObject* component);
 
     QVariantList componentList;

@@ -11,7 +11,7 @@
 
 namespace {
 
-// One line that says what is wrong, and nothing on standard output.
+// One line with the cause, and nothing on standard output.
 void expectRefused(ZorhostProcess& host, const QStringList& arguments, const QByteArray& part)
 {
     host.start(arguments);
@@ -112,7 +112,36 @@ TEST(ZorhostRefuses, MissingLibrary)
 {
     ZorhostProcess host;
     host.remove("AIBridge.so");
-    expectRefused(host, {"--headless"}, "AIBridge");
+    expectRefused(host, {"--headless"},
+                  "the library " + host.file("AIBridge.so").toLocal8Bit() + " is missing");
+}
+
+TEST(ZorhostRefuses, LibraryWhoseOwnLibrariesAreMissing_NamesTheLibraryAndTheMissingOne)
+{
+    ZorhostProcess host;
+    for (const char* name : {"libZorLog.so", "libUIUtility.so", "libLLFProc.so"})
+        host.remove(name);
+    expectRefused(host, {"--headless"}, host.file("AIBridge.so").toLocal8Bit());
+    // The loader names the first one that it does not find.
+    const QByteArray errors = host.errors();
+    EXPECT_TRUE(errors.contains("libZorLog.so") || errors.contains("libUIUtility.so") ||
+                errors.contains("libLLFProc.so"))
+        << errors.constData();
+}
+
+TEST(ZorhostRefuses, LibraryThatIsNotOne_IsNamedWithTheLoadersMessage)
+{
+    ZorhostProcess host;
+    host.remove("AIBridge.so");
+    host.write("AIBridge.so", "text");
+    expectRefused(host, {"--headless"}, host.file("AIBridge.so").toLocal8Bit());
+}
+
+TEST(ZorhostRefuses, ListOfComponentsWithoutTheComponent)
+{
+    ZorhostProcess host;
+    host.write("components.ini", "[COMPONENT1]\nname=Other\n");
+    expectRefused(host, {"--headless"}, "does not name the component AIBridge");
 }
 
 TEST(ZorhostRefuses, MissingListOfComponents)

@@ -1,3 +1,4 @@
+#include <hostcheck/ComponentCheck.h>
 #include <hostcheck/HostCheck.h>
 #include <plugin/ComponentBase.h>
 #include <plugin/ComponentMgr.h>
@@ -18,7 +19,11 @@ int main(int argc, char** argv)
         return 1;
     CComponentMgr components;
     QObject* bridge = components.loadComponent("AIBridge");
-    if (bridge == nullptr)
+    if (bridge == nullptr) {
+        std::fputs(qPrintable(hostcheck::textOf(hostcheck::checkComponent("AIBridge")) + '\n'), stderr);
+        return 1;
+    }
+    if (hostcheck::checkComponent("Absent").step != hostcheck::LoadStep::FindFile)
         return 1;
     std::printf("%s\n", qPrintable(bridge->property("name").toString()));
     // The manager releases the component at its end, which must not come before the service has begun to

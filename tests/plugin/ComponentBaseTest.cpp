@@ -1,9 +1,11 @@
-// What a component inherits, and where its virtual operations lie.
+// The members that a component inherits, and the order of its virtual operations.
 #include "plugin/ComponentBase.h"
 #include "tests/plugin/HostView.h"
+#include "tests/plugin/ScriptReach.h"
 #include "tests/support/Printing.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtQml/QQmlApplicationEngine>
 #include <QtQml/QQmlContext>
@@ -86,10 +88,23 @@ TEST(ComponentBase, Init_RegistersTheResourceFileBesideTheApplication)
     EXPECT_TRUE(QFile::exists(QStringLiteral(":/probe/RccProbe.txt")));
 }
 
-TEST(ComponentBase, LoadResourceOfAMissingFile_IsIgnored)
+QStringList messages;
+
+TEST(ComponentBase, LoadResourceOfAMissingFile_IsIgnoredWithoutAMessage)
 {
+    messages.clear();
+    const auto previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text) { messages.append(text); });
+    const QStringList before = QDir(QStringLiteral(":/")).entryList();
     BareComponent component;
     component.loadResource(QStringLiteral("NotThere"));
+    EXPECT_EQ(QDir(QStringLiteral(":/")).entryList(), before);
+    // A later file is registered all the same, and only the named one.
+    component.loadResource(QStringLiteral("RccProbe"));
+    qInstallMessageHandler(previous);
+    EXPECT_TRUE(QFile::exists(QStringLiteral(":/probe/RccProbe.txt")));
+    EXPECT_FALSE(QFile::exists(QStringLiteral(":/probe/Loud.txt")));
+    EXPECT_EQ(messages, QStringList());
 }
 
 TEST(ComponentBase, OwnInitWithoutTheBase_RegistersNothing)
@@ -100,16 +115,37 @@ TEST(ComponentBase, OwnInitWithoutTheBase_RegistersNothing)
     EXPECT_FALSE(QFile::exists(QStringLiteral(":/probe/Loud.txt")));
 }
 
-TEST(ComponentBase, SetEngine_PublishesAndKeepsTheOwnership)
+TEST(ComponentBase, SetEngine_PublishesTheObject)
 {
     QQmlApplicationEngine engine;
     BareComponent component;
     component.setEngine(&engine);
     EXPECT_EQ(engine.rootContext()->contextProperty(QStringLiteral("rccprobe")).value<QObject*>(),
               &component);
-    EXPECT_EQ(QQmlEngine::objectOwnership(&component), QQmlEngine::CppOwnership);
+    EXPECT_EQ(component.engine(), &engine);
     component.setEngine(nullptr);
     EXPECT_EQ(component.engine(), nullptr);
+}
+
+TEST(ComponentBase, SetEngine_KeepsTheObjectFromTheScriptsGarbageCollection)
+{
+    QQmlApplicationEngine engine;
+    auto* component = new BareComponent;
+    component->setEngine(&engine);
+    const bool survived = survivesScript(engine, component);
+    EXPECT_TRUE(survived);
+    if (survived)
+        delete component;
+}
+
+TEST(ComponentBase, WithoutSetEngine_TheScriptsGarbageCollectionDeletesTheObject)
+{
+    // Shows that the collection reaches an object whose ownership is not set.
+    QQmlApplicationEngine engine;
+    EXPECT_FALSE(survivesScript(engine, new BareComponent));
+    auto* withoutEngine = new BareComponent;
+    withoutEngine->setEngine(nullptr);
+    EXPECT_FALSE(survivesScript(engine, withoutEngine));
 }
 
 TEST(ComponentBase, OnTranslate_TellsTheNameBeforeItTranslates)

@@ -12,7 +12,7 @@ public:
     /// The ending of a library of this system, with its dot.
     static QString libraryEnding();
 
-    /// What one run of the host said; a run that crashed or hung has said "CRASHED" or "HUNG" at last.
+    /// The output of one run of the host; after a crash or a timeout its last line is "CRASHED" or "HUNG".
     struct Run
     {
         QStringList lines;  ///< standard output
@@ -23,8 +23,8 @@ public:
 
     ComponentFolder();
 
-    /// Puts a library of the fixture @p kind (Component, NoFactory, NullFactory, SlowFactory) at @p path,
-    /// which has no ending.
+    /// Puts a library of the fixture @p kind (the name of a file in components/ without its ending) at @p
+    /// path, which has no ending.
     void library(const QString& path, const QString& kind = QStringLiteral("Component"),
                  const QString& ending = libraryEnding());
     /// Writes a file.

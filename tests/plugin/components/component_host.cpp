@@ -2,25 +2,22 @@
 // does the orders of its command line one after the other and says on standard output what it sees.
 //
 //   engine | language          before the first order: with an engine; with the host's language object too
-//   tree[:NAME]  list:A,B      loadComponents
-//   load:NAME[:PARENT]         loadComponent
-//   find:NAME                  component
-//   components                 the list as JSON
-//   delete:NAME                deletes the component itself
-//   victim:NAME                the component that one named Killer takes with it
-//   refuse                     deletes each further component as soon as it is told of
-//   switch                     changes the language
-//   tell                       lets the language object that QML sees change the language
-//   close                      destroys the manager and serves what was put off
-#include "plugin/HandOver.h"
+//   trace                      writes each check-point of the loading and each connection to the language
+//   object tree[:NAME]  list:A,B      loadComponents load:NAME[:PARENT]         loadComponent find:NAME
+//   component components                 the list as JSON delete:NAME                deletes the component
+//   itself victim:NAME                the component that one named Killer takes with it refuse deletes each
+//   further component as soon as it is told of switch                     changes the language tell lets the
+//   language object that QML sees change the language close                      destroys the manager and
+//   serves what was put off
 #include "plugin/ComponentBase.h"
 #include "plugin/ComponentMgr.h"
+#include "plugin/HandOver.h"
 
 #include <QtCore/QEvent>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
-#include <QtCore/QMetaObject>
+#include <QtCore/QMetaMethod>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlApplicationEngine>
 #include <QtQml/QQmlContext>
@@ -35,12 +32,28 @@ void say(const QString& text)
     std::puts(text.toUtf8().constData());
 }
 
+bool tracing = false;
+
+void traceCheckPoint(QtMsgType, const QMessageLogContext&, const QString& text)
+{
+    if (text.contains(QLatin1String("loadComponent(")))
+        say(QStringLiteral("check-point ") +
+            text.section(QLatin1Char('('), 1).section(QLatin1Char(')'), 0, 0));
+}
+
 class Language : public QObject
 {
     Q_OBJECT
 
 Q_SIGNALS:
     void sigCurrentLanguageChanged();
+
+protected:
+    void connectNotify(const QMetaMethod&) override
+    {
+        if (tracing)
+            say(QStringLiteral("language connected"));
+    }
 };
 
 class Host
@@ -60,7 +73,10 @@ public:
         const QString name = text.section(QLatin1Char(':'), 1, 1);
         if (!manager_)
             makeManager();
-        if (verb == QLatin1String("tree"))
+        if (verb == QLatin1String("trace")) {
+            tracing = true;
+            qInstallMessageHandler(traceCheckPoint);
+        } else if (verb == QLatin1String("tree"))
             name.isNull() ? manager_->loadComponents() : manager_->loadComponents(name);
         else if (verb == QLatin1String("list"))
             manager_->loadComponents(name.split(QLatin1Char(',')));
