@@ -62,7 +62,7 @@ void complain(const QString& text)
 HostApp::HostApp(Options options, Machine machine)
     : sinceStart_(startedTimer()),
       options_(std::move(options)),
-      scene_(std::move(machine), options_.answer, options_.theme),
+      scene_(std::move(machine), options_.answer, options_.theme, options_.language),
       screenshot_(options_.screenshot),
       service_(ServiceWatcher::configuredAddress(), [this] { return scene_.link().isServerRunning(); })
 {

@@ -1,5 +1,7 @@
 #include "host/Options.h"
 
+#include "host/objects/MultiLanguage.h"
+
 #include <QtCore/QFileInfo>
 #include <QtCore/QMap>
 
@@ -40,6 +42,15 @@ void readTheme(const QString& value, Options& options)
     options.theme = modes.value(value, ThemeMode::System);
     if (!modes.contains(value))
         options.error = QStringLiteral("option --theme needs light, dark or system");
+}
+
+void readLanguage(const QString& value, Options& options)
+{
+    const QStringList languages = MultiLanguage::languages();
+    options.language = value;
+    if (!languages.contains(value) && options.error.isEmpty())
+        options.error =
+            QStringLiteral("option --language needs one of: %1").arg(languages.join(QStringLiteral(", ")));
 }
 
 void readClick(const QString& value, Options& options)
@@ -116,6 +127,8 @@ void readValue(const QString& option, QStringList& rest, Options& options)
         readFile(options.save, option, rest, options);
     else if (option == QLatin1String("--theme"))
         readTheme(takeValue(rest, option, options), options);
+    else if (option == QLatin1String("--language"))
+        readLanguage(takeValue(rest, option, options), options);
     else if (option == QLatin1String("--screenshot"))
         options.screenshot = takeValue(rest, option, options);
     else if (option == QLatin1String("--click"))
@@ -162,6 +175,7 @@ Runs the agent service on a simulated machine. Nothing real is touched.
   --win11 on|off      switches the Windows 11 checker
   --theme light|dark|system
                       the window's colours (default: system)
+  --language CODE     language of the window and of recommendations: en or de (default: en)
   --screenshot FILE   draws the window without a display and writes it as PNG: when the
                       agent of --agent has ended, else when the scan of --scan has, else
                       when the service answers; without --agent it then ends

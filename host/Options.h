@@ -21,6 +21,7 @@ struct Options
     int answer = -1; ///< button that answers a recommendation; -1 leaves it to the user
     bool scan = false;
     std::optional<bool> win11;
+    QString language = QStringLiteral("en"); ///< of the window and of recommendations
     ThemeMode theme = ThemeMode::System;
     QString screenshot; ///< file for a picture of the window; empty for none
     /// A dialog is clicked away after so many milliseconds; without a value at once where there is no window

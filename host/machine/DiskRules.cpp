@@ -16,19 +16,23 @@ Answer initialize(const Question& q)
     const auto& entries = q.disk()->partitions;
     const bool empty =
         std::all_of(entries.begin(), entries.end(), [](const Partition& entry) { return entry.unallocated; });
-    return empty ? yes() : no("the disk has partitions");
+    return empty ? yes() : no(QT_TRANSLATE_NOOP("Sandbox", "the disk has partitions"));
 }
 
 Answer deleteAll(const Question& q)
 {
     const Answer answer = erasableDisk(q);
-    return !answer.isEmpty() || !q.disk()->isUnInitialize ? answer : no("the disk has no partition table");
+    return !answer.isEmpty() || !q.disk()->isUnInitialize
+               ? answer
+               : no(QT_TRANSLATE_NOOP("Sandbox", "the disk has no partition table"));
 }
 
 Answer wipeDisk(const Question& q)
 {
     const Answer answer = erasableDisk(q);
-    return !answer.isEmpty() || q.number("eraseCount") > 0 ? answer : no("the erase count must be positive");
+    return !answer.isEmpty() || q.number("eraseCount") > 0
+               ? answer
+               : no(QT_TRANSLATE_NOOP("Sandbox", "the erase count must be positive"));
 }
 
 Answer autoCreate(const Question& q)
@@ -38,11 +42,11 @@ Answer autoCreate(const Question& q)
         return answer;
     const QString table = q.text("GptOrMbr").toUpper();
     if (table != QLatin1String("GPT") && table != QLatin1String("MBR"))
-        return no("the table must be GPT or MBR");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the table must be GPT or MBR"));
     const int count = q.number("partitionCount");
     const int limit = table == QLatin1String("GPT") ? kGptPlaces : kMbrPlaces;
     if (count < 1 || count > limit)
-        return no("the table does not hold that many partitions");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the table does not hold that many partitions"));
     Machine emptied = q.machine;
     emptied.disk(q.disk()->diskIndex)->partitions.clear();
     const qint64 share = autoShare(*q.disk(), table == QLatin1String("GPT"), count);
@@ -53,7 +57,8 @@ Answer autoCreate(const Question& q)
 Answer bringOnline(const Question& q)
 {
     const Answer answer = diskKnown(q);
-    return !answer.isEmpty() || q.disk()->isOffline ? answer : no("the disk is online");
+    return !answer.isEmpty() || q.disk()->isOffline ? answer
+                                                    : no(QT_TRANSLATE_NOOP("Sandbox", "the disk is online"));
 }
 
 Answer eject(const Question& q)
@@ -63,8 +68,9 @@ Answer eject(const Question& q)
         return answer;
     const Disk& disk = *q.diskOf(*q.partition());
     if (!disk.isUSB && !disk.isRemoveUsb)
-        return no("the drive is not on a USB disk");
-    return disk.holdsRunningSystem() ? no("the disk holds the running system") : yes();
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the drive is not on a USB disk"));
+    return disk.holdsRunningSystem() ? no(QT_TRANSLATE_NOOP("Sandbox", "the disk holds the running system"))
+                                     : yes();
 }
 
 Answer migrate(const Question& q)
@@ -72,8 +78,9 @@ Answer migrate(const Question& q)
     const Answer answer = readableVolume(q);
     if (!answer.isEmpty())
         return answer;
-    return migrationTarget(q.machine, *q.partition()).has_value() ? yes()
-                                                                  : no("no other disk has room for the data");
+    return migrationTarget(q.machine, *q.partition()).has_value()
+               ? yes()
+               : no(QT_TRANSLATE_NOOP("Sandbox", "no other disk has room for the data"));
 }
 
 } // namespace

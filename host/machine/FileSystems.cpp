@@ -31,6 +31,11 @@ bool isFat(const FileSystem& kind)
     return QLatin1String(kind.name).startsWith(QLatin1String("FAT"));
 }
 
+Text nameOf(const FileSystem& kind)
+{
+    return QString::fromLatin1(kind.name);
+}
+
 } // namespace
 
 const FileSystem* fileSystem(const QString& name)
@@ -58,41 +63,42 @@ int defaultCluster(const FileSystem& kind, qint64 size)
     return static_cast<int>(cluster);
 }
 
-QString clusterObjection(const FileSystem& kind, qint64 size, int cluster)
+Text clusterObjection(const FileSystem& kind, qint64 size, int cluster)
 {
     const bool powerOfTwo = cluster > 0 && (cluster & (cluster - 1)) == 0;
     if (!powerOfTwo || cluster < kind.smallestCluster || cluster > kind.largestCluster)
-        return QStringLiteral("no such cluster size");
-    return size / cluster > kind.clusters ? QStringLiteral("the clusters are too small for that size")
-                                          : QString();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "no such cluster size"));
+    return size / cluster > kind.clusters
+               ? Text(QT_TRANSLATE_NOOP("Sandbox", "the clusters are too small for that size"))
+               : Text();
 }
 
-QString newVolumeObjection(const FileSystem& kind, qint64 size, int cluster, const QString& label)
+Text newVolumeObjection(const FileSystem& kind, qint64 size, int cluster, const QString& label)
 {
     if (size < kind.smallest || size > kind.largestMade)
-        return QStringLiteral("%1 cannot be made in that size").arg(QLatin1String(kind.name));
-    const QString objection =
-        clusterObjection(kind, size, cluster == 0 ? defaultCluster(kind, size) : cluster);
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 cannot be made in that size"), {nameOf(kind)});
+    const Text objection = clusterObjection(kind, size, cluster == 0 ? defaultCluster(kind, size) : cluster);
     return objection.isEmpty() ? labelObjection(kind, label) : objection;
 }
 
-QString labelObjection(const FileSystem& kind, const QString& label)
+Text labelObjection(const FileSystem& kind, const QString& label)
 {
     if (label.size() > kind.label)
-        return QStringLiteral("the label is too long");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "the label is too long"));
     const QLatin1String bad(kind.badInLabel);
     const bool isBad = std::any_of(label.begin(), label.end(),
                                    [&](QChar c) { return c < QLatin1Char(' ') || bad.contains(c); });
-    return isBad ? QStringLiteral("the label has a character that none can have") : QString();
+    return isBad ? Text(QT_TRANSLATE_NOOP("Sandbox", "the label has a character that none can have"))
+                 : Text();
 }
 
-QString sizeObjection(const FileSystem& kind, qint64 size, int cluster)
+Text sizeObjection(const FileSystem& kind, qint64 size, int cluster)
 {
     if (size < kind.smallest || size > kind.largest)
-        return QStringLiteral("%1 cannot have that size").arg(QLatin1String(kind.name));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 cannot have that size"), {nameOf(kind)});
     return cluster > 0 && size / cluster > kind.clusters
-               ? QStringLiteral("the clusters are too small for that size")
-               : QString();
+               ? Text(QT_TRANSLATE_NOOP("Sandbox", "the clusters are too small for that size"))
+               : Text();
 }
 
 } // namespace host

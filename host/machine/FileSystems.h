@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/machine/Text.h"
+
 #include <QtCore/QString>
 
 namespace host {
@@ -26,16 +28,16 @@ int defaultCluster(const FileSystem& kind, qint64 size);
 
 /// What speaks against a new volume of that kind, size, cluster and label; empty if nothing. A cluster of 0
 /// is the default one.
-QString newVolumeObjection(const FileSystem& kind, qint64 size, int cluster, const QString& label);
+Text newVolumeObjection(const FileSystem& kind, qint64 size, int cluster, const QString& label);
 
 /// What speaks against a cluster of that many bytes in a volume of that size; empty if nothing.
-QString clusterObjection(const FileSystem& kind, qint64 size, int cluster);
+Text clusterObjection(const FileSystem& kind, qint64 size, int cluster);
 
 /// What speaks against a label; empty if nothing.
-QString labelObjection(const FileSystem& kind, const QString& label);
+Text labelObjection(const FileSystem& kind, const QString& label);
 
 /// What speaks against a volume of that kind and cluster having that size after a change; empty if nothing.
 /// A cluster of 0 is not looked at.
-QString sizeObjection(const FileSystem& kind, qint64 size, int cluster);
+Text sizeObjection(const FileSystem& kind, qint64 size, int cluster);
 
 } // namespace host

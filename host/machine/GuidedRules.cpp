@@ -28,9 +28,9 @@ Answer fits(const Question& q, const std::vector<Partition>& parts)
     const bool locked =
         std::any_of(parts.begin(), parts.end(), [](const Partition& part) { return part.isLocked(); });
     if (locked)
-        return no("the source is locked by BitLocker");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the source is locked by BitLocker"));
     const auto disk = clonedDisk(q.machine, diskOfRecord(q, "source"), parts, diskOfRecord(q, "destination"));
-    return disk.has_value() ? yes() : no("the destination is too small");
+    return disk.has_value() ? yes() : no(QT_TRANSLATE_NOOP("Sandbox", "the destination is too small"));
 }
 
 Answer cloneAllowed(const Question& q)
@@ -44,8 +44,9 @@ Answer cloneDisk(const Question& q)
     const Answer answer = cloneAllowed(q);
     if (!answer.isEmpty())
         return answer;
-    return isDiskRecord(record(q, "destination")) ? fits(q, partsOfDisk(diskOfRecord(q, "source")))
-                                                  : no("the destination is no disk");
+    return isDiskRecord(record(q, "destination"))
+               ? fits(q, partsOfDisk(diskOfRecord(q, "source")))
+               : no(QT_TRANSLATE_NOOP("Sandbox", "the destination is no disk"));
 }
 
 Answer cloneSystem(const Question& q)
@@ -55,7 +56,7 @@ Answer cloneSystem(const Question& q)
         return answer;
     if (!isDiskRecord(record(q, "destination")) ||
         diskOfRecord(q, "source").diskIndex == diskOfRecord(q, "destination").diskIndex)
-        return no("the destination is no other disk");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the destination is no other disk"));
     return fits(q, partsOfSystem(diskOfRecord(q, "source"), entryOf(q.machine, record(q, "source"))));
 }
 
@@ -69,18 +70,18 @@ Answer volumeFits(const Partition& source, qint64 size)
 Answer intoRegion(const Disk& disk, const Partition& region, const Partition& source)
 {
     if (disk.isUnInitialize)
-        return no("the disk has no partition table");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the disk has no partition table"));
     const Answer basic = basicDisk(disk);
     if (!basic.isEmpty())
         return basic;
     const std::size_t place = placeOf(disk, region);
     if (kindBetween(disk, partitionBefore(disk, place), partitionBehind(disk, place)) == Kind::None)
-        return no("the partition table is full");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the partition table is full"));
     const Span span = newSpan(disk, region, source.size);
     if (!disk.isGPT && span.end > kMbrLimit)
-        return no("an MBR disk cannot use space beyond 2 TiB");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "an MBR disk cannot use space beyond 2 TiB"));
     if (span.end - span.begin < std::max(source.usedSize, kMebibyte))
-        return no("the destination is too small");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the destination is too small"));
     return volumeFits(source, span.end - span.begin);
 }
 
@@ -92,15 +93,15 @@ Answer clonePartition(const Question& q)
     const Partition* source = entryOf(q.machine, record(q, "source"));
     const Partition* destination = entryOf(q.machine, record(q, "destination"));
     if (source == nullptr || destination == nullptr)
-        return no("a partition is cloned to a partition or into free space");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "a partition is cloned to a partition or into free space"));
     if (source->isLocked())
-        return no("the source is locked by BitLocker");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the source is locked by BitLocker"));
     if (source->sectorSize != destination->sectorSize)
-        return no("the disks have sectors of different sizes");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the disks have sectors of different sizes"));
     if (destination->unallocated)
         return intoRegion(diskOfRecord(q, "destination"), *destination, *source);
     if (destination->readonly || destination->isBad)
-        return no("the destination cannot be written to");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the destination cannot be written to"));
     return volumeFits(*source, destination->size);
 }
 
@@ -112,35 +113,39 @@ template <int conversion> Answer convert(const Question& q)
 Answer bootMedia(const Question& q)
 {
     if (!q.machine.bootMediaEnabled)
-        return no("boot media cannot be made");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "boot media cannot be made"));
     if (!bootMediaTargetExists(q.machine, q.params))
-        return no("there is no USB disk for it");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "there is no USB disk for it"));
     const Disk* disk = bootMediaDisk(q.machine, q.params);
     if (disk == nullptr)
         return yes();
     if (disk->holdsRunningSystem())
-        return no("the disk holds the running system");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the disk holds the running system"));
     const qint64 room = q.params.value(QStringLiteral("isBurn")).toBool() ? kInstallerRoom : kGibibyte;
     if (disk->size < room)
-        return no("the disk is too small for it");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the disk is too small for it"));
     return lettersLeft(q.machine);
 }
 
 Answer installPreOs(const Question& q)
 {
-    return q.machine.preOsEnabled ? no("the pre-OS environment is installed") : yes();
+    return q.machine.preOsEnabled ? no(QT_TRANSLATE_NOOP("Sandbox", "the pre-OS environment is installed"))
+                                  : yes();
 }
 
 Answer disablePreOs(const Question& q)
 {
-    return q.machine.preOsEnabled ? yes() : no("the pre-OS environment is not installed");
+    return q.machine.preOsEnabled
+               ? yes()
+               : no(QT_TRANSLATE_NOOP("Sandbox", "the pre-OS environment is not installed"));
 }
 
 Answer recover(const Question& q)
 {
     const Answer answer = diskKnown(q);
-    return !answer.isEmpty() || (!q.disk()->isOffline && !q.disk()->isBad) ? answer
-                                                                           : no("the disk cannot be read");
+    return !answer.isEmpty() || (!q.disk()->isOffline && !q.disk()->isBad)
+               ? answer
+               : no(QT_TRANSLATE_NOOP("Sandbox", "the disk cannot be read"));
 }
 
 Answer protection(const Question& q)
@@ -148,13 +153,17 @@ Answer protection(const Question& q)
     const Answer answer = letterKnown(q);
     if (!answer.isEmpty())
         return answer;
-    return q.diskOf(*q.partition())->holdsRunningSystem() ? no("the disk holds the running system") : yes();
+    return q.diskOf(*q.partition())->holdsRunningSystem()
+               ? no(QT_TRANSLATE_NOOP("Sandbox", "the disk holds the running system"))
+               : yes();
 }
 
 Answer rebuildMbr(const Question& q)
 {
     const Answer answer = writableDisk(q);
-    return !answer.isEmpty() || !q.disk()->isGPT ? answer : no("a GPT disk has no MBR to rebuild");
+    return !answer.isEmpty() || !q.disk()->isGPT
+               ? answer
+               : no(QT_TRANSLATE_NOOP("Sandbox", "a GPT disk has no MBR to rebuild"));
 }
 
 Answer align(const Question& q)
@@ -164,7 +173,7 @@ Answer align(const Question& q)
         answer = basicDisk(*q.disk());
     return !answer.isEmpty() || alignedDisk(*q.disk()).has_value()
                ? answer
-               : no("there is no room to move the partitions");
+               : no(QT_TRANSLATE_NOOP("Sandbox", "there is no room to move the partitions"));
 }
 
 Answer scan(const Question& q)

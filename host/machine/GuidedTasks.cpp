@@ -4,8 +4,6 @@
 #include "host/machine/Layout.h"
 #include "host/machine/Records.h"
 
-#include <QtCore/QStringList>
-
 #include <algorithm>
 
 namespace host {
@@ -21,19 +19,25 @@ int diskIndexOf(const QVariantMap& record)
     return record.value(QStringLiteral("diskIndex"), -1).toInt();
 }
 
-QString sourceObjection(const Machine& machine, const QVariantMap& source)
+Text diskName(int diskIndex)
+{
+    return {QT_TRANSLATE_NOOP("Sandbox", "disk %1"), {QString::number(diskIndex)}};
+}
+
+Text sourceObjection(const Machine& machine, const QVariantMap& source)
 {
     const Disk* disk = machine.disk(diskIndexOf(source));
     if (disk == nullptr)
-        return QStringLiteral("The source does not exist.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The source does not exist."));
     if (disk->isOffline || disk->isBad)
-        return QStringLiteral("The source disk cannot be read.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The source disk cannot be read."));
     if (isDiskRecord(source))
-        return disk->isUnInitialize ? QStringLiteral("The source disk is empty.") : QString();
+        return disk->isUnInitialize ? Text(QT_TRANSLATE_NOOP("Sandbox", "The source disk is empty."))
+                                    : Text();
     const Partition* entry = entryOf(machine, source);
     if (entry == nullptr || entry->unallocated)
-        return QStringLiteral("The source is not a partition.");
-    return QString();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The source is not a partition."));
+    return Text();
 }
 
 qint64 dataSize(const Machine& machine, const QVariantMap& source)
@@ -49,23 +53,24 @@ bool isSame(const Machine& machine, const QVariantMap& source, const QVariantMap
     return isDiskRecord(destination) || entryOf(machine, source) == entryOf(machine, destination);
 }
 
-QString destinationObjection(const Machine& machine, const QVariantMap& source,
-                             const QVariantMap& destination)
+Text destinationObjection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination)
 {
     const Disk* disk = machine.disk(diskIndexOf(destination));
     if (disk == nullptr)
-        return QStringLiteral("The destination does not exist.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The destination does not exist."));
     if (isSame(machine, source, destination))
-        return QStringLiteral("The source cannot be cloned onto itself.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The source cannot be cloned onto itself."));
     if (!disk->isWritable())
-        return QStringLiteral("The destination cannot be written to.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The destination cannot be written to."));
     const Partition* entry = entryOf(machine, destination);
     if (entry == nullptr && !isDiskRecord(destination))
-        return QStringLiteral("The destination has no place for a partition.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The destination has no place for a partition."));
     if (entry != nullptr ? entry->isBoot || entry->isSystem : disk->holdsRunningSystem())
-        return QStringLiteral("The destination holds the running system.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The destination holds the running system."));
     const qint64 room = entry != nullptr ? entry->size : disk->size;
-    return room < dataSize(machine, source) ? QStringLiteral("The destination is too small.") : QString();
+    return room < dataSize(machine, source)
+               ? Text(QT_TRANSLATE_NOOP("Sandbox", "The destination is too small."))
+               : Text();
 }
 
 // What is needed to find the entry again.
@@ -81,10 +86,10 @@ QVariantMap shortRecord(const QVariantMap& record)
     return kept;
 }
 
-QString toGptObjection(const Disk& disk)
+Text toGptObjection(const Disk& disk)
 {
     if (disk.isGPT)
-        return QStringLiteral("The disk is a GPT disk already.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is a GPT disk already."));
     Disk converted = disk;
     converted.isGPT = true;
     const auto partitions = std::count_if(disk.partitions.begin(), disk.partitions.end(),
@@ -94,68 +99,74 @@ QString toGptObjection(const Disk& disk)
             return entry.unallocated ||
                    (entry.startSector > kGptTailSectors && entry.endOffset() <= usableEnd(converted));
         });
-    return room && partitions <= kGptPlaces ? QString()
-                                            : QStringLiteral("The disk has no room for the table.");
+    return room && partitions <= kGptPlaces
+               ? Text()
+               : Text(QT_TRANSLATE_NOOP("Sandbox", "The disk has no room for the table."));
 }
 
-QString toMbrObjection(const Disk& disk)
+Text toMbrObjection(const Disk& disk)
 {
     if (!disk.isGPT)
-        return QStringLiteral("The disk is an MBR disk already.");
-    return reachesBeyondMbr(disk) ? QStringLiteral("A partition lies beyond what an MBR disk can address.")
-                                  : QString();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is an MBR disk already."));
+    return reachesBeyondMbr(disk)
+               ? Text(QT_TRANSLATE_NOOP("Sandbox", "A partition lies beyond what an MBR disk can address."))
+               : Text();
 }
 
-QString toBasicObjection(const Disk& disk)
+Text toBasicObjection(const Disk& disk)
 {
     constexpr int kSimple = 2;
     constexpr int kSimpleExtended = 7;
     if (!disk.isDynamic)
-        return QStringLiteral("The disk is a basic disk already.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is a basic disk already."));
     const bool spans =
         std::any_of(disk.partitions.begin(), disk.partitions.end(), [](const Partition& entry) {
             return !entry.unallocated && entry.dynamicVolumeType > kSimple &&
                    entry.dynamicVolumeType < kSimpleExtended;
         });
-    return spans ? QStringLiteral("A volume reaches over several disks.") : QString();
+    return spans ? Text(QT_TRANSLATE_NOOP("Sandbox", "A volume reaches over several disks.")) : Text();
 }
 
-QString toDynamicObjection(const Disk& disk)
+Text toDynamicObjection(const Disk& disk)
 {
     if (disk.isDynamic)
-        return QStringLiteral("The disk is a dynamic disk already.");
-    return disk.isUSB || disk.isRemoveUsb ? QStringLiteral("A USB disk cannot be dynamic.") : QString();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is a dynamic disk already."));
+    return disk.isUSB || disk.isRemoveUsb
+               ? Text(QT_TRANSLATE_NOOP("Sandbox", "A USB disk cannot be dynamic."))
+               : Text();
 }
 
-QString diskConversionObjection(const Disk& disk, int conversion)
+Text diskConversionObjection(const Disk& disk, int conversion)
 {
-    using Objection = QString (*)(const Disk&);
+    using Objection = Text (*)(const Disk&);
     static const Objection objections[] = {toGptObjection, toMbrObjection, toBasicObjection,
                                            toDynamicObjection};
     if (!disk.isWritable())
-        return QStringLiteral("The disk cannot be written to.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk cannot be written to."));
     if (disk.isUnInitialize)
-        return QStringLiteral("The disk has no partition table.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk has no partition table."));
     if (disk.isDynamic && conversion <= ToMbr)
-        return QStringLiteral("The disk is dynamic.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is dynamic."));
     return objections[conversion](disk);
 }
 
-QString partitionConversionObjection(const Disk& disk, const Partition& partition, int conversion)
+Text partitionConversionObjection(const Disk& disk, const Partition& partition, int conversion)
 {
     if (partition.readonly || partition.isLocked() || partition.isBad || !disk.isWritable())
-        return QStringLiteral("The drive cannot be written to.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive cannot be written to."));
     const FileSystem& wanted = *fileSystem(conversionFileSystem(conversion));
     const FileSystem* present = fileSystem(partition.fsString);
     if (present == &wanted)
-        return QStringLiteral("The drive has that file system already.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive has that file system already."));
     if (present == nullptr)
-        return QStringLiteral("The drive has no file system that can be read.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive has no file system that can be read."));
     if (partition.isBoot && conversion != ToNtfs)
-        return QStringLiteral("The running system needs its file system.");
-    const QString objection = newVolumeObjection(wanted, partition.size, 0, partition.label);
-    return objection.isEmpty() ? QString()
-                               : QStringLiteral("The drive cannot have that file system: %1.").arg(objection);
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The running system needs its file system."));
+    const Text objection = newVolumeObjection(wanted, partition.size, 0, partition.label);
+    return objection.isEmpty()
+               ? Text()
+               : Text(QT_TRANSLATE_NOOP("Sandbox", "The drive cannot have that file system: %1."),
+                      {objection});
 }
 
 bool isUsb(const Disk* disk)
@@ -183,37 +194,41 @@ const Partition* entryOf(const Machine& machine, const QVariantMap& record)
     return nullptr;
 }
 
-QString cloneObjection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination,
-                       int step)
+Text cloneObjection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination,
+                    int step)
 {
-    const QString objection = sourceObjection(machine, source);
+    const Text objection = sourceObjection(machine, source);
     if (!objection.isEmpty() || step != kDestinationStep)
         return objection;
     return destinationObjection(machine, source, destination);
 }
 
-QString conversionObjection(const Machine& machine, int conversion, const QVariantMap& record)
+Text conversionObjection(const Machine& machine, int conversion, const QVariantMap& record)
 {
     if (conversionName(conversion).isEmpty())
-        return QStringLiteral("There is no such conversion.");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "There is no such conversion."));
     if (conversion >= ToNtfs) {
         const Partition* partition =
             machine.partition(record.value(QStringLiteral("driveLetter")).toString());
-        return partition == nullptr ? QStringLiteral("The drive does not exist.")
+        return partition == nullptr ? Text(QT_TRANSLATE_NOOP("Sandbox", "The drive does not exist."))
                                     : partitionConversionObjection(*machine.disk(partition->diskIndex),
                                                                    *partition, conversion);
     }
     const Disk* disk = machine.disk(diskIndexOf(record));
-    return disk == nullptr ? QStringLiteral("The disk does not exist.")
+    return disk == nullptr ? Text(QT_TRANSLATE_NOOP("Sandbox", "The disk does not exist."))
                            : diskConversionObjection(*disk, conversion);
 }
 
-QString conversionName(int conversion)
+Text conversionName(int conversion)
 {
-    static const QStringList names = {
-        QStringLiteral("GPT"),  QStringLiteral("MBR"), QStringLiteral("basic"), QStringLiteral("dynamic"),
-        QStringLiteral("NTFS"), QStringLiteral("FAT"), QStringLiteral("exFAT")};
-    return names.value(conversion);
+    static const Text names[] = {QStringLiteral("GPT"),
+                                 QStringLiteral("MBR"),
+                                 QT_TRANSLATE_NOOP("Sandbox", "basic"),
+                                 QT_TRANSLATE_NOOP("Sandbox", "dynamic"),
+                                 QStringLiteral("NTFS"),
+                                 QStringLiteral("FAT"),
+                                 QStringLiteral("exFAT")};
+    return conversion >= ToGpt && conversion <= ToExfat ? names[conversion] : Text();
 }
 
 QString conversionFileSystem(int conversion)
@@ -260,38 +275,38 @@ QString toolboxName(int index)
     return names.value(index);
 }
 
-QString toolboxObjection(const Machine& machine, int index, const QVariantMap& record)
+Text toolboxObjection(const Machine& machine, int index, const QVariantMap& record)
 {
     const QString name = toolboxName(index);
     if (name.isEmpty())
-        return QStringLiteral("there is no such function");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "there is no such function"));
     if (!machine.toolbox.value(name, true))
-        return QStringLiteral("the function is switched off");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "the function is switched off"));
     if (record.isEmpty())
-        return QString();
+        return Text();
     const Disk* disk = machine.disk(diskIndexOf(record));
     if (disk == nullptr)
-        return QStringLiteral("the target does not exist");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "the target does not exist"));
     if (name == QLatin1String("rebuildMbr") && disk->isGPT)
-        return QStringLiteral("a GPT disk has no MBR to rebuild");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "a GPT disk has no MBR to rebuild"));
     if (name == QLatin1String("align4k") && isAlignedTo4k(record))
-        return QStringLiteral("the disk is aligned");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "the disk is aligned"));
     if (name == QLatin1String("bitLockerKey") && record.value(QStringLiteral("bltState")).toInt() == 0)
-        return QStringLiteral("the drive is not encrypted");
-    return QString();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "the drive is not encrypted"));
+    return Text();
 }
 
-QString describeRecord(const QVariantMap& record)
+Text describeRecord(const QVariantMap& record)
 {
     const int diskIndex = diskIndexOf(record);
     if (isDiskRecord(record))
-        return QStringLiteral("disk %1").arg(diskIndex);
+        return diskName(diskIndex);
     if (record.value(QStringLiteral("unallocated")).toBool())
-        return QStringLiteral("free space on disk %1").arg(diskIndex);
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "free space on disk %1"), {QString::number(diskIndex)});
     const QString letter = record.value(QStringLiteral("driveLetter")).toString();
     if (!letter.isEmpty())
-        return QStringLiteral("drive %1").arg(letter);
-    return diskIndex >= 0 ? QStringLiteral("disk %1").arg(diskIndex) : QStringLiteral("nothing");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "drive %1"), {letter});
+    return diskIndex >= 0 ? diskName(diskIndex) : Text(QT_TRANSLATE_NOOP("Sandbox", "nothing"));
 }
 
 std::optional<GuidedWork> cloneWork(int cloneType, const QVariantMap& source, const QVariantMap& destination)

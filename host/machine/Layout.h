@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/machine/Machine.h"
+#include "host/machine/Text.h"
 
 #include <cstddef>
 #include <optional>
@@ -56,7 +57,7 @@ void giveSpace(Disk& disk, std::size_t from, std::size_t to, qint64 bytes);
 qint64 movedByGiving(const Disk& disk, std::size_t from, std::size_t to);
 /// What speaks against it: a partition in the way that cannot be moved, the reach of an MBR table, or the
 /// file system that would grow too large. Empty if nothing.
-QString givingObjection(const Disk& disk, std::size_t from, std::size_t to, qint64 bytes);
+Text givingObjection(const Disk& disk, std::size_t from, std::size_t to, qint64 bytes);
 
 /// True if a partition ends beyond what an MBR table can address.
 bool reachesBeyondMbr(const Disk& disk);

@@ -19,9 +19,9 @@ const Operation* operationOf(int function)
 
 } // namespace
 
-QString attempt(Machine& machine, int function, const QVariantMap& params)
+Text attempt(Machine& machine, int function, const QVariantMap& params)
 {
-    const QString reason = taskRefusal(machine, function, params);
+    const Text reason = taskRefusal(machine, function, params);
     if (reason.isEmpty())
         carryOut(machine, function, params);
     return reason;

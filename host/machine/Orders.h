@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/machine/Machine.h"
+#include "host/machine/Text.h"
 
 #include <QtCore/QVariantMap>
 
@@ -8,7 +9,7 @@ namespace host {
 
 /// Carries a function out if taskRefusal() has no objection, which is given otherwise; the machine is then as
 /// it was.
-QString attempt(Machine& machine, int function, const QVariantMap& params);
+Text attempt(Machine& machine, int function, const QVariantMap& params);
 
 // Each of the following takes an order that taskRefusal() has no objection to.
 

@@ -19,8 +19,9 @@ Answer smartAdjust(const Question& q)
     const Answer answer = layoutOf(q);
     if (!answer.isEmpty())
         return answer;
-    return smartTransfer(q.machine, *q.partition()).has_value() ? yes()
-                                                                : no("there is no room to take on that disk");
+    return smartTransfer(q.machine, *q.partition()).has_value()
+               ? yes()
+               : no(QT_TRANSLATE_NOOP("Sandbox", "there is no room to take on that disk"));
 }
 
 Answer resize(const Question& q)
@@ -32,11 +33,11 @@ Answer resize(const Question& q)
     const Disk& disk = *q.diskOf(partition);
     const qint64 size = q.bytes("size") / partition.sectorSize * partition.sectorSize;
     if (size <= 0 || size < partition.usedSize)
-        return no("the data does not fit into that size");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the data does not fit into that size"));
     if (q.bytes("size") > partition.size + freeBehind(disk, partition))
-        return no("there is not that much free space behind the drive");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "there is not that much free space behind the drive"));
     if (!disk.isGPT && size > partition.size && partition.startOffset() + size > kMbrLimit)
-        return no("an MBR disk cannot use space beyond 2 TiB");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "an MBR disk cannot use space beyond 2 TiB"));
     return sizeObjection(*fileSystem(partition.fsString), size, partition.clusterSize * partition.sectorSize);
 }
 
@@ -47,7 +48,7 @@ Answer format(const Question& q)
         return answer;
     const int cluster = q.number("clusterSize");
     if (cluster != 0 && cluster < q.partition()->sectorSize)
-        return no("no such cluster size");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "no such cluster size"));
     return newVolume(q, q.partition()->size, cluster, "fileSystem", "label");
 }
 
@@ -61,14 +62,14 @@ Answer newBehind(const Question& q, const char* sizeKey, const char* fileSystemK
     const Disk& disk = *q.diskOf(source);
     const qint64 size = q.bytes(sizeKey);
     if (size <= 0 || size >= source.freeSize())
-        return no("the drive has not that much free space");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the drive has not that much free space"));
     const qint64 begin = alignedUp(source.endOffset() - size);
     answer = newVolume(q, source.endOffset() - begin, 0, fileSystemKey, labelKey);
     if (answer.isEmpty())
         answer = sizeObjection(*fileSystem(source.fsString), begin - source.startOffset(), 0);
     const bool full = kindBetween(disk, &source, partitionBehind(disk, placeOf(disk, source))) == Kind::None;
     if (answer.isEmpty() && full)
-        answer = no("the partition table is full");
+        answer = no(QT_TRANSLATE_NOOP("Sandbox", "the partition table is full"));
     return answer.isEmpty() ? lettersLeft(q.machine) : answer;
 }
 
@@ -81,13 +82,13 @@ Answer regionFits(const Question& q)
 {
     const Partition* region = namedRegion(q.machine, q.params);
     if (region == nullptr)
-        return no("the disk has no such free region");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the disk has no such free region"));
     const qint64 capacity = q.bytes("capacity");
     if (capacity <= 0 || capacity > region->size)
-        return no("the free region is not that large");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the free region is not that large"));
     const Span span = newSpan(*q.disk(), *region, capacity);
     if (!q.disk()->isGPT && span.end > kMbrLimit)
-        return no("an MBR disk cannot use space beyond 2 TiB");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "an MBR disk cannot use space beyond 2 TiB"));
     return newVolume(q, span.end - span.begin, 0, "fileSystem", "label");
 }
 
@@ -95,7 +96,7 @@ Answer create(const Question& q)
 {
     Answer answer = writableDisk(q);
     if (answer.isEmpty() && q.disk()->isUnInitialize)
-        answer = no("the disk has no partition table");
+        answer = no(QT_TRANSLATE_NOOP("Sandbox", "the disk has no partition table"));
     if (answer.isEmpty())
         answer = basicDisk(*q.disk());
     if (answer.isEmpty())
@@ -105,7 +106,7 @@ Answer create(const Question& q)
     const std::size_t place = placeOf(*q.disk(), *namedRegion(q.machine, q.params));
     const bool full = kindBetween(*q.disk(), partitionBefore(*q.disk(), place),
                                   partitionBehind(*q.disk(), place)) == Kind::None;
-    return full ? no("the partition table is full") : lettersLeft(q.machine);
+    return full ? no(QT_TRANSLATE_NOOP("Sandbox", "the partition table is full")) : lettersLeft(q.machine);
 }
 
 Answer merge(const Question& q)
@@ -116,13 +117,13 @@ Answer merge(const Question& q)
     const Partition& first = *q.partition();
     const Partition* other = q.partition("driveLetter2");
     if (other == nullptr || other == &first || other->diskIndex != first.diskIndex)
-        return no("both drives must lie on one disk");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "both drives must lie on one disk"));
     if (other->isBoot || other->isSystem || other->isLocked() || other->readonly || other->isBad)
-        return no("the second drive cannot be given up");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the second drive cannot be given up"));
     if (fileSystem(other->fsString) == nullptr)
-        return no("the second drive has no file system that can be read");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the second drive has no file system that can be read"));
     if (!areNeighbours(*q.diskOf(first), first, *other))
-        return no("the drives are no neighbours");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the drives are no neighbours"));
     const qint64 size =
         std::max(first.endOffset(), other->endOffset()) - std::min(first.startOffset(), other->startOffset());
     return sizeObjection(*fileSystem(first.fsString), size, first.clusterSize * first.sectorSize);
@@ -139,21 +140,23 @@ Answer allocate(const Question& q)
     const Disk& disk = *q.diskOf(source);
     const qint64 size = q.bytes("partitionCapacity");
     if (size <= 0 || size >= source.freeSize())
-        return no("the drive has not that much free space");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the drive has not that much free space"));
     const Partition* target = q.partition("targetDriveLetter");
     if (target == nullptr || target == &source || target->diskIndex != source.diskIndex)
-        return no("the target must be another drive of the same disk");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the target must be another drive of the same disk"));
     if (alignedDown(size) == 0)
-        return no("less than one mebibyte cannot be given");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "less than one mebibyte cannot be given"));
     if (target->isLocked() || fileSystem(target->fsString) == nullptr)
-        return no("the target has no file system that can be read");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the target has no file system that can be read"));
     return givingObjection(disk, placeOf(disk, source), placeOf(disk, *target), alignedDown(size));
 }
 
 Answer wipePartition(const Question& q)
 {
     const Answer answer = erasablePartition(q);
-    return !answer.isEmpty() || q.number("eraseCount") > 0 ? answer : no("the erase count must be positive");
+    return !answer.isEmpty() || q.number("eraseCount") > 0
+               ? answer
+               : no(QT_TRANSLATE_NOOP("Sandbox", "the erase count must be positive"));
 }
 
 bool hasLogicals(const Disk& disk, const Partition& besides)
@@ -170,7 +173,8 @@ Answer convertKind(const Question& q, bool toPrimary)
         return answer;
     const Partition& partition = *q.partition();
     if (partition.isGPT || partition.isPrimary == toPrimary)
-        return no("the drive is of that kind already, or its disk knows no kinds");
+        return no(
+            QT_TRANSLATE_NOOP("Sandbox", "the drive is of that kind already, or its disk knows no kinds"));
     const Answer basic = basicDisk(*q.diskOf(partition));
     if (!basic.isEmpty())
         return basic;
@@ -181,17 +185,18 @@ Answer convertKind(const Question& q, bool toPrimary)
     const int logicalsAround =
         int(before != nullptr && !before->isPrimary) + int(behind != nullptr && !behind->isPrimary);
     if (!toPrimary && (partition.isActive || partition.isBoot))
-        return no("the machine starts from the drive");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the machine starts from the drive"));
     if (!toPrimary)
         return logicalsAround > 0 || !hasLogicals(disk, partition)
                    ? yes()
-                   : no("the other logical drives lie elsewhere");
+                   : no(QT_TRANSLATE_NOOP("Sandbox", "the other logical drives lie elsewhere"));
     if (logicalsAround == 2)
-        return no("the drive lies between logical drives");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the drive lies between logical drives"));
     Disk without = disk;
     without.partitions.erase(without.partitions.begin() + static_cast<std::ptrdiff_t>(place));
-    return kindBetween(without, nullptr, nullptr) == Kind::Primary ? yes()
-                                                                   : no("the partition table is full");
+    return kindBetween(without, nullptr, nullptr) == Kind::Primary
+               ? yes()
+               : no(QT_TRANSLATE_NOOP("Sandbox", "the partition table is full"));
 }
 
 Answer toPrimary(const Question& q)
@@ -212,7 +217,7 @@ Answer clusterSize(const Question& q)
     const Partition& partition = *q.partition();
     const int cluster = q.number("newClusterSize");
     if (cluster < partition.sectorSize)
-        return no("no such cluster size");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "no such cluster size"));
     return clusterObjection(*fileSystem(partition.fsString), partition.size, cluster);
 }
 
@@ -222,12 +227,13 @@ Answer changeLetter(const Question& q)
     if (!answer.isEmpty())
         return answer;
     if (q.partition()->isBoot)
-        return no("the running system needs its letter");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the running system needs its letter"));
     const QString letter = q.text("newDriveLetter");
     const bool wellFormed =
         !letterOf(letter).isEmpty() && (letter.size() == 1 || letter.mid(1) == QLatin1String(":"));
-    return wellFormed && q.machine.partition(letter) == nullptr ? yes()
-                                                                : no("the new letter is none, or is taken");
+    return wellFormed && q.machine.partition(letter) == nullptr
+               ? yes()
+               : no(QT_TRANSLATE_NOOP("Sandbox", "the new letter is none, or is taken"));
 }
 
 Answer changeLabel(const Question& q)
@@ -245,14 +251,17 @@ Answer setActive(const Question& q)
         return answer;
     const Partition& partition = *q.partition();
     return partition.isGPT || partition.isDynamic || !partition.isPrimary || partition.isActive
-               ? no("only a primary drive of an MBR disk can be made active, once")
+               ? no(QT_TRANSLATE_NOOP("Sandbox",
+                                      "only a primary drive of an MBR disk can be made active, once"))
                : yes();
 }
 
 Answer setHidden(const Question& q)
 {
     const Answer answer = erasablePartition(q);
-    return !answer.isEmpty() || !q.partition()->isHidden ? answer : no("the drive is hidden already");
+    return !answer.isEmpty() || !q.partition()->isHidden
+               ? answer
+               : no(QT_TRANSLATE_NOOP("Sandbox", "the drive is hidden already"));
 }
 
 } // namespace

@@ -6,7 +6,7 @@ namespace host {
 
 Answer no(const char* reason)
 {
-    return QString::fromLatin1(reason);
+    return Text(reason);
 }
 
 Answer yes()
@@ -16,19 +16,24 @@ Answer yes()
 
 Answer diskKnown(const Question& q)
 {
-    return q.disk() != nullptr ? yes() : QStringLiteral("there is no disk %1").arg(q.number("diskIndex"));
+    return q.disk() != nullptr ? yes()
+                               : Text(QT_TRANSLATE_NOOP("Sandbox", "there is no disk %1"),
+                                      {QString::number(q.number("diskIndex"))});
 }
 
 Answer letterKnown(const Question& q)
 {
-    return q.partition() != nullptr ? yes()
-                                    : QStringLiteral("no drive has the letter %1").arg(q.text("driveLetter"));
+    return q.partition() != nullptr
+               ? yes()
+               : Text(QT_TRANSLATE_NOOP("Sandbox", "no drive has the letter %1"), {q.text("driveLetter")});
 }
 
 Answer writableDisk(const Question& q)
 {
     const Answer answer = diskKnown(q);
-    return !answer.isEmpty() || q.disk()->isWritable() ? answer : no("the disk cannot be written to");
+    return !answer.isEmpty() || q.disk()->isWritable()
+               ? answer
+               : no(QT_TRANSLATE_NOOP("Sandbox", "the disk cannot be written to"));
 }
 
 Answer erasableDisk(const Question& q)
@@ -36,7 +41,9 @@ Answer erasableDisk(const Question& q)
     const Answer answer = writableDisk(q);
     if (!answer.isEmpty())
         return answer;
-    return q.disk()->holdsRunningSystem() ? no("the disk holds the running system") : yes();
+    return q.disk()->holdsRunningSystem()
+               ? no(QT_TRANSLATE_NOOP("Sandbox", "the disk holds the running system"))
+               : yes();
 }
 
 Answer writablePartition(const Question& q)
@@ -46,7 +53,7 @@ Answer writablePartition(const Question& q)
         return answer;
     const Partition& partition = *q.partition();
     if (partition.readonly || partition.isBad || !q.diskOf(partition)->isWritable())
-        return no("the drive cannot be written to");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the drive cannot be written to"));
     return yes();
 }
 
@@ -56,7 +63,9 @@ Answer erasablePartition(const Question& q)
     if (!answer.isEmpty())
         return answer;
     const Partition& partition = *q.partition();
-    return partition.isBoot || partition.isSystem ? no("the drive holds the running system") : yes();
+    return partition.isBoot || partition.isSystem
+               ? no(QT_TRANSLATE_NOOP("Sandbox", "the drive holds the running system"))
+               : yes();
 }
 
 Answer readableVolume(const Question& q)
@@ -65,9 +74,9 @@ Answer readableVolume(const Question& q)
     if (!answer.isEmpty())
         return answer;
     if (q.partition()->isLocked())
-        return no("the drive is locked by BitLocker");
+        return no(QT_TRANSLATE_NOOP("Sandbox", "the drive is locked by BitLocker"));
     return knownFileSystem(q.partition()->fsString).isEmpty()
-               ? no("the drive has no file system that can be read")
+               ? no(QT_TRANSLATE_NOOP("Sandbox", "the drive has no file system that can be read"))
                : yes();
 }
 
@@ -75,13 +84,14 @@ Answer newVolume(const Question& q, qint64 size, int cluster, const char* fileSy
 {
     const FileSystem* kind = fileSystem(q.text(fileSystemKey));
     if (kind == nullptr)
-        return QStringLiteral("the file system \"%1\" cannot be made").arg(q.text(fileSystemKey));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "the file system \"%1\" cannot be made"),
+                    {q.text(fileSystemKey)});
     return newVolumeObjection(*kind, size, cluster, q.text(labelKey));
 }
 
 Answer basicDisk(const Disk& disk)
 {
-    return disk.isDynamic ? no("the disk is dynamic") : yes();
+    return disk.isDynamic ? no(QT_TRANSLATE_NOOP("Sandbox", "the disk is dynamic")) : yes();
 }
 
 Answer lettersLeft(const Machine& machine, int count)
@@ -91,7 +101,7 @@ Answer lettersLeft(const Machine& machine, int count)
         if (machine.partition(QString(QLatin1Char(letter))) == nullptr)
             ++left;
     }
-    return left < count ? no("all drive letters are taken") : yes();
+    return left < count ? no(QT_TRANSLATE_NOOP("Sandbox", "all drive letters are taken")) : yes();
 }
 
 bool areNeighbours(const Disk& disk, const Partition& one, const Partition& other)

@@ -28,7 +28,7 @@ struct Question
 };
 
 /// Empty for yes, else the first objection.
-using Answer = QString;
+using Answer = Text;
 using Rule = Answer (*)(const Question&);
 
 /// The rules of the functions that act on a disk, of those that act on a partition or a free region, and of
@@ -38,6 +38,7 @@ const std::map<Function, Rule>& partitionRules();
 const std::map<Function, Rule>& guidedRules();
 
 Answer yes();
+/// @p reason: a pattern of a Text.
 Answer no(const char* reason);
 
 /// @name Conditions, each with those before it that it rests on

@@ -115,12 +115,11 @@ void BridgeLink::answer(int button)
 void BridgeLink::onCloneResult(QVariant result)
 {
     const QVariantMap map = result.toMap();
-    const QString title = QStringLiteral("Clone: %1 to %2")
-                              .arg(describeRecord(map.value(QStringLiteral("source")).toMap()),
-                                   describeRecord(map.value(QStringLiteral("destination")).toMap()));
-    core_.guide()->prepare(clonePage(map));
+    core_.guide()->prepare([map] { return clonePage(map); });
     const auto source = map.value(QStringLiteral("source")).toMap();
     const auto destination = map.value(QStringLiteral("destination")).toMap();
+    const Text title(QT_TRANSLATE_NOOP("Sandbox", "Clone: %1 to %2"),
+                     {describeRecord(source), describeRecord(destination)});
     core_.openGuide(title, cloneText(map),
                     cloneWork(map.value(QStringLiteral("cloneType")).toInt(), source, destination));
 }
@@ -130,10 +129,11 @@ void BridgeLink::onConvertResult(QVariant result)
     const QVariantMap map = result.toMap();
     const int conversion = map.value(QStringLiteral("funIdx")).toInt();
     const QVariantMap record = map.value(QStringLiteral("info")).toMap();
-    core_.guide()->prepare(convertPage(map, conversionObjection(*core_.machine(), conversion, record)));
-    core_.openGuide(
-        QStringLiteral("Convert: %1 to %2").arg(describeRecord(record), conversionName(conversion)),
-        conversionObjection(*core_.machine(), conversion, record), conversionWork(conversion, record));
+    const Text objection = conversionObjection(*core_.machine(), conversion, record);
+    const Text title(QT_TRANSLATE_NOOP("Sandbox", "Convert: %1 to %2"),
+                     {describeRecord(record), conversionName(conversion)});
+    core_.guide()->prepare([map, objection] { return convertPage(map, objection); });
+    core_.openGuide(title, objection, conversionWork(conversion, record));
 }
 
 void BridgeLink::onRecommendation(QVariant record)

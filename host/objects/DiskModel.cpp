@@ -3,6 +3,8 @@
 #include "host/objects/DiskText.h"
 #include "host/objects/RowChange.h"
 
+#include <QtCore/QCoreApplication>
+
 namespace host {
 
 DiskModel::DiskModel(HostCore& core, QObject* parent) : QAbstractListModel(parent), core_(core)
@@ -14,7 +16,7 @@ DiskModel::DiskModel(HostCore& core, QObject* parent) : QAbstractListModel(paren
 DiskModel::Row DiskModel::rowOf(const Disk& disk, bool hasSmartError)
 {
     return {disk.diskIndex,
-            QStringLiteral("Disk %1").arg(disk.diskIndex),
+            Text(QT_TRANSLATE_NOOP("Sandbox", "Disk %1"), {QString::number(disk.diskIndex)}).translated(),
             diskKindText(disk),
             sizeText(disk.size),
             diskFlags(disk, hasSmartError),
@@ -32,8 +34,9 @@ void DiskModel::refresh()
         Row& shown = rows_[static_cast<std::size_t>(row)];
         Row& wanted = next[static_cast<std::size_t>(row)];
         wanted.segments = shown.segments;
-        const bool same = shown.kind == wanted.kind && shown.size == wanted.size &&
-                          shown.flags == wanted.flags && shown.alarm == wanted.alarm;
+        const bool same = shown.name == wanted.name && shown.kind == wanted.kind &&
+                          shown.size == wanted.size && shown.flags == wanted.flags &&
+                          shown.alarm == wanted.alarm;
         shown = wanted;
         shown.segments->update(machine->disks[static_cast<std::size_t>(row)].partitions);
         if (!same)
@@ -71,8 +74,8 @@ void DiskModel::setSummary(const Machine& machine)
     qint64 total = 0;
     for (const Disk& disk : machine.disks)
         total += disk.size;
-    const QString summary = count() == 1 ? QStringLiteral("1 disk, %1").arg(sizeText(total))
-                                         : QStringLiteral("%1 disks, %2").arg(count()).arg(sizeText(total));
+    const QString summary =
+        QCoreApplication::translate("Sandbox", "%n disk(s), %1", nullptr, count()).arg(sizeText(total));
     if (summary == summary_)
         return;
     summary_ = summary;

@@ -29,6 +29,9 @@ public:
 
     explicit DiskModel(HostCore& core, QObject* parent = nullptr);
 
+    /// Takes over the machine of the core in the language of the moment, and tells only of what differs.
+    void refresh();
+
     int count() const { return static_cast<int>(rows_.size()); }
     /// "4 disks, 4.8 TB"
     QString summary() const { return summary_; }
@@ -56,7 +59,6 @@ private:
     };
 
     static Row rowOf(const Disk& disk, bool hasSmartError);
-    void refresh();
     void replaceRows(const std::vector<Row>& next);
     void setSummary(const Machine& machine);
 

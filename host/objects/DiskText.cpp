@@ -1,5 +1,7 @@
 #include "host/objects/DiskText.h"
 
+#include "host/machine/Text.h"
+
 #include <QtCore/QLocale>
 
 namespace host {
@@ -18,24 +20,29 @@ struct EntryFlag
     const char* text;
 };
 
-constexpr DiskFlag kDiskFlags[] = {{&Disk::isOffline, "Offline"},    {&Disk::isBad, "Bad"},
-                                   {&Disk::readonly, "Read-only"},   {&Disk::isProtected, "Protected"},
-                                   {&Disk::isDynamic, "Dynamic"},    {&Disk::isStorageSpace, "Storage space"},
-                                   {&Disk::isVirtualDisk, "Virtual"}};
+constexpr DiskFlag kDiskFlags[] = {{&Disk::isOffline, QT_TRANSLATE_NOOP("Sandbox", "Offline")},
+                                   {&Disk::isBad, QT_TRANSLATE_NOOP("Sandbox", "Bad")},
+                                   {&Disk::readonly, QT_TRANSLATE_NOOP("Sandbox", "Read-only")},
+                                   {&Disk::isProtected, QT_TRANSLATE_NOOP("Sandbox", "Protected")},
+                                   {&Disk::isDynamic, QT_TRANSLATE_NOOP("Sandbox", "Dynamic")},
+                                   {&Disk::isStorageSpace, QT_TRANSLATE_NOOP("Sandbox", "Storage space")},
+                                   {&Disk::isVirtualDisk, QT_TRANSLATE_NOOP("Sandbox", "Virtual")}};
 
-constexpr EntryFlag kEntryFlags[] = {{&Partition::isBoot, "Boot"},
-                                     {&Partition::isSystem, "System"},
-                                     {&Partition::gptEFI, "EFI"},
-                                     {&Partition::gptReserved, "Reserved"},
-                                     {&Partition::gptRecovery, "Recovery"},
-                                     {&Partition::isActive, "Active"},
-                                     {&Partition::isHidden, "Hidden"},
-                                     {&Partition::readonly, "Read-only"},
-                                     {&Partition::isBad, "Bad"},
-                                     {&Partition::isLowSpace, "Low space"}};
+constexpr EntryFlag kEntryFlags[] = {{&Partition::isBoot, QT_TRANSLATE_NOOP("Sandbox", "Boot")},
+                                     {&Partition::isSystem, QT_TRANSLATE_NOOP("Sandbox", "System")},
+                                     {&Partition::gptEFI, QT_TRANSLATE_NOOP("Sandbox", "EFI")},
+                                     {&Partition::gptReserved, QT_TRANSLATE_NOOP("Sandbox", "Reserved")},
+                                     {&Partition::gptRecovery, QT_TRANSLATE_NOOP("Sandbox", "Recovery")},
+                                     {&Partition::isActive, QT_TRANSLATE_NOOP("Sandbox", "Active")},
+                                     {&Partition::isHidden, QT_TRANSLATE_NOOP("Sandbox", "Hidden")},
+                                     {&Partition::readonly, QT_TRANSLATE_NOOP("Sandbox", "Read-only")},
+                                     {&Partition::isBad, QT_TRANSLATE_NOOP("Sandbox", "Bad")},
+                                     {&Partition::isLowSpace, QT_TRANSLATE_NOOP("Sandbox", "Low space")}};
 
 // By bltState; the first says nothing.
-constexpr const char* kBitLocker[] = {"", "BitLocker", "BitLocker unlocked", "BitLocker locked"};
+constexpr const char* kBitLocker[] = {"", QT_TRANSLATE_NOOP("Sandbox", "BitLocker"),
+                                      QT_TRANSLATE_NOOP("Sandbox", "BitLocker unlocked"),
+                                      QT_TRANSLATE_NOOP("Sandbox", "BitLocker locked")};
 constexpr int kBitLockerStates = 4;
 
 QString letterText(const Partition& entry)
@@ -49,17 +56,17 @@ QString nameWithoutLetter(const Partition& entry)
     if (!entry.label.isEmpty())
         return entry.label;
     if (entry.gptEFI)
-        return QStringLiteral("EFI system");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "EFI system")).translated();
     if (entry.gptReserved)
-        return QStringLiteral("Reserved");
-    return entry.gptRecovery ? QStringLiteral("Recovery") : QString();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "Reserved")).translated();
+    return entry.gptRecovery ? Text(QT_TRANSLATE_NOOP("Sandbox", "Recovery")).translated() : QString();
 }
 
 QString fileSystemText(const Partition& entry)
 {
     if (!entry.fsString.isEmpty())
         return entry.fsString;
-    return entry.gptReserved ? QString() : QStringLiteral("no file system");
+    return entry.gptReserved ? QString() : Text(QT_TRANSLATE_NOOP("Sandbox", "no file system")).translated();
 }
 
 } // namespace
@@ -73,7 +80,7 @@ QString sizeText(qint64 bytes)
 
 QString diskKindText(const Disk& disk)
 {
-    const QString table = disk.isUnInitialize ? QStringLiteral("no table")
+    const QString table = disk.isUnInitialize ? Text(QT_TRANSLATE_NOOP("Sandbox", "no table")).translated()
                           : disk.isGPT        ? QStringLiteral("GPT")
                                               : QStringLiteral("MBR");
     QStringList parts{disk.diskInterface, table};
@@ -87,22 +94,25 @@ QStringList diskFlags(const Disk& disk, bool hasSmartError)
 {
     QStringList flags;
     if (hasSmartError)
-        flags.append(QStringLiteral("Health errors"));
+        flags.append(Text(QT_TRANSLATE_NOOP("Sandbox", "Health errors")).translated());
     for (const DiskFlag& flag : kDiskFlags) {
         if (disk.*flag.member)
-            flags.append(QLatin1String(flag.text));
+            flags.append(Text(flag.text).translated());
     }
     if (disk.isRemoveUsb)
-        flags.append(QStringLiteral("Removable"));
+        flags.append(Text(QT_TRANSLATE_NOOP("Sandbox", "Removable")).translated());
     return flags;
 }
 
 QString entryTitle(const Partition& entry)
 {
     if (entry.unallocated)
-        return QStringLiteral("Free");
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "Free")).translated();
     const QString title = (letterText(entry) + QLatin1Char(' ') + nameWithoutLetter(entry)).trimmed();
-    return title.isEmpty() ? QStringLiteral("Partition %1").arg(entry.partitionIndex) : title;
+    return title.isEmpty()
+               ? Text(QT_TRANSLATE_NOOP("Sandbox", "Partition %1"), {QString::number(entry.partitionIndex)})
+                     .translated()
+               : title;
 }
 
 QString entrySubtitle(const Partition& entry)
@@ -119,25 +129,29 @@ QStringList entryFlags(const Partition& entry)
         return flags;
     for (const EntryFlag& flag : kEntryFlags) {
         if (entry.*flag.member)
-            flags.append(QLatin1String(flag.text));
+            flags.append(Text(flag.text).translated());
     }
     if (!entry.isPrimary && !entry.isGPT)
-        flags.append(QStringLiteral("Logical"));
+        flags.append(Text(QT_TRANSLATE_NOOP("Sandbox", "Logical")).translated());
     if (entry.bltState > 0 && entry.bltState < kBitLockerStates)
-        flags.append(QLatin1String(kBitLocker[entry.bltState]));
+        flags.append(Text(kBitLocker[entry.bltState]).translated());
     return flags;
 }
 
 QString entryDetails(const Partition& entry)
 {
-    QStringList parts{QStringLiteral("Disk %1").arg(entry.diskIndex), entryTitle(entry)};
+    QStringList parts{
+        Text(QT_TRANSLATE_NOOP("Sandbox", "Disk %1"), {QString::number(entry.diskIndex)}).translated(),
+        entryTitle(entry)};
     if (!entry.unallocated)
         parts.append(fileSystemText(entry));
     parts.append(sizeText(entry.size));
     if (!entry.unallocated && !entry.fsString.isEmpty() && !entry.isLocked())
-        parts.append(
-            QStringLiteral("%1 used, %2 free").arg(sizeText(entry.usedSize), sizeText(entry.freeSize())));
-    parts.append(QStringLiteral("from sector %1").arg(entry.startSector));
+        parts.append(Text(QT_TRANSLATE_NOOP("Sandbox", "%1 used, %2 free"),
+                          {sizeText(entry.usedSize), sizeText(entry.freeSize())})
+                         .translated());
+    parts.append(Text(QT_TRANSLATE_NOOP("Sandbox", "from sector %1"), {QString::number(entry.startSector)})
+                     .translated());
     parts += entryFlags(entry);
     parts.removeAll(QString());
     return parts.join(QStringLiteral("  \u00b7  "));

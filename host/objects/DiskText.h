@@ -6,7 +6,7 @@
 
 namespace host {
 
-/// How the window says things about the machine: texts for its user, in the units that he reads.
+/// Texts about the machine for the window's user, in the language of the window.
 
 /// "465 GB", "931.5 GB", "16 MB": three or four digits, 1024 bytes to the KB.
 QString sizeText(qint64 bytes);

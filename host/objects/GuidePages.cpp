@@ -9,16 +9,29 @@ namespace host {
 
 namespace {
 
-const QStringList kCloneSteps = {QStringLiteral("Source"), QStringLiteral("Destination"),
-                                 QStringLiteral("Start")};
-const QStringList kConvertSteps = {QStringLiteral("Check"), QStringLiteral("Start")};
-const QStringList kCloneKinds = {QStringLiteral("system, from its drive"),
-                                 QStringLiteral("system, from its disk"), QStringLiteral("disk to disk"),
-                                 QStringLiteral("partition to partition")};
+// By cloneType.
+constexpr const char* kCloneKinds[] = {QT_TRANSLATE_NOOP("Sandbox", "system, from its drive"),
+                                       QT_TRANSLATE_NOOP("Sandbox", "system, from its disk"),
+                                       QT_TRANSLATE_NOOP("Sandbox", "disk to disk"),
+                                       QT_TRANSLATE_NOOP("Sandbox", "partition to partition")};
+constexpr int kCloneKindCount = 4;
 
-QVariantMap fact(const QString& name, const QString& value)
+QVariantMap fact(const char* name, const Text& value)
 {
-    return {{QStringLiteral("name"), name}, {QStringLiteral("value"), value}};
+    return {{QStringLiteral("name"), Text(name).translated()}, {QStringLiteral("value"), value.translated()}};
+}
+
+QStringList translatedAll(std::initializer_list<const char*> texts)
+{
+    QStringList all;
+    for (const char* text : texts)
+        all.append(Text(text).translated());
+    return all;
+}
+
+Text cloneKind(int cloneType)
+{
+    return cloneType >= 0 && cloneType < kCloneKindCount ? Text(kCloneKinds[cloneType]) : Text();
 }
 
 QString textOf(const QVariantMap& map, const char* key)
@@ -31,23 +44,43 @@ bool isSet(const QVariantMap& map, const char* key)
     return map.value(QLatin1String(key)).toBool();
 }
 
-QString targetText(const QVariantMap& task, const char* letterKey)
+Text targetText(const QVariantMap& task, const char* letterKey)
 {
     const QString letter = textOf(task, letterKey);
     if (!letter.isEmpty())
-        return QStringLiteral("drive %1").arg(letter);
+        return {QT_TRANSLATE_NOOP("Sandbox", "drive %1"), {letter}};
     const int diskIndex = task.value(QStringLiteral("diskIndex"), -1).toInt();
-    return diskIndex >= 0 ? QStringLiteral("disk %1").arg(diskIndex) : QStringLiteral("to be chosen");
+    return diskIndex >= 0 ? Text(QT_TRANSLATE_NOOP("Sandbox", "disk %1"), {QString::number(diskIndex)})
+                          : Text(QT_TRANSLATE_NOOP("Sandbox", "to be chosen"));
 }
 
-QString healthText(const Disk& disk, bool hasErrors)
+Text healthText(const Disk& disk, bool hasErrors)
 {
     if (disk.isOffline)
-        return QStringLiteral("unknown, the disk is offline");
-    return hasErrors || disk.isBad ? QStringLiteral("the disk reports errors") : QStringLiteral("good");
+        return QT_TRANSLATE_NOOP("Sandbox", "unknown, the disk is offline");
+    return hasErrors || disk.isBad ? QT_TRANSLATE_NOOP("Sandbox", "the disk reports errors")
+                                   : QT_TRANSLATE_NOOP("Sandbox", "good");
+}
+
+Text mediaKind(const QVariantMap& task)
+{
+    if (isSet(task, "createToFile"))
+        return QT_TRANSLATE_NOOP("Sandbox", "ISO file");
+    return isSet(task, "isBurn") ? QT_TRANSLATE_NOOP("Sandbox", "Windows installer")
+                                 : QT_TRANSLATE_NOOP("Sandbox", "USB disk");
 }
 
 } // namespace
+
+Text recoveryTitle(const QVariantMap& task)
+{
+    return {QT_TRANSLATE_NOOP("Sandbox", "Partition recovery: %1"), {targetText(task, "driveLetter")}};
+}
+
+Text mediaTitle(const QVariantMap& task)
+{
+    return {QT_TRANSLATE_NOOP("Sandbox", "Boot media: %1"), {mediaKind(task)}};
+}
 
 QString recordText(const QVariantMap& record)
 {
@@ -58,9 +91,9 @@ QString recordText(const QVariantMap& record)
         parts.append(sizeText(record.value(QStringLiteral("size")).toLongLong()));
     const qint64 used = record.value(QStringLiteral("usedSize")).toLongLong();
     if (used > 0)
-        parts.append(QStringLiteral("%1 used").arg(sizeText(used)));
+        parts.append(Text(QT_TRANSLATE_NOOP("Sandbox", "%1 used"), {sizeText(used)}).translated());
     parts.removeAll(QString());
-    const QString name = describeRecord(record);
+    const QString name = describeRecord(record).translated();
     return parts.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, parts.join(QStringLiteral(", ")));
 }
 
@@ -69,52 +102,46 @@ GuidePage clonePage(const QVariantMap& result)
     const QVariantMap source = result.value(QStringLiteral("source")).toMap();
     const QVariantMap destination = result.value(QStringLiteral("destination")).toMap();
     GuidePage page;
-    page.title = QStringLiteral("Clone: %1 to %2").arg(describeRecord(source), describeRecord(destination));
-    page.steps = kCloneSteps;
+    page.steps =
+        translatedAll({QT_TRANSLATE_NOOP("Sandbox", "Source"), QT_TRANSLATE_NOOP("Sandbox", "Destination"),
+                       QT_TRANSLATE_NOOP("Sandbox", "Start")});
     page.step = std::clamp(result.value(QStringLiteral("goToPageIndex")).toInt() - 1, 0, 2);
-    page.objection = textOf(result, "errMsg");
-    page.facts = {fact(QStringLiteral("Kind"),
-                       kCloneKinds.value(result.value(QStringLiteral("cloneType"), -1).toInt())),
-                  fact(QStringLiteral("Source"), recordText(source)),
-                  fact(QStringLiteral("Destination"), recordText(destination))};
+    page.objection = Text::returned(textOf(result, "errMsg")).translated();
+    page.facts = {fact(QT_TRANSLATE_NOOP("Sandbox", "Kind"),
+                       cloneKind(result.value(QStringLiteral("cloneType"), -1).toInt())),
+                  fact(QT_TRANSLATE_NOOP("Sandbox", "Source"), recordText(source)),
+                  fact(QT_TRANSLATE_NOOP("Sandbox", "Destination"), recordText(destination))};
     return page;
 }
 
-GuidePage convertPage(const QVariantMap& task, const QString& objection)
+GuidePage convertPage(const QVariantMap& task, const Text& objection)
 {
     const QVariantMap record = task.value(QStringLiteral("info")).toMap();
-    const QString target = conversionName(task.value(QStringLiteral("funIdx"), -1).toInt());
+    const Text target = conversionName(task.value(QStringLiteral("funIdx"), -1).toInt());
     GuidePage page;
-    page.title = QStringLiteral("Convert: %1 to %2").arg(describeRecord(record), target);
-    page.steps = kConvertSteps;
+    page.steps =
+        translatedAll({QT_TRANSLATE_NOOP("Sandbox", "Check"), QT_TRANSLATE_NOOP("Sandbox", "Start")});
     page.step = objection.isEmpty() ? 1 : 0;
-    page.objection = objection;
-    page.facts = {fact(QStringLiteral("Target"), recordText(record)),
-                  fact(QStringLiteral("Becomes"), target)};
+    page.objection = objection.translated();
+    page.facts = {fact(QT_TRANSLATE_NOOP("Sandbox", "Target"), recordText(record)),
+                  fact(QT_TRANSLATE_NOOP("Sandbox", "Becomes"), target)};
     return page;
 }
 
 GuidePage recoveryPage(const QVariantMap& task)
 {
     GuidePage page;
-    const QString target = targetText(task, "driveLetter");
-    page.title = QStringLiteral("Partition recovery: %1").arg(target);
-    page.facts = {fact(QStringLiteral("Search in"), target)};
+    page.facts = {fact(QT_TRANSLATE_NOOP("Sandbox", "Search in"), targetText(task, "driveLetter"))};
     return page;
 }
 
 GuidePage mediaPage(const QVariantMap& task)
 {
-    const bool toFile = isSet(task, "createToFile");
-    const QString kind = toFile                  ? QStringLiteral("ISO file")
-                         : isSet(task, "isBurn") ? QStringLiteral("Windows installer")
-                                                 : QStringLiteral("USB disk");
     GuidePage page;
     page.isDialog = true;
-    page.title = QStringLiteral("Boot media: %1").arg(kind);
-    page.facts = {fact(QStringLiteral("Medium"), kind)};
-    if (!toFile)
-        page.facts.append(fact(QStringLiteral("Target"), targetText(task, "usbDriveLetter")));
+    page.facts = {fact(QT_TRANSLATE_NOOP("Sandbox", "Medium"), mediaKind(task))};
+    if (!isSet(task, "createToFile"))
+        page.facts.append(fact(QT_TRANSLATE_NOOP("Sandbox", "Target"), targetText(task, "usbDriveLetter")));
     return page;
 }
 
@@ -122,38 +149,38 @@ GuidePage healthPage(const Machine& machine, int diskIndex)
 {
     GuidePage page;
     page.isDialog = true;
-    page.title = QStringLiteral("Disk health: disk %1").arg(diskIndex);
     const Disk* disk = machine.disk(diskIndex);
     if (disk == nullptr) {
-        page.text = QStringLiteral("There is no such disk.");
+        page.text = Text(QT_TRANSLATE_NOOP("Sandbox", "There is no such disk.")).translated();
         return page;
     }
-    page.facts = {fact(QStringLiteral("Disk"), diskKindText(*disk)),
-                  fact(QStringLiteral("Capacity"), sizeText(disk->size)),
-                  fact(QStringLiteral("Serial number"),
-                       disk->serialNO.isEmpty() ? QStringLiteral("unknown") : disk->serialNO),
-                  fact(QStringLiteral("Health"), healthText(*disk, machine.smartErrors.contains(diskIndex)))};
+    page.facts = {
+        fact(QT_TRANSLATE_NOOP("Sandbox", "Disk"), diskKindText(*disk)),
+        fact(QT_TRANSLATE_NOOP("Sandbox", "Capacity"), sizeText(disk->size)),
+        fact(QT_TRANSLATE_NOOP("Sandbox", "Serial number"),
+             disk->serialNO.isEmpty() ? Text(QT_TRANSLATE_NOOP("Sandbox", "unknown")) : Text(disk->serialNO)),
+        fact(QT_TRANSLATE_NOOP("Sandbox", "Health"),
+             healthText(*disk, machine.smartErrors.contains(diskIndex)))};
     return page;
 }
 
 GuidePage toolboxPage(const QString& name, const QVariantMap& record)
 {
-    static const QMap<QString, QString> titles = {
-        {QStringLiteral("passwordReset"), QStringLiteral("Reset a Windows password")},
-        {QStringLiteral("bootRepair"), QStringLiteral("Repair the Windows start")},
-        {QStringLiteral("writeProtection"), QStringLiteral("Set or clear write protection")},
-        {QStringLiteral("rebuildMbr"), QStringLiteral("Rebuild the MBR")},
-        {QStringLiteral("align4k"), QStringLiteral("Align to 4 KiB")},
-        {QStringLiteral("windows11Check"), QStringLiteral("Check for Windows 11")},
-        {QStringLiteral("badSectors"), QStringLiteral("Look for bad sectors")},
-        {QStringLiteral("bitLockerKey"), QStringLiteral("Find the BitLocker recovery key")},
-        {QStringLiteral("checkFileSystem"), QStringLiteral("Check the file system")}};
+    static const QMap<QString, Text> titles = {
+        {QStringLiteral("passwordReset"), QT_TRANSLATE_NOOP("Sandbox", "Reset a Windows password")},
+        {QStringLiteral("bootRepair"), QT_TRANSLATE_NOOP("Sandbox", "Repair the Windows start")},
+        {QStringLiteral("writeProtection"), QT_TRANSLATE_NOOP("Sandbox", "Set or clear write protection")},
+        {QStringLiteral("rebuildMbr"), QT_TRANSLATE_NOOP("Sandbox", "Rebuild the MBR")},
+        {QStringLiteral("align4k"), QT_TRANSLATE_NOOP("Sandbox", "Align to 4 KiB")},
+        {QStringLiteral("windows11Check"), QT_TRANSLATE_NOOP("Sandbox", "Check for Windows 11")},
+        {QStringLiteral("badSectors"), QT_TRANSLATE_NOOP("Sandbox", "Look for bad sectors")},
+        {QStringLiteral("bitLockerKey"), QT_TRANSLATE_NOOP("Sandbox", "Find the BitLocker recovery key")},
+        {QStringLiteral("checkFileSystem"), QT_TRANSLATE_NOOP("Sandbox", "Check the file system")}};
     GuidePage page;
     page.isDialog = true;
-    page.title = QStringLiteral("Toolbox: %1").arg(name);
-    page.facts = {fact(QStringLiteral("Function"), titles.value(name, name))};
+    page.facts = {fact(QT_TRANSLATE_NOOP("Sandbox", "Function"), titles.value(name, name))};
     if (!record.isEmpty())
-        page.facts.append(fact(QStringLiteral("Target"), recordText(record)));
+        page.facts.append(fact(QT_TRANSLATE_NOOP("Sandbox", "Target"), recordText(record)));
     return page;
 }
 

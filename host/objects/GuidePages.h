@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/machine/Machine.h"
+#include "host/machine/Text.h"
 
 #include <QtCore/QStringList>
 #include <QtCore/QVariantList>
@@ -8,10 +9,10 @@
 
 namespace host {
 
-/// What the window shows of a guide or of a page that covers it.
+/// What the window shows of a guide or of a page that covers it, under the title, in the language of the
+/// window.
 struct GuidePage
 {
-    QString title;
     QString text;
     QStringList steps;
     int step = 0;       ///< the current one, counted from 0
@@ -23,9 +24,11 @@ struct GuidePage
 /// The page for the map of sigCloneResult: at its step, with its objection.
 GuidePage clonePage(const QVariantMap& result);
 /// The page for the map of sigConvertResult; @p objection as conversionObjection() has it.
-GuidePage convertPage(const QVariantMap& task, const QString& objection);
+GuidePage convertPage(const QVariantMap& task, const Text& objection);
 /// The search for lost partitions.
+Text recoveryTitle(const QVariantMap& task);
 GuidePage recoveryPage(const QVariantMap& task);
+Text mediaTitle(const QVariantMap& task);
 GuidePage mediaPage(const QVariantMap& task);
 GuidePage healthPage(const Machine& machine, int diskIndex);
 /// @p name: as toolboxName() has it.

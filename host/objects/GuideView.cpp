@@ -2,6 +2,8 @@
 
 #include "host/objects/HostCore.h"
 
+#include <utility>
+
 namespace host {
 
 GuideView::GuideView(HostCore& core) : core_(core)
@@ -11,10 +13,17 @@ GuideView::GuideView(HostCore& core) : core_(core)
     connect(&click_, &QTimer::timeout, &core_, &HostCore::dismissGuide);
 }
 
-void GuideView::prepare(const GuidePage& page)
+void GuideView::prepare(std::function<GuidePage()> page)
 {
-    next_ = page;
-    prepared_ = true;
+    next_ = std::move(page);
+}
+
+void GuideView::retranslate()
+{
+    if (!open_)
+        return;
+    build();
+    Q_EMIT changed();
 }
 
 void GuideView::setClickAfter(int milliseconds)
@@ -25,18 +34,22 @@ void GuideView::setClickAfter(int milliseconds)
 void GuideView::follow()
 {
     open_ = !core_.guideTitle().isEmpty();
-    if (open_) {
-        page_ = prepared_ ? next_ : GuidePage();
-        page_.title = core_.guideTitle();
-        if (!prepared_)
-            page_.text = core_.guideText();
-    }
-    prepared_ = false;
+    make_ = std::exchange(next_, nullptr);
+    if (open_)
+        build();
     core_.setPageOpen(isDialog());
     click_.stop();
     if (isDialog() && clickAfter_ >= 0)
         click_.start(clickAfter_);
     Q_EMIT changed();
+}
+
+void GuideView::build()
+{
+    title_ = core_.guideTitle().translated();
+    page_ = make_ ? make_() : GuidePage();
+    if (!make_)
+        page_.text = core_.guideText().translated();
 }
 
 } // namespace host

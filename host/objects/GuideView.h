@@ -5,6 +5,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
+#include <functional>
+
 namespace host {
 
 class HostCore;
@@ -28,14 +30,17 @@ public:
     /// @p core must outlive this.
     explicit GuideView(HostCore& core);
 
-    /// What the next guide that the core opens looks like; without it, its title and text are all.
-    void prepare(const GuidePage& page);
+    /// Makes the next guide that the core opens, in the language of the moment; it is called again when that
+    /// changes. Without it, the guide has a title and a text alone.
+    void prepare(std::function<GuidePage()> page);
+    /// The language has changed.
+    void retranslate();
     /// A dialog that has been open for so long is clicked away, as by a user; negative: never, the default.
     void setClickAfter(int milliseconds);
 
     bool isOpen() const { return open_; }
     bool isDialog() const { return open_ && page_.isDialog; }
-    QString title() const { return page_.title; }
+    QString title() const { return title_; }
     QString text() const { return page_.text; }
     QStringList steps() const { return page_.steps; }
     int step() const { return page_.step; }
@@ -47,11 +52,13 @@ Q_SIGNALS:
 
 private:
     void follow();
+    void build();
 
     HostCore& core_;
+    QString title_;
     GuidePage page_;
-    GuidePage next_;
-    bool prepared_ = false;
+    std::function<GuidePage()> make_; ///< of the open guide; empty if it was not prepared
+    std::function<GuidePage()> next_;
     bool open_ = false;
     QTimer click_;
     int clickAfter_ = -1;

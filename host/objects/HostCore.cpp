@@ -17,10 +17,11 @@ namespace {
 
 const QString kTestFunValid = QStringLiteral("TestFunValid");
 
-QString describeFunction(int function)
+Text describeFunction(int function)
 {
     const QString name = functionName(function);
-    return name.isEmpty() ? QStringLiteral("function %1").arg(function) : name;
+    return name.isEmpty() ? Text(QT_TRANSLATE_NOOP("Sandbox", "function %1"), {QString::number(function)})
+                          : name;
 }
 
 QString describeValue(const QVariant& value)
@@ -72,28 +73,29 @@ void HostCore::setClosing()
     closing_ = true;
 }
 
-QString HostCore::objection(int function, const QVariantMap& params)
+Text HostCore::objection(int function, const QVariantMap& params)
 {
     noteCall();
     QVariantMap keys = params;
     keys.remove(kTestFunValid);
-    const QString reason =
-        isClosing() ? QStringLiteral("the host is closing") : refusal(*machine(), function, keys);
+    const Text reason = isClosing() ? Text(QT_TRANSLATE_NOOP("Sandbox", "the host is closing"))
+                                    : refusal(*machine(), function, keys);
     if (!reason.isEmpty())
         noteRefusal(describeFunction(function), describeParams(keys), reason);
     return reason;
 }
 
-void HostCore::noteRefusal(const QString& function, const QString& arguments, const QString& reason)
+void HostCore::noteRefusal(const Text& function, const QString& arguments, const Text& reason)
 {
-    log_.write(QStringLiteral("refused %1 %2: %3").arg(function, arguments, reason));
+    log_.write(QStringLiteral("refused %1 %2: %3").arg(function.english(), arguments, reason.english()));
     Q_EMIT refused(function, arguments, reason);
 }
 
 void HostCore::order(int function, const QVariantMap& params)
 {
     noteCall();
-    log_.write(QStringLiteral("order %1 %2").arg(describeFunction(function), describeParams(params)));
+    log_.write(
+        QStringLiteral("order %1 %2").arg(describeFunction(function).english(), describeParams(params)));
     Q_EMIT ordered(describeFunction(function), describeParams(params));
     // Accepted before the end began, and too late for it.
     if (!isClosing())
@@ -103,7 +105,7 @@ void HostCore::order(int function, const QVariantMap& params)
 void HostCore::addTask(int function, const QVariantMap& params)
 {
     transcript_.add(QStringLiteral("order"),
-                    {{QStringLiteral("function"), describeFunction(function)},
+                    {{QStringLiteral("function"), describeFunction(function).english()},
                      {QStringLiteral("params"), QJsonObject::fromVariantMap(params)}});
     TaskWork work;
     work.title = describeFunction(function);
@@ -129,16 +131,17 @@ TaskPlan HostCore::planTask(int function, const QVariantMap& params)
     });
     if (planned != failures_.end()) {
         plan.failsAt = planned->share;
-        plan.failure = QStringLiteral("failed after %1% as --fail asks").arg(planned->share * 100);
+        plan.failure = Text(QT_TRANSLATE_NOOP("Sandbox", "failed after %1% as --fail asks"),
+                            {QString::number(planned->share * 100)});
         failures_.erase(planned);
     }
     return plan;
 }
 
-QString HostCore::finishTask(int function, const QVariantMap& params)
+Text HostCore::finishTask(int function, const QVariantMap& params)
 {
     Machine next = *machine();
-    const QString reason = taskRefusal(next, function, params);
+    const Text reason = taskRefusal(next, function, params);
     if (reason.isEmpty() && carryOut(next, function, params))
         change(std::move(next));
     return reason;
@@ -156,14 +159,14 @@ void HostCore::onTaskStarted(int id)
     const QModelIndex row = tasks_.indexOf(id);
     transcript_.add(QStringLiteral("taskStart"),
                     {{QStringLiteral("task"), id},
-                     {QStringLiteral("title"), tasks_.data(row, TaskQueue::TitleRole).toString()},
+                     {QStringLiteral("title"), tasks_.titleOf(id).english()},
                      {QStringLiteral("detail"), tasks_.data(row, TaskQueue::DetailRole).toString()}});
     showWork();
 }
 
 void HostCore::onTaskEnded(int id, const QString& state, const QString& error)
 {
-    const QString title = tasks_.data(tasks_.indexOf(id), TaskQueue::TitleRole).toString();
+    const QString title = tasks_.titleOf(id).english();
     log_.write(error.isEmpty() ? QStringLiteral("%1 %2").arg(state, title)
                                : QStringLiteral("%1 %2: %3").arg(state, title, error));
     QJsonObject fields{
@@ -183,7 +186,7 @@ void HostCore::change(Machine machine)
     Q_EMIT machineChanged();
 }
 
-void HostCore::openGuide(const QString& title, const QString& text, std::optional<GuidedWork> work)
+void HostCore::openGuide(const Text& title, const Text& text, std::optional<GuidedWork> work)
 {
     guideTitle_ = title;
     guideText_ = text;
@@ -191,8 +194,8 @@ void HostCore::openGuide(const QString& title, const QString& text, std::optiona
     if (guideWork_.has_value() &&
         !taskRefusal(*machine(), static_cast<int>(guideWork_->function), guideWork_->params).isEmpty())
         guideWork_.reset();
-    log_.write(text.isEmpty() ? QStringLiteral("guide opened: %1").arg(title)
-                              : QStringLiteral("guide opened: %1 (%2)").arg(title, text));
+    log_.write(text.isEmpty() ? QStringLiteral("guide opened: %1").arg(title.english())
+                              : QStringLiteral("guide opened: %1 (%2)").arg(title.english(), text.english()));
     noteGuide(QStringLiteral("opened"));
     Q_EMIT guideChanged();
     if (startsGuides_)
@@ -204,7 +207,7 @@ void HostCore::startGuide()
     if (!guideWork_.has_value() || isClosing())
         return;
     const GuidedWork work = *guideWork_;
-    log_.write(QStringLiteral("guide started: %1").arg(guideTitle_));
+    log_.write(QStringLiteral("guide started: %1").arg(guideTitle_.english()));
     noteGuide(QStringLiteral("started"));
     addTask(static_cast<int>(work.function), work.params);
     closeGuide();
@@ -213,8 +216,8 @@ void HostCore::startGuide()
 void HostCore::noteGuide(const QString& action)
 {
     transcript_.add(QStringLiteral("guide"), {{QStringLiteral("action"), action},
-                                              {QStringLiteral("title"), guideTitle_},
-                                              {QStringLiteral("text"), guideText_},
+                                              {QStringLiteral("title"), guideTitle_.english()},
+                                              {QStringLiteral("text"), guideText_.english()},
                                               {QStringLiteral("canStart"), guideCanStart()}});
 }
 
@@ -223,10 +226,10 @@ bool HostCore::closeGuide()
     noteCall();
     if (guideTitle_.isEmpty())
         return false;
-    log_.write(QStringLiteral("guide closed: %1").arg(guideTitle_));
+    log_.write(QStringLiteral("guide closed: %1").arg(guideTitle_.english()));
     noteGuide(QStringLiteral("closed"));
-    guideTitle_.clear();
-    guideText_.clear();
+    guideTitle_ = Text();
+    guideText_ = Text();
     guideWork_.reset();
     Q_EMIT guideChanged();
     return true;
@@ -262,6 +265,13 @@ void HostCore::setWin11Checker(bool enabled)
     Machine next = *machine();
     next.win11CheckerEnabled = enabled;
     change(std::move(next));
+}
+
+void HostCore::retranslate()
+{
+    tasks_.retranslate();
+    guide_.retranslate();
+    Q_EMIT workChanged();
 }
 
 void HostCore::showWork()

@@ -32,8 +32,6 @@ class HostCore : public QObject
     Q_PROPERTY(QString machineName READ machineName CONSTANT)
     Q_PROPERTY(QString servicePlace READ servicePlace NOTIFY servicePlaceChanged)
     Q_PROPERTY(QString work READ work NOTIFY workChanged)
-    Q_PROPERTY(QString guideTitle READ guideTitle NOTIFY guideChanged)
-    Q_PROPERTY(QString guideText READ guideText NOTIFY guideChanged)
     Q_PROPERTY(QString address READ address NOTIFY addressChanged)
     Q_PROPERTY(bool dialogOpen READ isDialogOpen WRITE setDialogOpen NOTIFY dialogOpenChanged)
     Q_PROPERTY(bool win11Checker READ isWin11Checker WRITE setWin11Checker NOTIFY machineChanged)
@@ -76,7 +74,7 @@ public:
     qint64 millisecondsSinceLastCall() const { return sinceLastCall_.elapsed(); }
 
     /// What the partition page has against a function, empty if nothing; logged where it has something.
-    QString objection(int function, const QVariantMap& params);
+    Text objection(int function, const QVariantMap& params);
     bool accepts(int function, const QVariantMap& params) { return objection(function, params).isEmpty(); }
     /// Records an order and carries it out after this call has returned, one order after the other.
     void order(int function, const QVariantMap& params);
@@ -85,7 +83,7 @@ public:
 
     /// Shows a guide, in place of the one that was open. @p work: what it begins if its user wants it; a
     /// guide without it, or whose work is impossible, only informs.
-    void openGuide(const QString& title, const QString& text, std::optional<GuidedWork> work = std::nullopt);
+    void openGuide(const Text& title, const Text& text, std::optional<GuidedWork> work = std::nullopt);
     /// False if none was open.
     bool closeGuide();
     void openAddress(const QString& address);
@@ -94,7 +92,9 @@ public:
     /// A page covers the window, or no longer does.
     void setPageOpen(bool open) { pageOpen_ = open; }
     /// Tells that a page said no to a question, and why; @p arguments as describeParams() has them.
-    void noteRefusal(const QString& function, const QString& arguments, const QString& reason);
+    void noteRefusal(const Text& function, const QString& arguments, const Text& reason);
+    /// The language has changed: everything that the window shows of this is said to have changed.
+    void retranslate();
 
     HostLog* log() { return &log_; }
     TaskQueue* tasks() { return &tasks_; }
@@ -102,9 +102,9 @@ public:
     GateWatch& gate() { return gate_; }
     QString machineName() const { return machine()->name; }
     QString servicePlace() const { return servicePlace_; }
-    QString work() const { return work_; }
-    QString guideTitle() const { return guideTitle_; }
-    QString guideText() const { return guideText_; }
+    QString work() const { return work_.translated(); }
+    Text guideTitle() const { return guideTitle_; }
+    Text guideText() const { return guideText_; }
     QString address() const { return address_; }
     bool isDialogOpen() const { return dialogOpen_; }
     void setDialogOpen(bool open);
@@ -127,13 +127,13 @@ Q_SIGNALS:
     void addressChanged();
     void dialogOpenChanged();
     /// An order has come in.
-    void ordered(QString function, QString arguments);
-    void refused(QString function, QString arguments, QString reason);
+    void ordered(host::Text function, QString arguments);
+    void refused(host::Text function, QString arguments, host::Text reason);
 
 private:
     void addTask(int function, const QVariantMap& params);
     TaskPlan planTask(int function, const QVariantMap& params);
-    QString finishTask(int function, const QVariantMap& params);
+    Text finishTask(int function, const QVariantMap& params);
     void interruptTask(int function, const QVariantMap& params, double share);
     void onTaskStarted(int id);
     void onTaskEnded(int id, const QString& state, const QString& error);
@@ -149,9 +149,9 @@ private:
     QElapsedTimer sinceLastCall_;
     TaskQueue tasks_;
     QString servicePlace_;
-    QString work_;
-    QString guideTitle_;
-    QString guideText_;
+    Text work_;
+    Text guideTitle_;
+    Text guideText_;
     QString address_;
     std::optional<GuidedWork> guideWork_;
     bool startsGuides_ = false;

@@ -10,7 +10,7 @@ namespace host {
 namespace {
 
 const QString kTestFunValid = QStringLiteral("TestFunValid");
-const QString kClosing = QStringLiteral("The host is closing.");
+const Text kClosing(QT_TRANSLATE_NOOP("Sandbox", "The host is closing."));
 constexpr int kToGpt = 0;
 constexpr int kToMbr = 1;
 
@@ -22,9 +22,9 @@ bool PartitionManager::doFunFromAI(int functionIndex, QVariantMap params)
 {
     const QVariantList arguments{functionIndex, params};
     if (params.value(kTestFunValid).toBool()) {
-        const QString objection = core_.objection(functionIndex, params);
+        const Text objection = core_.objection(functionIndex, params);
         core_.transcript().hostCall("partitionmanager", "doFunFromAI", arguments, objection.isEmpty(),
-                                    objection);
+                                    objection.english());
         return objection.isEmpty();
     }
     core_.transcript().hostCall("partitionmanager", "doFunFromAI", arguments);
@@ -99,9 +99,10 @@ void ClonePage::setCloneType(int type)
 QString ClonePage::invalidInfo(QVariantMap source, QVariantMap destination, int step, QVariantMap defBoot)
 {
     core_.noteCall();
-    return core_.told("clone", "invalidInfo", {source, destination, step, defBoot},
-                      core_.isClosing() ? kClosing
-                                        : cloneObjection(*core_.machine(), source, destination, step));
+    return core_.told(
+        "clone", "invalidInfo", {source, destination, step, defBoot},
+        (core_.isClosing() ? kClosing : cloneObjection(*core_.machine(), source, destination, step))
+            .english());
 }
 
 DiskConverter::DiskConverter(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
@@ -118,14 +119,14 @@ QString DiskConverter::isGPT2MBRValid(QVariantMap record)
 {
     core_.noteCall();
     return core_.told("diskconverter", "isGPT2MBRValid", {record},
-                      conversionObjection(*core_.machine(), kToMbr, record));
+                      conversionObjection(*core_.machine(), kToMbr, record).english());
 }
 
 QString DiskConverter::isMBR2GPTValid(QVariantMap record)
 {
     core_.noteCall();
     return core_.told("diskconverter", "isMBR2GPTValid", {record},
-                      conversionObjection(*core_.machine(), kToGpt, record));
+                      conversionObjection(*core_.machine(), kToGpt, record).english());
 }
 
 void publishPages(HostCore& core, QQmlContext& context)
@@ -137,7 +138,6 @@ void publishPages(HostCore& core, QQmlContext& context)
     context.setContextProperty(QStringLiteral("deviceMgr"), new DeviceManager(core, &core));
     context.setContextProperty(QStringLiteral("clone"), new ClonePage(core, &core));
     context.setContextProperty(QStringLiteral("diskconverter"), new DiskConverter(core, &core));
-    context.setContextProperty(QStringLiteral("multilanguage"), new MultiLanguage(&core));
 }
 
 } // namespace host

@@ -130,20 +130,6 @@ private:
     HostCore& core_;
 };
 
-/// The context property `multilanguage`.
-class MultiLanguage : public QObject
-{
-    Q_OBJECT
-
-public:
-    using QObject::QObject;
-    /// The window's language button: tells every component to translate itself again.
-    Q_INVOKABLE void changeLanguage() { Q_EMIT sigCurrentLanguageChanged(); }
-
-Q_SIGNALS:
-    void sigCurrentLanguageChanged();
-};
-
 /// Makes all of these as children of @p core and publishes them under their names.
 void publishPages(HostCore& core, QQmlContext& context);
 

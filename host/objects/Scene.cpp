@@ -15,13 +15,18 @@ static void registerPages()
 
 namespace host {
 
-Scene::Scene(Machine machine, int automaticAnswer, ThemeMode theme)
-    : core_(std::move(machine)), disks_(core_), theme_(theme), link_(core_, automaticAnswer)
+Scene::Scene(Machine machine, int automaticAnswer, ThemeMode theme, const QString& language)
+    : language_(language),
+      core_(std::move(machine)),
+      disks_(core_),
+      theme_(theme),
+      link_(core_, automaticAnswer)
 {
     registerPages();
     registerWindowTypes();
     QQmlContext& context = *engine_.rootContext();
     publishPages(core_, context);
+    context.setContextProperty(QStringLiteral("multilanguage"), &language_);
     context.setContextProperty(QStringLiteral("host"), &core_);
     context.setContextProperty(QStringLiteral("link"), &link_);
     context.setContextProperty(QStringLiteral("guide"), core_.guide());
@@ -31,6 +36,18 @@ Scene::Scene(Machine machine, int automaticAnswer, ThemeMode theme)
     engine_.load(QUrl(QStringLiteral("qrc:/sandbox/main.qml")));
     if (!engine_.rootObjects().isEmpty())
         connectWindow();
+    QObject::connect(&language_, &MultiLanguage::sigCurrentLanguageChanged, &core_,
+                     [this] { retranslate(); });
+}
+
+// The texts of the QML files, and those that C++ makes for them. A recommendation is a text of the library
+// and stays in the language in which it was made.
+void Scene::retranslate()
+{
+    engine_.retranslate();
+    disks_.refresh();
+    core_.retranslate();
+    link_.timeline().retranslate();
 }
 
 void Scene::connectWindow()

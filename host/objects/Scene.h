@@ -3,6 +3,7 @@
 #include "host/objects/BridgeLink.h"
 #include "host/objects/DiskModel.h"
 #include "host/objects/HostCore.h"
+#include "host/objects/MultiLanguage.h"
 #include "host/objects/Theme.h"
 
 #include <QtQml/QQmlApplicationEngine>
@@ -16,11 +17,14 @@ class HostWindow;
 class Scene
 {
 public:
-    /// @p automaticAnswer: see BridgeLink. The window is made but not shown.
-    Scene(Machine machine, int automaticAnswer, ThemeMode theme = ThemeMode::System);
+    /// @p automaticAnswer: see BridgeLink. @p language: one of MultiLanguage::languages(). The window is made
+    /// but not shown.
+    Scene(Machine machine, int automaticAnswer, ThemeMode theme = ThemeMode::System,
+          const QString& language = QStringLiteral("en"));
 
     HostCore& core() { return core_; }
     BridgeLink& link() { return link_; }
+    MultiLanguage& language() { return language_; }
     Theme& theme() { return theme_; }
     DiskModel& disks() { return disks_; }
     QQmlApplicationEngine& engine() { return engine_; }
@@ -29,7 +33,9 @@ public:
 
 private:
     void connectWindow();
+    void retranslate();
 
+    MultiLanguage language_; // before everything that shows texts
     HostCore core_;
     DiskModel disks_;
     Theme theme_;

@@ -30,7 +30,7 @@ int TaskQueue::add(TaskWork work)
     forgetOldest();
     const int row = static_cast<int>(rows_.size());
     beginInsertRows(QModelIndex(), row, row);
-    rows_.push_back({++lastId_, std::move(work), kWaiting, 0, QString()});
+    rows_.push_back({++lastId_, std::move(work), kWaiting, 0, Text()});
     endInsertRows();
     Q_EMIT taskAdded(lastId_);
     if (!running_ && !timer_.isActive())
@@ -43,10 +43,22 @@ bool TaskQueue::isAtWork() const
     return current() != nullptr;
 }
 
-QString TaskQueue::currentTitle() const
+Text TaskQueue::currentTitle() const
 {
     const Row* row = current();
-    return row == nullptr ? QString() : row->work.title;
+    return row == nullptr ? Text() : row->work.title;
+}
+
+Text TaskQueue::titleOf(int taskId) const
+{
+    const QModelIndex at = indexOf(taskId);
+    return at.isValid() ? rows_[static_cast<std::size_t>(at.row())].work.title : Text();
+}
+
+void TaskQueue::retranslate()
+{
+    if (!rows_.empty())
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Qt::DisplayRole, TitleRole, ErrorRole});
 }
 
 void TaskQueue::cancelAll()
@@ -65,7 +77,7 @@ void TaskQueue::cancel(int taskId)
     if (found->state == kRunning) {
         const double done = share();
         found->work.interrupt(done);
-        end(kCancelled, QString(), done);
+        end(kCancelled, Text(), done);
     } else if (found->state == kWaiting) {
         found->state = kCancelled;
         changed(*found);
@@ -87,7 +99,7 @@ QVariant TaskQueue::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case TitleRole:
-        return row.work.title;
+        return row.work.title.translated();
     case DetailRole:
         return row.work.detail;
     case StateRole:
@@ -95,7 +107,7 @@ QVariant TaskQueue::data(const QModelIndex& index, int role) const
     case ProgressRole:
         return row.progress;
     case ErrorRole:
-        return row.error;
+        return row.error.translated();
     case TaskIdRole:
         return row.id;
     default:
@@ -129,7 +141,7 @@ void TaskQueue::begin(Row& row)
     row.state = kRunning;
     sinceStart_.start();
     changed(row);
-    Q_EMIT taskStarted(row.id, row.work.title);
+    Q_EMIT taskStarted(row.id, row.work.title.english());
     if (!plan_.refusal.isEmpty())
         return end(kFailed, plan_.refusal, 0);
     timer_.start(static_cast<int>(std::min<qint64>(kStepMs, plan_.milliseconds)));
@@ -148,7 +160,7 @@ void TaskQueue::step()
         return end(kFailed, plan_.failure, *plan_.failsAt);
     }
     if (done >= 1) {
-        const QString error = row->work.finish();
+        const Text error = row->work.finish();
         return end(error.isEmpty() ? kDone : kFailed, error, error.isEmpty() ? 1 : done);
     }
     row->progress = done;
@@ -165,7 +177,7 @@ double TaskQueue::share() const
                     static_cast<double>(sinceStart_.elapsed()) / static_cast<double>(plan_.milliseconds));
 }
 
-void TaskQueue::end(const QString& state, const QString& error, double progress)
+void TaskQueue::end(const QString& state, const Text& error, double progress)
 {
     timer_.stop();
     running_ = false;
@@ -175,7 +187,7 @@ void TaskQueue::end(const QString& state, const QString& error, double progress)
     row->progress = progress;
     const int id = row->id;
     changed(*row);
-    Q_EMIT taskEnded(id, state, error);
+    Q_EMIT taskEnded(id, state, error.english());
     settle();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/machine/Text.h"
+
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
@@ -13,19 +15,19 @@ namespace host {
 /// What a task turns out to be when its turn comes.
 struct TaskPlan
 {
-    QString refusal;               ///< why it cannot run any more; empty if it can
+    Text refusal;                  ///< why it cannot run any more; empty if it can
     qint64 milliseconds = 0;       ///< how long it takes
     std::optional<double> failsAt; ///< the share of the work, 0 to 1, after which it fails
-    QString failure;               ///< the error of that failure
+    Text failure;                  ///< the error of that failure
 };
 
 /// A piece of work as the queue sees it. All of the functions are called on the queue's thread.
 struct TaskWork
 {
-    QString title;
+    Text title;
     QString detail; ///< its parameters, one line
     std::function<TaskPlan()> plan;
-    std::function<QString()> finish;       ///< carries the work out; gives the error, empty if it is done
+    std::function<Text()> finish;          ///< carries the work out; gives the error, empty if it is done
     std::function<void(double)> interrupt; ///< leaves what work leaves that ended at that share
 };
 
@@ -48,9 +50,13 @@ public:
     /// True while a task waits or runs.
     bool isAtWork() const;
     /// The title of the task that runs or comes next, empty if there is none.
-    QString currentTitle() const;
+    Text currentTitle() const;
+    /// The title of a task, empty if it is not in the list.
+    Text titleOf(int taskId) const;
     /// The row of a task; invalid if it is not in the list.
     QModelIndex indexOf(int taskId) const;
+    /// The language has changed: titles and errors read otherwise now.
+    void retranslate();
     /// Cancels every task that waits or runs.
     void cancelAll();
 
@@ -65,7 +71,8 @@ public:
 Q_SIGNALS:
     void taskAdded(int id);
     void taskStarted(int id, QString title);
-    /// @p state: "done", "failed" or "cancelled". The machine is already what the task has left of it.
+    /// @p state: "done", "failed" or "cancelled"; @p error in English. The machine is already what the task
+    /// has left of it.
     void taskEnded(int id, QString state, QString error);
     /// The last task has ended.
     void idle();
@@ -77,7 +84,7 @@ private:
         TaskWork work;
         QString state;
         double progress = 0;
-        QString error;
+        Text error;
     };
 
     Row* current();
@@ -86,7 +93,7 @@ private:
     void begin(Row& row);
     void step();
     double share() const;
-    void end(const QString& state, const QString& error, double progress);
+    void end(const QString& state, const Text& error, double progress);
     void settle();
     void changed(const Row& row);
     void forgetOldest();

@@ -12,6 +12,8 @@ const QString kQueued = QStringLiteral("queued");
 const QString kRefused = QStringLiteral("refused");
 const QString kHeld = QStringLiteral("held");
 const QString kAnswered = QStringLiteral("answered");
+const Text kCall(QT_TRANSLATE_NOOP("Sandbox", "call"));
+const Text kGate(QT_TRANSLATE_NOOP("Sandbox", "Gate"));
 
 // The clone tools say no in words of their own; every other text is what a tool found out.
 bool isRefusal(const QString& result)
@@ -34,14 +36,14 @@ void Timeline::announce(const QString& toolCalls)
 {
     const QString text = toolCalls.simplified();
     const int length = nameLength(text);
-    append(length > 0 ? text.left(length) : QStringLiteral("call"), text.mid(length).trimmed(), kRunning);
+    append(length > 0 ? Text(text.left(length)) : kCall, text.mid(length).trimmed(), kRunning);
     open_ = count() - 1;
 }
 
 void Timeline::answer(const QString& result, bool queued)
 {
     if (!isCallOpen())
-        append(QStringLiteral("call"), QString(), kRunning);
+        append(kCall, QString(), kRunning);
     const int at = isCallOpen() ? open_ : count() - 1;
     Row& row = rows_[static_cast<std::size_t>(at)];
     row.result = result;
@@ -50,13 +52,13 @@ void Timeline::answer(const QString& result, bool queued)
     changed(at);
 }
 
-void Timeline::noteOrder(const QString& function, const QString& arguments)
+void Timeline::noteOrder(const Text& function, const QString& arguments)
 {
     if (!isCallOpen())
         append(function, arguments, kQueued);
 }
 
-void Timeline::noteRefusal(const QString& function, const QString& arguments, const QString& reason)
+void Timeline::noteRefusal(const Text& function, const QString& arguments, const Text& reason)
 {
     if (!isCallOpen())
         append(function, arguments, kRefused);
@@ -69,14 +71,14 @@ void Timeline::noteGateRefusal(const QString& text)
 {
     const bool again = !rows_.empty() && rows_.back().times > 0 && rows_.back().result == text;
     if (!again)
-        append(QStringLiteral("Gate"), QString(), kHeld);
+        append(kGate, QString(), kHeld);
     Row& row = rows_.back();
     row.result = text;
     ++row.times;
     changed(count() - 1);
 }
 
-void Timeline::append(const QString& tool, const QString& arguments, const QString& state)
+void Timeline::append(const Text& tool, const QString& arguments, const QString& state)
 {
     if (count() == kKeptRows) {
         beginRemoveRows(QModelIndex(), 0, 0);
@@ -86,9 +88,15 @@ void Timeline::append(const QString& tool, const QString& arguments, const QStri
     }
     beginInsertRows(QModelIndex(), count(), count());
     rows_.push_back({QTime::currentTime().toString(QStringLiteral("hh:mm:ss")), tool, arguments, QString(),
-                     QString(), state, 0});
+                     Text(), state, 0});
     endInsertRows();
     Q_EMIT countChanged();
+}
+
+void Timeline::retranslate()
+{
+    if (count() > 0)
+        Q_EMIT dataChanged(index(0), index(count() - 1), {ToolRole, ReasonRole});
 }
 
 void Timeline::changed(int row)
@@ -110,13 +118,13 @@ QVariant Timeline::data(const QModelIndex& index, int role) const
     case TimeRole:
         return row.time;
     case ToolRole:
-        return row.tool;
+        return row.tool.translated();
     case ArgumentsRole:
         return row.arguments;
     case ResultRole:
         return row.result;
     case ReasonRole:
-        return row.reason;
+        return row.reason.translated();
     case StateRole:
         return row.state;
     case TimesRole:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/machine/Text.h"
+
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QString>
 
@@ -33,12 +35,16 @@ public:
     /// The announced call got its answer.
     void answer(const QString& result, bool queued);
     /// The host was given an order.
-    void noteOrder(const QString& function, const QString& arguments);
+    void noteOrder(const Text& function, const QString& arguments);
     /// The host said no to a question.
-    void noteRefusal(const QString& function, const QString& arguments, const QString& reason);
+    void noteRefusal(const Text& function, const QString& arguments, const Text& reason);
 
     /// The gate has refused a call, in these words. Refusals in a row, for the same reason, are one row.
     void noteGateRefusal(const QString& text);
+
+    /// The language has changed: tools and reasons read otherwise now. Results are the answers that the agent
+    /// got, and stay.
+    void retranslate();
 
     int count() const { return static_cast<int>(rows_.size()); }
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -52,16 +58,16 @@ private:
     struct Row
     {
         QString time;
-        QString tool;
+        Text tool;
         QString arguments;
         QString result;
-        QString reason;
+        Text reason;
         QString state;
         int times = 0; ///< a refusal of the gate: how often; else 0
     };
 
     bool isCallOpen() const { return open_ >= 0; }
-    void append(const QString& tool, const QString& arguments, const QString& state);
+    void append(const Text& tool, const QString& arguments, const QString& state);
     void changed(int row);
 
     std::deque<Row> rows_;

@@ -43,7 +43,7 @@ bool isRecord(const QVariantMap& map)
 QJsonValue brief(const QVariant& value)
 {
     if (value.userType() == QMetaType::QVariantMap && isRecord(value.toMap()))
-        return describeRecord(value.toMap());
+        return describeRecord(value.toMap()).english();
     if (value.userType() == QMetaType::QVariantList)
         return value.toList().size();
     return QJsonValue::fromVariant(value);

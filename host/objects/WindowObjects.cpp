@@ -13,15 +13,6 @@ namespace {
 constexpr int kPasswordReset = 1;
 constexpr int kBootRepair = 2;
 
-QString mediaTitle(const QVariantMap& task)
-{
-    if (task.value(QStringLiteral("createToFile")).toBool())
-        return QStringLiteral("Boot media: ISO file");
-    if (task.value(QStringLiteral("isBurn")).toBool())
-        return QStringLiteral("Boot media: Windows installer");
-    return QStringLiteral("Boot media: USB disk");
-}
-
 } // namespace
 
 bool HostWindow::isPopuped() const
@@ -70,13 +61,8 @@ void MainPage::doprfunction(QVariant task)
     core_->noteCall();
     core_->transcript().hostCall("__zormain", "doprfunction", {task});
     const QVariantMap map = task.toMap();
-    const QString target =
-        map.contains(QStringLiteral("driveLetter"))
-            ? QStringLiteral("drive %1").arg(map.value(QStringLiteral("driveLetter")).toString())
-            : QStringLiteral("disk %1").arg(map.value(QStringLiteral("diskIndex")).toInt());
-    core_->guide()->prepare(recoveryPage(map));
-    core_->openGuide(QStringLiteral("Partition recovery: %1").arg(target), describeParams(map),
-                     recoveryWork(map));
+    core_->guide()->prepare([map] { return recoveryPage(map); });
+    core_->openGuide(recoveryTitle(map), describeParams(map), recoveryWork(map));
 }
 
 QVariant MainPage::createBootMediaEnabled(QVariant task)
@@ -86,8 +72,8 @@ QVariant MainPage::createBootMediaEnabled(QVariant task)
     const bool enabled =
         !core_->isClosing() && machine->bootMediaEnabled && bootMediaTargetExists(*machine, task.toMap());
     if (!enabled)
-        core_->noteRefusal(QStringLiteral("boot media"), describeParams(task.toMap()),
-                           QStringLiteral("boot media cannot be made there"));
+        core_->noteRefusal(QT_TRANSLATE_NOOP("Sandbox", "boot media"), describeParams(task.toMap()),
+                           QT_TRANSLATE_NOOP("Sandbox", "boot media cannot be made there"));
     return core_->told("__zormain", "createBootMediaEnabled", {task}, QVariant(enabled));
 }
 
@@ -98,7 +84,7 @@ void MainPage::dobmfunction(QVariant task)
     const QVariantMap map = task.toMap();
     const bool installs = map.value(QStringLiteral("isInstallPreOs")).toBool();
     if (!installs && !map.value(QStringLiteral("isDisablePreOs")).toBool()) {
-        core_->guide()->prepare(mediaPage(map));
+        core_->guide()->prepare([map] { return mediaPage(map); });
         core_->openGuide(mediaTitle(map), describeParams(map), bootMediaWork(map));
         return;
     }
@@ -116,8 +102,9 @@ void MainPage::opendiskhealth(QVariant task)
     core_->transcript().hostCall("__zormain", "opendiskhealth", {task});
     const int diskIndex = task.toMap().value(QStringLiteral("diskIndex")).toInt();
     const bool bad = core_->machine()->smartErrors.contains(diskIndex);
-    core_->guide()->prepare(healthPage(*core_->machine(), diskIndex));
-    core_->openGuide(QStringLiteral("Disk health: disk %1").arg(diskIndex),
+    core_->guide()->prepare(
+        [machine = core_->machine(), diskIndex] { return healthPage(*machine, diskIndex); });
+    core_->openGuide({QT_TRANSLATE_NOOP("Sandbox", "Disk health: disk %1"), {QString::number(diskIndex)}},
                      bad ? QStringLiteral("there are errors") : QStringLiteral("good"));
 }
 
@@ -136,16 +123,17 @@ QVariant MainPage::doToolBox(QVariant index, QVariant record)
     core_->noteCall();
     const QVariantMap map = record.toMap();
     const QString name = toolboxName(index.toInt());
-    const QString objection = core_->isClosing() ? QStringLiteral("the host is closing")
-                                                 : toolboxObjection(*core_->machine(), index.toInt(), map);
+    const Text objection = core_->isClosing() ? Text(QT_TRANSLATE_NOOP("Sandbox", "the host is closing"))
+                                              : toolboxObjection(*core_->machine(), index.toInt(), map);
     if (!objection.isEmpty()) {
-        core_->noteRefusal(QStringLiteral("toolbox %1").arg(index.toInt()), name, objection);
-        core_->transcript().hostCall("__zormain", "doToolBox", {index, record}, false, objection);
+        core_->noteRefusal({QT_TRANSLATE_NOOP("Sandbox", "toolbox %1"), {QString::number(index.toInt())}},
+                           name, objection);
+        core_->transcript().hostCall("__zormain", "doToolBox", {index, record}, false, objection.english());
         return false;
     }
-    core_->guide()->prepare(toolboxPage(name, map));
-    core_->openGuide(QStringLiteral("Toolbox: %1").arg(name), map.isEmpty() ? QString() : describeRecord(map),
-                     toolboxWork(index.toInt(), map));
+    core_->guide()->prepare([name, map] { return toolboxPage(name, map); });
+    core_->openGuide({QT_TRANSLATE_NOOP("Sandbox", "Toolbox: %1"), {name}},
+                     map.isEmpty() ? Text() : describeRecord(map), toolboxWork(index.toInt(), map));
     return core_->told("__zormain", "doToolBox", {index, record}, QVariant(true));
 }
 

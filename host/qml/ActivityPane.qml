@@ -6,12 +6,12 @@ Panel {
 
     property bool showsLog: false
 
-    title: showsLog ? "Log" : "Agent"
-    note: showsLog || timeline.count === 0 ? "" : timeline.count + (timeline.count === 1 ? " entry" : " entries")
+    title: showsLog ? qsTr("Log") : qsTr("Agent")
+    note: showsLog || timeline.count === 0 ? "" : qsTr("%n entry(s)", "", timeline.count)
     tools: PushButton {
         objectName: "logButton"
         small: true
-        text: pane.showsLog ? "Show agent" : "Show log"
+        text: pane.showsLog ? qsTr("Show agent") : qsTr("Show log")
         onClicked: pane.showsLog = !pane.showsLog
     }
 

@@ -53,7 +53,7 @@ Rectangle {
             visible: card.pieces.count === 0
             color: theme.window
             radius: 5
-            Words { anchors.centerIn: parent; text: "Nothing to show"; font.pixelSize: 12; color: theme.muted }
+            Words { anchors.centerIn: parent; text: qsTr("Nothing to show"); font.pixelSize: 12; color: theme.muted }
         }
     }
 }

@@ -17,10 +17,10 @@ Panel {
             primary: true
             visible: host.guideCanStart
             enabled: guide.objection === ""
-            text: "Start"
+            text: qsTr("Start")
             onClicked: host.startGuide()
         },
-        PushButton { objectName: "guideClose"; small: true; text: "Close"; onClicked: host.dismissGuide() }
+        PushButton { objectName: "guideClose"; small: true; text: qsTr("Close"); onClicked: host.dismissGuide() }
     ]
 
     Column {

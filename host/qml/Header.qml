@@ -12,13 +12,13 @@ RowLayout {
     Badge {
         objectName: "serviceBadge"
         tone: host.servicePlace === "" ? "warn" : "good"
-        text: host.servicePlace === "" ? "service is starting" : "agent service on " + host.servicePlace
+        text: host.servicePlace === "" ? qsTr("service is starting") : qsTr("agent service on %1").arg(host.servicePlace)
     }
-    Badge { objectName: "busyBadge"; visible: host.work !== ""; tone: "accent"; text: "busy: " + host.work }
-    Badge { objectName: "popupBadge"; visible: host.dialogOpen || guide.dialog; tone: "warn"; text: "dialog open" }
+    Badge { objectName: "busyBadge"; visible: host.work !== ""; tone: "accent"; text: qsTr("busy: %1").arg(host.work) }
+    Badge { objectName: "popupBadge"; visible: host.dialogOpen || guide.dialog; tone: "warn"; text: qsTr("dialog open") }
     Item { Layout.fillWidth: true }
-    Toggle { objectName: "win11Toggle"; text: "Windows 11 checker"; checked: host.win11Checker; onToggled: host.win11Checker = checked }
-    Toggle { objectName: "dialogToggle"; text: "Dialog open"; checked: host.dialogOpen; onToggled: host.dialogOpen = checked }
-    PushButton { objectName: "languageButton"; text: "Language"; onClicked: multilanguage.changeLanguage() }
-    PushButton { objectName: "scanButton"; text: "Scan now"; onClicked: link.scanNow() }
+    Toggle { objectName: "win11Toggle"; text: qsTr("Windows 11 checker"); checked: host.win11Checker; onToggled: host.win11Checker = checked }
+    Toggle { objectName: "dialogToggle"; text: qsTr("Dialog open"); checked: host.dialogOpen; onToggled: host.dialogOpen = checked }
+    PushButton { objectName: "languageButton"; text: qsTr("Language"); onClicked: multilanguage.changeLanguage() }
+    PushButton { objectName: "scanButton"; text: qsTr("Scan now"); onClicked: link.scanNow() }
 }

@@ -37,8 +37,8 @@ Popup {
         Row {
             anchors.right: parent.right
             spacing: 10
-            PushButton { objectName: "dialogStart"; visible: host.guideCanStart; text: "Start"; onClicked: host.startGuide() }
-            PushButton { id: closeButton; objectName: "dialogClose"; primary: true; text: "Close"; onClicked: host.dismissGuide() }
+            PushButton { objectName: "dialogStart"; visible: host.guideCanStart; text: qsTr("Start"); onClicked: host.startGuide() }
+            PushButton { id: closeButton; objectName: "dialogClose"; primary: true; text: qsTr("Close"); onClicked: host.dismissGuide() }
         }
     }
 }

@@ -22,7 +22,7 @@ Rectangle {
                     objectName: "address"
                     visible: host.address !== ""
                     Layout.fillWidth: true
-                    text: "Opened address: " + host.address
+                    text: qsTr("Opened address: %1").arg(host.address)
                     font.pixelSize: 12
                     color: theme.muted
                     elide: Text.ElideMiddle

@@ -2,8 +2,8 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 
 Panel {
-    title: "Tasks"
-    note: list.count === 0 ? "" : list.count + (list.count === 1 ? " task" : " tasks")
+    title: qsTr("Tasks")
+    note: list.count === 0 ? "" : qsTr("%n task(s)", "", list.count)
 
     ListView {
         id: list
@@ -25,7 +25,7 @@ Panel {
     Words {
         anchors.centerIn: parent
         visible: list.count === 0
-        text: "Nothing has been ordered yet."
+        text: qsTr("Nothing has been ordered yet.")
         font.pixelSize: 12
         color: theme.muted
     }

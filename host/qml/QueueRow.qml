@@ -5,6 +5,7 @@ Item {
     id: row
 
     readonly property bool cancellable: model.state === "waiting" || model.state === "running"
+    readonly property var states: ({ waiting: qsTr("waiting"), done: qsTr("done"), failed: qsTr("failed"), cancelled: qsTr("cancelled") })
     readonly property var tones: ({ waiting: "plain", running: "accent", done: "good", failed: "bad", cancelled: "warn" })
 
     signal cancelled()
@@ -21,7 +22,7 @@ Item {
         id: badge
         objectName: "taskState"
         anchors { right: cancel.visible ? cancel.left : parent.right; rightMargin: 8; top: parent.top; topMargin: 3 }
-        text: model.state === "running" ? Math.floor(model.progress * 100) + " %" : model.state
+        text: model.state === "running" ? Math.floor(model.progress * 100) + " %" : row.states[model.state]
         tone: row.tones[model.state] || "plain"
     }
     PushButton {
@@ -29,7 +30,7 @@ Item {
         objectName: "cancelButton"
         anchors { right: parent.right; rightMargin: 8; top: parent.top; topMargin: 1 }
         small: true
-        text: "Cancel"
+        text: qsTr("Cancel")
         visible: row.cancellable
         onClicked: row.cancelled()
     }

@@ -16,7 +16,7 @@ Rectangle {
         id: message
         anchors { left: parent.left; leftMargin: 16; right: choices.left; rightMargin: 16; verticalCenter: parent.verticalCenter }
         spacing: 2
-        Words { text: "Recommendation"; font { pixelSize: 11; weight: Font.DemiBold } color: theme.accent }
+        Words { text: qsTr("Recommendation"); font { pixelSize: 11; weight: Font.DemiBold } color: theme.accent }
         Words {
             objectName: "recommendationText"
             width: parent.width

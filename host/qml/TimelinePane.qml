@@ -25,7 +25,7 @@ ListView {
     Words {
         anchors.centerIn: parent
         visible: list.count === 0
-        text: "The agent has not called a tool yet."
+        text: qsTr("The agent has not called a tool yet.")
         font.pixelSize: 12
         color: theme.muted
     }

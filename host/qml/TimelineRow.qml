@@ -4,6 +4,8 @@ import QtQuick 2.15
 Item {
     id: row
 
+    readonly property var states: ({ running: qsTr("running"), queued: qsTr("queued"), refused: qsTr("refused"),
+                                     answered: qsTr("answered"), held: qsTr("held") })
     readonly property var tones: ({ running: "accent", queued: "good", refused: "bad", answered: "plain", held: "warn" })
     readonly property var marks: ({ running: theme.accent, queued: theme.good, refused: theme.bad, answered: theme.muted, held: theme.warn })
     readonly property bool isShort: model.result.length <= 24
@@ -46,8 +48,8 @@ Item {
                 objectName: "callOutcome"
                 anchors { right: parent.right; verticalCenter: parent.verticalCenter }
                 tone: row.tones[model.callState]
-                text: model.times > 0 ? (model.times > 1 ? "refused " + model.times + " times" : "refused")
-                                       : row.isShort && model.result !== "" ? model.result : model.callState
+                text: model.times > 0 ? (model.times > 1 ? qsTr("refused %n time(s)", "", model.times) : row.states.refused)
+                                       : row.isShort && model.result !== "" ? model.result : row.states[model.callState]
             }
         }
         Words {

@@ -7,7 +7,7 @@ HostWindow {
     height: 720
     minimumWidth: 960
     minimumHeight: 600
-    title: "Sandbox host"
+    title: qsTr("Sandbox host")
 
     MainPage { objectName: "__zormain" }
     QmlExecuter { objectName: "__qml_executer" }

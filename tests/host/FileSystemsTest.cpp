@@ -26,7 +26,8 @@ TEST_P(Volumes, NewVolume_IsPossibleOrNot)
 {
     const VolumeRow& row = GetParam();
     const QString objection =
-        host::newVolumeObjection(*host::fileSystem(row.fileSystem), row.size, row.cluster, row.label);
+        host::newVolumeObjection(*host::fileSystem(row.fileSystem), row.size, row.cluster, row.label)
+            .english();
     EXPECT_EQ(objection.isEmpty(), row.possible) << objection.toStdString();
 }
 

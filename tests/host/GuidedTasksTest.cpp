@@ -19,7 +19,7 @@ QVariantMap partitionRecord(int disk, int place)
 
 QString clone(const QVariantMap& source, const QVariantMap& destination, int step = 2)
 {
-    return host::cloneObjection(testMachine(), source, destination, step);
+    return host::cloneObjection(testMachine(), source, destination, step).english();
 }
 
 TEST(CloneGuide, SourceAlone_IsLookedAtInTheFirstStep)

@@ -12,7 +12,7 @@ namespace {
 
 host::Machine after(int function, const QVariantMap& params, host::Machine machine = testMachine())
 {
-    EXPECT_EQ(host::attempt(machine, function, params).toStdString(), "");
+    EXPECT_EQ(host::attempt(machine, function, params).english().toStdString(), "");
     return machine;
 }
 
@@ -272,7 +272,7 @@ class Interrupted : public testing::TestWithParam<InterruptRow>
 TEST_P(Interrupted, OperationThatOnlyMoves_LeavesTheMachineAsItWas)
 {
     host::Machine machine = testMachine();
-    ASSERT_EQ(host::taskRefusal(machine, GetParam().function, GetParam().params).toStdString(), "");
+    ASSERT_EQ(host::taskRefusal(machine, GetParam().function, GetParam().params).english().toStdString(), "");
     EXPECT_FALSE(host::leaveInterrupted(machine, GetParam().function, GetParam().params, 0.7));
     EXPECT_TRUE(isSame(machine, testMachine()));
 }

@@ -1,0 +1,947 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="en">
+<context>
+    <name>ActivityPane</name>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>Agent</source>
+        <translation>Agent</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n entry(s)</source>
+        <translation>
+            <numerusform>%n Eintrag</numerusform>
+            <numerusform>%n Einträge</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Show agent</source>
+        <translation>Agent anzeigen</translation>
+    </message>
+    <message>
+        <source>Show log</source>
+        <translation>Protokoll anzeigen</translation>
+    </message>
+</context>
+<context>
+    <name>DiskCard</name>
+    <message>
+        <source>Nothing to show</source>
+        <translation>Keine Einträge</translation>
+    </message>
+</context>
+<context>
+    <name>GuidePane</name>
+    <message>
+        <source>Start</source>
+        <translation>Starten</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>Header</name>
+    <message>
+        <source>service is starting</source>
+        <translation>Dienst startet</translation>
+    </message>
+    <message>
+        <source>agent service on %1</source>
+        <translation>Agentendienst auf %1</translation>
+    </message>
+    <message>
+        <source>busy: %1</source>
+        <translation>beschäftigt: %1</translation>
+    </message>
+    <message>
+        <source>dialog open</source>
+        <translation>Dialog offen</translation>
+    </message>
+    <message>
+        <source>Windows 11 checker</source>
+        <translation>Windows-11-Prüfung</translation>
+    </message>
+    <message>
+        <source>Dialog open</source>
+        <translation>Dialog offen</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>Scan now</source>
+        <translation>Jetzt prüfen</translation>
+    </message>
+</context>
+<context>
+    <name>PageDialog</name>
+    <message>
+        <source>Start</source>
+        <translation>Starten</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>Pages</name>
+    <message>
+        <source>Opened address: %1</source>
+        <translation>Geöffnete Adresse: %1</translation>
+    </message>
+</context>
+<context>
+    <name>QueuePane</name>
+    <message>
+        <source>Tasks</source>
+        <translation>Aufgaben</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n task(s)</source>
+        <translation>
+            <numerusform>%n Aufgabe</numerusform>
+            <numerusform>%n Aufgaben</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing has been ordered yet.</source>
+        <translation>Noch kein Auftrag.</translation>
+    </message>
+</context>
+<context>
+    <name>QueueRow</name>
+    <message>
+        <source>waiting</source>
+        <translation>wartet</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>fertig</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>RecommendationCard</name>
+    <message>
+        <source>Recommendation</source>
+        <translation>Empfehlung</translation>
+    </message>
+</context>
+<context>
+    <name>Sandbox</name>
+    <message>
+        <source>the disk has partitions</source>
+        <translation>Der Datenträger enthält Partitionen.</translation>
+    </message>
+    <message>
+        <source>the disk has no partition table</source>
+        <translation>Der Datenträger hat keine Partitionstabelle.</translation>
+    </message>
+    <message>
+        <source>the erase count must be positive</source>
+        <translation>Die Anzahl der Löschvorgänge muss positiv sein.</translation>
+    </message>
+    <message>
+        <source>the table must be GPT or MBR</source>
+        <translation>Die Partitionstabelle muss GPT oder MBR sein.</translation>
+    </message>
+    <message>
+        <source>the table does not hold that many partitions</source>
+        <translation>Die Partitionstabelle fasst nicht so viele Partitionen.</translation>
+    </message>
+    <message>
+        <source>the disk is online</source>
+        <translation>Der Datenträger ist online.</translation>
+    </message>
+    <message>
+        <source>the drive is not on a USB disk</source>
+        <translation>Das Laufwerk befindet sich nicht auf einem USB-Datenträger.</translation>
+    </message>
+    <message>
+        <source>the disk holds the running system</source>
+        <translation>Der Datenträger enthält das laufende System.</translation>
+    </message>
+    <message>
+        <source>no other disk has room for the data</source>
+        <translation>Kein anderer Datenträger hat Platz für die Daten.</translation>
+    </message>
+    <message>
+        <source>no such cluster size</source>
+        <translation>Diese Clustergröße gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>the clusters are too small for that size</source>
+        <translation>Die Cluster sind für diese Größe zu klein.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be made in that size</source>
+        <translation>%1 kann in dieser Größe nicht erstellt werden.</translation>
+    </message>
+    <message>
+        <source>the label is too long</source>
+        <translation>Die Bezeichnung ist zu lang.</translation>
+    </message>
+    <message>
+        <source>the label has a character that none can have</source>
+        <translation>Die Bezeichnung enthält ein unzulässiges Zeichen.</translation>
+    </message>
+    <message>
+        <source>%1 cannot have that size</source>
+        <translation>%1 kann diese Größe nicht haben.</translation>
+    </message>
+    <message>
+        <source>the source is locked by BitLocker</source>
+        <translation>Die Quelle ist durch BitLocker gesperrt.</translation>
+    </message>
+    <message>
+        <source>the destination is too small</source>
+        <translation>Das Ziel ist zu klein.</translation>
+    </message>
+    <message>
+        <source>the destination is no disk</source>
+        <translation>Das Ziel ist kein Datenträger.</translation>
+    </message>
+    <message>
+        <source>the destination is no other disk</source>
+        <translation>Das Ziel ist kein anderer Datenträger.</translation>
+    </message>
+    <message>
+        <source>the partition table is full</source>
+        <translation>Die Partitionstabelle ist voll.</translation>
+    </message>
+    <message>
+        <source>an MBR disk cannot use space beyond 2 TiB</source>
+        <translation>Ein MBR-Datenträger kann Speicherplatz jenseits von 2 TiB nicht nutzen.</translation>
+    </message>
+    <message>
+        <source>a partition is cloned to a partition or into free space</source>
+        <translation>Eine Partition wird auf eine Partition oder in freien Speicherplatz geklont.</translation>
+    </message>
+    <message>
+        <source>the disks have sectors of different sizes</source>
+        <translation>Die Datenträger haben unterschiedliche Sektorgrößen.</translation>
+    </message>
+    <message>
+        <source>the destination cannot be written to</source>
+        <translation>Auf das Ziel kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>boot media cannot be made</source>
+        <translation>Es können keine Rettungsmedien erstellt werden.</translation>
+    </message>
+    <message>
+        <source>there is no USB disk for it</source>
+        <translation>Dafür ist kein USB-Datenträger vorhanden.</translation>
+    </message>
+    <message>
+        <source>the disk is too small for it</source>
+        <translation>Der Datenträger ist dafür zu klein.</translation>
+    </message>
+    <message>
+        <source>the pre-OS environment is installed</source>
+        <translation>Die Pre-OS-Umgebung ist installiert.</translation>
+    </message>
+    <message>
+        <source>the pre-OS environment is not installed</source>
+        <translation>Die Pre-OS-Umgebung ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>the disk cannot be read</source>
+        <translation>Der Datenträger kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>a GPT disk has no MBR to rebuild</source>
+        <translation>Ein GPT-Datenträger hat keinen MBR, der neu erstellt werden könnte.</translation>
+    </message>
+    <message>
+        <source>there is no room to move the partitions</source>
+        <translation>Es ist kein Platz, um die Partitionen zu verschieben.</translation>
+    </message>
+    <message>
+        <source>disk %1</source>
+        <translation>Datenträger %1</translation>
+    </message>
+    <message>
+        <source>The source does not exist.</source>
+        <translation>Die Quelle ist nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>The source disk cannot be read.</source>
+        <translation>Der Quelldatenträger kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The source disk is empty.</source>
+        <translation>Der Quelldatenträger ist leer.</translation>
+    </message>
+    <message>
+        <source>The source is not a partition.</source>
+        <translation>Die Quelle ist keine Partition.</translation>
+    </message>
+    <message>
+        <source>The destination does not exist.</source>
+        <translation>Das Ziel ist nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>The source cannot be cloned onto itself.</source>
+        <translation>Die Quelle kann nicht auf sich selbst geklont werden.</translation>
+    </message>
+    <message>
+        <source>The destination cannot be written to.</source>
+        <translation>Auf das Ziel kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>The destination has no place for a partition.</source>
+        <translation>Das Ziel bietet keinen Platz für eine Partition.</translation>
+    </message>
+    <message>
+        <source>The destination holds the running system.</source>
+        <translation>Das Ziel enthält das laufende System.</translation>
+    </message>
+    <message>
+        <source>The destination is too small.</source>
+        <translation>Das Ziel ist zu klein.</translation>
+    </message>
+    <message>
+        <source>The disk is a GPT disk already.</source>
+        <translation>Der Datenträger ist bereits ein GPT-Datenträger.</translation>
+    </message>
+    <message>
+        <source>The disk has no room for the table.</source>
+        <translation>Der Datenträger hat keinen Platz für die Partitionstabelle.</translation>
+    </message>
+    <message>
+        <source>The disk is an MBR disk already.</source>
+        <translation>Der Datenträger ist bereits ein MBR-Datenträger.</translation>
+    </message>
+    <message>
+        <source>A partition lies beyond what an MBR disk can address.</source>
+        <translation>Eine Partition liegt außerhalb des Bereichs, den ein MBR-Datenträger adressieren kann.</translation>
+    </message>
+    <message>
+        <source>The disk is a basic disk already.</source>
+        <translation>Der Datenträger ist bereits ein Basisdatenträger.</translation>
+    </message>
+    <message>
+        <source>A volume reaches over several disks.</source>
+        <translation>Ein Volume erstreckt sich über mehrere Datenträger.</translation>
+    </message>
+    <message>
+        <source>The disk is a dynamic disk already.</source>
+        <translation>Der Datenträger ist bereits dynamisch.</translation>
+    </message>
+    <message>
+        <source>A USB disk cannot be dynamic.</source>
+        <translation>Ein USB-Datenträger kann nicht dynamisch sein.</translation>
+    </message>
+    <message>
+        <source>The disk cannot be written to.</source>
+        <translation>Auf den Datenträger kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>The disk has no partition table.</source>
+        <translation>Der Datenträger hat keine Partitionstabelle.</translation>
+    </message>
+    <message>
+        <source>The disk is dynamic.</source>
+        <translation>Der Datenträger ist dynamisch.</translation>
+    </message>
+    <message>
+        <source>The drive cannot be written to.</source>
+        <translation>Auf das Laufwerk kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>The drive has that file system already.</source>
+        <translation>Das Laufwerk hat dieses Dateisystem bereits.</translation>
+    </message>
+    <message>
+        <source>The drive has no file system that can be read.</source>
+        <translation>Das Laufwerk hat kein lesbares Dateisystem.</translation>
+    </message>
+    <message>
+        <source>The running system needs its file system.</source>
+        <translation>Das laufende System benötigt sein Dateisystem.</translation>
+    </message>
+    <message>
+        <source>The drive cannot have that file system: %1.</source>
+        <translation>Das Laufwerk kann dieses Dateisystem nicht haben. %1</translation>
+    </message>
+    <message>
+        <source>There is no such conversion.</source>
+        <translation>Diese Konvertierung gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>The drive does not exist.</source>
+        <translation>Das Laufwerk ist nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>The disk does not exist.</source>
+        <translation>Der Datenträger ist nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>basic</source>
+        <translation>Basisdatenträger</translation>
+    </message>
+    <message>
+        <source>dynamic</source>
+        <translation>dynamischer Datenträger</translation>
+    </message>
+    <message>
+        <source>there is no such function</source>
+        <translation>Diese Funktion gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>the function is switched off</source>
+        <translation>Die Funktion ist ausgeschaltet.</translation>
+    </message>
+    <message>
+        <source>the target does not exist</source>
+        <translation>Das Ziel ist nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>the disk is aligned</source>
+        <translation>Der Datenträger ist bereits ausgerichtet.</translation>
+    </message>
+    <message>
+        <source>the drive is not encrypted</source>
+        <translation>Das Laufwerk ist nicht verschlüsselt.</translation>
+    </message>
+    <message>
+        <source>free space on disk %1</source>
+        <translation>freier Speicherplatz auf Datenträger %1</translation>
+    </message>
+    <message>
+        <source>drive %1</source>
+        <translation>Laufwerk %1</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>nichts</translation>
+    </message>
+    <message>
+        <source>a partition in between cannot be moved</source>
+        <translation>Eine dazwischenliegende Partition kann nicht verschoben werden.</translation>
+    </message>
+    <message>
+        <source>there is no room to take on that disk</source>
+        <translation>Auf diesem Datenträger ist kein Speicherplatz verfügbar.</translation>
+    </message>
+    <message>
+        <source>the data does not fit into that size</source>
+        <translation>Die Daten passen nicht in diese Größe.</translation>
+    </message>
+    <message>
+        <source>there is not that much free space behind the drive</source>
+        <translation>Hinter dem Laufwerk ist nicht so viel Speicherplatz frei.</translation>
+    </message>
+    <message>
+        <source>the drive has not that much free space</source>
+        <translation>Auf dem Laufwerk ist nicht so viel Speicherplatz frei.</translation>
+    </message>
+    <message>
+        <source>the disk has no such free region</source>
+        <translation>Der Datenträger hat keinen solchen freien Bereich.</translation>
+    </message>
+    <message>
+        <source>the free region is not that large</source>
+        <translation>Der freie Bereich ist nicht so groß.</translation>
+    </message>
+    <message>
+        <source>both drives must lie on one disk</source>
+        <translation>Beide Laufwerke müssen auf demselben Datenträger liegen.</translation>
+    </message>
+    <message>
+        <source>the second drive cannot be given up</source>
+        <translation>Auf das zweite Laufwerk kann nicht verzichtet werden.</translation>
+    </message>
+    <message>
+        <source>the second drive has no file system that can be read</source>
+        <translation>Das zweite Laufwerk hat kein lesbares Dateisystem.</translation>
+    </message>
+    <message>
+        <source>the drives are no neighbours</source>
+        <translation>Die Laufwerke liegen nicht nebeneinander.</translation>
+    </message>
+    <message>
+        <source>the target must be another drive of the same disk</source>
+        <translation>Das Ziel muss ein anderes Laufwerk desselben Datenträgers sein.</translation>
+    </message>
+    <message>
+        <source>less than one mebibyte cannot be given</source>
+        <translation>Weniger als ein Mebibyte kann nicht abgegeben werden.</translation>
+    </message>
+    <message>
+        <source>the target has no file system that can be read</source>
+        <translation>Das Ziel hat kein lesbares Dateisystem.</translation>
+    </message>
+    <message>
+        <source>the drive is of that kind already, or its disk knows no kinds</source>
+        <translation>Das Laufwerk hat diesen Typ bereits, oder sein Datenträger unterscheidet keine Typen.</translation>
+    </message>
+    <message>
+        <source>the machine starts from the drive</source>
+        <translation>Der Computer startet von diesem Laufwerk.</translation>
+    </message>
+    <message>
+        <source>the other logical drives lie elsewhere</source>
+        <translation>Die anderen logischen Laufwerke liegen an anderer Stelle.</translation>
+    </message>
+    <message>
+        <source>the drive lies between logical drives</source>
+        <translation>Das Laufwerk liegt zwischen logischen Laufwerken.</translation>
+    </message>
+    <message>
+        <source>the running system needs its letter</source>
+        <translation>Das laufende System benötigt seinen Laufwerkbuchstaben.</translation>
+    </message>
+    <message>
+        <source>the new letter is none, or is taken</source>
+        <translation>Der neue Laufwerkbuchstabe ist ungültig oder bereits vergeben.</translation>
+    </message>
+    <message>
+        <source>only a primary drive of an MBR disk can be made active, once</source>
+        <translation>Nur ein primäres, noch nicht aktives Laufwerk eines MBR-Datenträgers kann aktiviert werden.</translation>
+    </message>
+    <message>
+        <source>the drive is hidden already</source>
+        <translation>Das Laufwerk ist bereits ausgeblendet.</translation>
+    </message>
+    <message>
+        <source>there is no disk %1</source>
+        <translation>Datenträger %1 ist nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>no drive has the letter %1</source>
+        <translation>Kein Laufwerk hat den Buchstaben %1.</translation>
+    </message>
+    <message>
+        <source>the disk cannot be written to</source>
+        <translation>Auf den Datenträger kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>the drive cannot be written to</source>
+        <translation>Auf das Laufwerk kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>the drive holds the running system</source>
+        <translation>Das Laufwerk enthält das laufende System.</translation>
+    </message>
+    <message>
+        <source>the drive is locked by BitLocker</source>
+        <translation>Das Laufwerk ist durch BitLocker gesperrt.</translation>
+    </message>
+    <message>
+        <source>the drive has no file system that can be read</source>
+        <translation>Das Laufwerk hat kein lesbares Dateisystem.</translation>
+    </message>
+    <message>
+        <source>the file system &quot;%1&quot; cannot be made</source>
+        <translation>Das Dateisystem „%1“ kann nicht erstellt werden.</translation>
+    </message>
+    <message>
+        <source>the disk is dynamic</source>
+        <translation>Der Datenträger ist dynamisch.</translation>
+    </message>
+    <message>
+        <source>all drive letters are taken</source>
+        <translation>Alle Laufwerkbuchstaben sind vergeben.</translation>
+    </message>
+    <message>
+        <source>there is no function %1</source>
+        <translation>Die Funktion %1 gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>Clone: %1 to %2</source>
+        <translation>Klonen: %1 auf %2</translation>
+    </message>
+    <message>
+        <source>Convert: %1 to %2</source>
+        <translation>Konvertieren: %1, Ziel: %2</translation>
+    </message>
+    <message>
+        <source>Disk %1</source>
+        <translation>Datenträger %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n disk(s), %1</source>
+        <translation>
+            <numerusform>%n Datenträger, %1</numerusform>
+            <numerusform>%n Datenträger, %1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Offline</source>
+        <translation>Offline</translation>
+    </message>
+    <message>
+        <source>Bad</source>
+        <translation>Defekt</translation>
+    </message>
+    <message>
+        <source>Read-only</source>
+        <translation>Schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>Protected</source>
+        <translation>Geschützt</translation>
+    </message>
+    <message>
+        <source>Dynamic</source>
+        <translation>Dynamisch</translation>
+    </message>
+    <message>
+        <source>Storage space</source>
+        <translation>Speicherplatzpool</translation>
+    </message>
+    <message>
+        <source>Virtual</source>
+        <translation>Virtuell</translation>
+    </message>
+    <message>
+        <source>Boot</source>
+        <translation>Startpartition</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>EFI</source>
+        <translation>EFI</translation>
+    </message>
+    <message>
+        <source>Reserved</source>
+        <translation>Reserviert</translation>
+    </message>
+    <message>
+        <source>Recovery</source>
+        <translation>Wiederherstellung</translation>
+    </message>
+    <message>
+        <source>Active</source>
+        <translation>Aktiv</translation>
+    </message>
+    <message>
+        <source>Hidden</source>
+        <translation>Ausgeblendet</translation>
+    </message>
+    <message>
+        <source>Low space</source>
+        <translation>Wenig Speicherplatz</translation>
+    </message>
+    <message>
+        <source>BitLocker</source>
+        <translation>BitLocker</translation>
+    </message>
+    <message>
+        <source>BitLocker unlocked</source>
+        <translation>BitLocker entsperrt</translation>
+    </message>
+    <message>
+        <source>BitLocker locked</source>
+        <translation>BitLocker gesperrt</translation>
+    </message>
+    <message>
+        <source>EFI system</source>
+        <translation>EFI-System</translation>
+    </message>
+    <message>
+        <source>no file system</source>
+        <translation>kein Dateisystem</translation>
+    </message>
+    <message>
+        <source>no table</source>
+        <translation>keine Tabelle</translation>
+    </message>
+    <message>
+        <source>Health errors</source>
+        <translation>Zustandsfehler</translation>
+    </message>
+    <message>
+        <source>Removable</source>
+        <translation>Wechselmedium</translation>
+    </message>
+    <message>
+        <source>Free</source>
+        <translation>Frei</translation>
+    </message>
+    <message>
+        <source>Partition %1</source>
+        <translation>Partition %1</translation>
+    </message>
+    <message>
+        <source>Logical</source>
+        <translation>Logisch</translation>
+    </message>
+    <message>
+        <source>%1 used, %2 free</source>
+        <translation>%1 belegt, %2 frei</translation>
+    </message>
+    <message>
+        <source>from sector %1</source>
+        <translation>ab Sektor %1</translation>
+    </message>
+    <message>
+        <source>system, from its drive</source>
+        <translation>System, von seinem Laufwerk</translation>
+    </message>
+    <message>
+        <source>system, from its disk</source>
+        <translation>System, von seinem Datenträger</translation>
+    </message>
+    <message>
+        <source>disk to disk</source>
+        <translation>Datenträger auf Datenträger</translation>
+    </message>
+    <message>
+        <source>partition to partition</source>
+        <translation>Partition auf Partition</translation>
+    </message>
+    <message>
+        <source>to be chosen</source>
+        <translation>noch auszuwählen</translation>
+    </message>
+    <message>
+        <source>unknown, the disk is offline</source>
+        <translation>unbekannt, der Datenträger ist offline</translation>
+    </message>
+    <message>
+        <source>the disk reports errors</source>
+        <translation>der Datenträger meldet Fehler</translation>
+    </message>
+    <message>
+        <source>good</source>
+        <translation>gut</translation>
+    </message>
+    <message>
+        <source>ISO file</source>
+        <translation>ISO-Datei</translation>
+    </message>
+    <message>
+        <source>Windows installer</source>
+        <translation>Windows-Installationsmedium</translation>
+    </message>
+    <message>
+        <source>USB disk</source>
+        <translation>USB-Datenträger</translation>
+    </message>
+    <message>
+        <source>Partition recovery: %1</source>
+        <translation>Partitionswiederherstellung: %1</translation>
+    </message>
+    <message>
+        <source>Boot media: %1</source>
+        <translation>Rettungsmedium: %1</translation>
+    </message>
+    <message>
+        <source>%1 used</source>
+        <translation>%1 belegt</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Starten</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Check</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <translation>Objekt</translation>
+    </message>
+    <message>
+        <source>Becomes</source>
+        <translation>Wird zu</translation>
+    </message>
+    <message>
+        <source>Search in</source>
+        <translation>Suche in</translation>
+    </message>
+    <message>
+        <source>Medium</source>
+        <translation>Medium</translation>
+    </message>
+    <message>
+        <source>There is no such disk.</source>
+        <translation>Dieser Datenträger ist nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>Disk</source>
+        <translation>Datenträger</translation>
+    </message>
+    <message>
+        <source>Capacity</source>
+        <translation>Kapazität</translation>
+    </message>
+    <message>
+        <source>Serial number</source>
+        <translation>Seriennummer</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>Health</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Reset a Windows password</source>
+        <translation>Windows-Kennwort zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Repair the Windows start</source>
+        <translation>Windows-Start reparieren</translation>
+    </message>
+    <message>
+        <source>Set or clear write protection</source>
+        <translation>Schreibschutz setzen oder aufheben</translation>
+    </message>
+    <message>
+        <source>Rebuild the MBR</source>
+        <translation>MBR neu erstellen</translation>
+    </message>
+    <message>
+        <source>Align to 4 KiB</source>
+        <translation>An 4 KiB ausrichten</translation>
+    </message>
+    <message>
+        <source>Check for Windows 11</source>
+        <translation>Auf Windows 11 prüfen</translation>
+    </message>
+    <message>
+        <source>Look for bad sectors</source>
+        <translation>Nach fehlerhaften Sektoren suchen</translation>
+    </message>
+    <message>
+        <source>Find the BitLocker recovery key</source>
+        <translation>BitLocker-Wiederherstellungsschlüssel suchen</translation>
+    </message>
+    <message>
+        <source>Check the file system</source>
+        <translation>Dateisystem prüfen</translation>
+    </message>
+    <message>
+        <source>Function</source>
+        <translation>Funktion</translation>
+    </message>
+    <message>
+        <source>function %1</source>
+        <translation>Funktion %1</translation>
+    </message>
+    <message>
+        <source>the host is closing</source>
+        <translation>Das Programm wird beendet.</translation>
+    </message>
+    <message>
+        <source>failed after %1% as --fail asks</source>
+        <translation>Wie mit --fail verlangt nach %1% fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>The host is closing.</source>
+        <translation>Das Programm wird beendet.</translation>
+    </message>
+    <message>
+        <source>call</source>
+        <translation>Aufruf</translation>
+    </message>
+    <message>
+        <source>Gate</source>
+        <translation>Schranke</translation>
+    </message>
+    <message>
+        <source>boot media</source>
+        <translation>Rettungsmedium</translation>
+    </message>
+    <message>
+        <source>boot media cannot be made there</source>
+        <translation>Dort kann kein Rettungsmedium erstellt werden.</translation>
+    </message>
+    <message>
+        <source>Disk health: disk %1</source>
+        <translation>Datenträgerzustand: Datenträger %1</translation>
+    </message>
+    <message>
+        <source>toolbox %1</source>
+        <translation>Werkzeug %1</translation>
+    </message>
+    <message>
+        <source>Toolbox: %1</source>
+        <translation>Werkzeug: %1</translation>
+    </message>
+</context>
+<context>
+    <name>TimelinePane</name>
+    <message>
+        <source>The agent has not called a tool yet.</source>
+        <translation>Der Agent hat noch kein Werkzeug aufgerufen.</translation>
+    </message>
+</context>
+<context>
+    <name>TimelineRow</name>
+    <message>
+        <source>running</source>
+        <translation>läuft</translation>
+    </message>
+    <message>
+        <source>queued</source>
+        <translation>eingereiht</translation>
+    </message>
+    <message>
+        <source>refused</source>
+        <translation>abgelehnt</translation>
+    </message>
+    <message>
+        <source>answered</source>
+        <translation>beantwortet</translation>
+    </message>
+    <message>
+        <source>held</source>
+        <translation>aufgehalten</translation>
+    </message>
+    <message numerus="yes">
+        <source>refused %n time(s)</source>
+        <translation>
+            <numerusform>%n-mal abgelehnt</numerusform>
+            <numerusform>%n-mal abgelehnt</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>Sandbox host</source>
+        <translation>Sandbox-Host</translation>
+    </message>
+</context>
+</TS>
