@@ -51,6 +51,22 @@ TEST(Options, OfTheWindow_AreRead)
     EXPECT_FALSE(readOptions({}).click.has_value());
 }
 
+TEST(Options, Language_IsEnglishUnlessItIsNamed)
+{
+    EXPECT_EQ(readOptions({}).language, "en");
+    EXPECT_EQ(readOptions({"--language", "de"}).language, "de");
+    EXPECT_EQ(readOptions({"--language", "en"}).language, "en");
+    EXPECT_EQ(readOptions({"--language", "de"}).error, "");
+}
+
+TEST(Options, UnknownLanguage_IsAnErrorThatListsTheLanguages)
+{
+    for (const char* language : {"fr", "DE", "de_DE", ""})
+        EXPECT_EQ(readOptions({"--language", language}).error, "option --language needs one of: en, de")
+            << language;
+    EXPECT_EQ(readOptions({"--language"}).error, "option --language needs a value");
+}
+
 TEST(Options, ValueBehindAnEqualsSign_IsTheSame)
 {
     EXPECT_EQ(readOptions({"--machine=server"}).machine, "server");
@@ -105,7 +121,7 @@ TEST(Options, Help_NamesEveryOption)
     const QString help = host::helpText();
     for (const char* option :
          {"--machine", "--headless", "--agent", "--exit-with-agent", "--scan", "--answer", "--win11",
-          "--theme", "--screenshot", "--click", "--check-host", "--verbose", "--help"})
+          "--theme", "--language", "--screenshot", "--click", "--check-host", "--verbose", "--help"})
         EXPECT_TRUE(help.contains(option)) << option;
 }
 

@@ -2,10 +2,12 @@
 #include "tests/host/ZorhostProcess.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 #include <QtGui/QImage>
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <set>
 
 namespace {
@@ -57,6 +59,73 @@ TEST(ZorhostWindow, ScreenshotAtABadPath_IsOneLineAndExitCode2)
     EXPECT_EQ(linesOf(host.errors()), 1) << host.errors().constData();
     EXPECT_TRUE(host.errors().contains("no/such/folder/window.png")) << host.errors().constData();
     EXPECT_EQ(host.output(), "");
+}
+
+TEST(ZorhostWindow, UnknownLanguage_IsOneLineThatListsTheLanguagesAndExitCode2)
+{
+    ZorhostProcess host;
+    host.start({"--language", "fr"});
+    EXPECT_EQ(host.exitCode(), 2);
+    EXPECT_EQ(host.errors(), "zorhost: option --language needs one of: en, de\n");
+    EXPECT_EQ(host.output(), "");
+}
+
+TEST(ZorhostWindow, GermanScan_PrintsTheRecordAsTheLibraryMadeIt)
+{
+    ZorhostProcess host;
+    host.write("unwell.json", R"({"smartErrors": [1], "disks": [{"diskIndex": 1, "size": 1073741824}]})");
+    ASSERT_TRUE(
+        host.startReady({"--headless", "--language", "de", "--machine", host.file("unwell.json"), "--scan"}))
+        << host.errors().constData();
+    EXPECT_TRUE(
+        host.waitForOutput("recommendation {\"buttons\":[\"Annehmen\",\"Abbrechen\"],\"default\":0,"
+                           "\"msg\":\"Beim Zustand von Datenträger 1 wurde eine Auffälligkeit erkannt."))
+        << host.output().constData();
+    EXPECT_TRUE(host.waitForOutput("scan ended\n"));
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+}
+
+// What the host prints and writes about an agent's work, without what differs between any two runs.
+struct Account
+{
+    QStringList output;
+    QStringList transcript;
+};
+
+QStringList linesWithout(const QByteArray& text, const QString& pattern)
+{
+    QString rest = QString::fromUtf8(text);
+    rest.remove(QRegularExpression(pattern));
+    QStringList lines = rest.split('\n');
+    // The agent's lines and the host's arrive in either order.
+    lines.sort();
+    return lines;
+}
+
+Account accountOf(const QString& language)
+{
+    ZorhostProcess host;
+    EXPECT_TRUE(host.startReady({"--headless", "--machine", "desktop", "--language", language, "--transcript",
+                                 "transcript", "--exit-with-agent", "--agent",
+                                 QString("/usr/bin/python3 %1 %2").arg(AGENT_SCRIPT, AGENT_CODE)}))
+        << host.errors().constData();
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+    QFile file(host.file("transcript"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    QStringList transcript = linesWithout(file.readAll(), "\"(ms|time)\":(\"[^\"]*\"|\\d+),?");
+    // The agent asks the gate until it lets it in, which takes as often as it takes.
+    transcript.removeDuplicates();
+    return {linesWithout(host.output(), "(?m)^\\d\\d:\\d\\d:\\d\\d\\.\\d{3} |:\\d+$"), transcript};
+}
+
+TEST(ZorhostWindow, German_ChangesNoWordOfTheTranscriptTheLogAndTheAnswers)
+{
+    const Account english = accountOf("en");
+    const Account german = accountOf("de");
+    EXPECT_EQ(german.output, english.output) << german.output.join('\n').toStdString();
+    EXPECT_EQ(german.transcript, english.transcript) << german.transcript.join('\n').toStdString();
+    EXPECT_TRUE(english.output.contains("DeletePartition -> Task NotValid False"));
 }
 
 TEST(ZorhostWindow, CheckHost_FindsEverythingInTheSandboxHost)

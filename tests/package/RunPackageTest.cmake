@@ -18,7 +18,7 @@ run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${SOURCE_DIR} -B ${SCRATCH_DIR}/build
     -DCMAKE_PREFIX_PATH=${SCRATCH_DIR}/moved "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
 run(${CMAKE_COMMAND} --build ${SCRATCH_DIR}/build)
 run(${SCRATCH_DIR}/build/outside_host)
-if(NOT output STREQUAL "AIBridge\n")
+if(NOT output STREQUAL "AIBridge\nAnnehmen\n")
     message(FATAL_ERROR "the outside host printed: ${output}")
 endif()
 

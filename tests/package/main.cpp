@@ -5,6 +5,7 @@
 #include <plugin/HostCall.h>
 #include <plugin/TestTime.h>
 
+#include <QtCore/QTranslator>
 #include <QtGui/QGuiApplication>
 #include <QtNetwork/QTcpSocket>
 #include <QtQml/QQmlApplicationEngine>
@@ -26,6 +27,11 @@ int main(int argc, char** argv)
     if (hostcheck::checkComponent("Absent").step != hostcheck::LoadStep::FindFile)
         return 1;
     std::printf("%s\n", qPrintable(bridge->property("name").toString()));
+    QTranslator german;
+    if (!german.load(QStringLiteral("aibridge_de"), QStringLiteral(CATALOGUES)))
+        return 1;
+    QCoreApplication::installTranslator(&german);
+    std::printf("%s\n", qPrintable(QObject::tr("Accept")));
     // The manager releases the component at its end, which must not come before the service has begun to
     // serve.
     for (bool running = true, up = false; running && !up;) {
