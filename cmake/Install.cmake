@@ -4,6 +4,7 @@
 #   lib/cmake/AIBridge  what find_package(AIBridge) reads
 #   include/aibridge/   the headers of that archive, as <plugin/ComponentMgr.h>
 #   share/aibridge/     the interface file, for writers of agents
+#   share/aibridge/translations  the catalogues of the recommendation texts
 include(CMakePackageConfigHelpers)
 
 set(AIBRIDGE_INSTALL_LIBDIR ${CMAKE_INSTALL_LIBDIR}/aibridge)
