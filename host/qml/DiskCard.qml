@@ -17,13 +17,13 @@ Rectangle {
 
     Column {
         x: 14
-        width: 128
+        width: 176
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3
         Row {
             spacing: 8
             Words { objectName: "diskName"; text: model.name; font { pixelSize: 14; weight: Font.DemiBold } }
-            Words { text: model.sizeText; anchors.baseline: parent.children[0].baseline; font.pixelSize: 13 }
+            Words { objectName: "diskSize"; text: model.sizeText; anchors.baseline: parent.children[0].baseline; font.pixelSize: 13 }
         }
         Words { objectName: "diskKind"; text: model.kind; width: parent.width; font.pixelSize: 12; color: theme.muted }
         Badge {
@@ -37,7 +37,7 @@ Rectangle {
     Item {
         id: bar
         objectName: "diskBar"
-        anchors { fill: parent; leftMargin: 152; rightMargin: 14; topMargin: 10; bottomMargin: 10 }
+        anchors { fill: parent; leftMargin: 200; rightMargin: 14; topMargin: 10; bottomMargin: 10 }
 
         Binding { target: card.pieces; property: "barWidth"; value: bar.width }
         Repeater {

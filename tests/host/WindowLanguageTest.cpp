@@ -483,6 +483,8 @@ TEST_P(WindowGermanLayout, NoTextOfTheWindowIsCutOff)
         }
     };
     expectWhole("empty");
+    for (std::size_t disk = 0; disk < items("diskSize").size(); ++disk)
+        EXPECT_LT(placeOf(items("diskSize")[disk]).right(), placeOf(items("diskBar")[disk]).left()) << disk;
     scene.core().setDialogOpen(true);
     fillLists();
     scene.link().scanNow();
