@@ -24,7 +24,7 @@ protected:
     void run(int waitMs = 0)
     {
         Platform::instance().runHidden(
-            QStringLiteral("\"%1\" %2 %3").arg(QDir::toNativeSeparators(program_), reportPath()).arg(waitMs));
+            QStringLiteral("\"%1\" \"%2\" %3").arg(QDir::toNativeSeparators(program_), reportPath()).arg(waitMs));
     }
 
     QMap<QString, QString> report() const
@@ -60,7 +60,7 @@ TEST_F(HiddenCommand, CommandLine_ReachesTheProgramAsItStands)
 {
     run();
     EXPECT_EQ(report()[QStringLiteral("line")],
-              QStringLiteral("\"%1\" %2 0").arg(QDir::toNativeSeparators(program_), reportPath()));
+              QStringLiteral("\"%1\" \"%2\" 0").arg(QDir::toNativeSeparators(program_), reportPath()));
 }
 
 TEST_F(HiddenCommand, Program_IsWaitedFor)

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
 namespace {
 
 constexpr int kLimitMs = 60000;
@@ -30,13 +32,27 @@ QString systemSays(const QString& program, const QStringList& arguments)
     return decoded(process.readAllStandardOutput()).trimmed();
 }
 
+QStringList wmicRows(const QString& alias, const QString& property)
+{
+    QStringList rows = systemSays(QStringLiteral("wmic"), {alias, QStringLiteral("get"), property})
+                           .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (QString& row : rows)
+        row = row.trimmed();
+    rows.removeAll(QString());
+    if (rows.size() < 2) {
+        ADD_FAILURE() << "wmic " << alias.toStdString() << " prints no value of " << property.toStdString();
+        return {};
+    }
+    return rows.mid(1);
+}
+
 QString wmicSays(const QString& alias, const QString& property)
 {
-    const QStringList lines = systemSays(QStringLiteral("wmic"), {alias, QStringLiteral("get"), property})
-                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    if (lines.size() < 2) {
-        ADD_FAILURE() << "wmic " << alias.toStdString() << " says nothing of " << property.toStdString();
-        return QString();
-    }
-    return lines.at(1).trimmed();
+    return wmicRows(alias, property).value(0);
+}
+
+bool hasWmic()
+{
+    // Not below Path alone on every system, but where the system's own calls find it.
+    return SearchPathW(nullptr, L"wmic", L".exe", 0, nullptr, nullptr) != 0;
 }

@@ -7,5 +7,11 @@
 /// both ends. Fails the test and gives an empty text if it cannot be run.
 QString systemSays(const QString& program, const QStringList& arguments);
 
-/// The one value that `wmic <alias> get <property>` prints: the first row under the head.
+/// The values that `wmic <alias> get <property>` prints, one for each row. Fails the test if there is none.
+QStringList wmicRows(const QString& alias, const QString& property);
+
+/// The first of those values.
 QString wmicSays(const QString& alias, const QString& property);
+
+/// Whether this system has wmic, which newer Windows leaves out.
+bool hasWmic();

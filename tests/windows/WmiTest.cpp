@@ -1,6 +1,7 @@
 // Queries through COM against what the system's own command line for them prints.
 #include "platform/Platform.h"
 #include "tests/windows/OtherRoad.h"
+#include "tests/windows/Wine.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +18,17 @@ std::vector<QVariantMap> query(const QString& table, const QStringList& properti
     return Platform::instance().wmiQuery(kMachine, QStringLiteral("SELECT * FROM ") + table, properties);
 }
 
-TEST(Wmi, Processor_HasTheNameWidthAndCountsThatWmicPrints)
+class WmiAndWmic : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!hasWmic())
+            GTEST_SKIP() << "this system has no wmic";
+    }
+};
+
+TEST_F(WmiAndWmic, Processor_HasTheNameWidthAndCountsThatWmicPrints)
 {
     const auto rows =
         query(QStringLiteral("Win32_Processor"),
@@ -35,7 +46,7 @@ TEST(Wmi, Processor_HasTheNameWidthAndCountsThatWmicPrints)
     EXPECT_EQ(rows.front().value(QStringLiteral("AddressWidth")).userType(), int(QMetaType::Int));
 }
 
-TEST(Wmi, OperatingSystem_HasTheArchitectureThatWmicPrints)
+TEST_F(WmiAndWmic, OperatingSystem_HasTheArchitectureThatWmicPrints)
 {
     const auto rows = query(QStringLiteral("Win32_OperatingSystem"), {QStringLiteral("OSArchitecture")});
     ASSERT_EQ(rows.size(), 1u);
@@ -43,21 +54,16 @@ TEST(Wmi, OperatingSystem_HasTheArchitectureThatWmicPrints)
               wmicSays(QStringLiteral("os"), QStringLiteral("OSArchitecture")));
 }
 
-TEST(Wmi, ManyRows_ComeAllInTheOrderOfWmic)
+TEST_F(WmiAndWmic, ManyRows_ComeAllInTheOrderOfWmic)
 {
     const auto rows = query(QStringLiteral("Win32_LogicalDisk"), {QStringLiteral("DeviceID")});
     QStringList letters;
     for (const QVariantMap& row : rows)
         letters << row.value(QStringLiteral("DeviceID")).toString();
-    QStringList said = systemSays(QStringLiteral("wmic"), {QStringLiteral("logicaldisk"),
-                                                           QStringLiteral("get"), QStringLiteral("DeviceID")})
-                           .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    said.removeFirst();
-    for (QString& letter : said)
-        letter = letter.trimmed();
-    said.removeAll(QString());
+    EXPECT_EQ(letters, wmicRows(QStringLiteral("logicaldisk"), QStringLiteral("DeviceID")));
+    if (letters.size() < 2 && !runsUnderWine())
+        GTEST_SKIP() << "one drive letter only: a second row cannot be seen here";
     EXPECT_GE(letters.size(), 2);
-    EXPECT_EQ(letters, said);
 }
 
 TEST(Wmi, PropertyThatTheRowLacks_IsInvalidAndTheOthersCome)

@@ -1,0 +1,4 @@
+#pragma once
+
+/// True under Wine, false on a real Windows.
+bool runsUnderWine();
