@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QString>
 #include <QtCore/QVariantMap>
 
 #include <string>
@@ -26,3 +27,7 @@ bool validateCloneTask(AIBridge* bridge, const QVariantMap& source, const QVaria
 /// The common tail of the clone tools, from closing the guide to the reply for the agent.
 std::string runCloneTask(AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
                          int selector);
+
+/// The first character of the root directory's path in upper case, which on Windows is the system drive's
+/// letter; "C" for an empty path.
+QString driveLetterOf(const QString& rootPath);

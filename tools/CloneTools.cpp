@@ -29,17 +29,16 @@ QVariantMap disk(const AIBridge* bridge, int32_t diskIndex)
     return findDiskRecord(bridge, SelectForClone, diskIndex);
 }
 
-QString systemDriveLetter()
-{
-    const QString root = QDir::rootPath();
-    return root.isEmpty() ? QStringLiteral("C") : root.left(1).toUpper();
-}
-
 } // namespace
+
+QString driveLetterOf(const QString& rootPath)
+{
+    return rootPath.isEmpty() ? QStringLiteral("C") : rootPath.left(1).toUpper();
+}
 
 void CZorHandle::CloneOSDataFromCurrent(std::string& answer, int32_t targetDiskIndex)
 {
-    const QVariantMap source = findPartitionRecord(bridge, systemDriveLetter(), SelectForClone);
+    const QVariantMap source = findPartitionRecord(bridge, driveLetterOf(QDir::rootPath()), SelectForClone);
     answer = runCloneTask(bridge, source, withType(disk(bridge, targetDiskIndex), CloneSystemPartition),
                           SelectNone);
 }

@@ -17,6 +17,6 @@ struct InterfaceMethod
     std::vector<InterfaceArgument> arguments;
 };
 
-/// The methods of the service in declaration order, read from the description that the build makes of the
-/// interface file. Empty if that is missing; a test that uses it depends on the target `zornative_json`.
+/// The methods of the service in declaration order, read from the JSON file that the build generates from the
+/// interface file. Empty if that file is missing; a test that uses it depends on the target `zornative_json`.
 std::vector<InterfaceMethod> interfaceMethods();

@@ -2,8 +2,6 @@
 #include "tests/tools/ToolRow.h"
 #include "tools/CloneTask.h"
 
-#include <QtCore/QDir>
-
 #include <gtest/gtest.h>
 
 namespace {
@@ -190,9 +188,18 @@ TEST_F(Clone, LettersInEitherCase_FindTheSamePartition)
     EXPECT_EQ(lower, machine::partitionC);
 }
 
-TEST_F(Clone, FromTheRunningSystem_TakesTheLetterOfTheRootDirectory)
+TEST(DriveLetterOf, ARootPath_IsItsFirstCharacterInUpperCaseAndCWithoutOne)
 {
-    const QString letter = QDir::rootPath().left(1).toUpper();
+    EXPECT_EQ(driveLetterOf("D:/"), "D");
+    EXPECT_EQ(driveLetterOf("e:/"), "E");
+    EXPECT_EQ(driveLetterOf("/"), "/");
+    EXPECT_EQ(driveLetterOf(""), "C");
+}
+
+TEST_F(Clone, FromTheRunningSystem_TakesTheLetterOfTheSystemDrive)
+{
+    // Windows names its drive in the environment; on other systems there is only the root directory.
+    const QString letter = qEnvironmentVariable("SystemDrive", "/").left(1).toUpper();
     const QVariantMap system{{"diskIndex", 0}, {"driveLetter", letter}, {"isBoot", true}};
     bench.host()
         .spec("deviceMgr")
@@ -221,6 +228,26 @@ TEST_F(Clone, TheDefaultBootPartition_ComesFromADiskOfIndexMinusTwo)
             EXPECT_EQ(typed(call.arguments.at(3)), typed(boot));
         }
     }
+}
+
+TEST_F(Clone, FromADisk_LooksForTheDefaultBootPartitionWithTheDisksIndexAsSelector)
+{
+    const QVariantMap boot{{"defBoot", true}, {"tag", 6}};
+    bench.host().spec("deviceMgr").answer("disks", [boot](const QVariantList& arguments) {
+        if (arguments.at(0).toInt() == 6)
+            return QVariant(QVariantList{QVariantMap{{"diskIndex", -2}, {"partitions", QVariantList{boot}}}});
+        return QVariant(QVariantList{QVariantMap{{"diskIndex", 6}}, QVariantMap{{"diskIndex", 8}}});
+    });
+    bench.build();
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 6, 8)), "Task Queued");
+    EXPECT_EQ(resultText("defBoot"), "map{defBoot=bool:true,tag=int:6}");
+    QStringList selectors;
+    for (const HostCallRecord& call : bench.host().recorder().calls()) {
+        if (call.member == "disks")
+            selectors << typed(call.arguments);
+    }
+    const QString lookup = "list[int:1,bool:false]";
+    EXPECT_EQ(selectors, QStringList({lookup, lookup, "list[int:6,bool:false]", lookup, lookup}));
 }
 
 TEST_F(Clone, AComplaintMethodOfAnotherSignature_CountsAsNoComplaint)

@@ -57,7 +57,8 @@ TEST(PartitionPage, AQuestion_LeavesTheGuideAndTheCallersMapAlone)
 {
     ToolBench bench;
     bench.build();
-    const QVariantMap params{{"diskIndex", 1}};
+    // Not const: a parameter by reference would bind to it and show here.
+    QVariantMap params{{"diskIndex", 1}};
     EXPECT_TRUE(bench.host().bridge()->isFunValidForAI(7, params));
     EXPECT_EQ(
         bench.calls(),

@@ -133,6 +133,17 @@ TEST(DiskFields, FreeSpace_IsTheDifferenceAndMayBeNegative)
     EXPECT_EQ(disk(QVariantMap{{"size", kLeast}, {"usedSize", 1}}).availableSpace, kMost);
 }
 
+TEST(DiskFields, SizesBeyond32Bits_ArriveWhole)
+{
+    const DiskInfo record = disk(QVariantMap{{"size", 18000207937536LL}, {"usedSize", 4294967297LL}});
+    EXPECT_EQ(record.totalCapacity, 18000207937536);
+    EXPECT_EQ(record.displayTotalCapacity, "16.37 TB");
+    EXPECT_EQ(record.usedSize, 4294967297);
+    EXPECT_EQ(record.displayUsedSize, "4.00 GB");
+    EXPECT_EQ(record.availableSpace, 17995912970239);
+    EXPECT_EQ(record.displayAvailableSpace, "16.37 TB");
+}
+
 TEST(PartitionFields, OfAnEmptyMap_AreTheDefaultsAndWhatFollowsFromThem)
 {
     EXPECT_EQ(
@@ -278,6 +289,30 @@ TEST(PartitionFields, SectorsBecomeBytes_WhereTheFieldIsInBytes)
     EXPECT_EQ(record.startSector, 4294967296);
     EXPECT_EQ(record.endSector, 4294967299);
     EXPECT_EQ(record.dbrStartSector, 5);
+}
+
+TEST(PartitionFields, SizesAndSectorsBeyond32Bits_ArriveWhole)
+{
+    const PartitionInfo record = partition(QVariantMap{{"size", 18000207937536LL},
+                                                       {"volumeSize", 6442450945LL},
+                                                       {"usedSize", 4294967297LL},
+                                                       {"dbrStartSector", 4294967301LL}});
+    EXPECT_EQ(record.rawCapacity, 18000207937536);
+    EXPECT_EQ(record.dynamicVolumeSize, 6442450945);
+    EXPECT_EQ(record.usedSize, 4294967297);
+    EXPECT_EQ(record.freeSize, 17995912970239);
+    EXPECT_EQ(record.dbrStartSector, 4294967301);
+}
+
+TEST(PartitionFields, TheSectorSizeOfTheOffset_IsUnsignedAndNotCutTo32Bits)
+{
+    const auto offset = [](qlonglong start, const QVariant& sectorSize) {
+        return partition(QVariantMap{{"startSector", start}, {"sectorSize", sectorSize}}).startingOffset;
+    };
+    EXPECT_EQ(offset(3, 4294967295U), 12884901885);
+    EXPECT_EQ(offset(2, 4294967296ULL), 8589934592);
+    // A text above the signed range is a number for an unsigned conversion only.
+    EXPECT_EQ(offset(5, "18446744073709551615"), -5);
 }
 
 TEST(PartitionFields, ProductsAndDifferencesThatOverflow_WrapRound)

@@ -182,13 +182,16 @@ TEST_F(InventoryHost, AHostThatLooksAtTheInventoryWhileItIsAsked_SeesTheOldOneWh
     EXPECT_EQ(seen, QStringList({"1 1 1 7", "1 1 1 7", "1 1 1 7"}));
 }
 
-TEST_F(InventoryHost, TheRecordsOfTheHost_AreLeftAsTheyCame)
+TEST_F(InventoryHost, Records_ReachTheQuestionsWithTheirOwnKeysAndNoOthers)
 {
+    // Neither has a key that the inventory reads, and a lookup must not add one.
+    info = {QVariantMap{{"own", 1}, {"partitions", QVariantList{QVariantMap{{"other", "x"}}}}}};
     host.build();
-    const QVariantList before = info;
     push();
-    EXPECT_EQ(typed(info), typed(before));
-    EXPECT_EQ(typed(host.recorder().calls().front().arguments.first()), typed(before.first()));
+    const auto calls = host.recorder().calls();
+    ASSERT_EQ(calls.size(), 2u);
+    EXPECT_EQ(typed(calls[0].arguments), "list[map{own=int:1,partitions=list[map{other=QString:\"x\"}]}]");
+    EXPECT_EQ(typed(calls[1].arguments), "list[map{other=QString:\"x\"}]");
 }
 
 } // namespace

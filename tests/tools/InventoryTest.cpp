@@ -177,6 +177,23 @@ TEST_F(Inventory, ALookupByLetter_TakesTheFirstByteInEitherCase)
     EXPECT_EQ(record.driveLetter, "c:");
 }
 
+TEST_F(Inventory, LettersAToZ_AndNoOtherBytes_AreFoundInEitherCase)
+{
+    bridge.setDiskInfo({disk(0, {part(0, "a:", 1), part(0, "Z", 2), part(0, "`", 3), part(0, "[", 4)})});
+    for (const char* letter : {"a", "A"})
+        EXPECT_EQ(sizeOf(letter), 1) << letter;
+    for (const char* letter : {"z", "Z"})
+        EXPECT_EQ(sizeOf(letter), 2) << letter;
+    // The neighbours of a and z in ASCII have no upper case.
+    EXPECT_EQ(sizeOf("`"), 3);
+    EXPECT_EQ(sizeOf("@"), 0);
+    EXPECT_EQ(sizeOf("{"), 0);
+    EXPECT_EQ(sizeOf("["), 4);
+    bridge.setDiskInfo({disk(0, {part(0, "A", 5), part(0, "z:", 6)})});
+    EXPECT_EQ(sizeOf("a"), 5);
+    EXPECT_EQ(sizeOf("Z"), 6);
+}
+
 TEST_F(Inventory, AnUnknownOrEmptyLetter_LeavesTheRecordAsItWas)
 {
     PartitionInfo record;

@@ -132,6 +132,19 @@ TEST_F(PageTools, BothAllocateTools_AreFunction22AndOnlyTheSecondHasAFileSystem)
     EXPECT_EQ(fresh.value("targetDriveLetter"), QVariant("CreateNew"));
 }
 
+TEST_F(PageTools, AllocateToPartition_ReducesBothLettersAndSendsAnEmptyTargetEmpty)
+{
+    EXPECT_EQ(
+        typed(order(tool(&CZorHandle::AllocateSpaceFromPartitionToPartition, "d:\\x", "e:", kGiga))),
+        "map{driveLetter=QString:\"D\",partitionCapacity=qlonglong:1073741824,targetDriveLetter=QString:"
+        "\"E\"}");
+    EXPECT_EQ(
+        typed(order(tool(&CZorHandle::AllocateSpaceFromPartitionToPartition, "d:", "", kGiga))),
+        "map{driveLetter=QString:\"D\",partitionCapacity=qlonglong:1073741824,targetDriveLetter=QString:"
+        "\"\"}");
+    EXPECT_EQ(answer, "Task Queued");
+}
+
 TEST_F(PageTools, BothAllocateTools_WithAnEmptySource_AreRefusedAndAskNobody)
 {
     order(tool(&CZorHandle::AllocateSpaceFromPartitionToPartition, "", "e:", kGiga));

@@ -40,7 +40,7 @@ private:
     QThread* caller_ = nullptr;
 };
 
-/// One tool of the service: how it is called, what the host is asked when it says yes to all, and the answer.
+/// One tool of the service: its call, the calls that reach a host which accepts everything, and the answer.
 struct ToolRow
 {
     std::string method;
@@ -52,7 +52,7 @@ struct ToolRow
     QString onlyForAgents = {};
 };
 
-/// All tools. The rows are typed by hand, none is derived from the code that they test.
+/// All tools. The rows are independent of the code that they test.
 std::vector<ToolRow> allToolRows();
 std::vector<ToolRow> partitionPageRows();
 std::vector<ToolRow> guidedRows();
