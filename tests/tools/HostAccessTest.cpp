@@ -6,10 +6,14 @@
 #include "tests/support/Threads.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QThread>
 #include <QtGui/QWindow>
 #include <QtQml/QQmlContext>
 
 #include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
 
 namespace {
 
@@ -197,17 +201,107 @@ TEST(Window, AProperty_IsReadOnTheCallersThread)
     EXPECT_EQ(reader, caller);
 }
 
-TEST(Connection, EachRule_OnTheApplicationThreadAndOnAnyOther)
+// Records the thread that its method ran on.
+class Callee : public QObject
 {
-    EXPECT_EQ(connectionType(ConnectionRule::Call), Qt::AutoConnection);
-    EXPECT_EQ(connectionType(ConnectionRule::Window), Qt::DirectConnection);
-    EXPECT_EQ(connectionType(ConnectionRule::Direct), Qt::DirectConnection);
-    EXPECT_EQ(connectionType(ConnectionRule::Blocking), Qt::BlockingQueuedConnection);
-    runOnOtherThread([] {
-        EXPECT_EQ(connectionType(ConnectionRule::Call), Qt::BlockingQueuedConnection);
-        EXPECT_EQ(connectionType(ConnectionRule::Window), Qt::BlockingQueuedConnection);
-        EXPECT_EQ(connectionType(ConnectionRule::Direct), Qt::DirectConnection);
-        EXPECT_EQ(connectionType(ConnectionRule::Blocking), Qt::BlockingQueuedConnection);
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE void run() { ranOn = QThread::currentThread(); }
+
+    std::atomic<QThread*> ranOn{nullptr};
+};
+
+// An object that lives on a thread of its own, whose event loop runs from serve() on.
+class ForeignCallee
+{
+public:
+    ForeignCallee() { callee.moveToThread(&thread); }
+    ~ForeignCallee()
+    {
+        thread.quit();
+        thread.wait();
+    }
+    void serve()
+    {
+        thread.start();
+        // Returns once all that was queued before has run.
+        QMetaObject::invokeMethod(
+            &callee, [] {}, Qt::BlockingQueuedConnection);
+    }
+
+    QThread thread;
+    Callee callee;
+};
+
+bool order(QObject* object, ConnectionRule rule)
+{
+    return orderHost(object, "run", rule);
+}
+
+TEST(Connection, OnTheApplicationThread_AnObjectOfThatThreadRunsThereAtOnce)
+{
+    for (const ConnectionRule rule : {ConnectionRule::Call, ConnectionRule::Window, ConnectionRule::Direct}) {
+        Callee callee;
+        EXPECT_TRUE(order(&callee, rule));
+        EXPECT_EQ(callee.ranOn, applicationThread()) << int(rule);
+    }
+}
+
+TEST(Connection, CallRuleOnTheApplicationThread_QueuesToTheObjectsOwnThread)
+{
+    ForeignCallee foreign;
+    EXPECT_TRUE(order(&foreign.callee, ConnectionRule::Call));
+    EXPECT_EQ(foreign.callee.ranOn, nullptr);
+    foreign.serve();
+    EXPECT_EQ(foreign.callee.ranOn, &foreign.thread);
+}
+
+TEST(Connection, WindowAndDirectRuleOnTheApplicationThread_RunThereWhateverTheObjectsThread)
+{
+    for (const ConnectionRule rule : {ConnectionRule::Window, ConnectionRule::Direct}) {
+        ForeignCallee foreign;
+        EXPECT_TRUE(order(&foreign.callee, rule));
+        EXPECT_EQ(foreign.callee.ranOn, applicationThread()) << int(rule);
+    }
+}
+
+TEST(Connection, BlockingRuleOnTheApplicationThread_WaitsForTheObjectsThread)
+{
+    ForeignCallee foreign;
+    foreign.serve();
+    EXPECT_TRUE(order(&foreign.callee, ConnectionRule::Blocking));
+    EXPECT_EQ(foreign.callee.ranOn, &foreign.thread);
+}
+
+TEST(Connection, OnAnyOtherThread_AllRulesButDirectWaitForTheApplicationThread)
+{
+    for (const ConnectionRule rule :
+         {ConnectionRule::Call, ConnectionRule::Window, ConnectionRule::Blocking}) {
+        Callee callee;
+        runOnOtherThread([&] {
+            EXPECT_TRUE(order(&callee, rule));
+            EXPECT_EQ(callee.ranOn, applicationThread()) << int(rule);
+        });
+    }
+}
+
+TEST(Connection, CallRuleOnAnyOtherThread_WaitsForTheThreadOfTheObject)
+{
+    ForeignCallee foreign;
+    foreign.serve();
+    runOnOtherThread([&] {
+        EXPECT_TRUE(order(&foreign.callee, ConnectionRule::Call));
+        EXPECT_EQ(foreign.callee.ranOn, &foreign.thread);
+    });
+}
+
+TEST(Connection, DirectRuleOnAnyOtherThread_RunsThere)
+{
+    Callee callee;
+    runOnOtherThread([&] {
+        EXPECT_TRUE(order(&callee, ConnectionRule::Direct));
+        EXPECT_EQ(callee.ranOn, QThread::currentThread());
     });
 }
 
@@ -220,7 +314,6 @@ TEST(Connection, ACallFromAnotherThread_ReturnsOnlyAfterTheMethodRan)
         return QVariant(true);
     });
     host.build();
-    std::atomic<bool> asked{false};
     bool ranBefore = true;
     bool ranAfter = false;
     runOnOtherThread([&] {
