@@ -2,6 +2,7 @@
 
 #include "hostcheck/HostIndex.h"
 #include "plugin/HostAccess.h"
+#include "plugin/HostSignature.h"
 
 #include <QtCore/QStringList>
 #include <QtGui/QWindow>
@@ -64,32 +65,54 @@ QString propertyText(const QMetaProperty& property)
              property.isWritable() ? QString() : QStringLiteral(", read only"));
 }
 
-// Types are compared as what they are: QVariantMap has another spelling too.
-bool hasArguments(const QMetaMethod& method, const Member& member)
+std::vector<int> argumentTypes(const Member& member)
 {
     QByteArray list = member.signature;
     list = list.mid(list.indexOf('(') + 1).chopped(1);
-    const QList<QByteArray> types = list.isEmpty() ? QList<QByteArray>() : list.split(',');
-    if (types.size() != method.parameterCount())
-        return false;
-    for (int i = 0; i < types.size(); ++i) {
-        if (method.parameterType(i) != QMetaType::type(types.at(i)))
-            return false;
-    }
-    return true;
+    std::vector<int> types;
+    if (list.isEmpty())
+        return types;
+    const QList<QByteArray> names = list.split(',');
+    for (const QByteArray& name : names)
+        types.push_back(QMetaType::type(name));
+    return types;
 }
 
-bool hasResult(const QMetaMethod& method, const Member& member)
+bool isCalled(const QMetaMethod& method, const Member& member)
 {
-    return *member.type == '\0' || method.returnType() == QMetaType::type(member.type);
+    const std::vector<int> types = argumentTypes(member);
+    return acceptsArguments(method, types.data(), static_cast<int>(types.size())) &&
+           (*member.type == '\0' || hasResultType(method, QMetaType::type(member.type)));
 }
 
-// A property declared as `var` holds what is put into it.
-bool fits(const QMetaProperty& property, const Member& member)
+// Properties are read as QVariant and converted, and QMetaProperty::write converts. A bool would lose the value
+// of an integer.
+bool isUsed(const QMetaProperty& property, const Member& member)
 {
     const int type = property.userType();
-    return property.isReadable() && (!member.written || property.isWritable()) &&
-           (type == QMetaType::type(member.type) || type == QMetaType::QVariant);
+    const int wanted = QMetaType::type(member.type);
+    if (!property.isReadable() || (member.written && !property.isWritable()))
+        return false;
+    if (type == wanted || type == QMetaType::QVariant)
+        return true;
+    if (member.written)
+        return property.isEnumType() ||
+               (type != QMetaType::Bool && QVariant(wanted, nullptr).canConvert(type));
+    return QVariant(type, nullptr).canConvert(wanted);
+}
+
+void judgeSignal(const QObject& object, const Member& member, Finding& finding)
+{
+    // Connected by its full signature, unlike the methods.
+    if (object.metaObject()->indexOfSignal(member.signature) != -1) {
+        finding.state = State::Found;
+        return;
+    }
+    const QMetaMethod method = findHostMethod(&object, bareName(member));
+    if (!method.isValid())
+        return;
+    finding.state = State::OtherSignature;
+    finding.found = methodText(method);
 }
 
 void judgeMethod(const QObject& object, const Member& member, Finding& finding)
@@ -97,11 +120,9 @@ void judgeMethod(const QObject& object, const Member& member, Finding& finding)
     const QMetaMethod method = findHostMethod(&object, bareName(member));
     if (!method.isValid())
         return;
-    const bool isSignal = method.methodType() == QMetaMethod::Signal;
-    const bool fitting = hasArguments(method, member) && hasResult(method, member) &&
-                         (member.kind != Kind::Signal || isSignal);
-    finding.state = fitting ? State::Found : State::OtherSignature;
-    finding.found = fitting ? QString() : methodText(method);
+    const bool called = isCalled(method, member);
+    finding.state = called ? State::Found : State::OtherSignature;
+    finding.found = called ? QString() : methodText(method);
 }
 
 void judgeProperty(const QObject& object, const Member& member, Finding& finding)
@@ -109,20 +130,45 @@ void judgeProperty(const QObject& object, const Member& member, Finding& finding
     const QMetaProperty property = findHostProperty(&object, member.signature);
     if (!property.isValid())
         return;
-    const bool fitting = fits(property, member);
-    finding.state = fitting ? State::Found : State::OtherSignature;
-    finding.found = fitting ? QString() : propertyText(property);
+    const bool used = isUsed(property, member);
+    finding.state = used ? State::Found : State::OtherSignature;
+    finding.found = used ? QString() : propertyText(property);
+}
+
+void judgeMember(const QObject& object, const Member& member, Finding& finding)
+{
+    switch (member.kind) {
+    case Kind::Property:
+        judgeProperty(object, member, finding);
+        break;
+    case Kind::Signal:
+        judgeSignal(object, member, finding);
+        break;
+    default:
+        judgeMethod(object, member, finding);
+        break;
+    }
+}
+
+QString effectOf(const Member& member, State state)
+{
+    switch (state) {
+    case State::Missing:
+        return QString::fromUtf8(member.effects.missing);
+    case State::OtherSignature:
+        return QString::fromUtf8(member.effects.otherSignature);
+    case State::Found:
+        break;
+    }
+    return QString();
 }
 
 Finding judge(const QObject* object, const QString& name, const Member& member)
 {
-    Finding finding{member.kind, State::Missing, name, expectedText(member), QString()};
-    if (object == nullptr)
-        return finding;
-    if (member.kind == Kind::Property)
-        judgeProperty(*object, member, finding);
-    else
-        judgeMethod(*object, member, finding);
+    Finding finding{member.kind, State::Missing, name, expectedText(member), QString(), QString()};
+    if (object != nullptr)
+        judgeMember(*object, member, finding);
+    finding.effect = effectOf(member, finding.state);
     return finding;
 }
 
@@ -149,8 +195,8 @@ std::vector<Finding> checkHost(const QQmlApplicationEngine& engine)
     for (const Object& object : hostIndex()) {
         const QString name = QLatin1String(object.name);
         const QObject* there = lookUp(engine, object);
-        findings.push_back(
-            {Kind::Object, there == nullptr ? State::Missing : State::Found, name, QString(), QString()});
+        findings.push_back({Kind::Object, there == nullptr ? State::Missing : State::Found, name, QString(),
+                            QString(), QString()});
         for (const Member& member : object.members)
             findings.push_back(judge(there, name, member));
     }
@@ -173,6 +219,8 @@ QString tableOf(const std::vector<Finding>& findings)
                          .arg(wordOf(finding.state), -15)
                          .arg(finding.object, -17)
                          .arg(member, instead));
+        if (!finding.effect.isEmpty())
+            lines.append(QString(17, QLatin1Char(' ')) + finding.effect);
     }
     lines.append(QStringLiteral("%1 looked for: %2 found, %3 missing, %4 with another signature")
                      .arg(findings.size())

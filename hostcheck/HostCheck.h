@@ -6,7 +6,7 @@
 
 class QQmlApplicationEngine;
 
-/// Says what the library would find of what it looks for in a host. The library itself stays silent about
+/// Reports which of the host's objects and members the library can use. The library itself does not report
 /// what is missing; a host's own tests can call this, once their window is up:
 ///
 ///     const std::vector<hostcheck::Finding> findings = hostcheck::checkHost(engine);
@@ -20,8 +20,8 @@ enum class Kind { Object, Method, Property, Signal };
 
 enum class State {
     Found,
-    Missing,       ///< there is none of that name
-    OtherSignature ///< there is one of that name, which the library would not or not rightly reach
+    Missing,       ///< the object has no member of that name
+    OtherSignature ///< it has one, which the library does not call, or cannot convert
 };
 
 /// One thing that the library looks for. A plain value.
@@ -31,7 +31,8 @@ struct Finding
     State state;
     QString object;   ///< "deviceMgr"; "window" is the application's first top-level window
     QString expected; ///< the member as it must be, "bool isRawPart(QVariant)"; empty for the object itself
-    QString found;    ///< what is there in its place, where that is another; else empty
+    QString found;    ///< the member that is there instead; empty if found or missing
+    QString effect;   ///< the effect on the library's answers; empty if found, and for an object
 };
 
 /// Looks for everything in the host that this engine and this application make up: each object, in the order
@@ -43,8 +44,8 @@ std::vector<Finding> checkHost(const QQmlApplicationEngine& engine);
 /// True if all are found.
 bool isComplete(const std::vector<Finding>& findings);
 
-/// The findings as a table in plain text, a line each, and a last line with the sums; no line feed at its
-/// end.
+/// The findings as a table in plain text: a line each, followed by a line with the effect where there is one,
+/// and a last line with the sums; no line feed at its end.
 QString tableOf(const std::vector<Finding>& findings);
 
 } // namespace hostcheck

@@ -1,5 +1,6 @@
-// What the check says of hosts that lack something, or have it otherwise.
+// The findings about hosts with missing members and with members of other signatures.
 #include "hostcheck/HostCheck.h"
+#include "plugin/HostCall.h"
 #include "tests/support/RecordingHost.h"
 
 #include <QtQml/QQmlComponent>
@@ -22,7 +23,7 @@ Q_SIGNALS:
     void sigCurrentLanguageChanged();
 };
 
-// The fakes have no signals.
+// The fakes do not have signals.
 std::vector<Finding> check(RecordingHost& host)
 {
     static Languages languages;
@@ -69,7 +70,7 @@ class EachMember : public testing::TestWithParam<MemberRow>
 {
 };
 
-TEST_P(EachMember, Missing_IsToldAndNothingElse)
+TEST_P(EachMember, Missing_IsTheOnlyFinding)
 {
     RecordingHost host;
     host.spec(GetParam().object).remove(GetParam().name);
@@ -79,9 +80,10 @@ TEST_P(EachMember, Missing_IsToldAndNothingElse)
     EXPECT_EQ(rest[0].object, GetParam().object);
     EXPECT_EQ(rest[0].expected, GetParam().expected);
     EXPECT_EQ(rest[0].found, "");
+    EXPECT_NE(rest[0].effect, "");
 }
 
-TEST_P(EachMember, WithAnotherSignature_IsToldWithWhatIsThere)
+TEST_P(EachMember, WithAnotherSignature_IsReportedWithTheMemberThatIsThere)
 {
     RecordingHost host;
     const QByteArray name = GetParam().name;
@@ -96,6 +98,7 @@ TEST_P(EachMember, WithAnotherSignature_IsToldWithWhatIsThere)
     EXPECT_EQ(rest[0].state, State::OtherSignature);
     EXPECT_EQ(rest[0].expected, GetParam().expected);
     EXPECT_EQ(rest[0].found, isProperty ? "property QStringList " + name : "double " + name + "(QString)");
+    EXPECT_NE(rest[0].effect, "");
 }
 
 const MemberRow kMembers[] = {
@@ -135,7 +138,7 @@ class EachObject : public testing::TestWithParam<const char*>
 {
 };
 
-TEST_P(EachObject, Missing_IsToldWithItsMembers)
+TEST_P(EachObject, Missing_IsReportedWithItsMembers)
 {
     RecordingHost host;
     host.without(GetParam());
@@ -169,7 +172,7 @@ TEST(HostCheck, MethodInThePlaceOfTheSignal_IsAnotherSignature)
     EXPECT_EQ(rest[0].found, "void sigCurrentLanguageChanged()");
 }
 
-TEST(HostCheck, MissingLanguageObject_IsToldWithItsSignal)
+TEST(HostCheck, MissingLanguageObject_IsReportedWithItsSignal)
 {
     RecordingHost host;
     host.without("multilanguage");
@@ -177,20 +180,98 @@ TEST(HostCheck, MissingLanguageObject_IsToldWithItsSignal)
     EXPECT_EQ(notFound(hostcheck::checkHost(*host.engine())).size(), 2u);
 }
 
-// The library asks by the bare name and gets the overload of the lowest index.
-TEST(HostCheck, RightOverloadBehindAWrongOne_IsAnotherSignature)
+// The library looks a method up by its bare name and gets the overload of the lowest index.
+TEST(HostCheck, RightOverloadAfterAWrongOne_IsAnotherSignature)
 {
     RecordingHost host;
     host.spec("deviceMgr")
         .remove("disks")
-        .method("disks(int)", "QVariantList")
+        .method("disks(QString,bool)", "QVariantList")
         .method("disks(int,bool)", "QVariantList");
     const std::vector<Finding> rest = notFound(check(host));
     ASSERT_EQ(rest.size(), 1u);
-    EXPECT_EQ(rest[0].found, "QVariantList disks(int)");
+    EXPECT_EQ(rest[0].found, "QVariantList disks(QString, bool)");
 }
 
-TEST(HostCheck, ResultThatNobodyAsksFor_IsFound)
+struct SignatureRow
+{
+    const char* object;
+    const char* name;
+    const char* signature;
+    const char* type;
+    bool found;
+};
+
+// Each row against the library itself: the member is called exactly if the check finds it.
+TEST(HostCheck, OtherSignatures_AreFoundExactlyIfTheLibraryCallsThem)
+{
+    const SignatureRow rows[] = {
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(int)", "bool", true},
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(uint)", "bool", true},
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(long)", "bool",
+         sizeof(long) == sizeof(int)},
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError()", "bool", true},
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(short)", "bool", false},
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(qlonglong)", "bool", false},
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(bool)", "bool", false},
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(int,int)", "bool", false},
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(int)", "int", false},
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(int)", "QVariant", false},
+        {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(int)", "", false},
+    };
+    for (const SignatureRow& row : rows) {
+        RecordingHost host;
+        host.spec(row.object).remove(row.name).method(row.signature, row.type);
+        EXPECT_EQ(notFound(check(host)).empty(), row.found) << row.signature << ' ' << row.type;
+        const bool called =
+            callHost<bool>(host.object(row.object), row.name, ConnectionRule::Direct, 5).has_value();
+        EXPECT_EQ(called, row.found) << row.signature << ' ' << row.type;
+    }
+}
+
+class Page : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Function { Create = 18 };
+    Q_ENUM(Function)
+    enum Undeclared { None };
+    Q_INVOKABLE bool doFunFromAI(Function, QVariantMap) { return true; }
+    Q_INVOKABLE bool isWin11CheckerEnable() { return true; }
+    Q_INVOKABLE bool hasDiskSmartInfoError(Undeclared) { return true; }
+};
+
+TEST(HostCheck, EnumerationOfTheClass_IsFoundAndOneThatQtDoesNotKnowIsNot)
+{
+    Page page;
+    RecordingHost host;
+    host.build();
+    host.engine()->rootContext()->setContextProperty("partitionmanager", &page);
+    for (const Finding& finding : hostcheck::checkHost(*host.engine())) {
+        if (finding.object != "partitionmanager")
+            continue;
+        const bool undeclared = finding.expected.contains("hasDiskSmartInfoError");
+        EXPECT_EQ(finding.state, undeclared ? State::OtherSignature : State::Found)
+            << qPrintable(finding.expected);
+    }
+}
+
+TEST(HostCheck, Finding_CarriesTheEffectOfItsState)
+{
+    RecordingHost missing;
+    missing.spec("__zormain").remove("opendiskhealth");
+    EXPECT_EQ(notFound(check(missing)).at(0).effect, "DiskHealthCheck answers \"Task NotValid\".");
+    RecordingHost other;
+    other.spec("__zormain").remove("opendiskhealth").method("opendiskhealth(int)");
+    EXPECT_EQ(notFound(check(other)).at(0).effect,
+              "DiskHealthCheck answers \"Task Queued\", and nothing happens.");
+    RecordingHost whole;
+    for (const Finding& finding : check(whole))
+        EXPECT_EQ(finding.effect, "");
+}
+
+TEST(HostCheck, ResultThatIsNotUsed_IsOfAnyType)
 {
     RecordingHost host;
     host.spec("__zormain").remove("doprfunction").method("doprfunction(QVariant)", "QVariant");
@@ -202,6 +283,58 @@ TEST(HostCheck, PropertyWithoutAFixedType_IsFound)
     RecordingHost host;
     host.spec("__zormain").remove("busy").property("busy", "QVariant", true);
     EXPECT_TRUE(hostcheck::isComplete(check(host)));
+}
+
+TEST(HostCheck, PropertyThatQtConverts_IsFound)
+{
+    for (const char* type : {"int", "QString", "double"}) {
+        RecordingHost host;
+        host.spec("__zormain").remove("busy").property("busy", type, QVariant());
+        EXPECT_TRUE(hostcheck::isComplete(check(host))) << type;
+    }
+    for (const char* type : {"uint", "qlonglong", "double", "QVariant"}) {
+        RecordingHost host;
+        host.spec("clone").remove("cloneType").property("cloneType", type, QVariant());
+        EXPECT_TRUE(hostcheck::isComplete(check(host))) << type;
+    }
+    for (const char* type : {"bool", "QVariantMap", "QDateTime"}) {
+        RecordingHost host;
+        host.spec("clone").remove("cloneType").property("cloneType", type, QVariant());
+        EXPECT_EQ(notFound(check(host)).size(), 1u) << type;
+    }
+}
+
+// Connected by its full signature: an overload with arguments does not hide it.
+class OverloadedLanguages : public QObject
+{
+    Q_OBJECT
+
+Q_SIGNALS:
+    void sigCurrentLanguageChanged(int language);
+    void sigCurrentLanguageChanged();
+};
+
+class LanguagesWithAnArgument : public QObject
+{
+    Q_OBJECT
+
+Q_SIGNALS:
+    void sigCurrentLanguageChanged(int language);
+};
+
+TEST(HostCheck, SignalAmongOverloads_IsFoundByItsFullSignature)
+{
+    RecordingHost host;
+    host.build();
+    OverloadedLanguages overloaded;
+    host.engine()->rootContext()->setContextProperty("multilanguage", &overloaded);
+    EXPECT_TRUE(hostcheck::isComplete(hostcheck::checkHost(*host.engine())));
+    LanguagesWithAnArgument other;
+    host.engine()->rootContext()->setContextProperty("multilanguage", &other);
+    const std::vector<Finding> rest = notFound(hostcheck::checkHost(*host.engine()));
+    ASSERT_EQ(rest.size(), 1u);
+    EXPECT_EQ(rest[0].state, State::OtherSignature);
+    EXPECT_EQ(rest[0].found, "signal void sigCurrentLanguageChanged(int)");
 }
 
 class ReadOnlyClone : public QObject
@@ -259,17 +392,19 @@ Window {
     EXPECT_EQ(stateOf("QVariant bootrepairEnabled()"), State::Missing);
 }
 
-TEST(HostCheck, Table_HasALineForEachFinding)
+TEST(HostCheck, Table_HasALineForEachFindingAndForItsEffect)
 {
-    const QString table = hostcheck::tableOf({{hostcheck::Kind::Object, State::Found, "toolbox", "", ""},
-                                              {hostcheck::Kind::Method, State::OtherSignature, "toolbox",
-                                               "bool check4kAlign(QVariant)", "int check4kAlign()"}});
+    const QString table =
+        hostcheck::tableOf({{hostcheck::Kind::Object, State::Found, "toolbox", "", "", ""},
+                            {hostcheck::Kind::Method, State::OtherSignature, "toolbox",
+                             "bool check4kAlign(QVariant)", "int check4kAlign()", "The effect."}});
     const QStringList lines = table.split('\n');
-    ASSERT_EQ(lines.size(), 3);
+    ASSERT_EQ(lines.size(), 4);
     EXPECT_TRUE(lines[0].startsWith("found"));
     EXPECT_TRUE(lines[1].startsWith("other signature"));
     EXPECT_TRUE(lines[1].endsWith("(there is: int check4kAlign())"));
-    EXPECT_EQ(lines[2], "2 looked for: 1 found, 0 missing, 1 with another signature");
+    EXPECT_EQ(lines[2].trimmed(), "The effect.");
+    EXPECT_EQ(lines[3], "2 looked for: 1 found, 0 missing, 1 with another signature");
 }
 
 } // namespace
