@@ -47,8 +47,8 @@ LoadReport checkComponent(const QString& name, const QString& parent)
     }
     const ComponentFactory factory = componentFactory(library);
     if (factory == nullptr) {
+        // QLibrary has no message of its own for a missing symbol.
         report.step = LoadStep::FindFactory;
-        report.message = library.errorString();
         return report;
     }
     const std::unique_ptr<CComponentBase> component(factory());

@@ -25,7 +25,7 @@ struct LoadReport
     LoadStep step;
     QString name;    ///< the component's name, with its parent's name in front
     QString path;    ///< where the manager looks for the library
-    QString message; ///< the loader's own message; empty if the loader succeeded
+    QString message; ///< the loader's own message; empty if it has loaded the library
 };
 
 /// Takes the steps of CComponentMgr::loadComponent up to the call of `getInstance`, and reports the first one
