@@ -10,6 +10,7 @@ import socket
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 GENERATED, HOST, DESCRIPTION, SCRATCH = sys.argv[1:5]
@@ -23,6 +24,10 @@ from ZORNativePlugin import ZORNativePlugin
 from ZORNativePlugin.ttypes import TaskInfo
 
 
+IN_PROGRESS = (
+    "An operation is currently in progress, please wait a few moments and try again. "
+    "If you need further assistance, please let me know!"
+)
 RESERVED = []
 
 
@@ -122,10 +127,27 @@ class AgentTest(unittest.TestCase):
         self.assertEqual([p.driveLetter for p in self.client.GetAllPartitionInfo()], ["C", "D", "E"])
 
     def test_gate_answers_a_record(self):
-        info = self.client.PreProcessing("ListAllDisks()")
-        self.assertIsInstance(info, TaskInfo)
-        self.assertIsInstance(info.allow, bool)
-        self.assertIsInstance(info.reasons, str)
+        refused = self.ask_within_the_pause()
+        self.assertIsInstance(refused, TaskInfo)
+        self.assertIs(refused.allow, False)
+        self.assertEqual(refused.reasons, IN_PROGRESS)
+        limit = time.monotonic() + 60
+        admitted = refused
+        while not admitted.allow and time.monotonic() < limit:
+            self.assertEqual(admitted.reasons, IN_PROGRESS)
+            admitted = self.client.PreProcessing("ListAllDisks()")
+        self.assertIs(admitted.allow, True)
+        self.assertEqual(admitted.reasons, "")
+
+    def ask_within_the_pause(self):
+        """The gate's answer less than two seconds after a PostProcessing, also on a slow machine."""
+        for _ in range(20):
+            start = time.monotonic()
+            self.client.PostProcessing("Task NotValid")
+            answer = self.client.PreProcessing("ListAllDisks()")
+            if time.monotonic() - start < 2:
+                return answer
+        self.fail("two calls take longer than the pause")
 
     def test_post_processing_counts_the_exact_text_only(self):
         self.assertIs(self.client.PostProcessing("Task Queued"), True)
