@@ -89,5 +89,11 @@ void AIFuncallThread::buildServer(const QString& address, int port)
     const auto newHandler = std::make_shared<CZorHandle>();
     newHandler->setBridge(owner);
     std::atomic_store(&handler, newHandler);
-    server.store(makeToolServer(newHandler, address.toStdString(), port).release());
+    server.store(makeServer(newHandler, address.toStdString(), port).release());
+}
+
+std::unique_ptr<thrift::server::TThreadedServer>
+AIFuncallThread::makeServer(const std::shared_ptr<CZorHandle>& tools, const std::string& address, int port)
+{
+    return makeToolServer(tools, address, port);
 }

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <memory>
+#include <string>
 
 class AIBridge;
 class CZorHandle;
@@ -45,6 +46,12 @@ public:
 
     /// The handler of the service; null until the server has been built. Any thread.
     std::shared_ptr<CZorHandle> toolHandler() const;
+
+protected:
+    /// Makes the server that run() serves. Virtual so that a test can add faults to its transport. Called on
+    /// this thread.
+    virtual std::unique_ptr<apache::thrift::server::TThreadedServer>
+    makeServer(const std::shared_ptr<CZorHandle>& tools, const std::string& address, int port);
 
 private:
     void buildServer(const QString& address, int port);

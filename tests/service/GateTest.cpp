@@ -1,6 +1,7 @@
 // The gate around a tool call: its two refusals and their order, the pause, what it tells the host, and what
 // counts as a queued task.
 #include "service/ZorHandle.h"
+#include "tests/support/DebugLines.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
 
@@ -156,11 +157,18 @@ TEST_F(Gate, PreProcessing_At1999Milliseconds_IsRefusedAndAt2000Admitted)
     }
 }
 
-TEST_F(Gate, PreProcessing_WithoutABridge_IsNotAllowedAndGivesNoReason)
+TEST_F(Gate, PreProcessing_WithoutABridge_IsNotAllowedGivesNoReasonAndDoesNothingElse)
 {
-    const TaskInfo answer = ask();
+    build(false, false);
+    QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
+    gate.setBridge(nullptr);
+    DebugLines lines;
+    const TaskInfo answer = ask("tool(5)");
     EXPECT_FALSE(answer.allow);
     EXPECT_EQ(answer.reasons, "");
+    EXPECT_EQ(lines.take(), QStringList{});
+    EXPECT_EQ(host.recorder().sequence(), QStringList{});
+    EXPECT_EQ(about.count(), 0);
 }
 
 TEST_F(Gate, PreProcessing_OnTheApplicationThread_ReportsDirectly)
@@ -194,21 +202,15 @@ TEST_F(Gate, PreProcessing_WithTextsForProperties_ReadsThemAsBooleans)
 
 TEST_F(Gate, PreProcessing_LogsTheCallAlsoWhenItIsRefused)
 {
-    static QStringList lines;
-    lines.clear();
     build(true, false);
-    const QtMessageHandler before =
-        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
-            if (type == QtDebugMsg)
-                lines.append(text);
-        });
+    DebugLines lines;
     ask("tool(5)");
-    qInstallMessageHandler(before);
-    ASSERT_EQ(lines.size(), 1);
+    const QStringList logged = lines.take();
+    ASSERT_EQ(logged.size(), 1);
     EXPECT_TRUE(QRegularExpression("^CZorHandle::PreProcessing \\d+ toolCalls0: \"tool\\(5\\)\"\\s*$")
-                    .match(lines[0])
+                    .match(logged[0])
                     .hasMatch())
-        << lines[0].toStdString();
+        << logged[0].toStdString();
 }
 
 TEST_F(Gate, PostProcessing_IsTrueForExactlyTheOneText)

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <limits>
 #include <random>
 #include <utility>
 #include <vector>
@@ -119,12 +121,33 @@ TEST(PortSearch, AnyText_GivesWhatAPlainSearchForEachNumberGives)
     }
 }
 
-TEST(PortSearch, ListingOfEveryPort_TakesNoLongerThanReadingIt)
+// The shortest of some runs, in nanoseconds.
+template <class Work> qint64 shortestRun(Work work)
 {
-    QElapsedTimer timer;
-    timer.start();
-    EXPECT_EQ(pick(busy(1, 65534)), Ports(0, 0));
-    EXPECT_LT(timer.elapsed(), 2000);
+    qint64 shortest = std::numeric_limits<qint64>::max();
+    for (int run = 0; run < 5; ++run) {
+        QElapsedTimer timer;
+        timer.start();
+        work();
+        shortest = std::min(shortest, timer.nsecsElapsed());
+    }
+    return shortest;
+}
+
+TEST(PortSearch, ListingOfEveryPort_CostsAsMuchAsReadingItAFewTimes)
+{
+    const QByteArray listing = busy(1, 65534);
+    volatile int digits = 0;
+    const qint64 reading = shortestRun([&] {
+        for (const char character : listing)
+            digits = digits + (character >= '0' && character <= '9' ? 1 : 0);
+    });
+    Ports ports{-1, -1};
+    const qint64 searching = shortestRun([&] { ports = pick(listing); });
+    EXPECT_EQ(ports, Ports(0, 0));
+    // A search of the whole text for each of 56,445 ports would cost thousands of times as much as reading
+    // it.
+    EXPECT_LT(searching, 100 * reading);
 }
 
 TEST(Netstat, OneInThePath_IsStartedWithOneArgument)
@@ -176,15 +199,21 @@ TEST(Netstat, HangingPastTheLimit_GivesWhatCameUntilThen)
         timer.restart();
         listing = busyPortListing(limitMs);
         EXPECT_GE(timer.elapsed(), limitMs - 20);
-        EXPECT_LT(timer.elapsed(), limitMs + 5000);
     }
     EXPECT_EQ(listing, ":9090\n");
     EXPECT_EQ(pick(listing), Ports(9091, 9092));
 }
 
-TEST(Netstat, LimitOfTheWait_IsThirtySeconds)
+// On the real clock: the search of a service waits with the limit that a caller gets by default.
+TEST(Netstat, ThatNeverEnds_IsLeftAfterThirtySeconds)
 {
-    EXPECT_EQ(kNetstatLimitMs, 30000);
+    const HeldNetstat netstat(":9090");
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(searchThroughThread(), Ports(9090, 9091));
+    EXPECT_TRUE(netstat.isWaiting());
+    EXPECT_GE(timer.elapsed(), 29900);
+    EXPECT_LT(timer.elapsed(), 45000);
 }
 
 TEST(Netstat, OutputLargerThanAPipe_IsReadWhole)

@@ -1,20 +1,25 @@
 // The service's thread: how many clients it lets in, and how it ends.
+#include "service/ConnectionSocket.h"
 #include "service/ServerSocket.h"
 #include "service/ToolServer.h"
 #include "service/ZorHandle.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Aside.h"
+#include "tests/support/DebugLines.h"
 #include "tests/support/HandlerServer.h"
+#include "tests/support/Median.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/ServiceRunner.h"
 #include "tests/support/Threads.h"
 
+#include <thrift/protocol/TBinaryProtocol.h>
 #include <thrift/server/TThreadedServer.h>
 #include <thrift/transport/TTransportException.h>
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QSemaphore>
 
 #include <gtest/gtest.h>
 
@@ -24,7 +29,9 @@ namespace {
 
 using wire::Fields;
 
-constexpr int kEndLimitMs = 1000;
+// Closing waits up to half a second for the server's thread to leave its socket; a stop that always waited in
+// vain would take longer than this.
+constexpr int kMedianEndMs = 250;
 const std::string kInit = wire::call("Init", 1);
 const std::string kShow = wire::call("ShowBitLockerStatus", 5, Fields().string(1, "D"));
 
@@ -34,9 +41,50 @@ std::string queuedReply()
            Fields().string(0, "Task Queued").end();
 }
 
+// Notes the port once the server listens.
+struct ListenEvent : public apache::thrift::server::TServerEventHandler
+{
+    void preServe() override { port = socket->getPort(); }
+    std::shared_ptr<ServerSocket> socket;
+    std::atomic<int> port{0};
+};
+
+// The service's thread with a view of its server.
+class WatchedThread : public AIFuncallThread
+{
+public:
+    using AIFuncallThread::AIFuncallThread;
+
+    /// The port that the service listens on; 0 until it listens.
+    int boundPort() const { return event_->port; }
+    /// The most clients that were connected at the same time.
+    std::int64_t mostClients() const { return server_.load()->getConcurrentClientCountHWM(); }
+
+    static std::unique_ptr<AIFuncallThread> make(AIBridge* bridge)
+    {
+        return std::make_unique<WatchedThread>(bridge);
+    }
+    static WatchedThread& of(ServiceRunner& service) { return static_cast<WatchedThread&>(service.thread()); }
+
+protected:
+    std::unique_ptr<apache::thrift::server::TThreadedServer>
+    makeServer(const std::shared_ptr<CZorHandle>& tools, const std::string& address, int port) override
+    {
+        auto made = AIFuncallThread::makeServer(tools, address, port);
+        event_->socket = std::dynamic_pointer_cast<ServerSocket>(made->getServerTransport());
+        made->setServerEventHandler(event_);
+        server_ = made.get();
+        return made;
+    }
+
+private:
+    std::shared_ptr<ListenEvent> event_ = std::make_shared<ListenEvent>();
+    std::atomic<apache::thrift::server::TThreadedServer*> server_{nullptr};
+};
+
 TEST(ServerThread, FourthClient_WaitsUntilOneOfTheFirstThreeLeaves)
 {
-    ServiceRunner service(nullptr);
+    ServiceRunner service(nullptr, WatchedThread::make);
     auto first = std::make_unique<RawClient>(service.port());
     RawClient second(service.port());
     RawClient third(service.port());
@@ -45,11 +93,12 @@ TEST(ServerThread, FourthClient_WaitsUntilOneOfTheFirstThreeLeaves)
     RawClient fourth(service.port());
     fourth.send(kInit);
     // The three go on being served while the fourth is not.
-    for (int i = 0; i < 50; ++i)
+    for (int i = 0; i < 200; ++i)
         second.ask(kInit);
-    EXPECT_FALSE(fourth.hasInput(200));
+    EXPECT_FALSE(fourth.hasInput());
     first.reset();
     EXPECT_EQ(fourth.receive().name, "Init");
+    EXPECT_EQ(WatchedThread::of(service).mostClients(), 3);
 }
 
 TEST(ServerThread, ManyClientsOneAfterTheOther_AreAllServedAndLeaveNothingBehind)
@@ -83,11 +132,8 @@ TEST(ServerThread, BeforeStart_StoppingDoesNothingAndThereIsNoHandler)
 TEST(ServerThread, StopWithoutClients_EndsAndTheHandlerStays)
 {
     ServiceRunner service(nullptr);
-    QElapsedTimer timer;
-    timer.start();
     service.thread().stopServer();
     ASSERT_TRUE(service.waitForEnd());
-    EXPECT_LT(timer.elapsed(), kEndLimitMs);
     EXPECT_NE(service.thread().toolHandler(), nullptr);
     EXPECT_FALSE(RawClient::isListening(service.port()));
 }
@@ -109,13 +155,10 @@ TEST(ServerThread, StopWithThreeIdleClients_CutsThemAndEnds)
     RawClient third(service.port());
     for (RawClient* client : {&first, &second, &third})
         client->ask(kInit);
-    QElapsedTimer timer;
-    timer.start();
     service.thread().stopServer();
     for (RawClient* client : {&first, &second, &third})
         EXPECT_TRUE(client->isEndedByServer());
     ASSERT_TRUE(service.waitForEnd());
-    EXPECT_LT(timer.elapsed(), kEndLimitMs);
 }
 
 TEST(ServerThread, StopWithAClientInTheMiddleOfAMessage_CutsIt)
@@ -129,36 +172,39 @@ TEST(ServerThread, StopWithAClientInTheMiddleOfAMessage_CutsIt)
     EXPECT_TRUE(service.waitForEnd());
 }
 
-// A host whose page, on its way through a tool's call, does what a test tells it to.
+// A host whose page runs a test's function when it gets an order.
 class HostWithAPage
 {
 public:
     explicit HostWithAPage(std::function<void()> onOrder)
     {
-        host.spec("partitionmanager").answer("doFunFromAI", [this, onOrder](const QVariantList& arguments) {
-            if (!arguments.at(1).toMap().contains(QStringLiteral("TestFunValid"))) {
+        host.spec("partitionmanager").answer("doFunFromAI", [onOrder](const QVariantList& arguments) {
+            if (!arguments.at(1).toMap().contains(QStringLiteral("TestFunValid")))
                 onOrder();
-                lastOrder.start();
-            }
             return QVariant(true);
         });
         host.build();
     }
     RecordingHost host;
-    QElapsedTimer lastOrder;
 };
 
 TEST(ServerThread, StopInMidCall_TheToolIsAnsweredAndTheThreadEndsAfterIt)
 {
     ServiceRunner* running = nullptr;
-    bool endedEarly = false;
+    RawClient* idle = nullptr;
+    bool idleWasCut = false;
+    bool endedEarly = true;
     HostWithAPage page([&] {
         running->thread().stopServer();
-        // The tool is inside this call, so the thread has nothing to do but wait for it.
-        endedEarly = running->thread().wait(300);
+        // The server has reacted to the stop once the idle connection is cut; the tool is still in this call.
+        idleWasCut = idle->isEndedByServer();
+        endedEarly = running->thread().isFinished();
     });
     ServiceRunner service(page.host.bridge());
     running = &service;
+    RawClient other(service.port());
+    other.ask(kInit);
+    idle = &other;
     RawClient client(service.port());
     {
         const Aside call([&] {
@@ -167,8 +213,8 @@ TEST(ServerThread, StopInMidCall_TheToolIsAnsweredAndTheThreadEndsAfterIt)
         });
     }
     ASSERT_TRUE(service.waitForEnd());
+    EXPECT_TRUE(idleWasCut);
     EXPECT_FALSE(endedEarly);
-    EXPECT_LT(page.lastOrder.elapsed(), kEndLimitMs);
 }
 
 TEST(ServerThread, StopAtTheLimitWithOneInMidCallAndAFourthWaiting_EndsAfterTheTool)
@@ -190,43 +236,44 @@ TEST(ServerThread, StopAtTheLimitWithOneInMidCallAndAFourthWaiting_EndsAfterTheT
     for (RawClient* client : {&first, &second, &busy, &fourth})
         EXPECT_TRUE(client->isEndedByServer());
     ASSERT_TRUE(service.waitForEnd());
-    EXPECT_LT(page.lastOrder.elapsed(), kEndLimitMs);
 }
 
 TEST(ServerThread, StopWithThreeInMidCall_AllAreAnswered)
 {
-    std::atomic<int> answered{0};
-    int orders = 0;
-    ServiceRunner* running = nullptr;
-    HostWithAPage page([&] {
-        if (++orders == 1)
-            running->thread().stopServer();
+    QSemaphore entered;
+    QSemaphore leave;
+    RecordingHost host;
+    // The tools call this member on their connection threads, so all three can be inside it at once.
+    host.spec("deviceMgr").answer("disks", [&](const QVariantList&) {
+        entered.release();
+        leave.acquire();
+        leave.release();
+        const QString key = QStringLiteral("diskIndex");
+        return QVariant(QVariantList{QVariantMap{{key, 0}}, QVariantMap{{key, 1}}});
     });
-    ServiceRunner service(page.host.bridge());
-    running = &service;
+    host.build();
+    ServiceRunner service(host.bridge());
+    std::vector<std::unique_ptr<RawClient>> clients;
+    for (int i = 0; i < 3; ++i) {
+        clients.push_back(std::make_unique<RawClient>(service.port()));
+        clients.back()->send(wire::call("CloneDiskToDisk", i, Fields().number(1, 0).number(2, 1)));
+    }
+    const bool allInside = pumpUntil([&] { return entered.available() == 3; });
+    service.thread().stopServer();
+    EXPECT_FALSE(service.thread().isFinished());
+    leave.release();
+    ASSERT_TRUE(allInside);
     {
-        std::vector<std::unique_ptr<RawClient>> clients;
-        for (int i = 0; i < 3; ++i) {
-            clients.push_back(std::make_unique<RawClient>(service.port()));
-            clients.back()->ask(kInit);
-        }
-        // All three have sent their call before the application thread serves any of them.
-        for (const auto& client : clients)
-            client->send(kShow);
-        pumpUntil([&] { return page.host.recorder().calls().size() >= 3; }, 2000);
         const Aside reading([&] {
-            for (const auto& client : clients) {
-                try {
-                    answered += client->receive().raw == queuedReply() ? 1 : 0;
-                } catch (const std::runtime_error&) {
-                    // Its call had not been read when the stop came.
-                }
+            for (int i = 0; i < 3; ++i) {
+                EXPECT_EQ(clients[std::size_t(i)]->receive().raw,
+                          wire::strictHeader("CloneDiskToDisk", i, wire::Reply) +
+                              Fields().string(0, "Task Queued").end());
+                EXPECT_TRUE(clients[std::size_t(i)]->isEndedByServer());
             }
         });
     }
     ASSERT_TRUE(service.waitForEnd());
-    EXPECT_EQ(answered, orders);
-    EXPECT_GE(orders, 1);
 }
 
 // Its answers are larger than what a connection holds by itself.
@@ -243,15 +290,12 @@ TEST(ServerStop, WithAClientThatDoesNotReadItsAnswer_Ends)
     RawClient client(server->port());
     client.send(kShow);
     ASSERT_TRUE(client.hasInput(RawClient::limitMs));
-    QElapsedTimer timer;
-    timer.start();
     std::future<void> end = std::async(std::launch::async, [&] { server.reset(); });
     if (end.wait_for(std::chrono::seconds(20)) != std::future_status::ready) {
         // It would wait for the rest to be read.
         client.receive();
         FAIL() << "the server does not end";
     }
-    EXPECT_LT(timer.elapsed(), 5000);
 }
 
 TEST(ServerStop, WithAClientThatReadsItsAnswer_SendsAllOfIt)
@@ -265,15 +309,51 @@ TEST(ServerStop, WithAClientThatReadsItsAnswer_SendsAllOfIt)
     end.get();
 }
 
-TEST(ServerThread, ClientThatIsSlowToRead_GetsItsWholeAnswer)
+// Counts the attempts to send that ended without a byte: half a second in which the client reads nothing.
+class CountingSocket : public ConnectionSocket
 {
-    HandlerServer server(std::make_shared<HandlerOfLongAnswers>());
-    RawClient client(server.port());
-    client.send(kShow);
-    ASSERT_TRUE(client.hasInput(RawClient::limitMs));
-    // Longer than the server waits for such a client when it is to end.
-    std::this_thread::sleep_for(std::chrono::milliseconds(1300));
-    EXPECT_EQ(client.receive().body.field(0).bytes.size(), HandlerOfLongAnswers::length);
+public:
+    using ConnectionSocket::ConnectionSocket;
+    std::uint32_t write_partial(const std::uint8_t* bytes, std::uint32_t length) override
+    {
+        const std::uint32_t count = ConnectionSocket::write_partial(bytes, length);
+        stalls += count == 0 ? 1 : 0;
+        return count;
+    }
+    std::atomic<int> stalls{0};
+};
+
+class CountingListener : public ServerSocket
+{
+public:
+    using ServerSocket::ServerSocket;
+    std::shared_ptr<CountingSocket> acceptCounting()
+    {
+        return std::dynamic_pointer_cast<CountingSocket>(accept());
+    }
+
+protected:
+    std::shared_ptr<apache::thrift::transport::TSocket> createSocket(THRIFT_SOCKET client) override
+    {
+        return std::make_shared<CountingSocket>(client, pChildInterruptSockReader_,
+                                                std::make_shared<std::atomic<bool>>(false));
+    }
+};
+
+TEST(ServerThread, ClientThatReadsNothingForSeveralLimits_GetsItsWholeAnswer)
+{
+    CountingListener listener("localhost", 0);
+    listener.listen();
+    RawClient client(listener.getPort());
+    const std::shared_ptr<CountingSocket> connection = listener.acceptCounting();
+    ASSERT_NE(connection, nullptr);
+    const std::string answer(HandlerOfLongAnswers::length, 'x');
+    std::future<void> sent = std::async(std::launch::async, [&] {
+        connection->write(reinterpret_cast<const std::uint8_t*>(answer.data()), std::uint32_t(answer.size()));
+    });
+    EXPECT_TRUE(pumpUntil([&] { return connection->stalls >= 3; }));
+    EXPECT_EQ(client.take(answer.size()), answer);
+    EXPECT_NO_THROW(sent.get());
 }
 
 // A server made by hand, so that a stop can come at any point of its start.
@@ -299,8 +379,9 @@ TEST(ServerStop, BetweenBuildingAndServing_ServeReturnsAtOnce)
     EXPECT_NO_THROW(end.get());
 }
 
-TEST(ServerStop, AtAnyMomentOfTheStart_ServeReturnsInTimeAndReportsNoFailure)
+TEST(ServerStop, AtAnyMomentOfTheStart_ServeReturnsAndReportsNoFailureAndTheMedianIsShort)
 {
+    std::vector<qint64> durations;
     for (int round = 0; round < 1000; ++round) {
         BareServer bare;
         std::promise<void> go;
@@ -315,9 +396,10 @@ TEST(ServerStop, AtAnyMomentOfTheStart_ServeReturnsInTimeAndReportsNoFailure)
         timer.start();
         bare.stop();
         ASSERT_EQ(end.wait_for(std::chrono::seconds(20)), std::future_status::ready) << round;
-        EXPECT_LT(timer.elapsed(), kEndLimitMs) << round;
+        durations.push_back(timer.elapsed());
         ASSERT_NO_THROW(end.get()) << round;
     }
+    EXPECT_LT(median(durations), kMedianEndMs);
 }
 
 TEST(ServerStop, AnInterruptBeforeListening_IsRemembered)
@@ -333,12 +415,130 @@ TEST(ServerStop, AnInterruptBeforeListening_IsRemembered)
     }
 }
 
-TEST(ServerThread, StopBeforeTheServerExists_HasNoEffect)
+TEST(ServerThread, StopDuringThePortSearch_DoesNothingAndTheServiceStarts)
 {
+    const ReservedPort port;
+    const HeldNetstat netstat(listingThatLeadsTo(port.number()));
     AIFuncallThread thread(nullptr);
+    thread.start();
+    ASSERT_TRUE(pumpUntil([&] { return netstat.isWaiting(); }));
     thread.stopServer();
-    EXPECT_FALSE(thread.isRunning());
-    EXPECT_FALSE(thread.isFinished());
+    EXPECT_TRUE(thread.isRunning());
+    netstat.finish();
+    EXPECT_TRUE(pumpUntil([&] { return thread.isFinished() || RawClient::isListening(port.number()); }));
+    if (!thread.isFinished()) {
+        EXPECT_EQ(RawClient(port.number()).ask(kInit).name, "Init");
+        EXPECT_TRUE(thread.isRunning());
+    } else {
+        ADD_FAILURE() << "the thread has ended";
+    }
+    thread.stopServer();
+    EXPECT_TRUE(thread.wait(20000));
+}
+
+TEST(ServerThread, WithoutAFreePort_PublishesZeroAndListensOnAPortOfTheSystems)
+{
+    QByteArray listing;
+    for (int busy = 1; busy <= 65534; ++busy)
+        listing += ":" + QByteArray::number(busy) + "\n";
+    const FakeNetstat netstat(FakeNetstat::printing(listing));
+    WatchedThread thread(nullptr);
+    thread.start();
+    ASSERT_TRUE(pumpUntil([&] { return thread.isFinished() || thread.boundPort() != 0; }));
+    EXPECT_EQ(qgetenv("AGENT_NATIVE_PORT"), "0");
+    EXPECT_EQ(qgetenv("AGENT_CHAT_PORT"), "0");
+    ASSERT_TRUE(thread.isRunning());
+    // Any port that the system has free: no variable and no log names it.
+    EXPECT_GT(thread.boundPort(), 0);
+    EXPECT_EQ(RawClient(thread.boundPort()).ask(kInit).name, "Init");
+    thread.stopServer();
+    EXPECT_TRUE(thread.wait(20000));
+}
+
+TEST(ServerThread, AddressInUse_EndsTheThreadWithItsMessage)
+{
+    const ServiceRunner other(nullptr);
+    const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(other.port())));
+    DebugLines lines;
+    AIFuncallThread thread(nullptr);
+    thread.start();
+    ASSERT_TRUE(thread.wait(20000));
+    EXPECT_EQ(lines.take(), QStringList{"AIFuncallThread::run() exception"});
+    thread.stopServer();
+    EXPECT_EQ(lines.take(), QStringList{});
+}
+
+// A socket that throws something other than an exception class, once, at one call.
+class ThrowingSocket : public ServerSocket
+{
+public:
+    enum class At { Listen, Interrupt };
+    ThrowingSocket(const std::string& address, int port, At at) : ServerSocket(address, port), at_(at) {}
+    void listen() override
+    {
+        throwAt(At::Listen);
+        ServerSocket::listen();
+    }
+    void interrupt() override
+    {
+        throwAt(At::Interrupt);
+        ServerSocket::interrupt();
+    }
+
+private:
+    void throwAt(At at)
+    {
+        if (at == at_ && !thrown_.exchange(true))
+            throw 7;
+    }
+    const At at_;
+    std::atomic<bool> thrown_{false};
+};
+
+class ThreadOnThrowingSocket : public AIFuncallThread
+{
+public:
+    ThreadOnThrowingSocket(AIBridge* bridge, ThrowingSocket::At at) : AIFuncallThread(bridge), at_(at) {}
+
+protected:
+    std::unique_ptr<apache::thrift::server::TThreadedServer>
+    makeServer(const std::shared_ptr<CZorHandle>& tools, const std::string& address, int port) override
+    {
+        namespace transport = apache::thrift::transport;
+        return std::make_unique<apache::thrift::server::TThreadedServer>(
+            std::make_shared<ZORNativePluginProcessor>(tools),
+            std::make_shared<ThrowingSocket>(address, port, at_),
+            std::make_shared<transport::TBufferedTransportFactory>(),
+            std::make_shared<apache::thrift::protocol::TBinaryProtocolFactory>());
+    }
+
+private:
+    const ThrowingSocket::At at_;
+};
+
+TEST(ServerThread, AnyExceptionFromServe_EndsTheThreadWithItsMessage)
+{
+    const ReservedPort port;
+    const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(port.number())));
+    DebugLines lines;
+    ThreadOnThrowingSocket thread(nullptr, ThrowingSocket::At::Listen);
+    thread.start();
+    ASSERT_TRUE(thread.wait(20000));
+    EXPECT_EQ(lines.take(), QStringList{"AIFuncallThread::run() exception"});
+}
+
+TEST(ServerThread, AnyExceptionDuringAStop_IsCaughtWithItsMessageAndTheServiceGoesOn)
+{
+    ServiceRunner service(nullptr, [](AIBridge* bridge) {
+        return std::make_unique<ThreadOnThrowingSocket>(bridge, ThrowingSocket::At::Interrupt);
+    });
+    DebugLines lines;
+    EXPECT_NO_THROW(service.thread().stopServer());
+    EXPECT_EQ(lines.take(), QStringList{"AIFuncallThread::stopServer() exception"});
+    EXPECT_EQ(RawClient(service.port()).ask(kInit).name, "Init");
+    service.thread().stopServer();
+    EXPECT_TRUE(service.waitForEnd());
+    EXPECT_EQ(lines.take(), QStringList{});
 }
 
 TEST(ServerThread, InitTwice_StartsOneService)

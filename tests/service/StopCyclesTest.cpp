@@ -1,5 +1,7 @@
-// Two thousand starts and stops, some two hundred on Windows: each ends in time, and none leaves a descriptor or a thread behind.
+// Two thousand starts and stops, some two hundred on Windows: each ends, the median in a fraction of a
+// second, and none leaks a descriptor or a thread.
 #include "tests/support/Aside.h"
+#include "tests/support/Median.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
@@ -11,7 +13,9 @@
 
 namespace {
 
-constexpr int kEndLimitMs = 1000;
+// Closing waits up to half a second for the server's thread to leave its socket, in vain only where that
+// thread is slow. A stop that always waited in vain would take longer than this.
+constexpr int kMedianEndMs = 250;
 // A start of the service starts a program, which costs a third of a second there.
 #ifdef Q_OS_WIN
 constexpr int kRoundsPart = 10;
@@ -48,26 +52,33 @@ template <class Cycle> void runCycles(int count, Cycle cycle)
     }
 }
 
-void stopAndExpectAnEndInTime(ServiceRunner& service)
+// The milliseconds of each stop.
+using Durations = std::vector<qint64>;
+
+void stop(ServiceRunner& service, Durations& durations)
 {
     QElapsedTimer timer;
     timer.start();
     service.thread().stopServer();
     ASSERT_TRUE(service.waitForEnd());
-    ASSERT_LT(timer.elapsed(), kEndLimitMs);
+    durations.push_back(timer.elapsed());
 }
 
-TEST(StopCycles, ManyWithoutClients_EachEndsWithinASecond)
+TEST(StopCycles, ManyWithoutClients_EachEndsAndTheMedianIsShort)
 {
-    runCycles(rounds(700), [](int) {
+    Durations durations;
+    runCycles(rounds(700), [&](int) {
         ServiceRunner service(nullptr);
-        ASSERT_NO_FATAL_FAILURE(stopAndExpectAnEndInTime(service));
+        ASSERT_NO_FATAL_FAILURE(stop(service, durations));
     });
+    ASSERT_FALSE(durations.empty());
+    EXPECT_LT(median(durations), kMedianEndMs);
 }
 
-TEST(StopCycles, ManyWithOneToFourIdleClients_EachEndsWithinASecond)
+TEST(StopCycles, ManyWithOneToFourIdleClients_EachEndsAndTheMedianIsShort)
 {
-    runCycles(rounds(700), [](int round) {
+    Durations durations;
+    runCycles(rounds(700), [&](int round) {
         ServiceRunner service(nullptr);
         std::vector<std::unique_ptr<RawClient>> clients;
         for (int i = 0; i <= round % 4; ++i)
@@ -75,12 +86,15 @@ TEST(StopCycles, ManyWithOneToFourIdleClients_EachEndsWithinASecond)
         // Of some the server knows nothing but that they knock.
         if (round % 3 != 0)
             clients.front()->ask(kInit);
-        ASSERT_NO_FATAL_FAILURE(stopAndExpectAnEndInTime(service));
+        ASSERT_NO_FATAL_FAILURE(stop(service, durations));
     });
+    ASSERT_FALSE(durations.empty());
+    EXPECT_LT(median(durations), kMedianEndMs);
 }
 
-TEST(StopCycles, ManyWithOneToThreeBusyClients_EachEndsWithinASecondOfTheLastTool)
+TEST(StopCycles, ManyWithOneToThreeBusyClients_EachEndsAfterTheLastToolAndTheMedianIsShort)
 {
+    Durations durations;
     ServiceRunner* running = nullptr;
     QElapsedTimer lastCall;
     RecordingHost host;
@@ -102,8 +116,10 @@ TEST(StopCycles, ManyWithOneToThreeBusyClients_EachEndsWithinASecondOfTheLastToo
         // The first call to reach the host stops the service in the midst of the tools.
         ASSERT_TRUE(pumpUntil([&] { return !host.recorder().calls().empty(); }));
         ASSERT_TRUE(service.waitForEnd());
-        ASSERT_LT(lastCall.elapsed(), kEndLimitMs);
+        durations.push_back(lastCall.elapsed());
     });
+    ASSERT_FALSE(durations.empty());
+    EXPECT_LT(median(durations), kMedianEndMs);
 }
 
 TEST(StopCycles, FiftyStartsOnAnAddressThatIsTaken_LeaveNothingBehind)

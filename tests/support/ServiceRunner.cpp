@@ -44,13 +44,18 @@ int unusedPort()
     return reserved.back()->number();
 }
 
-ServiceRunner::ServiceRunner(AIBridge* bridge)
+std::unique_ptr<AIFuncallThread> ServiceRunner::makePlainThread(AIBridge* bridge)
+{
+    return std::make_unique<AIFuncallThread>(bridge);
+}
+
+ServiceRunner::ServiceRunner(AIBridge* bridge, const MakeThread& makeThread)
 {
     // Something else on the machine can take the port before it is bound: then it is another one's turn.
     for (int attempts = 0; attempts < 20; ++attempts) {
         port_ = std::make_unique<ReservedPort>();
         const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(port())));
-        thread_ = std::make_unique<AIFuncallThread>(bridge);
+        thread_ = makeThread(bridge);
         thread_->start();
         pumpUntil([this] { return thread_->isFinished() || RawClient::isListening(port()); });
         if (!thread_->isFinished())

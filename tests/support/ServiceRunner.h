@@ -3,6 +3,7 @@
 #include "service/AIFuncallThread.h"
 #include "tests/support/FakeNetstat.h"
 
+#include <functional>
 #include <memory>
 
 class AIBridge;
@@ -34,7 +35,10 @@ int unusedPort();
 class ServiceRunner
 {
 public:
-    explicit ServiceRunner(AIBridge* bridge);
+    using MakeThread = std::function<std::unique_ptr<AIFuncallThread>(AIBridge*)>;
+
+    /// @p makeThread makes the thread, for tests with a class derived from it.
+    explicit ServiceRunner(AIBridge* bridge, const MakeThread& makeThread = makePlainThread);
     /// Stops the service if it still runs, serving the event loop meanwhile.
     ~ServiceRunner();
 
@@ -44,6 +48,8 @@ public:
     bool waitForEnd(int limitMs = 20000);
 
 private:
+    static std::unique_ptr<AIFuncallThread> makePlainThread(AIBridge* bridge);
+
     std::unique_ptr<AIFuncallThread> thread_;
     std::unique_ptr<ReservedPort> port_;
 };
