@@ -1,5 +1,5 @@
-// What each tool answers when something is amiss. Typed by hand from the description of each tool: a name
-// that is missing reads as no, an order that cannot be given is silent.
+// The expected answer of each tool on a faulty host. The table is independent of the code: a missing name
+// reads as false, and an order that cannot be delivered has no effect.
 #include "tests/faults/Fault.h"
 
 #include <QtCore/QStringList>
@@ -68,9 +68,6 @@ struct Effect
     QString answer;
     unsigned moods = AnyMood;
 };
-
-constexpr unsigned kNotCalled = NoMember | OtherSignature | OtherTypes | OtherResult | NoResult;
-constexpr unsigned kNoAnswer = kNotCalled | WrongValue | Throws;
 
 // The answers of a host with nothing amiss that are not "Task Queued".
 const std::vector<Effect>& wholeAnswers()

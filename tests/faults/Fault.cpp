@@ -6,17 +6,22 @@ namespace {
 
 Member method(const char* object, const char* name, const char* parameters, const char* type)
 {
-    return {object, name, parameters, type, false, true};
+    return {object, name, parameters, type, false, false, true};
 }
 
 Member direct(const char* object, const char* name, const char* parameters, const char* type)
 {
-    return {object, name, parameters, type, false, false};
+    return {object, name, parameters, type, false, false, false};
 }
 
 Member property(const char* object, const char* name, const char* type)
 {
-    return {object, name, {}, type, true, false};
+    return {object, name, {}, type, true, false, false};
+}
+
+Member signal(const char* object, const char* name)
+{
+    return {object, name, {}, {}, false, true, true};
 }
 
 std::vector<Fault> faultsOf(const Member& member)
@@ -28,7 +33,7 @@ std::vector<Fault> faultsOf(const Member& member)
         faults.push_back(NoResult);
     if (!member.parameters.isEmpty())
         faults.push_back(OtherTypes);
-    if (!member.isProperty && member.onApplicationThread)
+    if (!member.isProperty && !member.isSignal && member.onApplicationThread)
         faults.push_back(Throws);
     return faults;
 }
@@ -82,7 +87,7 @@ const std::vector<Member>& allMembers()
         method("diskconverter", "isFunValid", "int,QVariantMap", "bool"),
         method("diskconverter", "isGPT2MBRValid", "QVariantMap", "QString"),
         method("diskconverter", "isMBR2GPTValid", "QVariantMap", "QString"),
-        method("multilanguage", "sigCurrentLanguageChanged", "", ""),
+        signal("multilanguage", "sigCurrentLanguageChanged"),
         property("__zormain", "busy", "bool"),
         method("__zormain", "doprfunction", "QVariant", ""),
         method("__zormain", "createBootMediaEnabled", "QVariant", "QVariant"),

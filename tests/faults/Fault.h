@@ -13,7 +13,7 @@ enum Fault : unsigned {
     NoObject = 1,
     NoMember = 2,
     OtherSignature = 4, ///< a method with other parameters; a property is a method of that name
-    OtherResult = 8,    ///< declared with another type of result, or of property
+    OtherResult = 8,    ///< declared with another type of result, or of property; a signal is a method
     NoResult = 16,      ///< declared without a result
     WrongValue = 32,    ///< of the declared type, but nothing that was asked for
     Throws = 64,        ///< the QML function behind it throws
@@ -36,6 +36,7 @@ struct Member
     QByteArray parameters; ///< of a method, comma separated
     QByteArray type;       ///< of the result, empty for none; of a property
     bool isProperty = false;
+    bool isSignal = false;
     bool onApplicationThread = true; ///< false where it is called or read on the caller's thread
 
     QString where() const { return object + '.' + QString::fromLatin1(name); }
@@ -55,6 +56,11 @@ struct FaultCase
 
 /// Every fault that a member can have, in every mood.
 std::vector<FaultCase> allFaultCases();
+
+/// The members are looked up and not called where one of these is amiss.
+constexpr unsigned kNotCalled = NoMember | OtherSignature | OtherTypes | OtherResult | NoResult;
+/// Nor is there a usable answer.
+constexpr unsigned kNoAnswer = kNotCalled | WrongValue | Throws;
 
 /// The documented answer of a tool to the call of calls::encode.
 QString expectedAnswer(const std::string& method, const FaultCase& host);

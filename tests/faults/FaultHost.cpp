@@ -41,13 +41,16 @@ QVariant wrongValue(const Member& member)
 
 } // namespace
 
-FaultHost::FaultHost(const FaultCase& row) : tools_(std::make_shared<OpenGate>())
+FaultHost::FaultHost(const FaultCase& row, const std::function<void(RecordingHost&)>& prepare)
+    : tools_(std::make_shared<OpenGate>())
 {
     pages_.loadData(kPage);
     host_.spec("deviceMgr").answer("disks", QVariant(machine::disks()));
     host_.spec("toolbox").answer("check4kAlign", QVariant(false));
     host_.spec("partitionrecovery").answer("isRawPart", QVariant(true));
     setMood(row.mood);
+    if (prepare)
+        prepare(host_);
     if (row.fault == NoObject)
         host_.without(row.member.object);
     else if (row.fault != Whole)
@@ -79,6 +82,10 @@ void FaultHost::breakMember(const FaultCase& row)
     spec.remove(member.name);
     switch (row.fault) {
     case OtherSignature:
+        if (member.isSignal) {
+            spec.signal(member.name + "(QByteArray)");
+            break;
+        }
         spec.method(member.name + '(' + otherParameters(member) + ')', member.type, yes);
         break;
     case OtherTypes:

@@ -5,14 +5,15 @@
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RecordingHost.h"
 
-#include <atomic>
+#include <functional>
 #include <memory>
 
 /// A host with one fault and the service before it, on a port of its own.
 class FaultHost
 {
 public:
-    explicit FaultHost(const FaultCase& row);
+    /// @p prepare exchanges what members do before one of them is broken.
+    explicit FaultHost(const FaultCase& row, const std::function<void(RecordingHost&)>& prepare = {});
     ~FaultHost();
 
     /// Exchanges what a member does; before build().

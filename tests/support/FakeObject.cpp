@@ -40,13 +40,19 @@ QVariant load(int type, const void* place)
 
 FakeSpec& FakeSpec::method(const QByteArray& signature, const QByteArray& returnType, FakeBody body)
 {
-    members_.push_back({signature, returnType, false, std::move(body), {}});
+    members_.push_back({signature, returnType, false, std::move(body), {}, false});
     return *this;
 }
 
 FakeSpec& FakeSpec::property(const QByteArray& name, const QByteArray& type, const QVariant& value)
 {
-    members_.push_back({name, type, true, {}, value});
+    members_.push_back({name, type, true, {}, value, false});
+    return *this;
+}
+
+FakeSpec& FakeSpec::signal(const QByteArray& signature)
+{
+    members_.push_back({signature, {}, false, {}, {}, true});
     return *this;
 }
 
@@ -95,6 +101,9 @@ Body::Body(const FakeSpec& spec, const QMetaObject* super, Recorder* recorder, Q
             property.setWritable(true);
             property.setReadable(true);
             properties_.push_back(member);
+        } else if (member.isSignal) {
+            builder.addSignal(QMetaObject::normalizedSignature(member.name.constData()));
+            methods_.push_back(member);
         } else {
             builder.addMethod(QMetaObject::normalizedSignature(member.name.constData()),
                               member.type.isEmpty() ? QByteArray("void") : member.type);

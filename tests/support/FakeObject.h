@@ -21,6 +21,7 @@ struct FakeMember
     bool isProperty = false;
     FakeBody body;  ///< method: what it answers, null the type's default; property: what it reads as
     QVariant value; ///< property: its value
+    bool isSignal = false;
 };
 
 /// The description of a fake host object, from which members can be taken away or exchanged before it is
@@ -29,9 +30,11 @@ class FakeSpec
 {
 public:
     FakeSpec& method(const QByteArray& signature, const QByteArray& returnType = {}, FakeBody body = {});
+    /// A signal; the only kind of member of its object.
+    FakeSpec& signal(const QByteArray& signature);
     FakeSpec& property(const QByteArray& name, const QByteArray& type, const QVariant& value);
-    /// Calls @p body, with no arguments, at each read of that property; its result is what is read. The reads of
-    /// other properties leave no trace.
+    /// Calls @p body, with no arguments, at each read of that property; its result is what is read. The reads
+    /// of other properties leave no trace.
     FakeSpec& reading(const QByteArray& property, FakeBody body);
     /// Takes away every member of that bare name.
     FakeSpec& remove(const QByteArray& bareName);
@@ -94,6 +97,8 @@ public:
     /// The property as it stands now.
     QVariant value(const QByteArray& property) const { return body_->value(property); }
     void setValue(const QByteArray& property, const QVariant& value) { body_->setValue(property, value); }
+    /// Emits the first signal of the description, without arguments.
+    void emitSignal() { QMetaObject::activate(this, body_->metaObject(), 0, nullptr); }
 
 private:
     std::unique_ptr<fake::Body> body_;
