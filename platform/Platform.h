@@ -34,7 +34,8 @@ public:
     /// The system directory as the system spells it, in the system's 8-bit encoding; empty on failure.
     virtual QByteArray systemDirectory() const = 0;
 
-    /// A plain text value below HKEY_LOCAL_MACHINE; @p key with backslashes.
+    /// A plain string value below HKEY_LOCAL_MACHINE, without its one terminating zero; a zero before that
+    /// one is part of the string. @p key with backslashes.
     virtual std::optional<QString> registryString(const QString& key, const QString& value) const = 0;
 
     virtual WindowsVersion windowsVersion() const = 0;

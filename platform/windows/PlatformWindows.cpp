@@ -1,5 +1,6 @@
 #include "platform/windows/PlatformWindows.h"
 
+#include "platform/RegistryText.h"
 #include "platform/windows/HiddenCommand.h"
 #include "platform/windows/WmiQuery.h"
 
@@ -27,9 +28,7 @@ std::optional<QString> PlatformWindows::registryString(const QString& key, const
                      &size) != ERROR_SUCCESS)
         return std::nullopt;
     text.resize(size / sizeof(wchar_t));
-    while (!text.empty() && text.back() == L'\0')
-        text.pop_back();
-    return QString::fromStdWString(text);
+    return registryText(text);
 }
 
 WindowsVersion PlatformWindows::windowsVersion() const

@@ -106,6 +106,18 @@ TEST(Arm64, IsTheMachinesOwnWordExactly)
     EXPECT_FALSE(isArm64Machine());
 }
 
+// The platform has cut the terminating zero already; nothing is cut a second time.
+TEST(Arm64, WithAZeroAfterTheWord_IsAnotherText)
+{
+    FakePlatform platform;
+    const Platform::Scope scope(platform);
+    const QString key = "SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment";
+    platform.registry[{key, "PROCESSOR_ARCHITECTURE"}] = QStringLiteral("ARM64") + QChar(0);
+    EXPECT_FALSE(isArm64Machine());
+    platform.registry[{key, "PROCESSOR_ARCHITECTURE"}] = QStringLiteral("ARM64");
+    EXPECT_TRUE(isArm64Machine());
+}
+
 TEST(Arm64, DoesNotGoByTheEnvironmentOfTheProcess)
 {
     const FakePlatform platform;
