@@ -9,6 +9,22 @@
 
 #include <sys/statvfs.h>
 
+namespace {
+
+// A misspelt name finds nothing here either, so that the mistake shows on every system.
+QVariantMap namedOnly(const QVariantMap& row, const QStringList& properties)
+{
+    QVariantMap named;
+    for (const QString& name : properties) {
+        const auto found = row.constFind(name);
+        if (found != row.constEnd())
+            named.insert(name, found.value());
+    }
+    return named;
+}
+
+} // namespace
+
 PlatformLinux::PlatformLinux(QString root) : root_(std::move(root)) {}
 
 QByteArray PlatformLinux::systemDirectory() const
@@ -54,7 +70,15 @@ std::optional<VolumeGeometry> PlatformLinux::volumeGeometry(const QByteArray& ro
 }
 
 std::vector<QVariantMap> PlatformLinux::wmiQuery(const QString& nameSpace, const QString& query,
-                                                 const QStringList&) const
+                                                 const QStringList& properties) const
+{
+    std::vector<QVariantMap> rows;
+    for (const QVariantMap& whole : wholeRows(nameSpace, query))
+        rows.push_back(namedOnly(whole, properties));
+    return rows;
+}
+
+std::vector<QVariantMap> PlatformLinux::wholeRows(const QString& nameSpace, const QString& query) const
 {
     const bool tpm = nameSpace.endsWith(QLatin1String("MicrosoftTPM"));
     if (tpm)

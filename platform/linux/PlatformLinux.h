@@ -22,5 +22,8 @@ public:
     void runHidden(const QString& command) const override;
 
 private:
+    // The rows of a query with all the properties that are known of them.
+    std::vector<QVariantMap> wholeRows(const QString& nameSpace, const QString& query) const;
+
     QString root_;
 };

@@ -1,8 +1,10 @@
 // What Linux answers for Windows, from a machine made of files.
 #include "platform/linux/PlatformLinux.h"
 #include "tests/support/ScratchApplication.h"
+#include "tests/support/Threads.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 
 #include <gtest/gtest.h>
 
@@ -21,7 +23,10 @@ protected:
     void folder(const QString& path) { QDir().mkpath(machine_.path() + path); }
     std::vector<QVariantMap> ask(const QString& space, const char* query)
     {
-        return platform().wmiQuery(space, QString::fromLatin1(query), {});
+        return platform().wmiQuery(space, QString::fromLatin1(query),
+                                   {"Name", "AddressWidth", "NumberOfCores", "NumberOfLogicalProcessors",
+                                    "MaxClockSpeed", "NumberOfProcessors", "OSArchitecture",
+                                    "IsActivated_InitialValue", "IsEnabled_InitialValue", "SpecVersion"});
     }
     PlatformLinux platform() { return PlatformLinux(machine_.path()); }
 
@@ -152,6 +157,15 @@ TEST_F(PlatformLinuxMachine, WmiQuery_OfAnUnknownClass_HasNoRow)
     EXPECT_TRUE(ask(kTpmSpace, "SELECT * FROM Win32_Processor").empty());
 }
 
+TEST_F(PlatformLinuxMachine, WmiQuery_ReturnsTheNamedPropertiesOnly)
+{
+    write(QStringLiteral("/proc/cpuinfo"), cpuBlock(0, 0));
+    const auto rows =
+        platform().wmiQuery(kMachineSpace, "SELECT * FROM Win32_Processor", {"AddressWidth", "addressWidth"});
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_EQ(rows[0].keys(), QStringList("AddressWidth"));
+}
+
 TEST_F(PlatformLinuxMachine, Volume_OfTheSystemDrive_IsThatOfTheRunningSystem)
 {
     const auto volume = platform().volumeGeometry("C:");
@@ -160,10 +174,25 @@ TEST_F(PlatformLinuxMachine, Volume_OfTheSystemDrive_IsThatOfTheRunningSystem)
     EXPECT_FALSE(platform().volumeGeometry("D:").has_value());
 }
 
-TEST_F(PlatformLinuxMachine, RunHidden_CommandThatIsNotThere_IsOverAtOnce)
+// The other thread comes back within 30 seconds or the test fails: only a wait for a process that never
+// started takes as long.
+TEST_F(PlatformLinuxMachine, RunHidden_CommandThatCannotStart_ReturnsWithoutWaitingAndRunsNothing)
 {
-    platform().runHidden(QStringLiteral("there-is-no-such-program /t x"));
-    platform().runHidden(QString());
+    const QTemporaryDir dir;
+    const QString out = dir.filePath("out");
+    ScratchApplication::write(dir.filePath("notExecutable"), "#!/bin/sh\necho ran > \"$1\"\n");
+    const QStringList commands = {"there-is-no-such-program " + out,
+                                  dir.filePath("notExecutable") + ' ' + out, dir.path() + ' ' + out,
+                                  QString(), QStringLiteral("  ")};
+    int returned = 0;
+    runOnOtherThread([&] {
+        for (const QString& command : commands) {
+            platform().runHidden(command);
+            ++returned;
+        }
+    });
+    EXPECT_EQ(returned, 5);
+    EXPECT_FALSE(QFile::exists(out));
 }
 
 TEST_F(PlatformLinuxMachine, RunHidden_Command_WaitsForItsEnd)
