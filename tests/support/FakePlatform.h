@@ -18,7 +18,8 @@ public:
     std::optional<quint64> memoryKib;
     /// By root, such as "C:".
     std::map<QByteArray, VolumeGeometry> volumes;
-    /// Rows by namespace and text of the query.
+    /// Rows by namespace and text of the query. A query returns the named properties of them and no others,
+    /// so that a misspelt name finds nothing, as in the real system.
     std::map<std::pair<QString, QString>, std::vector<QVariantMap>> rows;
     /// What a hidden command does; null means that it cannot be started.
     std::function<void(const QString& command)> hidden;
@@ -58,11 +59,21 @@ public:
         return found == volumes.end() ? std::nullopt : std::optional<VolumeGeometry>(found->second);
     }
     std::vector<QVariantMap> wmiQuery(const QString& nameSpace, const QString& query,
-                                      const QStringList&) const override
+                                      const QStringList& properties) const override
     {
         asked << query;
         const auto found = rows.find({nameSpace, query});
-        return found == rows.end() ? std::vector<QVariantMap>() : found->second;
+        std::vector<QVariantMap> result;
+        if (found == rows.end())
+            return result;
+        for (const QVariantMap& row : found->second) {
+            result.emplace_back();
+            for (const QString& name : properties) {
+                if (row.contains(name))
+                    result.back().insert(name, row.value(name));
+            }
+        }
+        return result;
     }
     void runHidden(const QString& command) const override
     {

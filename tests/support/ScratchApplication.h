@@ -15,6 +15,9 @@ public:
     ScratchApplication(const ScratchApplication&) = delete;
     ScratchApplication& operator=(const ScratchApplication&) = delete;
 
+    /// Gives the application's executable another name in the same folder.
+    void rename(const QString& fileName) { moveTo(folder() + QLatin1Char('/') + fileName); }
+
     /// The application's folder.
     QString folder() const { return dir_.path() + QLatin1String("/app"); }
     /// The working directory, a sibling of the application's folder.

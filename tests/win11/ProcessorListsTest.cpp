@@ -2,6 +2,7 @@
 #include "win11/ProcessorLists.h"
 
 #include "tests/support/ScratchApplication.h"
+#include "tests/win11/OpenedFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -48,10 +49,15 @@ TEST_F(ProcessorLists, Lookup_LaterLine_Matches)
     EXPECT_TRUE(isProcessorSupported(kIntelName));
 }
 
-TEST_F(ProcessorLists, Lookup_EmptyName_IsFalseAndReadsNothing)
+TEST_F(ProcessorLists, Lookup_EmptyName_IsFalseAndOpensNoFile)
 {
     whitelist("\n");
+    const OpenedFiles opened;
     EXPECT_FALSE(isProcessorSupported(QString()));
+    EXPECT_EQ(opened.count(".txt"), 0);
+    // A name of no known manufacturer opens the whitelist.
+    EXPECT_FALSE(isProcessorSupported("VIA Nano"));
+    EXPECT_EQ(opened.count("/win11_cpu_whitelist.txt"), 1);
 }
 
 TEST_F(ProcessorLists, Lookup_NoFileAtAll_IsFalse)

@@ -3,11 +3,15 @@
 
 #include "tests/support/FakePlatform.h"
 #include "tests/support/ScratchApplication.h"
+#include "tests/win11/OpenedFiles.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
 #include <gtest/gtest.h>
+
+#include <functional>
+#include <tuple>
 
 namespace {
 
@@ -17,6 +21,43 @@ const QString kProcessorQuery = QStringLiteral("SELECT * FROM Win32_Processor");
 const QString kSystemQuery = QStringLiteral("SELECT * FROM Win32_OperatingSystem");
 const QString kTpmQuery = QStringLiteral("SELECT * FROM Win32_TPM");
 constexpr quint64 kGib = 1073741824;
+
+// The check that asks a question of the platform.
+QString checkOf(const QString& question)
+{
+    static const QList<QPair<QString, QString>> checks = {
+        {kProcessorQuery, "checkProcessor"},
+        {"SELECT * FROM Win32_ComputerSystem", "checkProcessor"},
+        {kSystemQuery, "checkProcessor"},
+        {"version", "checkFirmware"},
+        {"firmware", "checkFirmware"},
+        {"firmwareVariable", "checkFirmware"},
+        {"memory", "checkMemory"},
+        {"volume C:", "checkDiskSize"},
+        {kTpmQuery, "checkTpm"},
+        {"dxdiag /whql:off /t ", "checkDirectX"},
+        {"powershell -Command ", "checkSecureBoot"}};
+    for (const auto& [text, check] : checks) {
+        if (question == text || (text.endsWith(' ') && question.startsWith(text)))
+            return check;
+    }
+    return "unknown: " + question;
+}
+
+// The platform of a test that looks at the moment of the first WMI query.
+class QueriedPlatform : public FakePlatform
+{
+public:
+    std::function<void()> beforeQuery;
+
+    std::vector<QVariantMap> wmiQuery(const QString& nameSpace, const QString& query,
+                                      const QStringList& properties) const override
+    {
+        if (beforeQuery)
+            beforeQuery();
+        return FakePlatform::wmiQuery(nameSpace, query, properties);
+    }
+};
 
 // A machine that passes, from which each test takes one thing away.
 class Win11CheckMachine : public testing::Test
@@ -39,7 +80,11 @@ protected:
 
     static QVariantMap processor(int width, const char* name = "Intel(R) Core(TM) i5-8400 CPU @ 2.80GHz")
     {
-        return {{"Name", name}, {"AddressWidth", width}, {"NumberOfCores", 1}, {"MaxClockSpeed", 800}};
+        return {{"Name", name},
+                {"AddressWidth", width},
+                {"NumberOfCores", 1},
+                {"NumberOfLogicalProcessors", 1},
+                {"MaxClockSpeed", 800}};
     }
     QString scratch() const { return QDir::toNativeSeparators(application.temp()) + '\\'; }
     QString directXFile() const { return scratch() + "TVDxCheck.txt"; }
@@ -59,21 +104,157 @@ protected:
         return win11.checkAll();
     }
 
+    // The checks that asked for something, in the order of their first question.
+    QStringList checksThatRan() const
+    {
+        QStringList checks;
+        for (const QString& question : platform.asked) {
+            if (!checks.contains(checkOf(question)))
+                checks << checkOf(question);
+        }
+        return checks;
+    }
+    // Makes one check fail and leaves the others as they are.
+    void fail(const QString& check)
+    {
+        if (check == "checkProcessor")
+            platform.rows[{kMachine, kProcessorQuery}] = {processor(32)};
+        if (check == "checkFirmware")
+            platform.firmware = 1;
+        if (check == "checkMemory")
+            platform.memoryKib = 1;
+        if (check == "checkDiskSize")
+            platform.volumes["C:"] = {8, 512, 1};
+        if (check == "checkTpm")
+            platform.rows[{kTpmSpace, kTpmQuery}][0]["IsEnabled_InitialValue"] = false;
+        if (check == "checkDirectX")
+            directX = "DDI Version: 11\n";
+        if (check == "checkSecureBoot")
+            secureBoot = "neither";
+    }
+
     ScratchApplication application;
-    FakePlatform platform;
+    QueriedPlatform platform;
     QByteArray directX = "DDI Version: 12\r\nDriver Model: WDDM 2.7\r\n";
     QByteArray secureBoot = QByteArray("\xff\xfeT\0r\0u\0e\0\r\0\n\0", 14);
 };
 
-TEST_F(Win11CheckMachine, AllChecksPass_AsksInOrder)
+const QStringList kChecks = {"checkProcessor", "checkFirmware", "checkMemory",    "checkDiskSize",
+                             "checkTpm",       "checkDirectX",  "checkSecureBoot"};
+
+TEST_F(Win11CheckMachine, AllChecksPass_TheSevenRunInOrder)
 {
     EXPECT_TRUE(check());
-    EXPECT_EQ(platform.asked,
-              QStringList(
-                  {kProcessorQuery, kSystemQuery, "version", "firmware", "memory", "volume C:", kTpmQuery,
-                   "dxdiag /whql:off /t " + directXFile(),
-                   "powershell -Command Confirm-SecureBootUEFI | Out-File -FilePath  " + secureBootFile()}));
+    EXPECT_EQ(checksThatRan(), kChecks);
 }
+
+TEST_F(Win11CheckMachine, OneCheckFails_NoLaterOneRuns)
+{
+    for (int failing = kChecks.size() - 1; failing >= 0; --failing) {
+        platform.asked.clear();
+        fail(kChecks.at(failing));
+        EXPECT_FALSE(check()) << qPrintable(kChecks.at(failing));
+        EXPECT_EQ(checksThatRan(), kChecks.mid(0, failing + 1));
+    }
+}
+
+TEST_F(Win11CheckMachine, TwoCommands_HaveTheseLines)
+{
+    EXPECT_TRUE(check());
+    EXPECT_EQ(platform.asked.filter("dxdiag"), QStringList("dxdiag /whql:off /t " + directXFile()));
+    EXPECT_EQ(
+        platform.asked.filter("powershell"),
+        QStringList("powershell -Command Confirm-SecureBootUEFI | Out-File -FilePath  " + secureBootFile()));
+}
+
+TEST_F(Win11CheckMachine, MissingProperty_FailsTheCheckThatReadsIt)
+{
+    const QList<std::tuple<QString, QString, QString, QString>> table = {
+        {kTpmSpace, kTpmQuery, "SpecVersion", "checkTpm"},
+        {kTpmSpace, kTpmQuery, "IsEnabled_InitialValue", "checkTpm"},
+        {kTpmSpace, kTpmQuery, "IsActivated_InitialValue", "checkTpm"},
+        {kMachine, kSystemQuery, "OSArchitecture", "checkProcessor"},
+        {kMachine, kProcessorQuery, "AddressWidth", "checkProcessor"},
+        {kMachine, kProcessorQuery, "Name", "checkProcessor"}};
+    EXPECT_TRUE(check());
+    for (const auto& [space, query, property, last] : table) {
+        const QVariant value = platform.rows[{space, query}][0].take(property);
+        EXPECT_FALSE(check()) << qPrintable(property);
+        EXPECT_EQ(checkOf(platform.asked.last()), last) << qPrintable(property);
+        platform.rows[{space, query}][0].insert(property, value);
+    }
+    EXPECT_TRUE(check());
+}
+
+// --- the lists of processors
+
+class Win11CheckLists : public Win11CheckMachine
+{
+protected:
+    // A list program that records its call and writes the list that it was asked for.
+    void installFinder(const QByteArray& intelList)
+    {
+        application.write(application.root() + "/fetched", intelList);
+        application.script(application.folder() + "/WebViewFinder.exe",
+                           "cd '" + QFile::encodeName(application.root()) +
+                               "'\necho \"$2\" >> calls\n"
+                               "if [ \"$2\" = manufacturer=intel ]; then\n"
+                               "cp fetched Win11Checker/SupportedProcessorsIntel.txt\nfi\n");
+    }
+    QByteArray calls() const { return application.read(application.root() + "/calls"); }
+    QString intelPath() const { return application.root() + "/Win11Checker/SupportedProcessorsIntel.txt"; }
+};
+
+const QByteArray kOneRefresh = "manufacturer=intel\nmanufacturer=amd\nmanufacturer=qualcomm\n";
+
+TEST_F(Win11CheckLists, AreRefreshedBeforeTheFirstQuery)
+{
+    installFinder("Core i5-8400\n");
+    QByteArray callsAtFirstQuery;
+    platform.beforeQuery = [&] {
+        if (callsAtFirstQuery.isEmpty())
+            callsAtFirstQuery = calls() + "then the query";
+    };
+    EXPECT_TRUE(check());
+    EXPECT_EQ(callsAtFirstQuery, kOneRefresh + "then the query");
+}
+
+TEST_F(Win11CheckLists, RefreshedListDecides)
+{
+    application.write(intelPath(), "");
+    EXPECT_FALSE(check());
+    installFinder("Core i5-8400\n");
+    EXPECT_TRUE(check());
+    installFinder("");
+    EXPECT_FALSE(check());
+}
+
+TEST_F(Win11CheckLists, AreRefreshedAtEachCheckOfOneObject)
+{
+    installFinder("Core i5-8400\n");
+    const Platform::Scope scope(platform);
+    Win11Check win11;
+    win11.setGptDisk(true);
+    EXPECT_TRUE(win11.checkAll());
+    EXPECT_EQ(calls(), kOneRefresh);
+    EXPECT_TRUE(win11.checkAll());
+    EXPECT_EQ(calls(), kOneRefresh + kOneRefresh);
+}
+
+TEST_F(Win11CheckLists, OfAMachineOf32Bits_AreRefreshedButNotRead)
+{
+    installFinder("Core i5-8400\n");
+    platform.rows[{kMachine, kSystemQuery}] = {{{"OSArchitecture", "32-bit"}}};
+    const OpenedFiles opened;
+    EXPECT_FALSE(check());
+    EXPECT_EQ(opened.count("/SupportedProcessorsIntel.txt"), 0);
+    EXPECT_EQ(calls(), kOneRefresh);
+    platform.rows[{kMachine, kSystemQuery}] = {{{"OSArchitecture", "64-bit"}}};
+    EXPECT_TRUE(check());
+    EXPECT_EQ(opened.count("/SupportedProcessorsIntel.txt"), 1);
+}
+
+// --- one check at a time
 
 TEST_F(Win11CheckMachine, OutputFiles_StayBehind)
 {
@@ -91,21 +272,21 @@ TEST_F(Win11CheckMachine, ProcessorOf32Bits_FailsAndEndsTheRun)
 {
     platform.rows[{kMachine, kProcessorQuery}] = {processor(32)};
     EXPECT_FALSE(check());
-    EXPECT_EQ(platform.asked, QStringList({kProcessorQuery, kSystemQuery}));
+    EXPECT_EQ(checksThatRan(), QStringList("checkProcessor"));
 }
 
 TEST_F(Win11CheckMachine, SystemOf32BitsOnAProcessorOf64_Fails)
 {
     platform.rows[{kMachine, kSystemQuery}] = {{{"OSArchitecture", "32-bit"}}};
     EXPECT_FALSE(check());
-    EXPECT_EQ(platform.asked, QStringList({kProcessorQuery, kSystemQuery}));
+    EXPECT_EQ(checksThatRan(), QStringList("checkProcessor"));
 }
 
 TEST_F(Win11CheckMachine, ProcessorOnNoList_Fails)
 {
     platform.rows[{kMachine, kProcessorQuery}] = {processor(64, "Intel(R) Core(TM) i5-7400 CPU")};
     EXPECT_FALSE(check());
-    EXPECT_EQ(platform.asked.size(), 2);
+    EXPECT_EQ(checksThatRan(), QStringList("checkProcessor"));
 }
 
 TEST_F(Win11CheckMachine, TwoSockets_TheLastOneIsLookedUp)
