@@ -181,8 +181,7 @@ TEST_F(RecActions, LargeFat32Drive_ConvertsIt)
 
 TEST_F(RecActions, BootEntries_RepairTheBoot)
 {
-    application.script(application.root() + "/BootRepair/BootRepair_Console.exe",
-                       "echo FindErrorItem\nexit 1\n");
+    installBootChecker("echo FindErrorItem\nexit 1\n");
     runScanFrom(6);
     EXPECT_EQ(act(), QStringList("RepairWindowsBoot"));
 }
@@ -231,13 +230,36 @@ TEST_F(RecActions, NothingFound_DoesNothing)
     EXPECT_EQ(act(), QStringList());
 }
 
-TEST_F(RecActions, WithoutAToolHandler_DoesNothing)
+// The actions that need no tool end there as well.
+TEST_F(RecActions, WithoutAToolHandler_OpensNoAddressAndAsksForNoBootDisk)
 {
-    runScanFrom(0);
+    runScanFrom(12);
+    host.recorder().clear();
+    for (const bool withHandler : {false, true}) {
+        own->setToolHandler(withHandler ? tools : nullptr);
+        for (const int type : {0, 1, 2})
+            own->performRecAction({{"callByWin11Checker", true}, {"checkResultType", type}});
+        EXPECT_EQ(hostCalls(), withHandler ? QStringList({"window.openUrl list[QString:\"\"]",
+                                                          "deviceMgr.bootDisks list[int:0,bool:true]",
+                                                          "window.openUrl list[QString:\"\"]"})
+                                           : QStringList());
+    }
+    EXPECT_EQ(tools->calls, QStringList("ConvertDiskToGpt 0"));
+}
+
+TEST_F(RecActions, WithoutAToolHandler_RecordsStayUnperformedAndCanBePerformedLater)
+{
+    host.spec("partitionmanager").answer("hasDiskSmartInfoError", true);
+    runScanFrom(1);
     own->setToolHandler(nullptr);
-    EXPECT_EQ(act({{"callByWin11Checker", true}, {"checkResultType", 1}}), QStringList());
-    own->performRecAction({{"callByWin11Checker", true}, {"checkResultType", 0}});
-    EXPECT_EQ(host.recorder().sequence().count("window.openUrl"), 0);
+    EXPECT_EQ(act(), QStringList());
+    own->setToolHandler(tools);
+    EXPECT_EQ(act(), QStringList("DiskHealthCheck 0"));
+    EXPECT_EQ(refer("password_reset"), QStringList("PasswordReset"));
+    own->setToolHandler(nullptr);
+    EXPECT_EQ(act(), QStringList());
+    own->setToolHandler(tools);
+    EXPECT_EQ(act(), QStringList("PasswordReset"));
 }
 
 TEST_F(RecActions, EveryOwnReferralFunction_CallsItsTool)
@@ -369,6 +391,14 @@ TEST_F(RecActions, OpenUrl_GivesTheHostsAnswer)
         EXPECT_EQ(call.thread, QCoreApplication::instance()->thread());
 }
 
+TEST_F(RecActions, OpenUrl_OfAHostThatRefuses_IsFalse)
+{
+    host.spec("window").answer("openUrl", QVariant(false));
+    build();
+    EXPECT_FALSE(openUrlOnHost("http://x"));
+    EXPECT_EQ(hostCalls(), QStringList("window.openUrl list[QString:\"http://x\"]"));
+}
+
 TEST_F(RecActions, OpenUrl_WithoutTheMethod_IsFalse)
 {
     host.spec("window").remove("openUrl");
@@ -472,6 +502,20 @@ TEST_F(Answers, WithoutTheService_DoNothingAtAll)
     answer({{"result", 0}});
     EXPECT_EQ(hostCalls(), QStringList());
     EXPECT_EQ(state(), stateBytes(1, 1));
+}
+
+TEST_F(Answers, WhileTheServiceHasNoHandler_SaveTheStateAndCallNoTool)
+{
+    findSmartError();
+    startServiceHeld();
+    answer({{"result", 0}});
+    answer({{"callByWin11Checker", true}, {"checkResultType", 0}});
+    EXPECT_FALSE(serviceHasHandler());
+    EXPECT_EQ(hostCalls(), QStringList());
+    EXPECT_EQ(state(), stateBytes(2, 1));
+    letServiceGoOn();
+    answer({{"result", 0}});
+    EXPECT_EQ(hostCalls().count(kHealth), 1);
 }
 
 TEST_F(Answers, AfterAScanWithoutARecord_SaveTheStateAndDoNothingMore)

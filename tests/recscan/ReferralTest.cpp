@@ -154,6 +154,28 @@ TEST_F(Referral, Request_OnLaterScans_IsNotMade)
     EXPECT_EQ(service.paths(), QStringList());
 }
 
+TEST_F(Referral, Request_AddressWithBlanksAndOtherLetters_IsSentEncoded)
+{
+    ReferralService service(ReferralService::answering(kSuccess));
+    useService(service.address(QString::fromUtf8("/a b/\xc3\xa9?id=")));
+    QString result;
+    runOnOtherThread([&] { result = fetchSeoPage("7"); });
+    EXPECT_EQ(service.paths(), QStringList("/a%20b/%C3%A9?id=7"));
+}
+
+TEST_F(Referral, Report_WithoutANumber_HoldsTheIndexThatTheScanBeginsWith)
+{
+    for (const qint32 index : {5, 11, 12, 2147483647, -3}) {
+        setState(stateBytes(index, 0));
+        if (host.bridge() == nullptr)
+            build();
+        host.recorder().clear();
+        scan();
+        EXPECT_EQ(events("Info_SmartReferScan"),
+                  QStringList(QString("{\"case-index-start\":\"") + QString::number(index) + "\"}"));
+    }
+}
+
 // --- the answer
 
 TEST_F(Referral, Answer_Success_IsThePage)

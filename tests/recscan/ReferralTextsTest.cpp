@@ -2,6 +2,7 @@
 #include "recscan/FunctionTexts.h"
 #include "recscan/Referral.h"
 #include "tests/recscan/ExpectedTexts.h"
+#include "tests/recscan/TextTranslator.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +52,23 @@ TEST(FunctionTexts, EveryAgentFunction_IsRecommendedWithNoKeyToActOn)
         EXPECT_EQ(found->record.value("fun"), QVariant(secureBoot ? "convert_disk_to_gpt" : expected.key));
         EXPECT_TRUE(found->funKey.isEmpty());
         EXPECT_TRUE(found->fromReferral);
+    }
+}
+
+TEST(FunctionTexts, EveryTextAndButton_IsTranslatedInTheContextQObject)
+{
+    QStringList sources = {"Accept", "Cancel"};
+    std::vector<ExpectedFunction> functions = kExpectedOwn;
+    functions.insert(functions.end(), kExpectedAgent.begin(), kExpectedAgent.end());
+    for (const ExpectedFunction& function : functions)
+        sources << function.text;
+    const InstalledTranslator translator(sources);
+    for (const ExpectedFunction& function : functions) {
+        const auto found = recommendFunction(function.key);
+        ASSERT_TRUE(found.has_value()) << function.key;
+        EXPECT_EQ(found->record.value("msg"), QVariant(translated(function.text)));
+        EXPECT_EQ(found->record.value("buttons"),
+                  QVariant(QVariantList({translated("Accept"), translated("Cancel")})));
     }
 }
 

@@ -26,28 +26,6 @@ protected:
     }
     void bootDisks(const QVariantList& disks) { host.spec("deviceMgr").answer("bootDisks", disks); }
     void enableWin11() { host.spec("partitionmanager").answer("isWin11CheckerEnable", true); }
-    void passWin11()
-    {
-        const QString space = "ROOT\\CIMV2";
-        platform.rows[{space, "SELECT * FROM Win32_Processor"}] = {
-            {{"Name", "Intel i5"}, {"AddressWidth", 64}}};
-        platform.rows[{space, "SELECT * FROM Win32_OperatingSystem"}] = {{{"OSArchitecture", "64-bit"}}};
-        platform.rows[{space + "\\Security\\MicrosoftTPM", "SELECT * FROM Win32_TPM"}] = {
-            {{"IsActivated_InitialValue", true}, {"IsEnabled_InitialValue", true}, {"SpecVersion", "2.0"}}};
-        platform.firmware = 2;
-        platform.memoryKib = 8388608;
-        platform.volumes["C:"] = {8, 512, 64 * 1073741824ULL / 4096};
-        platform.hidden = [this](const QString& command) {
-            const bool directX = command.startsWith("dxdiag");
-            application.write(application.temp() + (directX ? "\\TVDxCheck.txt" : "\\TVSecBootCheck.txt"),
-                              directX ? "DDI Version: 12\nDriver Model: WDDM 3.0\n" : "True");
-        };
-        application.write(application.root() + "/Win11Checker/SupportedProcessorsIntel.txt", "i5\n");
-    }
-    void installBootChecker(const QByteArray& body)
-    {
-        application.script(application.root() + "/BootRepair/BootRepair_Console.exe", body);
-    }
     // Answers with the first button and gives the calls that reached the host.
     QStringList accept(const QVariantMap& more = {})
     {
@@ -108,7 +86,7 @@ TEST_F(ScanCases, Win10_BootDiskOfGptAndCheckFails_OffersUpgradeOptions)
 TEST_F(ScanCases, Win10_BootDiskOfGptAndCheckPasses_OffersToLearnMore)
 {
     enableWin11();
-    passWin11();
+    passReadinessChecks();
     bootDisks({QVariantMap{{"isGPT", true}}});
     EXPECT_EQ(typed(withoutTime(scanFrom(0))),
               "map{buttons=list[QString:\"Learn more\"],checkResultType=int:0,default=int:0,msg=QString:\"" +

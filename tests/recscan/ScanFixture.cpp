@@ -8,6 +8,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QTimer>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
@@ -156,22 +157,74 @@ void ScanFixture::waitForAnswers()
 
 void ScanFixture::startService()
 {
-    const int port = unusedPort();
+    beginService();
+    waitForService();
+}
+
+void ScanFixture::startServiceHeld()
+{
+    application.write(holdFile(), "");
+    beginService();
+}
+
+void ScanFixture::letServiceGoOn()
+{
+    QFile::remove(holdFile());
+    waitForService();
+}
+
+bool ScanFixture::serviceHasHandler()
+{
+    return AIBridgeAccess::server(host.bridge())->toolHandler() != nullptr;
+}
+
+void ScanFixture::beginService()
+{
+    port_ = unusedPort();
     QByteArray listing;
-    for (int busy = 9090; busy < port; ++busy)
+    for (int busy = 9090; busy < port_; ++busy)
         listing += "TCP 127.0.0.1:" + QByteArray::number(busy) + "\n";
     application.write(application.current() + "/listing", listing);
     application.script(application.current() + "/netstat",
-                       "while read -r line; do echo \"$line\"; done < \"" + application.current().toUtf8() +
-                           "/listing\"\n");
+                       "while [ -e \"" + holdFile().toUtf8() +
+                           "\" ]; do sleep 0.1; done\n"
+                           "while read -r line; do echo \"$line\"; done < \"" +
+                           application.current().toUtf8() + "/listing\"\n");
     qputenv("PATH", application.current().toUtf8() + QDir::listSeparator().toLatin1() + previousPath_);
     host.bridge()->init();
+}
+
+void ScanFixture::waitForService()
+{
     AIFuncallThread* server = AIBridgeAccess::server(host.bridge());
     ASSERT_TRUE(pumpUntil([&] {
         // Where somebody else has taken the port meanwhile, the handler is there all the same.
-        return server->isFinished() || (server->toolHandler() != nullptr && isListening(port));
+        return server->isFinished() || (server->toolHandler() != nullptr && isListening(port_));
     }));
     ASSERT_NE(server->toolHandler(), nullptr);
+}
+
+void ScanFixture::passReadinessChecks()
+{
+    const QString space = "ROOT\\CIMV2";
+    platform.rows[{space, "SELECT * FROM Win32_Processor"}] = {{{"Name", "Intel i5"}, {"AddressWidth", 64}}};
+    platform.rows[{space, "SELECT * FROM Win32_OperatingSystem"}] = {{{"OSArchitecture", "64-bit"}}};
+    platform.rows[{space + "\\Security\\MicrosoftTPM", "SELECT * FROM Win32_TPM"}] = {
+        {{"IsActivated_InitialValue", true}, {"IsEnabled_InitialValue", true}, {"SpecVersion", "2.0"}}};
+    platform.firmware = 2;
+    platform.memoryKib = 8388608;
+    platform.volumes["C:"] = {8, 512, 64 * 1073741824ULL / 4096};
+    platform.hidden = [this](const QString& command) {
+        const bool directX = command.startsWith("dxdiag");
+        application.write(application.temp() + (directX ? "\\TVDxCheck.txt" : "\\TVSecBootCheck.txt"),
+                          directX ? "DDI Version: 12\nDriver Model: WDDM 3.0\n" : "True");
+    };
+    application.write(application.root() + "/Win11Checker/SupportedProcessorsIntel.txt", "i5\n");
+}
+
+void ScanFixture::installBootChecker(const QByteArray& body)
+{
+    application.script(application.root() + "/BootRepair/BootRepair_Console.exe", body);
 }
 
 QByteArray ScanFixture::state() const

@@ -40,8 +40,17 @@ protected:
     /// doRecOperation, and waits until its action is over.
     void answer(const QVariantMap& answer);
     void waitForAnswers();
-    /// Starts the agent service, whose handler the actions need.
+    /// Starts the agent service, whose handler the actions need, and waits for it.
     void startService();
+    /// Starts the agent service and leaves it at its search for a port, without a handler.
+    void startServiceHeld();
+    /// Lets that service go on, and waits for it.
+    void letServiceGoOn();
+    bool serviceHasHandler();
+
+    /// Makes every readiness check pass, with a list of processors.
+    void passReadinessChecks();
+    void installBootChecker(const QByteArray& body);
 
     /// The state file.
     QByteArray state() const;
@@ -74,8 +83,13 @@ protected:
     QVariantList conversions;
 
 private:
+    void beginService();
+    void waitForService();
+    QString holdFile() const { return application.current() + QLatin1String("/hold"); }
+
     Platform::Scope scope_{platform};
     QByteArray previousPath_;
+    int port_ = 0;
 };
 
 /// The record without its time, after a look at the time's type and value.

@@ -14,12 +14,20 @@ constexpr qint64 kFiveGib = 5368709120;
 constexpr qint64 kTwoTib = 2199023255552;
 constexpr qint64 kThirtyTwoGib = 34359738368;
 
+QString filled(const char* text, const QString& value)
+{
+    return QString(text).replace("%1", value).replace("%2", value);
+}
+
 class ScanLimits : public testing::Test
 {
 protected:
     ScanLimits()
     {
         qputenv("AIBRIDGE_UEFI", "1");
+        host.spec("partitionmanager").answer("doFunFromAI", [this](const QVariantList&) {
+            return QVariant(!refuse);
+        });
         host.build();
         subject.bridge = host.bridge();
         subject.engine = host.engine();
@@ -69,14 +77,10 @@ protected:
 
     FakePlatform platform;
     Platform::Scope scope{platform};
+    bool refuse = false; ///< the host's page accepts no function
     RecordingHost host;
     ScanSubject subject;
 };
-
-QString filled(const char* text, const QString& value)
-{
-    return QString(text).replace("%1", value).replace("%2", value);
-}
 
 TEST_F(ScanLimits, UnknownIndex_HasNothingToSay)
 {
@@ -204,17 +208,26 @@ TEST_F(ScanLimits, SystemDriveCases_WithoutSystemDirectoryOrLetter_DoNotFire)
         EXPECT_FALSE(fires(index)) << index;
 }
 
-TEST_F(ScanLimits, SystemDrive_SizesOfGarbage_DoNotCrash)
+// Only two of these pairs have a drive short of space and another with room: the free bytes wrap round at 64
+// bits, and nothing divided by nothing is above no limit.
+TEST_F(ScanLimits, Drives_WithSizesOutOfRange_AreJudgedByTheSameTwoLimits)
 {
     const qint64 least = std::numeric_limits<qint64>::min();
     const qint64 most = std::numeric_limits<qint64>::max();
+    addDisk(0);
     for (const qint64 size : {least, qint64(-1), qint64(0), most}) {
         for (const qint64 used : {least, qint64(-1), qint64(0), most}) {
             subject.partitionsByDisk.clear();
             addSystem(partition(0, "C", size, used));
             add(partition(0, "D", used, size));
-            runScanCase(2, subject);
-            runScanCase(3, subject);
+            const bool onlyD = size == 0 && used == most;
+            const bool onlyC = size == most && used == 0;
+            EXPECT_EQ(message(2), onlyD ? filled(kTextSmartLayoutSystem, "C") : QString())
+                << size << ' ' << used;
+            EXPECT_EQ(message(3), onlyD   ? filled(kTextSmartLayout, "C")
+                                  : onlyC ? filled(kTextSmartLayout, "D")
+                                          : QString())
+                << size << ' ' << used;
         }
     }
 }
@@ -262,6 +275,22 @@ TEST_F(ScanLimits, Drive_TheFirstShortOneOfTheFirstFittingDisk_IsNamed)
     add(partition(5, "D", 10 * kGib, 9 * kGib));
     add(partition(5, "E", 10 * kGib, 9 * kGib));
     EXPECT_EQ(message(3), filled(kTextSmartLayout, "D"));
+}
+
+TEST_F(ScanLimits, Drive_OfTheFirstFittingDiskIsRefused_NoOtherDiskIsTried)
+{
+    for (const int disk : {0, 1}) {
+        addDisk(disk);
+        add(partition(disk, disk == 0 ? "D" : "F", 10 * kGib, 9 * kGib));
+        add(partition(disk, "", 100 * kGib, 0));
+    }
+    EXPECT_EQ(message(3), filled(kTextSmartLayout, "D"));
+    host.recorder().clear();
+    refuse = true;
+    EXPECT_FALSE(fires(3));
+    ASSERT_EQ(host.recorder().calls().size(), 1u);
+    EXPECT_EQ(typed(host.recorder().calls().front().arguments),
+              "list[int:1,map{TestFunValid=bool:true,driveLetter=QString:\"D\"}]");
 }
 
 TEST_F(ScanLimits, Drive_DiskThatIsNotInTheDiskList_IsNotWalked)
@@ -366,6 +395,8 @@ TEST_F(ScanLimits, MbrBootDisk_FiresOnlyOnAMachineWithUefi)
     qputenv("AIBRIDGE_UEFI", "0");
     EXPECT_FALSE(fires(4));
     subject.partitionsByDisk[0][0].isBootPartitionContainer = false;
+    EXPECT_TRUE(fires(4));
+    subject.partitionsByDisk.clear();
     EXPECT_TRUE(fires(4));
 }
 

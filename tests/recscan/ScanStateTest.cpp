@@ -8,6 +8,7 @@
 #include "tests/support/Threads.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
@@ -44,6 +45,25 @@ TEST_F(ScanRun, FirstScan_ACaseFires_FileHoldsIndex0AllTheSame)
     build();
     ASSERT_EQ(scan().size(), 1);
     EXPECT_EQ(state(), stateBytes(0, 1));
+}
+
+TEST_F(ScanRun, FirstScan_SavesTheStateAfterTheReferralRuleAndBeforeTheFirstCase)
+{
+    QByteArray duringReferral = "not asked";
+    QByteArray duringCases = "not asked";
+    host.spec("__qml_executer").answer("sendUserInfo", [&](const QVariantList& arguments) {
+        if (arguments.value(1).toString() == "Info_SmartReferScan")
+            duringReferral = state();
+        return QVariant();
+    });
+    host.spec("partitionmanager").answer("isWin11CheckerEnable", [&](const QVariantList&) {
+        duringCases = state();
+        return QVariant(false);
+    });
+    build();
+    scan();
+    EXPECT_EQ(duringReferral, QByteArray());
+    EXPECT_EQ(duringCases, stateBytes(0, 1));
 }
 
 TEST_F(ScanRun, ReferralNumberWithNoMatch_RunsNoCaseThatTimeAndTheCasesNextTime)
@@ -137,6 +157,9 @@ TEST_F(ScanRun, SecondScanAfterARecord_EmitsTheSameRecordWithItsOldTime)
     const QVariantMap first = scanFrom(0);
     ASSERT_FALSE(first.isEmpty());
     host.recorder().clear();
+    // The times of two records differ only from one second to the next.
+    ASSERT_TRUE(
+        pumpUntil([&] { return QDateTime::currentSecsSinceEpoch() > first.value("time").toLongLong(); }));
     const QVariantList again = scan();
     ASSERT_EQ(again.size(), 1);
     EXPECT_EQ(again.first().toMap(), first);

@@ -1,0 +1,118 @@
+// How long the scan waits for the referral service, on a clock that the test moves: the calls that read the
+// system's clock pass through here.
+#include "tests/recscan/ReferralService.h"
+#include "tests/recscan/ScanFixture.h"
+
+#include "recscan/Referral.h"
+#include "tests/support/Threads.h"
+
+#include <QtCore/QMetaObject>
+#include <QtCore/QTimer>
+#include <QtNetwork/QTcpSocket>
+
+#include <atomic>
+#include <future>
+
+#include <ctime>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+// How far the monotonic clock of every thread but the first is ahead, so that the test's own limits and
+// timers keep the real time.
+std::atomic<long> secondsAhead{0};
+
+} // namespace
+
+extern "C" Q_DECL_EXPORT int clock_gettime(clockid_t clock, timespec* time) noexcept
+{
+    const int result = static_cast<int>(syscall(SYS_clock_gettime, clock, time));
+    if (result == 0 && clock == CLOCK_MONOTONIC && syscall(SYS_gettid) != getpid())
+        time->tv_sec += secondsAhead;
+    return result;
+}
+
+namespace {
+
+const QByteArray kSuccess = "{\"status\":\"Success\",\"url\":\"the page\"}";
+
+// fetchSeoPage on a thread of its own, whose event loop the test can reach.
+class ReferralWait : public ScanFixture
+{
+protected:
+    void startRequest()
+    {
+        setConfig("[main]\nseoUrl=" + service.address("/?id=").toUtf8() + "\n");
+        result = std::async(std::launch::async, [this, go = mayEnd.get_future().share()] {
+            QObject inThatThread;
+            receiver = &inThatThread;
+            const QString page = fetchSeoPage("7");
+            isOver = true;
+            go.wait();
+            return page;
+        });
+        EXPECT_TRUE(pumpUntil([this] { return asking != nullptr; }));
+    }
+    // After this call every timer of the waiting thread that was to expire within a day has done so: the loop
+    // has gone round twice on the new time.
+    void passADay()
+    {
+        secondsAhead += 86400;
+        for (int round = 0; round < 2; ++round) {
+            std::atomic<bool> wentRound{false};
+            QMetaObject::invokeMethod(
+                receiver, [&] { wentRound = true; }, Qt::QueuedConnection);
+            ASSERT_TRUE(pumpUntil([&] { return wentRound || isOver; }));
+            if (isOver)
+                return;
+        }
+    }
+    void reply()
+    {
+        asking->write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(kSuccess.size()) +
+                      "\r\nConnection: close\r\n\r\n" + kSuccess);
+        asking->disconnectFromHost();
+    }
+    QString end()
+    {
+        EXPECT_TRUE(pumpUntil([this] { return isOver.load(); }));
+        mayEnd.set_value();
+        return result.get();
+    }
+
+    ReferralService service{[this](QTcpSocket& socket, const QString&) { asking = &socket; }};
+    QTcpSocket* asking = nullptr;
+    std::atomic<QObject*> receiver{nullptr};
+    std::atomic<bool> isOver{false};
+    std::promise<void> mayEnd;
+    std::future<QString> result;
+};
+
+TEST_F(ReferralWait, ReplyAfterThreeDays_IsStillTaken)
+{
+    startRequest();
+    for (int day = 1; day <= 3; ++day) {
+        passADay();
+        EXPECT_FALSE(isOver) << "given up on day " << day;
+    }
+    if (!isOver)
+        reply();
+    EXPECT_EQ(end(), "the page");
+}
+
+// Without it the test above would prove nothing.
+TEST_F(ReferralWait, ClockThatTheTestMoves_IsTheOneOfTheWaitingThread)
+{
+    startRequest();
+    std::atomic<bool> expired{false};
+    QMetaObject::invokeMethod(
+        receiver, [&] { QTimer::singleShot(23 * 3600 * 1000, receiver, [&] { expired = true; }); },
+        Qt::BlockingQueuedConnection);
+    passADay();
+    EXPECT_TRUE(expired);
+    reply();
+    EXPECT_EQ(end(), "the page");
+}
+
+} // namespace
