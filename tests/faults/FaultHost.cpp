@@ -48,6 +48,8 @@ FaultHost::FaultHost(const FaultCase& row, const std::function<void(RecordingHos
     host_.spec("deviceMgr").answer("disks", QVariant(machine::disks()));
     host_.spec("toolbox").answer("check4kAlign", QVariant(false));
     host_.spec("partitionrecovery").answer("isRawPart", QVariant(true));
+    // A component is connected to a signal only, and the recording host has none.
+    host_.spec("multilanguage").remove("sigCurrentLanguageChanged").signal("sigCurrentLanguageChanged()");
     setMood(row.mood);
     if (prepare)
         prepare(host_);

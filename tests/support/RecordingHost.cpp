@@ -38,7 +38,7 @@ RecordingHost::RecordingHost()
         .method("isFunValid(int,QVariantMap)", "bool", yes)
         .method("isGPT2MBRValid(QVariantMap)", "QString")
         .method("isMBR2GPTValid(QVariantMap)", "QString");
-    spec("multilanguage").signal("sigCurrentLanguageChanged()");
+    spec("multilanguage").method("sigCurrentLanguageChanged()");
     spec(kMain)
         .property("busy", "bool", false)
         .method("doprfunction(QVariant)")
