@@ -100,11 +100,29 @@ TEST_F(OwnKey, RegistryString_EmptyText_IsAnEmptyTextAndNotNothing)
     EXPECT_EQ(*text, QString());
 }
 
-TEST_F(OwnKey, RegistryString_NumberOrTextWithVariables_IsNothing)
+TEST_F(OwnKey, RegistryString_Number_IsMissing)
 {
     add(QStringLiteral("number"), QStringLiteral("REG_DWORD"), QStringLiteral("64"));
     ASSERT_EQ(regValue(path_, QStringLiteral("number")), QStringLiteral("0x40"));
     EXPECT_FALSE(Platform::instance().registryString(path_, QStringLiteral("number")).has_value());
+}
+
+TEST_F(OwnKey, RegistryString_TextWithVariables_IsExpandedBySystem)
+{
+    add(QStringLiteral("path"), QStringLiteral("REG_EXPAND_SZ"), QStringLiteral("%SystemRoot%\\bin"));
+    EXPECT_EQ(Platform::instance().registryString(path_, QStringLiteral("path")),
+              qEnvironmentVariable("SystemRoot") + QStringLiteral("\\bin"));
+}
+
+TEST_F(OwnKey, RegistryString_SecondTerminatingZero_IsPartOfTheText)
+{
+    const std::wstring data(L"ARM64\0\0", 7);
+    ASSERT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, path_.toStdWString().c_str(), L"zeros", REG_SZ, data.data(),
+                              static_cast<DWORD>(data.size() * sizeof(wchar_t))),
+              ERROR_SUCCESS);
+    const auto text = Platform::instance().registryString(path_, QStringLiteral("zeros"));
+    ASSERT_TRUE(text.has_value());
+    EXPECT_EQ(*text, QString::fromLatin1("ARM64\0", 6));
 }
 
 TEST(WindowsVersion, IsWhatTheShellSays)
