@@ -75,6 +75,70 @@ MUTATIONS = [
      "test_scan_state"),
     ("a disk without a SSD flag is one", "tools/InventoryRecords.cpp", 'FLAG("isSSD", isSsd)', 'FLAG("isSsd", isSsd)',
      "test_inventory"),
+    # The component and its manager.
+    ("the script engine owns the component", "plugin/ComponentBase.cpp", "QQmlEngine::CppOwnership",
+     "QQmlEngine::JavaScriptOwnership", "test_plugin_object"),
+    ("another pointer is stored for a null engine", "plugin/ComponentBase.cpp",
+     "    if (engine == nullptr)\n        return;\n    engine->rootContext()",
+     "    if (engine == nullptr)\n        engine_.store(reinterpret_cast<QQmlApplicationEngine*>(this));\n"
+     "    if (engine == nullptr)\n        return;\n    engine->rootContext()", "test_plugin_object"),
+    ("the first check-point follows the load", "plugin/ComponentMgr.cpp",
+     "    step(__LINE__);\n    // The library stays loaded when its QLibrary is destroyed.\n"
+     "    const ComponentFactory factory = library.load() ? componentFactory(library) : nullptr;\n",
+     "    // The library stays loaded when its QLibrary is destroyed.\n"
+     "    const ComponentFactory factory = library.load() ? componentFactory(library) : nullptr;\n    step(__LINE__);\n",
+     "test_component_mgr"),
+    ("init is outside its check-points", "plugin/ComponentMgr.cpp",
+     "    component->init();\n    step(__LINE__);\n", "    step(__LINE__);\n    component->init();\n", "test_component_mgr"),
+    ("a check-point after the announcement is missing", "plugin/ComponentMgr.cpp",
+     "    Q_EMIT sigNewComponent(name, parentCom);\n    step(__LINE__);\n",
+     "    Q_EMIT sigNewComponent(name, parentCom);\n", "test_component_mgr"),
+    ("the language is connected after the announcement", "plugin/ComponentMgr.cpp",
+     "    connectLanguage(contextObject(engine, QStringLiteral(\"multilanguage\")), component);\n"
+     "    step(__LINE__);\n    Q_EMIT sigNewComponent(name, parentCom);\n",
+     "    step(__LINE__);\n    Q_EMIT sigNewComponent(name, parentCom);\n"
+     "    connectLanguage(contextObject(engine, QStringLiteral(\"multilanguage\")), component);\n", "test_component_mgr"),
+    ("an invokable of the manager changes place", "plugin/ComponentMgr.h",
+     "    Q_INVOKABLE QObject* component(QString name);\n",
+     "    Q_INVOKABLE void reload() {}\n    Q_INVOKABLE QObject* component(QString name);\n", "test_component_mgr"),
+    ("the clock does not wrap at midnight", "plugin/TestTime.cpp", "elapsed < 0 ? elapsed + dayMs : elapsed", "elapsed",
+     "test_test_time"),
+    ("an unsigned parameter is not called", "plugin/HostSignature.cpp", "    case QMetaType::UInt:\n",
+     "", "test_host_signature"),
+    ("the scan ends before the service", "plugin/AIBridge.cpp",
+     "    if (serverThread != nullptr) {\n        serverThread->stopServer();",
+     "    if (recScanThread != nullptr) {\n        recScanThread->requestStop();\n"
+     "        recScanThread->wait(QDeadlineTimer(QDeadlineTimer::Forever));\n    }\n"
+     "    if (serverThread != nullptr) {\n        serverThread->stopServer();", "test_release"),
+    ("init after Release does nothing", "plugin/AIBridge.cpp", "    if (isServerRunning())\n        return;",
+     "    if (serverThread != nullptr)\n        return;", "test_service_rounds"),
+    # Widths, letters and selectors.
+    ("sizes are read as 32-bit numbers", "tools/InventoryRecords.cpp", "r.field = v.toLongLong();", "r.field = v.toInt();",
+     "test_inventory"),
+    ("the sector size of an offset is signed", "tools/InventoryRecords.cpp", "r.sectorSize = v.toULongLong();",
+     "r.sectorSize = static_cast<quint64>(v.toInt());", "test_inventory"),
+    ("the letter a stays small", "tools/Inventory.cpp", "letter >= 'a' && letter <= 'z'", "letter > 'a' && letter <= 'z'",
+     "test_inventory"),
+    ("the letter z stays small", "tools/Inventory.cpp", "letter >= 'a' && letter <= 'z'", "letter >= 'a' && letter < 'z'",
+     "test_inventory"),
+    ("an empty target letter is replaced", "tools/PartitionTools.cpp",
+     "setParam(kTargetDriveLetter, QVariant(normalisedLetter(targetDriveLetter)));",
+     "setParam(kTargetDriveLetter, QVariant(targetDriveLetter.empty() ? QStringLiteral(\"CreateNew\")\n"
+     "                                                                   : normalisedLetter(targetDriveLetter)));",
+     "test_page_tools"),
+    ("the selector of a cloned disk is the general one", "tools/CloneTools.cpp",
+     "withType(disk(bridge, destDiskIndex), CloneDisk), sourceDiskIndex);",
+     "withType(disk(bridge, destDiskIndex), CloneDisk), SelectNone);", "test_guided_tools"),
+    ("the system letter keeps its case", "tools/CloneTools.cpp", "rootPath.left(1).toUpper()", "rootPath.left(1)",
+     "test_guided_tools"),
+    ("an empty root has another letter", "tools/CloneTools.cpp", 'QStringLiteral("C")', 'QStringLiteral("D")',
+     "test_guided_tools"),
+    ("the message is logged with a null bridge", "service/ZorHandleGate.cpp",
+     "    if (bridge == nullptr)\n        return;\n    const QString call = QString::fromStdString(toolCalls);\n"
+     "    qDebug() << \"CZorHandle::PreProcessing\" << __LINE__ << \"toolCalls0:\" << call;",
+     "    const QString call = QString::fromStdString(toolCalls);\n"
+     "    qDebug() << \"CZorHandle::PreProcessing\" << __LINE__ << \"toolCalls0:\" << call;\n"
+     "    if (bridge == nullptr)\n        return;", "test_gate"),
 ]
 
 
