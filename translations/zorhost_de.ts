@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>agent service on %1</source>
-        <translation>Agentendienst auf %1</translation>
+        <translation>Dienst auf %1</translation>
     </message>
     <message>
         <source>busy: %1</source>

@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Layouts 1.15
 
 RowLayout {
-    spacing: 12
+    spacing: 10
 
     Column {
         Layout.leftMargin: 4
@@ -14,7 +14,16 @@ RowLayout {
         tone: host.servicePlace === "" ? "warn" : "good"
         text: host.servicePlace === "" ? qsTr("service is starting") : qsTr("agent service on %1").arg(host.servicePlace)
     }
-    Badge { objectName: "busyBadge"; visible: host.work !== ""; tone: "accent"; text: qsTr("busy: %1").arg(host.work) }
+    Badge {
+        objectName: "busyBadge"
+        // The only part that may be cut off: the list of tasks has the name too.
+        Layout.fillWidth: true
+        Layout.minimumWidth: 0
+        Layout.maximumWidth: implicitWidth
+        visible: host.work !== ""
+        tone: "accent"
+        text: qsTr("busy: %1").arg(host.work)
+    }
     Badge { objectName: "popupBadge"; visible: host.dialogOpen || guide.dialog; tone: "warn"; text: qsTr("dialog open") }
     Item { Layout.fillWidth: true }
     Toggle { objectName: "win11Toggle"; text: qsTr("Windows 11 checker"); checked: host.win11Checker; onToggled: host.win11Checker = checked }

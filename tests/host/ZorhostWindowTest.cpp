@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <set>
 
@@ -114,8 +115,13 @@ Account accountOf(const QString& language)
     QFile file(host.file("transcript"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     QStringList transcript = linesWithout(file.readAll(), "\"(ms|time)\":(\"[^\"]*\"|\\d+),?");
-    // The agent asks the gate until it lets it in, which takes as often as it takes.
-    transcript.removeDuplicates();
+    // The number and the results of the gate's reads depend on how often the agent had to ask.
+    transcript.erase(std::remove_if(transcript.begin(), transcript.end(),
+                                    [](const QString& line) {
+                                        return line.contains("\"member\":\"popuped\"") ||
+                                               line.contains("\"member\":\"busy\"");
+                                    }),
+                     transcript.end());
     return {linesWithout(host.output(), "(?m)^\\d\\d:\\d\\d:\\d\\d\\.\\d{3} |:\\d+$"), transcript};
 }
 
