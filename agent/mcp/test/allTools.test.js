@@ -73,7 +73,7 @@ async function throughGateway(client, { tool, args }) {
 // A host pauses two seconds after each tool that acts, so the calls are dealt out to several pairs of hosts at once.
 const shares = 5;
 
-test('EveryTool_AnswersThroughTheGatewayAsThroughZorcall', { timeout: 170000 }, async (t) => {
+test('EveryTool_AnswersThroughTheGatewayAsThroughZorcall', { timeout: 870000 }, async (t) => {
     const all = calls();
     assert.deepEqual(all.map(({ tool }) => tool.name).sort(), table.tools.map((tool) => tool.name).sort());
     const size = Math.ceil(all.length / shares);

@@ -20,7 +20,7 @@ function npm(cwd, ...args) {
     return run.stdout.trim();
 }
 
-test('Package_StartsFromAnEmptyFolderWithoutTheNetwork', { timeout: 110000 }, async (t) => {
+test('Package_StartsFromAnEmptyFolderWithoutTheNetwork', { timeout: 870000 }, async (t) => {
     const scratch = mkdtempSync(join(tmpdir(), 'aibridge-mcp-'));
     t.after(() => rmSync(scratch, { recursive: true, force: true }));
     const archive = npm(folder, 'pack', '--pack-destination', scratch).split('\n').at(-1) ?? '';
