@@ -37,7 +37,7 @@ QVariant cell(const TaskQueue& queue, int row, const char* role)
 
 bool pumpUntilIdle(const TaskQueue& queue)
 {
-    return pumpUntil([&] { return !queue.isAtWork(); });
+    return pumpUntil([&] { return !queue.isAtWork(); }, 120000);
 }
 
 TaskPlan endless()

@@ -500,6 +500,10 @@ TEST_P(WindowGermanLayout, NoTextOfTheWindowIsCutOff)
     expectWhole("dialog");
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, WindowGermanLayout, testing::Values(QSize(1280, 720), QSize(960, 600)));
+INSTANTIATE_TEST_SUITE_P(Sizes, WindowGermanLayout, testing::Values(QSize(1280, 720), QSize(960, 600)),
+                         [](const testing::TestParamInfo<QSize>& size) {
+                             return std::to_string(size.param.width()) + "x" +
+                                    std::to_string(size.param.height());
+                         });
 
 } // namespace
