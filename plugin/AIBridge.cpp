@@ -69,9 +69,11 @@ void AIBridge::Release()
     if (serverThread != nullptr) {
         serverThread->stopServer();
         serverThread->wait(QDeadlineTimer(QDeadlineTimer::Forever));
+        handover::take();
     }
     if (recScanThread != nullptr) {
         recScanThread->requestStop();
         recScanThread->wait(QDeadlineTimer(QDeadlineTimer::Forever));
+        handover::take();
     }
 }

@@ -1,5 +1,6 @@
 #include "service/ToolServer.h"
 
+#include "plugin/HandOver.h"
 #include "service/ServerSocket.h"
 #include "service/StreamTransport.h"
 
@@ -28,7 +29,9 @@ public:
                  std::shared_ptr<thrift::protocol::TProtocol> out, void* context) override
     {
         try {
-            return ZORNativePluginProcessor::process(in, out, context);
+            const bool goesOn = ZORNativePluginProcessor::process(in, out, context);
+            handover::give();
+            return goesOn;
         } catch (const thrift::TException&) {
             throw;
         } catch (const std::exception& exception) {

@@ -73,6 +73,7 @@ public:
     Q_INVOKABLE bool ofSpelledScoped(Page::Scoped v) { return ran(int(v)); }
     Q_INVOKABLE bool ofNarrow(Narrow v) { return ran(int(v)); }
     Q_INVOKABLE bool ofWide(Wide v) { return ran(qint64(v)); }
+    Q_INVOKABLE void goHome() { moveToThread(QCoreApplication::instance()->thread()); }
     Q_INVOKABLE bool ofInherited(Inherited v) { return ran(int(v)); }
     Q_INVOKABLE bool ofRegistered(Registered v) { return ran(int(v)); }
     Q_INVOKABLE bool ofSpelledRegistered(Page::Registered v) { return ran(int(v)); }
@@ -316,9 +317,7 @@ TEST(HostSignature, CallThatQtQueues_CarriesTheWholeValue)
     EXPECT_TRUE(orderHost(&page, "ofWide", ConnectionRule::Call, -2));
     thread.start();
     // The event queue of the thread is served in order.
-    QMetaObject::invokeMethod(
-        &page, [&page] { page.moveToThread(QCoreApplication::instance()->thread()); },
-        Qt::BlockingQueuedConnection);
+    EXPECT_TRUE(orderHost(&page, "goHome", ConnectionRule::Blocking));
     thread.quit();
     thread.wait();
     EXPECT_EQ(page.calls, 1);

@@ -3,10 +3,12 @@
 #include "tests/recscan/ReferralService.h"
 #include "tests/recscan/ScanFixture.h"
 
+#include "plugin/HandOver.h"
 #include "recscan/Referral.h"
 #include "tests/support/Threads.h"
 
-#include <QtCore/QMetaObject>
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
 #include <QtCore/QTimer>
 #include <QtNetwork/QTcpSocket>
 
@@ -37,6 +39,30 @@ namespace {
 
 const QByteArray kSuccess = "{\"status\":\"Success\",\"url\":\"the page\"}";
 
+// An object of the waiting thread. It is reached by events and not by functors, because the thread sanitizer
+// sees the order of events only.
+class Waiting : public QObject
+{
+public:
+    static constexpr QEvent::Type kRound = QEvent::User;
+    static constexpr QEvent::Type kStartTimer = static_cast<QEvent::Type>(QEvent::User + 1);
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() == kRound) {
+            ++rounds;
+        } else if (event->type() == kStartTimer) {
+            QTimer::singleShot(23 * 3600 * 1000, this, [this] { expired = true; });
+            timerStarted = true;
+        }
+        return QObject::event(event);
+    }
+
+    std::atomic<int> rounds{0};
+    std::atomic<bool> timerStarted{false};
+    std::atomic<bool> expired{false};
+};
+
 // fetchSeoPage on a thread of its own, whose event loop the test can reach.
 class ReferralWait : public ScanFixture
 {
@@ -45,7 +71,7 @@ protected:
     {
         setConfig("[main]\nseoUrl=" + service.address("/?id=").toUtf8() + "\n");
         result = std::async(std::launch::async, [this, go = mayEnd.get_future().share()] {
-            QObject inThatThread;
+            Waiting inThatThread;
             receiver = &inThatThread;
             const QString page = fetchSeoPage("7");
             isOver = true;
@@ -60,13 +86,18 @@ protected:
     {
         secondsAhead += 86400;
         for (int round = 0; round < 2; ++round) {
-            std::atomic<bool> wentRound{false};
-            QMetaObject::invokeMethod(
-                receiver, [&] { wentRound = true; }, Qt::QueuedConnection);
-            ASSERT_TRUE(pumpUntil([&] { return wentRound || isOver; }));
+            const int seen = receiver.load()->rounds;
+            post(Waiting::kRound);
+            ASSERT_TRUE(pumpUntil([&] { return receiver.load()->rounds > seen || isOver; }));
             if (isOver)
                 return;
         }
+    }
+    void post(QEvent::Type type)
+    {
+        auto* event = new QEvent(type);
+        handover::give();
+        QCoreApplication::postEvent(receiver, event);
     }
     void reply()
     {
@@ -83,7 +114,7 @@ protected:
 
     ReferralService service{[this](QTcpSocket& socket, const QString&) { asking = &socket; }};
     QTcpSocket* asking = nullptr;
-    std::atomic<QObject*> receiver{nullptr};
+    std::atomic<Waiting*> receiver{nullptr};
     std::atomic<bool> isOver{false};
     std::promise<void> mayEnd;
     std::future<QString> result;
@@ -105,12 +136,10 @@ TEST_F(ReferralWait, ReplyAfterThreeDays_IsStillTaken)
 TEST_F(ReferralWait, ClockThatTheTestMoves_IsTheOneOfTheWaitingThread)
 {
     startRequest();
-    std::atomic<bool> expired{false};
-    QMetaObject::invokeMethod(
-        receiver, [&] { QTimer::singleShot(23 * 3600 * 1000, receiver, [&] { expired = true; }); },
-        Qt::BlockingQueuedConnection);
+    post(Waiting::kStartTimer);
+    ASSERT_TRUE(pumpUntil([this] { return receiver.load()->timerStarted.load(); }));
     passADay();
-    EXPECT_TRUE(expired);
+    EXPECT_TRUE(receiver.load()->expired);
     reply();
     EXPECT_EQ(end(), "the page");
 }

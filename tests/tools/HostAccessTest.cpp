@@ -208,6 +208,7 @@ class Callee : public QObject
 
 public:
     Q_INVOKABLE void run() { ranOn = QThread::currentThread(); }
+    Q_INVOKABLE void doNothing() {}
 
     std::atomic<QThread*> ranOn{nullptr};
 };
@@ -226,8 +227,7 @@ public:
     {
         thread.start();
         // Returns once all that was queued before has run.
-        QMetaObject::invokeMethod(
-            &callee, [] {}, Qt::BlockingQueuedConnection);
+        EXPECT_TRUE(orderHost(&callee, "doNothing", ConnectionRule::Blocking));
     }
 
     QThread thread;
