@@ -7,8 +7,54 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <thrift/server/TThreadedServer.h>
+
+#include <atomic>
 #include <stdexcept>
 #include <vector>
+
+namespace {
+
+// Reports that this thread itself listens. A connection alone does not prove it: a host of a test that runs
+// at the same time can take the port between the reservation and the bind.
+class AnnouncingThread : public AIFuncallThread
+{
+public:
+    using AIFuncallThread::AIFuncallThread;
+
+    bool isListening() const { return *listens_; }
+
+protected:
+    std::unique_ptr<apache::thrift::server::TThreadedServer>
+    makeServer(const std::shared_ptr<CZorHandle>& tools, const std::string& address, int port) override
+    {
+        auto built = AIFuncallThread::makeServer(tools, address, port);
+        built->setServerEventHandler(std::make_shared<Handler>(listens_));
+        return built;
+    }
+
+private:
+    using Flag = std::shared_ptr<std::atomic<bool>>;
+
+    // The runtime calls preServe once listen has succeeded.
+    struct Handler : apache::thrift::server::TServerEventHandler
+    {
+        explicit Handler(Flag listens) : listens_(std::move(listens)) {}
+        void preServe() override { *listens_ = true; }
+
+        Flag listens_;
+    };
+
+    Flag listens_ = std::make_shared<std::atomic<bool>>(false);
+};
+
+bool hasOwnListener(const AIFuncallThread& thread, int port)
+{
+    const auto* announcing = dynamic_cast<const AnnouncingThread*>(&thread);
+    return announcing == nullptr ? RawClient::isListening(port) : announcing->isListening();
+}
+
+} // namespace
 
 QByteArray listingThatLeadsTo(int port)
 {
@@ -46,7 +92,7 @@ int unusedPort()
 
 std::unique_ptr<AIFuncallThread> ServiceRunner::makePlainThread(AIBridge* bridge)
 {
-    return std::make_unique<AIFuncallThread>(bridge);
+    return std::make_unique<AnnouncingThread>(bridge);
 }
 
 ServiceRunner::ServiceRunner(AIBridge* bridge, const MakeThread& makeThread)
@@ -57,7 +103,7 @@ ServiceRunner::ServiceRunner(AIBridge* bridge, const MakeThread& makeThread)
         const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(port())));
         thread_ = makeThread(bridge);
         thread_->start();
-        pumpUntil([this] { return thread_->isFinished() || RawClient::isListening(port()); });
+        pumpUntil([this] { return thread_->isFinished() || hasOwnListener(*thread_, port()); });
         if (!thread_->isFinished())
             return;
     }
