@@ -38,7 +38,7 @@ class Page : public Enumerations
     Q_OBJECT
 
 public:
-    enum Plain { PlainZero, PlainSeven = 7 };
+    enum Plain : int { PlainZero, PlainSeven = 7 };
     Q_ENUM(Plain)
     enum class Scoped { Zero, Seven = 7 };
     Q_ENUM(Scoped)
@@ -56,8 +56,8 @@ public:
     Q_ENUM(RegisteredBool)
     enum class Bool : bool { No, Yes };
     Q_ENUM(Bool)
-    enum Unknown { UnknownZero, UnknownSeven = 7 };
-    enum Flag { FlagOne = 1 };
+    enum Unknown : int { UnknownZero, UnknownSeven = 7 };
+    enum Flag : int { FlagOne = 1 };
     Q_DECLARE_FLAGS(Flags, Flag)
     Q_FLAG(Flags)
 
