@@ -513,7 +513,7 @@
         <translation>Das laufende System benötigt seinen Laufwerkbuchstaben.</translation>
     </message>
     <message>
-        <source>the new letter is none, or is taken</source>
+        <source>the new letter is not a drive letter, or is already in use</source>
         <translation>Der neue Laufwerkbuchstabe ist ungültig oder bereits vergeben.</translation>
     </message>
     <message>

@@ -513,8 +513,8 @@
         <translation>the running system needs its letter</translation>
     </message>
     <message>
-        <source>the new letter is none, or is taken</source>
-        <translation>the new letter is none, or is taken</translation>
+        <source>the new letter is not a drive letter, or is already in use</source>
+        <translation>the new letter is not a drive letter, or is already in use</translation>
     </message>
     <message>
         <source>only a primary drive of an MBR disk can be made active, once</source>

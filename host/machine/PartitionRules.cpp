@@ -233,7 +233,8 @@ Answer changeLetter(const Question& q)
         !letterOf(letter).isEmpty() && (letter.size() == 1 || letter.mid(1) == QLatin1String(":"));
     return wellFormed && q.machine.partition(letter) == nullptr
                ? yes()
-               : no(QT_TRANSLATE_NOOP("Sandbox", "the new letter is none, or is taken"));
+               : no(QT_TRANSLATE_NOOP("Sandbox",
+                                      "the new letter is not a drive letter, or is already in use"));
 }
 
 Answer changeLabel(const Question& q)

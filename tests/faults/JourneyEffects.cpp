@@ -112,8 +112,8 @@ const Effect kEffects[] = {
     {"diskconverter.isGPT2MBRValid", Throws, "ConversionCheck",
      "isFunValid isMBR2GPTValid isFunValid isGPT2MBRValid isFunValid | false true true"},
 
-    // A missing page or disk refuses the clone; a complaint that cannot be asked for is none. An order that
-    // could not be delivered counts as given once its method is there.
+    // A missing page or disk refuses the clone. An objection that cannot be asked for counts as missing. An
+    // order that could not be delivered counts as given if its method exists.
     {"clone", NoObject, "PageCalls", "closeGuide disks closeGuide doprfunction | no signal | true"},
     {"clone.cloneType", NoMember | OtherSignature, "PageCalls",
      "closeGuide disks closeGuide doprfunction | no signal | true"},

@@ -7,7 +7,7 @@
 /// both ends. Fails the test and gives an empty text if it cannot be run.
 QString systemSays(const QString& program, const QStringList& arguments);
 
-/// The values that `wmic <alias> get <property>` prints, one for each row. Fails the test if there is none.
+/// The values that `wmic <alias> get <property>` prints, one for each row. Fails the test if the list is empty.
 QStringList wmicRows(const QString& alias, const QString& property);
 
 /// The first of those values.
