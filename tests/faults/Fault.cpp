@@ -1,5 +1,7 @@
 #include "tests/faults/Fault.h"
 
+#include "tests/support/ProcessFigures.h"
+
 #include <ostream>
 
 namespace {
@@ -119,6 +121,16 @@ std::vector<FaultCase> allFaultCases()
         }
     }
     return cases;
+}
+
+std::vector<FaultCase> sampledFaultCases()
+{
+    std::vector<FaultCase> chosen;
+    for (const FaultCase& row : allFaultCases()) {
+        if (kMemoryIsOurs || row.mood == Free)
+            chosen.push_back(row);
+    }
+    return chosen;
 }
 
 std::string FaultCase::name() const

@@ -57,6 +57,10 @@ struct FaultCase
 /// Every fault that a member can have, in every mood.
 std::vector<FaultCase> allFaultCases();
 
+/// The cases to run: all of them, or those of one mood under a sanitizer, which makes each host many times
+/// slower.
+std::vector<FaultCase> sampledFaultCases();
+
 /// The members are looked up and not called where one of these is amiss.
 constexpr unsigned kNotCalled = NoMember | OtherSignature | OtherTypes | OtherResult | NoResult;
 /// Nor is there a usable answer.

@@ -3,7 +3,6 @@
 #include "tests/faults/Calls.h"
 #include "tests/faults/Journeys.h"
 #include "tests/support/Printing.h"
-#include "tests/support/ProcessFigures.h"
 
 #include <gtest/gtest.h>
 
@@ -61,18 +60,7 @@ TEST_P(Journeys, ChangeOfTheLanguage_ReachesAComponentThatIsConnected)
     }
 }
 
-// A sanitizer makes each host many times slower.
-std::vector<FaultCase> cases()
-{
-    std::vector<FaultCase> chosen;
-    for (const FaultCase& row : allFaultCases()) {
-        if (kMemoryIsOurs || row.mood == Free)
-            chosen.push_back(row);
-    }
-    return chosen;
-}
-
-INSTANTIATE_TEST_SUITE_P(Host, Journeys, testing::ValuesIn(cases()),
+INSTANTIATE_TEST_SUITE_P(Host, Journeys, testing::ValuesIn(sampledFaultCases()),
                          [](const auto& row) { return row.param.name(); });
 
 bool toolsReach(const FaultCase& row)

@@ -2,7 +2,6 @@
 // the answer is the documented one, and the call after it is served.
 #include "tests/faults/Calls.h"
 #include "tests/faults/FaultHost.h"
-#include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/Threads.h"
 
@@ -33,18 +32,7 @@ TEST_P(Matrix, AllTools_AnswerAsDocumentedOneAfterTheOther)
     EXPECT_FALSE(isRun && (GetParam().fault & (OtherSignature | OtherTypes)) != 0);
 }
 
-// A sanitizer makes each host many times slower, and finds what it finds in one mood.
-std::vector<FaultCase> cases()
-{
-    std::vector<FaultCase> chosen;
-    for (const FaultCase& row : allFaultCases()) {
-        if (kMemoryIsOurs || row.mood == Free)
-            chosen.push_back(row);
-    }
-    return chosen;
-}
-
-INSTANTIATE_TEST_SUITE_P(Host, Matrix, testing::ValuesIn(cases()),
+INSTANTIATE_TEST_SUITE_P(Host, Matrix, testing::ValuesIn(sampledFaultCases()),
                          [](const auto& row) { return row.param.name(); });
 
 TEST(MatrixRows, AQmlFunctionThatThrows_IsReached)

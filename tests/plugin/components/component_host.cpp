@@ -1,14 +1,20 @@
 // A host of components as a process of its own, copied into the application folder that a test has made. It
-// does the orders of its command line one after the other and says on standard output what it sees.
+// executes the orders of its command line one after the other and reports on standard output.
 //
+// clang-format off
 //   engine | language          before the first order: with an engine; with the host's language object too
-//   trace                      writes each check-point of the loading and each connection to the language
-//   object tree[:NAME]  list:A,B      loadComponents load:NAME[:PARENT]         loadComponent find:NAME
-//   component components                 the list as JSON delete:NAME                deletes the component
-//   itself victim:NAME                the component that one named Killer takes with it refuse deletes each
-//   further component as soon as it is told of switch                     changes the language tell lets the
-//   language object that QML sees change the language close                      destroys the manager and
-//   serves what was put off
+//   trace                      writes each check-point of the loading and each connection to the language object
+//   tree[:NAME]  list:A,B      loadComponents
+//   load:NAME[:PARENT]         loadComponent
+//   find:NAME                  component
+//   components                 the list as JSON
+//   delete:NAME                deletes the component itself
+//   victim:NAME                the component that one named Killer takes with it
+//   refuse                     deletes each further component when its signal arrives
+//   switch                     changes the language
+//   tell                       lets the language object that QML sees change the language
+//   close                      destroys the manager and serves the deferred events
+// clang-format on
 #include "plugin/ComponentBase.h"
 #include "plugin/ComponentMgr.h"
 #include "plugin/HandOver.h"
