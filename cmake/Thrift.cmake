@@ -16,6 +16,7 @@ set(ZORNATIVE_JSON ${CMAKE_BINARY_DIR}/gen-json/ZORNativePlugin.json)
 add_custom_command(
     OUTPUT ${ZORNATIVE_GEN}/ZORNativePlugin.cpp ${ZORNATIVE_GEN}/ZORNativePlugin.h
            ${ZORNATIVE_GEN}/ZORNativePlugin_types.cpp ${ZORNATIVE_GEN}/ZORNativePlugin_types.h
+           ${ZORNATIVE_GEN}/ZORNativePlugin_constants.cpp ${ZORNATIVE_GEN}/ZORNativePlugin_constants.h
     COMMAND ${CMAKE_COMMAND} -E make_directory ${ZORNATIVE_GEN}
     COMMAND ${THRIFT_COMPILER} -strict --gen cpp:no_skeleton -out ${ZORNATIVE_GEN} ${ZORNATIVE_THRIFT}
     DEPENDS ${ZORNATIVE_THRIFT}
@@ -32,6 +33,7 @@ add_custom_target(zornative_json DEPENDS ${ZORNATIVE_JSON})
 
 add_library(zornative STATIC
     ${ZORNATIVE_GEN}/ZORNativePlugin.cpp
+    ${ZORNATIVE_GEN}/ZORNativePlugin_constants.cpp
     ${ZORNATIVE_GEN}/ZORNativePlugin_types.cpp)
 set_target_properties(zornative PROPERTIES AUTOMOC OFF AUTORCC OFF)
 target_include_directories(zornative SYSTEM PUBLIC ${ZORNATIVE_GEN})

@@ -10,6 +10,18 @@
  * type, reads as false, 0 or empty.
  */
 
+/** Answer of a tool that acts: the host accepted the order. Its work may still be waiting or fail later. */
+const string TASK_QUEUED = "Task Queued"
+
+/** Answer of a tool that acts: no order was given. */
+const string TASK_NOT_VALID = "Task NotValid"
+
+/** reasons of PreProcessing while a dialog of the host is open, and within two seconds of the last call. */
+const string OPERATION_IN_PROGRESS = "An operation is currently in progress, please wait a few moments and try again. If you need further assistance, please let me know!"
+
+/** reasons of PreProcessing while the host carries out tasks. */
+const string TASKS_IN_EXECUTION = "One or more tasks are currently in execution, please wait a few moments and try again. If you need further assistance, please let me know!"
+
 /** One disk of the inventory. */
 struct DiskInfo {
     /** The disk's interface as text, for example "SATA" or "NVMe". */
