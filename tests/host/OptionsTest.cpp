@@ -64,10 +64,21 @@ TEST(Options, UnknownLanguage_IsAnErrorThatListsTheLanguages)
     for (const char* language : {"fr", "DE", "de_DE", ""})
         EXPECT_EQ(readOptions({"--language", language}).error, "option --language needs one of: en, de")
             << language;
-    EXPECT_EQ(readOptions({"--language"}).error, "option --language needs a value");
+    EXPECT_EQ(readOptions({"--language"}).error, "Missing value after '--language'.");
 }
 
-TEST(Options, ValueBehindAnEqualsSign_IsTheSame)
+TEST(Options, ValueThatBeginsWithDashes_IsReadAsAValue)
+{
+    EXPECT_EQ(readOptions({"--agent", "--scan"}).agent, "--scan");
+    EXPECT_FALSE(readOptions({"--agent", "--scan"}).scan);
+}
+
+TEST(Options, RepeatedOption_TakesTheLastValue)
+{
+    EXPECT_EQ(readOptions({"--machine", "server", "--machine", "desktop"}).machine, "desktop");
+}
+
+TEST(Options, ValueAfterAnEqualsSign_IsTheSame)
 {
     EXPECT_EQ(readOptions({"--machine=server"}).machine, "server");
     EXPECT_EQ(readOptions({"--win11=off"}).win11, std::optional<bool>(false));
@@ -103,8 +114,11 @@ TEST(Options, MistakesAboutTasksAndTheirRecord_AreNamed)
 TEST(Options, Mistakes_AreNamed)
 {
     EXPECT_NE(readOptions({"--nonsense"}).error, "");
-    EXPECT_TRUE(readOptions({"--nonsense"}).error.contains("--nonsense"));
-    EXPECT_NE(readOptions({"desktop"}).error, "");
+    EXPECT_TRUE(readOptions({"--nonsense"}).error.contains("nonsense"));
+    EXPECT_TRUE(readOptions({"desktop"}).error.contains("desktop"));
+    EXPECT_NE(readOptions({"-h"}).error, "");
+    EXPECT_NE(readOptions({"--headless=yes"}).error, "");
+    EXPECT_NE(readOptions({"--theme", "grey", "--theme", "dark"}).error, "");
     EXPECT_NE(readOptions({"--machine"}).error, "");
     EXPECT_NE(readOptions({"--answer", "first"}).error, "");
     EXPECT_NE(readOptions({"--answer", "-1"}).error, "");
@@ -121,7 +135,8 @@ TEST(Options, Help_NamesEveryOption)
     const QString help = host::helpText();
     for (const char* option :
          {"--machine", "--headless", "--agent", "--exit-with-agent", "--scan", "--answer", "--win11",
-          "--theme", "--language", "--screenshot", "--click", "--check-host", "--verbose", "--help"})
+          "--theme", "--language", "--screenshot", "--click", "--check-host", "--verbose", "--help",
+          "--speed", "--fail", "--start-guides", "--transcript", "--save"})
         EXPECT_TRUE(help.contains(option)) << option;
 }
 

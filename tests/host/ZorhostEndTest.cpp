@@ -26,7 +26,7 @@ void expectRefused(ZorhostProcess& host, const QStringList& arguments, const QBy
 TEST(ZorhostRefuses, UnknownOption)
 {
     ZorhostProcess host;
-    expectRefused(host, {"--nonsense"}, "--nonsense");
+    expectRefused(host, {"--nonsense"}, "unknown option nonsense");
 }
 
 TEST(ZorhostRefuses, MachineThatIsNotThere)
