@@ -1,4 +1,4 @@
-# Shared by the scripts: where things are, what must be installed, how it is built.
+# Shared by the scripts: folders, package installation and the build.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
@@ -7,7 +7,7 @@ build_dir=$root/build
 say() { printf '== %s\n' "$*"; }
 die() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 2; }
 
-# Installs the packages of a list (scripts/lib/packages) that are missing; says which; does nothing when none is.
+# Installs the missing packages of a list (default: scripts/lib/packages) and prints their names.
 install_packages() {
     local list=${1:-$root/scripts/lib/packages} missing=() name
     while read -r name; do
@@ -18,23 +18,23 @@ install_packages() {
     say "installing: ${missing[*]}"
     local sudo=()
     if [ "$(id -u)" -ne 0 ]; then
-        command -v sudo >/dev/null || die "these packages are missing, and there is neither root nor sudo: ${missing[*]}"
+        command -v sudo >/dev/null || die "Installing packages requires root or sudo. Missing: ${missing[*]}"
         sudo=(sudo)
     fi
     "${sudo[@]}" apt-get update -qq
     "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" \
         >"${TMPDIR:-/tmp}/aibridge-install.log" 2>&1 ||
-        { tail -n 20 "${TMPDIR:-/tmp}/aibridge-install.log" >&2; die "apt-get could not install them"; }
+        { tail -n 20 "${TMPDIR:-/tmp}/aibridge-install.log" >&2; die "apt-get could not install the packages."; }
 }
 
-# Configures a preset, once and again when its files changed.
+# Configures a CMake preset.
 configure() {
     local preset=$1
     shift
     (cd "$root" && cmake --preset "$preset" "$@" >/dev/null)
 }
 
-# Builds targets of a preset; all of them when none is named.
+# Builds the named targets of a preset; without names, all targets.
 build() {
     local preset=$1
     shift

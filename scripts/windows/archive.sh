@@ -1,9 +1,9 @@
-# The archive of a toolchain: <name of its folder>.tar.xz. The folder's path occurs in its text files (CMake packages, .pc,
-# .prl, .pri, .la), which must name the real one, and in a few binaries, which work without it.
+# A toolchain's archive is <name of its folder>.tar.xz. The folder's path occurs in text files (CMake packages, .pc, .prl,
+# .pri, .la), where it must be correct, and in a few binaries, which do not need it.
 
 toolchain_archive() { printf '%s/%s.tar.xz' "${AIBRIDGE_WINDOWS_ARCHIVES:-}" "$(basename "$(toolchain_dir)")"; }
 
-# Last step of a build and of unpacking: whether a folder holds a toolchain that works at its final path.
+# Last step of building and of unpacking: verifies that a folder contains a toolchain that works at its final path.
 check_toolchain() {
     local folder=$1 file
     for file in qt/bin/Qt5Core.dll qt/bin/Qt5Quick.dll qt/bin/Qt5QuickControls2.dll qt/plugins/platforms/qwindows.dll \
@@ -16,23 +16,23 @@ check_toolchain() {
     "$folder/qt/bin/moc" -v || { echo "moc does not run here"; return 1; }
 }
 
-# Replaces the path at which a toolchain was packed by the folder of this machine. thrift.pc names the packed path.
+# Replaces the path at which a toolchain was packed with this machine's folder. thrift.pc contains the packed path.
 replace_packed_path() {
     local folder=$1 packed
     packed=$(sed -n 's,^prefix=\(/.*\)/thrift$,\1,p' "$folder/thrift/lib/pkgconfig/thrift.pc")
-    [ -n "$packed" ] || { echo "thrift.pc names no folder"; return 1; }
+    [ -n "$packed" ] || { echo "thrift.pc does not contain an absolute prefix"; return 1; }
     grep -rlIZF -e "$packed" "$folder" | PACKED=$packed PLACE=$(toolchain_dir) \
         xargs -0 -r perl -pi -e 's/\Q$ENV{PACKED}\E/$ENV{PLACE}/g'
 }
 
-# From here to unpack_toolchain each failure is handled explicitly: the caller tests the result, which disables "set -e".
+# The functions up to unpack_toolchain handle each failure explicitly: their callers test the result, which disables "set -e".
 unpack_and_check() {
     local archive=$1 scratch=$2
     tar -xf "$archive" -C "$scratch" --no-same-owner --strip-components=1 &&
         replace_packed_path "$scratch" && check_toolchain "$scratch"
 }
 
-# Moves an unpacked toolchain to its final path, "complete" last, so that an interruption leaves an incomplete one.
+# Moves an unpacked toolchain to its final path. "complete" is created last, so an interrupted move is detected.
 install_unpacked() {
     local scratch=$1 dir=$2 entry
     rm -f "$scratch/complete"
@@ -43,7 +43,7 @@ install_unpacked() {
     touch "$dir/complete"
 }
 
-# Takes the toolchain from its archive; non-zero if there is no archive or if its check fails. The caller holds the lock.
+# Unpacks the toolchain from its archive. Fails if the archive is missing or its check fails. The caller holds the lock.
 unpack_toolchain() {
     local archive dir scratch code=0
     archive=$(toolchain_archive)
@@ -55,22 +55,22 @@ unpack_toolchain() {
         >"$dir/logs/unpack.log" 2>&1; then
         code=1
         tail -n 5 "$dir/logs/unpack.log"
-        say "the archive is unusable"
+        say "The archive is unusable."
     fi
     rm -rf "$scratch"
     return $code
 }
 
-# Every absolute path that ends in the toolchain's name becomes one of the same length, so that binaries keep their
-# layout. The name of the folder alone stays, since it depends on the recipe only.
+# Replaces every absolute path that ends in the toolchain's name with one of the same length, so that binaries keep their
+# layout. The folder's bare name stays, because it depends only on the recipe.
 hide_paths() {
     local folder=$1 name=$2
     grep -rlZF -e "/$name" "$folder" | NAME=$name xargs -0 -r perl -0777 -pi -e '
         s{/[\w.+~\@%/-]*?\Q$ENV{NAME}\E}{"/packed-toolchain" . "_" x (length($&) - 17)}ge'
 }
 
-# Writes the archive of the complete toolchain into a folder: the same bytes each time, with no path or user of this
-# machine.
+# Writes the archive of the complete toolchain into a folder. The archive is reproducible and contains no path or user
+# of this machine.
 pack_toolchain() {
     local target=$1 dir name scratch code=0
     dir=$(toolchain_dir)
@@ -82,7 +82,7 @@ pack_toolchain() {
     hide_paths "$scratch/$name" "$name"
     if grep -rqF -e "$dir" -e "$cache_root" "$scratch/$name"; then
         rm -rf "$scratch"
-        die "a path of this machine is left: $cache_root"
+        die "The archive still contains a path of this machine: $cache_root"
     fi
     tar -cf - -C "$scratch" --sort=name --mtime=@0 --owner=0 --group=0 --numeric-owner "$name" | xz >"$scratch/archive"
     mv "$scratch/archive" "$target/$name.tar.xz"
