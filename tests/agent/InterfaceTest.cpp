@@ -20,8 +20,7 @@ TEST(Description, BuiltIn_HasTheMethodsInTheirOrder)
 {
     std::ostringstream out;
     zorcall::writeList(out, Interface::builtIn());
-    EXPECT_EQ(out.str(), kListedMethods);
-    EXPECT_EQ(Interface::builtIn().methods().size(), 69u);
+    EXPECT_EQ(out.str(), listedMethods());
 }
 
 TEST(Description, Arguments_AreNumberedFromOne)

@@ -1,78 +1,16 @@
 #pragma once
 
-/// What `zorcall --list` prints: the service's 69 methods in their order.
-constexpr const char* kListedMethods =
-    "Init() -> bool\n"
-    "PostProcessing(result: string) -> bool\n"
-    "PreProcessing(toolCalls: string) -> TaskInfo\n"
-    "ShowBitLockerStatus(driveLetter: string) -> string\n"
-    "RetrieveBitLockerRecoveryKey(driveLetter: string) -> string\n"
-    "CreateBootableISO() -> string\n"
-    "CreateBootableUsbByDisk(diskIndex: i32) -> string\n"
-    "CreateBootableUsbByDriveLetter(driveLetter: string) -> string\n"
-    "InstallAndEnablePreOS() -> string\n"
-    "DisablePreOS() -> string\n"
-    "CreateWindowsInstallerMedia() -> string\n"
-    "CloneOSDataFromCurrent(targetDiskIndex: i32) -> string\n"
-    "CloneOSDataFromDisk(targetDiskIndex: i32, osDiskIndex: i32) -> string\n"
-    "CloneOSDataFromPartition(targetDiskIndex: i32, osDriveLetter: string) -> string\n"
-    "CloneDiskToDisk(sourceDiskIndex: i32, destDiskIndex: i32) -> string\n"
-    "ClonePartitionToPartition(sourceDriveLetter: string, destDriveLetter: string) -> string\n"
-    "ClonePartitionToDisk(sourceDriveLetter: string, destDiskIndex: i32) -> string\n"
-    "ConvertDiskToGpt(diskIndex: i32) -> string\n"
-    "ConvertDiskToMbr(diskIndex: i32) -> string\n"
-    "ConvertDiskToDynamic(diskIndex: i32) -> string\n"
-    "ConvertDiskToBasic(diskIndex: i32) -> string\n"
-    "ConvertPartitionToPrimary(driveLetter: string) -> string\n"
-    "ConvertPartitionToLogical(driveLetter: string) -> string\n"
-    "ConvertPartitionToFat(driveLetter: string) -> string\n"
-    "ConvertPartitionToExfat(driveLetter: string) -> string\n"
-    "ConvertPartitionToNtfs(driveLetter: string) -> string\n"
-    "ListAllDisks() -> list<DiskInfo>\n"
-    "ListPartitionsOnDisk(diskIndex: i32) -> list<PartitionInfo>\n"
-    "GetPartitionInfo(driveLetter: string) -> PartitionInfo\n"
-    "GetAllPartitionInfo() -> list<PartitionInfo>\n"
-    "SmartSpaceAdjustment(driveLetter: string) -> string\n"
-    "OpenPartitionLayoutEditor(driveLetter: string) -> string\n"
-    "OpenDiskLayoutEditor(diskIndex: i32) -> string\n"
-    "DeleteAllPartitions(diskIndex: i32) -> string\n"
-    "InitializeDiskToGpt(diskIndex: i32) -> string\n"
-    "InitializeDiskToMbr(diskIndex: i32) -> string\n"
-    "WipeDisk(diskIndex: i32, eraseCount: i32) -> string\n"
-    "FormatPartition(driveLetter: string, fileSystem: string, label: string, clusterSize: i32, "
-    "quickFormat: bool) -> string\n"
-    "DeletePartition(driveLetter: string) -> string\n"
-    "SplitPartition(driveLetter: string, newPartitionCapacity: i64, newPartitionFileSystem: string, "
-    "newPartitionLabel: string) -> string\n"
-    "CreatePartition(diskIndex: i32, capacity: i64, fileSystem: string, label: string, "
-    "unallocatedIndex: i32) -> string\n"
-    "MergePartitions(driveLetter1: string, driveLetter2: string) -> string\n"
-    "ResizePartition(driveLetter: string, newPartitionCapacity: i64) -> string\n"
-    "ResizePartitionRelative(driveLetter: string, sizeAdjustment: i64) -> string\n"
-    "AllocateSpaceFromPartitionToNewPartition(sourceDriveLetter: string, partitionCapacity: i64, "
-    "fileSystem: string, label: string) -> string\n"
-    "AllocateSpaceFromPartitionToPartition(sourceDriveLetter: string, targetDriveLetter: string, "
-    "newPartitionCapacity: i64) -> string\n"
-    "WipePartition(driveLetter: string, eraseCount: i32) -> string\n"
-    "ChangePartitionClusterSize(driveLetter: string, newClusterSize: i32) -> string\n"
-    "ChangePartitionDriveLetter(driveLetter: string, newDriveLetter: string) -> string\n"
-    "ChangePartitionLabel(driveLetter: string, newLabel: string) -> string\n"
-    "SetPartitionHidden(driveLetter: string) -> string\n"
-    "SetPartitionActive(driveLetter: string) -> string\n"
-    "CheckPartitionFileSystem(driveLetter: string) -> string\n"
-    "AutoCreatePartitions(diskIndex: i32, partitionCount: i32, GptOrMbr: string) -> string\n"
-    "DiskBringOnline(diskIndex: i32) -> string\n"
-    "EjectUsb(driveLetter: string) -> string\n"
-    "DiskHealthCheck(diskIndex: i32) -> string\n"
-    "MigrateSystemDriveData() -> string\n"
-    "LowLevelFormat(diskIndex: i32) -> string\n"
-    "RecoverLostPartition(diskIndex: i32) -> string\n"
-    "RepairRawOrDamagedPartition(driveLetter: string) -> string\n"
-    "ScanDiskBadSectors(diskIndex: i32) -> string\n"
-    "ScanPartitionBadSectors(driveLetter: string) -> string\n"
-    "RebuildMbr(diskIndex: i32) -> string\n"
-    "ToggleWriteProtection(driveLetter: string) -> string\n"
-    "AlignDiskTo4k(diskIndex: i32) -> string\n"
-    "RepairWindowsBoot() -> string\n"
-    "PasswordReset() -> string\n"
-    "Windows11UpgradeCheck() -> string\n";
+#include "tests/support/Interface.h"
+
+/// The output of `zorcall --list`: the methods of the interface file in their order.
+inline std::string listedMethods()
+{
+    std::string lines;
+    for (const InterfaceMethod& method : interfaceMethods()) {
+        std::string arguments;
+        for (const InterfaceArgument& argument : method.arguments)
+            arguments += (arguments.empty() ? "" : ", ") + argument.name + ": " + argument.type;
+        lines += method.name + '(' + arguments + ") -> " + method.result + '\n';
+    }
+    return lines;
+}

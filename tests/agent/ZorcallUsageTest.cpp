@@ -10,7 +10,7 @@ namespace {
 
 TEST(ZorcallUsage, List_PrintsEveryMethodWithItsArguments)
 {
-    EXPECT_EQ(zorcall(words("--list")), (Ran{0, kListedMethods, ""}));
+    EXPECT_EQ(zorcall(words("--list")), (Ran{0, QByteArray::fromStdString(listedMethods()), ""}));
 }
 
 TEST(ZorcallUsage, ListOfOneMethod_PrintsItsDocumentation)

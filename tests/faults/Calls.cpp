@@ -92,7 +92,7 @@ std::vector<std::string> methods()
 
 std::string encode(const std::string& method, int sequence)
 {
-    static const std::vector<InterfaceMethod> all = interfaceMethods();
+    const std::vector<InterfaceMethod>& all = interfaceMethods();
     const auto found =
         std::find_if(all.begin(), all.end(), [&](const InterfaceMethod& row) { return row.name == method; });
     std::string bytes = wire::strictHeader(method, sequence);

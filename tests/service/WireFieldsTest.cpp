@@ -1,6 +1,7 @@
 // Each argument of each method and each field of each record from raw bytes: its id, its type code, its
-// place, and what becomes of it under any other type code.
+// position, and its value when the type code is another.
 #include "tests/support/HandlerServer.h"
+#include "tests/support/Interface.h"
 #include "tests/support/RawClient.h"
 
 #include <thrift/transport/TBufferTransports.h>
@@ -9,6 +10,7 @@
 
 #include <functional>
 #include <limits>
+#include <map>
 #include <mutex>
 #include <sstream>
 
@@ -16,94 +18,16 @@ namespace {
 
 using wire::Fields;
 using wire::Type;
-using Text = const std::string&;
 
-struct Argument
+Type wireType(const std::string& type)
 {
-    int id;
-    Type type;
-};
-
-struct Method
-{
-    const char* name;
-    std::vector<Argument> arguments;
-};
-
-const std::vector<Method> kMethods{
-    {"Init", {}},
-    {"PostProcessing", {{1, wire::String}}},
-    {"PreProcessing", {{1, wire::String}}},
-    {"ShowBitLockerStatus", {{1, wire::String}}},
-    {"RetrieveBitLockerRecoveryKey", {{1, wire::String}}},
-    {"CreateBootableISO", {}},
-    {"CreateBootableUsbByDisk", {{1, wire::I32}}},
-    {"CreateBootableUsbByDriveLetter", {{1, wire::String}}},
-    {"InstallAndEnablePreOS", {}},
-    {"DisablePreOS", {}},
-    {"CreateWindowsInstallerMedia", {}},
-    {"CloneOSDataFromCurrent", {{1, wire::I32}}},
-    {"CloneOSDataFromDisk", {{1, wire::I32}, {2, wire::I32}}},
-    {"CloneOSDataFromPartition", {{1, wire::I32}, {2, wire::String}}},
-    {"CloneDiskToDisk", {{1, wire::I32}, {2, wire::I32}}},
-    {"ClonePartitionToPartition", {{1, wire::String}, {2, wire::String}}},
-    {"ClonePartitionToDisk", {{1, wire::String}, {2, wire::I32}}},
-    {"ConvertDiskToGpt", {{1, wire::I32}}},
-    {"ConvertDiskToMbr", {{1, wire::I32}}},
-    {"ConvertDiskToDynamic", {{1, wire::I32}}},
-    {"ConvertDiskToBasic", {{1, wire::I32}}},
-    {"ConvertPartitionToPrimary", {{1, wire::String}}},
-    {"ConvertPartitionToLogical", {{1, wire::String}}},
-    {"ConvertPartitionToFat", {{1, wire::String}}},
-    {"ConvertPartitionToExfat", {{1, wire::String}}},
-    {"ConvertPartitionToNtfs", {{1, wire::String}}},
-    {"ListAllDisks", {}},
-    {"ListPartitionsOnDisk", {{1, wire::I32}}},
-    {"GetPartitionInfo", {{1, wire::String}}},
-    {"GetAllPartitionInfo", {}},
-    {"SmartSpaceAdjustment", {{1, wire::String}}},
-    {"OpenPartitionLayoutEditor", {{1, wire::String}}},
-    {"OpenDiskLayoutEditor", {{1, wire::I32}}},
-    {"DeleteAllPartitions", {{1, wire::I32}}},
-    {"InitializeDiskToGpt", {{1, wire::I32}}},
-    {"InitializeDiskToMbr", {{1, wire::I32}}},
-    {"WipeDisk", {{1, wire::I32}, {2, wire::I32}}},
-    {"FormatPartition",
-     {{1, wire::String}, {2, wire::String}, {3, wire::String}, {4, wire::I32}, {5, wire::Bool}}},
-    {"DeletePartition", {{1, wire::String}}},
-    {"SplitPartition", {{1, wire::String}, {2, wire::I64}, {3, wire::String}, {4, wire::String}}},
-    {"CreatePartition",
-     {{1, wire::I32}, {2, wire::I64}, {3, wire::String}, {4, wire::String}, {5, wire::I32}}},
-    {"MergePartitions", {{1, wire::String}, {2, wire::String}}},
-    {"ResizePartition", {{1, wire::String}, {2, wire::I64}}},
-    {"ResizePartitionRelative", {{1, wire::String}, {2, wire::I64}}},
-    {"AllocateSpaceFromPartitionToNewPartition",
-     {{1, wire::String}, {2, wire::I64}, {3, wire::String}, {4, wire::String}}},
-    {"AllocateSpaceFromPartitionToPartition", {{1, wire::String}, {2, wire::String}, {3, wire::I64}}},
-    {"WipePartition", {{1, wire::String}, {2, wire::I32}}},
-    {"ChangePartitionClusterSize", {{1, wire::String}, {2, wire::I32}}},
-    {"ChangePartitionDriveLetter", {{1, wire::String}, {2, wire::String}}},
-    {"ChangePartitionLabel", {{1, wire::String}, {2, wire::String}}},
-    {"SetPartitionHidden", {{1, wire::String}}},
-    {"SetPartitionActive", {{1, wire::String}}},
-    {"CheckPartitionFileSystem", {{1, wire::String}}},
-    {"AutoCreatePartitions", {{1, wire::I32}, {2, wire::I32}, {3, wire::String}}},
-    {"DiskBringOnline", {{1, wire::I32}}},
-    {"EjectUsb", {{1, wire::String}}},
-    {"DiskHealthCheck", {{1, wire::I32}}},
-    {"MigrateSystemDriveData", {}},
-    {"LowLevelFormat", {{1, wire::I32}}},
-    {"RecoverLostPartition", {{1, wire::I32}}},
-    {"RepairRawOrDamagedPartition", {{1, wire::String}}},
-    {"ScanDiskBadSectors", {{1, wire::I32}}},
-    {"ScanPartitionBadSectors", {{1, wire::String}}},
-    {"RebuildMbr", {{1, wire::I32}}},
-    {"ToggleWriteProtection", {{1, wire::String}}},
-    {"AlignDiskTo4k", {{1, wire::I32}}},
-    {"RepairWindowsBoot", {}},
-    {"PasswordReset", {}},
-    {"Windows11UpgradeCheck", {}},
-};
+    static const std::map<std::string, Type> types{
+        {"bool", wire::Bool}, {"i32", wire::I32}, {"i64", wire::I64}, {"string", wire::String}};
+    const auto found = types.find(type);
+    if (found != types.end())
+        return found->second;
+    return type.rfind("list<", 0) == 0 ? wire::List : wire::Struct;
+}
 
 // The value of every 64-bit field and argument is this base plus the id.
 const std::vector<std::int64_t> kBigBases{
@@ -157,9 +81,9 @@ std::string valueBytes(int type, int id, std::int64_t bigBase)
 const std::vector<int> kTypeCodes{2, 3, 4, 6, 8, 10, 11, 12, 13, 14, 15};
 
 // The value, or the default of its type, as the handler below prints it.
-std::string printedValue(const Argument& argument, std::int64_t bigBase)
+std::string printedValue(const InterfaceArgument& argument, std::int64_t bigBase)
 {
-    switch (argument.type) {
+    switch (wireType(argument.type)) {
     case wire::Bool:
         return "1";
     case wire::I32:
@@ -171,197 +95,16 @@ std::string printedValue(const Argument& argument, std::int64_t bigBase)
     }
 }
 
-std::string printedDefault(const Argument& argument)
+std::string printedDefault(const InterfaceArgument& argument)
 {
-    return argument.type == wire::String ? "" : "0";
+    return argument.type == "string" ? "" : "0";
 }
 
 // Prints the method and its arguments in the order of the operation's parameters.
 class EchoHandler : public ZORNativePluginNull
 {
 public:
-    bool Init() override
-    {
-        note("Init");
-        return true;
-    }
-    bool PostProcessing(Text a) override
-    {
-        note("PostProcessing", a);
-        return true;
-    }
-    void PreProcessing(TaskInfo& out, Text a) override
-    {
-        note("PreProcessing", a);
-        out = task;
-    }
-    void ListAllDisks(std::vector<DiskInfo>& out) override
-    {
-        note("ListAllDisks");
-        out = {disk, DiskInfo()};
-    }
-    void ListPartitionsOnDisk(std::vector<PartitionInfo>& out, int32_t a) override
-    {
-        note("ListPartitionsOnDisk", a);
-        out = {partition};
-    }
-    void GetPartitionInfo(PartitionInfo& out, Text a) override
-    {
-        note("GetPartitionInfo", a);
-        out = partition;
-    }
-    void GetAllPartitionInfo(std::vector<PartitionInfo>& out) override
-    {
-        note("GetAllPartitionInfo");
-        out = {PartitionInfo(), partition};
-    }
-    void ShowBitLockerStatus(std::string& out, Text a) override { out = note("ShowBitLockerStatus", a); }
-    void RetrieveBitLockerRecoveryKey(std::string& out, Text a) override
-    {
-        out = note("RetrieveBitLockerRecoveryKey", a);
-    }
-    void CreateBootableUsbByDriveLetter(std::string& out, Text a) override
-    {
-        out = note("CreateBootableUsbByDriveLetter", a);
-    }
-    void ConvertPartitionToPrimary(std::string& out, Text a) override
-    {
-        out = note("ConvertPartitionToPrimary", a);
-    }
-    void ConvertPartitionToLogical(std::string& out, Text a) override
-    {
-        out = note("ConvertPartitionToLogical", a);
-    }
-    void ConvertPartitionToFat(std::string& out, Text a) override { out = note("ConvertPartitionToFat", a); }
-    void ConvertPartitionToExfat(std::string& out, Text a) override
-    {
-        out = note("ConvertPartitionToExfat", a);
-    }
-    void ConvertPartitionToNtfs(std::string& out, Text a) override
-    {
-        out = note("ConvertPartitionToNtfs", a);
-    }
-    void SmartSpaceAdjustment(std::string& out, Text a) override { out = note("SmartSpaceAdjustment", a); }
-    void OpenPartitionLayoutEditor(std::string& out, Text a) override
-    {
-        out = note("OpenPartitionLayoutEditor", a);
-    }
-    void DeletePartition(std::string& out, Text a) override { out = note("DeletePartition", a); }
-    void SetPartitionHidden(std::string& out, Text a) override { out = note("SetPartitionHidden", a); }
-    void SetPartitionActive(std::string& out, Text a) override { out = note("SetPartitionActive", a); }
-    void CheckPartitionFileSystem(std::string& out, Text a) override
-    {
-        out = note("CheckPartitionFileSystem", a);
-    }
-    void EjectUsb(std::string& out, Text a) override { out = note("EjectUsb", a); }
-    void RepairRawOrDamagedPartition(std::string& out, Text a) override
-    {
-        out = note("RepairRawOrDamagedPartition", a);
-    }
-    void ScanPartitionBadSectors(std::string& out, Text a) override
-    {
-        out = note("ScanPartitionBadSectors", a);
-    }
-    void ToggleWriteProtection(std::string& out, Text a) override { out = note("ToggleWriteProtection", a); }
-    void CreateBootableISO(std::string& out) override { out = note("CreateBootableISO"); }
-    void InstallAndEnablePreOS(std::string& out) override { out = note("InstallAndEnablePreOS"); }
-    void DisablePreOS(std::string& out) override { out = note("DisablePreOS"); }
-    void CreateWindowsInstallerMedia(std::string& out) override { out = note("CreateWindowsInstallerMedia"); }
-    void MigrateSystemDriveData(std::string& out) override { out = note("MigrateSystemDriveData"); }
-    void RepairWindowsBoot(std::string& out) override { out = note("RepairWindowsBoot"); }
-    void PasswordReset(std::string& out) override { out = note("PasswordReset"); }
-    void Windows11UpgradeCheck(std::string& out) override { out = note("Windows11UpgradeCheck"); }
-    void CreateBootableUsbByDisk(std::string& out, int32_t a) override
-    {
-        out = note("CreateBootableUsbByDisk", a);
-    }
-    void CloneOSDataFromCurrent(std::string& out, int32_t a) override
-    {
-        out = note("CloneOSDataFromCurrent", a);
-    }
-    void ConvertDiskToGpt(std::string& out, int32_t a) override { out = note("ConvertDiskToGpt", a); }
-    void ConvertDiskToMbr(std::string& out, int32_t a) override { out = note("ConvertDiskToMbr", a); }
-    void ConvertDiskToDynamic(std::string& out, int32_t a) override { out = note("ConvertDiskToDynamic", a); }
-    void ConvertDiskToBasic(std::string& out, int32_t a) override { out = note("ConvertDiskToBasic", a); }
-    void OpenDiskLayoutEditor(std::string& out, int32_t a) override { out = note("OpenDiskLayoutEditor", a); }
-    void DeleteAllPartitions(std::string& out, int32_t a) override { out = note("DeleteAllPartitions", a); }
-    void InitializeDiskToGpt(std::string& out, int32_t a) override { out = note("InitializeDiskToGpt", a); }
-    void InitializeDiskToMbr(std::string& out, int32_t a) override { out = note("InitializeDiskToMbr", a); }
-    void DiskBringOnline(std::string& out, int32_t a) override { out = note("DiskBringOnline", a); }
-    void DiskHealthCheck(std::string& out, int32_t a) override { out = note("DiskHealthCheck", a); }
-    void LowLevelFormat(std::string& out, int32_t a) override { out = note("LowLevelFormat", a); }
-    void RecoverLostPartition(std::string& out, int32_t a) override { out = note("RecoverLostPartition", a); }
-    void ScanDiskBadSectors(std::string& out, int32_t a) override { out = note("ScanDiskBadSectors", a); }
-    void RebuildMbr(std::string& out, int32_t a) override { out = note("RebuildMbr", a); }
-    void AlignDiskTo4k(std::string& out, int32_t a) override { out = note("AlignDiskTo4k", a); }
-    void CloneOSDataFromDisk(std::string& out, int32_t a, int32_t b) override
-    {
-        out = note("CloneOSDataFromDisk", a, b);
-    }
-    void CloneDiskToDisk(std::string& out, int32_t a, int32_t b) override
-    {
-        out = note("CloneDiskToDisk", a, b);
-    }
-    void WipeDisk(std::string& out, int32_t a, int32_t b) override { out = note("WipeDisk", a, b); }
-    void CloneOSDataFromPartition(std::string& out, int32_t a, Text b) override
-    {
-        out = note("CloneOSDataFromPartition", a, b);
-    }
-    void ClonePartitionToPartition(std::string& out, Text a, Text b) override
-    {
-        out = note("ClonePartitionToPartition", a, b);
-    }
-    void MergePartitions(std::string& out, Text a, Text b) override { out = note("MergePartitions", a, b); }
-    void ChangePartitionDriveLetter(std::string& out, Text a, Text b) override
-    {
-        out = note("ChangePartitionDriveLetter", a, b);
-    }
-    void ChangePartitionLabel(std::string& out, Text a, Text b) override
-    {
-        out = note("ChangePartitionLabel", a, b);
-    }
-    void ClonePartitionToDisk(std::string& out, Text a, int32_t b) override
-    {
-        out = note("ClonePartitionToDisk", a, b);
-    }
-    void WipePartition(std::string& out, Text a, int32_t b) override { out = note("WipePartition", a, b); }
-    void ChangePartitionClusterSize(std::string& out, Text a, int32_t b) override
-    {
-        out = note("ChangePartitionClusterSize", a, b);
-    }
-    void FormatPartition(std::string& out, Text a, Text b, Text c, int32_t d, bool e) override
-    {
-        out = note("FormatPartition", a, b, c, d, e);
-    }
-    void SplitPartition(std::string& out, Text a, int64_t b, Text c, Text d) override
-    {
-        out = note("SplitPartition", a, b, c, d);
-    }
-    void AllocateSpaceFromPartitionToNewPartition(std::string& out, Text a, int64_t b, Text c,
-                                                  Text d) override
-    {
-        out = note("AllocateSpaceFromPartitionToNewPartition", a, b, c, d);
-    }
-    void CreatePartition(std::string& out, int32_t a, int64_t b, Text c, Text d, int32_t e) override
-    {
-        out = note("CreatePartition", a, b, c, d, e);
-    }
-    void ResizePartition(std::string& out, Text a, int64_t b) override
-    {
-        out = note("ResizePartition", a, b);
-    }
-    void ResizePartitionRelative(std::string& out, Text a, int64_t b) override
-    {
-        out = note("ResizePartitionRelative", a, b);
-    }
-    void AllocateSpaceFromPartitionToPartition(std::string& out, Text a, Text b, int64_t c) override
-    {
-        out = note("AllocateSpaceFromPartitionToPartition", a, b, c);
-    }
-    void AutoCreatePartitions(std::string& out, int32_t a, int32_t b, Text c) override
-    {
-        out = note("AutoCreatePartitions", a, b, c);
-    }
+#include "EchoMethods.inc"
 
     std::string lastCall() const
     {
@@ -375,7 +118,28 @@ public:
     TaskInfo task;
 
 private:
-    template <class... Arguments> std::string note(const char* method, const Arguments&... arguments)
+    void answer(std::string& out, const std::string& call) const
+    {
+        out = call;
+    }
+    void answer(TaskInfo& out, const std::string&) const
+    {
+        out = task;
+    }
+    void answer(PartitionInfo& out, const std::string&) const
+    {
+        out = partition;
+    }
+    void answer(std::vector<DiskInfo>& out, const std::string&) const
+    {
+        out = {disk, DiskInfo()};
+    }
+    void answer(std::vector<PartitionInfo>& out, const std::string&) const
+    {
+        out = {PartitionInfo(), partition};
+    }
+
+    template <class... Arguments> std::string echo(const char* method, const Arguments&... arguments)
     {
         std::ostringstream text;
         text << method;
@@ -393,7 +157,7 @@ class WireFields : public testing::Test
 {
 protected:
     // The call as the handler has seen it.
-    std::string echo(const Method& method, const Fields& fields)
+    std::string echo(const InterfaceMethod& method, const Fields& fields)
     {
         const wire::Message reply = client.ask(wire::call(method.name, 4, fields));
         EXPECT_EQ(reply.type, wire::Reply) << method.name;
@@ -408,13 +172,13 @@ protected:
 
 TEST_F(WireFields, EachArgument_IsReadUnderItsIdAndTypeIntoItsParameter)
 {
-    ASSERT_EQ(kMethods.size(), 69u);
     for (const std::int64_t base : kBigBases) {
-        for (const Method& method : kMethods) {
+        for (const InterfaceMethod& method : interfaceMethods()) {
             Fields fields;
             std::string expected = method.name;
-            for (const Argument& argument : method.arguments) {
-                fields.raw(argument.type, argument.id, valueBytes(argument.type, argument.id, base));
+            for (const InterfaceArgument& argument : method.arguments) {
+                const Type type = wireType(argument.type);
+                fields.raw(type, argument.id, valueBytes(type, argument.id, base));
                 expected += '|' + printedValue(argument, base);
             }
             EXPECT_EQ(echo(method, fields), expected);
@@ -425,16 +189,16 @@ TEST_F(WireFields, EachArgument_IsReadUnderItsIdAndTypeIntoItsParameter)
 TEST_F(WireFields, EachArgumentUnderAnyOtherType_IsSkippedAndTheOthersAreRead)
 {
     const std::int64_t base = kBigBases.front();
-    for (const Method& method : kMethods) {
-        for (const Argument& wrong : method.arguments) {
+    for (const InterfaceMethod& method : interfaceMethods()) {
+        for (const InterfaceArgument& wrong : method.arguments) {
             for (const int type : kTypeCodes) {
-                if (type == wrong.type)
+                if (type == wireType(wrong.type))
                     continue;
                 Fields fields;
                 std::string expected = method.name;
-                for (const Argument& argument : method.arguments) {
+                for (const InterfaceArgument& argument : method.arguments) {
                     const bool isWrong = argument.id == wrong.id;
-                    const int sent = isWrong ? type : int(argument.type);
+                    const int sent = isWrong ? type : int(wireType(argument.type));
                     fields.raw(sent, argument.id, valueBytes(sent, argument.id, base));
                     expected += '|' + (isWrong ? printedDefault(argument) : printedValue(argument, base));
                 }
@@ -446,14 +210,14 @@ TEST_F(WireFields, EachArgumentUnderAnyOtherType_IsSkippedAndTheOthersAreRead)
 
 TEST_F(WireFields, ArgumentsUnderIdsNextToTheirs_AreUnknown)
 {
-    for (const Method& method : kMethods) {
+    for (const InterfaceMethod& method : interfaceMethods()) {
         Fields fields;
         std::string expected = method.name;
         for (const int type : {wire::Bool, wire::I32, wire::I64, wire::String}) {
             fields.raw(type, 0, valueBytes(type, 0, 0));
             fields.raw(type, int(method.arguments.size()) + 1, valueBytes(type, 1, 0));
         }
-        for (const Argument& argument : method.arguments)
+        for (const InterfaceArgument& argument : method.arguments)
             expected += '|' + printedDefault(argument);
         EXPECT_EQ(echo(method, fields), expected);
     }
@@ -461,16 +225,9 @@ TEST_F(WireFields, ArgumentsUnderIdsNextToTheirs_AreUnknown)
 
 TEST_F(WireFields, EachResult_HasItsTypeCode)
 {
-    for (const Method& method : kMethods) {
-        const std::string name = method.name;
-        int type = wire::String;
-        if (name == "Init" || name == "PostProcessing")
-            type = wire::Bool;
-        if (name == "PreProcessing" || name == "GetPartitionInfo")
-            type = wire::Struct;
-        if (name == "ListAllDisks" || name == "ListPartitionsOnDisk" || name == "GetAllPartitionInfo")
-            type = wire::List;
-        EXPECT_EQ(client.ask(wire::call(name, 4)).body.field(0).type, type) << name;
+    for (const InterfaceMethod& method : interfaceMethods()) {
+        EXPECT_EQ(client.ask(wire::call(method.name, 4)).body.field(0).type, wireType(method.result))
+            << method.name;
     }
 }
 
@@ -661,13 +418,11 @@ TEST_F(WireFields, EachFieldOfARecordInAReply_HasItsIdTypeAndWholeValue)
         const std::string partition = recordBytes<PartitionInfo>(base);
         EXPECT_EQ(client.ask(wire::call("ListAllDisks", 4)).raw,
                   reply("ListAllDisks", wire::List, listBytes({disk, defaultBytes<DiskInfo>()})));
-        EXPECT_EQ(client.ask(wire::call("ListPartitionsOnDisk", 4)).raw,
-                  reply("ListPartitionsOnDisk", wire::List, listBytes({partition})));
+        const std::string partitions = listBytes({defaultBytes<PartitionInfo>(), partition});
+        for (const char* method : {"ListPartitionsOnDisk", "GetAllPartitionInfo"})
+            EXPECT_EQ(client.ask(wire::call(method, 4)).raw, reply(method, wire::List, partitions));
         EXPECT_EQ(client.ask(wire::call("GetPartitionInfo", 4)).raw,
                   reply("GetPartitionInfo", wire::Struct, partition));
-        EXPECT_EQ(
-            client.ask(wire::call("GetAllPartitionInfo", 4)).raw,
-            reply("GetAllPartitionInfo", wire::List, listBytes({defaultBytes<PartitionInfo>(), partition})));
         EXPECT_EQ(client.ask(wire::call("PreProcessing", 4)).raw,
                   reply("PreProcessing", wire::Struct, recordBytes<TaskInfo>(base)));
     }

@@ -49,7 +49,6 @@ TEST(ToolTableRows, AreTheMethodsOfTheInterfaceEachOnce)
     std::map<std::string, int> methods;
     for (const InterfaceMethod& method : interfaceMethods())
         ++methods[method.name];
-    EXPECT_EQ(methods.size(), 69u);
     EXPECT_EQ(rows, methods);
 }
 

@@ -20,7 +20,6 @@ struct DocRow
     QString data;
 };
 
-// The rows of the table; fails the test if the table is not whole.
 std::vector<DocRow> docRows()
 {
     QFile file(qEnvironmentVariable("AIBRIDGE_SOURCE_DIR") + "/docs/tools.md");
@@ -31,7 +30,6 @@ std::vector<DocRow> docRows()
         if (line.startsWith("| `") && cells.size() == 5)
             rows.push_back({cells[0].mid(2).remove('`'), cells[1], cells[2], cells[3], cells[4].chopped(2)});
     }
-    EXPECT_EQ(rows.size(), 69u);
     return rows;
 }
 
@@ -66,7 +64,6 @@ TEST(ToolsDoc, HasOneRowForEachMethodInTheInterfacesOrder)
     QStringList methods;
     for (const InterfaceMethod& method : interfaceMethods())
         methods << QString::fromStdString(method.name);
-    EXPECT_EQ(methods.size(), 69);
     EXPECT_EQ(documented.join('\n').toStdString(), methods.join('\n').toStdString());
 }
 
@@ -105,7 +102,7 @@ TEST(ToolsDoc, TheFunctionNumbersOfThePage_AreThoseThatAreSent)
 {
     static const QRegularExpression documented("as an order: function (\\d+)$");
     static const QRegularExpression sent("doFunFromAI@app list\\[int:(\\d+),");
-    int pageTools = 0;
+    std::size_t pageTools = 0;
     for (const DocRow& row : docRows()) {
         const QString number = documented.match(row.asked).captured(1);
         const QStringList calls = toolRow(row.method.toStdString()).calls;
@@ -113,7 +110,7 @@ TEST(ToolsDoc, TheFunctionNumbersOfThePage_AreThoseThatAreSent)
             << row.method.toStdString();
         pageTools += number.isEmpty() ? 0 : 1;
     }
-    EXPECT_EQ(pageTools, 30);
+    EXPECT_EQ(pageTools, partitionPageRows().size());
 }
 
 TEST(ToolsDoc, SaysOfEachToolWhetherItChangesDataAndWhatItAnswers)
