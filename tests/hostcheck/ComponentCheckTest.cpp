@@ -101,7 +101,7 @@ TEST_F(ComponentCheck, FactoryThatReturnsNull_IsReported)
     const QString path = library("Null", "NullFactory");
     testing::internal::CaptureStdout();
     const LoadReport report = hostcheck::checkComponent("Null");
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "asked for nothing\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "factory called\n");
     expectReport(report, LoadStep::CallFactory, path);
     EXPECT_EQ(report.message, "");
 }
@@ -111,7 +111,7 @@ TEST_F(ComponentCheck, CompleteComponent_IsDeletedWithoutEngineAndInit)
     const QString path = library("One", "Component");
     testing::internal::CaptureStdout();
     const LoadReport report = hostcheck::checkComponent("One");
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "made One\ndestroyed One\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "created One\ndestroyed One\n");
     expectReport(report, LoadStep::Complete, path);
     EXPECT_EQ(report.message, "");
 }

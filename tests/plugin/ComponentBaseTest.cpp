@@ -1,7 +1,7 @@
-// The members that a component inherits, and the order of its virtual operations.
+// Inherited members of a component, and the order of its virtual functions.
 #include "plugin/ComponentBase.h"
+#include "tests/plugin/GarbageCollection.h"
 #include "tests/plugin/HostView.h"
-#include "tests/plugin/ScriptReach.h"
 #include "tests/support/Printing.h"
 
 #include <QtCore/QCoreApplication>
@@ -20,13 +20,13 @@ public:
     QString name() const override { return QStringLiteral("RccProbe"); }
 };
 
-// Answers each operation so that it can be told from the others.
-class LoudComponent : public CComponentBase
+// Returns a distinct value from each virtual function.
+class OverridingComponent : public CComponentBase
 {
 public:
     QString displayName() const override { return QStringLiteral("displayName"); }
     QString icon() const override { return QStringLiteral("icon"); }
-    QString name() const override { return QStringLiteral("Loud"); }
+    QString name() const override { return QStringLiteral("Overriding"); }
     QString reservedText() const override { return QStringLiteral("reservedText"); }
     QString source() const override { return QStringLiteral("source"); }
     void init() override { calls.append(QStringLiteral("init")); }
@@ -42,20 +42,20 @@ protected:
     void retranslate() override { calls.append(QStringLiteral("retranslate")); }
 };
 
-TEST(ComponentBase, VirtualOperations_LieInTheOrderOfTheContract)
+TEST(ComponentBase, VirtualFunctions_HaveTheOrderOfTheContract)
 {
-    LoudComponent component;
+    OverridingComponent component;
     HostView* view = hostView(&component);
-    const HostAnswers answers = callGetters(view);
-    EXPECT_EQ(answers.displayName, QStringLiteral("displayName"));
-    EXPECT_EQ(answers.icon, QStringLiteral("icon"));
-    EXPECT_EQ(answers.name, QStringLiteral("Loud"));
-    EXPECT_EQ(answers.reservedText, QStringLiteral("reservedText"));
-    EXPECT_EQ(answers.source, QStringLiteral("source"));
-    EXPECT_FALSE(answers.canLayout);
-    EXPECT_EQ(answers.reservedList, QVariantList{QStringLiteral("reservedList")});
-    EXPECT_EQ(answers.engine, nullptr);
-    EXPECT_EQ(answers.resProperty.size(), 1);
+    const GetterResults results = callGetters(view);
+    EXPECT_EQ(results.displayName, QStringLiteral("displayName"));
+    EXPECT_EQ(results.icon, QStringLiteral("icon"));
+    EXPECT_EQ(results.name, QStringLiteral("Overriding"));
+    EXPECT_EQ(results.reservedText, QStringLiteral("reservedText"));
+    EXPECT_EQ(results.source, QStringLiteral("source"));
+    EXPECT_FALSE(results.canLayout);
+    EXPECT_EQ(results.reservedList, QVariantList{QStringLiteral("reservedList")});
+    EXPECT_EQ(results.engine, nullptr);
+    EXPECT_EQ(results.resProperty.size(), 1);
     callInit(view);
     callLoadResource(view, QStringLiteral("x"));
     callSetEngine(view, nullptr);
@@ -66,7 +66,7 @@ TEST(ComponentBase, VirtualOperations_LieInTheOrderOfTheContract)
                            QStringLiteral("Release"), QStringLiteral("retranslate")}));
 }
 
-TEST(ComponentBase, Defaults_FollowTheName)
+TEST(ComponentBase, Defaults_DeriveFromTheName)
 {
     BareComponent component;
     EXPECT_EQ(component.displayName(), QStringLiteral("RccProbe"));
@@ -79,7 +79,7 @@ TEST(ComponentBase, Defaults_FollowTheName)
     EXPECT_EQ(component.engine(), nullptr);
 }
 
-TEST(ComponentBase, Init_RegistersTheResourceFileBesideTheApplication)
+TEST(ComponentBase, Init_RegistersTheResourceFileNextToTheApplication)
 {
     BareComponent component;
     ASSERT_TRUE(QFile::exists(QCoreApplication::applicationDirPath() + QStringLiteral("/RccProbe.rcc")));
@@ -99,20 +99,20 @@ TEST(ComponentBase, LoadResourceOfAMissingFile_IsIgnoredWithoutAMessage)
     BareComponent component;
     component.loadResource(QStringLiteral("NotThere"));
     EXPECT_EQ(QDir(QStringLiteral(":/")).entryList(), before);
-    // A later file is registered all the same, and only the named one.
+    // The failure does not affect a later call, which registers only the named file.
     component.loadResource(QStringLiteral("RccProbe"));
     qInstallMessageHandler(previous);
     EXPECT_TRUE(QFile::exists(QStringLiteral(":/probe/RccProbe.txt")));
-    EXPECT_FALSE(QFile::exists(QStringLiteral(":/probe/Loud.txt")));
+    EXPECT_FALSE(QFile::exists(QStringLiteral(":/probe/Overriding.txt")));
     EXPECT_EQ(messages, QStringList());
 }
 
-TEST(ComponentBase, OwnInitWithoutTheBase_RegistersNothing)
+TEST(ComponentBase, InitOverrideWithoutTheBaseCall_RegistersNoResource)
 {
-    LoudComponent component;
-    ASSERT_TRUE(QFile::exists(QCoreApplication::applicationDirPath() + QStringLiteral("/Loud.rcc")));
+    OverridingComponent component;
+    ASSERT_TRUE(QFile::exists(QCoreApplication::applicationDirPath() + QStringLiteral("/Overriding.rcc")));
     component.init();
-    EXPECT_FALSE(QFile::exists(QStringLiteral(":/probe/Loud.txt")));
+    EXPECT_FALSE(QFile::exists(QStringLiteral(":/probe/Overriding.txt")));
 }
 
 TEST(ComponentBase, SetEngine_PublishesTheObject)
@@ -127,30 +127,30 @@ TEST(ComponentBase, SetEngine_PublishesTheObject)
     EXPECT_EQ(component.engine(), nullptr);
 }
 
-TEST(ComponentBase, SetEngine_KeepsTheObjectFromTheScriptsGarbageCollection)
+TEST(ComponentBase, SetEngine_ProtectsTheObjectFromGarbageCollection)
 {
     QQmlApplicationEngine engine;
     auto* component = new BareComponent;
     component->setEngine(&engine);
-    const bool survived = survivesScript(engine, component);
+    const bool survived = survivesGarbageCollection(engine, component);
     EXPECT_TRUE(survived);
     if (survived)
         delete component;
 }
 
-TEST(ComponentBase, WithoutSetEngine_TheScriptsGarbageCollectionDeletesTheObject)
+TEST(ComponentBase, WithoutSetEngine_GarbageCollectionDeletesTheObject)
 {
-    // Shows that the collection reaches an object whose ownership is not set.
+    // Shows that the collection can delete an object whose ownership is not set.
     QQmlApplicationEngine engine;
-    EXPECT_FALSE(survivesScript(engine, new BareComponent));
+    EXPECT_FALSE(survivesGarbageCollection(engine, new BareComponent));
     auto* withoutEngine = new BareComponent;
     withoutEngine->setEngine(nullptr);
-    EXPECT_FALSE(survivesScript(engine, withoutEngine));
+    EXPECT_FALSE(survivesGarbageCollection(engine, withoutEngine));
 }
 
-TEST(ComponentBase, OnTranslate_TellsTheNameBeforeItTranslates)
+TEST(ComponentBase, OnTranslate_EmitsDisplayNameChangedBeforeRetranslate)
 {
-    LoudComponent component;
+    OverridingComponent component;
     QObject::connect(&component, &CComponentBase::sigDisplayNameChanged,
                      [&] { component.calls.append(QStringLiteral("sigDisplayNameChanged")); });
     ASSERT_TRUE(QMetaObject::invokeMethod(&component, "onTranslate", Qt::DirectConnection));

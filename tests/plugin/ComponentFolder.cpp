@@ -10,11 +10,11 @@
 namespace {
 
 #ifdef Q_OS_WIN
-const char* const kLibraryEnding = ".dll";
-const char* const kProgramEnding = ".exe";
+const char* const kLibrarySuffix = ".dll";
+const char* const kProgramSuffix = ".exe";
 #else
-const char* const kLibraryEnding = ".so";
-const char* const kProgramEnding = "";
+const char* const kLibrarySuffix = ".so";
+const char* const kProgramSuffix = "";
 #endif
 
 QStringList linesOf(QByteArray bytes)
@@ -30,63 +30,64 @@ void copy(const QString& from, const QString& to)
 
 } // namespace
 
-QStringList ComponentFolder::Run::said(const QString& word) const
+QStringList ComponentFolder::Run::linesWith(const QString& firstWord) const
 {
     QStringList result;
     for (const QString& line : lines) {
-        if (line == word || line.startsWith(word + QLatin1Char(' ')))
+        if (line == firstWord || line.startsWith(firstWord + QLatin1Char(' ')))
             result.append(line);
     }
     return result;
 }
 
-QString ComponentFolder::libraryEnding()
+QString ComponentFolder::librarySuffix()
 {
-    return QLatin1String(kLibraryEnding);
+    return QLatin1String(kLibrarySuffix);
 }
 
 ComponentFolder::ComponentFolder()
 {
     copy(QStringLiteral(COMPONENT_HOST),
-         at(QStringLiteral("component_host") + QLatin1String(kProgramEnding)));
+         at(QStringLiteral("component_host") + QLatin1String(kProgramSuffix)));
 }
 
-void ComponentFolder::library(const QString& path, const QString& kind, const QString& ending)
+void ComponentFolder::addLibrary(const QString& path, const QString& kind, const QString& suffix)
 {
-    makeFolderOf(path);
-    copy(QStringLiteral(COMPONENT_FOLDER "/fixture_") + kind + libraryEnding(), at(path + ending));
+    makeParentFolder(path);
+    copy(QStringLiteral(COMPONENT_FOLDER "/fixture_") + kind + librarySuffix(), at(path + suffix));
 }
 
-void ComponentFolder::file(const QString& path, const QByteArray& bytes)
+void ComponentFolder::writeFile(const QString& path, const QByteArray& bytes)
 {
-    makeFolderOf(path);
+    makeParentFolder(path);
     QFile target(at(path));
     if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size())
         throw std::runtime_error("cannot write " + path.toStdString());
 }
 
-void ComponentFolder::list(const QString& folder, const QMap<int, QByteArray>& names)
+void ComponentFolder::writeList(const QString& folder, const QMap<int, QByteArray>& names)
 {
     QByteArray text;
     for (auto it = names.begin(); it != names.end(); ++it)
         text += "[COMPONENT" + QByteArray::number(it.key()) + "]\nname=" + it.value() + "\n";
-    file(folder + (folder.isEmpty() ? QString() : QStringLiteral("/")) + QStringLiteral("components.ini"),
-         text);
+    writeFile(folder + (folder.isEmpty() ? QString() : QStringLiteral("/")) +
+                  QStringLiteral("components.ini"),
+              text);
 }
 
-ComponentFolder::Run ComponentFolder::run(const QStringList& orders) const
+ComponentFolder::Run ComponentFolder::run(const QStringList& commands) const
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-    // Where standard error is no console, the log would go to the debugger on Windows.
+    // On Windows the log would otherwise go to the debugger, because standard error is not a console.
     environment.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
     process.setProcessEnvironment(environment);
-    process.start(at(QStringLiteral("component_host")), orders);
-    const bool ended = process.waitForFinished(40000);
+    process.start(at(QStringLiteral("component_host")), commands);
+    const bool finished = process.waitForFinished(40000);
     Run run{linesOf(process.readAllStandardOutput()), linesOf(process.readAllStandardError())};
     run.lines = run.lines.mid(0, run.lines.indexOf(QStringLiteral("end")));
-    if (!ended) {
+    if (!finished) {
         run.lines.append(QStringLiteral("HUNG"));
         process.kill();
         process.waitForFinished();
@@ -96,7 +97,7 @@ ComponentFolder::Run ComponentFolder::run(const QStringList& orders) const
     return run;
 }
 
-void ComponentFolder::makeFolderOf(const QString& path) const
+void ComponentFolder::makeParentFolder(const QString& path) const
 {
     QDir().mkpath(QFileInfo(at(path)).path());
 }

@@ -1,4 +1,4 @@
-// The manager's meta-object, through which QML and a host's string-based connections reach it.
+// The manager's meta-object, which QML and string-based connections use.
 #include "plugin/ComponentMgr.h"
 #include "tests/support/Printing.h"
 
@@ -19,7 +19,7 @@ struct Method
     QList<QByteArray> names;
 };
 
-TEST(ComponentMgrMeta, Methods_AreInTheirIndexOrder)
+TEST(ComponentMgrMeta, Methods_HaveFixedIndexes)
 {
     const auto signal = QMetaMethod::Signal;
     const auto invokable = QMetaMethod::Method;
@@ -49,7 +49,7 @@ TEST(ComponentMgrMeta, Methods_AreInTheirIndexOrder)
     }
 }
 
-TEST(ComponentMgrMeta, Components_IsTheOnlyPropertyAndReadOnlyWithItsSignal)
+TEST(ComponentMgrMeta, Components_IsTheOnlyPropertyReadOnlyAndHasANotifySignal)
 {
     const QMetaObject& meta = CComponentMgr::staticMetaObject;
     ASSERT_EQ(meta.propertyCount() - meta.propertyOffset(), 1);

@@ -1,4 +1,4 @@
-// The component manager with real libraries, each test in an application folder of its own.
+// The component manager with real libraries; each test uses its own application folder.
 #include "tests/plugin/ComponentFolder.h"
 #include "tests/support/Printing.h"
 
@@ -16,7 +16,7 @@ QString s(const char* text)
     return QString::fromUtf8(text);
 }
 
-QStringList texts(std::initializer_list<const char*> list)
+QStringList strings(std::initializer_list<const char*> list)
 {
     QStringList result;
     for (const char* text : list)
@@ -26,7 +26,7 @@ QStringList texts(std::initializer_list<const char*> list)
 
 QJsonArray componentsOf(const ComponentFolder::Run& run)
 {
-    const QStringList lines = run.said(s("components"));
+    const QStringList lines = run.linesWith(s("components"));
     return lines.isEmpty() ? QJsonArray() : QJsonDocument::fromJson(lines.last().mid(11).toUtf8()).array();
 }
 
@@ -38,87 +38,90 @@ QStringList namesOf(const ComponentFolder::Run& run)
     return names;
 }
 
-TEST(ComponentMgr, LoadComponent_MakesInitialisesFilesAndTells)
+TEST(ComponentMgr, LoadComponent_CreatesInitialisesRegistersAndSignals)
 {
     ComponentFolder folder;
-    folder.library(s("One"));
+    folder.addLibrary(s("One"));
     EXPECT_EQ(folder.run({s("engine"), s("load:One")}).lines,
-              texts({"made One", "engine One given", "init One", "new 'One' ''", "loaded One"}));
+              strings({"created One", "engine One set", "init One", "new 'One' ''", "loaded One"}));
 }
 
-TEST(ComponentMgr, WithoutAnEngine_ComponentsAreLoadedAllTheSame)
+TEST(ComponentMgr, WithoutAnEngine_ComponentsAreStillLoaded)
 {
     ComponentFolder folder;
-    folder.library(s("One"));
+    folder.addLibrary(s("One"));
     EXPECT_EQ(folder.run({s("load:One")}).lines,
-              texts({"made One", "engine One none", "init One", "new 'One' ''", "loaded One"}));
+              strings({"created One", "engine One null", "init One", "new 'One' ''", "loaded One"}));
 }
 
-TEST(ComponentMgr, ComponentWithAParent_LiesInTheParentsFolderUnderBothNames)
+TEST(ComponentMgr, ComponentWithAParent_IsLoadedFromTheParentsFolderUnderBothNames)
 {
     ComponentFolder folder;
-    folder.library(s("Disk/DiskHealth"));
-    folder.library(s("Disk/Health"));
-    folder.library(s("Health"));
+    folder.addLibrary(s("Disk/DiskHealth"));
+    folder.addLibrary(s("Disk/Health"));
+    folder.addLibrary(s("Health"));
     const auto run = folder.run({s("load:Health:Disk")});
-    EXPECT_EQ(run.said(s("made")), texts({"made DiskHealth"}));
-    EXPECT_EQ(run.said(s("new")), texts({"new 'Health' 'Disk'"}));
+    EXPECT_EQ(run.linesWith(s("created")), strings({"created DiskHealth"}));
+    EXPECT_EQ(run.linesWith(s("new")), strings({"new 'Health' 'Disk'"}));
 }
 
-TEST(ComponentMgr, Tree_WalksIntoEachComponentsFolder)
+TEST(ComponentMgr, Tree_DescendsIntoEachComponentsFolder)
 {
     ComponentFolder folder;
-    folder.list(s(""), {{1, "A"}, {2, "B"}});
-    folder.library(s("A"));
-    folder.library(s("B"));
-    folder.list(s("A"), {{1, "Sub"}});
-    folder.library(s("A/ASub"));
-    folder.list(s("Sub"), {{1, "Deep"}});
-    folder.library(s("Sub/SubDeep"));
+    folder.writeList(s(""), {{1, "A"}, {2, "B"}});
+    folder.addLibrary(s("A"));
+    folder.addLibrary(s("B"));
+    folder.writeList(s("A"), {{1, "Sub"}});
+    folder.addLibrary(s("A/ASub"));
+    folder.writeList(s("Sub"), {{1, "Deep"}});
+    folder.addLibrary(s("Sub/SubDeep"));
     const auto run = folder.run({s("engine"), s("tree"), s("components")});
-    EXPECT_EQ(run.said(s("new")), texts({"new 'A' ''", "new 'Sub' 'A'", "new 'Deep' 'Sub'", "new 'B' ''"}));
-    EXPECT_EQ(namesOf(run), texts({"A", "ASub", "SubDeep", "B"}));
-    EXPECT_TRUE(run.said(s("changed")).isEmpty());
+    EXPECT_EQ(run.linesWith(s("new")),
+              strings({"new 'A' ''", "new 'Sub' 'A'", "new 'Deep' 'Sub'", "new 'B' ''"}));
+    EXPECT_EQ(namesOf(run), strings({"A", "ASub", "SubDeep", "B"}));
+    EXPECT_TRUE(run.linesWith(s("changed")).isEmpty());
 }
 
-TEST(ComponentMgr, TreeOfOneComponent_ReadsThatFoldersListOnly)
+TEST(ComponentMgr, TreeOfOneComponent_ReadsOnlyItsFoldersList)
 {
     ComponentFolder folder;
-    folder.list(s(""), {{1, "A"}});
-    folder.library(s("A"));
-    folder.list(s("A"), {{1, "Sub"}});
-    folder.library(s("A/ASub"));
-    EXPECT_EQ(folder.run({s("tree:A")}).said(s("new")), texts({"new 'Sub' 'A'"}));
+    folder.writeList(s(""), {{1, "A"}});
+    folder.addLibrary(s("A"));
+    folder.writeList(s("A"), {{1, "Sub"}});
+    folder.addLibrary(s("A/ASub"));
+    EXPECT_EQ(folder.run({s("tree:A")}).linesWith(s("new")), strings({"new 'Sub' 'A'"}));
 }
 
 TEST(ComponentMgr, GapsInTheNumbering_DoNotEndTheWalk)
 {
     ComponentFolder folder;
-    folder.list(s(""), {{1, "A"}, {2, "B"}, {7, "C"}, {99, "D"}});
+    folder.writeList(s(""), {{1, "A"}, {2, "B"}, {7, "C"}, {99, "D"}});
     for (const char* name : {"A", "B", "C", "D"})
-        folder.library(s(name));
-    EXPECT_EQ(folder.run({s("tree")}).said(s("made")), texts({"made A", "made B", "made C", "made D"}));
+        folder.addLibrary(s(name));
+    EXPECT_EQ(folder.run({s("tree")}).linesWith(s("created")),
+              strings({"created A", "created B", "created C", "created D"}));
 }
 
-TEST(ComponentMgr, GroupsOutsideOneTo99_AreNeverRead)
+TEST(ComponentMgr, GroupsOutside1To99_AreIgnored)
 {
     ComponentFolder folder;
-    folder.list(s(""), {{0, "A"}, {99, "B"}, {100, "C"}, {101, "D"}});
+    folder.writeList(s(""), {{0, "A"}, {99, "B"}, {100, "C"}, {101, "D"}});
     for (const char* name : {"A", "B", "C", "D"})
-        folder.library(s(name));
-    EXPECT_EQ(folder.run({s("tree")}).said(s("made")), texts({"made B"}));
+        folder.addLibrary(s(name));
+    EXPECT_EQ(folder.run({s("tree")}).linesWith(s("created")), strings({"created B"}));
 }
 
-TEST(ComponentMgr, GroupWithoutAName_IsPassedOver)
+TEST(ComponentMgr, GroupWithoutAName_IsSkipped)
 {
     ComponentFolder folder;
-    folder.file(s("components.ini"), "[COMPONENT1]\nother=A\n[COMPONENT2]\nname=B\n[COMPONENT03]\nname=A\n");
-    folder.library(s("A"));
-    folder.library(s("B"));
-    EXPECT_EQ(folder.run({s("tree")}).said(s("made")), texts({"made B"}));
+    folder.writeFile(s("components.ini"),
+                     "[COMPONENT1]\nother=A\n[COMPONENT2]\nname=B\n[COMPONENT03]\nname=A\n");
+    folder.addLibrary(s("A"));
+    folder.addLibrary(s("B"));
+    EXPECT_EQ(folder.run({s("tree")}).linesWith(s("created")), strings({"created B"}));
 }
 
-TEST(ComponentMgr, MissingList_EndsThatBranchInSilence)
+TEST(ComponentMgr, MissingList_EndsThatBranchWithoutOutput)
 {
     ComponentFolder folder;
     EXPECT_EQ(folder.run({s("tree"), s("tree:Nowhere")}).lines, QStringList());
@@ -127,95 +130,95 @@ TEST(ComponentMgr, MissingList_EndsThatBranchInSilence)
 TEST(ComponentMgr, NamesInTheList_AreUtf8)
 {
     ComponentFolder folder;
-    folder.list(s(""), {{1, "\xc3\x9c\x62\x65r"}});
-    folder.library(s("\xc3\x9c\x62\x65r"));
-    EXPECT_EQ(folder.run({s("tree")}).said(s("new")), texts({"new '\xc3\x9c\x62\x65r' ''"}));
+    folder.writeList(s(""), {{1, "\xc3\x9c\x62\x65r"}});
+    folder.addLibrary(s("\xc3\x9c\x62\x65r"));
+    EXPECT_EQ(folder.run({s("tree")}).linesWith(s("new")), strings({"new '\xc3\x9c\x62\x65r' ''"}));
 }
 
-TEST(ComponentMgr, LibraryThatCannotBeLoaded_GivesNothingAndTheWalkGoesOn)
+TEST(ComponentMgr, LibraryThatFailsToLoad_ReturnsNullAndTheWalkContinues)
 {
     ComponentFolder folder;
-    folder.list(s(""), {{1, "Text"}, {2, "Absent"}, {3, "Good"}});
-    folder.file(s("Text.so"), "this is no library\n");
-    folder.library(s("Good"));
+    folder.writeList(s(""), {{1, "Text"}, {2, "Absent"}, {3, "Good"}});
+    folder.writeFile(s("Text.so"), "not a library\n");
+    folder.addLibrary(s("Good"));
     const auto run = folder.run({s("language"), s("tree"), s("load:Text"), s("load:Absent")});
-    EXPECT_EQ(run.said(s("new")), texts({"new 'Good' ''"}));
-    EXPECT_EQ(run.said(s("loaded")), texts({"loaded nothing", "loaded nothing"}));
+    EXPECT_EQ(run.linesWith(s("new")), strings({"new 'Good' ''"}));
+    EXPECT_EQ(run.linesWith(s("loaded")), strings({"loaded null", "loaded null"}));
 }
 
-TEST(ComponentMgr, FolderOfAComponentThatCannotBeLoaded_IsWalkedAllTheSame)
+TEST(ComponentMgr, FolderOfAComponentThatFailsToLoad_IsStillWalked)
 {
     ComponentFolder folder;
-    folder.list(s(""), {{1, "Absent"}});
-    folder.list(s("Absent"), {{1, "Sub"}});
-    folder.library(s("Absent/AbsentSub"));
-    EXPECT_EQ(folder.run({s("language"), s("tree")}).said(s("new")), texts({"new 'Sub' 'Absent'"}));
+    folder.writeList(s(""), {{1, "Absent"}});
+    folder.writeList(s("Absent"), {{1, "Sub"}});
+    folder.addLibrary(s("Absent/AbsentSub"));
+    EXPECT_EQ(folder.run({s("language"), s("tree")}).linesWith(s("new")), strings({"new 'Sub' 'Absent'"}));
 }
 
-TEST(ComponentMgr, LibraryWithoutAFactory_GivesNothing)
+TEST(ComponentMgr, LibraryWithoutAFactory_ReturnsNull)
 {
     ComponentFolder folder;
-    folder.library(s("Odd"), s("NoFactory"));
+    folder.addLibrary(s("Odd"), s("NoFactory"));
     EXPECT_EQ(folder.run({s("engine"), s("load:Odd"), s("components")}).lines,
-              texts({"loaded nothing", "components []"}));
+              strings({"loaded null", "components []"}));
 }
 
-TEST(ComponentMgr, FactoryThatGivesNull_GivesNothing)
+TEST(ComponentMgr, FactoryThatReturnsNull_AddsNoComponent)
 {
     ComponentFolder folder;
-    folder.library(s("Odd"), s("NullFactory"));
+    folder.addLibrary(s("Odd"), s("NullFactory"));
     EXPECT_EQ(folder.run({s("engine"), s("load:Odd"), s("components")}).lines,
-              texts({"asked for nothing", "loaded nothing", "components []"}));
+              strings({"factory called", "loaded null", "components []"}));
 }
 
-TEST(ComponentMgr, FileOfTheProductsOwnEnding_IsTakenBeforeTheSystems)
+TEST(ComponentMgr, DllFile_IsPreferredToSoFile)
 {
     ComponentFolder folder;
-    folder.library(s("Both"), s("Component"), s(".dll"));
-    folder.library(s("Both"), s("NullFactory"), s(".so"));
-    EXPECT_EQ(folder.run({s("load:Both")}).said(s("loaded")), texts({"loaded Both"}));
+    folder.addLibrary(s("Both"), s("Component"), s(".dll"));
+    folder.addLibrary(s("Both"), s("NullFactory"), s(".so"));
+    EXPECT_EQ(folder.run({s("load:Both")}).linesWith(s("loaded")), strings({"loaded Both"}));
 }
 
-TEST(ComponentMgr, ListOfNames_LoadsEachAndTellsOnceAtTheEnd)
+TEST(ComponentMgr, ListOfNames_LoadsEachAndSignalsOnceAtTheEnd)
 {
     ComponentFolder folder;
-    folder.library(s("A"));
-    folder.library(s("B"));
-    folder.list(s("A"), {{1, "Sub"}});
-    folder.library(s("A/ASub"));
+    folder.addLibrary(s("A"));
+    folder.addLibrary(s("B"));
+    folder.writeList(s("A"), {{1, "Sub"}});
+    folder.addLibrary(s("A/ASub"));
     const auto run = folder.run({s("list:A,Absent,B")});
-    EXPECT_EQ(run.said(s("new")), texts({"new 'A' ''", "new 'B' ''"}));
+    EXPECT_EQ(run.linesWith(s("new")), strings({"new 'A' ''", "new 'B' ''"}));
     EXPECT_EQ(run.lines.last(), s("changed"));
-    EXPECT_EQ(run.said(s("changed")).size(), 1);
+    EXPECT_EQ(run.linesWith(s("changed")).size(), 1);
 }
 
-TEST(ComponentMgr, SameNameTwice_GivesTwoComponents)
+TEST(ComponentMgr, SameNameTwice_CreatesTwoComponents)
 {
     ComponentFolder folder;
-    folder.library(s("A"));
-    EXPECT_EQ(namesOf(folder.run({s("list:A,A"), s("components")})), texts({"A", "A"}));
+    folder.addLibrary(s("A"));
+    EXPECT_EQ(namesOf(folder.run({s("list:A,A"), s("components")})), strings({"A", "A"}));
 }
 
-TEST(ComponentMgr, Component_IsFoundInAnyLetterCase)
+TEST(ComponentMgr, Component_IsFoundCaseInsensitively)
 {
     ComponentFolder folder;
-    folder.library(s("AIProbe"));
+    folder.addLibrary(s("AIProbe"));
     const auto run = folder.run(
         {s("load:AIProbe"), s("find:AIPROBE"), s("find:aiprobe"), s("find:AIProbe"), s("find:AIProb")});
-    EXPECT_EQ(run.said(s("found")),
-              texts({"found AIProbe", "found AIProbe", "found AIProbe", "found nothing"}));
+    EXPECT_EQ(run.linesWith(s("found")),
+              strings({"found AIProbe", "found AIProbe", "found AIProbe", "found null"}));
 }
 
-TEST(ComponentMgr, Components_CarrySevenKeysAndARunningId)
+TEST(ComponentMgr, Components_HaveSevenKeysAndConsecutiveIds)
 {
     ComponentFolder folder;
-    folder.library(s("A"));
-    folder.library(s("B"));
+    folder.addLibrary(s("A"));
+    folder.addLibrary(s("B"));
     const QJsonArray list = componentsOf(folder.run({s("list:A,B"), s("components")}));
     ASSERT_EQ(list.size(), 2);
     const QJsonObject second = list.at(1).toObject();
     EXPECT_EQ(second.keys(),
-              texts({"canLayout", "component", "id", "name", "resProperty", "source", "text"}));
+              strings({"canLayout", "component", "id", "name", "resProperty", "source", "text"}));
     EXPECT_EQ(list.at(0).toObject().value(s("id")), QJsonValue(0));
     EXPECT_EQ(second.value(s("id")), QJsonValue(1));
     EXPECT_EQ(second.value(s("name")), QJsonValue(s("B")));
@@ -229,174 +232,175 @@ TEST(ComponentMgr, Components_CarrySevenKeysAndARunningId)
 TEST(ComponentMgr, LanguageSignal_ReachesAComponentOfTheTreeTwice)
 {
     ComponentFolder folder;
-    folder.list(s(""), {{1, "A"}});
-    folder.library(s("A"));
+    folder.writeList(s(""), {{1, "A"}});
+    folder.addLibrary(s("A"));
     const auto run = folder.run({s("language"), s("tree"), s("switch")});
-    EXPECT_EQ(run.said(s("translate")), texts({"translate A", "translate A"}));
+    EXPECT_EQ(run.linesWith(s("translate")), strings({"translate A", "translate A"}));
 }
 
-TEST(ComponentMgr, LanguageSignal_ReachesAComponentLoadedByItselfOnce)
+TEST(ComponentMgr, LanguageSignal_ReachesAComponentOutsideTheTreeOnce)
 {
     ComponentFolder folder;
-    folder.library(s("A"));
-    folder.library(s("B"));
+    folder.addLibrary(s("A"));
+    folder.addLibrary(s("B"));
     const auto run = folder.run({s("language"), s("load:A"), s("list:B"), s("switch")});
-    EXPECT_EQ(run.said(s("translate")), texts({"translate A", "translate B"}));
+    EXPECT_EQ(run.linesWith(s("translate")), strings({"translate A", "translate B"}));
 }
 
-TEST(ComponentMgr, LanguageObjectThatIsItselfAComponent_IsLookedUpWhenTheWalkBegins)
+TEST(ComponentMgr, LanguageObjectLoadedByTheWalk_IsConnectedOncePerComponent)
 {
-    // The walk begins without a language object, so its own second connection is not made; the loading's is.
+    // The walk looks the language object up before it loads it, so only loading a component connects it.
     ComponentFolder folder;
-    folder.list(s(""), {{1, "Multilanguage"}, {2, "A"}});
-    folder.library(s("Multilanguage"));
-    folder.library(s("A"));
-    const auto run = folder.run({s("engine"), s("tree"), s("tell")});
-    EXPECT_EQ(run.said(s("translate")), texts({"translate Multilanguage", "translate A"}));
+    folder.writeList(s(""), {{1, "Multilanguage"}, {2, "A"}});
+    folder.addLibrary(s("Multilanguage"));
+    folder.addLibrary(s("A"));
+    const auto run = folder.run({s("engine"), s("tree"), s("switchFromQml")});
+    EXPECT_EQ(run.linesWith(s("translate")), strings({"translate Multilanguage", "translate A"}));
 }
 
 TEST(ComponentMgr, WithoutALanguageObject_ComponentsAreLoaded)
 {
     ComponentFolder folder;
-    folder.list(s(""), {{1, "A"}});
-    folder.library(s("A"));
+    folder.writeList(s(""), {{1, "A"}});
+    folder.addLibrary(s("A"));
     const auto run = folder.run({s("engine"), s("tree"), s("switch")});
-    EXPECT_EQ(run.said(s("new")).size(), 1);
-    EXPECT_TRUE(run.said(s("translate")).isEmpty());
+    EXPECT_EQ(run.linesWith(s("new")).size(), 1);
+    EXPECT_TRUE(run.linesWith(s("translate")).isEmpty());
 }
 
-TEST(ComponentMgr, DestroyedComponent_LeavesTheList)
+TEST(ComponentMgr, DestroyedComponent_IsRemovedFromTheList)
 {
     ComponentFolder folder;
     for (const char* name : {"A", "B", "C"})
-        folder.library(s(name));
+        folder.addLibrary(s(name));
     const auto run = folder.run({s("list:A,B,C"), s("delete:B"), s("components"), s("find:B")});
-    EXPECT_EQ(namesOf(run), texts({"A", "C"}));
-    EXPECT_EQ(run.said(s("found")), texts({"found nothing"}));
+    EXPECT_EQ(namesOf(run), strings({"A", "C"}));
+    EXPECT_EQ(run.linesWith(s("found")), strings({"found null"}));
     EXPECT_EQ(componentsOf(run).at(1).toObject().value(s("id")), QJsonValue(1));
 }
 
-TEST(ComponentMgr, DestroyedAfterEarlierOnes_TakesTheEntryAtItsOldPlace)
+TEST(ComponentMgr, DestroyedAfterAnEarlierRemoval_RemovesTheEntryAtItsOriginalIndex)
 {
-    // A, B, C, D were filed at 0, 1, 2, 3. With A gone, B's old place holds C: C's entry goes, and B's stays
-    // without an object.
+    // A, B, C and D are registered at 0 to 3. Without A, C is at B's original index: C's entry is removed,
+    // and B's remains without an object.
     ComponentFolder folder;
     for (const char* name : {"A", "B", "C", "D"})
-        folder.library(s(name));
+        folder.addLibrary(s(name));
     const auto run = folder.run({s("list:A,B,C,D"), s("delete:A"), s("delete:B"), s("components"),
                                  s("find:C"), s("find:B"), s("find:D"), s("close")});
-    EXPECT_EQ(namesOf(run), texts({"D"}));
+    EXPECT_EQ(namesOf(run), strings({"D"}));
     EXPECT_EQ(componentsOf(run).at(0).toObject().value(s("id")), QJsonValue(0));
-    EXPECT_EQ(run.said(s("found")), texts({"found nothing", "found nothing", "found D"}));
-    EXPECT_EQ(run.said(s("release")), texts({"release D"}));
+    EXPECT_EQ(run.linesWith(s("found")), strings({"found null", "found null", "found D"}));
+    EXPECT_EQ(run.linesWith(s("release")), strings({"release D"}));
     EXPECT_EQ(run.lines.last(), s("destroyed D"));
 }
 
-TEST(ComponentMgr, DestroyedWithAnOldPlaceBeyondTheList_LeavesNoDanglingEntry)
+TEST(ComponentMgr, DestroyedWithAnOriginalIndexPastTheEnd_LeavesNoDanglingEntry)
 {
     ComponentFolder folder;
     for (const char* name : {"A", "B", "C"})
-        folder.library(s(name));
+        folder.addLibrary(s(name));
     const auto run = folder.run({s("list:A,B,C"), s("delete:A"), s("delete:C"), s("components"), s("find:C"),
                                  s("find:B"), s("close")});
-    EXPECT_EQ(namesOf(run), texts({"B"}));
-    EXPECT_EQ(run.said(s("release")), texts({"release B"}));
+    EXPECT_EQ(namesOf(run), strings({"B"}));
+    EXPECT_EQ(run.linesWith(s("release")), strings({"release B"}));
     EXPECT_FALSE(run.lines.contains(s("CRASHED")));
 }
 
-TEST(ComponentMgr, LoadedAfterARemoval_IsFiledAtTheSizeOfTheListThen)
+TEST(ComponentMgr, LoadedAfterARemoval_IsRegisteredAtTheCurrentListSize)
 {
-    // A and B at 0 and 1; A goes; C is filed at 1, where it is, so that its own entry goes with it.
+    // A and B are registered at 0 and 1. Without A, C is registered at 1, its actual index, so that its
+    // destruction removes its own entry.
     ComponentFolder folder;
     for (const char* name : {"A", "B", "C"})
-        folder.library(s(name));
+        folder.addLibrary(s(name));
     const auto run = folder.run({s("list:A,B"), s("delete:A"), s("load:C"), s("delete:C"), s("components")});
-    EXPECT_EQ(namesOf(run), texts({"B"}));
+    EXPECT_EQ(namesOf(run), strings({"B"}));
 }
 
-TEST(ComponentMgr, Destruction_ReleasesEachBeforeItIsDeleted)
+TEST(ComponentMgr, Destruction_ReleasesEachComponentBeforeDeletingIt)
 {
     ComponentFolder folder;
-    folder.library(s("A"));
-    folder.library(s("B"));
+    folder.addLibrary(s("A"));
+    folder.addLibrary(s("B"));
     const auto run = folder.run({s("engine"), s("list:A,B"), s("close"), s("components")});
     EXPECT_EQ(run.lines.mid(run.lines.indexOf(s("changed")) + 1),
-              texts({"release A", "release B", "closed", "destroyed A", "destroyed B", "components []"}));
+              strings({"release A", "release B", "closed", "destroyed A", "destroyed B", "components []"}));
 }
 
-TEST(ComponentMgr, ReleaseThatDestroysAnotherComponent_TouchesNoDeadObject)
+TEST(ComponentMgr, ReleaseThatDestroysAnotherComponent_DoesNotAccessIt)
 {
     ComponentFolder folder;
-    folder.library(s("Killer"));
-    folder.library(s("A"));
-    folder.library(s("B"));
-    const auto run = folder.run({s("list:Killer,A,B"), s("victim:A"), s("close")});
-    EXPECT_EQ(
-        run.lines.mid(run.lines.indexOf(s("changed")) + 1),
-        texts({"release Killer", "destroyed A", "release B", "closed", "destroyed Killer", "destroyed B"}));
+    folder.addLibrary(s("Deleter"));
+    folder.addLibrary(s("A"));
+    folder.addLibrary(s("B"));
+    const auto run = folder.run({s("list:Deleter,A,B"), s("deleteOnRelease:A"), s("close")});
+    EXPECT_EQ(run.lines.mid(run.lines.indexOf(s("changed")) + 1),
+              strings({"release Deleter", "destroyed A", "release B", "closed", "destroyed Deleter",
+                       "destroyed B"}));
 }
 
-TEST(ComponentMgr, ComponentDestroyedWhenItIsToldOf_IsNotGivenBack)
+TEST(ComponentMgr, ComponentDestroyedBySignalHandler_IsNotReturned)
 {
     ComponentFolder folder;
-    folder.library(s("A"));
-    folder.list(s(""), {{1, "A"}});
+    folder.addLibrary(s("A"));
+    folder.writeList(s(""), {{1, "A"}});
     const auto run =
-        folder.run({s("language"), s("refuse"), s("load:A"), s("tree"), s("switch"), s("components")});
-    EXPECT_EQ(run.said(s("loaded")), texts({"loaded nothing"}));
+        folder.run({s("language"), s("deleteNew"), s("load:A"), s("tree"), s("switch"), s("components")});
+    EXPECT_EQ(run.linesWith(s("loaded")), strings({"loaded null"}));
     EXPECT_EQ(run.lines.mid(run.lines.lastIndexOf(s("new 'A' ''"))),
-              texts({"new 'A' ''", "destroyed A", "components []"}));
+              strings({"new 'A' ''", "destroyed A", "components []"}));
 }
 
-TEST(ComponentMgr, ListThatNamesItsOwnFolder_EndsTheWalk)
+TEST(ComponentMgr, ListThatNamesItsOwnFolder_IsReadOnce)
 {
     for (const char* name : {"", ".", "./", "A/..", "..//.//", "/"}) {
         ComponentFolder folder;
-        folder.list(s(""), {{1, name}, {2, "B"}});
-        folder.library(s("B"));
-        folder.file(s("A/x"), "");
-        EXPECT_EQ(folder.run({s("tree")}).said(s("new")), texts({"new 'B' ''"})) << name;
+        folder.writeList(s(""), {{1, name}, {2, "B"}});
+        folder.addLibrary(s("B"));
+        folder.writeFile(s("A/x"), "");
+        EXPECT_EQ(folder.run({s("tree")}).linesWith(s("new")), strings({"new 'B' ''"})) << name;
     }
 }
 
-TEST(ComponentMgr, ListsThatNameEachOther_EndTheWalk)
+TEST(ComponentMgr, ListsThatNameEachOther_AreReadOnce)
 {
     ComponentFolder folder;
-    folder.list(s(""), {{1, "A"}});
-    folder.list(s("A"), {{1, "B"}});
-    folder.list(s("B"), {{1, "A"}, {2, "B"}});
-    folder.library(s("A"));
-    folder.library(s("A/AB"));
-    folder.library(s("B/BA"));
-    folder.library(s("B/BB"));
-    EXPECT_EQ(folder.run({s("tree")}).said(s("new")),
-              texts({"new 'A' ''", "new 'B' 'A'", "new 'A' 'B'", "new 'B' 'B'"}));
+    folder.writeList(s(""), {{1, "A"}});
+    folder.writeList(s("A"), {{1, "B"}});
+    folder.writeList(s("B"), {{1, "A"}, {2, "B"}});
+    folder.addLibrary(s("A"));
+    folder.addLibrary(s("A/AB"));
+    folder.addLibrary(s("B/BA"));
+    folder.addLibrary(s("B/BB"));
+    EXPECT_EQ(folder.run({s("tree")}).linesWith(s("new")),
+              strings({"new 'A' ''", "new 'B' 'A'", "new 'A' 'B'", "new 'B' 'B'"}));
 }
 
-TEST(ComponentMgr, GarbledBytesBeforeTheGroups_LeaveTheRestReadable)
+TEST(ComponentMgr, InvalidBytesBeforeTheGroups_AreSkipped)
 {
     ComponentFolder folder;
-    folder.file(s("components.ini"),
-                QByteArray::fromHex("00ff") + "\n[[[=\n[COMPONENT1]\nname=A\n[COMPONENT2\n");
-    folder.library(s("A"));
+    folder.writeFile(s("components.ini"),
+                     QByteArray::fromHex("00ff") + "\n[[[=\n[COMPONENT1]\nname=A\n[COMPONENT2\n");
+    folder.addLibrary(s("A"));
     const auto run = folder.run({s("tree"), s("components")});
-    EXPECT_EQ(run.said(s("new")), texts({"new 'A' ''"}));
-    EXPECT_EQ(namesOf(run), texts({"A"}));
+    EXPECT_EQ(run.linesWith(s("new")), strings({"new 'A' ''"}));
+    EXPECT_EQ(namesOf(run), strings({"A"}));
 }
 
-TEST(ComponentMgr, LoadOfOneComponent_LogsItsStepsWithFunctionAndLine)
+TEST(ComponentMgr, LoadComponent_LogsEachStepWithFunctionAndLine)
 {
     ComponentFolder folder;
-    folder.library(s("One"));
+    folder.addLibrary(s("One"));
     const auto run = folder.run({s("load:One")});
     const QStringList steps = run.errors.filter(QRegularExpression(s("loadComponent.*\\(\\d+\\) \\d+ ms$")));
     EXPECT_EQ(steps.size(), 7) << qPrintable(run.errors.join(QLatin1Char('\n')));
 }
 
-TEST(ComponentMgr, SlowFactory_IsLoggedWithItsTimeAtTheCheckPointAfterIt)
+TEST(ComponentMgr, SlowFactory_IsLoggedWithItsDurationAtTheNextCheckPoint)
 {
     ComponentFolder folder;
-    folder.library(s("Slow"), s("SlowFactory"));
+    folder.addLibrary(s("Slow"), s("SlowFactory"));
     const auto run = folder.run({s("load:Slow")});
     const QStringList steps = run.errors.filter(QRegularExpression(s("loadComponent.* \\d+ ms$")));
     ASSERT_EQ(steps.size(), 7) << qPrintable(run.errors.join(QLatin1Char('\n')));

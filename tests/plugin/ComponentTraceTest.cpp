@@ -1,4 +1,4 @@
-// The order of a component's loading: the manager's check-points among the steps of the component.
+// The order of the manager's check-points and the component's steps while a component loads.
 #include "tests/plugin/ComponentFolder.h"
 #include "tests/support/Printing.h"
 
@@ -6,13 +6,13 @@
 
 namespace {
 
-// The lines of a run, with the line number of each check-point cut off. The numbers must ascend.
-QStringList traceOf(const ComponentFolder& folder, const QStringList& orders)
+// Output of a run without the line numbers of the check-points, which must ascend.
+QStringList traceOf(const ComponentFolder& folder, const QStringList& commands)
 {
     const QString word = QStringLiteral("check-point");
     QStringList trace;
     int previous = 0;
-    for (const QString& line : folder.run(orders).lines) {
+    for (const QString& line : folder.run(commands).lines) {
         if (!line.startsWith(word)) {
             trace.append(line);
             continue;
@@ -33,11 +33,11 @@ QStringList lines(std::initializer_list<const char*> list)
     return result;
 }
 
-// The signal destroyed is connected twice: by the engine's context, and by the manager's registration.
+// The engine's context and the manager each connect to the signal destroyed.
 TEST(ComponentTrace, Success_PassesSevenCheckPointsAndConnectsTheLanguageBeforeTheSignal)
 {
     ComponentFolder folder;
-    folder.library("Traced", "TracedComponent");
+    folder.addLibrary("Traced", "TracedComponent");
     EXPECT_EQ(
         traceOf(folder, {"language", "trace", "load:Traced"}),
         lines({"check-point", "library", "check-point", "getInstance", "check-point", "check-point",
@@ -45,31 +45,31 @@ TEST(ComponentTrace, Success_PassesSevenCheckPointsAndConnectsTheLanguageBeforeT
                "language connected", "check-point", "new 'Traced' ''", "check-point", "loaded Traced"}));
 }
 
-TEST(ComponentTrace, Tree_ConnectsTheLanguageOnceMoreAfterTheSignal)
+TEST(ComponentTrace, Tree_ConnectsTheLanguageAgainAfterTheSignal)
 {
     ComponentFolder folder;
-    folder.list("", {{1, "Traced"}});
-    folder.library("Traced", "TracedComponent");
+    folder.writeList("", {{1, "Traced"}});
+    folder.addLibrary("Traced", "TracedComponent");
     const QStringList trace = traceOf(folder, {"language", "trace", "tree"});
     EXPECT_EQ(trace.mid(trace.lastIndexOf("destroyed connected")),
               lines({"destroyed connected", "language connected", "check-point", "new 'Traced' ''",
                      "check-point", "language connected"}));
 }
 
-TEST(ComponentTrace, MissingLibraryOrFactory_PassesTheFirstCheckPointOnly)
+TEST(ComponentTrace, MissingLibraryOrFactory_PassesOnlyTheFirstCheckPoint)
 {
     ComponentFolder folder;
-    folder.library("Odd", "NoFactory");
-    EXPECT_EQ(traceOf(folder, {"trace", "load:Absent"}), lines({"check-point", "loaded nothing"}));
-    EXPECT_EQ(traceOf(folder, {"trace", "load:Odd"}), lines({"check-point", "loaded nothing"}));
+    folder.addLibrary("Odd", "NoFactory");
+    EXPECT_EQ(traceOf(folder, {"trace", "load:Absent"}), lines({"check-point", "loaded null"}));
+    EXPECT_EQ(traceOf(folder, {"trace", "load:Odd"}), lines({"check-point", "loaded null"}));
 }
 
 TEST(ComponentTrace, FactoryThatReturnsNull_PassesTheCheckPointsAroundItsCall)
 {
     ComponentFolder folder;
-    folder.library("Null", "NullFactory");
+    folder.addLibrary("Null", "NullFactory");
     EXPECT_EQ(traceOf(folder, {"trace", "load:Null"}),
-              lines({"check-point", "check-point", "asked for nothing", "check-point", "loaded nothing"}));
+              lines({"check-point", "check-point", "factory called", "check-point", "loaded null"}));
 }
 
 } // namespace

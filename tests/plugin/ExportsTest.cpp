@@ -1,5 +1,4 @@
-// The dynamic symbols of the built library: the factory and the named members of the class, and nothing else.
-// tests/windows/exports.txt is the list for Windows.
+// The dynamic symbols of the built library. tests/windows/exports.txt is the list for Windows.
 #include <QtCore/QLibrary>
 #include <QtCore/QProcess>
 #include <QtCore/QSet>
@@ -19,10 +18,10 @@ const char* const kExports[] = {
     "AIBridge::AIBridge()",
     "AIBridge::~AIBridge()",
     "vtable for AIBridge",
-    // A host that casts the object dynamically compares these by address.
+    // Compared by address in a host's dynamic_cast.
     "typeinfo for AIBridge",
     "typeinfo name for AIBridge",
-    // Meta-object. Code outside never calls qt_static_metacall, and moc hides it.
+    // Meta-object. moc hides qt_static_metacall, which is only called from inside the library.
     "AIBridge::staticMetaObject",
     "AIBridge::metaObject() const",
     "AIBridge::qt_metacast(char const*)",
@@ -42,14 +41,14 @@ const char* const kExports[] = {
     "AIBridge::sigAbout2CallFun(QString)",
     "AIBridge::sigAfterCallFun(QString, bool)",
     "AIBridge::sigClearRecScan()",
-    // Invokable methods, and the receiver of the scan's end.
+    // Invokable methods, and the slot for the end of the scan.
     "AIBridge::setDiskInfo(QList<QVariant>)",
     "AIBridge::isServerRunning()",
     "AIBridge::beginRecScan()",
     "AIBridge::stopRecScan()",
     "AIBridge::doRecOperation(QVariant)",
     "AIBridge::onRecScanFinished()",
-    // Orders to the host's pages.
+    // Requests to the host's pages.
     "AIBridge::doFunFromAI(int, QMap<QString, QVariant>)",
     "AIBridge::isFunValidForAI(int, QMap<QString, QVariant>)",
     "AIBridge::doPrFunForAI(bool, QMap<QString, QVariant>)",
@@ -70,7 +69,7 @@ const char* const kExports[] = {
     "const&)",
 };
 
-QString readable(const QByteArray& symbol)
+QString demangled(const QByteArray& symbol)
 {
     int status = 0;
     char* text = abi::__cxa_demangle(symbol.constData(), nullptr, nullptr, &status);
@@ -79,7 +78,7 @@ QString readable(const QByteArray& symbol)
     return result;
 }
 
-// Each line is the symbol, its type and two numbers.
+// nm prints the symbol, its type and two numbers per line.
 QSet<QString> builtExports()
 {
     QProcess nm;
@@ -90,18 +89,18 @@ QSet<QString> builtExports()
     QSet<QString> names;
     for (const QByteArray& line : nm.readAllStandardOutput().split('\n')) {
         if (!line.isEmpty())
-            names.insert(readable(line.split(' ').first()));
+            names.insert(demangled(line.split(' ').first()));
     }
     return names;
 }
 
-TEST(Exports, DynamicSymbols_AreTheFactoryAndTheNamedMembersAndNothingElse)
+TEST(Exports, DynamicSymbols_AreExactlyTheFactoryAndTheListedMembers)
 {
     QSet<QString> built = builtExports();
     for (const char* name : kExports)
         EXPECT_TRUE(built.remove(QString::fromLatin1(name))) << "missing: " << name;
     for (const QString& name : qAsConst(built))
-        ADD_FAILURE() << "not in the list: " << name.toStdString();
+        ADD_FAILURE() << "unlisted: " << name.toStdString();
 }
 
 TEST(Exports, TrAndTrUtf8_TranslateWhenResolvedByTheirSymbols)

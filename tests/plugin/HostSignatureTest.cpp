@@ -1,5 +1,5 @@
-// Which signatures of a host method are called, with hosts written in C++ and in QML, on the application
-// thread and on another one.
+// Signatures of host methods that the library calls, with hosts written in C++ and in QML, from the
+// application thread and from another one.
 #include "plugin/HostSignature.h"
 #include "plugin/AIBridge.h"
 #include "plugin/HostCall.h"
@@ -17,7 +17,7 @@
 #include <limits>
 #include <memory>
 
-// The class registers it by itself.
+// Registered through the parameter types of Page's meta-object.
 enum class Declared { Zero, Seven = 7 };
 Q_DECLARE_METATYPE(Declared)
 
@@ -32,7 +32,7 @@ public:
     Q_ENUM(Inherited)
 };
 
-// Each member records that it ran, and the value that it got.
+// Each member records its call and its argument.
 class Page : public Enumerations
 {
     Q_OBJECT
@@ -61,75 +61,75 @@ public:
     Q_DECLARE_FLAGS(Flags, Flag)
     Q_FLAG(Flags)
 
-    // An argument of the library's type int.
-    Q_INVOKABLE bool ofInt(int v) { return ran(v); }
-    Q_INVOKABLE bool ofUint(uint v) { return ran(v); }
-    Q_INVOKABLE bool ofQint32(qint32 v) { return ran(v); }
-    Q_INVOKABLE bool ofQuint32(const quint32& v) { return ran(v); }
-    Q_INVOKABLE bool ofLong(long v) { return ran(v); }
-    Q_INVOKABLE bool ofUlong(ulong v) { return ran(qint64(v)); }
-    Q_INVOKABLE bool ofPlain(Plain v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofScoped(Scoped v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofSpelledScoped(Page::Scoped v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofNarrow(Narrow v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofWide(Wide v) { return ran(qint64(v)); }
-    Q_INVOKABLE void goHome() { moveToThread(QCoreApplication::instance()->thread()); }
-    Q_INVOKABLE bool ofInherited(Inherited v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofRegistered(Registered v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofSpelledRegistered(Page::Registered v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofDeclared(Declared v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofFlag(Flag v) { return ran(v); }
-    Q_INVOKABLE bool ofRegisteredNarrow(RegisteredNarrow v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofRegisteredWide(RegisteredWide v) { return ran(qint64(v)); }
-    Q_INVOKABLE bool ofRegisteredBool(RegisteredBool v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofUnknown(Unknown v) { return ran(v); }
-    Q_INVOKABLE bool ofStdInt(std::int32_t v) { return ran(v); }
-    Q_INVOKABLE bool ofFlags(Flags v) { return ran(v); }
-    Q_INVOKABLE bool ofShort(short v) { return ran(v); }
-    Q_INVOKABLE bool ofUshort(ushort v) { return ran(v); }
-    Q_INVOKABLE bool ofChar(char v) { return ran(v); }
-    Q_INVOKABLE bool ofSchar(signed char v) { return ran(v); }
-    Q_INVOKABLE bool ofUchar(uchar v) { return ran(v); }
-    Q_INVOKABLE bool ofLonglong(qlonglong v) { return ran(v); }
-    Q_INVOKABLE bool ofUlonglong(qulonglong v) { return ran(qint64(v)); }
-    Q_INVOKABLE bool ofBool(bool v) { return ran(v); }
-    Q_INVOKABLE bool ofBoolEnum(Bool v) { return ran(int(v)); }
-    Q_INVOKABLE bool ofFloat(float v) { return ran(qint64(v)); }
-    Q_INVOKABLE bool ofDouble(double v) { return ran(qint64(v)); }
-    Q_INVOKABLE bool ofQchar(QChar v) { return ran(v.unicode()); }
-    Q_INVOKABLE bool ofPointer(void*) { return ran(0); }
-    Q_INVOKABLE bool ofString(QString) { return ran(0); }
-    Q_INVOKABLE bool ofVariant(QVariant v) { return ran(v.toLongLong()); }
-    Q_INVOKABLE bool ofMap(QVariantMap v) { return ran(v.size()); }
-    Q_INVOKABLE bool ofSpelledMap(QMap<QString, QVariant> v) { return ran(v.size()); }
-    Q_INVOKABLE bool ofHash(QVariantHash v) { return ran(v.size()); }
-    Q_INVOKABLE bool ofStringMap(QMap<QString, QString> v) { return ran(v.size()); }
-    Q_INVOKABLE bool ofNothing() { return ran(0); }
+    // Arguments for a value that the library passes as int.
+    Q_INVOKABLE bool takesInt(int v) { return recordCall(v); }
+    Q_INVOKABLE bool takesUint(uint v) { return recordCall(v); }
+    Q_INVOKABLE bool takesQint32(qint32 v) { return recordCall(v); }
+    Q_INVOKABLE bool takesQuint32(const quint32& v) { return recordCall(v); }
+    Q_INVOKABLE bool takesLong(long v) { return recordCall(v); }
+    Q_INVOKABLE bool takesUlong(ulong v) { return recordCall(qint64(v)); }
+    Q_INVOKABLE bool takesPlain(Plain v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesScoped(Scoped v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesSpelledScoped(Page::Scoped v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesNarrow(Narrow v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesWide(Wide v) { return recordCall(qint64(v)); }
+    Q_INVOKABLE void moveToApplicationThread() { moveToThread(QCoreApplication::instance()->thread()); }
+    Q_INVOKABLE bool takesInherited(Inherited v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesRegistered(Registered v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesSpelledRegistered(Page::Registered v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesDeclared(Declared v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesFlag(Flag v) { return recordCall(v); }
+    Q_INVOKABLE bool takesRegisteredNarrow(RegisteredNarrow v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesRegisteredWide(RegisteredWide v) { return recordCall(qint64(v)); }
+    Q_INVOKABLE bool takesRegisteredBool(RegisteredBool v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesUnknown(Unknown v) { return recordCall(v); }
+    Q_INVOKABLE bool takesStdInt(std::int32_t v) { return recordCall(v); }
+    Q_INVOKABLE bool takesFlags(Flags v) { return recordCall(v); }
+    Q_INVOKABLE bool takesShort(short v) { return recordCall(v); }
+    Q_INVOKABLE bool takesUshort(ushort v) { return recordCall(v); }
+    Q_INVOKABLE bool takesChar(char v) { return recordCall(v); }
+    Q_INVOKABLE bool takesSchar(signed char v) { return recordCall(v); }
+    Q_INVOKABLE bool takesUchar(uchar v) { return recordCall(v); }
+    Q_INVOKABLE bool takesLonglong(qlonglong v) { return recordCall(v); }
+    Q_INVOKABLE bool takesUlonglong(qulonglong v) { return recordCall(qint64(v)); }
+    Q_INVOKABLE bool takesBool(bool v) { return recordCall(v); }
+    Q_INVOKABLE bool takesBoolEnum(Bool v) { return recordCall(int(v)); }
+    Q_INVOKABLE bool takesFloat(float v) { return recordCall(qint64(v)); }
+    Q_INVOKABLE bool takesDouble(double v) { return recordCall(qint64(v)); }
+    Q_INVOKABLE bool takesQchar(QChar v) { return recordCall(v.unicode()); }
+    Q_INVOKABLE bool takesPointer(void*) { return recordCall(0); }
+    Q_INVOKABLE bool takesString(QString) { return recordCall(0); }
+    Q_INVOKABLE bool takesVariant(QVariant v) { return recordCall(v.toLongLong()); }
+    Q_INVOKABLE bool takesMap(QVariantMap v) { return recordCall(v.size()); }
+    Q_INVOKABLE bool takesSpelledMap(QMap<QString, QVariant> v) { return recordCall(v.size()); }
+    Q_INVOKABLE bool takesHash(QVariantHash v) { return recordCall(v.size()); }
+    Q_INVOKABLE bool takesStringMap(QMap<QString, QString> v) { return recordCall(v.size()); }
+    Q_INVOKABLE bool takesNothing() { return recordCall(0); }
 
     // Results.
-    Q_INVOKABLE QVariantMap asMap() { return result(QVariantMap{{QStringLiteral("a"), 1}}); }
-    Q_INVOKABLE QMap<QString, QVariant> asSpelledMap() { return asMap(); }
-    Q_INVOKABLE QVariantHash asHash() { return result(QVariantHash()); }
-    Q_INVOKABLE int asInt() { return result(1); }
-    Q_INVOKABLE uint asUint() { return result(1u); }
-    Q_INVOKABLE Plain asPlain() { return result(PlainSeven); }
-    Q_INVOKABLE bool asBool() { return result(true); }
-    Q_INVOKABLE QVariant asVariant() { return result(QVariant(true)); }
-    Q_INVOKABLE void asNothing() { ++calls; }
+    Q_INVOKABLE QVariantMap returnsMap() { return recordResult(QVariantMap{{QStringLiteral("a"), 1}}); }
+    Q_INVOKABLE QMap<QString, QVariant> returnsSpelledMap() { return returnsMap(); }
+    Q_INVOKABLE QVariantHash returnsHash() { return recordResult(QVariantHash()); }
+    Q_INVOKABLE int returnsInt() { return recordResult(1); }
+    Q_INVOKABLE uint returnsUint() { return recordResult(1u); }
+    Q_INVOKABLE Plain returnsPlain() { return recordResult(PlainSeven); }
+    Q_INVOKABLE bool returnsBool() { return recordResult(true); }
+    Q_INVOKABLE QVariant returnsVariant() { return recordResult(QVariant(true)); }
+    Q_INVOKABLE void returnsVoid() { ++calls; }
 
     int calls = 0;
     qint64 value = -1;
     QThread* thread = nullptr;
 
 private:
-    bool ran(qint64 got)
+    bool recordCall(qint64 argument)
     {
         ++calls;
-        value = got;
+        value = argument;
         thread = QThread::currentThread();
         return true;
     }
-    template <class T> T result(T v)
+    template <class T> T recordResult(T v)
     {
         ++calls;
         return v;
@@ -146,25 +146,25 @@ void registerTypes()
 
 constexpr bool kLongIsInt = sizeof(long) == sizeof(int);
 
-struct Pair
+struct MethodCase
 {
     const char* method;
     bool called;
-    friend void PrintTo(const Pair& pair, std::ostream* out) { *out << pair.method; }
+    friend void PrintTo(const MethodCase& row, std::ostream* out) { *out << row.method; }
 };
 
-template <class T> void expectCall(const Pair& pair, const T& argument, qint64 value)
+template <class T> void expectCall(const MethodCase& row, const T& argument, qint64 value)
 {
     registerTypes();
     Page page;
-    const HostMethod method(&page, pair.method);
+    const HostMethod method(&page, row.method);
     ASSERT_TRUE(method.isValid());
     const auto call = [&](ConnectionRule rule) {
         page.calls = 0;
         page.value = -1;
-        EXPECT_EQ(method.call<bool>(rule, argument).has_value(), pair.called);
-        EXPECT_EQ(page.calls, pair.called ? 1 : 0);
-        if (pair.called) {
+        EXPECT_EQ(method.call<bool>(rule, argument).has_value(), row.called);
+        EXPECT_EQ(page.calls, row.called ? 1 : 0);
+        if (row.called) {
             EXPECT_EQ(page.value, value);
         }
     };
@@ -172,92 +172,92 @@ template <class T> void expectCall(const Pair& pair, const T& argument, qint64 v
     call(ConnectionRule::Window);
     runOnOtherThread([&] {
         call(ConnectionRule::Call);
-        if (pair.called) {
+        if (row.called) {
             EXPECT_EQ(page.thread, QCoreApplication::instance()->thread());
         }
         call(ConnectionRule::Direct);
     });
-    // The check of a host has the same answer.
+    // hostcheck applies the same rule.
     const int type = qMetaTypeId<T>();
-    const QMetaMethod declared = findHostMethod(&page, pair.method);
-    EXPECT_EQ(acceptsArguments(declared, &type, 1), pair.called);
+    const QMetaMethod declared = findHostMethod(&page, row.method);
+    EXPECT_EQ(acceptsArguments(declared, &type, 1), row.called);
 }
 
-class IntArgument : public testing::TestWithParam<Pair>
+class IntArgument : public testing::TestWithParam<MethodCase>
 {
 };
 
-TEST_P(IntArgument, IsPassedToAnIntegerOrEnumerationOfItsSizeOnly)
+TEST_P(IntArgument, IsPassedOnlyToAnIntegerOrEnumerationOfItsSize)
 {
     expectCall(GetParam(), 7, 7);
 }
 
-const Pair kIntPairs[] = {
-    {"ofInt", true},
-    {"ofUint", true},
-    {"ofQint32", true},
-    {"ofQuint32", true},
-    {"ofLong", kLongIsInt},
-    {"ofUlong", kLongIsInt},
-    {"ofPlain", true},
-    {"ofScoped", true},
-    {"ofSpelledScoped", true},
-    {"ofInherited", true},
-    {"ofRegistered", true},
-    {"ofSpelledRegistered", true},
-    {"ofDeclared", true},
-    {"ofFlag", true},
-    // Of a size that Qt does not know: read from a 64-bit integer.
-    {"ofNarrow", true},
-    {"ofWide", true},
-    {"ofRegisteredNarrow", false},
-    {"ofRegisteredWide", false},
-    {"ofRegisteredBool", false},
-    {"ofUnknown", false},
-    {"ofStdInt", false},
-    {"ofFlags", false},
-    {"ofShort", false},
-    {"ofUshort", false},
-    {"ofChar", false},
-    {"ofSchar", false},
-    {"ofUchar", false},
-    {"ofLonglong", false},
-    {"ofUlonglong", false},
-    {"ofBool", false},
-    {"ofFloat", false},
-    {"ofDouble", false},
-    {"ofQchar", false},
-    {"ofPointer", false},
-    {"ofString", false},
-    {"ofVariant", false},
-    {"ofMap", false},
+const MethodCase kIntCases[] = {
+    {"takesInt", true},
+    {"takesUint", true},
+    {"takesQint32", true},
+    {"takesQuint32", true},
+    {"takesLong", kLongIsInt},
+    {"takesUlong", kLongIsInt},
+    {"takesPlain", true},
+    {"takesScoped", true},
+    {"takesSpelledScoped", true},
+    {"takesInherited", true},
+    {"takesRegistered", true},
+    {"takesSpelledRegistered", true},
+    {"takesDeclared", true},
+    {"takesFlag", true},
+    // Qt does not know the size of these types and reads them from a 64-bit integer.
+    {"takesNarrow", true},
+    {"takesWide", true},
+    {"takesRegisteredNarrow", false},
+    {"takesRegisteredWide", false},
+    {"takesRegisteredBool", false},
+    {"takesUnknown", false},
+    {"takesStdInt", false},
+    {"takesFlags", false},
+    {"takesShort", false},
+    {"takesUshort", false},
+    {"takesChar", false},
+    {"takesSchar", false},
+    {"takesUchar", false},
+    {"takesLonglong", false},
+    {"takesUlonglong", false},
+    {"takesBool", false},
+    {"takesFloat", false},
+    {"takesDouble", false},
+    {"takesQchar", false},
+    {"takesPointer", false},
+    {"takesString", false},
+    {"takesVariant", false},
+    {"takesMap", false},
 };
 
-const auto nameOfPair = [](const testing::TestParamInfo<Pair>& pair) {
-    return std::string(pair.param.method);
+const auto nameOfCase = [](const testing::TestParamInfo<MethodCase>& row) {
+    return std::string(row.param.method);
 };
 
-INSTANTIATE_TEST_SUITE_P(Types, IntArgument, testing::ValuesIn(kIntPairs), nameOfPair);
+INSTANTIATE_TEST_SUITE_P(Types, IntArgument, testing::ValuesIn(kIntCases), nameOfCase);
 
-class BoolArgument : public testing::TestWithParam<Pair>
+class BoolArgument : public testing::TestWithParam<MethodCase>
 {
 };
 
-TEST_P(BoolArgument, IsPassedToABoolOnly)
+TEST_P(BoolArgument, IsPassedOnlyToABool)
 {
     expectCall(GetParam(), true, 1);
 }
 
-const Pair kBoolPairs[] = {
-    {"ofBool", true},      {"ofChar", false},           {"ofSchar", false},
-    {"ofUchar", false},    {"ofNarrow", false},         {"ofRegisteredNarrow", false},
-    {"ofBoolEnum", false}, {"ofRegisteredBool", false}, {"ofInt", false},
-    {"ofPlain", false},    {"ofVariant", false},
+const MethodCase kBoolCases[] = {
+    {"takesBool", true},      {"takesChar", false},           {"takesSchar", false},
+    {"takesUchar", false},    {"takesNarrow", false},         {"takesRegisteredNarrow", false},
+    {"takesBoolEnum", false}, {"takesRegisteredBool", false}, {"takesInt", false},
+    {"takesPlain", false},    {"takesVariant", false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Types, BoolArgument, testing::ValuesIn(kBoolPairs), nameOfPair);
+INSTANTIATE_TEST_SUITE_P(Types, BoolArgument, testing::ValuesIn(kBoolCases), nameOfCase);
 
-class MapArgument : public testing::TestWithParam<Pair>
+class MapArgument : public testing::TestWithParam<MethodCase>
 {
 };
 
@@ -266,33 +266,34 @@ TEST_P(MapArgument, IsPassedToTheSameTypeInAnySpelling)
     expectCall(GetParam(), QVariantMap{{QStringLiteral("a"), 1}, {QStringLiteral("b"), 2}}, 2);
 }
 
-const Pair kMapPairs[] = {
-    {"ofMap", true},        {"ofSpelledMap", true}, {"ofHash", false},
-    {"ofStringMap", false}, {"ofVariant", false},   {"ofPointer", false},
+const MethodCase kMapCases[] = {
+    {"takesMap", true},        {"takesSpelledMap", true}, {"takesHash", false},
+    {"takesStringMap", false}, {"takesVariant", false},   {"takesPointer", false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Types, MapArgument, testing::ValuesIn(kMapPairs), nameOfPair);
+INSTANTIATE_TEST_SUITE_P(Types, MapArgument, testing::ValuesIn(kMapCases), nameOfCase);
 
-class VariantArgument : public testing::TestWithParam<Pair>
+class VariantArgument : public testing::TestWithParam<MethodCase>
 {
 };
 
-TEST_P(VariantArgument, IsPassedToAVariantOnly)
+TEST_P(VariantArgument, IsPassedOnlyToAVariant)
 {
     expectCall(GetParam(), QVariant(5), 5);
 }
 
-const Pair kVariantPairs[] = {
-    {"ofVariant", true}, {"ofInt", false}, {"ofMap", false}, {"ofString", false}, {"ofPlain", false},
+const MethodCase kVariantCases[] = {
+    {"takesVariant", true}, {"takesInt", false},   {"takesMap", false},
+    {"takesString", false}, {"takesPlain", false},
 };
 
-INSTANTIATE_TEST_SUITE_P(Types, VariantArgument, testing::ValuesIn(kVariantPairs), nameOfPair);
+INSTANTIATE_TEST_SUITE_P(Types, VariantArgument, testing::ValuesIn(kVariantCases), nameOfCase);
 
 TEST(HostSignature, NegativeAndLargestValues_ArriveUnchanged)
 {
     Page page;
     for (const int value : {-2, -1, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
-        for (const char* method : {"ofInt", "ofPlain", "ofScoped", "ofWide"}) {
+        for (const char* method : {"takesInt", "takesPlain", "takesScoped", "takesWide"}) {
             EXPECT_TRUE(orderHost(&page, method, ConnectionRule::Call, value));
             EXPECT_EQ(page.value, value) << method;
         }
@@ -302,22 +303,21 @@ TEST(HostSignature, NegativeAndLargestValues_ArriveUnchanged)
 TEST(HostSignature, MethodWithFewerParameters_IsCalled)
 {
     Page page;
-    EXPECT_TRUE(orderHost(&page, "ofUint", ConnectionRule::Call, 7, QVariantMap()));
-    EXPECT_TRUE(orderHost(&page, "ofNothing", ConnectionRule::Call, 7));
+    EXPECT_TRUE(orderHost(&page, "takesUint", ConnectionRule::Call, 7, QVariantMap()));
+    EXPECT_TRUE(orderHost(&page, "takesNothing", ConnectionRule::Call, 7));
     EXPECT_EQ(page.calls, 2);
 }
 
-// The object lives on a thread of its own and the call comes from the application thread: Qt queues it and
-// copies the arguments.
-TEST(HostSignature, CallThatQtQueues_CarriesTheWholeValue)
+// Qt queues a call from the application thread to an object on another thread, and copies the arguments.
+TEST(HostSignature, QueuedCall_CarriesTheWholeValue)
 {
     QThread thread;
     Page page;
     page.moveToThread(&thread);
-    EXPECT_TRUE(orderHost(&page, "ofWide", ConnectionRule::Call, -2));
+    EXPECT_TRUE(orderHost(&page, "takesWide", ConnectionRule::Call, -2));
     thread.start();
-    // The event queue of the thread is served in order.
-    EXPECT_TRUE(orderHost(&page, "goHome", ConnectionRule::Blocking));
+    // Blocks until the thread has processed the queued call.
+    EXPECT_TRUE(orderHost(&page, "moveToApplicationThread", ConnectionRule::Blocking));
     thread.quit();
     thread.wait();
     EXPECT_EQ(page.calls, 1);
@@ -339,51 +339,53 @@ template <class Result> void expectResult(const char* method, bool called)
 
 TEST(HostSignature, ResultOfAnotherType_IsNotCalled)
 {
-    for (const char* method : {"asInt", "asUint", "asPlain", "asVariant", "asNothing", "asMap"})
+    for (const char* method :
+         {"returnsInt", "returnsUint", "returnsPlain", "returnsVariant", "returnsVoid", "returnsMap"})
         expectResult<bool>(method, false);
-    for (const char* method : {"asUint", "asPlain", "asBool", "asVariant", "asNothing"})
+    for (const char* method : {"returnsUint", "returnsPlain", "returnsBool", "returnsVariant", "returnsVoid"})
         expectResult<int>(method, false);
-    for (const char* method : {"asHash", "asVariant", "asNothing"})
+    for (const char* method : {"returnsHash", "returnsVariant", "returnsVoid"})
         expectResult<QVariantMap>(method, false);
-    for (const char* method : {"asBool", "asMap", "asNothing"})
+    for (const char* method : {"returnsBool", "returnsMap", "returnsVoid"})
         expectResult<QVariant>(method, false);
 }
 
 TEST(HostSignature, ResultOfTheSameTypeInAnySpelling_IsCalled)
 {
-    expectResult<bool>("asBool", true);
-    expectResult<int>("asInt", true);
-    expectResult<QVariant>("asVariant", true);
-    expectResult<QVariantMap>("asMap", true);
-    expectResult<QVariantMap>("asSpelledMap", true);
+    expectResult<bool>("returnsBool", true);
+    expectResult<int>("returnsInt", true);
+    expectResult<QVariant>("returnsVariant", true);
+    expectResult<QVariantMap>("returnsMap", true);
+    expectResult<QVariantMap>("returnsSpelledMap", true);
 }
 
-TEST(HostSignature, ResultThatIsNotAskedFor_IsOfAnyType)
+TEST(HostSignature, DiscardedResult_MayHaveAnyType)
 {
     Page page;
-    for (const char* method : {"asInt", "asPlain", "asVariant", "asNothing"})
+    for (const char* method : {"returnsInt", "returnsPlain", "returnsVariant", "returnsVoid"})
         EXPECT_TRUE(orderHost(&page, method, ConnectionRule::Call)) << method;
     EXPECT_EQ(page.calls, 4);
 }
 
-// The partition page in the forms that a host writes it in. It accepts function 18 and records its orders.
+// Base of the partition pages below, which declare doFunFromAI in different ways. Accepts function 18 and
+// records each check and each request.
 class RecordingPage : public QObject
 {
     Q_OBJECT
 
 public:
-    int questions = 0;
-    QVariantMap order;
+    int checks = 0;
+    QVariantMap request;
     qint64 function = -1;
 
 protected:
-    bool take(qint64 number, const QVariantMap& params)
+    bool record(qint64 number, const QVariantMap& params)
     {
         function = number;
         if (params.contains(QStringLiteral("TestFunValid")))
-            ++questions;
+            ++checks;
         else
-            order = params;
+            request = params;
         return number == 18;
     }
 };
@@ -393,7 +395,7 @@ class UintPage : public RecordingPage
     Q_OBJECT
 
 public:
-    Q_INVOKABLE bool doFunFromAI(uint number, QVariantMap params) { return take(number, params); }
+    Q_INVOKABLE bool doFunFromAI(uint number, QVariantMap params) { return record(number, params); }
 };
 
 class PlainEnumPage : public RecordingPage
@@ -403,7 +405,10 @@ class PlainEnumPage : public RecordingPage
 public:
     enum Function { Create = 18 };
     Q_ENUM(Function)
-    Q_INVOKABLE bool doFunFromAI(Function number, const QVariantMap& params) { return take(number, params); }
+    Q_INVOKABLE bool doFunFromAI(Function number, const QVariantMap& params)
+    {
+        return record(number, params);
+    }
 };
 
 class ScopedEnumPage : public RecordingPage
@@ -415,17 +420,17 @@ public:
     Q_ENUM(Function)
     Q_INVOKABLE bool doFunFromAI(ScopedEnumPage::Function number, QVariantMap params)
     {
-        return take(int(number), params);
+        return record(int(number), params);
     }
 };
 
-// The first overload is the one that is called.
+// The library calls the first overload.
 class OverloadedPage : public RecordingPage
 {
     Q_OBJECT
 
 public:
-    Q_INVOKABLE bool doFunFromAI(uint number, QVariantMap params) { return take(number, params); }
+    Q_INVOKABLE bool doFunFromAI(uint number, QVariantMap params) { return record(number, params); }
     Q_INVOKABLE bool doFunFromAI(int, QVariantMap)
     {
         ADD_FAILURE() << "the second overload";
@@ -433,14 +438,14 @@ public:
     }
 };
 
-// The first overload cannot be called, and the second one is not looked at.
+// The library cannot call the first overload and does not try the second.
 class ShadowedPage : public RecordingPage
 {
     Q_OBJECT
 
 public:
-    Q_INVOKABLE bool doFunFromAI(qlonglong number, QVariantMap params) { return take(number, params); }
-    Q_INVOKABLE bool doFunFromAI(int number, QVariantMap params) { return take(number, params); }
+    Q_INVOKABLE bool doFunFromAI(qlonglong number, QVariantMap params) { return record(number, params); }
+    Q_INVOKABLE bool doFunFromAI(int number, QVariantMap params) { return record(number, params); }
 };
 
 template <class T> class PartitionPage : public testing::Test
@@ -452,17 +457,17 @@ protected:
         host_.engine()->rootContext()->setContextProperty(QStringLiteral("partitionmanager"), &page_);
     }
 
-    void expectQuestionAndOrder()
+    void expectCheckAndRequest()
     {
         const QVariantMap params{{QStringLiteral("diskIndex"), 3}};
-        page_.questions = 0;
-        page_.order.clear();
+        page_.checks = 0;
+        page_.request.clear();
         EXPECT_TRUE(host_.bridge()->isFunValidForAI(18, params));
         EXPECT_FALSE(host_.bridge()->isFunValidForAI(17, params));
-        EXPECT_EQ(page_.questions, 2);
+        EXPECT_EQ(page_.checks, 2);
         host_.bridge()->doFunFromAI(18, params);
         EXPECT_EQ(page_.function, 18);
-        EXPECT_EQ(page_.order, params);
+        EXPECT_EQ(page_.request, params);
     }
 
     RecordingHost host_;
@@ -472,23 +477,23 @@ protected:
 using CallablePages = testing::Types<UintPage, PlainEnumPage, ScopedEnumPage, OverloadedPage>;
 TYPED_TEST_SUITE(PartitionPage, CallablePages);
 
-TYPED_TEST(PartitionPage, IsAskedAndOrderedFromEitherThread)
+TYPED_TEST(PartitionPage, ReceivesChecksAndRequestsFromEitherThread)
 {
-    this->expectQuestionAndOrder();
-    runOnOtherThread([this] { this->expectQuestionAndOrder(); });
+    this->expectCheckAndRequest();
+    runOnOtherThread([this] { this->expectCheckAndRequest(); });
 }
 
 using UncallablePage = PartitionPage<ShadowedPage>;
 
-TEST_F(UncallablePage, IsNeitherAskedNorOrdered)
+TEST_F(UncallablePage, ReceivesNeitherChecksNorRequests)
 {
-    const auto expectNothing = [this] {
+    const auto expectRejection = [this] {
         EXPECT_FALSE(host_.bridge()->isFunValidForAI(18, {}));
         host_.bridge()->doFunFromAI(18, {});
     };
-    expectNothing();
-    runOnOtherThread(expectNothing);
-    EXPECT_EQ(page_.questions, 0);
+    expectRejection();
+    runOnOtherThread(expectRejection);
+    EXPECT_EQ(page_.checks, 0);
     EXPECT_EQ(page_.function, -1);
 }
 
@@ -499,30 +504,30 @@ protected:
     {
         engine_.loadData(R"(import QtQml 2.15
 QtObject {
-    property var got
-    function typed(disk: int): bool { got = disk; return true }
-    function flag(on: bool): bool { got = on; return true }
-    function number(disk: real): bool { got = disk; return true }
-    function text(disk: string): bool { got = disk; return true }
-    function untyped(disk) { got = disk; return true }
-    function untypedWithResult(disk): bool { got = disk; return true }
+    property var received
+    function typed(disk: int): bool { received = disk; return true }
+    function flag(on: bool): bool { received = on; return true }
+    function number(disk: real): bool { received = disk; return true }
+    function text(disk: string): bool { received = disk; return true }
+    function untyped(disk) { received = disk; return true }
+    function untypedWithResult(disk): bool { received = disk; return true }
 })");
     }
 
     QObject* page() { return engine_.rootObjects().value(0); }
 
-    // Calls from both threads; true if the function ran each time.
+    // Calls from both threads. True if the function ran both times.
     template <class Result, class T> bool runs(const char* method, const T& argument)
     {
         int runs = 0;
         const auto call = [&] {
-            page()->setProperty("got", QVariant());
+            page()->setProperty("received", QVariant());
             runs += callHost<Result>(page(), method, ConnectionRule::Call, argument).has_value() ? 1 : 0;
         };
         call();
-        const bool direct = page()->property("got").isValid();
+        const bool direct = page()->property("received").isValid();
         runOnOtherThread(call);
-        EXPECT_EQ(page()->property("got").isValid(), direct);
+        EXPECT_EQ(page()->property("received").isValid(), direct);
         EXPECT_EQ(runs, direct ? 2 : 0) << method;
         return direct;
     }
@@ -530,16 +535,16 @@ QtObject {
     QQmlApplicationEngine engine_;
 };
 
-TEST_F(QmlSignature, FunctionWithTypes_IsCalledWhereTheyAgree)
+TEST_F(QmlSignature, FunctionWithMatchingTypes_IsCalled)
 {
     EXPECT_TRUE((runs<bool>("typed", 7)));
-    EXPECT_EQ(page()->property("got"), QVariant(7));
+    EXPECT_EQ(page()->property("received"), QVariant(7));
     EXPECT_TRUE((runs<bool>("flag", true)));
     EXPECT_TRUE((runs<bool>("untypedWithResult", QVariant(7))));
     EXPECT_TRUE((runs<QVariant>("untyped", QVariant(7))));
 }
 
-TEST_F(QmlSignature, FunctionOfOtherTypes_IsNotCalled)
+TEST_F(QmlSignature, FunctionWithOtherTypes_IsNotCalled)
 {
     EXPECT_FALSE((runs<bool>("typed", true)));
     EXPECT_FALSE((runs<bool>("typed", QVariant(7))));

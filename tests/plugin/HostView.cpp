@@ -1,7 +1,7 @@
 #include "tests/plugin/HostView.h"
 
-// The objects behind the pointers are not of this class, which is the point of it: a host knows the places in
-// the virtual table and nothing else. In a file of its own, so that the compiler knows no more either.
+// The objects are not of this class: the calls rely only on positions in the virtual table. A separate
+// translation unit keeps the compiler from deducing the real class.
 #define HOST_VIEW_CALL __attribute__((no_sanitize("vptr")))
 
 HostView* hostView(QObject* component)
@@ -9,7 +9,7 @@ HostView* hostView(QObject* component)
     return reinterpret_cast<HostView*>(component);
 }
 
-HOST_VIEW_CALL HostAnswers callGetters(const HostView* view)
+HOST_VIEW_CALL GetterResults callGetters(const HostView* view)
 {
     return {view->slot1(), view->slot2(), view->slot3(),  view->slot4(), view->slot5(),
             view->slot7(), view->slot8(), view->slot11(), view->slot12()};

@@ -7,8 +7,8 @@
 
 class QQmlApplicationEngine;
 
-/// A component as a host's own headers declare it: fourteen virtual operations after those of QObject,
-/// written down here once more so that moving one in the library's header is noticed.
+/// A component as a host's headers declare it: fourteen virtual functions after those of QObject. Declared
+/// independently of the library's header, so that reordering that header fails a test.
 class HostView : public QObject
 {
 public:
@@ -28,7 +28,7 @@ public:
     virtual void slot14() = 0;
 };
 
-struct HostAnswers
+struct GetterResults
 {
     QString displayName;
     QString icon;
@@ -42,7 +42,7 @@ struct HostAnswers
 };
 
 HostView* hostView(QObject* component);
-HostAnswers callGetters(const HostView* view);
+GetterResults callGetters(const HostView* view);
 void callInit(HostView* view);
 void callLoadResource(HostView* view, const QString& name);
 void callSetEngine(HostView* view, QQmlApplicationEngine* engine);

@@ -1,7 +1,7 @@
-// The component as a host sees it that has nothing but the library's file: the exports, the meta-object, the
-// order of the virtual operations, the life from factory to Release.
+// The component loaded from the library file: meta-object, virtual functions, and lifetime from the factory
+// to Release.
+#include "tests/plugin/GarbageCollection.h"
 #include "tests/plugin/HostView.h"
-#include "tests/plugin/ScriptReach.h"
 #include "tests/support/FakeNetstat.h"
 #include "tests/support/Printing.h"
 #include "tests/support/RawClient.h"
@@ -54,14 +54,14 @@ protected:
     PluginObject() : component_(newComponent())
     {
         if (component_ == nullptr)
-            throw std::runtime_error("the library gives no component");
+            throw std::runtime_error("cannot create a component from the library");
     }
 
     QObject* component() const { return component_.get(); }
     HostView* view() const { return hostView(component_.get()); }
     const QMetaObject* meta() const { return component_->metaObject(); }
 
-    // Starts the service on a port of its own and waits until it answers.
+    // Starts the service on an unused port and waits until it listens.
     static int start(QObject* component)
     {
         const int port = unusedPort();
@@ -94,7 +94,7 @@ void expectMethods(const QMetaObject* meta, const std::vector<Method>& methods)
     }
 }
 
-TEST_F(PluginObject, MetaObject_HasElevenMethodsInTheirOrder)
+TEST_F(PluginObject, MetaObject_HasElevenMethodsInOrder)
 {
     EXPECT_STREQ(meta()->className(), "AIBridge");
     EXPECT_EQ(meta()->propertyCount(), meta()->propertyOffset());
@@ -123,7 +123,7 @@ TEST_F(PluginObject, Invokables_ArePublic)
         EXPECT_EQ(meta()->method(i).access(), QMetaMethod::Public) << i;
 }
 
-TEST_F(PluginObject, BaseMetaObject_HasItsMembersInTheirOrder)
+TEST_F(PluginObject, BaseMetaObject_HasItsMethodsInOrder)
 {
     const QMetaObject* base = meta()->superClass();
     EXPECT_STREQ(base->className(), "CComponentBase");
@@ -140,7 +140,7 @@ TEST_F(PluginObject, BaseMetaObject_HasItsMembersInTheirOrder)
     EXPECT_EQ(base->method(base->indexOfMethod("onTranslate()")).access(), QMetaMethod::Protected);
 }
 
-TEST_F(PluginObject, BaseProperties_AreReadOnlyWithTheirSignals)
+TEST_F(PluginObject, BaseProperties_AreReadOnlyAndHaveNotifySignals)
 {
     const QMetaObject* base = meta()->superClass();
     const std::vector<std::array<const char*, 3>> expected{
@@ -159,21 +159,21 @@ TEST_F(PluginObject, BaseProperties_AreReadOnlyWithTheirSignals)
     }
 }
 
-TEST_F(PluginObject, VirtualOperations_AnswerInTheirPlaces)
+TEST_F(PluginObject, VirtualFunctions_HaveFixedPositions)
 {
-    const HostAnswers answers = callGetters(view());
-    EXPECT_EQ(answers.displayName, QStringLiteral("AIBridge"));
-    EXPECT_EQ(answers.icon, QStringLiteral("qrc:/res/aibridge_icon.svg"));
-    EXPECT_EQ(answers.name, QStringLiteral("AIBridge"));
-    EXPECT_EQ(answers.reservedText, QString());
-    EXPECT_EQ(answers.source, QStringLiteral("qrc:/qml/AIBridge.qml"));
-    EXPECT_FALSE(answers.canLayout);
-    EXPECT_TRUE(answers.reservedList.isEmpty());
-    EXPECT_EQ(answers.engine, nullptr);
-    EXPECT_TRUE(answers.resProperty.isEmpty());
+    const GetterResults results = callGetters(view());
+    EXPECT_EQ(results.displayName, QStringLiteral("AIBridge"));
+    EXPECT_EQ(results.icon, QStringLiteral("qrc:/res/aibridge_icon.svg"));
+    EXPECT_EQ(results.name, QStringLiteral("AIBridge"));
+    EXPECT_EQ(results.reservedText, QString());
+    EXPECT_EQ(results.source, QStringLiteral("qrc:/qml/AIBridge.qml"));
+    EXPECT_FALSE(results.canLayout);
+    EXPECT_TRUE(results.reservedList.isEmpty());
+    EXPECT_EQ(results.engine, nullptr);
+    EXPECT_TRUE(results.resProperty.isEmpty());
 }
 
-TEST_F(PluginObject, Properties_AnswerThroughTheMetaObject)
+TEST_F(PluginObject, Properties_AreReadableThroughTheMetaObject)
 {
     EXPECT_EQ(component()->property("name"), QVariant(QStringLiteral("AIBridge")));
     EXPECT_EQ(component()->property("displayName"), QVariant(QStringLiteral("AIBridge")));
@@ -181,7 +181,7 @@ TEST_F(PluginObject, Properties_AnswerThroughTheMetaObject)
     EXPECT_EQ(component()->property("canLayout"), QVariant(false));
 }
 
-TEST_F(PluginObject, SetEngine_PublishesTheObjectUnderItsLowerCasedName)
+TEST_F(PluginObject, SetEngine_PublishesTheObjectUnderItsLowercaseName)
 {
     QQmlApplicationEngine engine;
     callSetEngine(view(), &engine);
@@ -191,11 +191,11 @@ TEST_F(PluginObject, SetEngine_PublishesTheObjectUnderItsLowerCasedName)
     callSetEngine(view(), nullptr);
 }
 
-TEST_F(PluginObject, SetEngine_KeepsTheObjectFromTheScriptsGarbageCollection)
+TEST_F(PluginObject, SetEngine_ProtectsTheObjectFromGarbageCollection)
 {
     QQmlApplicationEngine engine;
     callSetEngine(view(), &engine);
-    const bool survived = survivesScript(engine, component());
+    const bool survived = survivesGarbageCollection(engine, component());
     EXPECT_TRUE(survived);
     if (survived)
         callSetEngine(view(), nullptr);
@@ -207,18 +207,18 @@ TEST_F(PluginObject, SetEngineWithNull_StoresNullAndPublishesNothing)
 {
     QQmlApplicationEngine engine;
     callSetEngine(view(), &engine);
-    // The engine that was stored until now must not be used again.
+    // The component must not use the previous engine again.
     engine.rootContext()->setContextProperty(QStringLiteral("aibridge"), QVariant(5));
     callSetEngine(view(), nullptr);
     EXPECT_EQ(callGetters(view()).engine, nullptr);
     EXPECT_EQ(engine.rootContext()->contextProperty(QStringLiteral("aibridge")), QVariant(5));
-    // Nor is the ownership set.
+    // The ownership is not set either.
     QObject* fresh = newComponent();
     callSetEngine(hostView(fresh), nullptr);
-    EXPECT_FALSE(survivesScript(engine, fresh));
+    EXPECT_FALSE(survivesGarbageCollection(engine, fresh));
 }
 
-TEST_F(PluginObject, Qml_ReachesTheInvokablesUnderTheContextProperty)
+TEST_F(PluginObject, Qml_CallsTheInvokablesThroughTheContextProperty)
 {
     QQmlApplicationEngine engine;
     callSetEngine(view(), &engine);
@@ -231,10 +231,10 @@ TEST_F(PluginObject, Qml_ReachesTheInvokablesUnderTheContextProperty)
     callSetEngine(view(), nullptr);
 }
 
-TEST_F(PluginObject, BeforeInit_NothingRunsAndReleaseReturns)
+TEST_F(PluginObject, BeforeInit_NoServiceRunsAndReleaseReturns)
 {
     EXPECT_FALSE(isServerRunning(component()));
-    // A wait would reach the limit of the test.
+    // A Release that waited would exceed the test's timeout.
     callRelease(view());
     callRelease(view());
     EXPECT_FALSE(isServerRunning(component()));
@@ -248,7 +248,7 @@ TEST_F(PluginObject, StopRecScan_HasNoEffect)
     EXPECT_TRUE(component()->children().isEmpty());
 }
 
-TEST_F(PluginObject, GetInstance_GivesANewObjectOnEveryCall)
+TEST_F(PluginObject, GetInstance_ReturnsANewObjectOnEachCall)
 {
     const std::unique_ptr<QObject> other(newComponent());
     ASSERT_NE(other, nullptr);
@@ -271,7 +271,7 @@ TEST_F(PluginObject, TwoInitialisedObjects_ServeOnTwoPortsUntilEachIsReleased)
     EXPECT_FALSE(isServerRunning(other.get()));
 }
 
-TEST_F(PluginObject, Init_StartsOneThreadAsItsChildAndRegistersNoResource)
+TEST_F(PluginObject, Init_StartsOneChildThreadAndRegistersNoResource)
 {
     ASSERT_TRUE(QFile::exists(QCoreApplication::applicationDirPath() + QStringLiteral("/AIBridge.rcc")));
     start(component());
@@ -282,7 +282,7 @@ TEST_F(PluginObject, Init_StartsOneThreadAsItsChildAndRegistersNoResource)
     EXPECT_EQ(component()->children().size(), 1);
 }
 
-TEST_F(PluginObject, SecondReleaseAfterAService_FindsTheThreadFinishedAndReturns)
+TEST_F(PluginObject, SecondReleaseAfterAService_ReturnsAndKeepsTheThread)
 {
     start(component());
     callRelease(view());
@@ -292,16 +292,16 @@ TEST_F(PluginObject, SecondReleaseAfterAService_FindsTheThreadFinishedAndReturns
     EXPECT_EQ(component()->children(), QObjectList{thread.data()});
 }
 
-TEST_F(PluginObject, DeleteLaterAfterRelease_TakesTheThreadWithIt)
+TEST_F(PluginObject, DeleteLaterAfterRelease_DestroysTheThread)
 {
     start(component());
     callRelease(view());
     const QPointer<QObject> thread(component()->children().first());
-    const QPointer<QObject> gone(component_.release());
-    gone->deleteLater();
+    const QPointer<QObject> deleted(component_.release());
+    deleted->deleteLater();
     EXPECT_TRUE(pumpUntil([&] {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return gone.isNull();
+        return deleted.isNull();
     }));
     EXPECT_TRUE(thread.isNull());
 }

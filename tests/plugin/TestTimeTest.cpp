@@ -1,4 +1,4 @@
-// The scope timer: its label, its channels and its threshold.
+// The scope timer: format, channel and threshold of its log lines.
 #include "plugin/TestTime.h"
 
 #include <QtCore/QRegularExpression>
@@ -17,7 +17,7 @@ void collect(QtMsgType type, const QMessageLogContext&, const QString& text)
     lines.emplace_back(type, text);
 }
 
-// The clock of the tests stands still until a test moves it.
+// The fake clock; only advance() moves it.
 QTime timeOfDay(12, 0);
 
 QTime now()
@@ -57,7 +57,7 @@ TEST_F(TestTime, CheckPoint_LogsFunctionLineAndMilliseconds)
         << qPrintable(lines[0].second);
 }
 
-TEST_F(TestTime, WithoutAClock_TheTimeOfDayIsRead)
+TEST_F(TestTime, WithoutAClock_ReadsTheTimeOfDay)
 {
     CTestTime timer;
     timer.checkPoint("f", 1);
@@ -67,7 +67,7 @@ TEST_F(TestTime, WithoutAClock_TheTimeOfDayIsRead)
         << qPrintable(lines[0].second);
 }
 
-TEST_F(TestTime, Level_ChoosesTheChannel)
+TEST_F(TestTime, Level_SelectsTheChannel)
 {
     const std::vector<std::pair<int, QtMsgType>> channels{
         {0, QtDebugMsg}, {1, QtWarningMsg}, {2, QtCriticalMsg}, {4, QtInfoMsg}};
@@ -80,7 +80,7 @@ TEST_F(TestTime, Level_ChoosesTheChannel)
     }
 }
 
-TEST_F(TestTime, Threshold_RaisesTheLevelForThatLineOnly)
+TEST_F(TestTime, Threshold_RaisesTheLevelOfThatLineOnly)
 {
     CTestTime timer(1, now);
     advance(99);
@@ -95,7 +95,7 @@ TEST_F(TestTime, Threshold_RaisesTheLevelForThatLineOnly)
     EXPECT_EQ(lines[2].first, QtWarningMsg);
 }
 
-TEST_F(TestTime, LevelAboveInfo_IsNeitherWrittenNorRaised)
+TEST_F(TestTime, LevelAboveInfo_IsNeitherLoggedNorRaised)
 {
     CTestTime timer(5, now);
     advance(5000);
@@ -103,7 +103,7 @@ TEST_F(TestTime, LevelAboveInfo_IsNeitherWrittenNorRaised)
     EXPECT_TRUE(lines.empty());
 }
 
-TEST_F(TestTime, EffectiveLevel_IsRaisedFromTheThresholdOn)
+TEST_F(TestTime, EffectiveLevel_IsRaisedAtTheThreshold)
 {
     EXPECT_EQ(CTestTime::thresholdMs, 100);
     for (const int level : {0, 1, 2}) {
@@ -113,7 +113,7 @@ TEST_F(TestTime, EffectiveLevel_IsRaisedFromTheThresholdOn)
     EXPECT_EQ(CTestTime::effectiveLevel(4, 5000), 4);
 }
 
-TEST_F(TestTime, CheckPointAndRestart_RestartTheClock)
+TEST_F(TestTime, CheckPointAndRestart_ResetTheElapsedTime)
 {
     CTestTime timer(0, now);
     advance(120);
@@ -130,7 +130,7 @@ TEST_F(TestTime, CheckPointAndRestart_RestartTheClock)
     EXPECT_EQ(lines[2].second, QStringLiteral("third(3) 5 ms"));
 }
 
-TEST_F(TestTime, StepAcrossMidnight_KeepsItsTimeAndItsLevel)
+TEST_F(TestTime, IntervalAcrossMidnight_KeepsItsDurationAndLevel)
 {
     timeOfDay = QTime(23, 59, 59, 950);
     CTestTime timer(0, now);

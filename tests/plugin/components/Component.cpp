@@ -1,5 +1,5 @@
-// The small component of the manager's tests. The file is copied under the names that a test needs, and the
-// component is called as its file is; it says on standard output what happens to it.
+// The component of the manager's tests. Tests copy the library under various names; the component takes its
+// name from its file and prints each call to standard output.
 #include "plugin/ComponentBase.h"
 
 #include <QtCore/QFileInfo>
@@ -15,12 +15,11 @@
 
 namespace {
 
-void say(const QString& text)
+void print(const QString& text)
 {
     std::puts(text.toUtf8().constData());
 }
 
-// The file that this code was loaded from.
 QString ownFile()
 {
     static const int anchor = 0;
@@ -46,8 +45,8 @@ QString ownName()
 class TestComponent : public CComponentBase
 {
 public:
-    TestComponent() : name_(ownName()) { say(QStringLiteral("made ") + name_); }
-    ~TestComponent() override { say(QStringLiteral("destroyed ") + name_); }
+    TestComponent() : name_(ownName()) { print(QStringLiteral("created ") + name_); }
+    ~TestComponent() override { print(QStringLiteral("destroyed ") + name_); }
 
     QString name() const override { return name_; }
     QString displayName() const override { return QStringLiteral("Name of ") + name_; }
@@ -55,22 +54,21 @@ public:
     void setEngine(QQmlApplicationEngine* engine) override
     {
         CComponentBase::setEngine(engine);
-        say(QStringLiteral("engine ") + name_ + QLatin1String(engine == nullptr ? " none" : " given"));
+        print(QStringLiteral("engine ") + name_ + QLatin1String(engine == nullptr ? " null" : " set"));
     }
-    void init() override { say(QStringLiteral("init ") + name_); }
+    void init() override { print(QStringLiteral("init ") + name_); }
 
 protected:
     void Release() override
     {
-        say(QStringLiteral("release ") + name_);
-        // A component of this name takes others with it when it goes.
-        if (name_ == QLatin1String("Killer")) {
-            const QString victim = qEnvironmentVariable("TEST_VICTIM");
-            const auto* other = reinterpret_cast<QObject*>(victim.toULongLong());
+        print(QStringLiteral("release ") + name_);
+        if (name_ == QLatin1String("Deleter")) {
+            const QString address = qEnvironmentVariable("TEST_DELETE_ON_RELEASE");
+            const auto* other = reinterpret_cast<QObject*>(address.toULongLong());
             delete other;
         }
     }
-    void retranslate() override { say(QStringLiteral("translate ") + name_); }
+    void retranslate() override { print(QStringLiteral("translate ") + name_); }
 
 private:
     QString name_;

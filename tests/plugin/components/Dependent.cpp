@@ -1,4 +1,4 @@
-// A component's library that needs another library of the product.
+// A component library that depends on another library.
 #include <QtCore/qglobal.h>
 
 Q_DECL_IMPORT int neededFunction();

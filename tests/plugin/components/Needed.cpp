@@ -1,4 +1,4 @@
-// The library that the fixture Dependent needs. Tests leave it out.
+// The dependency of the fixture Dependent, which tests omit.
 #include <QtCore/qglobal.h>
 
 Q_DECL_EXPORT int neededFunction()

@@ -1,4 +1,4 @@
-// A library that loads and has no factory.
+// A library without a factory.
 #include <QtCore/qglobal.h>
 
 extern "C" Q_DECL_EXPORT int notAFactory()

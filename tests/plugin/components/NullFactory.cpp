@@ -1,10 +1,10 @@
-// A library whose factory gives nothing.
+// A library whose factory returns null.
 #include <QtCore/qglobal.h>
 
 #include <cstdio>
 
 extern "C" Q_DECL_EXPORT void* getInstance()
 {
-    std::puts("asked for nothing");
+    std::puts("factory called");
     return nullptr;
 }

@@ -1,4 +1,4 @@
-// A component whose factory takes longer than the manager's timer lets pass in silence.
+// A component whose factory takes longer than the threshold of the manager's timer, 100 ms.
 #include "plugin/ComponentBase.h"
 
 #include <QtCore/QThread>

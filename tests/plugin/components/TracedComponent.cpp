@@ -1,5 +1,5 @@
-// A component that writes each step of its loading to standard output, the loading of its library and the
-// connections to its signals included.
+// A component that prints each step of its loading to standard output, including the loading of its library
+// and the connections to its signals.
 #include "plugin/ComponentBase.h"
 
 #include <QtCore/QMetaMethod>

@@ -1,19 +1,19 @@
-// A host of components as a process of its own, copied into the application folder that a test has made. It
-// executes the orders of its command line one after the other and reports on standard output.
+// A host of components. Tests copy it into their application folder. It executes the commands of its command
+// line in order and prints the results to standard output.
 //
 // clang-format off
-//   engine | language          before the first order: with an engine; with the host's language object too
-//   trace                      writes each check-point of the loading and each connection to the language object
+//   engine | language          before all other commands: creates an engine; also the language object
+//   trace                      prints each check-point and each connection to the language object
 //   tree[:NAME]  list:A,B      loadComponents
 //   load:NAME[:PARENT]         loadComponent
 //   find:NAME                  component
-//   components                 the list as JSON
-//   delete:NAME                deletes the component itself
-//   victim:NAME                the component that one named Killer takes with it
-//   refuse                     deletes each further component when its signal arrives
-//   switch                     changes the language
-//   tell                       lets the language object that QML sees change the language
-//   close                      destroys the manager and serves the deferred events
+//   components                 prints the property components as JSON
+//   delete:NAME                deletes the component
+//   deleteOnRelease:NAME       the component that the one named Deleter deletes in its Release
+//   deleteNew                  deletes each further component when its signal arrives
+//   switch                     changes the language through the language object of the host
+//   switchFromQml              changes the language through the context property of QML
+//   close                      destroys the manager and processes the deferred deletions
 // clang-format on
 #include "plugin/ComponentBase.h"
 #include "plugin/ComponentMgr.h"
@@ -33,7 +33,7 @@
 
 namespace {
 
-void say(const QString& text)
+void print(const QString& text)
 {
     std::puts(text.toUtf8().constData());
 }
@@ -43,8 +43,8 @@ bool tracing = false;
 void traceCheckPoint(QtMsgType, const QMessageLogContext&, const QString& text)
 {
     if (text.contains(QLatin1String("loadComponent(")))
-        say(QStringLiteral("check-point ") +
-            text.section(QLatin1Char('('), 1).section(QLatin1Char(')'), 0, 0));
+        print(QStringLiteral("check-point ") +
+              text.section(QLatin1Char('('), 1).section(QLatin1Char(')'), 0, 0));
 }
 
 class Language : public QObject
@@ -58,25 +58,25 @@ protected:
     void connectNotify(const QMetaMethod&) override
     {
         if (tracing)
-            say(QStringLiteral("language connected"));
+            print(QStringLiteral("language connected"));
     }
 };
 
 class Host
 {
 public:
-    void prepare(const QString& what)
+    void prepare(const QString& command)
     {
         if (!engine_)
             engine_ = std::make_unique<QQmlApplicationEngine>();
-        if (what == QLatin1String("language"))
+        if (command == QLatin1String("language"))
             engine_->rootContext()->setContextProperty(QStringLiteral("multilanguage"), &language_);
     }
 
-    void order(const QString& text)
+    void execute(const QString& command)
     {
-        const QString verb = text.section(QLatin1Char(':'), 0, 0);
-        const QString name = text.section(QLatin1Char(':'), 1, 1);
+        const QString verb = command.section(QLatin1Char(':'), 0, 0);
+        const QString name = command.section(QLatin1Char(':'), 1, 1);
         if (!manager_)
             makeManager();
         if (verb == QLatin1String("trace")) {
@@ -87,20 +87,21 @@ public:
         else if (verb == QLatin1String("list"))
             manager_->loadComponents(name.split(QLatin1Char(',')));
         else if (verb == QLatin1String("load"))
-            said(QStringLiteral("loaded"), manager_->loadComponent(name, text.section(QLatin1Char(':'), 2)));
+            printComponent(QStringLiteral("loaded"),
+                           manager_->loadComponent(name, command.section(QLatin1Char(':'), 2)));
         else if (verb == QLatin1String("find"))
-            said(QStringLiteral("found"), manager_->component(name));
+            printComponent(QStringLiteral("found"), manager_->component(name));
         else if (verb == QLatin1String("components"))
-            list();
+            printComponents();
         else if (verb == QLatin1String("delete"))
             delete manager_->component(name);
-        else if (verb == QLatin1String("tell"))
+        else if (verb == QLatin1String("switchFromQml"))
             QMetaObject::invokeMethod(
                 engine_->rootContext()->contextProperty(QStringLiteral("multilanguage")).value<QObject*>(),
                 "sigCurrentLanguageChanged");
-        else if (verb == QLatin1String("victim"))
-            qputenv("TEST_VICTIM", QByteArray::number(quintptr(manager_->component(name))));
-        else if (verb == QLatin1String("refuse"))
+        else if (verb == QLatin1String("deleteOnRelease"))
+            qputenv("TEST_DELETE_ON_RELEASE", QByteArray::number(quintptr(manager_->component(name))));
+        else if (verb == QLatin1String("deleteNew"))
             QObject::connect(manager_.get(), &CComponentMgr::sigNewComponent,
                              [this](const QString& newOne) { delete manager_->component(newOne); });
         else if (verb == QLatin1String("switch"))
@@ -108,7 +109,7 @@ public:
         else if (verb == QLatin1String("close"))
             close();
         else
-            qFatal("unknown order %s", qPrintable(text));
+            qFatal("unknown command %s", qPrintable(command));
     }
 
 private:
@@ -117,38 +118,38 @@ private:
         manager_ = std::make_unique<CComponentMgr>(engine_.get());
         QObject::connect(manager_.get(), &CComponentMgr::sigNewComponent,
                          [](const QString& name, const QString& parent) {
-                             say(QStringLiteral("new '%1' '%2'").arg(name, parent));
+                             print(QStringLiteral("new '%1' '%2'").arg(name, parent));
                          });
         QObject::connect(manager_.get(), &CComponentMgr::sigComponentsChanged,
-                         [] { say(QStringLiteral("changed")); });
+                         [] { print(QStringLiteral("changed")); });
     }
 
-    static void said(const QString& what, QObject* object)
+    static void printComponent(const QString& label, QObject* object)
     {
         auto* component = static_cast<CComponentBase*>(object);
-        say(what + QLatin1Char(' ') + (component == nullptr ? QStringLiteral("nothing") : component->name()));
+        print(label + QLatin1Char(' ') + (component == nullptr ? QStringLiteral("null") : component->name()));
     }
 
     QVariantList entries() const { return manager_->property("components").toList(); }
 
-    void list() const
+    void printComponents() const
     {
         QJsonArray array;
         for (const QVariant& entry : entries()) {
             QVariantMap map = entry.toMap();
             auto* object = map.value(QStringLiteral("component")).value<QObject*>();
             map[QStringLiteral("component")] =
-                object == nullptr ? QStringLiteral("nothing") : object->property("name").toString();
+                object == nullptr ? QStringLiteral("null") : object->property("name").toString();
             array.append(QJsonObject::fromVariantMap(map));
         }
-        say(QStringLiteral("components ") +
-            QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Compact)));
+        print(QStringLiteral("components ") +
+              QString::fromUtf8(QJsonDocument(array).toJson(QJsonDocument::Compact)));
     }
 
     void close()
     {
         manager_.reset();
-        say(QStringLiteral("closed"));
+        print(QStringLiteral("closed"));
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         makeManager();
     }
@@ -169,10 +170,10 @@ int main(int argc, char** argv)
         if (argument == QLatin1String("engine") || argument == QLatin1String("language"))
             host.prepare(argument);
         else
-            host.order(argument);
+            host.execute(argument);
         std::fflush(stdout);
     }
-    say(QStringLiteral("end"));
+    print(QStringLiteral("end"));
     return 0;
 }
 
