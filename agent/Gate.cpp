@@ -12,13 +12,6 @@ const char* const kPostProcessing = "PostProcessing";
 
 namespace {
 
-const std::string kQueued = "Task Queued";
-
-// The gate says this while a dialog is open, and within two seconds of the last call.
-const std::string kInProgress =
-    "An operation is currently in progress, please wait a few moments and try again. If you need further "
-    "assistance, please let me know!";
-
 constexpr std::chrono::milliseconds kRetryPause{100};
 
 const Value& fieldOf(const Record& record, const Value& value, const std::string& name)
@@ -31,11 +24,12 @@ const Value& fieldOf(const Record& record, const Value& value, const std::string
 
 Value askGate(Client& client, const Call& call, bool patient)
 {
+    const std::string& temporary = client.service().constant("OPERATION_IN_PROGRESS");
     const auto end = std::chrono::steady_clock::now() + client.limit();
     for (;;) {
         Value answer = client.call(kPreProcessing, {Value{call.text}});
         const GateAnswer gate = readGateAnswer(client.service(), answer);
-        const bool again = patient && !gate.allow && gate.reasons == kInProgress;
+        const bool again = patient && !gate.allow && gate.reasons == temporary;
         if (!again || std::chrono::steady_clock::now() + kRetryPause >= end)
             return answer;
         std::this_thread::sleep_for(kRetryPause);
@@ -69,7 +63,7 @@ GateAnswer readGateAnswer(const Interface& service, const Value& taskInfo)
 ExitCode verdict(const Interface& service, const Method& method, const Value& value)
 {
     if (method.acts())
-        return value.text() == kQueued ? Answered : Refused;
+        return value.text() == service.constant("TASK_QUEUED") ? Answered : Refused;
     if (method.name == kPreProcessing)
         return readGateAnswer(service, value).allow ? Answered : Refused;
     return Answered;

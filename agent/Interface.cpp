@@ -131,10 +131,18 @@ Interface::Interface(const QByteArray& json)
     const QJsonArray services = root.value(QLatin1String("services")).toArray();
     if (services.size() != 1)
         throw std::runtime_error("the interface description does not hold one service");
+    for (const auto& constant : root.value(QLatin1String("constants")).toArray())
+        readConstant(constant.toObject());
     for (const auto& record : root.value(QLatin1String("structs")).toArray())
         readRecord(record.toObject());
     for (const auto& method : services.first().toObject().value(QLatin1String("functions")).toArray())
         readMethod(method.toObject());
+}
+
+void Interface::readConstant(const QJsonObject& description)
+{
+    constants_.emplace(text(description, "name"),
+                       description.value(QLatin1String("value")).toString().toStdString());
 }
 
 void Interface::readRecord(const QJsonObject& description)
@@ -175,6 +183,14 @@ const Record& Interface::record(const std::string& name) const
             return record;
     }
     throw std::runtime_error("the interface description has no record '" + name + "'");
+}
+
+const std::string& Interface::constant(const std::string& name) const
+{
+    const auto found = constants_.find(name);
+    if (found == constants_.end())
+        throw std::runtime_error("the interface description has no constant '" + name + "'");
+    return found->second;
 }
 
 } // namespace zorcall

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -65,13 +66,17 @@ public:
     std::vector<std::string> methodNames() const;
     /// Null if there is none of that name.
     const Method* method(const std::string& name) const;
-    /// Throws std::runtime_error if there is none of that name.
+    /// Throws std::runtime_error for an unknown name.
     const Record& record(const std::string& name) const;
+    /// Value of a string constant, for example TASK_QUEUED. Throws std::runtime_error for an unknown name.
+    const std::string& constant(const std::string& name) const;
 
 private:
+    void readConstant(const QJsonObject& description);
     void readRecord(const QJsonObject& description);
     void readMethod(const QJsonObject& description);
 
+    std::map<std::string, std::string> constants_;
     std::vector<Record> records_;
     std::vector<Method> methods_;
 };

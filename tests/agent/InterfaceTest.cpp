@@ -47,6 +47,15 @@ TEST(Description, Records_HaveTheirFieldsInIdOrder)
     EXPECT_EQ(service.record("TaskInfo").fields[1].name, "reasons");
 }
 
+TEST(Description, Constants_AreRead)
+{
+    const Interface service(
+        R"({"constants": [{"name": "A", "typeId": "string", "value": " a b "}], "structs": [],
+        "services": [{"functions": []}]})");
+    EXPECT_EQ(service.constant("A"), " a b ");
+    EXPECT_THROW(service.constant("B"), std::runtime_error);
+}
+
 TEST(Description, EveryMethodAndArgument_IsDocumented)
 {
     for (const zorcall::Method& method : Interface::builtIn().methods()) {

@@ -30,7 +30,7 @@ TEST(Json, SimpleValues)
     EXPECT_EQ(json(Type{Kind::Bool, {}, {}}, Value{true}), "true");
     EXPECT_EQ(json(Type{Kind::Bool, {}, {}}, Value{false}), "false");
     EXPECT_EQ(json(Type{Kind::I32, {}, {}}, Value{std::int64_t{-7}}), "-7");
-    EXPECT_EQ(json(Type{Kind::String, {}, {}}, Value{std::string("Task Queued")}), "\"Task Queued\"");
+    EXPECT_EQ(json(Type{Kind::String, {}, {}}, Value{std::string("a b")}), "\"a b\"");
 }
 
 TEST(Json, SixtyFourBitNumbers_KeepEveryDigit)

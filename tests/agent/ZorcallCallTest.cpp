@@ -1,4 +1,5 @@
 // Single calls to a real service around the library's handler, and around one with answers of the test's own.
+#include "tests/agent/Answers.h"
 #include "tests/agent/TestService.h"
 #include "tests/agent/ZorcallProcess.h"
 #include "tests/support/RecordingHost.h"
@@ -77,7 +78,7 @@ TEST(ZorcallCall, ActingToolThatIsTaken_PrintsTheTextAndReachesTheHost)
     ServedHost served;
     EXPECT_EQ(served.call("FormatPartition driveLetter=D fileSystem=NTFS label=daten clusterSize=4096 "
                           "quickFormat=true"),
-              (Ran{0, "\"Task Queued\"\n", ""}));
+              (Ran{0, answers::queued() + "\n", ""}));
     const auto calls = served.host.recorder().calls();
     ASSERT_EQ(calls.size(), 3u);
     EXPECT_EQ(typed(calls[2].arguments),
@@ -103,22 +104,23 @@ TEST(ZorcallCall, Utf8AndBlanksInAValue_ReachTheHost)
 TEST(ZorcallCall, ActingToolThatIsRefused_PrintsTheTextWithCode1)
 {
     ServedHost served;
-    EXPECT_EQ(served.call("EjectUsb driveLetter=5"), (Ran{1, "\"Task NotValid\"\n", ""}));
+    EXPECT_EQ(served.call("EjectUsb driveLetter=5"), (Ran{1, answers::notValid() + "\n", ""}));
     EXPECT_EQ(served.host.recorder().calls().size(), 0u);
 }
 
 TEST(ZorcallCall, AnswerOtherThanExactlyTaskQueued_Code1)
 {
-    EXPECT_EQ(oddCall(words("EjectUsb") << QStringLiteral("driveLetter=Task Queued")),
-              (Ran{0, "\"Task Queued\"\n", ""}));
-    EXPECT_EQ(oddCall(words("EjectUsb") << QStringLiteral("driveLetter=Task Queued ")),
-              (Ran{1, "\"Task Queued \"\n", ""}));
+    const QString queued = QString::fromStdString(g_ZORNativePlugin_constants.TASK_QUEUED);
+    EXPECT_EQ(oddCall(words("EjectUsb") << QStringLiteral("driveLetter=") + queued),
+              (Ran{0, answers::queued() + "\n", ""}));
+    EXPECT_EQ(oddCall(words("EjectUsb") << QStringLiteral("driveLetter=") + queued + QLatin1Char(' ')),
+              (Ran{1, answers::json(g_ZORNativePlugin_constants.TASK_QUEUED + ' ') + "\n", ""}));
 }
 
 TEST(ZorcallCall, MissingArgumentAllowed_IsLeftOffAndReadAsItsDefault)
 {
     ServedHost served;
-    EXPECT_EQ(served.call("--allow-missing WipeDisk eraseCount=3"), (Ran{0, "\"Task Queued\"\n", ""}));
+    EXPECT_EQ(served.call("--allow-missing WipeDisk eraseCount=3"), (Ran{0, answers::queued() + "\n", ""}));
     EXPECT_EQ(typed(served.host.recorder().calls().at(2).arguments),
               "list[int:7,map{diskIndex=int:0,eraseCount=int:3}]");
 }
@@ -150,23 +152,17 @@ TEST(ZorcallCall, PreProcessingThatRefuses_Code1)
 {
     ServedHost served;
     served.tools->tooSoon = 1;
-    EXPECT_EQ(
-        served.call("PreProcessing toolCalls=x"),
-        (Ran{1,
-             "{\"allow\": false, \"reasons\": \"An operation is currently in progress, please wait a few "
-             "moments and try again. If you need further assistance, please let me know!\"}\n",
-             ""}));
-    EXPECT_EQ(served.call("PreProcessing toolCalls=x"),
-              (Ran{0, "{\"allow\": true, \"reasons\": \"\"}\n", ""}));
+    EXPECT_EQ(served.call("PreProcessing toolCalls=x"), (Ran{1, answers::operationInProgress() + "\n", ""}));
+    EXPECT_EQ(served.call("PreProcessing toolCalls=x"), (Ran{0, answers::allowed() + "\n", ""}));
 }
 
 TEST(ZorcallCall, PostProcessingThatSaysFalse_IsAnAnswerWithCode0)
 {
     ServedHost served;
     EXPECT_EQ(served.call("PostProcessing result=x"), (Ran{0, "false\n", ""}));
-    EXPECT_EQ(
-        zorcall(words("PostProcessing") << QStringLiteral("result=Task Queued"), served.service->port()),
-        (Ran{0, "true\n", ""}));
+    const QString queued = QString::fromStdString(g_ZORNativePlugin_constants.TASK_QUEUED);
+    EXPECT_EQ(zorcall(words("PostProcessing") << QStringLiteral("result=") + queued, served.service->port()),
+              (Ran{0, "true\n", ""}));
 }
 
 TEST(ZorcallCall, ExceptionOfTheService_Code5WithItsTextOnOneLine)

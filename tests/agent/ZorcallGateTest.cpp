@@ -1,4 +1,5 @@
 // A call through the gate: three answers, and what ends it early.
+#include "tests/agent/Answers.h"
 #include "tests/agent/TestService.h"
 #include "tests/agent/ZorcallProcess.h"
 #include "tests/support/RecordingHost.h"
@@ -12,10 +13,16 @@
 
 namespace {
 
-const char* const kInProgress =
-    "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"An operation is currently in progress, please "
-    "wait a few "
-    "moments and try again. If you need further assistance, please let me know!\"}}\n";
+/// One line of a gated call: the answer of one method, which is JSON.
+QByteArray line(const QByteArray& method, const QByteArray& answer)
+{
+    return "{\"" + method + "\": " + answer + "}\n";
+}
+
+QByteArray inProgress()
+{
+    return line("PreProcessing", answers::operationInProgress());
+}
 
 struct GatedHost
 {
@@ -71,14 +78,13 @@ TEST(ZorcallGate, AllowedCall_ShowsThreeAnswersWithCode0)
     QSignalSpy after(gated.host.bridge(), &AIBridge::sigAfterCallFun);
     EXPECT_EQ(gated.call("--gated EjectUsb driveLetter=E"),
               (Ran{0,
-                   "{\"PreProcessing\": {\"allow\": true, \"reasons\": \"\"}}\n"
-                   "{\"EjectUsb\": \"Task Queued\"}\n"
-                   "{\"PostProcessing\": true}\n",
+                   line("PreProcessing", answers::allowed()) + line("EjectUsb", answers::queued()) +
+                       line("PostProcessing", "true"),
                    ""}));
     ASSERT_EQ(before.count(), 1);
     EXPECT_EQ(before[0][0].toString(), QStringLiteral("EjectUsb driveLetter=E"));
     ASSERT_EQ(after.count(), 1);
-    EXPECT_EQ(after[0][0].toString(), QStringLiteral("Task Queued"));
+    EXPECT_EQ(after[0][0].toString().toStdString(), g_ZORNativePlugin_constants.TASK_QUEUED);
     EXPECT_TRUE(after[0][1].toBool());
 }
 
@@ -87,9 +93,8 @@ TEST(ZorcallGate, ToolThatRefuses_StillClosesTheGateWithCode1)
     GatedHost gated;
     EXPECT_EQ(gated.call("--gated EjectUsb driveLetter=5"),
               (Ran{1,
-                   "{\"PreProcessing\": {\"allow\": true, \"reasons\": \"\"}}\n"
-                   "{\"EjectUsb\": \"Task NotValid\"}\n"
-                   "{\"PostProcessing\": false}\n",
+                   line("PreProcessing", answers::allowed()) + line("EjectUsb", answers::notValid()) +
+                       line("PostProcessing", "false"),
                    ""}));
 }
 
@@ -98,7 +103,7 @@ TEST(ZorcallGate, GateThatRefuses_StopsWithCode1AndCallsNothing)
     GatedHost gated;
     gated.tools->tooSoon = 1;
     QSignalSpy after(gated.host.bridge(), &AIBridge::sigAfterCallFun);
-    EXPECT_EQ(gated.call("--gated EjectUsb driveLetter=E"), (Ran{1, kInProgress, ""}));
+    EXPECT_EQ(gated.call("--gated EjectUsb driveLetter=E"), (Ran{1, inProgress(), ""}));
     EXPECT_TRUE(gated.host.recorder().sequence().isEmpty());
     EXPECT_EQ(after.count(), 0);
 }
@@ -109,7 +114,7 @@ TEST(ZorcallGate, Patient_AsksAgainUntilThePaceAllows)
     gated.tools->tooSoon = 2;
     const Ran ran = gated.call("--gated --patient EjectUsb driveLetter=E");
     EXPECT_EQ(ran.code, 0);
-    EXPECT_TRUE(ran.out.startsWith("{\"PreProcessing\": {\"allow\": true, \"reasons\": \"\"}}\n")) << ran;
+    EXPECT_TRUE(ran.out.startsWith(line("PreProcessing", answers::allowed()))) << ran;
     EXPECT_LT(gated.tools->tooSoon.load(), 0);
 }
 
@@ -117,7 +122,7 @@ TEST(ZorcallGate, PatientPastTheTimeout_EndsRefusedWithCode1)
 {
     GatedHost gated;
     gated.tools->tooSoon = 1000000;
-    EXPECT_EQ(gated.call("--gated --patient --timeout 2 EjectUsb driveLetter=E"), (Ran{1, kInProgress, ""}));
+    EXPECT_EQ(gated.call("--gated --patient --timeout 2 EjectUsb driveLetter=E"), (Ran{1, inProgress(), ""}));
     EXPECT_LT(gated.tools->tooSoon.load(), 999999);
 }
 
@@ -125,13 +130,8 @@ TEST(ZorcallGate, PatientWithABusyHost_DoesNotWait)
 {
     GatedHost gated;
     gated.host.object(QStringLiteral("__zormain"))->setValue("busy", true);
-    EXPECT_EQ(
-        gated.call("--gated --patient EjectUsb driveLetter=E"),
-        (Ran{1,
-             "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"One or more tasks are currently in "
-             "execution, please wait a few moments and try again. If you need further assistance, please let "
-             "me know!\"}}\n",
-             ""}));
+    EXPECT_EQ(gated.call("--gated --patient EjectUsb driveLetter=E"),
+              (Ran{1, line("PreProcessing", answers::tasksInExecution()), ""}));
     // Asked once, which is one look at the clock.
     EXPECT_EQ(gated.tools->tooSoon.load(), -1);
 }
@@ -142,9 +142,8 @@ TEST(ZorcallGate, ReadingTool_GivesItsJsonToPostProcessing)
     QSignalSpy after(gated.host.bridge(), &AIBridge::sigAfterCallFun);
     EXPECT_EQ(gated.call("--gated ListAllDisks"),
               (Ran{0,
-                   "{\"PreProcessing\": {\"allow\": true, \"reasons\": \"\"}}\n"
-                   "{\"ListAllDisks\": []}\n"
-                   "{\"PostProcessing\": false}\n",
+                   line("PreProcessing", answers::allowed()) + line("ListAllDisks", "[]") +
+                       line("PostProcessing", "false"),
                    ""}));
     ASSERT_EQ(after.count(), 1);
     EXPECT_EQ(after[0][0].toString(), QStringLiteral("[]"));

@@ -1,4 +1,5 @@
 // Scripts: one call a line on one connection.
+#include "tests/agent/Answers.h"
 #include "tests/agent/FakeServer.h"
 #include "tests/agent/TestService.h"
 #include "tests/agent/WireBytes.h"
@@ -43,8 +44,8 @@ TEST(ZorcallScript, EachLine_IsPrintedWithItsAnswer)
                    "true\n"
                    "> ListAllDisks\n"
                    "[]\n"
-                   "> ChangePartitionLabel driveLetter=C 'newLabel=my disk'\n"
-                   "\"Task Queued\"\n",
+                   "> ChangePartitionLabel driveLetter=C 'newLabel=my disk'\n" +
+                       answers::queued() + "\n",
                    ""}));
     EXPECT_TRUE(
         typed(scripted.host.recorder().calls().at(2).arguments).contains(QStringLiteral("\"my disk\"")));
@@ -76,9 +77,10 @@ TEST(ZorcallScript, GatedLine_ShowsThreeAnswers)
     EXPECT_EQ(scripted.run("--gated EjectUsb driveLetter=E\n"),
               (Ran{0,
                    "> --gated EjectUsb driveLetter=E\n"
-                   "{\"PreProcessing\": {\"allow\": true, \"reasons\": \"\"}}\n"
-                   "{\"EjectUsb\": \"Task Queued\"}\n"
-                   "{\"PostProcessing\": true}\n",
+                   "{\"PreProcessing\": " +
+                       answers::allowed() + "}\n{\"EjectUsb\": " + answers::queued() +
+                       "}\n"
+                       "{\"PostProcessing\": true}\n",
                    ""}));
 }
 
@@ -86,15 +88,15 @@ TEST(ZorcallScript, RefusedLine_GoesOnAndEndsWithCode1)
 {
     ScriptedHost scripted;
     scripted.tools->tooSoon = 1;
-    EXPECT_EQ(
-        scripted.run("EjectUsb driveLetter=5\n--gated EjectUsb driveLetter=E\nInit\n").out,
-        "> EjectUsb driveLetter=5\n"
-        "\"Task NotValid\"\n"
-        "> --gated EjectUsb driveLetter=E\n"
-        "{\"PreProcessing\": {\"allow\": false, \"reasons\": \"An operation is currently in progress, please "
-        "wait a few moments and try again. If you need further assistance, please let me know!\"}}\n"
-        "> Init\n"
-        "true\n");
+    EXPECT_EQ(scripted.run("EjectUsb driveLetter=5\n--gated EjectUsb driveLetter=E\nInit\n").out,
+              "> EjectUsb driveLetter=5\n" + answers::notValid() +
+                  "\n"
+                  "> --gated EjectUsb driveLetter=E\n"
+                  "{\"PreProcessing\": " +
+                  answers::operationInProgress() +
+                  "}\n"
+                  "> Init\n"
+                  "true\n");
     EXPECT_EQ(scripted.run("EjectUsb driveLetter=5\nInit\n").code, 1);
 }
 
@@ -192,20 +194,21 @@ TEST(ZorcallScript, Table_HasOneRowACall)
                               "ListAllDisks\n"
                               "GetPartitionInfo driveLetter=C\n"
                               "PreProcessing toolCalls=x\n";
+    const auto& constants = g_ZORNativePlugin_constants;
+    const QByteArray reasons = QByteArray::fromStdString(constants.OPERATION_IN_PROGRESS);
+    const QByteArray queued = QByteArray::fromStdString(constants.TASK_QUEUED);
+    const QByteArray notValid = QByteArray::fromStdString(constants.TASK_NOT_VALID);
     EXPECT_EQ(scripted.run(script, "--table"),
               (Ran{1,
                    "line  tool                                      answer\n"
                    "   1  Init                                      true\n"
-                   "   2  EjectUsb                                  refused by the gate: An operation is "
-                   "currently in "
-                   "progress, please wait a few moments and try again. If you need further assistance, "
-                   "please let me "
-                   "know!\n"
-                   "   4  EjectUsb                                  Task Queued\n"
-                   "   5  EjectUsb                                  Task NotValid\n"
-                   "   6  ListAllDisks                              0 DiskInfo\n"
-                   "   7  GetPartitionInfo                          1 PartitionInfo\n"
-                   "   8  PreProcessing                             allowed\n",
+                   "   2  EjectUsb                                  refused by the gate: " +
+                       reasons + "\n   4  EjectUsb                                  " + queued +
+                       "\n   5  EjectUsb                                  " + notValid +
+                       "\n"
+                       "   6  ListAllDisks                              0 DiskInfo\n"
+                       "   7  GetPartitionInfo                          1 PartitionInfo\n"
+                       "   8  PreProcessing                             allowed\n",
                    ""}));
 }
 

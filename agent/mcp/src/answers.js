@@ -1,3 +1,4 @@
+import { TASK_NOT_VALID, TASK_QUEUED } from './constants.js';
 import { diskLine, partitionLine, partitionLines } from './inventory.js';
 import { likelyCauses } from './likely.js';
 import { structured } from './wire.js';
@@ -6,11 +7,6 @@ import { structured } from './wire.js';
 /** @import { Facts } from './inventory.js' */
 /** @import { HostError } from './errors.js' */
 /** @import { CallToolResult } from '@modelcontextprotocol/server' */
-
-/** The tool's answer that says that the host took the order. */
-export const queued = 'Task Queued';
-/** The tool's answer that says that nothing was handed over. */
-export const notValid = 'Task NotValid';
 
 /** @param {string} text @param {object} [content] @returns {CallToolResult} */
 const result = (text, content) => ({
@@ -59,17 +55,17 @@ function summary(tool, args, found) {
  * @param {PlainRecord} args
  */
 export function queuedAnswer(tool, args) {
-    const told = `"${queued}": the application took the order ${tool.name}. `;
+    const told = `"${TASK_QUEUED}": the application took the order ${tool.name}. `;
     if (tool.class === 'opens')
         return result(
             `${told}It opens a page on the user's screen; the rest is done there by the user. Nothing has been changed, and no finding comes back here.`,
-            { answer: queued, queued: true },
+            { answer: TASK_QUEUED, queued: true },
         );
     const look = lookAgain(tool, args);
     return result(
         `${told}This does NOT mean that the work is done, or that it will succeed: the application works on its own, may ask the user, and sends` +
             ` no message when it ends. To see what came of it, ${look} again after a while. Do not tell the user that it is done before the inventory shows it.`,
-        { answer: queued, queued: true },
+        { answer: TASK_QUEUED, queued: true },
     );
 }
 
@@ -93,7 +89,7 @@ function lookAgain(tool, args) {
 export function refusedAnswer(tool, args, answer, facts) {
     const lines = [said(tool, answer)];
     if (facts) lines.push(...targetLines(facts));
-    if (facts && answer === notValid) {
+    if (facts && answer === TASK_NOT_VALID) {
         const causes = likelyCauses(tool, args, facts);
         lines.push(`The service gives no reason. Likely, not certain: ${causes.join('; or ')}.`);
     }
@@ -102,8 +98,8 @@ export function refusedAnswer(tool, args, answer, facts) {
 
 /** @param {Tool} tool @param {string} answer */
 function said(tool, answer) {
-    if (answer === notValid)
-        return `"${notValid}": ${tool.name} was refused, nothing was handed to the application and nothing has changed.`;
+    if (answer === TASK_NOT_VALID)
+        return `"${TASK_NOT_VALID}": ${tool.name} was refused, nothing was handed to the application and nothing has changed.`;
     if (answer === '')
         return `${tool.name} got an empty answer: the application has no page for it. Nothing was handed over.`;
     return `"${answer}": ${tool.name} was refused, nothing was handed to the application and nothing has changed.`;

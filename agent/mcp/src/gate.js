@@ -1,3 +1,4 @@
+import { OPERATION_IN_PROGRESS, TASKS_IN_EXECUTION } from './constants.js';
 import { HostError } from './errors.js';
 import { Turn } from './turn.js';
 import { Deadline, limited, pause } from './time.js';
@@ -5,13 +6,6 @@ import { Deadline, limited, pause } from './time.js';
 /** @import { CallScope, Log, Options } from './types.js' */
 /** @import { Host } from './host.js' */
 /** @import { HostConnection } from './connection.js' */
-
-/** The gate's first refusal: a dialog is open, or another call has just ended. It passes by itself. */
-export const refusedForNow =
-    'An operation is currently in progress, please wait a few moments and try again. If you need further assistance, please let me know!';
-/** The gate's second refusal: the host is at work, which can take long. */
-export const refusedBusy =
-    'One or more tasks are currently in execution, please wait a few moments and try again. If you need further assistance, please let me know!';
 
 // The host refuses for this long after the end of a call.
 const paceMs = 2000;
@@ -84,7 +78,7 @@ export class Gate {
             }
             const answer = await this.host.ask('PreProcessing', [toolCalls], scope);
             if (answer.allow) return;
-            if (answer.reasons !== refusedForNow) throw saidNo(answer);
+            if (answer.reasons !== OPERATION_IN_PROGRESS) throw saidNo(answer);
             if (limit.left() <= askAgainMs) throw saidNo(answer);
             if (performance.now() - reported >= reportMs) {
                 scope.progress(
@@ -145,13 +139,13 @@ const unknownOutcome = (method, what) =>
 /** @param {{ allow: boolean, reasons: string | null }} answer */
 function saidNo(answer) {
     const detail = { allow: false, reasons: answer.reasons ?? '' };
-    if (answer.reasons === refusedForNow)
+    if (answer.reasons === OPERATION_IN_PROGRESS)
         return new HostError(
             'busy',
             `Not called: "${answer.reasons}" A dialog has stayed open in the disk manager. Ask the user to close it, then call the tool again.`,
             detail,
         );
-    if (answer.reasons === refusedBusy)
+    if (answer.reasons === TASKS_IN_EXECUTION)
         return new HostError(
             'busy',
             `Not called: "${answer.reasons}" The disk manager is carrying out earlier work, which can take long. Tell the user, look at the` +

@@ -1,7 +1,8 @@
 import { readFileSync } from 'node:fs';
 import { fromJsonSchema, McpServer } from '@modelcontextprotocol/server';
-import { failed, failure, queued, queuedAnswer, readAnswer, refusedAnswer } from './answers.js';
+import { failed, failure, queuedAnswer, readAnswer, refusedAnswer } from './answers.js';
 import { Consent } from './consent.js';
+import { TASK_QUEUED } from './constants.js';
 import { HostError } from './errors.js';
 import { Gate } from './gate.js';
 import { Host } from './host.js';
@@ -121,7 +122,7 @@ export class Gateway {
     async act(tool, args, wire, scope) {
         const answer = await this.gate.run(tool.name, wire, callText(tool, args), scope);
         this.log(`${tool.name}: ${answer}`);
-        if (answer === queued) return queuedAnswer(tool, args);
+        if (answer === TASK_QUEUED) return queuedAnswer(tool, args);
         // The refusal stands whether or not the inventory can be read on top of it.
         const facts = await factsAbout(this.host, this.table, tool, args, scope).catch(() => undefined);
         return refusedAnswer(tool, args, answer, facts);

@@ -27,8 +27,9 @@ export function joinTable(api, own) {
         acting.map((/** @type {any} */ f) => f.name),
         Object.keys(own.tools),
     );
+    const phrases = own.saidOnce.map((/** @type {string} */ phrase) => withConstants(phrase, api.constants));
     return {
-        tools: acting.map((/** @type {any} */ f) => tool(f, own)),
+        tools: acting.map((/** @type {any} */ f) => tool(f, own, phrases)),
         groups: own.groups,
         records: Object.fromEntries(api.structs.map((/** @type {any} */ s) => [s.name, s.fields.map(field)])),
         methods,
@@ -49,9 +50,10 @@ function holdSameTools(methods, described) {
 /**
  * @param {any} f
  * @param {any} own
+ * @param {string[]} phrases those of own.saidOnce
  * @returns {Tool}
  */
-function tool(f, own) {
+function tool(f, own, phrases) {
     const said = own.tools[f.name];
     if (!own.groups[said.group]) throw new Error(`${f.name} is in the unknown group ${said.group}`);
     return {
@@ -60,13 +62,21 @@ function tool(f, own) {
         group: said.group,
         class: said.class,
         repeatable: Boolean(said.repeatable),
-        about: withoutSaidOnce(f.doc, own.saidOnce),
+        about: withoutSaidOnce(f.doc, phrases),
         args: f.arguments
             .map(field)
-            .map((/** @type {Field} */ a) => ({ ...a, about: withoutSaidOnce(a.about, own.saidOnce) })),
+            .map((/** @type {Field} */ a) => ({ ...a, about: withoutSaidOnce(a.about, phrases) })),
         result: wireType(f.returnTypeId, f.returnType),
     };
 }
+
+/**
+ * The phrase with each {NAME} replaced by the value of that constant of the interface.
+ * @param {string} phrase
+ * @param {Array<{ name: string, value: string }>} constants
+ */
+export const withConstants = (phrase, constants) =>
+    constants.reduce((text, { name, value }) => text.replaceAll(`{${name}}`, value), phrase);
 
 /** @param {any} f @returns {Field} */
 const field = (f) => ({ name: f.name, type: wireType(f.typeId, f.type), about: oneLine(f.doc) });

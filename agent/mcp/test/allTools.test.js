@@ -3,6 +3,7 @@ import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { test } from 'node:test';
 import { fileURLToPath } from 'node:url';
+import { TASK_NOT_VALID, TASK_QUEUED } from '../src/constants.js';
 import { loadTable } from '../src/table.js';
 import { connect, text } from './support/client.js';
 import { parseDigits, startHost, zorcall } from './support/sandbox.js';
@@ -99,8 +100,8 @@ test('EveryTool_AnswersThroughTheGatewayAsThroughZorcall', { timeout: 870000 }, 
     for (const [i, { tool }] of all.entries()) assert.deepEqual(gateway[i], direct[i], tool.name);
     // Both answers of the tools that act have been seen.
     assert.deepEqual([...new Set(gateway.filter((answer) => typeof answer === 'string'))].sort(), [
-        'Task NotValid',
-        'Task Queued',
+        TASK_NOT_VALID,
+        TASK_QUEUED,
     ]);
 });
 

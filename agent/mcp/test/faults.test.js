@@ -3,6 +3,7 @@ import { createServer as createHttp } from 'node:http';
 import { createConnection, createServer } from 'node:net';
 import { once } from 'node:events';
 import { test } from 'node:test';
+import { TASK_QUEUED } from '../src/constants.js';
 import { HostError } from '../src/errors.js';
 import { Host } from '../src/host.js';
 import { readOptions } from '../src/options.js';
@@ -84,7 +85,7 @@ test('HostKilledInMidCall_SaysThatTheOutcomeIsUnknownAndTheNextCallWorks', async
         why,
         /ended the connection before it answered\. Whether it took the order is not known\. Do NOT simply repeat the call/,
     );
-    service.answer.ChangePartitionLabel = 'Task Queued';
+    service.answer.ChangePartitionLabel = TASK_QUEUED;
     assert.ok(!(await client.callTool(label)).isError);
 });
 
@@ -138,8 +139,8 @@ test('HostThatAnswersAToolTooLate_FailsWithinTheLimitAndStillGetsItsPostProcessi
         /has not answered the earlier call ChangePartitionLabel yet/,
     );
     const reported = new Promise((resolve) => (service.answer.PostProcessing = resolve));
-    answerLate('Task Queued');
-    assert.equal(await reported, 'Task Queued');
+    answerLate(TASK_QUEUED);
+    assert.equal(await reported, TASK_QUEUED);
 });
 
 test('HostThatNeverAnswersTheHandshake_FailsWithinTheLimit', async (t) => {

@@ -1,12 +1,14 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
+import {
+    OPERATION_IN_PROGRESS,
+    TASK_NOT_VALID,
+    TASK_QUEUED,
+    TASKS_IN_EXECUTION,
+} from '../src/constants.js';
 import { connect, text } from './support/client.js';
 import { FakeService } from './support/fakeService.js';
 
-const forNow =
-    'An operation is currently in progress, please wait a few moments and try again. If you need further assistance, please let me know!';
-const busy =
-    'One or more tasks are currently in execution, please wait a few moments and try again. If you need further assistance, please let me know!';
 const label = { name: 'ChangePartitionLabel', arguments: { driveLetter: 'E', newLabel: 'x' } };
 
 /** @param {import('node:test').TestContext} t @param {{ args?: string[] }} [options] */
@@ -25,11 +27,11 @@ test('ActingTool_RunsBetweenPreAndPostProcessing', async (t) => {
         [
             { method: 'PreProcessing', args: ['ChangePartitionLabel driveLetter=E newLabel=x'] },
             { method: 'ChangePartitionLabel', args: ['E', 'x'] },
-            { method: 'PostProcessing', args: ['Task Queued'] },
+            { method: 'PostProcessing', args: [TASK_QUEUED] },
         ],
     );
     assert.ok(!answer.isError);
-    assert.deepEqual(answer.structuredContent, { answer: 'Task Queued', queued: true });
+    assert.deepEqual(answer.structuredContent, { answer: TASK_QUEUED, queued: true });
     assert.match(text(answer), /does NOT mean that the work is done/);
     assert.match(text(answer), /GetPartitionInfo \(driveLetter "E"\)/);
 });
@@ -84,7 +86,7 @@ test('PauseBetweenTwoTools_IsReportedAsProgress', async (t) => {
 test('FirstRefusal_IsAskedAgainWithProgressUntilItPasses', async (t) => {
     const { service, client } = await start(t);
     const allow = service.answer.PreProcessing;
-    service.refuse(forNow);
+    service.refuse(OPERATION_IN_PROGRESS);
     const refuse = service.answer.PreProcessing;
     let asked = 0;
     service.answer.PreProcessing = () => (++asked < 4 ? refuse() : allow());
@@ -99,7 +101,7 @@ test('FirstRefusal_IsAskedAgainWithProgressUntilItPasses', async (t) => {
 
 test('FirstRefusalThatStays_EndsWithinTheLimitAndTellsWhatToDo', async (t) => {
     const { service, client } = await start(t, { args: ['--timeout', '3'] });
-    service.refuse(forNow);
+    service.refuse(OPERATION_IN_PROGRESS);
     /** @type {any[]} */
     const progress = [];
     const started = performance.now();
@@ -108,18 +110,18 @@ test('FirstRefusalThatStays_EndsWithinTheLimitAndTellsWhatToDo', async (t) => {
     assert.ok(progress.length >= 1);
     assert.ok(answer.isError);
     assert.match(text(answer), /A dialog has stayed open in the disk manager\. Ask the user to close it/);
-    assert.deepEqual(answer.structuredContent, { allow: false, reasons: forNow });
+    assert.deepEqual(answer.structuredContent, { allow: false, reasons: OPERATION_IN_PROGRESS });
     assert.ok(!service.names().includes('ChangePartitionLabel'));
 });
 
 test('SecondRefusal_IsGivenToTheModelAtOnce', async (t) => {
     const { service, client } = await start(t);
-    service.refuse(busy);
+    service.refuse(TASKS_IN_EXECUTION);
     const answer = await client.callTool(label);
     assert.ok(answer.isError);
-    assert.ok(text(answer).includes(busy));
+    assert.ok(text(answer).includes(TASKS_IN_EXECUTION));
     assert.match(text(answer), /call the tool again later/);
-    assert.deepEqual(answer.structuredContent, { allow: false, reasons: busy });
+    assert.deepEqual(answer.structuredContent, { allow: false, reasons: TASKS_IN_EXECUTION });
     assert.deepEqual(service.names(), ['Init', 'PreProcessing']);
 });
 
@@ -131,14 +133,14 @@ test('RefusalWithoutReason_SaysThatThereIsNoApplication', async (t) => {
 
 test('TaskNotValid_ComesWithTheTargetAndLikelyCauses', async (t) => {
     const { service, client } = await start(t);
-    service.answer.ResizePartition = 'Task NotValid';
+    service.answer.ResizePartition = TASK_NOT_VALID;
     const answer = await client.callTool({
         name: 'ResizePartition',
         arguments: { driveLetter: 'C', newPartitionCapacity: 1024 },
     });
     assert.ok(answer.isError);
-    assert.deepEqual(service.calls.find((call) => call.method === 'PostProcessing')?.args, ['Task NotValid']);
-    assert.match(text(answer), /^"Task NotValid": ResizePartition was refused/);
+    assert.deepEqual(service.calls.find((call) => call.method === 'PostProcessing')?.args, [TASK_NOT_VALID]);
+    assert.ok(text(answer).startsWith(`"${TASK_NOT_VALID}": ResizePartition was refused`));
     assert.match(text(answer), /C: "System", NTFS, 100\.00 GB/);
     assert.match(
         text(answer),
@@ -148,8 +150,8 @@ test('TaskNotValid_ComesWithTheTargetAndLikelyCauses', async (t) => {
 
 test('TaskNotValidForAnUnknownDriveAndDisk_NamesWhatThereIs', async (t) => {
     const { service, client } = await start(t);
-    service.answer.ChangePartitionLabel = 'Task NotValid';
-    service.answer.DiskBringOnline = 'Task NotValid';
+    service.answer.ChangePartitionLabel = TASK_NOT_VALID;
+    service.answer.DiskBringOnline = TASK_NOT_VALID;
     const drive = text(await client.callTool({ ...label, arguments: { driveLetter: 'Q', newLabel: 'x' } }));
     assert.match(drive, /the inventory has no drive Q:; it has C, E\./);
     assert.match(drive, /no partition has that drive letter/);
@@ -159,7 +161,7 @@ test('TaskNotValidForAnUnknownDriveAndDisk_NamesWhatThereIs', async (t) => {
 
 test('TaskNotValidForCreatePartition_LooksAtTheRegions', async (t) => {
     const { service, client } = await start(t);
-    service.answer.CreatePartition = 'Task NotValid';
+    service.answer.CreatePartition = TASK_NOT_VALID;
     const create = {
         diskIndex: 0,
         capacity: '10737418241',
@@ -196,7 +198,7 @@ test('AnswersOfTheCloneTools_ArePassedOn', async (t) => {
 
 test('ClientThatStopsWaitingAtTheGate_LeavesTheToolUncalled', async (t) => {
     const { service, client } = await start(t);
-    service.refuse(forNow);
+    service.refuse(OPERATION_IN_PROGRESS);
     const stop = new AbortController();
     const waiting = client.callTool(label, { signal: stop.signal, onprogress: () => stop.abort('enough') });
     await assert.rejects(waiting);

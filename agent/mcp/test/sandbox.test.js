@@ -2,9 +2,16 @@
 import assert from 'node:assert/strict';
 import { createConnection, createServer } from 'node:net';
 import { test } from 'node:test';
+import {
+    OPERATION_IN_PROGRESS,
+    TASK_NOT_VALID,
+    TASK_QUEUED,
+    TASKS_IN_EXECUTION,
+} from '../src/constants.js';
 import { connect, text } from './support/client.js';
 import { startHost } from './support/sandbox.js';
 
+const queued = new RegExp(`^"${TASK_QUEUED}"`);
 const gib = 1024n ** 3n;
 
 /** @typedef {import('@modelcontextprotocol/client').Client} Client */
@@ -68,7 +75,7 @@ test('CreateFormatAndLabel_AreSeenInTheInventory', async (t) => {
         label: 'Agent',
         unallocatedIndex: -1,
     });
-    assert.match(text(created), /^"Task Queued"/);
+    assert.match(text(created), queued);
     const fresh = await untilShown(
         client,
         0,
@@ -87,7 +94,7 @@ test('CreateFormatAndLabel_AreSeenInTheInventory', async (t) => {
                 quickFormat: true,
             }),
         ),
-        /^"Task Queued"/,
+        queued,
     );
     await untilShown(client, 0, (all) =>
         all.find((p) => p.label === 'Formatted' && p.fileSystemType === 'exFAT'),
@@ -95,7 +102,7 @@ test('CreateFormatAndLabel_AreSeenInTheInventory', async (t) => {
 
     assert.match(
         text(await call(client, 'ChangePartitionLabel', { driveLetter: letter, newLabel: 'Lästig' })),
-        /^"Task Queued"/,
+        queued,
     );
     await untilShown(client, 0, (all) => all.find((p) => p.label === 'Lästig'));
     const one = /** @type {any} */ (
@@ -131,7 +138,7 @@ test('Refusal_TellsTheTargetAndALikelyCause', async (t) => {
         quickFormat: true,
     });
     assert.ok(answer.isError);
-    assert.match(text(answer), /^"Task NotValid"/);
+    assert.ok(text(answer).startsWith(`"${TASK_NOT_VALID}"`));
     assert.match(text(answer), /no drive Q:; it has C, D, E, F, G, H\./);
     assert.match(text(answer), /Likely, not certain: no partition has that drive letter/);
 });
@@ -145,7 +152,7 @@ test('Elicitation_DeclinedChangesNothingAndAcceptedIsCarriedOut', async (t) => {
         /The user was asked and said no/,
     );
     reply = { action: 'accept', content: { confirm: true } };
-    assert.match(text(await call(client, 'DeletePartition', { driveLetter: 'G' })), /^"Task Queued"/);
+    assert.match(text(await call(client, 'DeletePartition', { driveLetter: 'G' })), queued);
     await untilShown(client, 2, (all) => all.every((p) => !p.driveLetter.startsWith('G')));
     assert.ok((await partitionsOn(client, 2)).some((p) => p.driveLetter.startsWith('F')));
     assert.ok(!host.log.some((line) => line.includes('order DeletePartition') && line.includes('F')));
@@ -162,7 +169,7 @@ test('HostWithADialogOpen_IsWaitedForWithProgressAndThenReported', async (t) => 
     );
     assert.ok(progress.length >= 2);
     assert.ok(answer.isError);
-    assert.match(text(answer), /^Not called: "An operation is currently in progress/);
+    assert.ok(text(answer).startsWith(`Not called: "${OPERATION_IN_PROGRESS}"`));
     assert.match(text(answer), /Ask the user to close it/);
 });
 
@@ -171,11 +178,11 @@ test('HostAtWork_RefusesTheNextToolUntilItIsDone', async (t) => {
     const { client } = await connect(t, { args: ['--port', String(host.port)] });
     assert.match(
         text(await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'x' })),
-        /^"Task Queued"/,
+        queued,
     );
     const answer = await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'y' });
     assert.ok(answer.isError);
-    assert.match(text(answer), /^Not called: "One or more tasks are currently in execution/);
+    assert.ok(text(answer).startsWith(`Not called: "${TASKS_IN_EXECUTION}"`));
 });
 
 /** A port that stays the same while hosts come and go behind it. @param {import('node:test').TestContext} t */
@@ -210,7 +217,7 @@ test('HostKilledInMidCall_IsReportedAndTheNextCallReachesTheHostStartedAnew', as
     assert.ok(!(await call(client, 'ListAllDisks')).isError);
     assert.match(
         text(await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'x' })),
-        /^"Task Queued"/,
+        queued,
     );
 });
 

@@ -2,6 +2,7 @@ import Int64 from 'node-int64';
 import thrift from 'thrift';
 import ZORNativePlugin from '../../generated/ZORNativePlugin.js';
 import records from '../../generated/ZORNativePlugin_types.js';
+import { TASK_QUEUED } from '../../src/constants.js';
 import { loadTable } from '../../src/table.js';
 
 /** @param {bigint | number | string} value */
@@ -94,7 +95,7 @@ const handlerOf = (count, run) =>
 
 /**
  * A service of the interface that a test scripts: `answer` maps a method to what it answers (a value, or a function of
- * its arguments that may be async); every call is kept in `calls`. Tools without an answer say "Task Queued".
+ * its arguments that may be async); every call is kept in `calls`. Tools without an answer return TASK_QUEUED.
  */
 export class FakeService {
     constructor() {
@@ -104,7 +105,7 @@ export class FakeService {
         this.answer = {
             Init: true,
             PreProcessing: () => new records.TaskInfo({ allow: true, reasons: '' }),
-            PostProcessing: (/** @type {string} */ text) => text === 'Task Queued',
+            PostProcessing: (/** @type {string} */ text) => text === TASK_QUEUED,
             ListAllDisks: disks,
             GetAllPartitionInfo: partitions,
             ListPartitionsOnDisk: (/** @type {number} */ index) =>
@@ -161,7 +162,7 @@ export class FakeService {
     /** @param {string} method @param {any[]} args */
     async handle(method, args) {
         this.calls.push({ method, args });
-        const answer = method in this.answer ? this.answer[method] : 'Task Queued';
+        const answer = method in this.answer ? this.answer[method] : TASK_QUEUED;
         return typeof answer === 'function' ? answer(...args) : answer;
     }
 
