@@ -39,7 +39,7 @@ LoadReport checkComponent(const QString& name, const QString& parent)
 {
     LoadReport report{LoadStep::Complete, parent + name, componentLibraryPath(name, parent), QString()};
     QLibrary library(report.path);
-    // The loader comes first: it also finds files of other spellings.
+    // The loader comes first, because it also finds files whose names differ in prefix or suffix.
     if (!library.load()) {
         report.step = QFileInfo::exists(report.path) ? LoadStep::LoadFile : LoadStep::FindFile;
         report.message = library.errorString();
@@ -47,7 +47,7 @@ LoadReport checkComponent(const QString& name, const QString& parent)
     }
     const ComponentFactory factory = componentFactory(library);
     if (factory == nullptr) {
-        // QLibrary has no message of its own for a missing symbol.
+        // QLibrary's message for a missing symbol is unspecific, so it is omitted.
         report.step = LoadStep::FindFactory;
         return report;
     }

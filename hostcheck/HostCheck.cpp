@@ -35,7 +35,7 @@ QByteArray bareName(const Member& member)
     return signature.left(signature.indexOf('('));
 }
 
-// "int,QVariantMap" reads better as "int, QVariantMap".
+// "int,QVariantMap" as "int, QVariantMap".
 QString spaced(const QByteArray& signature)
 {
     return QString::fromLatin1(signature).replace(QLatin1Char(','), QLatin1String(", "));
@@ -85,8 +85,8 @@ bool isCalled(const QMetaMethod& method, const Member& member)
            (*member.type == '\0' || hasResultType(method, QMetaType::type(member.type)));
 }
 
-// Properties are read as QVariant and converted, and QMetaProperty::write converts. A bool would lose the value
-// of an integer.
+// The library reads a property as QVariant and converts it; QMetaProperty::write also converts. A bool
+// property is rejected for writing, because it would lose the value of an integer.
 bool isUsed(const QMetaProperty& property, const Member& member)
 {
     const int type = property.userType();
@@ -103,7 +103,7 @@ bool isUsed(const QMetaProperty& property, const Member& member)
 
 void judgeSignal(const QObject& object, const Member& member, Finding& finding)
 {
-    // Connected by its full signature, unlike the methods.
+    // Signals are connected by their full signature, unlike methods.
     if (object.metaObject()->indexOfSignal(member.signature) != -1) {
         finding.state = State::Found;
         return;
@@ -214,7 +214,7 @@ QString tableOf(const std::vector<Finding>& findings)
     for (const Finding& finding : findings) {
         const QString member = finding.kind == Kind::Object ? QStringLiteral("the object") : finding.expected;
         const QString instead =
-            finding.found.isEmpty() ? QString() : QStringLiteral("   (there is: %1)").arg(finding.found);
+            finding.found.isEmpty() ? QString() : QStringLiteral("   (found instead: %1)").arg(finding.found);
         lines.append(QStringLiteral("%1  %2  %3%4")
                          .arg(wordOf(finding.state), -15)
                          .arg(finding.object, -17)
@@ -222,7 +222,7 @@ QString tableOf(const std::vector<Finding>& findings)
         if (!finding.effect.isEmpty())
             lines.append(QString(17, QLatin1Char(' ')) + finding.effect);
     }
-    lines.append(QStringLiteral("%1 looked for: %2 found, %3 missing, %4 with another signature")
+    lines.append(QStringLiteral("%1 checked: %2 found, %3 missing, %4 with another signature")
                      .arg(findings.size())
                      .arg(countOf(findings, State::Found))
                      .arg(countOf(findings, State::Missing))

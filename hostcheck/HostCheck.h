@@ -7,13 +7,13 @@
 class QQmlApplicationEngine;
 
 /// Reports which of the host's objects and members the library can use. The library itself does not report
-/// what is missing; a host's own tests can call this, once their window is up:
+/// missing ones. A host's own tests can call this after they have created the main window:
 ///
 ///     const std::vector<hostcheck::Finding> findings = hostcheck::checkHost(engine);
 ///     std::puts(qPrintable(hostcheck::tableOf(findings)));
 ///     return hostcheck::isComplete(findings) ? 0 : 1;
 ///
-/// Nothing of the host is called, read or written, and nothing of it is kept.
+/// The check does not call, read or write the host's members and keeps no pointer to its objects.
 namespace hostcheck {
 
 enum class Kind { Object, Method, Property, Signal };
@@ -21,31 +21,32 @@ enum class Kind { Object, Method, Property, Signal };
 enum class State {
     Found,
     Missing,       ///< the object has no member of that name
-    OtherSignature ///< it has one, which the library does not call, or cannot convert
+    OtherSignature ///< the object has such a member, but the library does not call it or cannot convert its
+                   ///< type
 };
 
-/// One thing that the library looks for. A plain value.
+/// The result for one object or member. A plain value.
 struct Finding
 {
     Kind kind;
     State state;
     QString object;   ///< "deviceMgr"; "window" is the application's first top-level window
-    QString expected; ///< the member as it must be, "bool isRawPart(QVariant)"; empty for the object itself
-    QString found;    ///< the member that is there instead; empty if found or missing
+    QString expected; ///< the required member, "bool isRawPart(QVariant)"; empty for the object itself
+    QString found;    ///< the member found instead; empty if found or missing
     QString effect;   ///< the effect on the library's answers; empty if found, and for an object
 };
 
-/// Looks for everything in the host that this engine and this application make up: each object, in the order
-/// in which docs/host-contract.md has them, and behind it its members. Those of an object that is missing are
-/// missing too. Application thread only, with a QGuiApplication, and after the main window has been made. The
-/// engine stays the caller's and is only looked at.
+/// Checks the host that consists of this engine and this application: each object, in the order of
+/// docs/host-contract.md, followed by its members. Members of a missing object are missing. Application
+/// thread only; requires a QGuiApplication and the main window. Does not change the engine or take ownership
+/// of it.
 std::vector<Finding> checkHost(const QQmlApplicationEngine& engine);
 
-/// True if all are found.
+/// True if every object and member is found.
 bool isComplete(const std::vector<Finding>& findings);
 
-/// The findings as a table in plain text: a line each, followed by a line with the effect where there is one,
-/// and a last line with the sums; no line feed at its end.
+/// The findings as a table in plain text: one line per finding, a second one with its effect, if any, and a
+/// last line with the totals. It has no line feed at its end.
 QString tableOf(const std::vector<Finding>& findings);
 
 } // namespace hostcheck

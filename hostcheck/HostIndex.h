@@ -6,25 +6,24 @@
 
 namespace hostcheck {
 
-/// How the library gets at an object.
+/// How the library finds an object.
 enum class Way { ContextProperty, RootChild, Window, WindowChild };
 
-/// What follows for the library's tools and its scan if a member cannot be used. Whole sentences.
+/// The effects on the library's tools and its scan if a member cannot be used, as complete sentences.
 struct Effects
 {
-    const char* missing; ///< the member, or its object, is missing
-    const char*
-        otherSignature; ///< it is there with a signature that is not called, or a type without conversion
+    const char* missing;        ///< the member, or its object, is missing
+    const char* otherSignature; ///< its signature is not called, or its type cannot be converted
 };
 
-/// A member as the library asks for it.
+/// A member that the library uses.
 struct Member
 {
     Kind kind;
-    const char* type;      ///< of a result or a property; empty where no result is asked for
+    const char* type;      ///< of a result or a property; empty if the result is not used
     const char* signature; ///< of a method or signal; the name of a property
     Effects effects;
-    bool written = false; ///< a property that is written too
+    bool written = false; ///< true for a property that is also written
 };
 
 struct Object
@@ -34,7 +33,7 @@ struct Object
     std::vector<Member> members;
 };
 
-/// Everything that the library looks for.
+/// All objects and members that the library uses.
 const std::vector<Object>& hostIndex();
 
 } // namespace hostcheck

@@ -140,7 +140,7 @@ TEST(ZorhostWindow, CheckHost_FindsEverythingInTheSandboxHost)
     host.start({"--check-host"});
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
     const QByteArray output = host.output();
-    EXPECT_TRUE(output.endsWith("38 looked for: 38 found, 0 missing, 0 with another signature\n"))
+    EXPECT_TRUE(output.endsWith("38 checked: 38 found, 0 missing, 0 with another signature\n"))
         << output.constData();
     EXPECT_EQ(linesOf(output), 39);
     EXPECT_EQ(output.count("\nmissing"), 0);

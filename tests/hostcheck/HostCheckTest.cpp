@@ -46,16 +46,16 @@ TEST(HostCheck, CompleteHost_HasEverything)
     const std::vector<Finding> findings = check(host);
     EXPECT_EQ(findings.size(), 38u);
     EXPECT_TRUE(hostcheck::isComplete(findings)) << hostcheck::tableOf(findings).toStdString();
-    EXPECT_TRUE(hostcheck::tableOf(findings).endsWith(
-        "38 looked for: 38 found, 0 missing, 0 with another signature"));
+    EXPECT_TRUE(
+        hostcheck::tableOf(findings).endsWith("38 checked: 38 found, 0 missing, 0 with another signature"));
 }
 
 TEST(HostCheck, EmptyApplication_HasNothing)
 {
     const QQmlApplicationEngine engine;
     const std::vector<Finding> findings = hostcheck::checkHost(engine);
-    EXPECT_TRUE(hostcheck::tableOf(findings).endsWith(
-        "38 looked for: 0 found, 38 missing, 0 with another signature"));
+    EXPECT_TRUE(
+        hostcheck::tableOf(findings).endsWith("38 checked: 0 found, 38 missing, 0 with another signature"));
     EXPECT_FALSE(hostcheck::isComplete(findings));
 }
 
@@ -402,9 +402,9 @@ TEST(HostCheck, Table_HasALineForEachFindingAndForItsEffect)
     ASSERT_EQ(lines.size(), 4);
     EXPECT_TRUE(lines[0].startsWith("found"));
     EXPECT_TRUE(lines[1].startsWith("other signature"));
-    EXPECT_TRUE(lines[1].endsWith("(there is: int check4kAlign())"));
+    EXPECT_TRUE(lines[1].endsWith("(found instead: int check4kAlign())"));
     EXPECT_EQ(lines[2].trimmed(), "The effect.");
-    EXPECT_EQ(lines[3], "2 looked for: 1 found, 0 missing, 1 with another signature");
+    EXPECT_EQ(lines[3], "2 checked: 1 found, 0 missing, 1 with another signature");
 }
 
 } // namespace
