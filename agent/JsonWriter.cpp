@@ -2,7 +2,9 @@
 
 #include "agent/Text.h"
 
-#include <cstdio>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+
 #include <ostream>
 #include <sstream>
 
@@ -10,39 +12,13 @@ namespace zorcall {
 
 namespace {
 
-struct Escape
-{
-    char character;
-    const char* text;
-};
-
-constexpr Escape kEscapes[] = {{'"', "\\\""}, {'\\', "\\\\"}, {'\b', "\\b"}, {'\f', "\\f"},
-                               {'\n', "\\n"}, {'\r', "\\r"},  {'\t', "\\t"}};
-
-void writeEscaped(std::ostream& out, char c)
-{
-    for (const Escape& row : kEscapes) {
-        if (c == row.character) {
-            out << row.text;
-            return;
-        }
-    }
-    if (static_cast<unsigned char>(c) >= 0x20) {
-        out << c;
-        return;
-    }
-    char buffer[8];
-    std::snprintf(buffer, sizeof buffer, "\\u%04x", static_cast<unsigned>(c));
-    out << buffer;
-}
-
 void writeRecord(std::ostream& out, const Interface& service, const Record& record, const Value& value)
 {
     out << '{';
     for (std::size_t i = 0; i < record.fields.size(); ++i) {
         if (i != 0)
             out << ", ";
-        writeJsonText(out, record.fields[i].name);
+        writeJsonString(out, record.fields[i].name);
         out << ": ";
         writeJson(out, service, record.fields[i].type, value.part(i));
     }
@@ -62,21 +38,12 @@ void writeList(std::ostream& out, const Interface& service, const Type& entry, c
 
 } // namespace
 
-void writeJsonText(std::ostream& out, const std::string& text)
+void writeJsonString(std::ostream& out, const std::string& string)
 {
-    out << '"';
-    std::size_t position = 0;
-    while (position < text.size()) {
-        const std::size_t length = utf8Length(text, position);
-        if (length == 0)
-            out << "\xEF\xBF\xBD";
-        else if (length == 1)
-            writeEscaped(out, text[position]);
-        else
-            out.write(text.data() + position, static_cast<std::streamsize>(length));
-        position += length == 0 ? 1 : length;
-    }
-    out << '"';
+    // A JSON document is an array or an object: the array's brackets are left out.
+    const QByteArray array =
+        QJsonDocument(QJsonArray{decodeUtf8(string).string}).toJson(QJsonDocument::Compact);
+    out.write(array.constData() + 1, array.size() - 2);
 }
 
 void writeJson(std::ostream& out, const Interface& service, const Type& type, const Value& value)
@@ -90,7 +57,7 @@ void writeJson(std::ostream& out, const Interface& service, const Type& type, co
         out << value.integer();
         return;
     case Kind::String:
-        writeJsonText(out, value.text());
+        writeJsonString(out, value.text());
         return;
     case Kind::Record:
         writeRecord(out, service, service.record(type.record), value);

@@ -1,5 +1,7 @@
 #include "agent/Text.h"
 
+#include <QtCore/QTextCodec>
+
 #include <algorithm>
 #include <numeric>
 
@@ -7,13 +9,8 @@ namespace zorcall {
 
 namespace {
 
-constexpr std::size_t kLineLimit = 1000;
+constexpr int kLineLimit = 1000;
 constexpr std::size_t kNearlyAsNear = 2;
-
-unsigned byteAt(const std::string& text, std::size_t position)
-{
-    return static_cast<unsigned char>(text[position]);
-}
 
 std::string lowered(std::string text)
 {
@@ -24,72 +21,40 @@ std::string lowered(std::string text)
     return text;
 }
 
-// The range of the second byte shuts out overlong forms, surrogates and what lies above U+10FFFF.
-struct LeadByte
-{
-    unsigned first, last;
-    std::size_t length;
-    unsigned secondFirst, secondLast;
-};
-
-constexpr LeadByte kLeadBytes[] = {
-    {0xC2, 0xDF, 2, 0x80, 0xBF}, {0xE0, 0xE0, 3, 0xA0, 0xBF}, {0xE1, 0xEC, 3, 0x80, 0xBF},
-    {0xED, 0xED, 3, 0x80, 0x9F}, {0xEE, 0xEF, 3, 0x80, 0xBF}, {0xF0, 0xF0, 4, 0x90, 0xBF},
-    {0xF1, 0xF3, 4, 0x80, 0xBF}, {0xF4, 0xF4, 4, 0x80, 0x8F},
-};
-
 } // namespace
 
-std::size_t utf8Length(const std::string& text, std::size_t position)
+DecodedUtf8 decodeUtf8(const std::string& bytes, QChar replacement)
 {
-    const unsigned lead = byteAt(text, position);
-    if (lead < 0x80)
-        return 1;
-    for (const LeadByte& row : kLeadBytes) {
-        if (lead < row.first || lead > row.last)
-            continue;
-        if (position + row.length > text.size())
-            return 0;
-        const unsigned second = byteAt(text, position + 1);
-        if (second < row.secondFirst || second > row.secondLast)
-            return 0;
-        for (std::size_t i = 2; i < row.length; ++i) {
-            if ((byteAt(text, position + i) & 0xC0u) != 0x80u)
-                return 0;
-        }
-        return row.length;
-    }
-    return 0;
+    static const QTextCodec* const codec = QTextCodec::codecForName("UTF-8");
+    // A byte order mark is a character like any other here.
+    QTextCodec::ConversionFlags flags = QTextCodec::IgnoreHeader;
+    flags.setFlag(QTextCodec::ConvertInvalidToNull, replacement.isNull());
+    QTextCodec::ConverterState state(flags);
+    const QString string = codec->toUnicode(bytes.data(), static_cast<int>(bytes.size()), &state);
+    // The codec waits for the rest of a character that is cut off.
+    return {string + QString(state.remainingChars, replacement), state.invalidChars + state.remainingChars};
 }
 
 bool isUtf8(const std::string& text)
 {
-    std::size_t position = 0;
-    while (position < text.size()) {
-        const std::size_t length = utf8Length(text, position);
-        if (length == 0)
-            return false;
-        position += length;
-    }
-    return true;
+    return decodeUtf8(text).invalidBytes == 0;
 }
 
 std::string oneLine(const std::string& text)
 {
-    std::string line;
-    std::size_t position = 0;
-    while (position < text.size()) {
-        const std::size_t length = utf8Length(text, position);
-        if (line.size() + length > kLineLimit)
-            return line + "...";
-        // Of the two-byte characters, those that begin with C2 and 80 to 9F are controls as well.
-        const bool control = length == 0 ||
-                             (length == 1 && (byteAt(text, position) < 0x20 || text[position] == 0x7F)) ||
-                             (byteAt(text, position) == 0xC2 && byteAt(text, position + 1) < 0xA0);
-        line += control ? std::string("?") : text.substr(position, length);
-        position += length == 0 ? 1 : length;
+    // An invalid byte becomes U+0000, which is a control character; a U+FFFD that was sent stays.
+    QString characters = decodeUtf8(text, QChar::Null).string;
+    for (QChar& character : characters) {
+        if (character.category() == QChar::Other_Control)
+            character = QLatin1Char('?');
     }
-    return line;
+    const QByteArray line = characters.toUtf8();
+    if (line.size() <= kLineLimit)
+        return line.toStdString();
+    int end = kLineLimit;
+    while ((static_cast<unsigned char>(line[end]) & 0xC0u) == 0x80u)
+        --end;
+    return line.left(end).toStdString() + "...";
 }
 
 std::string join(const std::vector<std::string>& parts, const std::string& separator)

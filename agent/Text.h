@@ -1,13 +1,22 @@
 #pragma once
 
+#include <QtCore/QString>
+
 #include <cstddef>
 #include <string>
 #include <vector>
 
 namespace zorcall {
 
-/// Length in bytes of the UTF-8 character that begins at @p position; 0 if what stands there is none.
-std::size_t utf8Length(const std::string& text, std::size_t position);
+struct DecodedUtf8
+{
+    QString string;
+    int invalidBytes = 0;
+};
+
+/// Decodes with QTextCodec, which rejects overlong forms, surrogates and values above U+10FFFF. Each invalid
+/// byte becomes @p replacement, which is U+FFFD or U+0000.
+DecodedUtf8 decodeUtf8(const std::string& bytes, QChar replacement = QChar::ReplacementCharacter);
 
 bool isUtf8(const std::string& text);
 

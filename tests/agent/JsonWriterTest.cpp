@@ -43,8 +43,8 @@ TEST(Json, SixtyFourBitNumbers_KeepEveryDigit)
 TEST(Json, Text_EscapesWhatJsonDemandsAndKeepsUtf8)
 {
     std::ostringstream out;
-    zorcall::writeJsonText(out, std::string("\"\\/\b\f\n\r\t\x01\x1F \0|", 13) +
-                                    "Gr\xC3\xB6\xC3\x9F\x65 \xF0\x9F\x92\xBE");
+    zorcall::writeJsonString(out, std::string("\"\\/\b\f\n\r\t\x01\x1F \0|", 13) +
+                                      "Gr\xC3\xB6\xC3\x9F\x65 \xF0\x9F\x92\xBE");
     EXPECT_EQ(out.str(),
               "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001f \\u0000|Gr\xC3\xB6\xC3\x9F\x65 \xF0\x9F\x92\xBE\"");
 }
@@ -52,14 +52,14 @@ TEST(Json, Text_EscapesWhatJsonDemandsAndKeepsUtf8)
 TEST(Json, TextThatIsNotUtf8_GetsReplacementCharacters)
 {
     std::ostringstream out;
-    zorcall::writeJsonText(out, "a\xFF\xC3z\xE6\x95");
+    zorcall::writeJsonString(out, "a\xFF\xC3z\xE6\x95");
     EXPECT_EQ(out.str(), "\"a\xEF\xBF\xBD\xEF\xBF\xBDz\xEF\xBF\xBD\xEF\xBF\xBD\"");
 }
 
 TEST(Json, Text_ByteOrderMarkAtTheStart_IsKept)
 {
     std::ostringstream out;
-    zorcall::writeJsonText(out, "\xEF\xBB\xBFx");
+    zorcall::writeJsonString(out, "\xEF\xBB\xBFx");
     EXPECT_EQ(out.str(), "\"\xEF\xBB\xBFx\"");
 }
 
