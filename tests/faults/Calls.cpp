@@ -1,5 +1,6 @@
 #include "tests/faults/Calls.h"
 
+#include "tests/support/Answers.h"
 #include "tests/support/Interface.h"
 
 #include <QtCore/QStringList>
@@ -19,7 +20,7 @@ const std::map<std::string, std::string> kTexts = {{"driveLetter", "e"},
                                                    {"targetDriveLetter", "e"},
                                                    {"osDriveLetter", "c"},
                                                    {"newDriveLetter", "g"},
-                                                   {"result", "Task Queued"},
+                                                   {"result", answers::queued},
                                                    {"toolCalls", "a call"},
                                                    {"fileSystem", "NTFS"},
                                                    {"label", "new"},

@@ -1,19 +1,16 @@
 // The expected answer of each tool on a faulty host. The table is independent of the code: a missing name
 // reads as false, and an order that cannot be delivered has no effect.
 #include "tests/faults/Fault.h"
+#include "tests/support/Answers.h"
 
 #include <QtCore/QStringList>
 
 namespace {
 
-const QString kQueued = "Task Queued";
-const QString kNotValid = "Task NotValid";
-const QString kInProgress =
-    "false An operation is currently in progress, please wait a few moments and try again. If "
-    "you need further assistance, please let me know!";
-const QString kInExecution =
-    "false One or more tasks are currently in execution, please wait a few moments and try "
-    "again. If you need further assistance, please let me know!";
+const QString kQueued = answers::queued;
+const QString kNotValid = answers::notValid;
+const QString kInProgress = "false " + answers::inProgress.text();
+const QString kInExecution = "false " + answers::inExecution.text();
 
 const QStringList kPage = {"OpenDiskLayoutEditor",
                            "DeleteAllPartitions",

@@ -2,6 +2,7 @@
 #include "plugin/AIBridge.h"
 #include "service/ZorHandle.h"
 #include "tests/faults/Calls.h"
+#include "tests/support/Answers.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/Threads.h"
@@ -77,16 +78,16 @@ const std::map<std::string, QString> kAnswers = {
     {"ListPartitionsOnDisk", "1/E:/100 1//1000 1//9000"},
     {"GetPartitionInfo", "1/E:/100"},
     {"GetAllPartitionInfo", "0/C:/5000 1/E:/100 1//1000 1//9000"},
-    {"CreateWindowsInstallerMedia", "Task Queued"},
-    {"InstallAndEnablePreOS", "Task Queued"},
-    {"DiskHealthCheck", "Task Queued"},
-    {"ConvertDiskToGpt", "Task Queued"},
-    {"ConvertDiskToMbr", "Task Queued"},
-    {"ConvertDiskToDynamic", "Task Queued"},
-    {"ConvertDiskToBasic", "Task Queued"},
-    {"ConvertPartitionToFat", "Task Queued"},
-    {"ConvertPartitionToExfat", "Task Queued"},
-    {"ConvertPartitionToNtfs", "Task Queued"},
+    {"CreateWindowsInstallerMedia", answers::queued},
+    {"InstallAndEnablePreOS", answers::queued},
+    {"DiskHealthCheck", answers::queued},
+    {"ConvertDiskToGpt", answers::queued},
+    {"ConvertDiskToMbr", answers::queued},
+    {"ConvertDiskToDynamic", answers::queued},
+    {"ConvertDiskToBasic", answers::queued},
+    {"ConvertPartitionToFat", answers::queued},
+    {"ConvertPartitionToExfat", answers::queued},
+    {"ConvertPartitionToNtfs", answers::queued},
     // There is no page for clones here.
     {"CloneOSDataFromCurrent", ""},
     {"CloneOSDataFromDisk", "It seems that disk0 is not os disk"},
@@ -121,7 +122,7 @@ TEST(ThrowingPages, AllTools_AnswerAsIfTheHostHadSaidNo)
             for (const std::string& method : calls::methods()) {
                 const auto other = kAnswers.find(method);
                 EXPECT_EQ(calls::answerOf(client.ask(calls::encode(method, 1))),
-                          other == kAnswers.end() ? QString("Task NotValid") : other->second)
+                          other == kAnswers.end() ? QString(answers::notValid) : other->second)
                     << method;
             }
         });

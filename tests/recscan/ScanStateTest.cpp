@@ -5,6 +5,7 @@
 #include "recscan/RecScanThread.h"
 #include "recscan/ScanStateFile.h"
 #include "service/ZorHandle.h"
+#include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
 
 #include <QtCore/QCoreApplication>
@@ -422,7 +423,7 @@ TEST_F(ScanRun, ToolsThatRunWhileAScanRuns_AllEnd)
             tools.DeletePartition(reply, "D");
         }
     });
-    EXPECT_EQ(reply, "Task Queued");
+    EXPECT_EQ(reply, answers::queued);
     EXPECT_TRUE(waitForScan());
     EXPECT_EQ(events("Result_SmartReferScan").size(), 1);
 }

@@ -1,5 +1,6 @@
 // The gate on the real clock: the pause begins with the handler and again with each PostProcessing.
 #include "service/ZorHandle.h"
+#include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
 
@@ -66,7 +67,7 @@ TEST_F(GateClock, AfterAnyPostProcessing_ThePauseBeginsAnewAlsoForARefusedTask)
     ASSERT_TRUE(allowed());
     QElapsedTimer since;
     since.start();
-    gate.PostProcessing("Task NotValid");
+    gate.PostProcessing(answers::notValid);
     const qint64 onTheClock = gate.sinceLastCall();
     EXPECT_LE(onTheClock, since.elapsed());
     EXPECT_GE(firstYes(), 2000);

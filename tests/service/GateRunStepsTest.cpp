@@ -1,5 +1,6 @@
 // The two steps that the tools of the partition page share, and the parameter map that they work on.
 #include "service/ZorHandle.h"
+#include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
 
@@ -61,7 +62,7 @@ TEST_F(RunSteps, RunDriveTask_WithALetterInFront_AsksTheHostWhateverFollows)
     build();
     for (const char* text : {"A", "Z", "a", "z", "q", "C:\\Windows", "dummy", "d5"}) {
         host.recorder().clear();
-        EXPECT_EQ(runDriveTask(QString(text)), "Task Queued") << text;
+        EXPECT_EQ(runDriveTask(QString(text)), answers::queued) << text;
         EXPECT_EQ(host.recorder().sequence().value(0), kQuestion) << text;
     }
 }
@@ -70,9 +71,9 @@ TEST_F(RunSteps, RunDriveTask_WithoutALetterInFront_IsRefusedAndAsksNobody)
 {
     build();
     for (const char* text : {"", "1", "1C", " C", ":", "*", "@", "[", "`", "{", "\xC3\x84"})
-        EXPECT_EQ(runDriveTask(QString::fromUtf8(text)), "Task NotValid") << text;
-    EXPECT_EQ(runDriveTask(QVariant()), "Task NotValid");
-    EXPECT_EQ(runDriveTask(QVariant(5)), "Task NotValid");
+        EXPECT_EQ(runDriveTask(QString::fromUtf8(text)), answers::notValid) << text;
+    EXPECT_EQ(runDriveTask(QVariant()), answers::notValid);
+    EXPECT_EQ(runDriveTask(QVariant(5)), answers::notValid);
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 
@@ -81,7 +82,7 @@ TEST_F(RunSteps, RunDriveTask_WithoutTheKey_IsRefusedAndAsksNobody)
     build();
     std::string answer;
     steps.RunDriveTask(answer, 16);
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 
@@ -91,21 +92,21 @@ TEST_F(RunSteps, RunTask_DoesNotLookAtTheLetter)
     std::string answer;
     steps.setParam("driveLetter", std::string("1"));
     steps.RunTask(answer, 2);
-    EXPECT_EQ(answer, "Task Queued");
+    EXPECT_EQ(answer, answers::queued);
 }
 
 TEST_F(RunSteps, WithoutABridge_BothAreRefused)
 {
     std::string answer = "left as it was";
     steps.RunTask(answer, 2);
-    EXPECT_EQ(answer, "Task NotValid");
-    EXPECT_EQ(runDriveTask("C"), "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
+    EXPECT_EQ(runDriveTask("C"), answers::notValid);
 }
 
 TEST_F(RunSteps, TheQuestionsKey_StaysOutOfTheParameters)
 {
     build();
-    EXPECT_EQ(runDriveTask("C"), "Task Queued");
+    EXPECT_EQ(runDriveTask("C"), answers::queued);
     EXPECT_EQ(typed(steps.paramsCopy()), "map{driveLetter=QString:\"C\"}");
     const auto calls = host.recorder().calls();
     ASSERT_EQ(calls.size(), 3u);
@@ -118,7 +119,7 @@ TEST_F(RunSteps, ATaskThatTheHostRefuses_LeavesTheParametersUntilTheNextTool)
 {
     host.spec("partitionmanager").answer("doFunFromAI", false);
     build();
-    EXPECT_EQ(runDriveTask("C"), "Task NotValid");
+    EXPECT_EQ(runDriveTask("C"), answers::notValid);
     EXPECT_EQ(typed(steps.paramsCopy()), "map{driveLetter=QString:\"C\"}");
     std::string answer;
     steps.WipeDisk(answer, 1, 2);
@@ -133,7 +134,7 @@ TEST_F(RunSteps, AKeyThatComesInDuringTheQuestion_GoesOutWithTheOrder)
         return QVariant(true);
     });
     build();
-    EXPECT_EQ(runDriveTask("C"), "Task Queued");
+    EXPECT_EQ(runDriveTask("C"), answers::queued);
     EXPECT_EQ(typed(host.recorder().calls().back().arguments),
               "list[int:16,map{driveLetter=QString:\"C\",late=bool:true}]");
 }
@@ -149,7 +150,7 @@ TEST_F(RunSteps, TheAnswer_IsSetBeforeTheOrderRuns)
     });
     build();
     steps.RunTask(answer, 2);
-    EXPECT_EQ(atTheOrder, "Task Queued");
+    EXPECT_EQ(atTheOrder, answers::queued);
 }
 
 TEST_F(RunSteps, AnOrderThatTheHostAnswersWithFalse_IsStillQueued)
@@ -158,7 +159,7 @@ TEST_F(RunSteps, AnOrderThatTheHostAnswersWithFalse_IsStillQueued)
         return QVariant(arguments.at(1).toMap().contains("TestFunValid"));
     });
     build();
-    EXPECT_EQ(runDriveTask("C"), "Task Queued");
+    EXPECT_EQ(runDriveTask("C"), answers::queued);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // The gate around a tool call: its two refusals and their order, the pause, what it tells the host, and what
 // counts as a queued task.
 #include "service/ZorHandle.h"
+#include "tests/support/Answers.h"
 #include "tests/support/DebugLines.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
@@ -12,13 +13,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-const char* const kInProgress =
-    "An operation is currently in progress, please wait a few moments and try again. If you need "
-    "further assistance, please let me know!";
-const char* const kInExecution =
-    "One or more tasks are currently in execution, please wait a few moments and try again. If "
-    "you need further assistance, please let me know!";
 
 // The gate on a clock of the test's.
 class GateOnClock : public CZorHandle
@@ -116,7 +110,7 @@ TEST_F(Gate, PreProcessing_WithAPopup_IsRefusedWithTheFirstTextAndBusyIsNotRead)
     QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
     const TaskInfo answer = ask();
     EXPECT_FALSE(answer.allow);
-    EXPECT_EQ(answer.reasons, kInProgress);
+    EXPECT_EQ(answer.reasons, answers::inProgress);
     EXPECT_EQ(host.recorder().sequence(), QStringList({"window.popuped"}));
     EXPECT_EQ(about.count(), 0);
 }
@@ -128,7 +122,7 @@ TEST_F(Gate, PreProcessing_WithinThePause_IsRefusedWithTheFirstTextAndBusyIsNotR
     gate.elapsed = 1999;
     const TaskInfo answer = ask();
     EXPECT_FALSE(answer.allow);
-    EXPECT_EQ(answer.reasons, kInProgress);
+    EXPECT_EQ(answer.reasons, answers::inProgress);
     EXPECT_EQ(host.recorder().sequence(), QStringList({"window.popuped"}));
     EXPECT_EQ(about.count(), 0);
 }
@@ -139,7 +133,7 @@ TEST_F(Gate, PreProcessing_OnABusyHost_IsRefusedWithTheSecondTextWithoutEventOrS
     QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
     const TaskInfo answer = ask();
     EXPECT_FALSE(answer.allow);
-    EXPECT_EQ(answer.reasons, kInExecution);
+    EXPECT_EQ(answer.reasons, answers::inExecution);
     EXPECT_EQ(host.recorder().sequence(), QStringList({"window.popuped", "__zormain.busy"}));
     EXPECT_EQ(about.count(), 0);
 }
@@ -195,7 +189,7 @@ TEST_F(Gate, PreProcessing_WithTextsForProperties_ReadsThemAsBooleans)
     host.spec("window").remove("popuped").property("popuped", "QVariant", QVariant("yes"));
     host.build();
     gate.setBridge(host.bridge());
-    EXPECT_EQ(ask().reasons, kInProgress);
+    EXPECT_EQ(ask().reasons, answers::inProgress);
     host.window()->setValue("popuped", QVariant());
     EXPECT_TRUE(ask().allow);
 }
@@ -216,11 +210,12 @@ TEST_F(Gate, PreProcessing_LogsTheCallAlsoWhenItIsRefused)
 TEST_F(Gate, PostProcessing_IsTrueForExactlyTheOneText)
 {
     build(false, false);
-    EXPECT_TRUE(gate.PostProcessing("Task Queued"));
-    for (const char* text : {"", "Task Queued ", " Task Queued", "task queued", "Task Queued\n",
-                             "Task NotValid", "Task Queued: partition E", "It seems that disk7 is not exist"})
+    EXPECT_TRUE(gate.PostProcessing(answers::queued));
+    const std::string queued = answers::queued;
+    for (const std::string& text : {std::string(), queued + ' ', ' ' + queued, std::string("task queued"),
+                                    queued + '\n', answers::notValid.bytes(), queued + ": partition E",
+                                    std::string("It seems that disk7 is not exist"), queued + '\0'})
         EXPECT_FALSE(gate.PostProcessing(text)) << text;
-    EXPECT_FALSE(gate.PostProcessing(std::string("Task Queued\0", 12)));
 }
 
 TEST_F(Gate, PostProcessing_SignalsTheTextAndTheOutcomeOnTheCallersThread)
@@ -232,20 +227,20 @@ TEST_F(Gate, PostProcessing_SignalsTheTextAndTheOutcomeOnTheCallersThread)
     QThread* other = nullptr;
     runOnOtherThread([&] {
         other = QThread::currentThread();
-        gate.PostProcessing("Task Queued");
-        gate.PostProcessing("Task NotValid");
+        gate.PostProcessing(answers::queued);
+        gate.PostProcessing(answers::notValid);
     });
     ASSERT_EQ(after.count(), 2);
-    EXPECT_EQ(typed(after[0]), "list[QString:\"Task Queued\",bool:true]");
-    EXPECT_EQ(typed(after[1]), "list[QString:\"Task NotValid\",bool:false]");
+    EXPECT_EQ(typed(after[0]), "list[QString:\"" + answers::queued.text() + "\",bool:true]");
+    EXPECT_EQ(typed(after[1]), "list[QString:\"" + answers::notValid.text() + "\",bool:false]");
     EXPECT_EQ(thread, other);
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 
 TEST_F(Gate, PostProcessing_WithoutABridge_StillTellsTheOutcome)
 {
-    EXPECT_TRUE(gate.PostProcessing("Task Queued"));
-    EXPECT_FALSE(gate.PostProcessing("Task NotValid"));
+    EXPECT_TRUE(gate.PostProcessing(answers::queued));
+    EXPECT_FALSE(gate.PostProcessing(answers::notValid));
 }
 
 } // namespace

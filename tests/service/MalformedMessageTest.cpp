@@ -1,6 +1,7 @@
 // Messages that no honest client sends. Each may cost its own connection and nothing else.
 #include "service/ToolServer.h"
 #include "service/ZorHandle.h"
+#include "tests/support/Answers.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
@@ -124,7 +125,8 @@ INSTANTIATE_TEST_SUITE_P(Message, Malformed, testing::ValuesIn(cases()),
 TEST(MalformedStream, MessageCutOffAtEachByte_LeavesTheServiceUp)
 {
     ServiceRunner service(nullptr);
-    const std::string whole = wire::call("PostProcessing", 1, Fields().string(1, "Task Queued").number(7, 3));
+    const std::string whole =
+        wire::call("PostProcessing", 1, Fields().string(1, answers::queued).number(7, 3));
     for (std::size_t length = 0; length < whole.size(); ++length) {
         RawClient cut(service.port());
         cut.send(whole.substr(0, length));
@@ -138,7 +140,8 @@ TEST(MalformedStream, MessageCutOffAtEachByte_LeavesTheServiceUp)
 TEST(MalformedStream, AnyByteOfACallChanged_LeavesTheServiceUp)
 {
     ServiceRunner service(nullptr);
-    const std::string whole = wire::call("PostProcessing", 1, Fields().string(1, "Task Queued").number(7, 3));
+    const std::string whole =
+        wire::call("PostProcessing", 1, Fields().string(1, answers::queued).number(7, 3));
     std::mt19937 random(99);
     for (int round = 0; round < 200; ++round) {
         std::string changed = whole;
@@ -185,7 +188,7 @@ TEST(MalformedStream, LongStringsAndTheCallsBehindThem_AreReadWholeHoweverTheyCo
     for (const std::size_t length : {511u, 512u, 513u, 1024u, 70000u}) {
         const std::string text = std::string(length - 1, 'x') + "y";
         const std::string post =
-            wire::call("PostProcessing", 5, Fields().string(9, text).string(1, "Task Queued"));
+            wire::call("PostProcessing", 5, Fields().string(9, text).string(1, answers::queued));
         RawClient client(service.port());
         client.send(post + wire::call("Init", 6) + post);
         EXPECT_EQ(client.receive().body.field(0).number, 1) << length;

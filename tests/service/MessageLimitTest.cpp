@@ -1,5 +1,6 @@
 // Complete messages around the runtime's limit of 100 MiB: their answer and their cost. The runtime counts
 // the bytes of the strings in a message, its method name included, and not the headers of the fields.
+#include "tests/support/Answers.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/ServiceRunner.h"
@@ -16,7 +17,7 @@ using wire::Fields;
 constexpr std::size_t kLimit = 100u * 1024 * 1024;
 constexpr long kMebibyteInKilobytes = 1024;
 const std::string kMethod = "PostProcessing";
-const std::string kQueued = "Task Queued";
+const std::string kQueued = answers::queued;
 const std::string kInit = wire::call("Init", 1);
 
 // Sends in pieces, so that the client's own memory does not count. False if the server has ended the

@@ -4,6 +4,7 @@
 #include "service/ToolServer.h"
 #include "service/ZorHandle.h"
 #include "tests/support/AIBridgeAccess.h"
+#include "tests/support/Answers.h"
 #include "tests/support/Aside.h"
 #include "tests/support/DebugLines.h"
 #include "tests/support/HandlerServer.h"
@@ -38,7 +39,7 @@ const std::string kShow = wire::call("ShowBitLockerStatus", 5, Fields().string(1
 std::string queuedReply()
 {
     return wire::strictHeader("ShowBitLockerStatus", 5, wire::Reply) +
-           Fields().string(0, "Task Queued").end();
+           Fields().string(0, answers::queued).end();
 }
 
 // Notes the port once the server listens.
@@ -268,7 +269,7 @@ TEST(ServerThread, StopWithThreeInMidCall_AllAreAnswered)
             for (int i = 0; i < 3; ++i) {
                 EXPECT_EQ(clients[std::size_t(i)]->receive().raw,
                           wire::strictHeader("CloneDiskToDisk", i, wire::Reply) +
-                              Fields().string(0, "Task Queued").end());
+                              Fields().string(0, answers::queued).end());
                 EXPECT_TRUE(clients[std::size_t(i)]->isEndedByServer());
             }
         });

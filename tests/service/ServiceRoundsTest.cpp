@@ -1,6 +1,7 @@
 // Several rounds of init and Release on one component: each behaves as the first.
 #include "service/ZorHandle.h"
 #include "tests/support/AIBridgeAccess.h"
+#include "tests/support/Answers.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/ServiceRunner.h"
@@ -51,7 +52,7 @@ protected:
         EXPECT_TRUE(bridge().isServerRunning());
         host.recorder().clear();
         EXPECT_EQ(ask(port, kShow), wire::strictHeader("ShowBitLockerStatus", 5, wire::Reply) +
-                                        wire::Fields().string(0, "Task Queued").end());
+                                        wire::Fields().string(0, answers::queued).end());
         EXPECT_TRUE(host.recorder().sequence().contains(QStringLiteral("partitionmanager.doFunFromAI")));
     }
 
@@ -166,7 +167,7 @@ TEST_F(ServiceRounds, HandlerOfAnEarlierRound_StaysValidForWhoeverHoldsIt)
     EXPECT_NE(thread()->toolHandler(), first);
     std::string answer;
     first->ShowBitLockerStatus(answer, "D");
-    EXPECT_EQ(answer, "Task Queued");
+    EXPECT_EQ(answer, answers::queued);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // What a client sees that speaks the protocol by hand: headers, sequence ids, fields that are absent, of
 // another type or unknown. The server is the real service's.
+#include "tests/support/Answers.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
@@ -172,7 +173,7 @@ TEST_F(WireForm, FieldsInAnotherOrder_AreRead)
 {
     RawClient client(port());
     const Message reply =
-        client.ask(wire::call("PostProcessing", 3, Fields().number(7, 1).string(1, "Task Queued")));
+        client.ask(wire::call("PostProcessing", 3, Fields().number(7, 1).string(1, answers::queued)));
     EXPECT_EQ(reply.raw, boolReply("PostProcessing", 3, true));
 }
 
@@ -251,7 +252,7 @@ TEST_F(WireForm, StringsAroundTheBufferOf512Bytes_Pass)
 TEST_F(WireForm, TwoCallsInOnePacket_AreAnsweredInOrder)
 {
     RawClient client(port());
-    client.send(wire::call("Init", 1) + wire::call("PostProcessing", 2, Fields().string(1, "Task Queued")));
+    client.send(wire::call("Init", 1) + wire::call("PostProcessing", 2, Fields().string(1, answers::queued)));
     EXPECT_EQ(client.receive().raw, boolReply("Init", 1, true));
     EXPECT_EQ(client.receive().raw, boolReply("PostProcessing", 2, true));
 }
@@ -259,7 +260,7 @@ TEST_F(WireForm, TwoCallsInOnePacket_AreAnsweredInOrder)
 TEST_F(WireForm, OneCallByteByByte_IsAnswered)
 {
     RawClient client(port());
-    client.sendByteByByte(wire::call("PostProcessing", 2, Fields().string(1, "Task Queued")));
+    client.sendByteByByte(wire::call("PostProcessing", 2, Fields().string(1, answers::queued)));
     EXPECT_EQ(client.receive().raw, boolReply("PostProcessing", 2, true));
 }
 

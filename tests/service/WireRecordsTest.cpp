@@ -1,5 +1,6 @@
 // The records as classes, and what the service's dispatcher does with a handler: arguments in, results out,
 // and an exception on the way.
+#include "tests/support/Answers.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RawClient.h"
 
@@ -229,7 +230,7 @@ TEST(WireDispatch, NullHandler_AnswersFalseAndEmpty)
     HandlerServer server(std::make_shared<ZORNativePluginNull>());
     GeneratedClient client(server.port());
     EXPECT_FALSE(client->Init());
-    EXPECT_FALSE(client->PostProcessing("Task Queued"));
+    EXPECT_FALSE(client->PostProcessing(answers::queued));
     TaskInfo info;
     client->PreProcessing(info, "x");
     EXPECT_EQ(info, TaskInfo());

@@ -3,6 +3,7 @@
 // soak_agent PORT SEED SECONDS LIMIT TURN     TURN is a file: who holds its lock may call a tool that has
 // parameters soak_agent PORT SEED half                   begins a message and waits to be killed
 #include "tests/faults/Calls.h"
+#include "tests/support/Answers.h"
 #include "tests/support/RawClient.h"
 
 #include <QtCore/QStringList>
@@ -83,12 +84,12 @@ bool isRight(const std::string& method, const wire::Message& reply)
         return answer.field(44).bytes.rfind("variant-", 0) == 0 && answer.field(43).bytes == "E:";
     const QString text = calls::answerOf(reply);
     if (method == "PreProcessing")
-        return text == "true " || text.startsWith("false An operation is currently in progress");
+        return text == "true " || text == "false " + answers::inProgress.text();
     if (method == "Init" || method == "PostProcessing")
         return text == "true";
     if (method == "RepairRawOrDamagedPartition" || method == "DisablePreOS")
-        return text == "Task NotValid";
-    return text == "Task Queued";
+        return text == answers::notValid;
+    return text == answers::queued;
 }
 
 class Turn

@@ -1,4 +1,5 @@
 // Boot media and the pre-OS environment, where more than their table rows is to be said.
+#include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 
 #include <gtest/gtest.h>
@@ -25,7 +26,7 @@ TEST(CreateBootableUsbByDriveLetter, SendsOneUpperCaseLetterForAnyText)
     for (const auto& [given, sent] : letters) {
         ToolBench bench;
         bench.build();
-        EXPECT_EQ(answerOf(bench, tool(&CZorHandle::CreateBootableUsbByDriveLetter, given)), "Task Queued");
+        EXPECT_EQ(answerOf(bench, tool(&CZorHandle::CreateBootableUsbByDriveLetter, given)), answers::queued);
         EXPECT_EQ(
             bench.calls().last(),
             QString("__zormain.dobmfunction@app list[map{isBurn=bool:false,usbDriveLetter=QString:\"%1\"}]")
@@ -42,7 +43,7 @@ TEST(InstallAndEnablePreOS, WithTheEnvironmentThere_TouchesNeitherParametersNorG
     tools.setBridge(bench.host().bridge());
     tools.setParam("kept", QVariant(1));
     bench.onConnectionThread(
-        [&] { EXPECT_EQ(tool(&CZorHandle::InstallAndEnablePreOS)(tools), "Task NotValid"); });
+        [&] { EXPECT_EQ(tool(&CZorHandle::InstallAndEnablePreOS)(tools), answers::notValid); });
     EXPECT_EQ(typed(tools.paramsCopy()), "map{kept=int:1}");
     EXPECT_EQ(bench.host().recorder().sequence(), QStringList({"bootablemedia.isAlreadyEnable"}));
 }
@@ -52,7 +53,7 @@ TEST(DisablePreOS, WithTheEnvironmentThere_RunsAndIsQueued)
     ToolBench bench;
     bench.host().spec("bootablemedia").answer("isAlreadyEnable", true);
     bench.build();
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DisablePreOS)), "Task Queued");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DisablePreOS)), answers::queued);
     EXPECT_EQ(bench.calls(), QStringList({"bootablemedia.isAlreadyEnable@app? list[]",
                                           "window.closeGuide@app? list[invalid]",
                                           "__zormain.dobmfunction@app list[map{isDisablePreOs=bool:true}]"}));
@@ -70,8 +71,8 @@ TEST(DisablePreOS, SetsItsAnswerBeforeTheTaskIsRun)
     });
     bench.build();
     bench.tools().DisablePreOS(answer);
-    EXPECT_EQ(atTheTask, "Task Queued");
-    EXPECT_EQ(answer, "Task Queued");
+    EXPECT_EQ(atTheTask, answers::queued);
+    EXPECT_EQ(answer, answers::queued);
 }
 
 TEST(ThePreOsState, IsReadAnewAtEachCall)
@@ -82,11 +83,11 @@ TEST(ThePreOsState, IsReadAnewAtEachCall)
         return QVariant(enabled);
     });
     bench.build();
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DisablePreOS)), "Task NotValid");
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::InstallAndEnablePreOS)), "Task Queued");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DisablePreOS)), answers::notValid);
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::InstallAndEnablePreOS)), answers::queued);
     enabled = true;
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DisablePreOS)), "Task Queued");
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::InstallAndEnablePreOS)), "Task NotValid");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DisablePreOS)), answers::queued);
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::InstallAndEnablePreOS)), answers::notValid);
 }
 
 TEST(IsBmFunValid, AsksTheHostOnlyWithTheKeySetToFalse)

@@ -1,4 +1,5 @@
 // The clone tools and the validation chain behind them.
+#include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 #include "tools/CloneTask.h"
 
@@ -45,7 +46,7 @@ protected:
 TEST_F(Clone, FromAnUnknownLetter_OpensTheGuideAtStepOneWithoutAComplaint)
 {
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::ClonePartitionToPartition, "q:", "e")), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::ClonePartitionToPartition, "q:", "e")), answers::queued);
     EXPECT_EQ(
         typed(result()),
         QString(
@@ -77,16 +78,16 @@ TEST_F(Clone, ToAnUnknownDisk_OfASourceThatTheHostRefuses_IsQueuedWithTheComplai
 {
     complainAtStep(1);
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 8)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 8)), answers::queued);
     EXPECT_EQ(resultText("errMsg") + resultText("goToPageIndex"), "QString:\"no good\"int:1");
 }
 
 TEST_F(Clone, WithoutADiskIndexForSourceOrDestination_OpensTheGuideAtStepOne)
 {
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, -1, 1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, -1, 1)), answers::queued);
     EXPECT_EQ(resultText("goToPageIndex"), "int:1");
-    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, -1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, -1)), answers::queued);
     EXPECT_EQ(resultText("errMsg") + resultText("goToPageIndex"), "QString:\"\"int:1");
     EXPECT_EQ(bench.host().recorder().sequence().count("clone.invalidInfo"), 1);
 }
@@ -95,7 +96,7 @@ TEST_F(Clone, AComplaintAboutTheSource_OpensTheGuideAtStepOneAndTheAgentReadsQue
 {
     complainAtStep(1);
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), answers::queued);
     EXPECT_EQ(resultText("errMsg") + resultText("goToPageIndex"), "QString:\"no good\"int:1");
     EXPECT_EQ(bench.host().recorder().sequence().count("clone.invalidInfo"), 1);
 }
@@ -104,14 +105,14 @@ TEST_F(Clone, AComplaintAboutTheDestination_OpensTheGuideAtStepTwo)
 {
     complainAtStep(2);
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), answers::queued);
     EXPECT_EQ(resultText("errMsg") + resultText("goToPageIndex"), "QString:\"no good\"int:2");
 }
 
 TEST_F(Clone, WithNothingAgainstIt_OpensTheGuideAtStepThree)
 {
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), answers::queued);
     EXPECT_EQ(resultText("errMsg") + resultText("goToPageIndex"), "QString:\"\"int:3");
 }
 
@@ -127,9 +128,9 @@ TEST_F(Clone, FromADiskThatIsNotTheSystems_IsAnsweredInThoseWordsAndTheGuideStay
 TEST_F(Clone, FromADiskThatIsNotTheSystems_WithMinusOneInEitherIndex_GoesOn)
 {
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromDisk, 1, -1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromDisk, 1, -1)), answers::queued);
     EXPECT_EQ(resultText("goToPageIndex"), "int:1");
-    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromDisk, -1, 1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromDisk, -1, 1)), answers::queued);
     EXPECT_EQ(resultText("goToPageIndex"), "int:1");
     EXPECT_TRUE(guideClosed());
 }
@@ -137,14 +138,14 @@ TEST_F(Clone, FromADiskThatIsNotTheSystems_WithMinusOneInEitherIndex_GoesOn)
 TEST_F(Clone, FromMinusOneWithoutABridge_IsNotValidWithTheGuideClosed)
 {
     bench.build(ToolBench::NoBridge);
-    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromDisk, 1, -1)), "Task NotValid");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromDisk, 1, -1)), answers::notValid);
     EXPECT_TRUE(guideClosed());
 }
 
 TEST_F(Clone, FromAPartitionToADiskWithoutFreeSpace_TakesItsFirstRecord)
 {
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::ClonePartitionToDisk, "E", 0)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::ClonePartitionToDisk, "E", 0)), answers::queued);
     EXPECT_EQ(resultText("destination"),
               "map{cloneType=int:3,diskIndex=int:0,driveLetter=QString:\"C:\",isBoot=bool:true}");
 }
@@ -152,7 +153,7 @@ TEST_F(Clone, FromAPartitionToADiskWithoutFreeSpace_TakesItsFirstRecord)
 TEST_F(Clone, FromAPartitionToAnUnknownDisk_HasADestinationOfNothingButItsType)
 {
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::ClonePartitionToDisk, "E", 9)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::ClonePartitionToDisk, "E", 9)), answers::queued);
     EXPECT_EQ(resultText("destination"), "map{cloneType=int:3}");
     EXPECT_EQ(resultText("goToPageIndex"), "int:1");
 }
@@ -160,7 +161,7 @@ TEST_F(Clone, FromAPartitionToAnUnknownDisk_HasADestinationOfNothingButItsType)
 TEST_F(Clone, FromASystemPartitionToADisk_IsASystemCloneToTheWholeDisk)
 {
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::ClonePartitionToDisk, "c:", 1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::ClonePartitionToDisk, "c:", 1)), answers::queued);
     EXPECT_EQ(bench.host().object("clone")->value("cloneType"), QVariant(0));
     EXPECT_EQ(resultText("cloneType"), "int:0");
     EXPECT_EQ(resultText("destination"),
@@ -173,7 +174,7 @@ TEST_F(Clone, TheTypeOfTheTool_StandsWhateverTheRecordsWouldSay)
     const QVariantMap disk{{"diskIndex", 3}, {"isBoot", true}, {"isDiskItem", true}};
     bench.host().spec("deviceMgr").answer("disks", QVariant(QVariantList{disk}));
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 3, 3)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 3, 3)), answers::queued);
     EXPECT_EQ(bench.host().object("clone")->value("cloneType"), QVariant(2));
     EXPECT_EQ(resultText("cloneType"), "int:2");
 }
@@ -181,9 +182,9 @@ TEST_F(Clone, TheTypeOfTheTool_StandsWhateverTheRecordsWouldSay)
 TEST_F(Clone, LettersInEitherCase_FindTheSamePartition)
 {
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromPartition, 1, "c")), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromPartition, 1, "c")), answers::queued);
     const QString lower = resultText("source");
-    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromPartition, 1, "C:\\")), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromPartition, 1, "C:\\")), answers::queued);
     EXPECT_EQ(resultText("source"), lower);
     EXPECT_EQ(lower, machine::partitionC);
 }
@@ -207,7 +208,7 @@ TEST_F(Clone, FromTheRunningSystem_TakesTheLetterOfTheSystemDrive)
                 QVariant(QVariantList{QVariantMap{{"diskIndex", 0}, {"partitions", QVariantList{system}}},
                                       QVariantMap{{"diskIndex", 1}}}));
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromCurrent, 1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromCurrent, 1)), answers::queued);
     EXPECT_EQ(resultText("source"), typed(system));
     EXPECT_EQ(resultText("destination"), "map{cloneType=int:0,diskIndex=int:1}");
     EXPECT_EQ(resultText("goToPageIndex"), "int:3");
@@ -220,7 +221,7 @@ TEST_F(Clone, TheDefaultBootPartition_ComesFromADiskOfIndexMinusTwo)
     disks << QVariantMap{{"diskIndex", -2}, {"partitions", QVariantList{boot}}};
     bench.host().spec("deviceMgr").answer("disks", QVariant(disks));
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), answers::queued);
     EXPECT_EQ(resultText("defBoot"), typed(boot));
     // The host's judgement gets it as well.
     for (const HostCallRecord& call : bench.host().recorder().calls()) {
@@ -239,7 +240,7 @@ TEST_F(Clone, FromADisk_LooksForTheDefaultBootPartitionWithTheDisksIndexAsSelect
         return QVariant(QVariantList{QVariantMap{{"diskIndex", 6}}, QVariantMap{{"diskIndex", 8}}});
     });
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 6, 8)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 6, 8)), answers::queued);
     EXPECT_EQ(resultText("defBoot"), "map{defBoot=bool:true,tag=int:6}");
     QStringList selectors;
     for (const HostCallRecord& call : bench.host().recorder().calls()) {
@@ -257,7 +258,7 @@ TEST_F(Clone, AComplaintMethodOfAnotherSignature_CountsAsNoComplaint)
         .remove("invalidInfo")
         .method("invalidInfo(QVariant)", "QString", [](const QVariantList&) { return QVariant("no good"); });
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), answers::queued);
     EXPECT_EQ(resultText("errMsg") + resultText("goToPageIndex"), "QString:\"\"int:3");
 }
 
@@ -266,7 +267,7 @@ TEST_F(Clone, EachStepOfTheChain_AcceptsANullBridge)
     QVariantMap result;
     EXPECT_FALSE(applyCloneType(nullptr, {}, {{"cloneType", 2}}, result));
     EXPECT_FALSE(validateCloneTask(nullptr, {}, {}, result));
-    EXPECT_EQ(runCloneTask(nullptr, {}, {}, -2), "Task NotValid");
+    EXPECT_EQ(runCloneTask(nullptr, {}, {}, -2), answers::notValid);
 }
 
 TEST_F(Clone, ARefusedValidation_StillFillsTheResult)

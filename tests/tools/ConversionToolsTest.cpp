@@ -1,4 +1,5 @@
 // The conversion tools, and the check of a conversion that no tool reaches.
+#include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 #include "tools/ConversionTask.h"
 
@@ -22,7 +23,7 @@ protected:
 TEST_F(Conversion, OfADiskThatDoesNotExist_IsQueuedWithTheBareRecord)
 {
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::ConvertDiskToGpt, 77)), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::ConvertDiskToGpt, 77)), answers::queued);
     EXPECT_EQ(bench.calls().last(),
               "aibridge.sigConvertResult@caller list[map{funIdx=int:0,info=map{diskIndex=int:77}}]");
 }
@@ -30,7 +31,7 @@ TEST_F(Conversion, OfADiskThatDoesNotExist_IsQueuedWithTheBareRecord)
 TEST_F(Conversion, OfAnUnknownLetter_IsQueuedWithTheBareRecord)
 {
     bench.build();
-    EXPECT_EQ(run(tool(&CZorHandle::ConvertPartitionToFat, "q:")), "Task Queued");
+    EXPECT_EQ(run(tool(&CZorHandle::ConvertPartitionToFat, "q:")), answers::queued);
     EXPECT_EQ(bench.calls().last(),
               "aibridge.sigConvertResult@caller "
               "list[map{funIdx=int:5,info=map{diskIndex=int:-1,driveLetter=QString:\"Q:\"}}]");
@@ -40,7 +41,7 @@ TEST_F(Conversion, OfAPartition_LeavesAnOpenGuideOpen)
 {
     bench.build();
     for (const char* method : {"ConvertPartitionToNtfs", "ConvertPartitionToFat", "ConvertPartitionToExfat"})
-        EXPECT_EQ(run(toolRow(method).call), "Task Queued");
+        EXPECT_EQ(run(toolRow(method).call), answers::queued);
     EXPECT_FALSE(bench.host().recorder().sequence().contains("window.closeGuide"));
 }
 
@@ -51,7 +52,7 @@ TEST_F(Conversion, IsNeverPutToTheHostsConverter)
     for (const char* method :
          {"ConvertDiskToGpt", "ConvertDiskToMbr", "ConvertDiskToBasic", "ConvertDiskToDynamic",
           "ConvertPartitionToNtfs", "ConvertPartitionToFat", "ConvertPartitionToExfat"})
-        EXPECT_EQ(run(toolRow(method).call), "Task Queued") << method;
+        EXPECT_EQ(run(toolRow(method).call), answers::queued) << method;
     for (const QString& call : bench.host().recorder().sequence())
         EXPECT_FALSE(call.startsWith("diskconverter."));
 }

@@ -1,5 +1,6 @@
 // The tools that are addressed by disk, where more than their table row is to be said, and the door that they
 // use.
+#include "tests/support/Answers.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/tools/ToolRow.h"
 
@@ -15,7 +16,7 @@ TEST(MigrateSystemDriveData, SendsTheWholeSystemDirectoryInUpperCase)
     ToolBench bench;
     bench.build();
     bench.onConnectionThread(
-        [&] { EXPECT_EQ(toolRow("MigrateSystemDriveData").call(bench.tools()), "Task Queued"); });
+        [&] { EXPECT_EQ(toolRow("MigrateSystemDriveData").call(bench.tools()), answers::queued); });
     EXPECT_EQ(
         bench.calls().last(),
         "partitionmanager.doFunFromAI@app list[int:39,map{driveLetter=QString:\"D:\\SOME\\SYSTEM32\"}]");
@@ -29,7 +30,7 @@ TEST(MigrateSystemDriveData, WithoutASystemDirectory_IsRefusedAndAsksNobody)
     ToolBench bench;
     bench.build();
     bench.onConnectionThread(
-        [&] { EXPECT_EQ(toolRow("MigrateSystemDriveData").call(bench.tools()), "Task NotValid"); });
+        [&] { EXPECT_EQ(toolRow("MigrateSystemDriveData").call(bench.tools()), answers::notValid); });
     EXPECT_TRUE(bench.calls().isEmpty());
 }
 

@@ -1,5 +1,6 @@
 // The door to the partition page: the question, the order, and what is done without either.
 #include "service/ZorHandle.h"
+#include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
 
@@ -17,7 +18,7 @@ TEST(Dispatch, FormatPartition_FromAnotherThread_AsksClosesGuideAndOrdersOnTheAp
     tools.setBridge(host.bridge());
     std::string answer;
     runOnOtherThread([&] { tools.FormatPartition(answer, "D", "NTFS", "data", 4096, true); });
-    EXPECT_EQ(answer, "Task Queued");
+    EXPECT_EQ(answer, answers::queued);
     EXPECT_EQ(host.recorder().sequence(), QStringList({"partitionmanager.doFunFromAI", "window.closeGuide",
                                                        "partitionmanager.doFunFromAI"}));
     const auto calls = host.recorder().calls();
@@ -43,7 +44,7 @@ TEST(Dispatch, AnyTool_HostWithoutThePage_IsRefusedAndNoGuideIsClosed)
     tools.setBridge(host.bridge());
     std::string answer;
     runOnOtherThread([&] { tools.FormatPartition(answer, "D", "NTFS", "data", 4096, true); });
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 

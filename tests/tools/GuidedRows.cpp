@@ -1,4 +1,5 @@
 // The tools that open a guide by a signal: the clone and the conversion tools.
+#include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 
 #include <QtCore/QDir>
@@ -45,7 +46,7 @@ ToolRow clone(const char* method, std::function<QString(CZorHandle&)> call, int 
     const QString destination = withType(target, type);
     return {method,
             std::move(call),
-            "Task Queued",
+            answers::queued,
             {lookUp(1), lookUp(1), kCloseGuide, lookUp(selector),
              QStringLiteral("clone.cloneType@caller list[int:%1]").arg(type), lookUp(1),
              complaint(source, "map{}", 1), lookUp(1), complaint(source, destination, 2),
@@ -62,7 +63,7 @@ ToolRow cloneFromCurrent()
     const QString source = "map{diskIndex=int:-1,driveLetter=QString:\"" + letter + "\"}";
     return {"CloneOSDataFromCurrent",
             call,
-            "Task Queued",
+            answers::queued,
             {lookUp(1), lookUp(1), kCloseGuide, lookUp(-2), "clone.cloneType@caller list[int:0]",
              result(0, source, withType(machine::disk1, 0), 1)}};
 }
@@ -78,15 +79,17 @@ ToolRow convertDisk(const char* method, void (CZorHandle::*member)(std::string&,
 {
     return {method,
             tool(member, 1),
-            "Task Queued",
+            answers::queued,
             {kCloseGuide, lookUp(3), convertResult(function, machine::disk1)}};
 }
 
 ToolRow convertPartition(const char* method, void (CZorHandle::*member)(std::string&, const std::string&),
                          int function)
 {
-    return {
-        method, tool(member, "e"), "Task Queued", {lookUp(3), convertResult(function, machine::partitionE)}};
+    return {method,
+            tool(member, "e"),
+            answers::queued,
+            {lookUp(3), convertResult(function, machine::partitionE)}};
 }
 
 } // namespace

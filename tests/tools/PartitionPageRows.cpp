@@ -1,4 +1,5 @@
 // The tools of the host's partition page: the question, the guide closed, the order.
+#include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 
 #include <algorithm>
@@ -21,7 +22,7 @@ ToolRow page(const char* method, std::function<QString(CZorHandle&)> call, int f
 {
     return {method,
             std::move(call),
-            "Task Queued",
+            answers::queued,
             {pageCall("?", function, QStringList(keys) << "TestFunValid=bool:true"),
              "window.closeGuide@app? list[invalid]", pageCall("", function, keys)}};
 }

@@ -1,4 +1,5 @@
 // What the tools of the partition page do with their arguments before the host sees them.
+#include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 
 #include <gtest/gtest.h>
@@ -73,20 +74,20 @@ TEST_F(PageTools, CreatePartition_AlwaysPassesTheLetterTest)
     for (const int disk : {0, -1, 1000}) {
         EXPECT_EQ(typed(order(tool(&CZorHandle::CreatePartition, disk, -5, "", "", 0)).value("driveLetter")),
                   "QString:\"dummy\"");
-        EXPECT_EQ(answer, "Task Queued");
+        EXPECT_EQ(answer, answers::queued);
     }
 }
 
 TEST_F(PageTools, CreatePartition_WithIndexMinusOneAndNoBridge_IsRefused)
 {
     CZorHandle lone;
-    EXPECT_EQ(tool(&CZorHandle::CreatePartition, 1, 5, "NTFS", "", -1)(lone), "Task NotValid");
+    EXPECT_EQ(tool(&CZorHandle::CreatePartition, 1, 5, "NTFS", "", -1)(lone), answers::notValid);
 }
 
 TEST_F(PageTools, FormatPartition_WithAnEmptyLetter_IsRefusedAndTheHostIsNotAsked)
 {
     order(tool(&CZorHandle::FormatPartition, "", "NTFS", "", 0, false));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     EXPECT_TRUE(bench.calls().isEmpty());
 }
 
@@ -142,15 +143,15 @@ TEST_F(PageTools, AllocateToPartition_ReducesBothLettersAndSendsAnEmptyTargetEmp
         typed(order(tool(&CZorHandle::AllocateSpaceFromPartitionToPartition, "d:", "", kGiga))),
         "map{driveLetter=QString:\"D\",partitionCapacity=qlonglong:1073741824,targetDriveLetter=QString:"
         "\"\"}");
-    EXPECT_EQ(answer, "Task Queued");
+    EXPECT_EQ(answer, answers::queued);
 }
 
 TEST_F(PageTools, BothAllocateTools_WithAnEmptySource_AreRefusedAndAskNobody)
 {
     order(tool(&CZorHandle::AllocateSpaceFromPartitionToPartition, "", "e:", kGiga));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     order(tool(&CZorHandle::AllocateSpaceFromPartitionToNewPartition, "5", kGiga, "NTFS", "x"));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     EXPECT_TRUE(bench.calls().isEmpty());
 }
 
@@ -174,9 +175,9 @@ TEST_F(PageTools, ResizePartitionRelative_AddsToTheCapacityOfTheInventory)
 TEST_F(PageTools, ResizePartitionRelative_WithoutABridgeOrALetter_IsRefused)
 {
     CZorHandle lone;
-    EXPECT_EQ(tool(&CZorHandle::ResizePartitionRelative, "E", 5)(lone), "Task NotValid");
+    EXPECT_EQ(tool(&CZorHandle::ResizePartitionRelative, "E", 5)(lone), answers::notValid);
     order(tool(&CZorHandle::ResizePartitionRelative, "", 5));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     EXPECT_TRUE(bench.calls().isEmpty());
 }
 
@@ -198,7 +199,7 @@ TEST_F(PageTools, ResizePartitionRelative_GoesThroughTheServicesOwnResizePartiti
 TEST_F(PageTools, AnyLetterGoesToTheHost_WhetherADriveHasItOrNot)
 {
     EXPECT_EQ(order(tool(&CZorHandle::DeletePartition, "Q")).value("driveLetter"), QVariant("Q"));
-    EXPECT_EQ(answer, "Task Queued");
+    EXPECT_EQ(answer, answers::queued);
 }
 
 TEST_F(PageTools, ByLetter_WithoutALetterInFront_AreAllRefusedAndAskNobody)
@@ -212,23 +213,23 @@ TEST_F(PageTools, ByLetter_WithoutALetterInFront_AreAllRefusedAndAskNobody)
     for (const auto member : tools) {
         for (const char* letter : {"", "1", " C"}) {
             order(tool(member, letter));
-            EXPECT_EQ(answer, "Task NotValid");
+            EXPECT_EQ(answer, answers::notValid);
         }
     }
     order(tool(&CZorHandle::ResizePartition, "", 5));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     order(tool(&CZorHandle::SplitPartition, "1", 5, "NTFS", ""));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     order(tool(&CZorHandle::WipePartition, "", 5));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     order(tool(&CZorHandle::ChangePartitionClusterSize, "1", 5));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     order(tool(&CZorHandle::ChangePartitionDriveLetter, "", "E"));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     order(tool(&CZorHandle::ChangePartitionLabel, "1", "E"));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     order(tool(&CZorHandle::MergePartitions, "", "E"));
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     EXPECT_TRUE(bench.calls().isEmpty());
 }
 
@@ -237,9 +238,9 @@ TEST_F(PageTools, ByDisk_AreNotTestedForTheirNumberNorForALetter)
     for (const int disk : {-1, -2147483647, 0, 99}) {
         EXPECT_EQ(typed(order(tool(&CZorHandle::DeleteAllPartitions, disk))),
                   QString("map{diskIndex=int:%1}").arg(disk));
-        EXPECT_EQ(answer, "Task Queued");
+        EXPECT_EQ(answer, answers::queued);
         EXPECT_EQ(order(tool(&CZorHandle::WipeDisk, disk, 0)).value("diskIndex"), QVariant(disk));
-        EXPECT_EQ(answer, "Task Queued");
+        EXPECT_EQ(answer, answers::queued);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "plugin/HostCall.h"
 #include "service/ZorHandle.h"
 #include "telemetry/Telemetry.h"
+#include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
 
 #include <QtCore/QCoreApplication>
@@ -132,21 +133,22 @@ TEST_F(QmlHost, TheGate_ReadsThePropertiesAndSendsTheEvent)
 
 TEST_F(QmlHost, AToolBoxTool_ClosesTheGuideAndGetsTheAnswerOfTheFunction)
 {
-    EXPECT_EQ(run([this](std::string& answer) { tools.RebuildMbr(answer, 4); }), "Task Queued");
+    EXPECT_EQ(run([this](std::string& answer) { tools.RebuildMbr(answer, 4); }), answers::queued);
     EXPECT_EQ(seen(), QStringList({"closeGuide true", "toolbox 4 4"}));
 }
 
 TEST_F(QmlHost, AGateOfTheToolBoxThatSaysNoOrThrows_Refuses)
 {
-    EXPECT_EQ(run([this](std::string& answer) { tools.PasswordReset(answer); }), "Task Queued");
+    EXPECT_EQ(run([this](std::string& answer) { tools.PasswordReset(answer); }), answers::queued);
     main()->setProperty("locked", true);
-    EXPECT_EQ(run([this](std::string& answer) { tools.PasswordReset(answer); }), "Task NotValid");
-    EXPECT_EQ(run([this](std::string& answer) { tools.RepairWindowsBoot(answer); }), "Task NotValid");
+    EXPECT_EQ(run([this](std::string& answer) { tools.PasswordReset(answer); }), answers::notValid);
+    EXPECT_EQ(run([this](std::string& answer) { tools.RepairWindowsBoot(answer); }), answers::notValid);
 }
 
 TEST_F(QmlHost, AMediaTool_HandsTheMapOverAsAnObject)
 {
-    EXPECT_EQ(run([this](std::string& answer) { tools.CreateBootableUsbByDisk(answer, 3); }), "Task Queued");
+    EXPECT_EQ(run([this](std::string& answer) { tools.CreateBootableUsbByDisk(answer, 3); }),
+              answers::queued);
     EXPECT_EQ(seen(), QStringList({"closeGuide true", "media {\"diskIndex\":3,\"isBurn\":false}"}));
 }
 
@@ -156,13 +158,13 @@ TEST_F(QmlHost, AHealthPageThatThrows_WasStillToldAndTheTaskIsQueued)
         engine.rootObjects().first(), "fill",
         Q_ARG(QVariant, QVariant(QVariantList{
                             QVariantMap{{"partitions", QVariantList{QVariantMap{{"diskIndex", 6}}}}}})));
-    EXPECT_EQ(run([this](std::string& answer) { tools.DiskHealthCheck(answer, 6); }), "Task Queued");
+    EXPECT_EQ(run([this](std::string& answer) { tools.DiskHealthCheck(answer, 6); }), answers::queued);
     EXPECT_EQ(seen(), QStringList({"closeGuide true", "health 6"}));
 }
 
 TEST_F(QmlHost, AConversionsSignal_ArrivesInAQmlHandlerAsAnObject)
 {
-    EXPECT_EQ(run([this](std::string& answer) { tools.ConvertDiskToBasic(answer, 5); }), "Task Queued");
+    EXPECT_EQ(run([this](std::string& answer) { tools.ConvertDiskToBasic(answer, 5); }), answers::queued);
     EXPECT_EQ(seen(), QStringList({"closeGuide true", "convert 2 5"}));
 }
 

@@ -1,4 +1,5 @@
 // The tools that read the inventory, and the three calls of the gate.
+#include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 
 namespace {
@@ -70,9 +71,9 @@ std::vector<ToolRow> readAndGateRows()
           "map{function=QString:\"RebuildMbr(1)\"},invalid]",
           "aibridge.sigAbout2CallFun@caller list[QString:\"RebuildMbr(1)\"]"}},
         {"PostProcessing",
-         [](CZorHandle& tools) { return yesNo(tools.PostProcessing("Task Queued")); },
+         [](CZorHandle& tools) { return yesNo(tools.PostProcessing(answers::queued)); },
          "true",
-         {"aibridge.sigAfterCallFun@caller list[QString:\"Task Queued\",bool:true]"}},
+         {"aibridge.sigAfterCallFun@caller list[QString:\"" + answers::queued.text() + "\",bool:true]"}},
         {"ListAllDisks", listDisks, "0/1 1/3", {}},
         {"ListPartitionsOnDisk", listPartitions, "1/E:/100 1//1000 1//9000", {}},
         {"GetPartitionInfo", onePartition, "1/E:/100", {}},

@@ -1,4 +1,5 @@
 // Recovery, health and the toolbox, where more than their table rows is to be said.
+#include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 #include "tools/ToolBox.h"
 
@@ -32,9 +33,9 @@ TEST(RepairRawOrDamagedPartition, IsSwitchedOff_AndLeavesTheParametersAndTheGuid
     tools.setParam("kept", QVariant(1));
     for (const char* letter : {"E", "", "1", "C:"}) {
         bench.onConnectionThread([&] {
-            EXPECT_EQ(tool(&CZorHandle::RepairRawOrDamagedPartition, letter)(tools), "Task NotValid");
+            EXPECT_EQ(tool(&CZorHandle::RepairRawOrDamagedPartition, letter)(tools), answers::notValid);
         });
-        EXPECT_EQ(tool(&CZorHandle::RepairRawOrDamagedPartition, letter)(tools), "Task NotValid");
+        EXPECT_EQ(tool(&CZorHandle::RepairRawOrDamagedPartition, letter)(tools), answers::notValid);
     }
     EXPECT_EQ(typed(tools.paramsCopy()), "map{kept=int:1}");
     EXPECT_TRUE(bench.calls().isEmpty());
@@ -47,10 +48,10 @@ TEST(RecoverLostPartition, OnADiskThatTheHostRefuses_IsRefusedWithTheGuideClosed
         return QVariant(arguments.first().toMap().value("diskIndex").toInt() == 1);
     });
     bench.build();
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::RecoverLostPartition, 2)), "Task NotValid");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::RecoverLostPartition, 2)), answers::notValid);
     EXPECT_EQ(bench.calls(), QStringList({kCloseGuide, "partitionrecovery.isDiskIndexValid@app? "
                                                        "list[map{diskIndex=int:2,isPartRecov=bool:true}]"}));
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::RecoverLostPartition, 1)), "Task Queued");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::RecoverLostPartition, 1)), answers::queued);
 }
 
 TEST(RecoverLostPartition, OnTheApplicationThread_DoesNotAskWhetherTheDiskIsValid)
@@ -58,7 +59,7 @@ TEST(RecoverLostPartition, OnTheApplicationThread_DoesNotAskWhetherTheDiskIsVali
     ToolBench bench;
     bench.host().spec("partitionrecovery").answer("isDiskIndexValid", false);
     bench.build();
-    EXPECT_EQ(tool(&CZorHandle::RecoverLostPartition, 2)(bench.tools()), "Task Queued");
+    EXPECT_EQ(tool(&CZorHandle::RecoverLostPartition, 2)(bench.tools()), answers::queued);
     EXPECT_EQ(bench.calls(),
               QStringList({kCloseGuide,
                            "__zormain.doprfunction@app list[map{diskIndex=int:2,isPartRecov=bool:true}]"}));
@@ -102,8 +103,8 @@ TEST(DiskHealthCheck, OfADiskThatTheInventoryLacks_IsRefusedEachTimeWithTheGuide
 {
     ToolBench bench;
     bench.build();
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DiskHealthCheck, 5)), "Task NotValid");
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DiskHealthCheck, 5)), "Task NotValid");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DiskHealthCheck, 5)), answers::notValid);
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DiskHealthCheck, 5)), answers::notValid);
     EXPECT_EQ(bench.host().recorder().sequence(), QStringList({"window.closeGuide", "window.closeGuide"}));
 }
 
@@ -112,14 +113,14 @@ TEST(DiskHealthCheck, OfADiskWithoutPartitions_IsRefused)
     ToolBench bench;
     bench.build();
     bench.host().bridge()->setDiskInfo({QVariantMap{{"diskIndex", 5}}});
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DiskHealthCheck, 5)), "Task NotValid");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::DiskHealthCheck, 5)), answers::notValid);
 }
 
 TEST(DiskHealthCheck, OnTheApplicationThread_DoesNotLookIntoTheInventory)
 {
     ToolBench bench;
     bench.build();
-    EXPECT_EQ(tool(&CZorHandle::DiskHealthCheck, 5)(bench.tools()), "Task Queued");
+    EXPECT_EQ(tool(&CZorHandle::DiskHealthCheck, 5)(bench.tools()), answers::queued);
     EXPECT_EQ(bench.calls(),
               QStringList({kCloseGuide, "__zormain.opendiskhealth@app list[map{diskIndex=int:5}]"}));
 }
@@ -131,7 +132,7 @@ TEST(DiskHealthCheck, DoesNotTouchTheParameters)
     OpenParams tools;
     tools.setBridge(bench.host().bridge());
     tools.setParam("kept", QVariant(1));
-    EXPECT_EQ(tool(&CZorHandle::DiskHealthCheck, 1)(tools), "Task Queued");
+    EXPECT_EQ(tool(&CZorHandle::DiskHealthCheck, 1)(tools), answers::queued);
     EXPECT_EQ(typed(tools.paramsCopy()), "map{kept=int:1}");
 }
 
@@ -143,10 +144,10 @@ TEST(BadSectorScan, OfAVirtualDiskOrPartition_IsRefusedAndTheGuideStaysOpen)
         {"diskIndex", 4}, {"isVirtualDisk", true}, {"partitions", QVariantList{partition}}};
     bench.host().spec("deviceMgr").answer("disks", QVariant(QVariantList{disk}));
     bench.build();
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ScanDiskBadSectors, 4)), "Task NotValid");
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ScanPartitionBadSectors, "v:")), "Task NotValid");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ScanDiskBadSectors, 4)), answers::notValid);
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ScanPartitionBadSectors, "v:")), answers::notValid);
     EXPECT_EQ(bench.host().recorder().sequence(), QStringList({"deviceMgr.disks", "deviceMgr.disks"}));
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ScanDiskBadSectors, 5)), "Task Queued");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ScanDiskBadSectors, 5)), answers::queued);
 }
 
 TEST(PasswordReset, AllowedByAHostWithoutAToolBox_IsQueuedWhileNothingIsOpened)
@@ -154,7 +155,7 @@ TEST(PasswordReset, AllowedByAHostWithoutAToolBox_IsQueuedWhileNothingIsOpened)
     ToolBench bench;
     bench.host().spec("__zormain").remove("doToolBox");
     bench.build();
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::PasswordReset)), "Task Queued");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::PasswordReset)), answers::queued);
     EXPECT_EQ(bench.calls(), QStringList({kCloseGuide, "__zormain.passwordResetEnabled@app? list[]"}));
 }
 
@@ -162,12 +163,12 @@ TEST(ToolBoxTools, WithAnUnknownTarget_SendTheBareRecord)
 {
     ToolBench bench;
     bench.build();
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::RebuildMbr, 77)), "Task Queued");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::RebuildMbr, 77)), answers::queued);
     EXPECT_EQ(bench.calls().last(), "__zormain.doToolBox@app? list[int:4,map{diskIndex=int:77}]");
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::CheckPartitionFileSystem, "q:x")), "Task Queued");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::CheckPartitionFileSystem, "q:x")), answers::queued);
     EXPECT_EQ(bench.calls().last(),
               "__zormain.doToolBox@app? list[int:12,map{diskIndex=int:-1,driveLetter=QString:\"Q:X\"}]");
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ToggleWriteProtection, "")), "Task Queued");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::ToggleWriteProtection, "")), answers::queued);
     EXPECT_EQ(bench.calls().last(),
               "__zormain.doToolBox@app? list[int:3,map{diskIndex=int:-1,driveLetter=QString:\"\"}]");
 }
@@ -183,7 +184,7 @@ TEST(ToolBoxTools, DoNotTouchTheParameters)
          {"RebuildMbr", "AlignDiskTo4k", "ScanDiskBadSectors", "ToggleWriteProtection", "PasswordReset",
           "RepairWindowsBoot", "Windows11UpgradeCheck", "RetrieveBitLockerRecoveryKey",
           "CheckPartitionFileSystem", "CloneDiskToDisk", "ConvertDiskToGpt"})
-        EXPECT_EQ(toolRow(method).call(tools), "Task Queued") << method;
+        EXPECT_EQ(toolRow(method).call(tools), answers::queued) << method;
     EXPECT_EQ(typed(tools.paramsCopy()), "map{kept=int:1}");
 }
 
@@ -206,7 +207,7 @@ TEST(Windows11UpgradeCheck, WhereTheCheckerIsNotEnabled_LeavesTheGuideAndTheTool
     ToolBench bench;
     bench.host().spec("partitionmanager").answer("isWin11CheckerEnable", false);
     bench.build();
-    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::Windows11UpgradeCheck)), "Task NotValid");
+    EXPECT_EQ(answerOf(bench, tool(&CZorHandle::Windows11UpgradeCheck)), answers::notValid);
     EXPECT_EQ(bench.calls(), QStringList({"partitionmanager.isWin11CheckerEnable@app? list[]"}));
 }
 

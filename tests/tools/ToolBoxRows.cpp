@@ -1,4 +1,5 @@
 // The tools behind the host's main object: boot media, recovery, health and the toolbox.
+#include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 
 namespace {
@@ -24,7 +25,7 @@ QString toolBox(int index, const QString& info)
 
 ToolRow queued(const char* method, std::function<QString(CZorHandle&)> call, const QStringList& calls)
 {
-    return {method, std::move(call), "Task Queued", calls};
+    return {method, std::move(call), answers::queued, calls};
 }
 
 ToolRow askedMedia(const char* method, std::function<QString(CZorHandle&)> call, const QString& info)
@@ -52,7 +53,7 @@ std::vector<ToolRow> mediaRows()
         // The environment is not there, which only the first of the two can work with.
         queued("InstallAndEnablePreOS", tool(&CZorHandle::InstallAndEnablePreOS),
                {kPreOsQuestion, kCloseGuide, mediaOrder("map{isInstallPreOs=bool:true}")}),
-        {"DisablePreOS", tool(&CZorHandle::DisablePreOS), "Task NotValid", {kPreOsQuestion}},
+        {"DisablePreOS", tool(&CZorHandle::DisablePreOS), answers::notValid, {kPreOsQuestion}},
     };
 }
 
@@ -62,13 +63,13 @@ std::vector<ToolRow> recoveryRows()
     return {
         {"RecoverLostPartition",
          tool(&CZorHandle::RecoverLostPartition, 9),
-         "Task Queued",
+         answers::queued,
          {kCloseGuide, "partitionrecovery.isDiskIndexValid@app? list[" + info + "]",
           "__zormain.doprfunction@app list[" + info + "]"},
          "partitionrecovery."},
         {"RepairRawOrDamagedPartition",
          tool(&CZorHandle::RepairRawOrDamagedPartition, "E"),
-         "Task NotValid",
+         answers::notValid,
          {}},
         queued("DiskHealthCheck", tool(&CZorHandle::DiskHealthCheck, 1),
                {kCloseGuide, "__zormain.opendiskhealth@app list[map{diskIndex=int:1}]"}),
