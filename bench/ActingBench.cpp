@@ -1,4 +1,4 @@
-// An acting tool over one connection, against a bare server that makes the same three calls.
+// An acting tool over one connection, compared with a bare server that makes the same three calls.
 #include "bench/BenchHost.h"
 #include "bench/Ratios.h"
 #include "bench/WireService.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-// Question, guide, order: each waits until the application thread has run it.
+// Question, guide, order: each call waits until the application thread has run it.
 class BareFormat : public ZORNativePluginNull
 {
 public:
@@ -68,7 +68,7 @@ void formatOnce(benchmark::State& state, WireService& service)
     std::string answer;
     service.client().FormatPartition(answer, "D", "NTFS", "Data", 4096, true);
     if (answer != "Task Queued")
-        state.SkipWithError("the order was not taken");
+        state.SkipWithError("the order was rejected");
 }
 
 } // namespace

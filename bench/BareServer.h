@@ -2,7 +2,7 @@
 
 #include "ZORNativePlugin.h"
 
-/// The least that a server of this runtime can do: it answers with records that lie ready.
+/// The minimum that a server of this runtime does: it returns prepared records.
 class BareServer : public ZORNativePluginNull
 {
 public:

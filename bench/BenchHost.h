@@ -6,7 +6,7 @@
 
 #include <functional>
 
-/// The partition page of a host that takes everything and does nothing.
+/// A partition page that accepts every call and has no effect.
 class BenchPage : public QObject
 {
     Q_OBJECT
@@ -26,8 +26,7 @@ public:
     Q_INVOKABLE QVariant closeGuide(QVariant) { return true; }
 };
 
-/// A host as small as can be: the two objects that an acting tool of the partition page speaks to.
-/// Application thread.
+/// A minimal host: the two objects that an acting tool of the partition page calls. Application thread only.
 class BenchHost
 {
 public:
@@ -38,6 +37,5 @@ public:
     BenchWindow window;
 };
 
-/// Runs @p work on a thread of its own while the calling thread, the application thread, serves its event
-/// loop.
+/// Runs @p work on another thread while the calling thread, the application thread, runs its event loop.
 void besideTheEventLoop(const std::function<void()>& work);

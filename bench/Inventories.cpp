@@ -10,7 +10,7 @@ constexpr qlonglong kGiga = 1024LL * 1024 * 1024;
 QVariantMap partition(int disk, int index, int count)
 {
     QVariantMap map;
-    // The keys are shared between the maps, as they are in a host that names them once.
+    // The maps share their key strings, as in a host that defines each key once.
     static const QStringList flags = {"unallocated",
                                       "isUnformattedType",
                                       "isBitLocker",

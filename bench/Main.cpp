@@ -12,8 +12,8 @@ constexpr int kRepetitions = 11;
 
 } // namespace
 
-// aibridge_bench [--smoke] [benchmark options]: exit code 1 if a ratio is over its limit, which --smoke
-// ignores.
+// aibridge_bench [--smoke] [benchmark options]: exit code 1 if a ratio exceeds its limit. --smoke ignores the
+// limits.
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");

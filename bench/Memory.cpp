@@ -1,4 +1,4 @@
-// What the library adds to the memory of a host that loads it, and what an inventory costs.
+// Measures the memory that the library adds to a host, and the memory of an inventory.
 #include "bench/Inventories.h"
 
 #include "ZORNativePlugin.h"
@@ -47,14 +47,14 @@ double heapBytes()
 class Client
 {
 public:
-    // Tries until the service listens.
+    // Retries until the service listens.
     Client()
     {
         QElapsedTimer timer;
         timer.start();
         while (!open()) {
             if (timer.elapsed() > kLimitMs) {
-                std::fprintf(stderr, "the service does not answer\n");
+                std::fprintf(stderr, "The service does not answer.\n");
                 std::_Exit(1);
             }
             QThread::msleep(20);
@@ -94,7 +94,7 @@ void printLoaded(CComponentMgr& components, QObject*& bridge)
     components.loadComponents();
     bridge = components.component(QStringLiteral("AIBridge"));
     if (bridge == nullptr) {
-        std::fprintf(stderr, "the library could not be loaded\n");
+        std::fprintf(stderr, "The library could not be loaded.\n");
         std::_Exit(1);
     }
     std::vector<std::unique_ptr<Client>> clients;

@@ -42,7 +42,7 @@ double middle(std::vector<double> values)
     return values.size() % 2 == 1 ? values[half] : (values[half - 1] + values[half]) / 2;
 }
 
-// Keeps the time of each repetition; the table is made from their medians.
+// Stores the time of each repetition. The table contains the medians.
 class Collector : public benchmark::BenchmarkReporter
 {
 public:
@@ -134,7 +134,7 @@ bool runRatios(int repetitions)
         within = printRatio(ratio, ours, bare) && within;
     }
     printTimes(repetitions);
-    // What they hold must not outlive the application.
+    // The functions own objects that must not outlive the application.
     benchmark::ClearRegisteredBenchmarks();
     ratios().clear();
     times().clear();

@@ -1,4 +1,4 @@
-// How long a reader waits while the inventory is refilled again and again.
+// Waiting time of a reader while the inventory is refilled in a loop.
 #include "bench/Inventories.h"
 #include "bench/Ratios.h"
 
@@ -35,7 +35,7 @@ std::vector<double> readMany(AIBridge& bridge)
     return waits;
 }
 
-// The 99th percentile over all readers; @p meanwhile is repeated on the calling thread until they are done.
+// The 99th percentile over all readers. @p meanwhile repeats on the calling thread until they have finished.
 template <class Work> double percentile99(AIBridge& bridge, Work meanwhile)
 {
     std::atomic<int> running{kReaders};

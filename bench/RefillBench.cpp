@@ -1,4 +1,4 @@
-// A refill of the inventory, against one pass that reads the same keys out of the same maps.
+// A refill of the inventory, compared with one pass that reads the same keys from the same maps.
 #include "bench/Inventories.h"
 #include "bench/Ratios.h"
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-// The keys with the conversion that the library applies to each.
+// The keys, each with the library's conversion.
 enum class As { Flag, Number, Size, Text };
 
 struct Key
@@ -108,8 +108,8 @@ std::function<void(benchmark::State&)> refill(const std::shared_ptr<QVariantList
     };
 }
 
-// Refills with stretches of @p disks disks out of a large inventory, one after the other: small inventories,
-// none of which is in the caches any more when its turn comes.
+// Refills with successive parts of a large inventory, of @p disks disks each. When a part is used again, it
+// is no longer in the caches.
 std::function<void(benchmark::State&)> refillInTurn(const std::shared_ptr<QVariantList>& inventory, int disks)
 {
     return [inventory, disks, bridge = std::make_shared<AIBridge>()](benchmark::State& state) {
@@ -149,8 +149,8 @@ void registerRefillBenchmarks()
     const auto small = inventories[63];
     constexpr double scale = 6250.0 / 63;
     addRatio("setDiskInfo per partition, 100,000 against 1,000", 1.2, refill(large), refill(small), scale);
-    // For comparison: what the memory of this machine alone makes of the same step in size, and what is left
-    // of it when the small inventories come from memory as well.
+    // For comparison: the effect of this machine's memory alone on the same step in size, and the remaining
+    // effect if the small inventories also come from memory.
     addRatio("the one pass per partition, 100,000 against 1,000", kNoLimit, onePass(large), onePass(small),
              scale);
     addRatio("setDiskInfo per partition, 100,000 against 100 times 1,000", kNoLimit, refill(large),

@@ -1,4 +1,4 @@
-// One scan over many disks on which no case has anything to say, case by case.
+// One scan over many disks without a finding, case by case.
 #include "bench/BenchHost.h"
 #include "bench/Inventories.h"
 #include "bench/Ratios.h"
@@ -18,12 +18,12 @@ constexpr int kDisks = 1000;
 constexpr int kPartitions = 4;
 
 const std::array<const char*, kCaseCount> kNames = {"end of Windows 10 (checker off: one question)",
-                                                    "disk health (a question a disk)",
-                                                    "room on the system drive",
-                                                    "room on each drive",
+                                                    "disk health (one question per disk)",
+                                                    "free space on the system drive",
+                                                    "free space on each drive",
                                                     "space beyond an MBR",
                                                     "large FAT32 on external disks",
-                                                    "boot entries (a program that is not there)",
+                                                    "boot entries (missing program)",
                                                     "4K alignment",
                                                     "BitLocker and a USB drive",
                                                     "slow boot disk",
@@ -57,7 +57,7 @@ double microsecondsOf(const Machine& machine, int index)
     besideTheEventLoop([&] {
         const auto begun = std::chrono::steady_clock::now();
         if (runScanCase(index, machine.subject).has_value()) {
-            std::fprintf(stderr, "case %d has something to say\n", index);
+            std::fprintf(stderr, "Case %d has a finding.\n", index);
             std::abort();
         }
         time = std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begun).count();

@@ -1,4 +1,4 @@
-// Read tools over one connection, against a bare server of the same runtime with the same records.
+// Read tools over one connection, compared with a bare server of the same runtime with the same records.
 #include "bench/BareServer.h"
 #include "bench/Inventories.h"
 #include "bench/Ratios.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-// The same inventory behind both services.
+// Both services use the same inventory.
 struct Pair
 {
     AIBridge bridge;

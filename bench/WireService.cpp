@@ -38,7 +38,7 @@ struct WireService::Server
         return dynamic_cast<transport::TServerSocket&>(*server->getServerTransport());
     }
 
-    // The runtime's own classes and nothing else.
+    // Only the runtime's own classes.
     static std::unique_ptr<server::TThreadedServer>
     makeBareServer(const std::shared_ptr<ZORNativePluginIf>& handler)
     {

@@ -5,8 +5,7 @@
 #include <memory>
 #include <thread>
 
-/// A service around a handler with the settings of the real one, on a free loopback port, and one client on
-/// it.
+/// A service for a handler, with the real service's settings, on a free loopback port, and one client.
 class WireService
 {
 public:

@@ -1,9 +1,9 @@
-# What `cmake --install` lays out:
-#   lib/aibridge/       the component, the libraries that it loads, and the sandbox host around them
+# Folders that `cmake --install` creates:
+#   lib/aibridge/       the component, the libraries that it loads, and the sandbox host
 #   lib/                the archives that a host links
-#   lib/cmake/AIBridge  what find_package(AIBridge) reads
-#   include/aibridge/   the headers of that archive, as <plugin/ComponentMgr.h>
-#   share/aibridge/     the interface file, for writers of agents
+#   lib/cmake/AIBridge  the CMake package
+#   include/aibridge/   the headers of these archives, included as <plugin/ComponentMgr.h>
+#   share/aibridge/     the interface file, for authors of agents
 #   share/aibridge/translations  the catalogues of the recommendation texts
 include(CMakePackageConfigHelpers)
 
@@ -23,7 +23,7 @@ install(FILES ${CMAKE_SOURCE_DIR}/hostcheck/HostCheck.h ${CMAKE_SOURCE_DIR}/host
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/aibridge/hostcheck)
 install(FILES ${ZORNATIVE_THRIFT} DESTINATION ${AIBRIDGE_INSTALL_DATADIR})
 
-# A host ships these beside its program.
+# A host ships these next to its program.
 set(AIBRIDGE_RUNTIME_NAMES AIBridge${CMAKE_SHARED_MODULE_SUFFIX})
 foreach(closed ZorLog UIUtility LLFProc)
     get_target_property(type ${closed} TYPE)
@@ -41,7 +41,7 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/AIBridgeConfigVersion.cmake
 install(FILES ${CMAKE_BINARY_DIR}/AIBridgeConfig.cmake ${CMAKE_BINARY_DIR}/AIBridgeConfigVersion.cmake
     DESTINATION ${AIBRIDGE_INSTALL_CMAKEDIR})
 
-# The sandbox host finds the component beside itself; a link leads to it from where programs are looked for.
+# The sandbox host looks for the component in its own folder, so bin/ contains only a link to the host.
 if(TARGET zorhost)
     install(TARGETS zorhost RUNTIME DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
     install(FILES ${CMAKE_SOURCE_DIR}/host/components.ini DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})

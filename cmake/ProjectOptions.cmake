@@ -1,13 +1,12 @@
-# Compiler settings of our own code, as one interface target, so that generated code and other people's
-# headers are not held to them.
+# Compiler settings for our own code, as an interface target. Generated code and external headers do not use them.
 
 option(AIBRIDGE_WERROR "Treat warnings of our own code as errors" ON)
-option(AIBRIDGE_COVERAGE "Count the lines and branches that run" OFF)
+option(AIBRIDGE_COVERAGE "Instrument the build for coverage" OFF)
 set(AIBRIDGE_SANITIZE "" CACHE STRING "Sanitizers for everything built here, e.g. address,undefined")
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
-    # Paths inside the tree are hashed relative to it, so that a second clone finds what the first one built.
+    # ccache hashes paths relative to the tree, so that clones share cache entries.
     set(launcher ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE_PROGRAM})
     set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
@@ -30,13 +29,13 @@ if(AIBRIDGE_SANITIZE)
 endif()
 
 if(AIBRIDGE_COVERAGE)
-    # Threads count at the same time, and so do processes.
+    # Threads and processes update the counters concurrently.
     add_compile_options(--coverage -fprofile-update=atomic -O0)
     add_link_options(--coverage)
 endif()
 
-# Feedback for the programs of fuzz/ in all code that is built here. Asks for clang.
-option(AIBRIDGE_FUZZ "Build what fuzz/ needs" OFF)
+# Instruments all code of this build for the programs in fuzz/. Requires clang.
+option(AIBRIDGE_FUZZ "Build the fuzz targets" OFF)
 if(AIBRIDGE_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -1,10 +1,10 @@
-# The wire classes, generated from the interface file at build time into a target of their own: the file is
-# large, changes rarely and is not held to our warnings.
+# The wire classes are generated from the interface file at build time. Their own target keeps our warnings away from
+# the generated code and avoids recompiling it.
 
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(THRIFT REQUIRED IMPORTED_TARGET thrift>=0.17)
 if(WIN32)
-    # The package says neither that its headers need Boost's nor which system libraries a static link wants.
+    # The package declares neither its dependency on Boost's headers nor the system libraries for static linking.
     target_include_directories(PkgConfig::THRIFT SYSTEM INTERFACE ${AIBRIDGE_THRIFT_EXTRA_INCLUDES})
     target_link_libraries(PkgConfig::THRIFT INTERFACE ws2_32 shlwapi)
 endif()
@@ -22,7 +22,7 @@ add_custom_command(
     DEPENDS ${ZORNATIVE_THRIFT}
     COMMENT "Generating the C++ wire classes")
 
-# The same interface as data, for the command line and for tests.
+# The same interface as JSON, for zorcall and for tests.
 add_custom_command(
     OUTPUT ${ZORNATIVE_JSON}
     COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/gen-json

@@ -1,5 +1,5 @@
-# Builds for 64-bit Windows with MinGW. The toolchain's folder (Qt, Thrift, GoogleTest) is the one that
-# scripts/windows/toolchain makes; the environment variable AIBRIDGE_WINDOWS_TOOLCHAIN names another.
+# Builds for 64-bit Windows with MinGW. scripts/windows/toolchain creates the toolchain's folder (Qt, Thrift,
+# GoogleTest); the environment variable AIBRIDGE_WINDOWS_TOOLCHAIN overrides it.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
@@ -26,7 +26,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 set(ENV{PKG_CONFIG_LIBDIR} ${toolchain}/thrift/lib/pkgconfig)
 
-# Boost's headers alone, and headers under spellings that this compiler does not know.
+# Boost's headers alone, and headers with capitalised names, which this compiler does not have.
 set(AIBRIDGE_THRIFT_EXTRA_INCLUDES ${toolchain}/boost ${toolchain}/shims)
 
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/windows/wine-run)

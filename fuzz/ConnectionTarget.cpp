@@ -1,5 +1,5 @@
-// A client of the real server on a real socket, with threads, blocking calls into the host and a broken end.
-// Slower than the wire target, and there for what that one leaves out.
+// A client of the real server on a real socket, with threads, blocking calls into the host and disconnects.
+// It is slower than the wire target and covers the parts that the wire target replaces.
 #include "fuzz/Fuzz.h"
 #include "fuzz/ToolHost.h"
 #include "tests/support/HandlerServer.h"
@@ -17,8 +17,8 @@
 namespace {
 
 enum Way : unsigned {
-    InPieces = 1, ///< the bytes come in packets of their own
-    Goes = 2      ///< the client goes at once, whatever is on its way to it
+    InPieces = 1, ///< the client sends byte by byte
+    Goes = 2      ///< the client disconnects immediately, without reading replies
 };
 
 constexpr int kLimitMs = 10000;
@@ -29,14 +29,14 @@ struct Service
     HandlerServer server{host.tools()};
 };
 
-// Serves the tools' calls into the host until the server has ended the connection.
+// Runs the event loop for the tools' calls into the host until the server ends the connection.
 void readToTheEnd(RawClient& client)
 {
     QElapsedTimer timer;
     timer.start();
     for (;;) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-        require(timer.elapsed() < kLimitMs, "a connection whose client has said all ends");
+        require(timer.elapsed() < kLimitMs, "the server ends a connection after the client stops sending");
         if (!client.hasInput(0))
             continue;
         try {
@@ -57,7 +57,7 @@ void attack(Service& service, unsigned way, const std::string& bytes)
             client.send(bytes);
         client.finishSending();
     } catch (const std::runtime_error&) {
-        return; // the server was first
+        return; // the server has already disconnected
     }
     if ((way & Goes) == 0)
         readToTheEnd(client);
@@ -75,7 +75,7 @@ void fuzzOne(Bytes input)
     const unsigned way = input.byte();
     attack(*service, way, input.rest());
     const auto isAlone = [] { return service->server.server().getConcurrentClientCount() == 0; };
-    require(pumpUntil(isAlone, kLimitMs), "a connection whose client has gone ends");
+    require(pumpUntil(isAlone, kLimitMs), "the server ends a connection after the client disconnects");
     service->host.checkCalls();
     RawClient next(service->server.port());
     next.send(wire::call("Init", 77));

@@ -1,4 +1,4 @@
-// The files and texts of others that are read: state, configuration, lists, and what programs print.
+// Untrusted files and program output: state, configuration, lists, and the output of commands.
 #include "fuzz/Fuzz.h"
 #include "plugin/ComponentMgr.h"
 #include "recscan/Referral.h"
@@ -21,12 +21,12 @@ ScratchApplication& application()
     return scratch;
 }
 
-// Settings are read anew when a file has another size or age, so each gets an age of its own.
+// Settings are read again only if the file's size or time differs, so each file gets its own time.
 void write(const QString& path, const std::string& content)
 {
     static qint64 age = 0;
     QFile file(path);
-    require(file.open(QIODevice::WriteOnly), "the scratch folder can be written");
+    require(file.open(QIODevice::WriteOnly), "the scratch folder is writable");
     file.write(content.data(), static_cast<qint64>(content.size()));
     file.flush();
     file.setFileTime(QDateTime::fromMSecsSinceEpoch(++age * 1000), QFileDevice::FileModificationTime);
@@ -40,7 +40,7 @@ void readState(Bytes input)
     writeScanState(state);
     const ScanState again = readScanState();
     require(again.nextCaseIndex == state.nextCaseIndex && again.referralDone == state.referralDone,
-            "a state that was saved is read again");
+            "a saved state reads back unchanged");
     QFile::remove(path);
 }
 
@@ -61,14 +61,15 @@ void readLists(Bytes input)
         write(checkerFilePath(QStringLiteral("SupportedProcessors%1.txt").arg(QLatin1String(file))), list);
     write(checkerFilePath(QStringLiteral("win11_cpu_whitelist.txt")), input.rest());
     if (isProcessorSupported(name))
-        require(!name.isEmpty(), "a processor without a name is on no list");
+        require(!name.isEmpty(), "no list contains a processor without a name");
 }
 
 void readPrinted(Bytes input)
 {
     const QByteArray text = QByteArray::fromStdString(input.rest());
     if (isDirectXReady(text))
-        require(QByteArray(text).replace(" ", "").contains("DDIVersion:12"), "ready names its interface");
+        require(QByteArray(text).replace(" ", "").contains("DDIVersion:12"),
+                "a ready result requires DDI version 12");
     isSecureBootKnown(text);
     int first = 0;
     int second = 0;
@@ -82,7 +83,7 @@ void readComponents(Bytes input)
     write(application().folder() + QLatin1String("/components.ini"), input.rest());
     CComponentMgr manager;
     manager.loadComponents(QString());
-    require(manager.components().isEmpty(), "no file brings a component that is not there");
+    require(manager.components().isEmpty(), "no file loads a missing component");
 }
 
 void readConfiguration(Bytes input)

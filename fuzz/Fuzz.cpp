@@ -11,14 +11,14 @@ void require(bool holds, const char* what)
 {
     if (holds)
         return;
-    std::fprintf(stderr, "does not hold: %s\n", what);
+    std::fprintf(stderr, "Violated property: %s\n", what);
     std::abort();
 }
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // What the code says while it is attacked would only slow it down.
+    // Messages would slow the run down.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
         if (type == QtFatalMsg)
             std::fprintf(stderr, "%s\n", qPrintable(text));

@@ -1,5 +1,5 @@
-// What the host says: inventories and lists of disks as trees of values, of whatever types and depths, and
-// everything that reads them.
+// Input from the host: inventories and lists of disks as trees of values of any type and depth, with all
+// their readers.
 #include "fuzz/Fuzz.h"
 #include "fuzz/ToolHost.h"
 #include "fuzz/Tree.h"
@@ -19,7 +19,7 @@ template <class Record> void checkOnTheWire(const Record& record)
     record.write(&protocol);
     Record read;
     read.read(&protocol);
-    require(read == record, "a record passes the wire unchanged");
+    require(read == record, "a record is unchanged after encoding and decoding");
 }
 
 void readInventory(AIBridge& bridge, const QVariantList& info, const std::string& letter)
@@ -28,7 +28,7 @@ void readInventory(AIBridge& bridge, const QVariantList& info, const std::string
     std::vector<PartitionInfo> partitions;
     bridge.getDiskInfo(disks);
     bridge.getAllPartitionInfo(partitions);
-    require(disks.size() == static_cast<std::size_t>(info.size()), "each entry is a disk");
+    require(disks.size() == static_cast<std::size_t>(info.size()), "each entry becomes a disk");
     std::size_t count = 0;
     for (const DiskInfo& disk : disks) {
         count += static_cast<std::size_t>(disk.partitionCount);
@@ -48,7 +48,7 @@ void readInventory(AIBridge& bridge, const QVariantList& info, const std::string
     bridge.getPartitionSize(letter);
 }
 
-// All cases but those that start programs of the system.
+// All cases except those that start programs.
 void scan(AIBridge& bridge, QQmlEngine* engine)
 {
     ScanSubject subject;
@@ -107,8 +107,8 @@ void fuzzOne(Bytes input)
     answerRecommendation(*host, tree::read(input));
     host->checkCalls();
 
-    // Whatever came before, the next inventory is read as it stands.
+    // After any input, the next inventory must be read correctly.
     host->bridge().setDiskInfo(ToolHost::inventory());
     host->host().recorder().clear();
-    require(host->bridge().getPartitionSize("e") == 100, "the next inventory is read");
+    require(host->bridge().getPartitionSize("e") == 100, "the next inventory is read correctly");
 }

@@ -1,5 +1,5 @@
-// Writes the inputs that a run begins with into the folders of a corpus: real calls, real inventories, real
-// files. fuzz_seeds CORPUS MACHINES
+// Writes the initial inputs into the folders of a corpus: real calls, real inventories, real files.
+// Usage: fuzz_seeds CORPUS MACHINES
 #include "agent/Call.h"
 #include "agent/Codec.h"
 #include "fuzz/Tree.h"
@@ -91,7 +91,7 @@ void makeCalls()
     }
 }
 
-// Numbers of a machine file are whole, which JSON does not tell.
+// JSON does not distinguish integers, but all numbers of a machine file are integers.
 QVariant hostValue(const QJsonValue& value)
 {
     if (value.isDouble())
@@ -147,7 +147,7 @@ void makeFiles()
     save("files", "config", byte(5) + "[main]\naiAddress=localhost\nseoUrl=\"http://localhost/?id=\"\n");
 }
 
-// The first record and the first methods: what else there is looks the same.
+// One record and a few methods: the others have the same form.
 std::string smallDescription()
 {
     QFile file(QStringLiteral(":/zorcall/ZORNativePlugin.json"));

@@ -2,7 +2,7 @@
 
 #include "fuzz/Fuzz.h"
 
-// The pause of the gate is as the mood has it.
+// The mood sets the time since the last call.
 class ToolHost::Tools : public CZorHandle
 {
 public:
@@ -68,12 +68,12 @@ void ToolHost::checkCalls()
             continue;
         QVariantMap map = call.arguments.at(1).toMap();
         const bool asked = map.take(QStringLiteral("TestFunValid")).toBool();
-        require(asked == call.withResult, "a question carries its mark, an order does not");
+        require(asked == call.withResult, "a question contains TestFunValid, an order does not");
         const QVariantList plain{call.arguments.at(0), map};
         if (call.withResult)
             question = plain;
         else
-            require(typed(plain) == typed(question), "an order says what its question said");
+            require(typed(plain) == typed(question), "an order has the parameters of its question");
     }
     host_.recorder().clear();
 }

@@ -6,15 +6,15 @@
 #include <atomic>
 #include <memory>
 
-/// What the tools work against while they are attacked: the recording host and its bridge, over two disks, in
-/// a mood that each input sets anew.
+/// The environment of the tools under test: the recording host and its bridge, with two disks. Each input
+/// sets the host's mood.
 class ToolHost
 {
 public:
     /// The bits of a mood.
     enum Mood : unsigned {
-        SaysNo = 1,      ///< every question of a tool is answered with no
-        Busy = 2,        ///< a task is in execution
+        SaysNo = 1,      ///< the host answers every question with no
+        Busy = 2,        ///< the host is executing a task
         Popuped = 4,     ///< a dialog covers the window
         TooSoon = 8,     ///< the gate's pause has not passed
         PreOsThere = 16, ///< the pre-OS environment is enabled
@@ -27,11 +27,11 @@ public:
     AIBridge& bridge() { return *host_.bridge(); }
     const std::shared_ptr<CZorHandle>& tools() { return tools_; }
     void setMood(unsigned mood);
-    /// What deviceMgr.disks and bootDisks answer.
+    /// The result of deviceMgr.disks and bootDisks.
     void setDisks(const QVariant& disks) { disks_ = disks; }
 
-    /// Every order that reached the partition page came after its question, and without the question's mark.
-    /// Forgets the calls.
+    /// Requires that each order of the partition page followed its question and does not contain
+    /// TestFunValid. Then clears the recorded calls.
     void checkCalls();
 
     static QVariantList inventory();

@@ -91,7 +91,7 @@ QStringList texts(Bytes& bytes)
     return values;
 }
 
-// A list in a list, and so on, around a value.
+// A value in nested lists.
 QVariant nested(Bytes& bytes, int depth)
 {
     const int levels = std::min<int>(bytes.byte(), kDeepest - depth);

@@ -7,14 +7,14 @@
 
 class Bytes;
 
-/// Trees of host values as bytes: a tag, then what the tag's kind needs. Any bytes are some tree.
+/// Trees of host values as bytes: a tag, followed by the tag's data. Every byte string is a valid tree.
 namespace tree {
 
-/// The keys of the host's maps, which one byte can name.
+/// The keys of the host's maps. One byte selects a key.
 const QStringList& keys();
 
 QVariant read(Bytes& bytes, int depth = 0);
-/// What read() reads as @p value again. Of the kinds that an honest host sends.
+/// The bytes from which read() returns @p value. Supports the types that a real host sends.
 std::string write(const QVariant& value);
 
 } // namespace tree

@@ -1,5 +1,5 @@
-// One whole connection: the server's own loop over its own transports, protocol and processor, the real tools
-// and a host. Only the socket is a piece of memory.
+// A complete connection: the server's own loop with its transports, protocol and processor, the real tools
+// and a host. Only the socket is replaced, by a memory buffer.
 #include "fuzz/Fuzz.h"
 #include "fuzz/ToolHost.h"
 #include "service/ToolServer.h"
@@ -17,7 +17,7 @@ namespace server = apache::thrift::server;
 
 namespace {
 
-// A socket whose client has said all that it will say. The bytes come in pieces, as from a network.
+// A socket whose client has sent all its data. The bytes arrive in pieces, as from a network.
 class Pipe : public apache::thrift::transport::TVirtualTransport<Pipe>
 {
 public:
@@ -50,7 +50,7 @@ public:
     bool atEnd() const { return at_ == bytes_.size(); }
     std::string take(std::size_t count) override
     {
-        require(count <= bytes_.size() - at_, "a reply is whole");
+        require(count <= bytes_.size() - at_, "a reply is complete");
         at_ += count;
         return bytes_.substr(at_ - count, count);
     }
@@ -91,7 +91,8 @@ void fuzzOne(Bytes input)
     const std::string sent = service->connection(input.rest(), piece);
     for (Replies replies(sent); !replies.atEnd();) {
         const wire::Message reply = wire::readMessage(replies);
-        require(reply.type == wire::Reply || reply.type == wire::Exception, "what comes back is an answer");
+        require(reply.type == wire::Reply || reply.type == wire::Exception,
+                "the server sends only replies and exceptions");
     }
     service->host.checkCalls();
     const std::string good =

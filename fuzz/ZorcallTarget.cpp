@@ -1,5 +1,4 @@
-// The command line of the agent: its words, its options, the description of the service, and the replies of a
-// server that is none of ours.
+// zorcall: its words, its options, the description of the service, and the replies of an untrusted server.
 #include "agent/Call.h"
 #include "agent/Codec.h"
 #include "agent/Failure.h"
@@ -29,8 +28,8 @@ const Interface& service()
     return Interface::builtIn();
 }
 
-// False where the nearest of 69 names would be looked for to a long one: under the sanitizers that takes
-// nearly all of the time.
+// False for a long unknown name: the search for similar names would take nearly all of the time under the
+// sanitizers.
 bool isQuick(const std::vector<std::string>& words)
 {
     for (std::size_t i = 0; i < words.size() && i < 2; ++i) {
@@ -45,21 +44,22 @@ void readWords(Bytes input)
     const std::string line = input.rest();
     try {
         const std::vector<std::string> words = splitWords(line);
-        require(splitWords(joinWords(words)) == words, "joined words are split as they were");
+        require(splitWords(joinWords(words)) == words, "joined words split into the same words");
         if (!isQuick(words))
             return;
     } catch (const Failure& failure) {
-        require(failure.code() == Usage, "a line that can't be read is a matter of usage");
+        require(failure.code() == Usage, "an unreadable line is a usage error");
     }
     try {
         const std::optional<Call> call = parseLine(service(), line, true);
         if (!call)
             return;
-        require(call->arguments.size() == call->method->arguments.size(), "an entry for each argument");
+        require(call->arguments.size() == call->method->arguments.size(),
+                "a call has one entry per argument");
         TBinaryProtocol protocol(std::make_shared<TMemoryBuffer>());
         writeCall(protocol, *call->method, call->arguments, 1);
     } catch (const Failure& failure) {
-        require(failure.code() == Usage, "a call that can't be read is a matter of usage");
+        require(failure.code() == Usage, "an unreadable call is a usage error");
     }
 }
 
@@ -74,7 +74,7 @@ void readOptions(Bytes input)
         if (options.mode == Options::Call && isQuick(options.words))
             parseCall(service(), options.words, options.allowMissing);
     } catch (const Failure& failure) {
-        require(failure.code() == Usage, "a command line that can't be read is a matter of usage");
+        require(failure.code() == Usage, "an unreadable command line is a usage error");
     }
 }
 
@@ -98,13 +98,13 @@ void readAnswer(Bytes input)
     const auto buffer = std::make_shared<TMemoryBuffer>();
     buffer->write(reinterpret_cast<const std::uint8_t*>(bytes.data()),
                   static_cast<std::uint32_t>(bytes.size()));
-    // As the client reads, but for a lower limit: room for sixteen megabytes takes its time.
+    // As the client reads, with a lower limit, because allocating 16 MiB takes time.
     TBinaryProtocol protocol(buffer, 100000, 200000, true, true);
     try {
         const std::string json = toJson(service(), method.result, readReply(protocol, service(), method, 1));
         QJsonParseError error;
         QJsonDocument::fromJson("[" + QByteArray::fromStdString(json) + "]", &error);
-        require(error.error == QJsonParseError::NoError, "an answer is written as JSON");
+        require(error.error == QJsonParseError::NoError, "an answer is valid JSON");
     } catch (const Failure&) {
     } catch (const apache::thrift::TException&) {
     }

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Brings the catalogues up to date with the sources: new texts come in, those that are gone leave.
+"""Updates the catalogues from the sources: adds new texts and removes obsolete ones.
 
-usage: update.py LUPDATE [FOLDER]    FOLDER holds the catalogues (default: the folder of this file)
+usage: update.py LUPDATE [FOLDER]    FOLDER contains the catalogues (default: this file's folder)
 
-A text that is new is unfinished in every language but English, whose translations are the source texts themselves; plural
-forms are written by hand in English too.
+New texts are unfinished in every language except English, which uses the source texts. Plural forms are written by hand in
+English as well.
 """
 import subprocess
 import sys
@@ -13,7 +13,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 LANGUAGES = ("en", "de")
-# The catalogue of the library, which every host can load, and that of the sandbox host's window.
+# The catalogues of the library, for every host, and of the sandbox host's window.
 SOURCES = {
     "aibridge": ("bridge", "inventory", "plugin", "recscan", "service", "telemetry", "tools", "win11"),
     "zorhost": ("host",),
