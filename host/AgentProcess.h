@@ -4,8 +4,8 @@
 
 namespace host {
 
-/// The agent's process, started through the shell, with its output forwarded. It and what it starts form a
-/// group of their own, so that ending it leaves nothing behind.
+/// The agent's process, started through the shell, with its output forwarded. It and its descendants form one
+/// group, so that endGroup() leaves no process running.
 class AgentProcess : public QProcess
 {
     Q_OBJECT
@@ -14,20 +14,21 @@ public:
     explicit AgentProcess(QObject* parent = nullptr);
     ~AgentProcess() override;
 
-    /// Starts the command with the environment as it is now, the service's ports included.
+    /// Starts the command with the current environment, which includes the service's ports.
     void run(const QString& command);
-    /// Asks the whole group to end; harmless if there is none.
+    /// Asks the whole group to end. No effect unless it is running.
     void endGroup();
-    /// The exit code as a shell tells it: 128 and the signal's number after a signal.
+    /// The exit code as shells report it: 128 + the signal's number after a signal.
     int shellExitCode() const;
 
 protected:
     void setupChildProcess() override;
 
 private:
-    void joinGroup();
+    void startShell(const QString& command);
+    void terminateGroup();
 
-    void* group_ = nullptr; // on Windows, the job
+    void* job_ = nullptr; ///< Windows only: the job object that contains the group
 };
 
 } // namespace host

@@ -6,8 +6,8 @@ class QSocketNotifier;
 
 namespace host {
 
-/// Turns SIGINT and SIGTERM into a Qt signal. The second one ends the process at once, for an end that is
-/// stuck. One object at a time. On Windows: Ctrl-C, Ctrl-Break and the closing of the console.
+/// Turns SIGINT and SIGTERM into a Qt signal; on Windows Ctrl-C, Ctrl-Break and the closing of the console.
+/// The second signal ends the process at once, in case the shutdown hangs. Only one object at a time.
 class Signals : public QObject
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ Q_SIGNALS:
     void stopRequested();
 
 private:
-    QSocketNotifier* notifier_ = nullptr;
+    QSocketNotifier* notifier_ = nullptr; ///< not used on Windows
 };
 
 } // namespace host

@@ -3,6 +3,7 @@
 #include "host/machine/SystemMachine.h"
 #include "plugin/HandOver.h"
 
+#include <QtCore/QSysInfo>
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickWindow>
 
@@ -23,14 +24,11 @@ QStringList argumentsOf(int argc, char** argv)
 // The choice must stand before the application object is made.
 void choosePlatform(host::Options& options)
 {
-    const bool noDisplay = qEnvironmentVariableIsEmpty("DISPLAY") &&
+    const bool needsDisplayServer = QSysInfo::kernelType() == QLatin1String("linux");
+    const bool noDisplay = needsDisplayServer && qEnvironmentVariableIsEmpty("DISPLAY") &&
                            qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
                            qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-#ifdef Q_OS_LINUX
     options.headless = options.headless || noDisplay;
-#else
-    Q_UNUSED(noDisplay)
-#endif
     if (options.headless || !options.screenshot.isEmpty())
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // The pages are simple; drawn without the graphics card they look the same on every machine.

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <QtCore/QObject>
 #include <QtCore/QString>
 
 namespace host {
 
-/// The functions of the partition page, by the numbers under which an agent's orders arrive; and from 1000 on
-/// the work of the host's own guides, which only its user begins.
+Q_NAMESPACE
+
+/// The functions of the partition page, with the numbers in an agent's orders; and from 1000 on the work of
+/// the host's own guides, which only the user starts. The names appear in the log, the transcript and --fail.
 enum class Function : int {
     OpenDiskLayoutEditor = 0,
     SmartSpaceAdjustment = 1,
@@ -56,10 +59,11 @@ enum class Function : int {
     ScanBadSectors,
     CheckFileSystem
 };
+Q_ENUM_NS(Function)
 
-/// The function's name for the log, empty for a number that is none.
+/// Empty for an unknown number.
 QString functionName(int number);
-/// The function of that name in any case; -1 if there is none.
+/// Case-insensitive; -1 for an unknown name.
 int functionNumber(const QString& name);
 
 } // namespace host

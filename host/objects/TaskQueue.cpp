@@ -32,7 +32,6 @@ int TaskQueue::add(TaskWork work)
     beginInsertRows(QModelIndex(), row, row);
     rows_.push_back({++lastId_, std::move(work), kWaiting, 0, Text()});
     endInsertRows();
-    Q_EMIT taskAdded(lastId_);
     if (!running_ && !timer_.isActive())
         timer_.start(0);
     return lastId_;

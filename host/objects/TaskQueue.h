@@ -69,7 +69,6 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 Q_SIGNALS:
-    void taskAdded(int id);
     void taskStarted(int id, QString title);
     /// @p state: "done", "failed" or "cancelled"; @p error in English. The machine is already what the task
     /// has left of it.
@@ -89,7 +88,6 @@ private:
 
     Row* current();
     const Row* current() const;
-    void startNext();
     void begin(Row& row);
     void step();
     double share() const;

@@ -79,12 +79,6 @@ Theme::Theme(ThemeMode mode, QObject* parent)
     update();
 }
 
-void Theme::setMode(ThemeMode mode)
-{
-    mode_ = mode;
-    update();
-}
-
 void Theme::update()
 {
     const bool dark = mode_ == ThemeMode::System ? paletteIsDark() : mode_ == ThemeMode::Dark;

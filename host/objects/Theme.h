@@ -36,8 +36,6 @@ class Theme : public QObject
 public:
     explicit Theme(ThemeMode mode = ThemeMode::System, QObject* parent = nullptr);
 
-    ThemeMode mode() const { return mode_; }
-    void setMode(ThemeMode mode);
     bool isDark() const { return dark_; }
 
     QColor window() const;  ///< behind everything

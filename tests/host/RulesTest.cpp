@@ -1,5 +1,6 @@
 // What the partition page answers to the question whether it would carry out a function.
 #include "host/machine/Rules.h"
+#include "host/machine/Functions.h"
 #include "tests/host/MachineText.h"
 
 #include <gtest/gtest.h>
@@ -217,6 +218,28 @@ TEST(Rules, NoLetterLeft_TakesNoNewPartition)
         machine.disk(0)->partitions.back().driveLetter = QString(QLatin1Char(free));
     }
     EXPECT_FALSE(host::refusal(machine, 18, create(0, kGiB)).isEmpty());
+}
+
+TEST(Functions, Name_BelongsToItsNumber)
+{
+    const struct
+    {
+        int number;
+        const char* name;
+    } rows[] = {{0, "OpenDiskLayoutEditor"}, {15, "FormatPartition"},           {47, "LowLevelFormat"},
+                {1000, "CloneDisk"},         {1009, "ConvertPartitionToExfat"}, {1018, "CheckFileSystem"}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(host::functionName(row.number), row.name);
+        EXPECT_EQ(host::functionNumber(QString(row.name).toLower()), row.number) << row.name;
+    }
+}
+
+TEST(Functions, UnknownNumberOrName_IsEmptyOrMinusOne)
+{
+    EXPECT_EQ(host::functionName(3), "");
+    EXPECT_EQ(host::functionName(-1), "");
+    EXPECT_EQ(host::functionNumber("Format"), -1);
+    EXPECT_EQ(host::functionNumber(""), -1);
 }
 
 } // namespace

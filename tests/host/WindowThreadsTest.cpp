@@ -5,6 +5,7 @@
 #include "tests/support/Threads.h"
 
 #include <QtGui/QGuiApplication>
+#include <QtGui/QPalette>
 
 #include <atomic>
 #include <thread>
@@ -12,7 +13,12 @@
 
 namespace {
 
-using WindowThreads = WindowTest;
+// The colours follow the palette, which each round changes.
+class WindowThreads : public WindowTest
+{
+protected:
+    WindowThreads() : WindowTest(host::ThemeMode::System) {}
+};
 
 void openAndClosePages(host::Scene& scene, QObject* page, AIBridge& bridge)
 {
@@ -25,7 +31,9 @@ void openAndClosePages(host::Scene& scene, QObject* page, AIBridge& bridge)
     Q_EMIT bridge.sigAfterCallFun("Task NotValid", false);
     scene.core().order(31, {{"driveLetter", "D"}, {"newLabel", "Some"}});
     scene.link().answer(0);
-    scene.theme().setMode(scene.theme().isDark() ? host::ThemeMode::Light : host::ThemeMode::Dark);
+    const bool dark = scene.theme().isDark();
+    QGuiApplication::setPalette(QPalette(QColor(dark ? "#f0f0f0" : "#202020")));
+    EXPECT_NE(scene.theme().isDark(), dark);
     scene.window()->grabWindow();
 }
 

@@ -2,24 +2,17 @@
 
 #include <QtCore/QSocketNotifier>
 
-#ifdef Q_OS_WIN
-#include <atomic>
-#include <windows.h>
-#else
 #include <csignal>
 #include <sys/socket.h>
 #include <unistd.h>
-#endif
 
 namespace host {
-
-#ifndef Q_OS_WIN
 
 namespace {
 
 constexpr int kExitAfterSignal = 128;
 
-// The handler may use nothing but plain system calls, so it wakes the event loop through a pair of sockets.
+// A signal handler may only make async-signal-safe calls, so it wakes the event loop through a socket pair.
 int sockets[2] = {-1, -1};
 volatile std::sig_atomic_t caught = 0;
 
@@ -29,7 +22,7 @@ void onSignal(int number)
         _exit(kExitAfterSignal + number);
     caught = 1;
     const char byte = 1;
-    // Nothing could be done about a failure here.
+    // A failure cannot be handled here.
     [[maybe_unused]] const auto written = write(sockets[0], &byte, sizeof byte);
 }
 
@@ -61,37 +54,5 @@ Signals::~Signals()
 {
     setHandler(SIG_DFL);
 }
-
-#else
-
-namespace {
-
-std::atomic<Signals*> listener{nullptr};
-
-// The system calls this on a thread of its own; what it does not take ends the process.
-BOOL WINAPI onControl(DWORD)
-{
-    Signals* const target = listener.exchange(nullptr);
-    if (target == nullptr)
-        return FALSE;
-    QMetaObject::invokeMethod(target, &Signals::stopRequested, Qt::QueuedConnection);
-    return TRUE;
-}
-
-} // namespace
-
-Signals::Signals(QObject* parent) : QObject(parent)
-{
-    listener = this;
-    SetConsoleCtrlHandler(onControl, TRUE);
-}
-
-Signals::~Signals()
-{
-    SetConsoleCtrlHandler(onControl, FALSE);
-    listener = nullptr;
-}
-
-#endif
 
 } // namespace host
