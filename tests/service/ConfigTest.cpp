@@ -1,5 +1,5 @@
-// The service of a whole process: its address from the configuration file, its ports in the environment and
-// in the log. Each test gives it an application folder of its own.
+// The service in a child process: the address from the configuration file, the ports in the environment and
+// in the log. Each test uses its own application folder.
 #include "tests/support/FakeNetstat.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/ServiceRunner.h"
@@ -18,7 +18,7 @@ class HostProcess
 public:
     HostProcess()
     {
-        // A copy, since the application's folder is where the program lies.
+        // The folder of the copy becomes the application folder.
         QFile::copy(QStringLiteral(SERVICE_HOST), program());
         QFile::setPermissions(program(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
@@ -28,14 +28,14 @@ public:
         process_.waitForFinished();
     }
 
-    void config(const QByteArray& text)
+    void writeConfig(const QByteArray& text)
     {
         QFile file(folder_.filePath(QStringLiteral("config.ini")));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
     }
 
-    // Starts it on a port of its own and returns its report.
+    // Starts the host on an unused port and returns its report.
     QJsonObject start()
     {
         port_ = unusedPort();
@@ -71,9 +71,9 @@ private:
     int port_ = 0;
 };
 
-QByteArray asked(const QJsonObject& report)
+QByteArray resolvedName(const QJsonObject& report)
 {
-    return QByteArray::fromHex(report.value(QStringLiteral("asked")).toString().toLatin1());
+    return QByteArray::fromHex(report.value(QStringLiteral("resolved")).toString().toLatin1());
 }
 
 QString number(int value)
@@ -85,7 +85,7 @@ TEST(ServiceConfig, NoFile_BindsLocalhostAndPublishesBothPorts)
 {
     HostProcess host;
     const QJsonObject report = host.start();
-    EXPECT_EQ(asked(report), "localhost");
+    EXPECT_EQ(resolvedName(report), "localhost");
     EXPECT_TRUE(report.value(QStringLiteral("running")).toBool());
     EXPECT_EQ(report.value(QStringLiteral("native")).toString(), number(host.port()));
     EXPECT_EQ(report.value(QStringLiteral("chat")).toString(), number(host.port() + 1));
@@ -98,9 +98,9 @@ TEST(ServiceConfig, NoFile_BindsLocalhostAndPublishesBothPorts)
 TEST(ServiceConfig, AddressInTheFile_IsBound)
 {
     HostProcess host;
-    host.config("[main]\naiAddress=127.0.0.1\n");
+    host.writeConfig("[main]\naiAddress=127.0.0.1\n");
     const QJsonObject report = host.start();
-    EXPECT_EQ(asked(report), "127.0.0.1");
+    EXPECT_EQ(resolvedName(report), "127.0.0.1");
     EXPECT_TRUE(report.value(QStringLiteral("running")).toBool());
     EXPECT_EQ(host.end(), 0);
 }
@@ -108,18 +108,18 @@ TEST(ServiceConfig, AddressInTheFile_IsBound)
 TEST(ServiceConfig, FileWithoutTheKey_BindsLocalhost)
 {
     HostProcess host;
-    host.config("[main]\nseoUrl=http://localhost/\n[other]\naiAddress=192.0.2.1\n");
-    EXPECT_EQ(asked(host.start()), "localhost");
+    host.writeConfig("[main]\nseoUrl=http://localhost/\n[other]\naiAddress=192.0.2.1\n");
+    EXPECT_EQ(resolvedName(host.start()), "localhost");
     EXPECT_EQ(host.end(), 0);
 }
 
-TEST(ServiceConfig, GarbledFile_BindsLocalhost)
+TEST(ServiceConfig, MalformedFile_BindsLocalhost)
 {
     HostProcess host;
-    host.config(QByteArray::fromHex("00ff5b6d61696e0a0a3d3d3d5d5d5b5b0d0d25ffd8fe") +
-                "[ma\n\\x=\\\n%%%;;\n[[[");
+    host.writeConfig(QByteArray::fromHex("00ff5b6d61696e0a0a3d3d3d5d5d5b5b0d0d25ffd8fe") +
+                     "[ma\n\\x=\\\n%%%;;\n[[[");
     const QJsonObject report = host.start();
-    EXPECT_EQ(asked(report), "localhost");
+    EXPECT_EQ(resolvedName(report), "localhost");
     EXPECT_TRUE(report.value(QStringLiteral("running")).toBool());
     EXPECT_EQ(host.end(), 0);
 }
@@ -127,8 +127,8 @@ TEST(ServiceConfig, GarbledFile_BindsLocalhost)
 TEST(ServiceConfig, AddressThatCannotBeBound_EndsTheThreadAndKeepsTheVariables)
 {
     HostProcess host;
-    // An address for documentation: no machine has it.
-    host.config("[main]\naiAddress=192.0.2.1\n");
+    // Reserved for documentation, so it is never a local address.
+    host.writeConfig("[main]\naiAddress=192.0.2.1\n");
     const QJsonObject report = host.start();
     EXPECT_FALSE(report.value(QStringLiteral("running")).toBool());
     EXPECT_EQ(report.value(QStringLiteral("native")).toString(), number(host.port()));
@@ -136,17 +136,17 @@ TEST(ServiceConfig, AddressThatCannotBeBound_EndsTheThreadAndKeepsTheVariables)
     EXPECT_EQ(host.end(), 0);
 }
 
-TEST(ServiceConfig, AddressOutsideAscii_IsReadAndPassedOnAsUtf8)
+TEST(ServiceConfig, NonAsciiAddress_IsReadAndResolvedAsUtf8)
 {
     HostProcess host;
-    host.config("[main]\naiAddress=b\xc3\xbcro.invalid\n");
+    host.writeConfig("[main]\naiAddress=b\xc3\xbcro.invalid\n");
     const QJsonObject report = host.start();
-    EXPECT_EQ(asked(report), "b\xc3\xbcro.invalid");
+    EXPECT_EQ(resolvedName(report), "b\xc3\xbcro.invalid");
     EXPECT_FALSE(report.value(QStringLiteral("running")).toBool());
     EXPECT_EQ(host.end(), 0);
 }
 
-TEST(ServiceConfig, OneServiceAfterTheOther_WritesOneLogLineEach)
+TEST(ServiceConfig, ConsecutiveServices_LogOneLineEach)
 {
     HostProcess host;
     host.start();
@@ -154,10 +154,10 @@ TEST(ServiceConfig, OneServiceAfterTheOther_WritesOneLogLineEach)
     EXPECT_EQ(host.end(), 0);
     host.start();
     EXPECT_EQ(host.end(), 0);
-    const auto text = [](int port) {
+    const auto logLine = [](int port) {
         return "Agent port:" + QByteArray::number(port) + " " + QByteArray::number(port + 1) + "\n";
     };
-    EXPECT_EQ(host.log(), text(first) + text(host.port()));
+    EXPECT_EQ(host.log(), logLine(first) + logLine(host.port()));
 }
 
 } // namespace

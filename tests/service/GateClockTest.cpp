@@ -1,4 +1,4 @@
-// The gate on the real clock: the pause begins with the handler and again with each PostProcessing.
+// The gate on the real clock: the construction of the handler and each PostProcessing start the pause.
 #include "service/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
@@ -10,8 +10,8 @@
 
 namespace {
 
-// Gives sight of the clock that the gate goes by.
-class GateInView : public CZorHandle
+// Exposes the gate's clock.
+class ObservableGate : public CZorHandle
 {
 public:
     using CZorHandle::sinceLastCall;
@@ -21,7 +21,7 @@ class GateClock : public testing::Test
 {
 protected:
     GateClock()
-        // The gate logs each question, and here there are very many.
+        // The tests poll the gate, which logs each call.
         : handler_(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}))
     {
         host.build();
@@ -37,8 +37,8 @@ protected:
         return answer.allow;
     }
 
-    // Asks until the gate says yes; the milliseconds on the gate's clock just after that.
-    qint64 firstYes()
+    // Polls until the gate admits a call. Returns the gate's clock just after that, in milliseconds.
+    qint64 waitUntilAdmitted()
     {
         for (;;) {
             const qint64 before = gate.sinceLastCall();
@@ -49,50 +49,50 @@ protected:
     }
 
     RecordingHost host;
-    GateInView gate;
+    ObservableGate gate;
 
 private:
     QtMessageHandler handler_;
 };
 
-TEST_F(GateClock, AfterTheStart_RefusesFor2000MillisecondsAndThenAdmits)
+TEST_F(GateClock, AfterConstruction_RejectsFor2000MillisecondsThenAdmits)
 {
     EXPECT_LT(gate.sinceLastCall(), 60000);
-    EXPECT_GE(firstYes(), 2000);
+    EXPECT_GE(waitUntilAdmitted(), 2000);
 }
 
-TEST_F(GateClock, AfterAnyPostProcessing_ThePauseBeginsAnewAlsoForARefusedTask)
+TEST_F(GateClock, PostProcessingOfARejectedTask_RestartsThePause)
 {
     pumpUntil([this] { return gate.sinceLastCall() >= 2000; });
     ASSERT_TRUE(allowed());
     QElapsedTimer since;
     since.start();
     gate.PostProcessing(answers::notValid);
-    const qint64 onTheClock = gate.sinceLastCall();
-    EXPECT_LE(onTheClock, since.elapsed());
-    EXPECT_GE(firstYes(), 2000);
+    const qint64 gateElapsed = gate.sinceLastCall();
+    EXPECT_LE(gateElapsed, since.elapsed());
+    EXPECT_GE(waitUntilAdmitted(), 2000);
 }
 
-TEST_F(GateClock, ARefusedPreProcessing_LeavesTheClockAlone)
+TEST_F(GateClock, PreProcessing_DoesNotRestartTheClock)
 {
     pumpUntil([this] { return gate.sinceLastCall() >= 50; });
     allowed();
     EXPECT_GE(gate.sinceLastCall(), 50);
     pumpUntil([this] { return gate.sinceLastCall() >= 2000; });
-    // An admitted one does as well: only PostProcessing starts the pause.
+    // An admitted call does not start the pause either.
     EXPECT_TRUE(allowed());
     EXPECT_TRUE(allowed());
 }
 
-TEST_F(GateClock, PostProcessingWithoutABridge_RestartsTheClockToo)
+TEST_F(GateClock, PostProcessingWithoutABridge_RestartsTheClock)
 {
-    GateInView lone;
-    pumpUntil([&] { return lone.sinceLastCall() >= 50; });
+    ObservableGate unbridged;
+    pumpUntil([&] { return unbridged.sinceLastCall() >= 50; });
     QElapsedTimer since;
     since.start();
-    lone.PostProcessing("");
-    const qint64 onTheClock = lone.sinceLastCall();
-    EXPECT_LE(onTheClock, since.elapsed());
+    unbridged.PostProcessing("");
+    const qint64 gateElapsed = unbridged.sinceLastCall();
+    EXPECT_LE(gateElapsed, since.elapsed());
 }
 
 } // namespace

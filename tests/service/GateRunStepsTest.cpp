@@ -1,4 +1,4 @@
-// The two steps that the tools of the partition page share, and the parameter map that they work on.
+// The two run steps of the partition page's tools, and their parameter map.
 #include "service/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
@@ -8,9 +8,9 @@
 
 namespace {
 
-const QString kQuestion = "partitionmanager.doFunFromAI";
+const QString kCheck = "partitionmanager.doFunFromAI";
 
-// Opens what the tools use.
+// Exposes the members that the tools use.
 class Steps : public CZorHandle
 {
 public:
@@ -43,12 +43,12 @@ protected:
     Steps steps;
 };
 
-TEST_F(RunSteps, ANewHandler_HasNoParameters)
+TEST_F(RunSteps, NewHandler_HasEmptyParameters)
 {
     EXPECT_TRUE(steps.paramsCopy().isEmpty());
 }
 
-TEST_F(RunSteps, ResetParams_EmptiesTheMap)
+TEST_F(RunSteps, ResetParams_ClearsTheMap)
 {
     steps.setParam("a", QVariant(1));
     steps.setParam("b", std::string("text"));
@@ -57,17 +57,17 @@ TEST_F(RunSteps, ResetParams_EmptiesTheMap)
     EXPECT_TRUE(steps.paramsCopy().isEmpty());
 }
 
-TEST_F(RunSteps, RunDriveTask_WithALetterInFront_AsksTheHostWhateverFollows)
+TEST_F(RunSteps, RunDriveTask_FirstCharacterIsALetter_ChecksWithTheHost)
 {
     build();
     for (const char* text : {"A", "Z", "a", "z", "q", "C:\\Windows", "dummy", "d5"}) {
         host.recorder().clear();
         EXPECT_EQ(runDriveTask(QString(text)), answers::queued) << text;
-        EXPECT_EQ(host.recorder().sequence().value(0), kQuestion) << text;
+        EXPECT_EQ(host.recorder().sequence().value(0), kCheck) << text;
     }
 }
 
-TEST_F(RunSteps, RunDriveTask_WithoutALetterInFront_IsRefusedAndAsksNobody)
+TEST_F(RunSteps, RunDriveTask_FirstCharacterIsNotALetter_IsRejectedWithoutAHostCall)
 {
     build();
     for (const char* text : {"", "1", "1C", " C", ":", "*", "@", "[", "`", "{", "\xC3\x84"})
@@ -77,7 +77,7 @@ TEST_F(RunSteps, RunDriveTask_WithoutALetterInFront_IsRefusedAndAsksNobody)
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 
-TEST_F(RunSteps, RunDriveTask_WithoutTheKey_IsRefusedAndAsksNobody)
+TEST_F(RunSteps, RunDriveTask_WithoutTheKey_IsRejectedWithoutAHostCall)
 {
     build();
     std::string answer;
@@ -86,7 +86,7 @@ TEST_F(RunSteps, RunDriveTask_WithoutTheKey_IsRefusedAndAsksNobody)
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 
-TEST_F(RunSteps, RunTask_DoesNotLookAtTheLetter)
+TEST_F(RunSteps, RunTask_IgnoresTheLetter)
 {
     build();
     std::string answer;
@@ -95,15 +95,15 @@ TEST_F(RunSteps, RunTask_DoesNotLookAtTheLetter)
     EXPECT_EQ(answer, answers::queued);
 }
 
-TEST_F(RunSteps, WithoutABridge_BothAreRefused)
+TEST_F(RunSteps, WithoutABridge_BothStepsAreRejected)
 {
-    std::string answer = "left as it was";
+    std::string answer = "unchanged";
     steps.RunTask(answer, 2);
     EXPECT_EQ(answer, answers::notValid);
     EXPECT_EQ(runDriveTask("C"), answers::notValid);
 }
 
-TEST_F(RunSteps, TheQuestionsKey_StaysOutOfTheParameters)
+TEST_F(RunSteps, TestFunValid_IsNotAddedToTheParameters)
 {
     build();
     EXPECT_EQ(runDriveTask("C"), answers::queued);
@@ -115,7 +115,7 @@ TEST_F(RunSteps, TheQuestionsKey_StaysOutOfTheParameters)
     EXPECT_EQ(typed(calls[2].arguments), "list[int:16,map{driveLetter=QString:\"C\"}]");
 }
 
-TEST_F(RunSteps, ATaskThatTheHostRefuses_LeavesTheParametersUntilTheNextTool)
+TEST_F(RunSteps, TaskRejectedByTheHost_KeepsTheParametersUntilTheNextTool)
 {
     host.spec("partitionmanager").answer("doFunFromAI", false);
     build();
@@ -126,8 +126,8 @@ TEST_F(RunSteps, ATaskThatTheHostRefuses_LeavesTheParametersUntilTheNextTool)
     EXPECT_EQ(typed(steps.paramsCopy()), "map{diskIndex=int:1,eraseCount=int:2}");
 }
 
-// Two tools that overlap share the map; the order is made from what it holds by then.
-TEST_F(RunSteps, AKeyThatComesInDuringTheQuestion_GoesOutWithTheOrder)
+// Overlapping tools share the map, and the request is built from its current content.
+TEST_F(RunSteps, KeyAddedDuringTheCheck_IsPartOfTheRequest)
 {
     host.spec("partitionmanager").answer("doFunFromAI", [this](const QVariantList&) {
         steps.setParam("late", QVariant(true));
@@ -139,21 +139,21 @@ TEST_F(RunSteps, AKeyThatComesInDuringTheQuestion_GoesOutWithTheOrder)
               "list[int:16,map{driveLetter=QString:\"C\",late=bool:true}]");
 }
 
-TEST_F(RunSteps, TheAnswer_IsSetBeforeTheOrderRuns)
+TEST_F(RunSteps, Answer_IsSetBeforeTheRequest)
 {
     std::string answer;
-    std::string atTheOrder;
+    std::string answerAtRequest;
     host.spec("partitionmanager").answer("doFunFromAI", [&](const QVariantList& arguments) {
         if (!arguments.at(1).toMap().contains("TestFunValid"))
-            atTheOrder = answer;
+            answerAtRequest = answer;
         return QVariant(true);
     });
     build();
     steps.RunTask(answer, 2);
-    EXPECT_EQ(atTheOrder, answers::queued);
+    EXPECT_EQ(answerAtRequest, answers::queued);
 }
 
-TEST_F(RunSteps, AnOrderThatTheHostAnswersWithFalse_IsStillQueued)
+TEST_F(RunSteps, RequestThatReturnsFalse_IsStillQueued)
 {
     host.spec("partitionmanager").answer("doFunFromAI", [](const QVariantList& arguments) {
         return QVariant(arguments.at(1).toMap().contains("TestFunValid"));

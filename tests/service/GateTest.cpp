@@ -1,5 +1,5 @@
-// The gate around a tool call: its two refusals and their order, the pause, what it tells the host, and what
-// counts as a queued task.
+// The gate around a tool call: its two rejections and their order, the pause, its calls to the host, and the
+// recognition of a queued task.
 #include "service/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/DebugLines.h"
@@ -14,8 +14,8 @@
 
 namespace {
 
-// The gate on a clock of the test's.
-class GateOnClock : public CZorHandle
+// A gate whose clock the test sets.
+class GateWithTestClock : public CZorHandle
 {
 public:
     qint64 elapsed = 2000;
@@ -27,8 +27,8 @@ private:
 class Gate : public testing::Test
 {
 protected:
-    // Records each read of a property among the host's calls and answers with @p value.
-    void watch(const QString& object, const QByteArray& property, bool value)
+    // Records each read of the property as a host call and returns @p value.
+    void recordReads(const QString& object, const QByteArray& property, bool value)
     {
         host.spec(object).reading(property, [=](const QVariantList&) {
             host.recorder().add({object, QString::fromLatin1(property), {}, QThread::currentThread(), true});
@@ -38,17 +38,17 @@ protected:
 
     void build(bool popuped, bool busy)
     {
-        watch("window", "popuped", popuped);
-        watch("__zormain", "busy", busy);
+        recordReads("window", "popuped", popuped);
+        recordReads("__zormain", "busy", busy);
         host.build();
         gate.setBridge(host.bridge());
     }
 
-    TaskInfo ask(const std::string& toolCalls = "call")
+    TaskInfo preProcess(const std::string& toolCalls = "call")
     {
         TaskInfo answer;
         answer.allow = true;
-        answer.reasons = "left as it was";
+        answer.reasons = "unchanged";
         runOnOtherThread([&] {
             caller = QThread::currentThread();
             gate.PreProcessing(answer, toolCalls);
@@ -57,11 +57,11 @@ protected:
     }
 
     RecordingHost host;
-    GateOnClock gate;
+    GateWithTestClock gate;
     QThread* caller = nullptr;
 };
 
-TEST_F(Gate, Init_IsTrueWithoutABridgeAndWhileTheGateWouldRefuse)
+TEST_F(Gate, Init_WithoutABridgeOrOnABusyHost_ReturnsTrue)
 {
     EXPECT_TRUE(gate.Init());
     build(true, true);
@@ -69,11 +69,11 @@ TEST_F(Gate, Init_IsTrueWithoutABridgeAndWhileTheGateWouldRefuse)
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 
-TEST_F(Gate, PreProcessing_WithNothingInTheWay_IsAllowedAndReportsThenSignals)
+TEST_F(Gate, PreProcessing_OnAnIdleHost_IsAllowedAndReportsThenSignals)
 {
     build(false, false);
     QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
-    const TaskInfo answer = ask("Zerteile \xC3\xBC");
+    const TaskInfo answer = preProcess("Zerteile \xC3\xBC");
     EXPECT_TRUE(answer.allow);
     EXPECT_EQ(answer.reasons, "");
     EXPECT_EQ(host.recorder().sequence(),
@@ -99,65 +99,65 @@ TEST_F(Gate, PreProcessing_WhenAllowed_SignalsOnTheCallersThreadAfterTheEvent)
         thread = QThread::currentThread();
         before = host.recorder().sequence();
     });
-    ask();
+    preProcess();
     EXPECT_EQ(thread, caller);
     EXPECT_EQ(before.last(), "__qml_executer.sendUserInfo");
 }
 
-TEST_F(Gate, PreProcessing_WithAPopup_IsRefusedWithTheFirstTextAndBusyIsNotRead)
+TEST_F(Gate, PreProcessing_WithAPopup_IsRejectedAsInProgressWithoutReadingBusy)
 {
     build(true, true);
     QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
-    const TaskInfo answer = ask();
+    const TaskInfo answer = preProcess();
     EXPECT_FALSE(answer.allow);
     EXPECT_EQ(answer.reasons, answers::inProgress);
     EXPECT_EQ(host.recorder().sequence(), QStringList({"window.popuped"}));
     EXPECT_EQ(about.count(), 0);
 }
 
-TEST_F(Gate, PreProcessing_WithinThePause_IsRefusedWithTheFirstTextAndBusyIsNotRead)
+TEST_F(Gate, PreProcessing_WithinThePause_IsRejectedAsInProgressWithoutReadingBusy)
 {
     build(false, true);
     QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
     gate.elapsed = 1999;
-    const TaskInfo answer = ask();
+    const TaskInfo answer = preProcess();
     EXPECT_FALSE(answer.allow);
     EXPECT_EQ(answer.reasons, answers::inProgress);
     EXPECT_EQ(host.recorder().sequence(), QStringList({"window.popuped"}));
     EXPECT_EQ(about.count(), 0);
 }
 
-TEST_F(Gate, PreProcessing_OnABusyHost_IsRefusedWithTheSecondTextWithoutEventOrSignal)
+TEST_F(Gate, PreProcessing_OnABusyHost_IsRejectedAsInExecutionWithoutEventOrSignal)
 {
     build(false, true);
     QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
-    const TaskInfo answer = ask();
+    const TaskInfo answer = preProcess();
     EXPECT_FALSE(answer.allow);
     EXPECT_EQ(answer.reasons, answers::inExecution);
     EXPECT_EQ(host.recorder().sequence(), QStringList({"window.popuped", "__zormain.busy"}));
     EXPECT_EQ(about.count(), 0);
 }
 
-TEST_F(Gate, PreProcessing_At1999Milliseconds_IsRefusedAndAt2000Admitted)
+TEST_F(Gate, PreProcessing_At1999Milliseconds_IsRejectedAndAt2000Allowed)
 {
     build(false, false);
     for (const qint64 elapsed : {0, 1, 1999}) {
         gate.elapsed = elapsed;
-        EXPECT_FALSE(ask().allow) << elapsed;
+        EXPECT_FALSE(preProcess().allow) << elapsed;
     }
     for (const qint64 elapsed : {2000, 2001, 1000000}) {
         gate.elapsed = elapsed;
-        EXPECT_TRUE(ask().allow) << elapsed;
+        EXPECT_TRUE(preProcess().allow) << elapsed;
     }
 }
 
-TEST_F(Gate, PreProcessing_WithoutABridge_IsNotAllowedGivesNoReasonAndDoesNothingElse)
+TEST_F(Gate, PreProcessing_WithoutABridge_IsRejectedWithoutReasonLogCallOrSignal)
 {
     build(false, false);
     QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
     gate.setBridge(nullptr);
     DebugLines lines;
-    const TaskInfo answer = ask("tool(5)");
+    const TaskInfo answer = preProcess("tool(5)");
     EXPECT_FALSE(answer.allow);
     EXPECT_EQ(answer.reasons, "");
     EXPECT_EQ(lines.take(), QStringList{});
@@ -175,30 +175,30 @@ TEST_F(Gate, PreProcessing_OnTheApplicationThread_ReportsDirectly)
               "list[QString:\"AIPixie\",QString:\"Info_SpriteCalling\",map{function=QString:\"\"},invalid]");
 }
 
-TEST_F(Gate, PreProcessing_WithAnEventThatCannotBeSent_IsAllowedAndSignalled)
+TEST_F(Gate, PreProcessing_WhenTheEventCannotBeSent_IsAllowedAndSignals)
 {
     host.without("__qml_executer");
     build(false, false);
     QSignalSpy about(host.bridge(), &AIBridge::sigAbout2CallFun);
-    EXPECT_TRUE(ask().allow);
+    EXPECT_TRUE(preProcess().allow);
     EXPECT_EQ(about.count(), 1);
 }
 
-TEST_F(Gate, PreProcessing_WithTextsForProperties_ReadsThemAsBooleans)
+TEST_F(Gate, PreProcessing_WithStringProperties_ConvertsThemToBool)
 {
     host.spec("window").remove("popuped").property("popuped", "QVariant", QVariant("yes"));
     host.build();
     gate.setBridge(host.bridge());
-    EXPECT_EQ(ask().reasons, answers::inProgress);
+    EXPECT_EQ(preProcess().reasons, answers::inProgress);
     host.window()->setValue("popuped", QVariant());
-    EXPECT_TRUE(ask().allow);
+    EXPECT_TRUE(preProcess().allow);
 }
 
-TEST_F(Gate, PreProcessing_LogsTheCallAlsoWhenItIsRefused)
+TEST_F(Gate, PreProcessing_WhenRejected_StillLogsTheCall)
 {
     build(true, false);
     DebugLines lines;
-    ask("tool(5)");
+    preProcess("tool(5)");
     const QStringList logged = lines.take();
     ASSERT_EQ(logged.size(), 1);
     EXPECT_TRUE(QRegularExpression("^CZorHandle::PreProcessing \\d+ toolCalls0: \"tool\\(5\\)\"\\s*$")
@@ -207,7 +207,7 @@ TEST_F(Gate, PreProcessing_LogsTheCallAlsoWhenItIsRefused)
         << logged[0].toStdString();
 }
 
-TEST_F(Gate, PostProcessing_IsTrueForExactlyTheOneText)
+TEST_F(Gate, PostProcessing_ReturnsTrueOnlyForTaskQueued)
 {
     build(false, false);
     EXPECT_TRUE(gate.PostProcessing(answers::queued));
@@ -218,7 +218,7 @@ TEST_F(Gate, PostProcessing_IsTrueForExactlyTheOneText)
         EXPECT_FALSE(gate.PostProcessing(text)) << text;
 }
 
-TEST_F(Gate, PostProcessing_SignalsTheTextAndTheOutcomeOnTheCallersThread)
+TEST_F(Gate, PostProcessing_SignalsTheAnswerAndTheResultOnTheCallersThread)
 {
     build(false, false);
     QSignalSpy after(host.bridge(), &AIBridge::sigAfterCallFun);
@@ -237,7 +237,7 @@ TEST_F(Gate, PostProcessing_SignalsTheTextAndTheOutcomeOnTheCallersThread)
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 
-TEST_F(Gate, PostProcessing_WithoutABridge_StillTellsTheOutcome)
+TEST_F(Gate, PostProcessing_WithoutABridge_StillReturnsTheResult)
 {
     EXPECT_TRUE(gate.PostProcessing(answers::queued));
     EXPECT_FALSE(gate.PostProcessing(answers::notValid));

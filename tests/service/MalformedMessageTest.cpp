@@ -1,4 +1,4 @@
-// Messages that no honest client sends. Each may cost its own connection and nothing else.
+// Malformed messages. Each may end its own connection and must not affect anything else.
 #include "service/ToolServer.h"
 #include "service/ZorHandle.h"
 #include "tests/support/Answers.h"
@@ -45,9 +45,9 @@ struct Case
     std::string bytes;
 };
 
-void PrintTo(const Case& which, std::ostream* out)
+void PrintTo(const Case& testCase, std::ostream* out)
 {
-    *out << which.name;
+    *out << testCase.name;
 }
 
 std::vector<Case> cases()
@@ -88,7 +88,7 @@ std::vector<Case> cases()
         {"OnewayMessage", wire::strictHeader("GetPartitionInfo", 1, wire::Oneway) + Fields().end()},
         {"ReplyMessage", wire::strictHeader("GetPartitionInfo", 1, wire::Reply) + Fields().end()},
         {"ExceptionMessage", wire::strictHeader("GetPartitionInfo", 1, wire::Exception) + Fields().end()},
-        {"MessageTypeOfNoMeaning", wire::strictHeader("GetPartitionInfo", 1, 0x7f) + Fields().end()},
+        {"UndefinedMessageType", wire::strictHeader("GetPartitionInfo", 1, 0x7f) + Fields().end()},
     };
 }
 
@@ -96,7 +96,7 @@ class Malformed : public testing::TestWithParam<Case>
 {
 };
 
-TEST_P(Malformed, Message_EndsAtMostItsConnectionAndTakesNoMemory)
+TEST_P(Malformed, Message_EndsAtMostItsConnectionAndAllocatesLittle)
 {
     ServiceRunner service(nullptr);
     {
@@ -107,7 +107,7 @@ TEST_P(Malformed, Message_EndsAtMostItsConnectionAndTakesNoMemory)
     RawClient bad(service.port());
     bad.send(GetParam().bytes);
     bad.finishSending();
-    // The server answers or not; in the end it has seen the end of the connection.
+    // The server may reply; it then closes the connection, since the client has finished sending.
     try {
         for (;;)
             bad.take(1);
@@ -120,9 +120,9 @@ TEST_P(Malformed, Message_EndsAtMostItsConnectionAndTakesNoMemory)
 }
 
 INSTANTIATE_TEST_SUITE_P(Message, Malformed, testing::ValuesIn(cases()),
-                         [](const auto& which) { return std::string(which.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
-TEST(MalformedStream, MessageCutOffAtEachByte_LeavesTheServiceUp)
+TEST(MalformedStream, MessageTruncatedAtAnyByte_LeavesTheServiceRunning)
 {
     ServiceRunner service(nullptr);
     const std::string whole =
@@ -137,7 +137,7 @@ TEST(MalformedStream, MessageCutOffAtEachByte_LeavesTheServiceUp)
     EXPECT_EQ(next.ask(whole).sequence, 1);
 }
 
-TEST(MalformedStream, AnyByteOfACallChanged_LeavesTheServiceUp)
+TEST(MalformedStream, CallWithOneByteChanged_LeavesTheServiceRunning)
 {
     ServiceRunner service(nullptr);
     const std::string whole =
@@ -159,7 +159,7 @@ TEST(MalformedStream, AnyByteOfACallChanged_LeavesTheServiceUp)
     EXPECT_EQ(next.ask(whole).sequence, 1);
 }
 
-TEST(MalformedStream, ReplyMessageSentAsCall_EndsTheConnectionWithoutAnAnswer)
+TEST(MalformedStream, ReplyMessageSentAsCall_EndsTheConnectionWithoutAReply)
 {
     ServiceRunner service(nullptr);
     RawClient client(service.port());
@@ -167,7 +167,7 @@ TEST(MalformedStream, ReplyMessageSentAsCall_EndsTheConnectionWithoutAnAnswer)
     EXPECT_TRUE(client.isEndedByServer());
 }
 
-TEST(MalformedStream, LengthOfAllThatAMessageMayHold_TakesNoMoreMemoryThanBytesCame)
+TEST(MalformedStream, AnnouncedLengthNearTheLimit_AllocatesOnlyForReceivedBytes)
 {
     ServiceRunner service(nullptr);
     const long before = ProcessFigures::now().peakKilobytes;
@@ -182,7 +182,7 @@ TEST(MalformedStream, LengthOfAllThatAMessageMayHold_TakesNoMoreMemoryThanBytesC
     EXPECT_LT(ProcessFigures::now().peakKilobytes - before, 60 * 1024);
 }
 
-TEST(MalformedStream, LongStringsAndTheCallsBehindThem_AreReadWholeHoweverTheyCome)
+TEST(MalformedStream, LongStringsAndTheCallsAfterThem_AreReadInAnyPieces)
 {
     ServiceRunner service(nullptr);
     for (const std::size_t length : {511u, 512u, 513u, 1024u, 70000u}) {
@@ -202,7 +202,7 @@ TEST(MalformedStream, LongStringsAndTheCallsBehindThem_AreReadWholeHoweverTheyCo
     EXPECT_EQ(client.ask(wire::call(std::string(3000, 'n'), 8)).name, std::string(3000, 'n'));
 }
 
-TEST(MalformedStream, WrongVersion_EndsTheConnectionWithoutAnAnswer)
+TEST(MalformedStream, WrongVersion_EndsTheConnectionWithoutAReply)
 {
     ServiceRunner service(nullptr);
     RawClient client(service.port());
@@ -211,7 +211,7 @@ TEST(MalformedStream, WrongVersion_EndsTheConnectionWithoutAnAnswer)
     EXPECT_TRUE(client.isEndedByServer());
 }
 
-TEST(MalformedStream, BadMessageOnOneConnection_LeavesTheOthersAlone)
+TEST(MalformedStream, MalformedMessage_DoesNotAffectOtherConnections)
 {
     ServiceRunner service(nullptr);
     RawClient good(service.port());
@@ -222,9 +222,9 @@ TEST(MalformedStream, BadMessageOnOneConnection_LeavesTheOthersAlone)
     EXPECT_EQ(good.ask(wire::call("Init", 2)).sequence, 2);
 }
 
-TEST(MalformedStream, OneConnectionOverItsLife_MayReadMoreThanOneMessageMayHold)
+TEST(MalformedStream, TotalOfAConnection_MayExceedTheLimitOfOneMessage)
 {
-    // The runtime bounds what it reads, and must begin to count anew with each message.
+    // The runtime's byte count must restart with each message.
     const auto server = makeToolServer(std::make_shared<CZorHandle>(), "localhost", 0);
     const auto memory = std::make_shared<apache::thrift::transport::TMemoryBuffer>();
     const auto transport = server->getInputTransportFactory()->getTransport(memory);
@@ -243,7 +243,7 @@ TEST(MalformedStream, OneConnectionOverItsLife_MayReadMoreThanOneMessageMayHold)
     }
 }
 
-TEST(MalformedStream, ManyLongStringsOnOneConnection_Pass)
+TEST(MalformedStream, ManyLongStringsOnOneConnection_AreAnswered)
 {
     ServiceRunner service(nullptr);
     RawClient client(service.port());
@@ -253,7 +253,7 @@ TEST(MalformedStream, ManyLongStringsOnOneConnection_Pass)
         ASSERT_EQ(client.ask(megabyte).sequence, 5) << i;
 }
 
-// A transport whose read fails in a way that is none of the runtime's own.
+// A transport whose read throws a standard exception instead of one of the runtime's.
 class FailingTransport : public apache::thrift::transport::TVirtualTransport<FailingTransport>
 {
 public:
@@ -270,9 +270,9 @@ private:
     bool memory_;
 };
 
-TEST(MalformedStream, FailureOfMemoryWhileReading_StaysWithinWhatEndsAConnection)
+TEST(MalformedStream, StandardExceptionWhileReading_BecomesARuntimeException)
 {
-    // The runtime's connection loop catches its own exceptions only; any other would end the process.
+    // The runtime's connection loop catches only its own exceptions; any other would end the process.
     const auto server = makeToolServer(std::make_shared<CZorHandle>(), "localhost", 0);
     for (const bool memory : {true, false}) {
         const auto protocol = std::make_shared<apache::thrift::protocol::TBinaryProtocol>(

@@ -1,5 +1,5 @@
-// Complete messages around the runtime's limit of 100 MiB: their answer and their cost. The runtime counts
-// the bytes of the strings in a message, its method name included, and not the headers of the fields.
+// Complete messages around the runtime's limit of 100 MiB: reply and memory. The runtime counts the bytes of
+// the strings in a message, including the method name, but not the field headers.
 #include "tests/support/Answers.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
@@ -20,8 +20,7 @@ const std::string kMethod = "PostProcessing";
 const std::string kQueued = answers::queued;
 const std::string kInit = wire::call("Init", 1);
 
-// Sends in pieces, so that the client's own memory does not count. False if the server has ended the
-// connection.
+// Sends in pieces to keep the client's own memory small. False if the server has closed the connection.
 bool sendRepeated(RawClient& client, char byte, std::size_t count)
 {
     const std::string piece(64 * 1024, byte);
@@ -43,7 +42,7 @@ protected:
         before_ = ProcessFigures::now().peakKilobytes;
     }
 
-    // A call of PostProcessing with this many bytes of strings, in one string.
+    // A call of PostProcessing with @p total bytes of strings, in one argument.
     bool sendOneString(RawClient& client, std::size_t total)
     {
         const std::string start = wire::strictHeader(kMethod, 5) + wire::fieldHeader(wire::String, 1);
@@ -54,8 +53,7 @@ protected:
         return sendRepeated(client, '\0', 1);
     }
 
-    // The same with the bytes in unknown fields of less than a mebibyte each, and the one known field at the
-    // end.
+    // The same total in unknown fields of at most 1 MB each, followed by the known field.
     bool sendManyFields(RawClient& client, std::size_t total)
     {
         const std::string start = wire::strictHeader(kMethod, 5);
@@ -77,12 +75,12 @@ protected:
         return true;
     }
 
-    // Growth of the highest resident size.
-    long costInKilobytes() const
+    // Growth of the peak resident size.
+    long growthInKilobytes() const
     {
-        const long cost = ProcessFigures::now().peakKilobytes - before_;
-        RecordProperty("costInKilobytes", std::to_string(cost));
-        return cost;
+        const long growth = ProcessFigures::now().peakKilobytes - before_;
+        RecordProperty("growthInKilobytes", std::to_string(growth));
+        return growth;
     }
 
     void expectServed()
@@ -113,65 +111,65 @@ std::string postReply(bool value)
     return wire::strictHeader("PostProcessing", 5, wire::Reply) + Fields().boolean(0, value).end();
 }
 
-TEST_F(MessageLimit, OneStringOneByteBelowTheLimit_IsAnsweredAndTheConnectionStays)
+TEST_F(MessageLimit, OneStringOneByteBelowTheLimit_IsAnsweredAndTheConnectionStaysOpen)
 {
     RawClient client(service.port());
     ASSERT_TRUE(sendOneString(client, kLimit - 1));
     EXPECT_EQ(client.receive().raw, postReply(false));
     EXPECT_EQ(client.ask(kInit).name, "Init");
-    // The bytes as they came, in a buffer that has grown with them, and the argument.
+    // The receive buffer, which grows with the input, and the argument.
     if (kMemoryIsOurs) {
-        EXPECT_LT(costInKilobytes(), 300 * kMebibyteInKilobytes);
-        EXPECT_GT(costInKilobytes(), 100 * kMebibyteInKilobytes);
+        EXPECT_LT(growthInKilobytes(), 300 * kMebibyteInKilobytes);
+        EXPECT_GT(growthInKilobytes(), 100 * kMebibyteInKilobytes);
     }
 }
 
-// The end of the arguments is a byte to read, for which the limit leaves no room.
-TEST_F(MessageLimit, OneStringThatFillsTheLimit_EndsTheConnectionWithoutAnAnswer)
+// The stop byte of the arguments exceeds the limit.
+TEST_F(MessageLimit, OneStringThatFillsTheLimit_EndsTheConnectionWithoutAReply)
 {
     RawClient client(service.port());
     sendOneString(client, kLimit);
     EXPECT_TRUE(client.isEndedByServer());
     expectServed();
     if (kMemoryIsOurs) {
-        EXPECT_LT(costInKilobytes(), 300 * kMebibyteInKilobytes);
+        EXPECT_LT(growthInKilobytes(), 300 * kMebibyteInKilobytes);
     }
 }
 
-TEST_F(MessageLimit, StringLongerThanTheLimit_EndsTheConnectionAtItsLengthAndCostsNothing)
+TEST_F(MessageLimit, StringLongerThanTheLimit_EndsTheConnectionAtItsLengthWithoutAllocating)
 {
     RawClient client(service.port());
     EXPECT_FALSE(sendOneString(client, kLimit + 1));
     EXPECT_TRUE(client.isEndedByServer());
     expectServed();
     if (kMemoryIsOurs) {
-        EXPECT_LT(costInKilobytes(), 8 * kMebibyteInKilobytes);
+        EXPECT_LT(growthInKilobytes(), 8 * kMebibyteInKilobytes);
     }
 }
 
-TEST_F(MessageLimit, ManyFieldsUpToTheLimit_AreAnsweredAtTheCostOfOneField)
+TEST_F(MessageLimit, ManyFieldsUpToTheLimit_AreAnsweredWithTheMemoryOfOneField)
 {
     RawClient client(service.port());
     ASSERT_TRUE(sendManyFields(client, kLimit));
     EXPECT_EQ(client.receive().raw, postReply(true));
     EXPECT_EQ(client.ask(kInit).name, "Init");
     if (kMemoryIsOurs) {
-        EXPECT_LT(costInKilobytes(), 16 * kMebibyteInKilobytes);
+        EXPECT_LT(growthInKilobytes(), 16 * kMebibyteInKilobytes);
     }
 }
 
-TEST_F(MessageLimit, ManyFieldsOneByteOverTheLimit_EndTheConnectionAtTheCostOfOneField)
+TEST_F(MessageLimit, ManyFieldsOneByteOverTheLimit_EndTheConnectionWithTheMemoryOfOneField)
 {
     RawClient client(service.port());
     sendManyFields(client, kLimit + 1);
     EXPECT_TRUE(client.isEndedByServer());
     expectServed();
     if (kMemoryIsOurs) {
-        EXPECT_LT(costInKilobytes(), 16 * kMebibyteInKilobytes);
+        EXPECT_LT(growthInKilobytes(), 16 * kMebibyteInKilobytes);
     }
 }
 
-TEST_F(MessageLimit, MessagesJustBelowTheLimitOneAfterTheOther_AreAllAnswered)
+TEST_F(MessageLimit, ConsecutiveMessagesBelowTheLimit_AreAnswered)
 {
     RawClient client(service.port());
     for (int message = 0; message < 3; ++message) {
@@ -179,7 +177,7 @@ TEST_F(MessageLimit, MessagesJustBelowTheLimitOneAfterTheOther_AreAllAnswered)
         ASSERT_EQ(client.receive().raw, postReply(false)) << message;
     }
     if (kMemoryIsOurs) {
-        EXPECT_LT(costInKilobytes(), 300 * kMebibyteInKilobytes);
+        EXPECT_LT(growthInKilobytes(), 300 * kMebibyteInKilobytes);
     }
 }
 

@@ -1,5 +1,4 @@
-// Release while a tool and a scan are at work: which of the two threads it ends first, and that it waits for
-// both.
+// Release during a tool call and a scan: it stops the service first and waits for both threads.
 #include "recscan/RecScanThread.h"
 #include "service/AIFuncallThread.h"
 #include "tests/recscan/ScanFixture.h"
@@ -17,8 +16,8 @@ namespace {
 
 const std::string kInit = wire::call("Init", 1);
 
-// A host's member that holds its callers until it is opened.
-class Gate
+// A host member that blocks its callers until open().
+class BlockingMember
 {
 public:
     FakeBody body()
@@ -44,8 +43,8 @@ class ReleaseWhileBusy : public ScanFixture
 protected:
     ReleaseWhileBusy()
     {
-        // Nothing here needs the thread that Release blocks: both members run on the thread of their caller,
-        // and the event at the end of a scan, which would, is not sent.
+        // Release blocks the application thread. Both members run on their caller's thread, and without the
+        // executer the scan sends no event to the application thread.
         host.without("__qml_executer").without("clone").without("window");
         host.spec("deviceMgr").answer("disks", tool.body());
         host.spec("partitionmanager").answer("hasDiskSmartInfoError", firstCase.body());
@@ -55,7 +54,7 @@ protected:
                 "'\necho > started\nwhile [ ! -e finish ] && [ -e started ]; do sleep 0.02; done\n");
     }
 
-    // Scans from the case that asks for SMART errors; a later case runs the boot checker.
+    // Starts a scan at the case that checks for SMART errors; a later case runs the boot checker.
     void startScan()
     {
         setState(stateBytes(1, 1));
@@ -75,11 +74,11 @@ protected:
     }
     void finishBootChecker() const { application.write(checkerFolder() + "/finish", ""); }
 
-    Gate tool;
-    Gate firstCase;
+    BlockingMember tool;
+    BlockingMember firstCase;
 };
 
-TEST_F(ReleaseWhileBusy, EndsTheServiceFirstThenTheScanAndWaitsForBoth)
+TEST_F(ReleaseWhileBusy, StopsTheServiceBeforeTheScanAndWaitsForBoth)
 {
     startScan();
     EXPECT_TRUE(firstCase.waitForCaller());
@@ -94,17 +93,17 @@ TEST_F(ReleaseWhileBusy, EndsTheServiceFirstThenTheScanAndWaitsForBoth)
     AIFuncallThread* service = host.bridge()->findChild<AIFuncallThread*>();
     std::atomic<bool> released{false};
     std::thread other([&] {
-        // Cut by the first step of Release, which then waits for the tool.
+        // Release closes this connection first, then waits for the tool.
         EXPECT_TRUE(idle.isEndedByServer());
         EXPECT_FALSE(released);
-        // The scan goes on to its later case: it has not been asked to stop.
+        // The scan continues with its later case because Release has not stopped it yet.
         firstCase.open();
         EXPECT_TRUE(waitForBootChecker());
         EXPECT_TRUE(service->isRunning());
         EXPECT_FALSE(released);
         tool.open();
         EXPECT_TRUE(service->wait(RawClient::limitMs));
-        // Time for a Release that does not wait for the scan; one that waits cannot return.
+        // Gives an incorrect Release, which does not wait for the scan, the time to return.
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
         EXPECT_FALSE(released);
         finishBootChecker();

@@ -1,4 +1,4 @@
-// The service's thread: how many clients it lets in, and how it ends.
+// The service's thread: the limit of three clients, and shutdown.
 #include "service/ConnectionSocket.h"
 #include "service/ServerSocket.h"
 #include "service/ToolServer.h"
@@ -30,8 +30,8 @@ namespace {
 
 using wire::Fields;
 
-// Closing waits up to half a second for the server's thread to leave its socket; a stop that always waited in
-// vain would take longer than this.
+// Closing waits up to half a second for the server's thread to leave its socket. If every stop used the whole
+// wait, the median would exceed this.
 constexpr int kMedianEndMs = 250;
 const std::string kInit = wire::call("Init", 1);
 const std::string kShow = wire::call("ShowBitLockerStatus", 5, Fields().string(1, "D"));
@@ -42,7 +42,7 @@ std::string queuedReply()
            Fields().string(0, answers::queued).end();
 }
 
-// Notes the port once the server listens.
+// Records the port when the server starts to listen.
 struct ListenEvent : public apache::thrift::server::TServerEventHandler
 {
     void preServe() override { port = socket->getPort(); }
@@ -50,22 +50,25 @@ struct ListenEvent : public apache::thrift::server::TServerEventHandler
     std::atomic<int> port{0};
 };
 
-// The service's thread with a view of its server.
-class WatchedThread : public AIFuncallThread
+// Exposes the server of the service's thread.
+class ObservableThread : public AIFuncallThread
 {
 public:
     using AIFuncallThread::AIFuncallThread;
 
-    /// The port that the service listens on; 0 until it listens.
+    /// 0 until the service listens.
     int boundPort() const { return event_->port; }
-    /// The most clients that were connected at the same time.
-    std::int64_t mostClients() const { return server_.load()->getConcurrentClientCountHWM(); }
+    /// The maximum number of simultaneous clients.
+    std::int64_t maxClients() const { return server_.load()->getConcurrentClientCountHWM(); }
 
     static std::unique_ptr<AIFuncallThread> make(AIBridge* bridge)
     {
-        return std::make_unique<WatchedThread>(bridge);
+        return std::make_unique<ObservableThread>(bridge);
     }
-    static WatchedThread& of(ServiceRunner& service) { return static_cast<WatchedThread&>(service.thread()); }
+    static ObservableThread& of(ServiceRunner& service)
+    {
+        return static_cast<ObservableThread&>(service.thread());
+    }
 
 protected:
     std::unique_ptr<apache::thrift::server::TThreadedServer>
@@ -83,9 +86,9 @@ private:
     std::atomic<apache::thrift::server::TThreadedServer*> server_{nullptr};
 };
 
-TEST(ServerThread, FourthClient_WaitsUntilOneOfTheFirstThreeLeaves)
+TEST(ServerThread, FourthClient_WaitsUntilOneOfTheFirstThreeDisconnects)
 {
-    ServiceRunner service(nullptr, WatchedThread::make);
+    ServiceRunner service(nullptr, ObservableThread::make);
     auto first = std::make_unique<RawClient>(service.port());
     RawClient second(service.port());
     RawClient third(service.port());
@@ -93,16 +96,16 @@ TEST(ServerThread, FourthClient_WaitsUntilOneOfTheFirstThreeLeaves)
         client->ask(kInit);
     RawClient fourth(service.port());
     fourth.send(kInit);
-    // The three go on being served while the fourth is not.
+    // The first three are still served while the fourth waits.
     for (int i = 0; i < 200; ++i)
         second.ask(kInit);
     EXPECT_FALSE(fourth.hasInput());
     first.reset();
     EXPECT_EQ(fourth.receive().name, "Init");
-    EXPECT_EQ(WatchedThread::of(service).mostClients(), 3);
+    EXPECT_EQ(ObservableThread::of(service).maxClients(), 3);
 }
 
-TEST(ServerThread, ManyClientsOneAfterTheOther_AreAllServedAndLeaveNothingBehind)
+TEST(ServerThread, ConsecutiveClients_AreServedWithoutLeaks)
 {
     ServiceRunner service(nullptr);
     for (int i = 0; i < 20; ++i)
@@ -111,26 +114,26 @@ TEST(ServerThread, ManyClientsOneAfterTheOther_AreAllServedAndLeaveNothingBehind
     for (int i = 0; i < 300; ++i)
         RawClient(service.port()).ask(kInit);
     const ProcessFigures after = ProcessFigures::now();
-    // The last connections may not have been cleared away yet.
+    // The last connections may not have been cleaned up yet.
     EXPECT_LE(after.fileDescriptors, before.fileDescriptors + 6);
     EXPECT_LE(after.threads, before.threads + 3);
 }
 
-TEST(ServerThread, AfterStart_TheThreadHoldsAHandlerAndRuns)
+TEST(ServerThread, AfterStart_ThreadRunsAndHasAHandler)
 {
     ServiceRunner service(nullptr);
     EXPECT_NE(service.thread().toolHandler(), nullptr);
     EXPECT_TRUE(service.thread().isRunning());
 }
 
-TEST(ServerThread, BeforeStart_StoppingDoesNothingAndThereIsNoHandler)
+TEST(ServerThread, BeforeStart_StopHasNoEffectAndHandlerIsNull)
 {
     AIFuncallThread thread(nullptr);
     thread.stopServer();
     EXPECT_EQ(thread.toolHandler(), nullptr);
 }
 
-TEST(ServerThread, StopWithoutClients_EndsAndTheHandlerStays)
+TEST(ServerThread, StopWithoutClients_EndsAndKeepsTheHandler)
 {
     ServiceRunner service(nullptr);
     service.thread().stopServer();
@@ -139,7 +142,7 @@ TEST(ServerThread, StopWithoutClients_EndsAndTheHandlerStays)
     EXPECT_FALSE(RawClient::isListening(service.port()));
 }
 
-TEST(ServerThread, StopTwiceAndAfterTheEnd_DoesNothingMore)
+TEST(ServerThread, StopTwiceAndAfterTheEnd_HasNoEffect)
 {
     ServiceRunner service(nullptr);
     service.thread().stopServer();
@@ -148,7 +151,7 @@ TEST(ServerThread, StopTwiceAndAfterTheEnd_DoesNothingMore)
     service.thread().stopServer();
 }
 
-TEST(ServerThread, StopWithThreeIdleClients_CutsThemAndEnds)
+TEST(ServerThread, StopWithThreeIdleClients_ClosesTheirConnectionsAndEnds)
 {
     ServiceRunner service(nullptr);
     RawClient first(service.port());
@@ -162,7 +165,7 @@ TEST(ServerThread, StopWithThreeIdleClients_CutsThemAndEnds)
     ASSERT_TRUE(service.waitForEnd());
 }
 
-TEST(ServerThread, StopWithAClientInTheMiddleOfAMessage_CutsIt)
+TEST(ServerThread, StopDuringAPartialMessage_ClosesTheConnection)
 {
     ServiceRunner service(nullptr);
     RawClient client(service.port());
@@ -173,15 +176,15 @@ TEST(ServerThread, StopWithAClientInTheMiddleOfAMessage_CutsIt)
     EXPECT_TRUE(service.waitForEnd());
 }
 
-// A host whose page runs a test's function when it gets an order.
+// A host whose page calls a function of the test on each request.
 class HostWithAPage
 {
 public:
-    explicit HostWithAPage(std::function<void()> onOrder)
+    explicit HostWithAPage(std::function<void()> onRequest)
     {
-        host.spec("partitionmanager").answer("doFunFromAI", [onOrder](const QVariantList& arguments) {
+        host.spec("partitionmanager").answer("doFunFromAI", [onRequest](const QVariantList& arguments) {
             if (!arguments.at(1).toMap().contains(QStringLiteral("TestFunValid")))
-                onOrder();
+                onRequest();
             return QVariant(true);
         });
         host.build();
@@ -189,16 +192,16 @@ public:
     RecordingHost host;
 };
 
-TEST(ServerThread, StopInMidCall_TheToolIsAnsweredAndTheThreadEndsAfterIt)
+TEST(ServerThread, StopInMidCall_ToolIsAnsweredBeforeTheThreadEnds)
 {
     ServiceRunner* running = nullptr;
     RawClient* idle = nullptr;
-    bool idleWasCut = false;
+    bool idleWasClosed = false;
     bool endedEarly = true;
     HostWithAPage page([&] {
         running->thread().stopServer();
-        // The server has reacted to the stop once the idle connection is cut; the tool is still in this call.
-        idleWasCut = idle->isEndedByServer();
+        // The closed idle connection shows that the server has handled the stop during this call.
+        idleWasClosed = idle->isEndedByServer();
         endedEarly = running->thread().isFinished();
     });
     ServiceRunner service(page.host.bridge());
@@ -214,11 +217,11 @@ TEST(ServerThread, StopInMidCall_TheToolIsAnsweredAndTheThreadEndsAfterIt)
         });
     }
     ASSERT_TRUE(service.waitForEnd());
-    EXPECT_TRUE(idleWasCut);
+    EXPECT_TRUE(idleWasClosed);
     EXPECT_FALSE(endedEarly);
 }
 
-TEST(ServerThread, StopAtTheLimitWithOneInMidCallAndAFourthWaiting_EndsAfterTheTool)
+TEST(ServerThread, StopInMidCallWithAFourthClientWaiting_EndsAfterTheTool)
 {
     ServiceRunner* running = nullptr;
     HostWithAPage page([&] { running->thread().stopServer(); });
@@ -239,7 +242,7 @@ TEST(ServerThread, StopAtTheLimitWithOneInMidCallAndAFourthWaiting_EndsAfterTheT
     ASSERT_TRUE(service.waitForEnd());
 }
 
-TEST(ServerThread, StopWithThreeInMidCall_AllAreAnswered)
+TEST(ServerThread, StopWithThreeClientsInMidCall_EachIsAnswered)
 {
     QSemaphore entered;
     QSemaphore leave;
@@ -277,40 +280,40 @@ TEST(ServerThread, StopWithThreeInMidCall_AllAreAnswered)
     ASSERT_TRUE(service.waitForEnd());
 }
 
-// Its answers are larger than what a connection holds by itself.
-class HandlerOfLongAnswers : public ZORNativePluginNull
+// Its answers exceed the buffers of a connection.
+class LongAnswerHandler : public ZORNativePluginNull
 {
 public:
     static constexpr std::size_t length = 64u << 20;
     void ShowBitLockerStatus(std::string& answer, const std::string&) override { answer.assign(length, 'x'); }
 };
 
-TEST(ServerStop, WithAClientThatDoesNotReadItsAnswer_Ends)
+TEST(ServerStop, ClientThatReadsNothing_DoesNotBlockTheStop)
 {
-    auto server = std::make_unique<HandlerServer>(std::make_shared<HandlerOfLongAnswers>());
+    auto server = std::make_unique<HandlerServer>(std::make_shared<LongAnswerHandler>());
     RawClient client(server->port());
     client.send(kShow);
     ASSERT_TRUE(client.hasInput(RawClient::limitMs));
     std::future<void> end = std::async(std::launch::async, [&] { server.reset(); });
     if (end.wait_for(std::chrono::seconds(20)) != std::future_status::ready) {
-        // It would wait for the rest to be read.
+        // Reads the rest so that the server can end.
         client.receive();
-        FAIL() << "the server does not end";
+        FAIL() << "the server did not end";
     }
 }
 
-TEST(ServerStop, WithAClientThatReadsItsAnswer_SendsAllOfIt)
+TEST(ServerStop, ClientThatReads_ReceivesTheWholeAnswer)
 {
-    auto server = std::make_unique<HandlerServer>(std::make_shared<HandlerOfLongAnswers>());
+    auto server = std::make_unique<HandlerServer>(std::make_shared<LongAnswerHandler>());
     RawClient client(server->port());
     client.send(kShow);
     ASSERT_TRUE(client.hasInput(RawClient::limitMs));
     std::future<void> end = std::async(std::launch::async, [&] { server.reset(); });
-    EXPECT_EQ(client.receive().body.field(0).bytes.size(), HandlerOfLongAnswers::length);
+    EXPECT_EQ(client.receive().body.field(0).bytes.size(), LongAnswerHandler::length);
     end.get();
 }
 
-// Counts the attempts to send that ended without a byte: half a second in which the client reads nothing.
+// Counts send timeouts: half a second in which the client reads nothing.
 class CountingSocket : public ConnectionSocket
 {
 public:
@@ -318,10 +321,10 @@ public:
     std::uint32_t write_partial(const std::uint8_t* bytes, std::uint32_t length) override
     {
         const std::uint32_t count = ConnectionSocket::write_partial(bytes, length);
-        stalls += count == 0 ? 1 : 0;
+        timeouts += count == 0 ? 1 : 0;
         return count;
     }
-    std::atomic<int> stalls{0};
+    std::atomic<int> timeouts{0};
 };
 
 class CountingListener : public ServerSocket
@@ -341,23 +344,23 @@ protected:
     }
 };
 
-TEST(ServerThread, ClientThatReadsNothingForSeveralLimits_GetsItsWholeAnswer)
+TEST(ServerThread, ClientThatPausesForSeveralTimeouts_ReceivesTheWholeAnswer)
 {
     CountingListener listener("localhost", 0);
     listener.listen();
     RawClient client(listener.getPort());
     const std::shared_ptr<CountingSocket> connection = listener.acceptCounting();
     ASSERT_NE(connection, nullptr);
-    const std::string answer(HandlerOfLongAnswers::length, 'x');
+    const std::string answer(LongAnswerHandler::length, 'x');
     std::future<void> sent = std::async(std::launch::async, [&] {
         connection->write(reinterpret_cast<const std::uint8_t*>(answer.data()), std::uint32_t(answer.size()));
     });
-    EXPECT_TRUE(pumpUntil([&] { return connection->stalls >= 3; }));
+    EXPECT_TRUE(pumpUntil([&] { return connection->timeouts >= 3; }));
     EXPECT_EQ(client.take(answer.size()), answer);
     EXPECT_NO_THROW(sent.get());
 }
 
-// A server made by hand, so that a stop can come at any point of its start.
+// A server outside its thread class, so that a test can stop it at any point of its start.
 struct BareServer
 {
     std::unique_ptr<apache::thrift::server::TThreadedServer> server =
@@ -371,7 +374,7 @@ struct BareServer
     }
 };
 
-TEST(ServerStop, BetweenBuildingAndServing_ServeReturnsAtOnce)
+TEST(ServerStop, BetweenConstructionAndServe_ServeReturns)
 {
     BareServer bare;
     bare.stop();
@@ -380,7 +383,7 @@ TEST(ServerStop, BetweenBuildingAndServing_ServeReturnsAtOnce)
     EXPECT_NO_THROW(end.get());
 }
 
-TEST(ServerStop, AtAnyMomentOfTheStart_ServeReturnsAndReportsNoFailureAndTheMedianIsShort)
+TEST(ServerStop, AtAnyPointOfTheStart_ServeReturnsWithoutFailureAndTheMedianIsShort)
 {
     std::vector<qint64> durations;
     for (int round = 0; round < 1000; ++round) {
@@ -403,7 +406,7 @@ TEST(ServerStop, AtAnyMomentOfTheStart_ServeReturnsAndReportsNoFailureAndTheMedi
     EXPECT_LT(median(durations), kMedianEndMs);
 }
 
-TEST(ServerStop, AnInterruptBeforeListening_IsRemembered)
+TEST(ServerStop, InterruptBeforeListen_InterruptsTheFirstAccept)
 {
     ServerSocket socket("localhost", 0);
     socket.interrupt();
@@ -416,7 +419,7 @@ TEST(ServerStop, AnInterruptBeforeListening_IsRemembered)
     }
 }
 
-TEST(ServerThread, StopDuringThePortSearch_DoesNothingAndTheServiceStarts)
+TEST(ServerThread, StopDuringThePortSearch_IsIgnoredAndTheServiceStarts)
 {
     const ReservedPort port;
     const HeldNetstat netstat(listingThatLeadsTo(port.number()));
@@ -431,32 +434,31 @@ TEST(ServerThread, StopDuringThePortSearch_DoesNothingAndTheServiceStarts)
         EXPECT_EQ(RawClient(port.number()).ask(kInit).name, "Init");
         EXPECT_TRUE(thread.isRunning());
     } else {
-        ADD_FAILURE() << "the thread has ended";
+        ADD_FAILURE() << "the thread ended";
     }
     thread.stopServer();
     EXPECT_TRUE(thread.wait(20000));
 }
 
-TEST(ServerThread, WithoutAFreePort_PublishesZeroAndListensOnAPortOfTheSystems)
+TEST(ServerThread, WithoutAFreePort_PublishesZeroAndListensOnASystemAssignedPort)
 {
     QByteArray listing;
     for (int busy = 1; busy <= 65534; ++busy)
         listing += ":" + QByteArray::number(busy) + "\n";
     const FakeNetstat netstat(FakeNetstat::printing(listing));
-    WatchedThread thread(nullptr);
+    ObservableThread thread(nullptr);
     thread.start();
     ASSERT_TRUE(pumpUntil([&] { return thread.isFinished() || thread.boundPort() != 0; }));
     EXPECT_EQ(qgetenv("AGENT_NATIVE_PORT"), "0");
     EXPECT_EQ(qgetenv("AGENT_CHAT_PORT"), "0");
     ASSERT_TRUE(thread.isRunning());
-    // Any port that the system has free: no variable and no log names it.
     EXPECT_GT(thread.boundPort(), 0);
     EXPECT_EQ(RawClient(thread.boundPort()).ask(kInit).name, "Init");
     thread.stopServer();
     EXPECT_TRUE(thread.wait(20000));
 }
 
-TEST(ServerThread, AddressInUse_EndsTheThreadWithItsMessage)
+TEST(ServerThread, AddressInUse_EndsTheThreadAndIsLogged)
 {
     const ServiceRunner other(nullptr);
     const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(other.port())));
@@ -469,7 +471,7 @@ TEST(ServerThread, AddressInUse_EndsTheThreadWithItsMessage)
     EXPECT_EQ(lines.take(), QStringList{});
 }
 
-// A socket that throws something other than an exception class, once, at one call.
+// Throws an int, once, from one of two functions.
 class ThrowingSocket : public ServerSocket
 {
 public:
@@ -517,7 +519,7 @@ private:
     const ThrowingSocket::At at_;
 };
 
-TEST(ServerThread, AnyExceptionFromServe_EndsTheThreadWithItsMessage)
+TEST(ServerThread, ExceptionOfAnyTypeFromServe_EndsTheThreadAndIsLogged)
 {
     const ReservedPort port;
     const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(port.number())));
@@ -528,7 +530,7 @@ TEST(ServerThread, AnyExceptionFromServe_EndsTheThreadWithItsMessage)
     EXPECT_EQ(lines.take(), QStringList{"AIFuncallThread::run() exception"});
 }
 
-TEST(ServerThread, AnyExceptionDuringAStop_IsCaughtWithItsMessageAndTheServiceGoesOn)
+TEST(ServerThread, ExceptionOfAnyTypeDuringStop_IsLoggedAndTheServiceContinues)
 {
     ServiceRunner service(nullptr, [](AIBridge* bridge) {
         return std::make_unique<ThreadOnThrowingSocket>(bridge, ThrowingSocket::At::Interrupt);

@@ -1,4 +1,4 @@
-// Several rounds of init and Release on one component: each behaves as the first.
+// Repeated init and Release on one component: each round behaves like the first.
 #include "service/ZorHandle.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Answers.h"
@@ -25,7 +25,7 @@ protected:
     AIBridge& bridge() { return *host.bridge(); }
     AIFuncallThread* thread() { return AIBridgeAccess::serverThread(bridge()); }
 
-    // Starts a round whose port search leads to the port, and waits until the service answers or has ended.
+    // Starts a round on the port and waits until the service listens or has ended.
     void init(int port)
     {
         const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(port)));
@@ -72,7 +72,7 @@ protected:
     RecordingHost host;
 };
 
-TEST_F(ServiceRounds, TenTimesInitAndRelease_EachRoundBehavesAsTheFirst)
+TEST_F(ServiceRounds, TenTimesInitAndRelease_EachRoundBehavesLikeTheFirst)
 {
     const AIFuncallThread* previous = nullptr;
     for (int round = 0; round < 10; ++round) {
@@ -97,7 +97,7 @@ TEST_F(ServiceRounds, TenTimesInitAndRelease_EachRoundBehavesAsTheFirst)
     }
 }
 
-TEST_F(ServiceRounds, InitWhileALaterRoundRuns_ChangesNothing)
+TEST_F(ServiceRounds, InitWhileALaterRoundRuns_HasNoEffect)
 {
     const ReservedPort firstPort;
     ASSERT_NO_FATAL_FAILURE(init(firstPort.number()));
@@ -114,7 +114,7 @@ TEST_F(ServiceRounds, InitWhileALaterRoundRuns_ChangesNothing)
     expectOneChild();
 }
 
-TEST_F(ServiceRounds, InitDuringTheNewRoundsPortSearch_ChangesNothing)
+TEST_F(ServiceRounds, InitDuringALaterPortSearch_HasNoEffect)
 {
     const ReservedPort firstPort;
     ASSERT_NO_FATAL_FAILURE(init(firstPort.number()));
@@ -127,7 +127,7 @@ TEST_F(ServiceRounds, InitDuringTheNewRoundsPortSearch_ChangesNothing)
     bridge().init();
     EXPECT_EQ(thread(), running);
     EXPECT_TRUE(bridge().isServerRunning());
-    // Until the search is over the variables keep the ports of the round before.
+    // The variables keep the previous round's ports until the search ends.
     expectPorts(firstPort.number());
     netstat.finish();
     ASSERT_TRUE(pumpUntil([&] { return RawClient::isListening(port.number()); }));
@@ -135,11 +135,11 @@ TEST_F(ServiceRounds, InitDuringTheNewRoundsPortSearch_ChangesNothing)
     expectPorts(port.number());
 }
 
-TEST_F(ServiceRounds, InitAfterTheServiceHasEndedByItself_StartsANewOne)
+TEST_F(ServiceRounds, InitAfterTheServiceEndedByItself_StartsANewService)
 {
     const ServiceRunner other(nullptr);
     {
-        // The port belongs to another service, so this one ends without Release.
+        // The port is in use, so the service ends without Release.
         const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(other.port())));
         bridge().init();
         ASSERT_TRUE(pumpUntil([&] { return !bridge().isServerRunning(); }));
@@ -153,7 +153,7 @@ TEST_F(ServiceRounds, InitAfterTheServiceHasEndedByItself_StartsANewOne)
     expectEnded(port.number());
 }
 
-TEST_F(ServiceRounds, HandlerOfAnEarlierRound_StaysValidForWhoeverHoldsIt)
+TEST_F(ServiceRounds, HandlerOfAnEarlierRound_StaysUsable)
 {
     const ReservedPort firstPort;
     ASSERT_NO_FATAL_FAILURE(init(firstPort.number()));

@@ -1,5 +1,5 @@
-// Two thousand starts and stops, some two hundred on Windows: each ends, the median in a fraction of a
-// second, and none leaks a descriptor or a thread.
+// Two thousand starts and stops, a tenth of that on Windows: each ends, the median is short, and descriptors
+// and threads do not leak.
 #include "tests/support/Aside.h"
 #include "tests/support/Median.h"
 #include "tests/support/ProcessFigures.h"
@@ -13,23 +13,23 @@
 
 namespace {
 
-// Closing waits up to half a second for the server's thread to leave its socket, in vain only where that
-// thread is slow. A stop that always waited in vain would take longer than this.
+// Closing waits up to half a second for the server's thread to leave its socket. If every stop used the whole
+// wait, the median would exceed this.
 constexpr int kMedianEndMs = 250;
-// A start of the service starts a program, which costs a third of a second there.
+// Each start runs a child process, which takes a third of a second on Windows.
 #ifdef Q_OS_WIN
-constexpr int kRoundsPart = 10;
+constexpr int kRoundsDivisor = 10;
 #else
-constexpr int kRoundsPart = 1;
+constexpr int kRoundsDivisor = 1;
 #endif
 constexpr int rounds(int count)
 {
-    return count / kRoundsPart;
+    return count / kRoundsDivisor;
 }
 const std::string kInit = wire::call("Init", 1);
 const std::string kShow = wire::call("ShowBitLockerStatus", 5, wire::Fields().string(1, "D"));
 
-// Runs the cycles and compares what the process holds after the first few with what it holds at the end.
+// Compares the figures of the process after the first cycles with those at the end.
 template <class Cycle> void runCycles(int count, Cycle cycle)
 {
     constexpr int warmUp = 20;
@@ -40,7 +40,7 @@ template <class Cycle> void runCycles(int count, Cycle cycle)
         ASSERT_NO_FATAL_FAILURE(cycle(round)) << round;
     }
     ProcessFigures after;
-    // A thread that has ended takes a moment to be gone.
+    // The system counts a finished thread for a moment.
     pumpUntil([&] {
         after = ProcessFigures::now();
         return after.fileDescriptors <= before.fileDescriptors && after.threads <= before.threads;
@@ -52,7 +52,7 @@ template <class Cycle> void runCycles(int count, Cycle cycle)
     }
 }
 
-// The milliseconds of each stop.
+// Milliseconds of each stop.
 using Durations = std::vector<qint64>;
 
 void stop(ServiceRunner& service, Durations& durations)
@@ -83,7 +83,7 @@ TEST(StopCycles, ManyWithOneToFourIdleClients_EachEndsAndTheMedianIsShort)
         std::vector<std::unique_ptr<RawClient>> clients;
         for (int i = 0; i <= round % 4; ++i)
             clients.push_back(std::make_unique<RawClient>(service.port()));
-        // Of some the server knows nothing but that they knock.
+        // In every third round the clients only connect.
         if (round % 3 != 0)
             clients.front()->ask(kInit);
         ASSERT_NO_FATAL_FAILURE(stop(service, durations));
@@ -113,7 +113,7 @@ TEST(StopCycles, ManyWithOneToThreeBusyClients_EachEndsAfterTheLastToolAndTheMed
             clients.push_back(std::make_unique<RawClient>(service.port()));
             clients.back()->send(kShow);
         }
-        // The first call to reach the host stops the service in the midst of the tools.
+        // The first call that reaches the host stops the service while the tools run.
         ASSERT_TRUE(pumpUntil([&] { return !host.recorder().calls().empty(); }));
         ASSERT_TRUE(service.waitForEnd());
         durations.push_back(lastCall.elapsed());
@@ -122,9 +122,9 @@ TEST(StopCycles, ManyWithOneToThreeBusyClients_EachEndsAfterTheLastToolAndTheMed
     EXPECT_LT(median(durations), kMedianEndMs);
 }
 
-TEST(StopCycles, FiftyStartsOnAnAddressThatIsTaken_LeaveNothingBehind)
+TEST(StopCycles, FiftyStartsOnAnAddressInUse_DoNotLeak)
 {
-    // Something else listens on the port: the service ends by itself.
+    // The port is in use, so the service ends by itself.
     const ServiceRunner other(nullptr);
     const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(other.port())));
     runCycles(50, [](int) {

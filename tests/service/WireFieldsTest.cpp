@@ -1,5 +1,5 @@
-// Each argument of each method and each field of each record from raw bytes: its id, its type code, its
-// position, and its value when the type code is another.
+// Each argument of each method and each field of each record, encoded by hand: id, type code and position.
+// The server skips a value with any other type code.
 #include "tests/support/HandlerServer.h"
 #include "tests/support/Interface.h"
 #include "tests/support/RawClient.h"
@@ -44,7 +44,7 @@ std::int32_t numberOf(int id)
     return 70000 + id;
 }
 
-std::string textOf(int id)
+std::string stringOf(int id)
 {
     return "text " + std::to_string(id);
 }
@@ -68,7 +68,7 @@ std::string valueBytes(int type, int id, std::int64_t bigBase)
     case real:
         return wire::i64(bigBase + id);
     case wire::String:
-        return wire::text(textOf(id));
+        return wire::text(stringOf(id));
     case wire::Struct:
         return Fields().number(id, 5).end();
     case map:
@@ -80,7 +80,7 @@ std::string valueBytes(int type, int id, std::int64_t bigBase)
 
 const std::vector<int> kTypeCodes{2, 3, 4, 6, 8, 10, 11, 12, 13, 14, 15};
 
-// The value, or the default of its type, as the handler below prints it.
+// The value as EchoHandler prints it.
 std::string printedValue(const InterfaceArgument& argument, std::int64_t bigBase)
 {
     switch (wireType(argument.type)) {
@@ -91,7 +91,7 @@ std::string printedValue(const InterfaceArgument& argument, std::int64_t bigBase
     case wire::I64:
         return std::to_string(bigBase + argument.id);
     default:
-        return textOf(argument.id);
+        return stringOf(argument.id);
     }
 }
 
@@ -100,7 +100,7 @@ std::string printedDefault(const InterfaceArgument& argument)
     return argument.type == "string" ? "" : "0";
 }
 
-// Prints the method and its arguments in the order of the operation's parameters.
+// Records the method and its arguments in the order of the parameters.
 class EchoHandler : public ZORNativePluginNull
 {
 public:
@@ -112,7 +112,7 @@ public:
         return lastCall_;
     }
 
-    // The answers; changed only between two calls.
+    // The answers; written only between calls.
     DiskInfo disk;
     PartitionInfo partition;
     TaskInfo task;
@@ -156,7 +156,7 @@ private:
 class WireFields : public testing::Test
 {
 protected:
-    // The call as the handler has seen it.
+    // Returns the call as the handler received it.
     std::string echo(const InterfaceMethod& method, const Fields& fields)
     {
         const wire::Message reply = client.ask(wire::call(method.name, 4, fields));
@@ -170,7 +170,7 @@ protected:
     RawClient client{server.port()};
 };
 
-TEST_F(WireFields, EachArgument_IsReadUnderItsIdAndTypeIntoItsParameter)
+TEST_F(WireFields, EachArgument_IsReadByIdAndTypeIntoItsParameter)
 {
     for (const std::int64_t base : kBigBases) {
         for (const InterfaceMethod& method : interfaceMethods()) {
@@ -186,7 +186,7 @@ TEST_F(WireFields, EachArgument_IsReadUnderItsIdAndTypeIntoItsParameter)
     }
 }
 
-TEST_F(WireFields, EachArgumentUnderAnyOtherType_IsSkippedAndTheOthersAreRead)
+TEST_F(WireFields, EachArgumentWithAnyOtherType_IsSkippedAndTheOthersAreRead)
 {
     const std::int64_t base = kBigBases.front();
     for (const InterfaceMethod& method : interfaceMethods()) {
@@ -208,7 +208,7 @@ TEST_F(WireFields, EachArgumentUnderAnyOtherType_IsSkippedAndTheOthersAreRead)
     }
 }
 
-TEST_F(WireFields, ArgumentsUnderIdsNextToTheirs_AreUnknown)
+TEST_F(WireFields, ArgumentsWithAdjacentIds_AreSkipped)
 {
     for (const InterfaceMethod& method : interfaceMethods()) {
         Fields fields;
@@ -231,7 +231,7 @@ TEST_F(WireFields, EachResult_HasItsTypeCode)
     }
 }
 
-// A field of a record: what it is on the wire, and how a test fills the member.
+// A field of a record: its wire id and type, and a function that fills the member.
 template <class Record> struct RecordField
 {
     int id;
@@ -241,7 +241,7 @@ template <class Record> struct RecordField
 
 void fillValue(std::string& member, int id, std::int64_t)
 {
-    member = textOf(id);
+    member = stringOf(id);
 }
 void fillValue(std::int32_t& member, int id, std::int64_t)
 {
@@ -367,7 +367,7 @@ template <class Record> Record filled(std::int64_t bigBase)
     return record;
 }
 
-// The whole record byte for byte; a bool is true if its id is trueId, or trueId is 0.
+// The encoded record. A bool is true if its id is trueId, or if trueId is 0.
 template <class Record> std::string recordBytes(std::int64_t bigBase, int trueId = 0)
 {
     Fields bytes;
@@ -428,7 +428,7 @@ TEST_F(WireFields, EachFieldOfARecordInAReply_HasItsIdTypeAndWholeValue)
     }
 }
 
-// One flag at a time, since two flags in each other's place look the same while both are true.
+// One flag at a time, because two swapped flags are indistinguishable while both are true.
 template <class Record, class Ask> void expectEachFlagAlone(Record& answer, Ask ask)
 {
     const std::int64_t base = kBigBases.front();
@@ -444,11 +444,11 @@ template <class Record, class Ask> void expectEachFlagAlone(Record& answer, Ask 
     }
 }
 
-TEST_F(WireFields, EachFlagOfARecordInAReply_IsTheOneOfItsId)
+TEST_F(WireFields, EachFlagOfARecordInAReply_HasItsOwnId)
 {
     const auto body = [&](const std::string& method, std::size_t prefix) {
         const std::string raw = client.ask(wire::call(method, 4)).raw;
-        // Without the header of the message and of the result, and the result's stop.
+        // Strips the message header, the header of the result field and the stop byte.
         const std::size_t start = wire::strictHeader(method, 4).size() + 3 + prefix;
         return raw.substr(start, raw.size() - start - 1);
     };
@@ -460,7 +460,6 @@ TEST_F(WireFields, EachFlagOfARecordInAReply_IsTheOneOfItsId)
     });
 }
 
-// The record that the bytes of one field give.
 template <class Record> Record readRecord(const std::string& bytes)
 {
     const auto memory = std::make_shared<apache::thrift::transport::TMemoryBuffer>();
@@ -471,7 +470,7 @@ template <class Record> Record readRecord(const std::string& bytes)
     return record;
 }
 
-template <class Record> void expectEachFieldReadUnderItsTypeOnly()
+template <class Record> void expectEachFieldReadWithItsTypeOnly()
 {
     for (const auto& entry : fieldsOf(Record())) {
         for (const std::int64_t base : kBigBases) {
@@ -492,11 +491,11 @@ template <class Record> void expectEachFieldReadUnderItsTypeOnly()
     }
 }
 
-TEST_F(WireFields, EachFieldOfARecord_IsReadUnderItsTypeAndSkippedUnderAnyOther)
+TEST_F(WireFields, EachFieldOfARecord_IsReadWithItsTypeAndSkippedWithAnyOther)
 {
-    expectEachFieldReadUnderItsTypeOnly<DiskInfo>();
-    expectEachFieldReadUnderItsTypeOnly<PartitionInfo>();
-    expectEachFieldReadUnderItsTypeOnly<TaskInfo>();
+    expectEachFieldReadWithItsTypeOnly<DiskInfo>();
+    expectEachFieldReadWithItsTypeOnly<PartitionInfo>();
+    expectEachFieldReadWithItsTypeOnly<TaskInfo>();
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// What a client sees that speaks the protocol by hand: headers, sequence ids, fields that are absent, of
-// another type or unknown. The server is the real service's.
+// The wire format with hand-encoded messages: headers, sequence ids, and missing, mistyped and unknown
+// fields. The server is the real service.
 #include "tests/support/Answers.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RawClient.h"
@@ -40,46 +40,46 @@ protected:
     std::unique_ptr<ServiceRunner> service_;
 };
 
-// A reply to a bool method, byte for byte.
+// The encoded reply of a bool method.
 std::string boolReply(const std::string& method, std::int32_t sequence, bool value)
 {
     return wire::strictHeader(method, sequence, wire::Reply) + Fields().boolean(0, value).end();
 }
 
-// The answer to a method that does not exist, byte for byte.
+// The encoded reply to an unknown method.
 std::string unknownMethodReply(const std::string& method, std::int32_t sequence)
 {
     return wire::strictHeader(method, sequence, wire::Exception) +
            Fields().string(1, "Invalid method name: '" + method + "'").number(2, 1).end();
 }
 
-TEST_F(WireForm, StrictHeader_IsAnsweredInTheStrictForm)
+TEST_F(WireForm, StrictHeader_IsAnsweredWithAStrictHeader)
 {
     RawClient client(port());
     EXPECT_EQ(client.ask(wire::call("Init", 7)).raw, boolReply("Init", 7, true));
 }
 
-TEST_F(WireForm, OldHeaderWithoutVersion_IsAnsweredInTheStrictForm)
+TEST_F(WireForm, OldHeaderWithoutVersion_IsAnsweredWithAStrictHeader)
 {
     RawClient client(port());
     EXPECT_EQ(client.ask(wire::oldHeader("Init", 8) + Fields().end()).raw, boolReply("Init", 8, true));
     EXPECT_EQ(client.ask(wire::call("Init", 9)).raw, boolReply("Init", 9, true));
 }
 
-TEST_F(WireForm, SequenceId_IsEchoedWhateverItIs)
+TEST_F(WireForm, AnySequenceId_IsEchoed)
 {
     RawClient client(port());
     for (const std::int32_t sequence : {0, 1, -1, 0x7fffffff, std::int32_t(-0x7fffffff - 1), 1, 1})
         EXPECT_EQ(client.ask(wire::call("Init", sequence)).sequence, sequence);
 }
 
-TEST_F(WireForm, UnknownMethod_IsAnsweredByAnExceptionAndTheNextCallWorks)
+TEST_F(WireForm, UnknownMethod_IsAnsweredWithAnExceptionAndTheNextCallSucceeds)
 {
     RawClient client(port());
     const Fields arguments =
         Fields().string(1, "D").number(2, 5).raw(wire::Struct, 3, Fields().big(9, 1).end());
-    EXPECT_EQ(client.ask(wire::call("FormatTheMoon", 21, arguments)).raw,
-              unknownMethodReply("FormatTheMoon", 21));
+    EXPECT_EQ(client.ask(wire::call("UnknownMethod", 21, arguments)).raw,
+              unknownMethodReply("UnknownMethod", 21));
     EXPECT_EQ(client.ask(wire::call("Init", 22)).raw, boolReply("Init", 22, true));
 }
 
@@ -91,14 +91,14 @@ TEST_F(WireForm, MethodNameInAnotherCaseOrWithPrefix_IsUnknown)
         EXPECT_EQ(client.ask(wire::call(name, 3)).raw, unknownMethodReply(name, 3)) << name;
 }
 
-TEST_F(WireForm, UnknownMethodInTheOldForm_IsAnsweredInTheStrictForm)
+TEST_F(WireForm, UnknownMethodWithAnOldHeader_IsAnsweredWithAStrictHeader)
 {
     RawClient client(port());
     EXPECT_EQ(client.ask(wire::oldHeader("Nothing", 5) + Fields().end()).raw,
               unknownMethodReply("Nothing", 5));
 }
 
-TEST_F(WireForm, ListPartitionsOnDisk_IndexSentAsString_IsAnsweredForDiskZero)
+TEST_F(WireForm, ListPartitionsOnDisk_IndexSentAsString_ReturnsThePartitionsOfDiskZero)
 {
     RawClient client(port());
     const Message wrong = client.ask(wire::call("ListPartitionsOnDisk", 1, Fields().string(1, "1")));
@@ -110,7 +110,7 @@ TEST_F(WireForm, ListPartitionsOnDisk_IndexSentAsString_IsAnsweredForDiskZero)
     EXPECT_EQ(wrong.body.field(0).items[0].field(43).bytes, "C");
 }
 
-TEST_F(WireForm, FieldOfAnotherType_IsSkippedWhateverTheType)
+TEST_F(WireForm, FieldOfAnyOtherType_IsSkipped)
 {
     RawClient client(port());
     const std::string list = std::string(1, char(wire::I32)) + wire::i32(2) + wire::i32(1) + wire::i32(1);
@@ -134,7 +134,7 @@ TEST_F(WireForm, FieldOfAnotherType_IsSkippedWhateverTheType)
     }
 }
 
-TEST_F(WireForm, UnknownFields_AreDropped)
+TEST_F(WireForm, UnknownFields_AreSkipped)
 {
     RawClient client(port());
     const Fields fields = Fields()
@@ -148,7 +148,7 @@ TEST_F(WireForm, UnknownFields_AreDropped)
     EXPECT_EQ(reply.body.field(0).items[0].field(43).bytes, "D");
 }
 
-TEST_F(WireForm, FieldSentTwice_TheLastOneCounts)
+TEST_F(WireForm, FieldSentTwice_LastValueIsUsed)
 {
     RawClient client(port());
     const Message reply =
@@ -157,7 +157,7 @@ TEST_F(WireForm, FieldSentTwice_TheLastOneCounts)
     EXPECT_EQ(reply.body.field(0).items[0].field(43).bytes, "D");
 }
 
-TEST_F(WireForm, MissingFields_ReadAsFalseZeroAndEmpty)
+TEST_F(WireForm, MissingFields_DefaultToFalseZeroAndEmpty)
 {
     RawClient client(port());
     const Message disk = client.ask(wire::call("ListPartitionsOnDisk", 1));
@@ -177,7 +177,7 @@ TEST_F(WireForm, FieldsInAnotherOrder_AreRead)
     EXPECT_EQ(reply.raw, boolReply("PostProcessing", 3, true));
 }
 
-TEST_F(WireForm, GetPartitionInfo_NothingFound_HasAll46FieldsInOrderWithTheirDefaults)
+TEST_F(WireForm, GetPartitionInfo_UnknownLetter_ReturnsAll46FieldsInOrderWithDefaults)
 {
     RawClient client(port());
     const Message reply = client.ask(wire::call("GetPartitionInfo", 1, Fields().string(1, "Q")));
@@ -206,7 +206,7 @@ TEST_F(WireForm, ListAllDisks_EachEntryHasAll29FieldsInOrder)
     EXPECT_EQ(list.items[1].field(2).number, 1);
 }
 
-TEST_F(WireForm, EmptyList_IsAListOfStructsWithoutEntries)
+TEST_F(WireForm, EmptyList_HasTheElementTypeStruct)
 {
     RawClient client(port());
     const Message reply = client.ask(wire::call("ListPartitionsOnDisk", 1, Fields().number(1, 77)));
@@ -216,14 +216,14 @@ TEST_F(WireForm, EmptyList_IsAListOfStructsWithoutEntries)
     EXPECT_TRUE(reply.body.field(0).items.empty());
 }
 
-TEST_F(WireForm, SixtyFourBitSize_TravelsWhole)
+TEST_F(WireForm, SixtyFourBitSize_IsNotTruncated)
 {
     RawClient client(port());
     const Message reply = client.ask(wire::call("GetPartitionInfo", 1, Fields().string(1, "D")));
     EXPECT_EQ(reply.body.field(0).field(4).number, std::int64_t(5) << 40);
 }
 
-TEST_F(WireForm, PreProcessingWithoutField1_IsAnsweredByBothFieldsOfTheRecord)
+TEST_F(WireForm, PreProcessingWithoutField1_ReturnsBothFieldsOfTheRecord)
 {
     RawClient client(port());
     const Message reply = client.ask(wire::call("PreProcessing", 1));
@@ -231,7 +231,7 @@ TEST_F(WireForm, PreProcessingWithoutField1_IsAnsweredByBothFieldsOfTheRecord)
     EXPECT_EQ(reply.body.field(0).fieldIds(), (std::vector<int>{1, 2}));
 }
 
-TEST_F(WireForm, StringOfOneMebibyte_Passes)
+TEST_F(WireForm, StringOfOneMebibyte_IsAccepted)
 {
     RawClient client(port());
     const std::string big(1024 * 1024, 'x');
@@ -240,7 +240,7 @@ TEST_F(WireForm, StringOfOneMebibyte_Passes)
     EXPECT_EQ(client.ask(wire::call(big, 2)).raw, unknownMethodReply(big, 2));
 }
 
-TEST_F(WireForm, StringsAroundTheBufferOf512Bytes_Pass)
+TEST_F(WireForm, StringsAroundTheBufferSizeOf512Bytes_AreAccepted)
 {
     RawClient client(port());
     for (std::size_t length = 440; length < 560; ++length) {
@@ -264,7 +264,7 @@ TEST_F(WireForm, OneCallByteByByte_IsAnswered)
     EXPECT_EQ(client.receive().raw, boolReply("PostProcessing", 2, true));
 }
 
-TEST_F(WireForm, CallThenEndOfSending_IsStillAnswered)
+TEST_F(WireForm, CallThenShutdownOfSending_IsStillAnswered)
 {
     RawClient client(port());
     client.send(wire::call("Init", 4));

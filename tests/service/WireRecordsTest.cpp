@@ -1,5 +1,4 @@
-// The records as classes, and what the service's dispatcher does with a handler: arguments in, results out,
-// and an exception on the way.
+// The generated record classes, and the dispatch of calls to a handler: arguments, results and exceptions.
 #include "tests/support/Answers.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RawClient.h"
@@ -16,13 +15,13 @@ namespace {
 
 using wire::Fields;
 
-// Notes what it is given; some operations fail.
-class NotingHandler : public ZORNativePluginNull
+// Records its calls; some operations throw.
+class RecordingHandler : public ZORNativePluginNull
 {
 public:
     void PreProcessing(TaskInfo& out, const std::string& toolCalls) override
     {
-        note("PreProcessing(" + toolCalls + ")");
+        record("PreProcessing(" + toolCalls + ")");
         out.__set_allow(true);
         out.__set_reasons("because");
     }
@@ -31,7 +30,7 @@ public:
     {
         std::ostringstream text;
         text << letter << '|' << fileSystem << '|' << label << '|' << clusterSize << '|' << quick;
-        note(text.str());
+        record(text.str());
         out = text.str();
     }
     void GetPartitionInfo(PartitionInfo&, const std::string& letter) override
@@ -45,20 +44,20 @@ public:
         out[1].serialNumber = "S2";
         throw std::bad_alloc();
     }
-    std::vector<std::string> notes() const
+    std::vector<std::string> calls() const
     {
         const std::lock_guard<std::mutex> lock(mutex_);
-        return notes_;
+        return calls_;
     }
 
 private:
-    void note(const std::string& text)
+    void record(const std::string& text)
     {
         const std::lock_guard<std::mutex> lock(mutex_);
-        notes_.push_back(text);
+        calls_.push_back(text);
     }
     mutable std::mutex mutex_;
-    std::vector<std::string> notes_;
+    std::vector<std::string> calls_;
 };
 
 template <class Record> std::string printed(const Record& record)
@@ -104,7 +103,7 @@ TEST(WireRecords, PartitionInfo_PrintsAllItsFieldsInIdOrder)
         "dynamicVolumeType=)");
 }
 
-TEST(WireRecords, Equality_LooksAtTheFieldsAndNotAtTheirFlags)
+TEST(WireRecords, Equality_ComparesFieldsAndIgnoresIsset)
 {
     TaskInfo plain;
     TaskInfo flagged;
@@ -121,7 +120,7 @@ TEST(WireRecords, Equality_LooksAtTheFieldsAndNotAtTheirFlags)
     EXPECT_FALSE(one == other);
 }
 
-TEST(WireRecords, CopyAssignmentAndSwap_CarryFieldsAndFlags)
+TEST(WireRecords, CopyAssignmentAndSwap_TransferFieldsAndIsset)
 {
     DiskInfo disk;
     disk.__set_serialNumber("S1");
@@ -138,7 +137,7 @@ TEST(WireRecords, CopyAssignmentAndSwap_CarryFieldsAndFlags)
     EXPECT_EQ(copy, disk);
 }
 
-TEST(WireRecords, ReadingARecord_FlagsWhatCameAndDropsWhatIsUnknownOrOfAnotherType)
+TEST(WireRecords, Read_SetsIssetOfReceivedFieldsAndSkipsUnknownAndMistypedOnes)
 {
     const std::string bytes = Fields()
                                   .string(29, "S1")
@@ -162,9 +161,9 @@ TEST(WireRecords, ReadingARecord_FlagsWhatCameAndDropsWhatIsUnknownOrOfAnotherTy
     EXPECT_FALSE(disk.__isset.diskLabel);
 }
 
-TEST(WireDispatch, ArgumentsOfEachType_ReachTheHandlerAndItsTextComesBack)
+TEST(WireDispatch, ArgumentsOfEachType_ReachTheHandlerAndItsResultIsReturned)
 {
-    const auto handler = std::make_shared<NotingHandler>();
+    const auto handler = std::make_shared<RecordingHandler>();
     HandlerServer server(handler);
     GeneratedClient client(server.port());
     std::string answer;
@@ -174,21 +173,21 @@ TEST(WireDispatch, ArgumentsOfEachType_ReachTheHandlerAndItsTextComesBack)
     EXPECT_EQ(answer, "|||-1|0");
 }
 
-TEST(WireDispatch, PreProcessingWithoutField1_GivesTheHandlerAnEmptyText)
+TEST(WireDispatch, PreProcessingWithoutField1_PassesAnEmptyString)
 {
-    const auto handler = std::make_shared<NotingHandler>();
+    const auto handler = std::make_shared<RecordingHandler>();
     HandlerServer server(handler);
     RawClient client(server.port());
     const wire::Message reply = client.ask(wire::call("PreProcessing", 1));
-    EXPECT_EQ(handler->notes(), std::vector<std::string>{"PreProcessing()"});
+    EXPECT_EQ(handler->calls(), std::vector<std::string>{"PreProcessing()"});
     EXPECT_EQ(reply.raw,
               wire::strictHeader("PreProcessing", 1, wire::Reply) +
                   Fields().raw(wire::Struct, 0, Fields().boolean(1, true).string(2, "because").end()).end());
 }
 
-TEST(WireDispatch, HandlerException_IsAnsweredWithItsTextAndTheConnectionStays)
+TEST(WireDispatch, HandlerException_IsAnsweredWithItsMessageAndTheConnectionStaysOpen)
 {
-    HandlerServer server(std::make_shared<NotingHandler>());
+    HandlerServer server(std::make_shared<RecordingHandler>());
     RawClient client(server.port());
     EXPECT_EQ(client.ask(wire::call("GetPartitionInfo", 31, Fields().string(1, "X"))).raw,
               wire::strictHeader("GetPartitionInfo", 31, wire::Exception) +
@@ -199,9 +198,9 @@ TEST(WireDispatch, HandlerException_IsAnsweredWithItsTextAndTheConnectionStays)
     EXPECT_EQ(client.ask(wire::call("PreProcessing", 33)).type, wire::Reply);
 }
 
-TEST(WireDispatch, HandlerOutOfMemory_IsAnsweredToo)
+TEST(WireDispatch, HandlerOutOfMemory_IsAnsweredWithAnException)
 {
-    HandlerServer server(std::make_shared<NotingHandler>());
+    HandlerServer server(std::make_shared<RecordingHandler>());
     RawClient client(server.port());
     EXPECT_EQ(client.ask(wire::call("ListAllDisks", 1)).raw,
               wire::strictHeader("ListAllDisks", 1, wire::Exception) +
@@ -209,9 +208,9 @@ TEST(WireDispatch, HandlerOutOfMemory_IsAnsweredToo)
     EXPECT_EQ(client.ask(wire::call("PreProcessing", 2)).type, wire::Reply);
 }
 
-TEST(WireDispatch, GeneratedClient_GetsTheExceptionsAsItsOwn)
+TEST(WireDispatch, GeneratedClient_ThrowsTheHandlersException)
 {
-    HandlerServer server(std::make_shared<NotingHandler>());
+    HandlerServer server(std::make_shared<RecordingHandler>());
     GeneratedClient client(server.port());
     try {
         client->Init();
@@ -225,7 +224,7 @@ TEST(WireDispatch, GeneratedClient_GetsTheExceptionsAsItsOwn)
     EXPECT_EQ(answer, "D|NTFS||0|1");
 }
 
-TEST(WireDispatch, NullHandler_AnswersFalseAndEmpty)
+TEST(WireDispatch, NullHandler_ReturnsFalseAndEmpty)
 {
     HandlerServer server(std::make_shared<ZORNativePluginNull>());
     GeneratedClient client(server.port());

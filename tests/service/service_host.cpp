@@ -1,6 +1,6 @@
-// A host of the service as a process of its own: the tests copy it into an application folder that they have
-// prepared, or let a client in another language talk to it. It prints one line of JSON once the service
-// answers or has given up, and ends by the clean road when its standard input does.
+// A host of the service, for tests that prepare its application folder and for clients in other languages. It
+// prints one line of JSON when the service listens or has ended, and shuts down at the end of its standard
+// input.
 #include "plugin/HandOver.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/RawClient.h"
@@ -20,8 +20,8 @@
 
 namespace {
 
-// The name that the service has asked the system to resolve for its bind.
-QByteArray askedName;
+// The host name that the service resolved for its bind.
+QByteArray resolvedName;
 
 QVariantMap partition(int disk, const char* letter, const QString& label)
 {
@@ -47,13 +47,13 @@ void report(AIBridge& bridge)
         {QStringLiteral("native"), qEnvironmentVariable("AGENT_NATIVE_PORT")},
         {QStringLiteral("chat"), qEnvironmentVariable("AGENT_CHAT_PORT")},
         {QStringLiteral("running"), bridge.isServerRunning()},
-        {QStringLiteral("asked"), QString::fromLatin1(askedName.toHex())},
+        {QStringLiteral("resolved"), QString::fromLatin1(resolvedName.toHex())},
     };
     std::puts(QJsonDocument(line).toJson(QJsonDocument::Compact).constData());
     std::fflush(stdout);
 }
 
-bool answers()
+bool isListening()
 {
     const int port = qEnvironmentVariableIntValue("AGENT_NATIVE_PORT");
     return port != 0 && RawClient::isListening(port);
@@ -61,15 +61,15 @@ bool answers()
 
 } // namespace
 
-// Stands before the system's own, so that the address that the service binds can be seen.
+// Interposes the C library's function to record the address that the service binds.
 extern "C" Q_DECL_EXPORT int getaddrinfo(const char* node, const char* service, const addrinfo* hints,
                                          addrinfo** result)
 {
     using Function = int (*)(const char*, const char*, const addrinfo*, addrinfo**);
     static const auto system = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "getaddrinfo"));
     if (hints != nullptr && (hints->ai_flags & AI_PASSIVE) != 0)
-        askedName = node;
-    // Names that nobody has need not be asked for in a network.
+        resolvedName = node;
+    // Avoids a network query for a name that cannot be resolved.
     if (node != nullptr && QByteArray(node).endsWith(".invalid"))
         return EAI_NONAME;
     return system(node, service, hints, result);
@@ -85,7 +85,7 @@ int main(int argc, char** argv)
                                  partition(0, "D", QString::fromUtf8("gr\xc3\xbc\xc3\x9f\x65"))}),
                         disk(1, {partition(1, "E", QStringLiteral("Backup"))})});
     bridge.init();
-    pumpUntil([&] { return !bridge.isServerRunning() || answers(); });
+    pumpUntil([&] { return !bridge.isServerRunning() || isListening(); });
     report(bridge);
 
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);

@@ -1,7 +1,6 @@
-"""A client in another language: the service called through code generated from its interface file.
+"""A client in Python that calls the service through code generated from its interface file.
 
-Arguments: the folder of the generated code, the program of the service's host, a file with the interface's
-description, a folder for scratch files.
+Arguments: the folder of the generated code, the service host, the interface description (JSON), a scratch folder.
 """
 
 import json
@@ -32,7 +31,7 @@ RESERVED = []
 
 
 def unused_port():
-    """A port that nobody listens on and that no other test takes while this process lives."""
+    """A port that is not in use and that other tests do not use until this process ends."""
     for port in range(9100 + os.getpid() % 800, 10000):
         lock = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
         try:
@@ -44,11 +43,11 @@ def unused_port():
         with socket.socket() as probe:
             if probe.connect_ex(("127.0.0.1", port)) != 0:
                 return port
-    raise RuntimeError("no port is free")
+    raise RuntimeError("no free port")
 
 
 class Service:
-    """The host's process on a port of its own."""
+    """The host process, on an unused port."""
 
     def __init__(self):
         self.folder = tempfile.TemporaryDirectory(dir=SCRATCH)
@@ -58,7 +57,7 @@ class Service:
                 self.port = int(report["native"])
                 return
             self.end()
-        raise RuntimeError("the service does not start")
+        raise RuntimeError("the service did not start")
 
     def start(self, port):
         netstat = os.path.join(self.folder.name, "netstat")
@@ -85,7 +84,7 @@ class AgentTest(unittest.TestCase):
     def tearDownClass(cls):
         code = cls.service.end()
         cls.service.folder.cleanup()
-        assert code == 0, f"the host ended with {code}"
+        assert code == 0, f"the host's exit code is {code}"
 
     def setUp(self):
         connection = TSocket.TSocket("localhost", self.service.port)
@@ -97,10 +96,10 @@ class AgentTest(unittest.TestCase):
     def tearDown(self):
         self.transport.close()
 
-    def test_init_is_true(self):
+    def test_init_returns_true(self):
         self.assertIs(self.client.Init(), True)
 
-    def test_disks_come_in_the_hosts_order_with_their_sizes(self):
+    def test_disks_keep_the_hosts_order_and_sizes(self):
         disks = self.client.ListAllDisks()
         self.assertEqual([disk.diskIndex for disk in disks], [0, 1])
         self.assertEqual([disk.serialNumber for disk in disks], ["S-0", "S-1"])
@@ -112,10 +111,10 @@ class AgentTest(unittest.TestCase):
         self.assertEqual([p.driveLetter for p in self.client.ListPartitionsOnDisk(1)], ["E"])
         self.assertEqual(self.client.ListPartitionsOnDisk(9), [])
 
-    def test_text_outside_ascii_arrives_whole(self):
+    def test_non_ascii_string_is_unchanged(self):
         self.assertEqual(self.client.GetPartitionInfo("D").label, "gr\u00fc\u00dfe")
 
-    def test_every_field_of_a_record_arrives_even_when_nothing_was_found(self):
+    def test_record_of_an_unknown_letter_has_every_field(self):
         empty = self.client.GetPartitionInfo("Q")
         values = vars(empty)
         self.assertEqual(len(values), 46)
@@ -126,43 +125,43 @@ class AgentTest(unittest.TestCase):
     def test_all_partitions(self):
         self.assertEqual([p.driveLetter for p in self.client.GetAllPartitionInfo()], ["C", "D", "E"])
 
-    def test_gate_answers_a_record(self):
-        refused = self.ask_within_the_pause()
-        self.assertIsInstance(refused, TaskInfo)
-        self.assertIs(refused.allow, False)
-        self.assertEqual(refused.reasons, IN_PROGRESS)
+    def test_gate_returns_a_record(self):
+        rejected = self.pre_process_within_the_pause()
+        self.assertIsInstance(rejected, TaskInfo)
+        self.assertIs(rejected.allow, False)
+        self.assertEqual(rejected.reasons, IN_PROGRESS)
         limit = time.monotonic() + 60
-        admitted = refused
+        admitted = rejected
         while not admitted.allow and time.monotonic() < limit:
             self.assertEqual(admitted.reasons, IN_PROGRESS)
             admitted = self.client.PreProcessing("ListAllDisks()")
         self.assertIs(admitted.allow, True)
         self.assertEqual(admitted.reasons, "")
 
-    def ask_within_the_pause(self):
-        """The gate's answer less than two seconds after a PostProcessing, also on a slow machine."""
+    def pre_process_within_the_pause(self):
+        """Returns PreProcessing's record within two seconds of a PostProcessing; retries on a slow machine."""
         for _ in range(20):
             start = time.monotonic()
             self.client.PostProcessing("Task NotValid")
             answer = self.client.PreProcessing("ListAllDisks()")
             if time.monotonic() - start < 2:
                 return answer
-        self.fail("two calls take longer than the pause")
+        self.fail("two calls took longer than the pause")
 
-    def test_post_processing_counts_the_exact_text_only(self):
+    def test_post_processing_accepts_only_the_exact_string(self):
         self.assertIs(self.client.PostProcessing("Task Queued"), True)
         self.assertIs(self.client.PostProcessing("Task Queued "), False)
         self.assertIs(self.client.PostProcessing("Task NotValid"), False)
 
-    def test_a_tool_is_queued_on_the_hosts_thread(self):
+    def test_tool_is_queued_or_rejected(self):
         self.assertEqual(self.client.CreatePartition(0, 1 << 35, "NTFS", "gr\u00fcn", -1), "Task Queued")
         self.assertEqual(self.client.DeletePartition("7"), "Task NotValid")
 
-    def test_arguments_that_are_not_sent_read_as_defaults(self):
+    def test_missing_arguments_have_default_values(self):
         self.assertEqual([p.driveLetter for p in self.client.ListPartitionsOnDisk(None)], ["C", "D"])
         self.assertEqual(self.client.GetPartitionInfo(None).driveLetter, "")
 
-    def test_unknown_method_raises_and_the_connection_goes_on(self):
+    def test_unknown_method_raises_and_the_connection_stays_open(self):
         protocol = TBinaryProtocol.TBinaryProtocol(self.transport)
         protocol.writeMessageBegin("Nothing", TMessageType.CALL, 11)
         protocol.writeStructBegin("args")
@@ -178,7 +177,7 @@ class AgentTest(unittest.TestCase):
         self.assertEqual(exception.message, "Invalid method name: 'Nothing'")
         self.assertIs(self.client.Init(), True)
 
-    def test_the_generated_client_has_every_method_of_the_interface(self):
+    def test_generated_client_has_every_method_of_the_interface(self):
         with open(DESCRIPTION, encoding="utf-8") as file:
             service = json.load(file)["services"][0]
         names = [function["name"] for function in service["functions"]]
