@@ -35,7 +35,7 @@ QByteArray bareName(const Member& member)
     return signature.left(signature.indexOf('('));
 }
 
-// "int,QVariantMap" as "int, QVariantMap".
+// Adds a space after each comma.
 QString spaced(const QByteArray& signature)
 {
     return QString::fromLatin1(signature).replace(QLatin1Char(','), QLatin1String(", "));

@@ -13,7 +13,7 @@ enum class Way { ContextProperty, RootChild, Window, WindowChild };
 struct Effects
 {
     const char* missing;        ///< the member, or its object, is missing
-    const char* otherSignature; ///< its signature is not called, or its type cannot be converted
+    const char* otherSignature; ///< the library does not call it or cannot convert its type
 };
 
 /// A member that the library uses.
