@@ -1,16 +1,16 @@
-// Runs the official conformance suite for servers against the gateway behind a test-only HTTP entry, and compares with
-// what is known: which scenarios pass, and why the others cannot.
+// Runs the official conformance suite for servers against the gateway with a test-only HTTP server, and compares the
+// result with the expected failures.
 //
 //     node scripts/conformance.js
 //
-// Ends with 1 when a scenario fails that should pass, or passes although it is said to fail.
+// Exit code 1: a scenario failed unexpectedly, or an expected failure passed.
 import { spawn } from 'node:child_process';
 import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { FakeService } from '../test/support/fakeService.js';
-import { serveHttp } from '../test/support/httpEntry.js';
+import { serveHttp } from '../test/support/httpServer.js';
 
 const suite = fileURLToPath(
     new URL('../node_modules/@modelcontextprotocol/conformance/dist/index.js', import.meta.url),
@@ -51,7 +51,7 @@ try {
         },
     );
     code = await new Promise((resolve) => run.on('close', (status) => resolve(status ?? 1)));
-    console.log('\nWhy the expected failures fail:');
+    console.log('\nReasons for the expected failures:');
     for (const name of names) console.log(`  ${name}: ${expected[name]}`);
 } finally {
     await entry.close();

@@ -1,4 +1,4 @@
-// Prints what the tool list costs a model, by the count of src/tokens.js, for each choice of groups.
+// Prints the token cost of the tool list for each group, as estimated by src/tokens.js.
 import { Gateway } from '../src/gateway.js';
 import { instructions } from '../src/instructions.js';
 import { readOptions } from '../src/options.js';

@@ -1,4 +1,4 @@
-// A client in miniature: starts the gateway as any client does, shows what it offers, reads, changes and is refused.
+// A small example client: starts the gateway, lists its tools, reads, changes data and has a call rejected.
 //
 //     AGENT_NATIVE_PORT=N node scripts/try.js
 import { fileURLToPath } from 'node:url';
@@ -13,7 +13,7 @@ const env = {
 const client = new Client({ name: 'try', version: '1' }, { capabilities: { elicitation: {} } });
 let agree = false;
 client.setRequestHandler('elicitation/create', async (request) => {
-    console.log(`\nasked> ${request.params.message}\nuser>  ${agree ? 'yes' : 'no'}`);
+    console.log(`\nquestion> ${request.params.message}\nuser>  ${agree ? 'yes' : 'no'}`);
     return agree ? { action: 'accept', content: { confirm: true } } : { action: 'decline' };
 });
 
@@ -32,24 +32,24 @@ async function call(name, args = {}) {
     return result.structuredContent;
 }
 
-/** The first disk with an unallocated region of that many bytes. @param {any[]} partitions @param {bigint} size */
-const diskWithRoom = (partitions, size) =>
+/** The first GPT disk with an unallocated region of at least size bytes, otherwise 0. @param {any[]} partitions @param {bigint} size */
+const diskWithRegion = (partitions, size) =>
     partitions.find((p) => p.isUnallocated && !p.isMbr && BigInt(p.rawCapacity) >= size)?.diskIndex ?? 0;
 
 await client.connect(
     new StdioClientTransport({ command: process.execPath, args: [program], env, stderr: 'ignore' }),
 );
-chapter('What is offered?');
+chapter('The offered tools');
 console.log(
     `${client.getServerVersion()?.title}: ${(await client.listTools()).tools.map((tool) => tool.name).join(', ')}`,
 );
 
-chapter('What is there?');
+chapter('The inventory');
 await call('ListAllDisks');
 const { partitions } = await call('GetAllPartitionInfo');
 
-chapter('Create a partition. Queued is not done: the inventory tells.');
-const diskIndex = diskWithRoom(partitions, 10737418240n);
+chapter('Create a partition. Queued does not mean done: the inventory shows the effect.');
+const diskIndex = diskWithRegion(partitions, 10737418240n);
 await call('CreatePartition', {
     diskIndex,
     capacity: '10737418240',
@@ -59,7 +59,7 @@ await call('CreatePartition', {
 });
 await call('ListPartitionsOnDisk', { diskIndex });
 
-chapter('Format a partition: the user is asked, first says no, then yes.');
+chapter('Format a partition: the user declines first, then agrees.');
 const letter =
     partitions
         .filter((/** @type {any} */ p) => /^[D-Z]/.test(p.driveLetter))
@@ -70,7 +70,7 @@ await call('FormatPartition', format);
 agree = true;
 await call('FormatPartition', format);
 
-chapter('A drive that does not exist: refused, with what the inventory knows.');
+chapter('A drive that does not exist: rejected, with the data of the inventory.');
 await call('ChangePartitionLabel', { driveLetter: 'Q', newLabel: 'x' });
 await client.close();
-chapter('The conversation is over.');
+chapter('End of the conversation');

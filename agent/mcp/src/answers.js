@@ -1,6 +1,6 @@
+import { possibleCauses } from './causes.js';
 import { TASK_NOT_VALID, TASK_QUEUED } from './constants.js';
 import { diskLine, partitionLine, partitionLines } from './inventory.js';
-import { likelyCauses } from './likely.js';
 import { structured } from './wire.js';
 
 /** @import { PlainRecord, Tool } from './types.js' */
@@ -21,7 +21,7 @@ export const failure = (text, content) => ({ ...result(text, content), isError: 
 export const failed = (error) => failure(error.message, error.detail);
 
 /**
- * What a reading tool found: the records as structured content, and a line for each.
+ * The answer of a tool that reads: the records as structured content, and a line for each.
  * @param {Tool} tool
  * @param {PlainRecord} args
  * @param {any} found
@@ -36,7 +36,7 @@ function summary(tool, args, found) {
         case 'ListAllDisks':
             return found.length > 0
                 ? found.map(diskLine).join('\n')
-                : 'The inventory holds no disk. The application may still be starting.';
+                : 'The inventory contains no disks. The application may still be starting.';
         case 'GetPartitionInfo':
             return found.driveLetter === ''
                 ? `No partition has the drive letter ${String(args.driveLetter).slice(0, 1).toUpperCase()}. The record is empty.`
@@ -44,68 +44,67 @@ function summary(tool, args, found) {
         default:
             if (found.length > 0) return partitionLines(found).join('\n');
             return args.diskIndex === undefined
-                ? 'The inventory holds no partition.'
-                : `The inventory holds no partition on disk ${args.diskIndex}; ListAllDisks tells which disks there are.`;
+                ? 'The inventory contains no partitions.'
+                : `The inventory contains no partitions on disk ${args.diskIndex}. ListAllDisks lists the disks.`;
     }
 }
 
 /**
- * "Task Queued", in words that keep a model from believing that the work is done.
+ * The answer for TASK_QUEUED. It warns the model that the work is not done yet.
  * @param {Tool} tool
  * @param {PlainRecord} args
  */
 export function queuedAnswer(tool, args) {
-    const told = `"${TASK_QUEUED}": the application took the order ${tool.name}. `;
+    const accepted = `"${TASK_QUEUED}": the application accepted the order ${tool.name}.`;
     if (tool.class === 'opens')
         return result(
-            `${told}It opens a page on the user's screen; the rest is done there by the user. Nothing has been changed, and no finding comes back here.`,
+            `${accepted} It opens a page on the user's screen, where the user continues. Nothing has been changed, and no result is returned.`,
             { answer: TASK_QUEUED, queued: true },
         );
-    const look = lookAgain(tool, args);
     return result(
-        `${told}This does NOT mean that the work is done, or that it will succeed: the application works on its own, may ask the user, and sends` +
-            ` no message when it ends. To see what came of it, ${look} again after a while. Do not tell the user that it is done before the inventory shows it.`,
+        `${accepted} This does NOT mean that the work is done or will succeed: the application works independently, may ask the user, and does` +
+            ` not report the end. To see the effect, call ${readsToCheck(args)} after a while. Do not report success to the user before the inventory shows it.`,
         { answer: TASK_QUEUED, queued: true },
     );
 }
 
-/** @param {Tool} tool @param {PlainRecord} args */
-function lookAgain(tool, args) {
-    const looks = Object.entries(args).flatMap(([name, value]) => {
+/** The calls that show the effect on the targets. @param {PlainRecord} args */
+function readsToCheck(args) {
+    const reads = Object.entries(args).flatMap(([name, value]) => {
         if (/driveLetter\d?$/i.test(name))
             return [`GetPartitionInfo (driveLetter "${String(value).slice(0, 1).toUpperCase()}")`];
         return /diskIndex$/i.test(name) ? [`ListPartitionsOnDisk (diskIndex ${value})`] : [];
     });
-    return `call ${looks.length > 0 ? looks.join(' and ') : 'ListPartitionsOnDisk or GetPartitionInfo'}`;
+    return reads.length > 0 ? reads.join(' and ') : 'ListPartitionsOnDisk or GetPartitionInfo';
 }
 
 /**
- * Any answer that is not "Task Queued": what was answered, what the inventory knows, and what may be the cause.
+ * Any answer except TASK_QUEUED, with the inventory's data on the targets and the possible causes.
  * @param {Tool} tool
  * @param {PlainRecord} args
  * @param {string} answer
- * @param {Facts | undefined} facts undefined when the inventory could not be read
+ * @param {Facts | undefined} facts undefined if the inventory could not be read
  */
-export function refusedAnswer(tool, args, answer, facts) {
-    const lines = [said(tool, answer)];
+export function rejectedAnswer(tool, args, answer, facts) {
+    const lines = [rejection(tool, answer)];
     if (facts) lines.push(...targetLines(facts));
     if (facts && answer === TASK_NOT_VALID) {
-        const causes = likelyCauses(tool, args, facts);
-        lines.push(`The service gives no reason. Likely, not certain: ${causes.join('; or ')}.`);
+        const causes = possibleCauses(tool, args, facts);
+        lines.push(
+            `The service does not report a reason. Possible causes, the most likely first: ${causes.join('; or ')}.`,
+        );
     }
     return failure(lines.join('\n'), { answer, queued: false });
 }
 
 /** @param {Tool} tool @param {string} answer */
-function said(tool, answer) {
-    if (answer === TASK_NOT_VALID)
-        return `"${TASK_NOT_VALID}": ${tool.name} was refused, nothing was handed to the application and nothing has changed.`;
+function rejection(tool, answer) {
     if (answer === '')
-        return `${tool.name} got an empty answer: the application has no page for it. Nothing was handed over.`;
-    return `"${answer}": ${tool.name} was refused, nothing was handed to the application and nothing has changed.`;
+        return `${tool.name} returned an empty answer: the application has no page for it. The application received no order.`;
+    return `"${answer}": ${tool.name} was rejected. The application received no order, and nothing has changed.`;
 }
 
-/** @param {Facts} facts */
+/** The inventory's data on the disks and drives of a call. @param {Facts} facts */
 export function targetLines(facts) {
     const letters = facts.partitions
         .map((p) => p.driveLetter.slice(0, 1).toUpperCase())
@@ -117,7 +116,7 @@ export function targetLines(facts) {
             .flatMap(({ arg, index, disk }) => {
                 if (!disk)
                     return [
-                        `${arg}: the inventory has no disk ${index}; it has ${facts.disks.map((d) => d.diskIndex).join(', ') || 'none'}.`,
+                        `${arg}: the inventory does not contain disk ${index}. Its disks: ${facts.disks.map((d) => d.diskIndex).join(', ') || '(empty)'}.`,
                     ];
                 return [
                     `${arg}: ${diskLine(disk)}`,
@@ -131,7 +130,7 @@ export function targetLines(facts) {
             .map(({ arg, letter, partition }) =>
                 partition
                     ? `${arg}: ${partitionLine(partition)}`
-                    : `${arg}: the inventory has no drive ${letter}:; it has ${letters.join(', ') || 'none'}.`,
+                    : `${arg}: the inventory does not contain drive ${letter}:. Its drives: ${letters.join(', ') || '(empty)'}.`,
             ),
     ];
 }

@@ -1,15 +1,15 @@
 import thrift from 'thrift';
 import ZORNativePlugin from '../generated/ZORNativePlugin.js';
 import { HostError } from './errors.js';
-import { limited } from './time.js';
+import { withTimeout } from './time.js';
 
-/** One open connection to the host. It carries one call at a time; the pool sees to that. */
+/** A connection to the host. The pool ensures that it carries one call at a time. */
 export class HostConnection {
     /** @param {number} port on this computer */
     constructor(port) {
         this.port = port;
         this.open = true;
-        /** It has served a call before, so the host may have gone since. */
+        /** True after the first call: the host may have closed it since. */
         this.reused = false;
         /** @type {(() => void) | undefined} */
         this.onEnd = undefined;
@@ -26,12 +26,12 @@ export class HostConnection {
         this.thrift.on('close', () =>
             this.end(
                 new HostError(
-                    'lost',
-                    `The connection to the disk manager on port ${port} ended before it answered.`,
+                    'disconnected',
+                    `The connection to the disk manager on port ${port} closed before the answer arrived.`,
                 ),
             ),
         );
-        this.socket.once('data', (/** @type {Buffer} */ bytes) => this.recognise(bytes));
+        this.socket.once('data', (/** @type {Buffer} */ bytes) => this.checkProtocol(bytes));
     }
 
     get socket() {
@@ -39,9 +39,9 @@ export class HostConnection {
     }
 
     /**
-     * Connects and asks Init, so that a connection that comes back belongs to the service and answers.
+     * Connects and calls Init, which verifies that the service is on this port and answers.
      * @param {number} port
-     * @param {number} ms the longest that this may take
+     * @param {number} ms time limit
      * @param {AbortSignal} [signal]
      */
     static async to(port, ms, signal) {
@@ -51,62 +51,63 @@ export class HostConnection {
             .catch((error) => (connection.close(), Promise.reject(error)));
         if (answered === true) return connection;
         connection.close();
-        throw stranger(port);
+        throw wrongService(port);
     }
 
     /**
      * @param {string} method
-     * @param {any[]} args as the generated client takes them
-     * @param {number} ms the longest wait for the answer
-     * @param {AbortSignal} [signal] stops the wait; the call itself cannot be taken back
+     * @param {any[]} args in the form of the generated client
+     * @param {number} ms time limit for the answer
+     * @param {AbortSignal} [signal] ends the wait; the call itself cannot be cancelled
      * @returns {Promise<any>}
      */
     async call(method, args, ms, signal) {
         if (this.ended) throw this.ended;
         /** @type {(error: HostError) => void} */
-        let lost = () => {};
-        const ended = new Promise((_, reject) => (lost = reject));
+        let disconnect = () => {};
+        const ended = new Promise((_, reject) => (disconnect = reject));
         ended.catch(() => {});
-        this.waiting.add(lost);
+        this.waiting.add(disconnect);
         const answer = this.client[method](...args).catch((/** @type {any} */ error) =>
             Promise.reject(asHostError(error, method)),
         );
         try {
-            return await limited(
+            return await withTimeout(
                 Promise.race([answer, ended]),
                 ms,
-                () => silent(this.port, method, ms),
+                () => timeout(this.port, method, ms),
                 signal,
             );
         } finally {
-            this.waiting.delete(lost);
+            this.waiting.delete(disconnect);
         }
     }
 
     close() {
-        this.end(new HostError('lost', 'The gateway closed the connection.'));
+        this.end(new HostError('disconnected', 'The gateway closed the connection.'));
     }
 
-    /** @param {HostError} why every call that still waits fails with it */
-    end(why) {
+    /** @param {HostError} error every waiting call fails with it */
+    end(error) {
         if (!this.open) return;
         this.open = false;
-        this.ended = why;
-        for (const lost of this.waiting) lost(why);
+        this.ended = error;
+        for (const disconnect of this.waiting) disconnect(error);
         this.waiting.clear();
         this.socket.destroy();
         this.onEnd?.();
     }
 
     /**
-     * The first bytes tell the service from another program's server, which would leave the reader waiting.
+     * The first bytes identify the protocol. The reader would wait for ever for the rest of another one.
      * @param {Buffer} bytes
      */
-    recognise(bytes) {
-        if (bytes[0] !== 0x80 || (bytes.length > 1 && bytes[1] !== 0x01)) this.end(stranger(this.port));
+    checkProtocol(bytes) {
+        if (bytes[0] !== 0x80 || (bytes.length > 1 && bytes[1] !== 0x01))
+            this.end(wrongService(this.port));
     }
 
-    /** @param {boolean} yes false for an idle connection: it must not keep the process from ending */
+    /** @param {boolean} yes false for an idle connection, so that the process can end */
     keepAlive(yes) {
         if (yes) this.socket.ref();
         else this.socket.unref();
@@ -114,20 +115,20 @@ export class HostConnection {
 }
 
 /** @param {number} port @param {string} method @param {number} ms */
-function silent(port, method, ms) {
+function timeout(port, method, ms) {
     const seconds = Math.round(ms / 100) / 10;
     return new HostError(
-        'silent',
-        `The program on port ${port} accepted the connection and did not answer ${method} within ${seconds} s. The disk manager may be` +
-            ' hanging, or serving three other agents already (it serves three at a time), or the port belongs to another program.' +
-            ' Ask the user to look at it, and try again later.',
+        'timeout',
+        `The program on port ${port} accepted the connection but did not answer ${method} within ${seconds} s. The disk manager may be` +
+            ' hanging or already serving three other agents (its maximum), or the port may belong to another program.' +
+            ' Ask the user to check, and try again later.',
     );
 }
 
 /** @param {number} port */
-const stranger = (port) =>
+const wrongService = (port) =>
     new HostError(
-        'stranger',
+        'wrongService',
         `The program that listens on port ${port} is not the disk manager's agent service. Ask the user for the right port (AGENT_NATIVE_PORT, or --port in the gateway's configuration).`,
     );
 
@@ -137,16 +138,17 @@ function connectFailed(error, port) {
         error?.code === 'ECONNREFUSED' ||
         error?.errors?.some((/** @type {any} */ e) => e.code === 'ECONNREFUSED')
     )
-        return new HostError('absent', `Nothing listens on port ${port}.`);
-    if (error?.code) return new HostError('lost', `The connection to port ${port} failed (${error.code}).`);
-    return stranger(port);
+        return new HostError('unreachable', `No program listens on port ${port}.`);
+    if (error?.code)
+        return new HostError('disconnected', `The connection to port ${port} failed (${error.code}).`);
+    return wrongService(port);
 }
 
 /** @param {any} error @param {string} method */
 function asHostError(error, method) {
     if (error instanceof HostError) return error;
     return new HostError(
-        'refused',
-        `The disk manager's service refused ${method}: ${error?.message ?? error}.`,
+        'exception',
+        `The disk manager's service answered ${method} with an exception: ${error?.message ?? error}.`,
     );
 }

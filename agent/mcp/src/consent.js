@@ -11,12 +11,12 @@ import { targetLines } from './answers.js';
 /** @import { Options, PlainRecord, Tool } from './types.js' */
 /** @import { Facts } from './inventory.js' */
 
-/** Asks the user before data is destroyed, where the client can ask. One question allows one call. */
+/** Asks the user before a tool that destroys data, if the client supports it. One answer allows one call. */
 export class Consent {
     /** @param {Options} options */
     constructor(options) {
         this.options = options;
-        /** Questions that have been asked and not been answered. @type {Set<string>} */
+        /** Questions without an answer so far. @type {Set<string>} */
         this.open = new Set();
         this.codec = createRequestStateCodec({
             key: randomBytes(32),
@@ -30,7 +30,7 @@ export class Consent {
     }
 
     /**
-     * What the user said to this very call: 'unasked' when the question has still to be put.
+     * The user's answer to this call; 'unasked' before the question.
      * @param {Tool} tool
      * @param {PlainRecord} args
      * @param {ServerContext} context
@@ -85,9 +85,9 @@ function questionText(tool, args, facts) {
         .map(([name, value]) => `${name}: ${value}`)
         .join(', ');
     return [
-        `An AI agent asks for ${tool.title} (${tool.name}${values && `; ${values}`}). ${tool.about}`,
+        `An AI agent requests ${tool.title} (${tool.name}${values && `; ${values}`}). ${tool.about}`,
         ...targetLines(facts),
-        'Data may be lost for good. Go on?',
+        'Data may be permanently lost. Continue?',
     ].join('\n');
 }
 
@@ -96,7 +96,7 @@ function canAsk(server, context) {
     const envelope = /** @type {Record<string, any> | undefined} */ (context.mcpReq.envelope);
     const capabilities = envelope?.[CLIENT_CAPABILITIES_META_KEY] ?? server.server.getClientCapabilities();
     const elicitation = capabilities?.elicitation;
-    // A client that names no mode can show forms: the modes came later than the capability.
+    // A client without modes supports forms: the protocol added the modes later.
     return elicitation !== undefined && (elicitation.form !== undefined || elicitation.url === undefined);
 }
 

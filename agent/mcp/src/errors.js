@@ -1,21 +1,21 @@
-/** @typedef {'absent' | 'stranger' | 'silent' | 'lost' | 'busy' | 'refused' | 'invalid'} Kind */
+/** @typedef {'unreachable' | 'wrongService' | 'timeout' | 'disconnected' | 'busy' | 'exception' | 'invalid'} Kind */
 
 /**
- * A call that could not be carried out, in words for the model: what happened and what to do about it.
+ * A call that failed. The message is for the model: the failure and the next step.
  *
- * - absent: nothing listens where the host should be
- * - stranger: another program listens there
- * - silent: the host took the connection or the call, and did not answer in time
- * - lost: the connection ended before the answer
- * - busy: the gate said no
- * - refused: the host answered with an exception
- * - invalid: the arguments are not what the tool takes; nothing was sent
+ * - unreachable: no program listens on the port
+ * - wrongService: another program listens on the port
+ * - timeout: no answer within the time limit
+ * - disconnected: the connection closed before the answer
+ * - busy: the gate did not allow the call
+ * - exception: the service answered with an exception message
+ * - invalid: the arguments do not fit the tool; nothing was sent
  */
 export class HostError extends Error {
     /**
      * @param {Kind} kind
      * @param {string} message
-     * @param {object} [detail] goes to the client as structured content
+     * @param {object} [detail] the client receives it as structured content
      */
     constructor(kind, message, detail) {
         super(message);

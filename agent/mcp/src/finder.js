@@ -3,12 +3,12 @@ import { HostError } from './errors.js';
 
 /** @import { CallScope, Log, Options } from './types.js' */
 
-// A program that is not ours may take a connection and say nothing: the search gives it this long, a port that was
-// named longer, since there the host may be slow.
+// Another program may accept the connection and never answer. A configured port has more time, because the host may be
+// slow.
 const probeMs = 1000;
-const namedPortMs = 10000;
+const configuredPortMs = 10000;
 
-/** Finds the port of the host: the one that was said, else the last one that worked, else a search. */
+/** Finds the port of the host: the configured port, otherwise the last one that worked, otherwise a search. */
 export class HostFinder {
     /** @param {Options} options @param {Log} log */
     constructor(options, log) {
@@ -19,25 +19,25 @@ export class HostFinder {
     }
 
     /**
-     * A connection to the host, or a HostError that says what to do.
+     * A connection to the host. Throws a HostError with the next step.
      * @param {CallScope} scope
      */
     async connect(scope) {
-        const said = this.options.port;
-        const connection = said === undefined ? await this.search(scope) : await this.atSaidPort(said, scope);
+        const { port } = this.options;
+        const connection = port === undefined ? await this.search(scope) : await this.tryPort(port, scope);
         if (this.last !== connection.port) this.log(`the disk manager answers on port ${connection.port}`);
         this.last = connection.port;
         return connection;
     }
 
     /** @param {number} port @param {CallScope} scope */
-    async atSaidPort(port, scope) {
+    async tryPort(port, scope) {
         try {
-            return await HostConnection.to(port, scope.deadline.within(namedPortMs).left(), scope.signal);
+            return await HostConnection.to(port, scope.deadline.within(configuredPortMs).left(), scope.signal);
         } catch (error) {
-            if (!(error instanceof HostError) || error.kind !== 'absent') throw error;
-            throw absent(
-                `nothing answers on port ${port} of this computer, which ${this.options.portSaidBy} names`,
+            if (!(error instanceof HostError) || error.kind !== 'unreachable') throw error;
+            throw unreachable(
+                `No program listens on port ${port} of this computer, which ${this.options.portSource} specifies.`,
             );
         }
     }
@@ -48,7 +48,7 @@ export class HostFinder {
         const all = Array.from({ length: searchCount }, (_, i) => searchFrom + i);
         const ports =
             this.last === undefined ? all : [this.last, ...all.filter((port) => port !== this.last)];
-        let silentPorts = 0;
+        let timeouts = 0;
         for (const port of ports) {
             if (signal.aborted) throw signal.reason;
             if (deadline.passed) break;
@@ -56,22 +56,22 @@ export class HostFinder {
                 return await HostConnection.to(port, deadline.within(probeMs).left(), signal);
             } catch (error) {
                 if (!(error instanceof HostError)) throw error;
-                if (error.kind === 'silent') silentPorts++;
+                if (error.kind === 'timeout') timeouts++;
             }
         }
-        const silence =
-            silentPorts > 0
-                ? `; ${silentPorts} of them took the connection without a word, which is how a hanging disk manager looks`
+        const hint =
+            timeouts > 0
+                ? ` ${timeouts} of them accepted the connection but did not answer, as a hanging disk manager does.`
                 : '';
-        throw absent(
-            `no port from ${searchFrom} to ${searchFrom + searchCount - 1} of this computer belongs to its agent service${silence}`,
+        throw unreachable(
+            `No port from ${searchFrom} to ${searchFrom + searchCount - 1} of this computer belongs to its agent service.${hint}`,
         );
     }
 }
 
-/** @param {string} why */
-const absent = (why) =>
+/** @param {string} reason a sentence */
+const unreachable = (reason) =>
     new HostError(
-        'absent',
-        `The disk manager is not running or cannot be reached: ${why}. Nothing was done. Ask the user to start it, and call the tool again then; no restart of this gateway is needed.`,
+        'unreachable',
+        `The disk manager is not running or not reachable. ${reason} The call was not sent. Ask the user to start it, then call the tool again; this gateway needs no restart.`,
     );

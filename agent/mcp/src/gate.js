@@ -1,17 +1,19 @@
+import { setTimeout as sleep } from 'node:timers/promises';
+import { Semaphore } from 'async-mutex';
 import { OPERATION_IN_PROGRESS, TASKS_IN_EXECUTION } from './constants.js';
 import { HostError } from './errors.js';
-import { Turn } from './turn.js';
-import { Deadline, limited, pause } from './time.js';
+import { acquire } from './semaphore.js';
+import { Deadline, withTimeout } from './time.js';
 
 /** @import { CallScope, Log, Options } from './types.js' */
 /** @import { Host } from './host.js' */
 /** @import { HostConnection } from './connection.js' */
 
-// The host refuses for this long after the end of a call.
-const paceMs = 2000;
-const askAgainMs = 250;
-const reportMs = 1000;
-// The answer that nobody waits for any more is waited for this many call limits, so that no second tool overlaps.
+// PreProcessing rejects every call for this long after PostProcessing.
+const pauseMs = 2000;
+const retryMs = 250;
+const progressMs = 1000;
+// After its client has a timeout, a call can take this many time limits in all, so that no second tool overlaps it.
 const lateAnswerLimits = 10;
 
 /** Runs the tools that act, one at a time: PreProcessing, the tool, PostProcessing. */
@@ -21,77 +23,77 @@ export class Gate {
         this.host = host;
         this.options = options;
         this.log = log;
-        this.turn = new Turn();
+        this.running = new Semaphore(1);
         this.lastEnd = -Infinity;
-        /** The tool that the host has not answered yet. @type {string | undefined} */
+        /** The tool without an answer so far. @type {string | undefined} */
         this.unanswered = undefined;
     }
 
     /**
      * @param {string} method
-     * @param {any[]} args as the generated client takes them
-     * @param {string} toolCalls what PreProcessing is told; the user sees it
+     * @param {any[]} args in the form of the generated client
+     * @param {string} toolCalls argument of PreProcessing; the host may show it
      * @param {CallScope} scope
      * @returns {Promise<string>} the tool's answer
      */
     async run(method, args, toolCalls, scope) {
-        await this.turn.take(scope, () => this.waitsTooLong());
+        await acquire(this.running, scope, () => this.queueTimeout());
         /** @type {HostConnection} */
         let connection;
         try {
             await this.pass(toolCalls, scope);
             connection = await this.host.take(scope);
         } catch (error) {
-            this.turn.leave();
+            this.running.release();
             throw error;
         }
         const cycle = this.callAndReport(connection, method, args);
-        return limited(cycle, scope.deadline.left(), () =>
-            unknownOutcome(method, `did not answer within ${this.options.timeoutMs / 1000} s`),
+        return withTimeout(cycle, scope.deadline.left(), () =>
+            unknownOutcome(
+                `${method} was sent, but the disk manager did not answer within ${this.options.timeoutMs / 1000} s.`,
+            ),
         );
     }
 
-    /** Resolves when no call is under way, at the latest after ms. @param {number} ms */
+    /** Resolves when no tool is running, or after ms. @param {number} ms */
     async settled(ms) {
         const scope = {
             deadline: new Deadline(ms),
             signal: new AbortController().signal,
             progress: () => {},
         };
-        await this.turn
-            .take(scope, () => new Error('still busy'))
-            .then(
-                () => this.turn.leave(),
-                () => {},
-            );
+        await acquire(this.running, scope, () => new Error('A tool is still running.')).then(
+            () => this.running.release(),
+            () => {},
+        );
     }
 
-    /** Waits until PreProcessing says yes, for at most two thirds of the call's limit. @param {string} toolCalls @param {CallScope} scope */
+    /** Retries PreProcessing until it allows the call, for two thirds of the time limit. @param {string} toolCalls @param {CallScope} scope */
     async pass(toolCalls, scope) {
         const limit = scope.deadline.within((this.options.timeoutMs * 2) / 3);
         let reported = -Infinity;
         for (;;) {
-            const wait = this.lastEnd + paceMs - performance.now();
+            const wait = this.lastEnd + pauseMs - performance.now();
             if (wait > 0) {
-                scope.progress('Waiting out the pause of two seconds after the last call.');
-                await pause(Math.min(wait, limit.left()), scope.signal);
+                scope.progress('Waiting for the pause of two seconds after the last call to end.');
+                await sleep(Math.min(wait, limit.left()), undefined, { signal: scope.signal });
             }
             const answer = await this.host.ask('PreProcessing', [toolCalls], scope);
             if (answer.allow) return;
-            if (answer.reasons !== OPERATION_IN_PROGRESS) throw saidNo(answer);
-            if (limit.left() <= askAgainMs) throw saidNo(answer);
-            if (performance.now() - reported >= reportMs) {
+            if (answer.reasons !== OPERATION_IN_PROGRESS) throw gateRejection(answer);
+            if (limit.left() <= retryMs) throw gateRejection(answer);
+            if (performance.now() - reported >= progressMs) {
                 scope.progress(
-                    'Waiting for the disk manager: a dialog is open there, or another call has just ended.',
+                    'Waiting for the disk manager: a dialog is open, or another call has just ended.',
                 );
                 reported = performance.now();
             }
-            await pause(askAgainMs, scope.signal);
+            await sleep(retryMs, undefined, { signal: scope.signal });
         }
     }
 
     /**
-     * From here on the call cannot be taken back: the host gets its PostProcessing even when the client has gone.
+     * From here on the call cannot be cancelled: PostProcessing follows even if the client disconnects.
      * @param {HostConnection} connection
      * @param {string} method
      * @param {any[]} args
@@ -106,56 +108,58 @@ export class Gate {
             return answer;
         } catch (error) {
             connection.close();
-            throw error instanceof HostError && error.kind !== 'refused'
-                ? unknownOutcome(method, 'ended the connection before it answered')
+            throw error instanceof HostError && error.kind !== 'exception'
+                ? unknownOutcome(
+                      `${method} was sent, but the disk manager closed the connection before it answered.`,
+                  )
                 : error;
         } finally {
             this.unanswered = undefined;
             this.lastEnd = performance.now();
             this.host.give(connection);
-            this.turn.leave();
+            this.running.release();
         }
     }
 
-    waitsTooLong() {
-        const earlier = this.unanswered
-            ? `has not answered the earlier call ${this.unanswered} yet`
-            : 'is still carrying earlier calls of this gateway';
+    queueTimeout() {
+        const cause = this.unanswered
+            ? `The disk manager has not answered the earlier call ${this.unanswered} yet.`
+            : 'Earlier calls of this gateway have not ended yet.';
         return new HostError(
-            'silent',
-            `Nothing was done: the disk manager ${earlier}, and tools that act run one at a time. Try again later, or ask the user to look at the application.`,
+            'timeout',
+            `${cause} Tools that act run one at a time, so this call was not sent. Try again later, or ask the user to check the application.`,
         );
     }
 }
 
-/** @param {string} method @param {string} what */
-const unknownOutcome = (method, what) =>
+/** @param {string} event a sentence */
+const unknownOutcome = (event) =>
     new HostError(
-        'lost',
-        `${method} was sent, and the disk manager ${what}. Whether it took the order is not known. Do NOT simply repeat the call: look first` +
+        'disconnected',
+        `${event} Whether it accepted the order is unknown. Do NOT simply repeat the call: check first` +
             ' with GetPartitionInfo or ListPartitionsOnDisk, and ask the user what the application shows.',
     );
 
 /** @param {{ allow: boolean, reasons: string | null }} answer */
-function saidNo(answer) {
+function gateRejection(answer) {
     const detail = { allow: false, reasons: answer.reasons ?? '' };
     if (answer.reasons === OPERATION_IN_PROGRESS)
         return new HostError(
             'busy',
-            `Not called: "${answer.reasons}" A dialog has stayed open in the disk manager. Ask the user to close it, then call the tool again.`,
+            `Not called: "${answer.reasons}" A dialog is still open in the disk manager. Ask the user to close it, then call the tool again.`,
             detail,
         );
     if (answer.reasons === TASKS_IN_EXECUTION)
         return new HostError(
             'busy',
-            `Not called: "${answer.reasons}" The disk manager is carrying out earlier work, which can take long. Tell the user, look at the` +
-                ' inventory to see how far it is, and call the tool again later; calling it again at once will not help.',
+            `Not called: "${answer.reasons}" The disk manager is executing earlier tasks, which can take long. Inform the user, check the` +
+                ' progress in the inventory, and call the tool again later; an immediate retry will not help.',
             detail,
         );
     if (!answer.reasons)
         return new HostError(
             'busy',
-            'Not called: the service runs, but there is no application behind it. Ask the user to start the disk manager anew.',
+            'Not called: the service is not connected to an application. Ask the user to restart the disk manager.',
             detail,
         );
     return new HostError('busy', `Not called: "${answer.reasons}"`, detail);

@@ -1,6 +1,6 @@
 import { readFileSync } from 'node:fs';
 import { fromJsonSchema, McpServer } from '@modelcontextprotocol/server';
-import { failed, failure, queuedAnswer, readAnswer, refusedAnswer } from './answers.js';
+import { failed, failure, queuedAnswer, readAnswer, rejectedAnswer } from './answers.js';
 import { Consent } from './consent.js';
 import { TASK_QUEUED } from './constants.js';
 import { HostError } from './errors.js';
@@ -20,8 +20,8 @@ import { fromWire, toWire } from './wire.js';
 const { version } = JSON.parse(readFileSync(new URL('../package.json', import.meta.url), 'utf8'));
 
 /**
- * The gateway between the protocol's clients and the host: one connection pool and one gate, and a server for each
- * client that asks for one. Nothing is sent to the host before a call needs it.
+ * The gateway between MCP clients and the host: one connection pool and one gate for all clients, and one server per
+ * client. It connects to the host on the first call.
  */
 export class Gateway {
     /** @param {Options} options @param {Log} [log] */
@@ -35,7 +35,7 @@ export class Gateway {
         this.consent = new Consent(options);
     }
 
-    /** A server with the offered tools and the inventory's resources, for one client. */
+    /** Creates a server for one client, with the offered tools and the inventory's resources. */
     server() {
         const server = new McpServer(
             { name: 'aibridge-mcp', title: 'Disk and partition manager', version },
@@ -51,7 +51,7 @@ export class Gateway {
         return server;
     }
 
-    /** Ends the connections to the host; a call that is under way may take ms to get its PostProcessing. @param {number} [ms] */
+    /** Closes the connections to the host, after at most ms for the PostProcessing of a running tool. @param {number} [ms] */
     async close(ms = 0) {
         await this.gate.settled(ms);
         this.host.close();
@@ -76,7 +76,7 @@ export class Gateway {
     }
 
     /**
-     * One tool call; a failure becomes an answer that the model can act on.
+     * Calls one tool. A failure becomes an answer with the next step for the model.
      * @param {Tool} tool
      * @param {PlainRecord} args
      * @param {McpServer} server
@@ -98,7 +98,7 @@ export class Gateway {
                     );
                 if (answer === 'no')
                     return failure(
-                        `The user was asked and said no. ${tool.name} was not called, nothing has changed. Do not call it again unless the user asks for it.`,
+                        `The user was asked and declined. ${tool.name} was not called, and nothing has changed. Do not call it again unless the user requests it.`,
                     );
             }
             return await this.act(tool, args, wire, scope);
@@ -123,9 +123,9 @@ export class Gateway {
         const answer = await this.gate.run(tool.name, wire, callText(tool, args), scope);
         this.log(`${tool.name}: ${answer}`);
         if (answer === TASK_QUEUED) return queuedAnswer(tool, args);
-        // The refusal stands whether or not the inventory can be read on top of it.
+        // The rejection is reported even if the inventory cannot be read.
         const facts = await factsAbout(this.host, this.table, tool, args, scope).catch(() => undefined);
-        return refusedAnswer(tool, args, answer, facts);
+        return rejectedAnswer(tool, args, answer, facts);
     }
 
     /** @param {ServerContext} [context] @returns {CallScope} */
@@ -150,7 +150,7 @@ export class Gateway {
     }
 }
 
-/** The tools that the options leave. @param {import('./types.js').Table} table @param {Options} options */
+/** The tools that the options select. @param {import('./types.js').Table} table @param {Options} options */
 export function offered(table, options) {
     const groups = options.groups ?? Object.keys(table.groups).filter((name) => table.groups[name].default);
     return table.tools.filter(
@@ -158,6 +158,6 @@ export function offered(table, options) {
     );
 }
 
-/** What PreProcessing is told about a call; the user sees it. @param {Tool} tool @param {PlainRecord} args */
+/** The argument of PreProcessing for a call; the host may show it. @param {Tool} tool @param {PlainRecord} args */
 const callText = (tool, args) =>
     [tool.name, ...tool.args.map((arg) => `${arg.name}=${args[arg.name]}`)].join(' ');

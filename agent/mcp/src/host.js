@@ -1,26 +1,27 @@
+import { Semaphore } from 'async-mutex';
 import { HostError } from './errors.js';
 import { HostFinder } from './finder.js';
-import { Turn } from './turn.js';
+import { acquire } from './semaphore.js';
 
 /** @import { HostConnection } from './connection.js' */
 /** @import { CallScope, Log, Options } from './types.js' */
 
-// The host serves three connections at a time, and there may be other agents.
-const mostConnections = 2;
+// The host serves three connections at a time; one remains for other agents.
+const maxConnections = 2;
 const idleMs = 5000;
 
-/** The host as the tools see it: connections are made when needed, kept for a while, and made anew when lost. */
+/** A pool of connections to the host. They are opened on demand, kept for a few seconds, and replaced when closed. */
 export class Host {
     /** @param {Options} options @param {Log} log */
     constructor(options, log) {
         this.finder = new HostFinder(options, log);
-        /** Kept connections, each with the timer that ends it. @type {Map<HostConnection, NodeJS.Timeout>} */
+        /** Idle connections, each with the timer that closes it. @type {Map<HostConnection, NodeJS.Timeout>} */
         this.idle = new Map();
-        this.places = new Turn(mostConnections);
+        this.connections = new Semaphore(maxConnections);
     }
 
     /**
-     * Calls a method that may safely be called twice: when a kept connection turns out to be dead, a fresh one is made.
+     * Calls a method that may safely be called twice: if an idle connection turns out to be closed, it retries once.
      * @param {string} method
      * @param {any[]} args
      * @param {CallScope} scope
@@ -31,29 +32,29 @@ export class Host {
         try {
             return await this.use(connection, method, args, scope);
         } catch (error) {
-            const worthAnother =
+            const retry =
                 error instanceof HostError &&
-                error.kind === 'lost' &&
+                error.kind === 'disconnected' &&
                 connection.reused &&
                 !scope.deadline.passed;
-            if (!worthAnother) throw error;
+            if (!retry) throw error;
         }
         return this.use(await this.takeFresh(scope), method, args, scope);
     }
 
     /**
-     * A connection for the caller alone, to be given back with give().
+     * A connection for the caller alone, until give() returns it to the pool.
      * @param {CallScope} scope
      * @returns {Promise<HostConnection>}
      */
     async take(scope) {
-        await this.places.take(scope, noPlace);
-        const [kept] = this.idle.keys();
-        if (!kept) return this.connect(scope);
-        this.forget(kept);
-        kept.keepAlive(true);
-        kept.reused = true;
-        return kept;
+        await acquire(this.connections, scope, noConnection);
+        const [idle] = this.idle.keys();
+        if (!idle) return this.connect(scope);
+        this.forget(idle);
+        idle.keepAlive(true);
+        idle.reused = true;
+        return idle;
     }
 
     /** @param {CallScope} scope */
@@ -62,9 +63,9 @@ export class Host {
         return this.take(scope);
     }
 
-    /** @param {HostConnection} connection an open one is kept for the next call, for a few seconds */
+    /** @param {HostConnection} connection */
     give(connection) {
-        this.places.leave();
+        this.connections.release();
         if (!connection.open) return;
         connection.keepAlive(false);
         connection.onEnd = () => this.forget(connection);
@@ -77,7 +78,7 @@ export class Host {
         this.idle.delete(connection);
     }
 
-    /** Ends the connections that nobody uses. */
+    /** Closes the idle connections. */
     close() {
         for (const connection of [...this.idle.keys()]) connection.close();
     }
@@ -87,7 +88,7 @@ export class Host {
         try {
             return await this.finder.connect(scope);
         } catch (error) {
-            this.places.leave();
+            this.connections.release();
             throw error;
         }
     }
@@ -97,8 +98,8 @@ export class Host {
         try {
             return await connection.call(method, args, scope.deadline.left(), scope.signal);
         } catch (error) {
-            // After an exception of the service the connection is in order; otherwise an answer may still come in.
-            if (!(error instanceof HostError && error.kind === 'refused')) connection.close();
+            // After an exception message the connection is usable; otherwise a late answer may still arrive.
+            if (!(error instanceof HostError && error.kind === 'exception')) connection.close();
             throw error;
         } finally {
             this.give(connection);
@@ -106,8 +107,8 @@ export class Host {
     }
 }
 
-const noPlace = () =>
+const noConnection = () =>
     new HostError(
-        'silent',
-        'The disk manager has not answered earlier calls of this gateway yet. Nothing was done. Try again later.',
+        'timeout',
+        'The disk manager has not answered earlier calls of this gateway yet. This call was not sent. Try again later.',
     );

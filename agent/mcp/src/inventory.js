@@ -4,7 +4,7 @@ import { fromWire, isDiskIndex, isDriveLetter } from './wire.js';
 /** @import { Host } from './host.js' */
 
 /**
- * What the inventory knows about the things that a call names.
+ * The inventory, and its records of the disks and drives that a call names.
  * @typedef {object} Facts
  * @property {PlainRecord[]} disks all disks
  * @property {PlainRecord[]} partitions all partitions and unallocated regions
@@ -13,7 +13,7 @@ import { fromWire, isDiskIndex, isDriveLetter } from './wire.js';
  */
 
 /**
- * Asks the host for the inventory and finds in it what the arguments name.
+ * Reads the inventory and finds the records that the arguments name.
  * @param {Host} host
  * @param {Table} table
  * @param {Tool} tool
@@ -43,7 +43,7 @@ export async function factsAbout(host, table, tool, args, scope) {
                 disk: disks.find((/** @type {PlainRecord} */ d) => d.diskIndex === index),
             };
         }),
-        // A wanted letter names nothing that is there yet.
+        // A new letter does not identify an existing partition.
         namedDrives: tool.args
             .filter((arg) => isDriveLetter(arg) && arg.name !== 'newDriveLetter')
             .map(({ name }) => {
@@ -74,8 +74,8 @@ const diskFlags = {
     not4kAligned: 'not 4K aligned',
 };
 const partitionFlags = {
-    isCurrentBootPartition: 'holds the running Windows',
-    isCurrentSystemPartition: 'the machine starts from it',
+    isCurrentBootPartition: 'contains the running Windows',
+    isCurrentSystemPartition: 'boot partition of this machine',
     gptEfi: 'EFI system partition',
     gptReserved: 'GPT reserved',
     gptRecovery: 'recovery partition',
@@ -85,8 +85,8 @@ const partitionFlags = {
     isDynamic: 'dynamic',
     isReadOnly: 'read-only',
     isBadPartition: 'bad',
-    isRawPartition: 'file system not readable',
-    isUnformatted: 'not formatted',
+    isRawPartition: 'unreadable file system',
+    isUnformatted: 'unformatted',
     isBitlockerEncrypted: 'BitLocker',
     isLowSpace: 'low on space',
 };
@@ -129,14 +129,14 @@ export function partitionLine(p) {
     return `${letter} ${parts.filter(Boolean).join(', ')}`;
 }
 
-/** Lines for a list of partitions; unallocated regions carry the number that CreatePartition takes. @param {PlainRecord[]} partitions */
+/** One line per partition; an unallocated region includes its unallocatedIndex for CreatePartition. @param {PlainRecord[]} partitions */
 export function partitionLines(partitions) {
     /** @type {Map<number, number>} */
     const regions = new Map();
     return partitions.map((p) => {
         if (!p.isUnallocated) return partitionLine(p);
-        const place = regions.get(p.diskIndex) ?? 0;
-        regions.set(p.diskIndex, place + 1);
-        return `${partitionLine(p)}, unallocatedIndex ${place}`;
+        const position = regions.get(p.diskIndex) ?? 0;
+        regions.set(p.diskIndex, position + 1);
+        return `${partitionLine(p)}, unallocatedIndex ${position}`;
     });
 }

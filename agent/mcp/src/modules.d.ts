@@ -1,3 +1,3 @@
-// The Thrift runtime and its 64-bit numbers come without types.
+// These packages contain no type declarations.
 declare module 'thrift';
 declare module 'node-int64';

@@ -14,29 +14,29 @@ const known = {
 
 export const usage = `usage: aibridge-mcp [--port N] [--tools GROUP,...|all] [--read-only] [--yes] [--timeout S] [--ask-timeout S]
   --port         port of the application's agent service on this computer; default: AGENT_NATIVE_PORT,
-                 else the first port from 9090 to 9153 where it answers
+                 otherwise the first port from 9090 to 9153 on which it answers
   --tools        groups of tools to offer; default: inventory,partitions,disks
   --read-only    offer only the tools that read
   --yes          do not ask the user before a tool that destroys data
-  --timeout      longest time that a call may take, in seconds (30)
-  --ask-timeout  longest wait for the user's answer to a question, in seconds (300)
-The Model Context Protocol is spoken on standard input and output; the log goes to standard error.
+  --timeout      time limit of a call, in seconds (30)
+  --ask-timeout  time limit of the user's answer to a question, in seconds (300)
+The program uses the Model Context Protocol on standard input and output, and logs to standard error.
 `;
 
 /**
  * @param {string[]} argv the arguments, without program and script
  * @param {NodeJS.ProcessEnv} env
- * @param {string[]} groupNames every group there is
- * @returns {Options} throws an Error with a text for the user
+ * @param {string[]} groupNames all groups
+ * @returns {Options} throws an Error with a message for the user
  */
 export function readOptions(argv, env, groupNames) {
     const { values } = parseArgs({ args: argv, options: known });
-    const said = values.port === undefined ? undefined : portNumber(values.port);
+    const option = values.port === undefined ? undefined : portNumber(values.port);
     const inherited = isPort(env.AGENT_NATIVE_PORT) ? Number(env.AGENT_NATIVE_PORT) : undefined;
     return {
-        // What the environment says may be stale or odd; it must not keep a client from its handshake.
-        port: said ?? inherited,
-        portSaidBy: said === undefined ? 'AGENT_NATIVE_PORT' : '--port',
+        // An invalid or outdated environment variable must not prevent the handshake.
+        port: option ?? inherited,
+        portSource: option === undefined ? 'AGENT_NATIVE_PORT' : '--port',
         searchFrom: 9090,
         searchCount: 64,
         timeoutMs: seconds(values.timeout, '--timeout'),
@@ -54,7 +54,7 @@ const isPort = (text) =>
 
 /** @param {string} text */
 function portNumber(text) {
-    if (!isPort(text)) throw new Error(`--port must be a port from 1 to 65535, and is "${text}"`);
+    if (!isPort(text)) throw new Error(`--port must be a port from 1 to 65535, but is "${text}".`);
     return Number(text);
 }
 
@@ -62,7 +62,7 @@ function portNumber(text) {
 function seconds(text, name) {
     const value = Number(text);
     if (!(value > 0 && value <= 3600))
-        throw new Error(`${name} must be a number of seconds up to 3600, and is "${text}"`);
+        throw new Error(`${name} must be a number of seconds, more than 0 and at most 3600, but is "${text}".`);
     return value * 1000;
 }
 
@@ -74,7 +74,7 @@ function groupsOf(text, groupNames) {
     const unknown = names.filter((name) => !groupNames.includes(name));
     if (unknown.length > 0)
         throw new Error(
-            `--tools: there is no group "${unknown.join('", "')}"; the groups are ${groupNames.join(', ')}, or all`,
+            `--tools contains an unknown group: "${unknown.join('", "')}". The groups are ${groupNames.join(', ')}; all selects every group.`,
         );
     return names;
 }

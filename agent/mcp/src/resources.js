@@ -6,11 +6,11 @@ import { fromWire } from './wire.js';
 /** @import { Host } from './host.js' */
 
 const mimeType = 'application/json';
-// Clients list resources when they start, so a host that hangs must not hold them up.
+// Clients list resources at start, so a hanging host must not delay them.
 const listMs = 2000;
 
 /**
- * The inventory as resources: the disks, and the partitions of each disk.
+ * Registers the inventory as resources: the disks, and the partitions of each disk.
  * @param {McpServer} server
  * @param {Host} host
  * @param {Table} table
@@ -35,7 +35,7 @@ export function offerResources(server, host, table, scopeOf) {
         async (uri, context) => document(uri, { disks: await disks(scopeOf(context)) }),
     );
 
-    // Without a host there is nothing to list; the failure shows when a resource is read.
+    // Without a host the list is empty; reading a resource reports the failure.
     /** @param {ServerContext} [context] */
     const numbers = async (context) => {
         const scope = scopeOf(context);
@@ -65,7 +65,7 @@ export function offerResources(server, host, table, scopeOf) {
     server.registerResource('partitions', template, about, async (uri, { diskIndex }, context) => {
         const index = Number(diskIndex);
         if (!/^\d+$/.test(String(diskIndex)) || index > 0x7fffffff)
-            throw new Error(`${uri.href} names no disk`);
+            throw new Error(`${uri.href} does not identify a disk.`);
         return document(uri, { diskIndex: index, partitions: await partitions(index, scopeOf(context)) });
     });
 }

@@ -1,23 +1,23 @@
 /** @import { Field, Table, Tool, WireType } from './types.js' */
 
-// A size may need more digits than a JSON number keeps in many clients: outwards it is always a text.
-const outwards = {
+// Many clients read a JSON number as a double, which cannot represent every 64-bit size: in answers it is a string.
+const outputTypes = {
     bool: { type: 'boolean' },
     i32: { type: 'integer' },
     i64: { type: 'string' },
     string: { type: 'string' },
 };
-const inwards = { ...outwards, i64: { type: ['integer', 'string'] } };
+const inputTypes = { ...outputTypes, i64: { type: ['integer', 'string'] } };
 
 /**
- * The JSON schema of a tool's arguments. All are required: the service reads an absent one as 0 or empty, which
- * would mean disk 0.
+ * The JSON schema of a tool's arguments. All are required: the service reads a missing one as 0 or empty, and 0 is a
+ * valid disk number.
  * @param {Tool} tool
  */
 export function inputSchema(tool) {
     /** @type {Record<string, any>} */
     const properties = {};
-    for (const arg of tool.args) properties[arg.name] = described(inwards[plain(arg.type)], arg.about);
+    for (const arg of tool.args) properties[arg.name] = described(inputTypes[simple(arg.type)], arg.about);
     return {
         type: 'object',
         properties,
@@ -26,7 +26,7 @@ export function inputSchema(tool) {
 }
 
 /**
- * The JSON schema of a tool's structured answer, or undefined for a tool that acts: it answers with a text.
+ * The JSON schema of a tool's structured answer; undefined for a tool that acts, which returns a string.
  * @param {Tool} tool
  * @param {Table} table
  */
@@ -38,7 +38,7 @@ export function outputSchema(tool, table) {
 }
 
 /**
- * The key under which a list stands in a structured answer, which has to be an object.
+ * The key of an array in a structured answer, which must be an object.
  * @param {{ list: WireType }} type
  */
 export const listName = (type) =>
@@ -61,19 +61,19 @@ export function recordSchema(table, name) {
 
 /** @param {WireType} type @param {Table} table @returns {any} */
 function typeSchema(type, table) {
-    if (typeof type === 'string') return outwards[type];
+    if (typeof type === 'string') return outputTypes[type];
     if ('record' in type) return recordSchema(table, type.record);
     return { type: 'array', items: typeSchema(type.list, table) };
 }
 
 /** @param {WireType} type */
-function plain(type) {
-    if (typeof type !== 'string') throw new Error('an argument of a tool is a plain type');
+function simple(type) {
+    if (typeof type !== 'string') throw new Error('The arguments of a tool must have simple types.');
     return type;
 }
 
 /**
- * The schema with its description, unless the argument's name says all of it already (driveLetter, diskIndex).
+ * The schema with its description, unless that only repeats the argument's name (driveLetter, diskIndex).
  * @param {any} schema
  * @param {string} description
  */
@@ -91,7 +91,7 @@ export function annotations(tool) {
 }
 
 /**
- * A tool as tools/list shows it.
+ * The entry of a tool in tools/list.
  * @param {Tool} tool
  * @param {Table} table
  */

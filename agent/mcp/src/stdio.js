@@ -3,14 +3,14 @@ import { Gateway } from './gateway.js';
 import { readOptions, usage } from './options.js';
 import { loadTable } from './table.js';
 
-// How long a call that is under way may still take when the client has gone, so that the host gets its PostProcessing.
-const farewellMs = 1000;
+// Time for the PostProcessing of a running tool after the client has disconnected.
+const shutdownMs = 1000;
 
 /** @param {string} text */
 const log = (text) => process.stderr.write(`aibridge-mcp: ${text}\n`);
 
 /**
- * The whole program: serves one client on standard input and output, and ends with it.
+ * Serves one client on standard input and output, and exits when it disconnects.
  * @param {string[]} argv
  * @param {NodeJS.ProcessEnv} env
  */
@@ -18,12 +18,12 @@ export async function runOnStdio(argv, env) {
     const options = optionsOrExit(argv, env);
     const gateway = new Gateway(options, log);
     let ending = false;
-    /** @param {string} why */
-    const end = async (why) => {
+    /** @param {string} reason */
+    const end = async (reason) => {
         if (ending) return;
         ending = true;
-        log(`ending: ${why}`);
-        await gateway.close(farewellMs);
+        log(`exiting: ${reason}`);
+        await gateway.close(shutdownMs);
         process.exit(0);
     };
     process.stdin.on('end', () => end('the client closed standard input'));
@@ -32,7 +32,7 @@ export async function runOnStdio(argv, env) {
     for (const signal of ['SIGINT', 'SIGTERM', 'SIGHUP']) process.on(signal, () => end(signal));
     serveStdio(() => gateway.server(), { onerror: (error) => log(error.message) });
     log(
-        `${gateway.tools.length} tools; ${options.port === undefined ? 'the application is looked for when it is needed' : `the application is expected on port ${options.port}`}`,
+        `${gateway.tools.length} tools; ${options.port === undefined ? 'the first call searches for the application' : `the application is expected on port ${options.port}`}`,
     );
 }
 

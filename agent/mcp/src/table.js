@@ -6,8 +6,8 @@ import { readFileSync } from 'node:fs';
 const readJson = (path) => JSON.parse(readFileSync(new URL(path, import.meta.url), 'utf8'));
 
 /**
- * The one table that drives the gateway: the compiler's JSON of the interface file (names, arguments, comments)
- * joined with tools.json (title, group, class). Throws when the two name different tools.
+ * The table of the tools: the Thrift compiler's JSON of the interface file (names, arguments, comments) joined with
+ * tools.json (title, group, class). Throws if the two contain different tools.
  * @returns {Table}
  */
 export function loadTable() {
@@ -15,7 +15,7 @@ export function loadTable() {
 }
 
 /**
- * @param {any} api the interface as the Thrift compiler writes it with --gen json
+ * @param {any} api the interface in the JSON of thrift --gen json
  * @param {any} own the content of tools.json
  * @returns {Table}
  */
@@ -23,11 +23,11 @@ export function joinTable(api, own) {
     const functions = api.services[0].functions;
     const methods = functions.map((/** @type {any} */ f) => f.name);
     const acting = functions.filter((/** @type {any} */ f) => !own.gate.includes(f.name));
-    holdSameTools(
+    requireSameTools(
         acting.map((/** @type {any} */ f) => f.name),
         Object.keys(own.tools),
     );
-    const phrases = own.saidOnce.map((/** @type {string} */ phrase) => withConstants(phrase, api.constants));
+    const phrases = own.commonPhrases.map((/** @type {string} */ phrase) => withConstants(phrase, api.constants));
     return {
         tools: acting.map((/** @type {any} */ f) => tool(f, own, phrases)),
         groups: own.groups,
@@ -38,34 +38,34 @@ export function joinTable(api, own) {
 }
 
 /** @param {string[]} methods @param {string[]} described */
-function holdSameTools(methods, described) {
-    const odd = [
+function requireSameTools(methods, described) {
+    const different = [
         ...methods.filter((name) => !described.includes(name)),
         ...described.filter((name) => !methods.includes(name)),
     ];
-    if (odd.length > 0)
-        throw new Error(`the interface and tools.json name different tools: ${odd.join(', ')}`);
+    if (different.length > 0)
+        throw new Error(`The interface file and tools.json contain different tools: ${different.join(', ')}.`);
 }
 
 /**
  * @param {any} f
  * @param {any} own
- * @param {string[]} phrases those of own.saidOnce
+ * @param {string[]} phrases those of own.commonPhrases
  * @returns {Tool}
  */
 function tool(f, own, phrases) {
-    const said = own.tools[f.name];
-    if (!own.groups[said.group]) throw new Error(`${f.name} is in the unknown group ${said.group}`);
+    const details = own.tools[f.name];
+    if (!own.groups[details.group]) throw new Error(`${f.name} has the unknown group ${details.group}.`);
     return {
         name: f.name,
-        title: said.title,
-        group: said.group,
-        class: said.class,
-        repeatable: Boolean(said.repeatable),
-        about: withoutSaidOnce(f.doc, phrases),
+        title: details.title,
+        group: details.group,
+        class: details.class,
+        repeatable: Boolean(details.repeatable),
+        about: withoutCommonPhrases(f.doc, phrases),
         args: f.arguments
             .map(field)
-            .map((/** @type {Field} */ a) => ({ ...a, about: withoutSaidOnce(a.about, phrases) })),
+            .map((/** @type {Field} */ a) => ({ ...a, about: withoutCommonPhrases(a.about, phrases) })),
         result: wireType(f.returnTypeId, f.returnType),
     };
 }
@@ -86,19 +86,19 @@ function wireType(id, detail) {
     if (id === 'struct') return { record: detail.class };
     if (id === 'list') return { list: wireType(detail.elemTypeId, detail.elemType) };
     if (id === 'bool' || id === 'i32' || id === 'i64' || id === 'string') return id;
-    throw new Error(`the interface uses the type ${id}, which the gateway does not know`);
+    throw new Error(`The gateway does not support the type ${id} of the interface.`);
 }
 
 /** @param {string | undefined} text */
 const oneLine = (text) => (text ?? '').split(/\s+/).join(' ').trim();
 
 /**
- * A comment without the phrases that hold for every tool, which the server's instructions say once, and without what an
- * absent argument reads as: the gateway requires all.
+ * A comment without the phrases that the server's instructions contain, and without the value of a missing argument,
+ * because the gateway requires all arguments.
  * @param {string} text
  * @param {string[]} phrases
  */
-function withoutSaidOnce(text, phrases) {
+function withoutCommonPhrases(text, phrases) {
     let short = oneLine(text).replace(/ ?Absent: [^.]*\./, '');
     for (const phrase of phrases) short = short.replace(phrase, '');
     return oneLine(short).replace(/ ([.;,])/g, '$1');

@@ -1,12 +1,14 @@
-/** A point in time by which something must have ended. */
+import { once } from 'node:events';
+import { setTimeout as sleep } from 'node:timers/promises';
+
+/** The end of a time limit. */
 export class Deadline {
     /** @param {number} ms from now */
     constructor(ms) {
-        this.limitMs = ms;
         this.at = performance.now() + ms;
     }
 
-    /** Milliseconds that are left, never negative. */
+    /** Remaining milliseconds, never negative. */
     left() {
         return Math.max(0, this.at - performance.now());
     }
@@ -16,7 +18,7 @@ export class Deadline {
     }
 
     /**
-     * A deadline in ms from now, or this one where it comes first.
+     * A deadline in ms from now, or this one if it is earlier.
      * @param {number} ms
      */
     within(ms) {
@@ -25,42 +27,28 @@ export class Deadline {
 }
 
 /**
- * The promise's outcome, or the error that late() makes when the limit passes or the signal says stop first.
+ * Settles as the promise does, unless the time limit or the signal ends the wait first.
  * @template T
  * @param {Promise<T>} promise
  * @param {number} ms
- * @param {() => Error} late
+ * @param {() => Error} timeoutError
  * @param {AbortSignal} [signal]
  * @returns {Promise<T>}
  */
-export function limited(promise, ms, late, signal) {
-    return new Promise((resolve, reject) => {
-        const end = () => {
-            clearTimeout(timer);
-            signal?.removeEventListener('abort', stop);
-        };
-        const stop = () => (end(), reject(signal?.reason ?? new Error('cancelled')));
-        const timer = setTimeout(() => (end(), reject(late())), ms);
-        if (signal?.aborted) return stop();
-        signal?.addEventListener('abort', stop, { once: true });
-        promise.then(
-            (value) => (end(), resolve(value)),
-            (error) => (end(), reject(error)),
-        );
-    });
+export async function withTimeout(promise, ms, timeoutError, signal) {
+    const settled = new AbortController();
+    const { signal: stop } = settled;
+    const waits = [promise, sleep(ms, undefined, { signal: stop }).then(() => Promise.reject(timeoutError()))];
+    if (signal) waits.push(aborted(signal, stop));
+    try {
+        return await Promise.race(waits);
+    } finally {
+        settled.abort();
+    }
 }
 
-/**
- * Waits, unless the signal says stop first.
- * @param {number} ms
- * @param {AbortSignal} [signal]
- * @returns {Promise<void>}
- */
-export function pause(ms, signal) {
-    return new Promise((resolve, reject) => {
-        if (signal?.aborted) return reject(signal.reason);
-        const stop = () => (clearTimeout(timer), reject(signal?.reason));
-        const timer = setTimeout(() => (signal?.removeEventListener('abort', stop), resolve()), ms);
-        signal?.addEventListener('abort', stop, { once: true });
-    });
+/** @param {AbortSignal} signal @param {AbortSignal} stop @returns {Promise<never>} */
+async function aborted(signal, stop) {
+    if (!signal.aborted) await once(signal, 'abort', { signal: stop });
+    throw signal.reason;
 }

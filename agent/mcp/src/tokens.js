@@ -1,8 +1,8 @@
 /**
- * How many tokens a text costs a model, by a count that needs no vocabulary: the larger of
- * - one token for each four bytes of UTF-8, and
- * - one for each piece: a word (cut at capitals inside it) for each ten letters begun, a number for each three
- *   digits begun, a run of other signs for each three begun. A blank goes with the word after it.
+ * Estimates the tokens of a text without a vocabulary, as the larger of
+ * - one token per four bytes of UTF-8, and
+ * - one token per piece: per ten letters begun of a word (which is cut at inner capitals), per three digits begun of
+ *   a number, per three begun of other characters. A space belongs to the next word.
  * @param {string} text
  */
 export function countTokens(text) {

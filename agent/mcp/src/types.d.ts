@@ -1,14 +1,14 @@
-/** A type of the interface: a plain one, a record by its name, or a list of one. */
+/** A type of the interface: a simple type, a record by its name, or a list. */
 export type WireType = 'bool' | 'i32' | 'i64' | 'string' | { record: string } | { list: WireType };
 
 export interface Field {
     name: string;
     type: WireType;
-    /** What the interface file says about it, on one line. */
+    /** Its comment in the interface file, on one line. */
     about: string;
 }
 
-/** What a tool does at most: read the inventory, open a page, change data, destroy data. */
+/** The permission that a tool needs: read the inventory, open a page, change data, destroy data. */
 export type ToolClass = 'reads' | 'opens' | 'changes' | 'destroys';
 
 export interface Tool {
@@ -16,7 +16,7 @@ export interface Tool {
     title: string;
     group: string;
     class: ToolClass;
-    /** A second call with the same arguments changes nothing more. */
+    /** A repeated call with the same arguments has no further effect. */
     repeatable: boolean;
     about: string;
     args: Field[];
@@ -27,32 +27,32 @@ export interface Table {
     tools: Tool[];
     groups: Record<string, { about: string; default: boolean }>;
     records: Record<string, Field[]>;
-    /** Every method of the service, the gate's too, in the interface's order. */
+    /** All methods of the service including the gate's, in the interface's order. */
     methods: string[];
-    /** The methods that make up the gate; they are not tools. */
+    /** The methods of the gate, which are not tools. */
     gate: string[];
 }
 
-/** A record or an answer as it goes to the client: 64-bit numbers are decimal texts. */
+/** A record or an answer for the client: 64-bit integers are decimal strings. */
 export type Plain = null | boolean | number | string | Plain[] | { [name: string]: Plain };
 export type PlainRecord = { [name: string]: any };
 
 export interface Options {
-    /** The host's port when it is said; undefined: search. */
+    /** The configured port of the host; undefined: search. */
     port: number | undefined;
-    /** Where the port comes from, for messages. */
-    portSaidBy: string;
-    /** First port of the search, and how many are tried. */
+    /** Name of the option or variable with the port, for messages. */
+    portSource: string;
+    /** First port and number of ports of the search. */
     searchFrom: number;
     searchCount: number;
-    /** The longest that one call may take, in milliseconds. */
+    /** Time limit of one call, in milliseconds. */
     timeoutMs: number;
-    /** The longest wait for the user's answer to a question, in milliseconds. */
+    /** Time limit of the user's answer to a question, in milliseconds. */
     askTimeoutMs: number;
-    /** Never ask before a tool that destroys. */
+    /** Never ask before a tool that destroys data. */
     yes: boolean;
     readOnly: boolean;
-    /** The groups that are offered; undefined: the default ones. */
+    /** The offered groups; undefined: the default groups. */
     groups: string[] | undefined;
     help: boolean;
 }
@@ -60,7 +60,7 @@ export interface Options {
 export type Log = (text: string) => void;
 export type Progress = (text: string) => void;
 
-/** One call from a client: when it must have ended, whether the client still wants it, and how to keep it informed. */
+/** One call of a client: its deadline, its cancellation and its progress notifications. */
 export interface CallScope {
     deadline: import('./time.js').Deadline;
     signal: AbortSignal;

@@ -8,7 +8,7 @@ const I32 = [-(2n ** 31n), 2n ** 31n - 1n];
 const I64 = [-(2n ** 63n), 2n ** 63n - 1n];
 
 /**
- * A tool's arguments as the generated client takes them, in the interface's order.
+ * A tool's arguments in the form of the generated client, in the interface's order.
  * @param {Tool} tool
  * @param {Record<string, unknown>} given
  */
@@ -30,7 +30,7 @@ function valueToWire(tool, arg, value) {
         case 'i64':
             return toInt64(integer(tool, arg, value, I64));
         default:
-            if (typeof value !== 'string') throw invalid(tool, `${arg.name} must be a text`);
+            if (typeof value !== 'string') throw invalid(tool, `${arg.name} must be a string`);
             return isDriveLetter(arg) ? driveLetter(tool, arg, value) : value;
     }
 }
@@ -42,7 +42,7 @@ export const isDriveLetter = (arg) => arg.type === 'string' && /driveLetter\d?$/
 export const isDiskIndex = (arg) => arg.type === 'i32' && /diskIndex$/i.test(arg.name);
 
 /**
- * The service looks at the first byte only, so "Data" would mean drive D: more than a letter is not sent on.
+ * The service reads only the first byte, so "Data" would select drive D. Only a single letter is accepted.
  * @param {Tool} tool
  * @param {Field} arg
  * @param {string} value
@@ -52,24 +52,24 @@ function driveLetter(tool, arg, value) {
     if (/^[A-Za-z](:\\?)?$/.test(value) || (mayBeEmpty && value === '')) return value;
     throw invalid(
         tool,
-        `${arg.name} must be one letter, such as "E" or "E:"${mayBeEmpty ? ', or empty' : ''}, and not "${value}"`,
+        `${arg.name} must be one letter, such as "E" or "E:"${mayBeEmpty ? ', or empty' : ''}, but is "${value}"`,
     );
 }
 
 /** @param {Tool} tool @param {Field} arg @param {unknown} value @param {bigint[]} range */
-function integer(tool, arg, value, [least, most]) {
+function integer(tool, arg, value, [min, max]) {
     if (typeof value === 'number' && Number.isInteger(value) && !Number.isSafeInteger(value))
         throw invalid(
             tool,
-            `${arg.name} is too large for a JSON number to keep every digit: send it as a text of digits`,
+            `${arg.name} has more digits than a JSON number keeps: send it as a decimal string`,
         );
-    const whole =
+    const isInteger =
         (typeof value === 'number' && Number.isInteger(value)) ||
         (typeof value === 'string' && /^-?\d{1,20}$/.test(value));
-    if (!whole) throw invalid(tool, `${arg.name} must be a whole number`);
+    if (!isInteger) throw invalid(tool, `${arg.name} must be a whole number`);
     const number = BigInt(value);
-    if (number < least || number > most)
-        throw invalid(tool, `${arg.name} must lie between ${least} and ${most}`);
+    if (number < min || number > max)
+        throw invalid(tool, `${arg.name} must be between ${min} and ${max}`);
     return number;
 }
 
@@ -80,11 +80,11 @@ function toInt64(value) {
     return new Int64(bytes);
 }
 
-/** @param {Tool} tool @param {string} why */
-const invalid = (tool, why) => new HostError('invalid', `${tool.name} was not called: ${why}.`);
+/** @param {Tool} tool @param {string} reason */
+const invalid = (tool, reason) => new HostError('invalid', `${tool.name} was not called: ${reason}.`);
 
 /**
- * A value from the generated client as JSON has it; 64-bit numbers become decimal texts.
+ * Converts a value of the generated client to JSON; 64-bit integers become decimal strings.
  * @param {any} value
  * @param {WireType} type
  * @param {Table} table
@@ -100,7 +100,7 @@ export function fromWire(value, type, table) {
 }
 
 /**
- * The structured form of a reading tool's answer: always an object.
+ * The structured answer of a tool that reads: always an object.
  * @param {Tool} tool
  * @param {any} plain
  * @returns {PlainRecord}

@@ -22,7 +22,7 @@ async function startService(t, port) {
     return service;
 }
 
-/** A port on which nothing listens now. */
+/** A port without a listener. */
 async function closedPort() {
     const service = new FakeService();
     const port = await service.start();
@@ -47,7 +47,7 @@ async function failsWithin(call, limitMs) {
     return text(answer);
 }
 
-test('HostAbsent_HandshakeAndListWorkAndACallFailsAtOnceThenWorksOnceItIsThere', async (t) => {
+test('UnreachableHost_HandshakeAndListWorkAndCallsFailImmediatelyUntilItStarts', async (t) => {
     const port = await closedPort();
     const { client } = await connect(t, { args: ['--port', String(port)] });
     assert.ok((await client.listTools()).tools.length > 0);
@@ -56,50 +56,50 @@ test('HostAbsent_HandshakeAndListWorkAndACallFailsAtOnceThenWorksOnceItIsThere',
         ['aibridge://disks'],
     );
     for (const call of [read, label]) {
-        const why = await failsWithin(() => client.callTool(call), 10000);
+        const message = await failsWithin(() => client.callTool(call), 10000);
         assert.match(
-            why,
-            /not running or cannot be reached: nothing answers on port \d+ of this computer, which --port names/,
+            message,
+            /not running or not reachable\. No program listens on port \d+ of this computer, which --port specifies\./,
         );
-        assert.match(why, /Ask the user to start it, and call the tool again then/);
+        assert.match(message, /Ask the user to start it, then call the tool again/);
     }
     await startService(t, port);
     assert.ok(!(await client.callTool(read)).isError);
     assert.ok(!(await client.callTool(label)).isError);
 });
 
-test('HostAbsentAtAResource_FailsWithTheSameWords', async (t) => {
+test('UnreachableHost_FailsAResourceWithTheSameMessage', async (t) => {
     const { client } = await connect(t, { args: ['--port', String(await closedPort())] });
     await assert.rejects(
         client.readResource({ uri: 'aibridge://disks' }),
-        /not running or cannot be reached/,
+        /not running or not reachable/,
     );
 });
 
-test('HostKilledInMidCall_SaysThatTheOutcomeIsUnknownAndTheNextCallWorks', async (t) => {
+test('HostKilledDuringATool_ReportsAnUnknownOutcomeAndTheNextCallWorks', async (t) => {
     const service = await startService(t);
     const { client } = await connect(t, { args: ['--port', String(service.port)] });
     service.answer.ChangePartitionLabel = () => (service.cut(), new Promise(() => {}));
-    const why = await failsWithin(() => client.callTool(label), 10000);
+    const message = await failsWithin(() => client.callTool(label), 10000);
     assert.match(
-        why,
-        /ended the connection before it answered\. Whether it took the order is not known\. Do NOT simply repeat the call/,
+        message,
+        /closed the connection before it answered\. Whether it accepted the order is unknown\. Do NOT simply repeat the call/,
     );
     service.answer.ChangePartitionLabel = TASK_QUEUED;
     assert.ok(!(await client.callTool(label)).isError);
 });
 
-test('HostKilledInMidRead_FailsAtOnceAndTheNextCallWorks', async (t) => {
+test('HostKilledDuringARead_FailsImmediatelyAndTheNextCallWorks', async (t) => {
     const service = await startService(t);
     const { client } = await connect(t, { args: ['--port', String(service.port)] });
     const answer = service.answer.ListAllDisks;
     service.answer.ListAllDisks = () => (service.cut(), new Promise(() => {}));
-    assert.match(await failsWithin(() => client.callTool(read), 10000), /ended before it answered/);
+    assert.match(await failsWithin(() => client.callTool(read), 10000), /closed before the answer arrived/);
     service.answer.ListAllDisks = answer;
     assert.ok(!(await client.callTool(read)).isError);
 });
 
-test('HostStartedAnew_IsReachedByTheNextCall', async (t) => {
+test('RestartedHost_IsReachedByTheNextCall', async (t) => {
     const first = await startService(t);
     const { client } = await connect(t, { args: ['--port', String(first.port)] });
     assert.ok(!(await client.callTool(read)).isError);
@@ -109,7 +109,7 @@ test('HostStartedAnew_IsReachedByTheNextCall', async (t) => {
     assert.ok(!(await client.callTool(read)).isError);
 });
 
-test('HostThatNeverAnswersARead_FailsWithinTheLimitAndTheNextCallWorks', async (t) => {
+test('HostThatNeverAnswersARead_FailsWithinTheTimeLimitAndTheNextCallWorks', async (t) => {
     const service = await startService(t);
     const { client } = await connect(t, { args: ['--port', String(service.port), '--timeout', '3'] });
     const answer = service.answer.ListAllDisks;
@@ -122,7 +122,7 @@ test('HostThatNeverAnswersARead_FailsWithinTheLimitAndTheNextCallWorks', async (
     assert.ok(!(await client.callTool(read)).isError);
 });
 
-test('HostThatAnswersAToolTooLate_FailsWithinTheLimitAndStillGetsItsPostProcessing', async (t) => {
+test('HostThatAnswersAToolTooLate_FailsWithinTheTimeLimitAndStillGetsPostProcessing', async (t) => {
     const service = await startService(t);
     const { client } = await connect(t, { args: ['--port', String(service.port), '--timeout', '3'] });
     /** @type {(answer: string) => void} */
@@ -130,9 +130,9 @@ test('HostThatAnswersAToolTooLate_FailsWithinTheLimitAndStillGetsItsPostProcessi
     service.answer.ChangePartitionLabel = () => new Promise((resolve) => (answerLate = resolve));
     assert.match(
         await failsWithin(() => client.callTool(label), 12000),
-        /was sent, and the disk manager did not answer within 3 s\. Whether it took the order is not known/,
+        /was sent, but the disk manager did not answer within 3 s\. Whether it accepted the order is unknown/,
     );
-    // Tools that read go on; tools that act wait for the one that is out.
+    // Tools that read continue; tools that act wait for the unanswered one.
     assert.ok(!(await client.callTool(read)).isError);
     assert.match(
         await failsWithin(() => client.callTool(label), 12000),
@@ -143,7 +143,7 @@ test('HostThatAnswersAToolTooLate_FailsWithinTheLimitAndStillGetsItsPostProcessi
     assert.equal(await reported, TASK_QUEUED);
 });
 
-test('HostThatNeverAnswersTheHandshake_FailsWithinTheLimit', async (t) => {
+test('HostThatNeverAnswersInit_FailsWithinTheTimeLimit', async (t) => {
     const port = await listen(
         t,
         createServer(() => {}),
@@ -151,11 +151,11 @@ test('HostThatNeverAnswersTheHandshake_FailsWithinTheLimit', async (t) => {
     const { client } = await connect(t, { args: ['--port', String(port), '--timeout', '3'] });
     assert.match(
         await failsWithin(() => client.callTool(read), 12000),
-        /accepted the connection and did not answer Init within [\d.]+ s/,
+        /accepted the connection but did not answer Init within [\d.]+ s/,
     );
 });
 
-test('HostThatNeverAnswers_DoesNotHoldUpTheListOfResources', async (t) => {
+test('HostThatNeverAnswers_DoesNotDelayTheListOfResources', async (t) => {
     const port = await listen(
         t,
         createServer(() => {}),
@@ -169,7 +169,7 @@ test('HostThatNeverAnswers_DoesNotHoldUpTheListOfResources', async (t) => {
     assert.ok(performance.now() - started < 8000);
 });
 
-test('PortOfAnotherProgram_IsNamedAsSuch', async (t) => {
+test('PortOfAnotherProgram_IsReportedAsTheWrongService', async (t) => {
     const http = await listen(
         t,
         createHttp((_, response) => response.end()),
@@ -188,61 +188,61 @@ test('PortOfAnotherProgram_IsNamedAsSuch', async (t) => {
 });
 
 /**
- * A way to the service that ends, from the moment that spoil() is called, each connection after the first ten bytes
- * of what the service answers.
+ * A proxy to the service. While truncate(true) is in effect, it closes each connection after the first ten bytes of
+ * the answer.
  * @param {import('node:test').TestContext} t
  * @param {number} servicePort
  */
-async function cuttingProxy(t, servicePort) {
-    let spoilt = false;
+async function truncatingProxy(t, servicePort) {
+    let truncated = false;
     const proxy = createServer((socket) => {
         const service = createConnection(servicePort, '127.0.0.1');
         for (const end of [socket, service]) end.on('error', () => {});
         socket.pipe(service);
-        service.on('data', (bytes) => (spoilt ? socket.end(bytes.subarray(0, 10)) : socket.write(bytes)));
+        service.on('data', (bytes) => (truncated ? socket.end(bytes.subarray(0, 10)) : socket.write(bytes)));
         socket.on('close', () => service.destroy());
         service.on('close', () => socket.destroy());
     });
-    return { port: await listen(t, proxy), spoil: (/** @type {boolean} */ yes) => (spoilt = yes) };
+    return { port: await listen(t, proxy), truncate: (/** @type {boolean} */ yes) => (truncated = yes) };
 }
 
-test('ServiceThatClosesInMidMessage_FailsAtOnceAndTheNextCallWorks', async (t) => {
+test('ServiceThatClosesWithinAMessage_FailsImmediatelyAndTheNextCallWorks', async (t) => {
     const service = await startService(t);
-    const proxy = await cuttingProxy(t, service.port);
+    const proxy = await truncatingProxy(t, service.port);
     const { client } = await connect(t, { args: ['--port', String(proxy.port)] });
     assert.ok(!(await client.callTool(read)).isError);
-    proxy.spoil(true);
-    assert.match(await failsWithin(() => client.callTool(read), 12000), /ended before it answered/);
-    assert.match(await failsWithin(() => client.callTool(label), 12000), /ended before it answered/);
+    proxy.truncate(true);
+    assert.match(await failsWithin(() => client.callTool(read), 12000), /closed before the answer arrived/);
+    assert.match(await failsWithin(() => client.callTool(label), 12000), /closed before the answer arrived/);
     assert.ok(!service.names().includes('ChangePartitionLabel'));
-    proxy.spoil(false);
+    proxy.truncate(false);
     assert.ok(!(await client.callTool(read)).isError);
 });
 
-test('ServiceThatAnswersWithAnException_IsReportedAndKept', async (t) => {
+test('ExceptionOfTheService_IsReportedAndTheConnectionKept', async (t) => {
     const service = await startService(t);
     const { client } = await connect(t, { args: ['--port', String(service.port)] });
     const answer = service.answer.ListAllDisks;
     service.answer.ListAllDisks = () => Promise.reject(new Error('no'));
-    assert.match(await failsWithin(() => client.callTool(read), 10000), /refused ListAllDisks/);
+    assert.match(await failsWithin(() => client.callTool(read), 10000), /answered ListAllDisks with an exception/);
     service.answer.ListAllDisks = answer;
     assert.ok(!(await client.callTool(read)).isError);
     assert.equal(service.names().filter((name) => name === 'Init').length, 1);
 });
 
-/** A program that never says a word, and the service on the next port. @param {import('node:test').TestContext} t */
-async function muteThenService(t) {
+/** A server that never answers, and the service on the next port. @param {import('node:test').TestContext} t */
+async function silentServerThenService(t) {
     for (let i = 0; i < 50; i++) {
-        const mute = createServer((socket) => socket.on('error', () => {}));
-        const port = await listen(t, mute);
+        const silent = createServer((socket) => socket.on('error', () => {}));
+        const port = await listen(t, silent);
         const service = await startService(t, port + 1).catch(() => undefined);
         if (service) return port;
     }
-    throw new Error('no two ports in a row are free');
+    throw new Error('No two consecutive ports are free.');
 }
 
-test('Search_PassesOverAnotherProgramAndFindsTheService', async (t) => {
-    const from = await muteThenService(t);
+test('Search_SkipsAnotherProgramAndFindsTheService', async (t) => {
+    const from = await silentServerThenService(t);
     const scope = { deadline: new Deadline(20000), signal: new AbortController().signal, progress: () => {} };
     const host = new Host({ ...readOptions([], {}, []), searchFrom: from, searchCount: 2 }, () => {});
     t.after(() => host.close());
@@ -250,19 +250,19 @@ test('Search_PassesOverAnotherProgramAndFindsTheService', async (t) => {
     assert.equal(host.finder.last, from + 1);
 });
 
-test('SearchWithoutAService_EndsAndNamesTheRange', async () => {
+test('SearchWithoutAService_FailsWithTheRange', async () => {
     const port = await closedPort();
     const options = { ...readOptions([], {}, []), searchFrom: port, searchCount: 1 };
     const scope = { deadline: new Deadline(5000), signal: new AbortController().signal, progress: () => {} };
     await assert.rejects(new Host(options, () => {}).ask('Init', [], scope), (error) => {
         assert.ok(error instanceof HostError);
-        assert.equal(error.kind, 'absent');
-        assert.match(error.message, new RegExp(`no port from ${port} to ${port}`));
+        assert.equal(error.kind, 'unreachable');
+        assert.match(error.message, new RegExp(`No port from ${port} to ${port}`));
         return true;
     });
 });
 
-test('Gateway_EndsWithItsClientEvenWithAToolUnderWay', async (t) => {
+test('Gateway_ExitsWithItsClientEvenDuringATool', async (t) => {
     const service = await startService(t);
     const { client, transport } = await connect(t, { args: ['--port', String(service.port)] });
     const pid = /** @type {number} */ (transport.pid);
@@ -272,7 +272,7 @@ test('Gateway_EndsWithItsClientEvenWithAToolUnderWay', async (t) => {
     );
     client.callTool(label).catch(() => {});
     await called;
-    // @ts-expect-error the child process is the transport's own
+    // @ts-expect-error the child process is private to the transport
     const child = transport._process;
     const exited = once(child, 'exit');
     child.stdin.end();

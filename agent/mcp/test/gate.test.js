@@ -36,16 +36,16 @@ test('ActingTool_RunsBetweenPreAndPostProcessing', async (t) => {
     assert.match(text(answer), /GetPartitionInfo \(driveLetter "E"\)/);
 });
 
-test('QueuedToolWithADisk_SaysToLookAtThatDisk', async (t) => {
+test('QueuedToolWithADisk_NamesTheReadForThatDisk', async (t) => {
     const { client } = await start(t);
     const answer = await client.callTool({ name: 'DiskBringOnline', arguments: { diskIndex: 1 } });
     assert.match(text(answer), /ListPartitionsOnDisk \(diskIndex 1\)/);
 });
 
-test('PageThatOpens_SaysThatNothingChangedAndNoFindingComes', async (t) => {
+test('ToolThatOpensAPage_ReportsThatNothingChangedAndNoResultFollows', async (t) => {
     const { client } = await start(t, { args: ['--tools', 'care'] });
     const answer = await client.callTool({ name: 'DiskHealthCheck', arguments: { diskIndex: 1 } });
-    assert.match(text(answer), /Nothing has been changed, and no finding comes back/);
+    assert.match(text(answer), /Nothing has been changed, and no result is returned/);
 });
 
 test('ReadingTool_NeedsNoGate', async (t) => {
@@ -56,7 +56,7 @@ test('ReadingTool_NeedsNoGate', async (t) => {
     assert.match(text(answer), /E: "Dätà", exFAT, 8.00 PB \(9007199254740993 bytes\)/);
 });
 
-test('TwoActingTools_RunOneAfterTheOtherWithThePauseBetween', async (t) => {
+test('TwoActingTools_RunInSequenceWithThePauseBetween', async (t) => {
     const { service, client } = await start(t);
     const started = performance.now();
     await Promise.all([client.callTool(label), client.callTool(label)]);
@@ -80,16 +80,16 @@ test('PauseBetweenTwoTools_IsReportedAsProgress', async (t) => {
     /** @type {any[]} */
     const progress = [];
     await client.callTool(label, { onprogress: (p) => progress.push(p) });
-    assert.match(progress[0].message, /Waiting out the pause of two seconds/);
+    assert.match(progress[0].message, /Waiting for the pause of two seconds/);
 });
 
-test('FirstRefusal_IsAskedAgainWithProgressUntilItPasses', async (t) => {
+test('OperationInProgress_IsRetriedWithProgressUntilAllowed', async (t) => {
     const { service, client } = await start(t);
     const allow = service.answer.PreProcessing;
-    service.refuse(OPERATION_IN_PROGRESS);
-    const refuse = service.answer.PreProcessing;
+    service.rejectCalls(OPERATION_IN_PROGRESS);
+    const reject = service.answer.PreProcessing;
     let asked = 0;
-    service.answer.PreProcessing = () => (++asked < 4 ? refuse() : allow());
+    service.answer.PreProcessing = () => (++asked < 4 ? reject() : allow());
     /** @type {any[]} */
     const progress = [];
     const answer = await client.callTool(label, { onprogress: (p) => progress.push(p) });
@@ -99,9 +99,9 @@ test('FirstRefusal_IsAskedAgainWithProgressUntilItPasses', async (t) => {
     assert.match(progress[0].message, /Waiting for the disk manager/);
 });
 
-test('FirstRefusalThatStays_EndsWithinTheLimitAndTellsWhatToDo', async (t) => {
+test('LastingOperationInProgress_FailsWithinTheTimeLimitWithTheNextStep', async (t) => {
     const { service, client } = await start(t, { args: ['--timeout', '3'] });
-    service.refuse(OPERATION_IN_PROGRESS);
+    service.rejectCalls(OPERATION_IN_PROGRESS);
     /** @type {any[]} */
     const progress = [];
     const started = performance.now();
@@ -109,14 +109,14 @@ test('FirstRefusalThatStays_EndsWithinTheLimitAndTellsWhatToDo', async (t) => {
     assert.ok(performance.now() - started >= 1500);
     assert.ok(progress.length >= 1);
     assert.ok(answer.isError);
-    assert.match(text(answer), /A dialog has stayed open in the disk manager\. Ask the user to close it/);
+    assert.match(text(answer), /A dialog is still open in the disk manager\. Ask the user to close it/);
     assert.deepEqual(answer.structuredContent, { allow: false, reasons: OPERATION_IN_PROGRESS });
     assert.ok(!service.names().includes('ChangePartitionLabel'));
 });
 
-test('SecondRefusal_IsGivenToTheModelAtOnce', async (t) => {
+test('TasksInExecution_IsReportedImmediately', async (t) => {
     const { service, client } = await start(t);
-    service.refuse(TASKS_IN_EXECUTION);
+    service.rejectCalls(TASKS_IN_EXECUTION);
     const answer = await client.callTool(label);
     assert.ok(answer.isError);
     assert.ok(text(answer).includes(TASKS_IN_EXECUTION));
@@ -125,13 +125,13 @@ test('SecondRefusal_IsGivenToTheModelAtOnce', async (t) => {
     assert.deepEqual(service.names(), ['Init', 'PreProcessing']);
 });
 
-test('RefusalWithoutReason_SaysThatThereIsNoApplication', async (t) => {
+test('GateWithoutReasons_ReportsTheMissingApplication', async (t) => {
     const { service, client } = await start(t);
-    service.refuse('');
-    assert.match(text(await client.callTool(label)), /no application behind it/);
+    service.rejectCalls('');
+    assert.match(text(await client.callTool(label)), /not connected to an application/);
 });
 
-test('TaskNotValid_ComesWithTheTargetAndLikelyCauses', async (t) => {
+test('TaskNotValid_IncludesTheTargetAndPossibleCauses', async (t) => {
     const { service, client } = await start(t);
     service.answer.ResizePartition = TASK_NOT_VALID;
     const answer = await client.callTool({
@@ -140,26 +140,26 @@ test('TaskNotValid_ComesWithTheTargetAndLikelyCauses', async (t) => {
     });
     assert.ok(answer.isError);
     assert.deepEqual(service.calls.find((call) => call.method === 'PostProcessing')?.args, [TASK_NOT_VALID]);
-    assert.ok(text(answer).startsWith(`"${TASK_NOT_VALID}": ResizePartition was refused`));
+    assert.ok(text(answer).startsWith(`"${TASK_NOT_VALID}": ResizePartition was rejected`));
     assert.match(text(answer), /C: "System", NTFS, 100\.00 GB/);
     assert.match(
         text(answer),
-        /Likely, not certain: the new size is smaller than what is in use; or the partition belongs to the running system/,
+        /Possible causes, the most likely first: the new size is smaller than the used space; or the partition belongs to the running system/,
     );
 });
 
-test('TaskNotValidForAnUnknownDriveAndDisk_NamesWhatThereIs', async (t) => {
+test('TaskNotValidForAnUnknownDriveOrDisk_ListsTheExistingOnes', async (t) => {
     const { service, client } = await start(t);
     service.answer.ChangePartitionLabel = TASK_NOT_VALID;
     service.answer.DiskBringOnline = TASK_NOT_VALID;
     const drive = text(await client.callTool({ ...label, arguments: { driveLetter: 'Q', newLabel: 'x' } }));
-    assert.match(drive, /the inventory has no drive Q:; it has C, E\./);
+    assert.match(drive, /the inventory does not contain drive Q:\. Its drives: C, E\./);
     assert.match(drive, /no partition has that drive letter/);
     const disk = text(await client.callTool({ name: 'DiskBringOnline', arguments: { diskIndex: 7 } }));
-    assert.match(disk, /the inventory has no disk 7; it has 0, 1\./);
+    assert.match(disk, /the inventory does not contain disk 7\. Its disks: 0, 1\./);
 });
 
-test('TaskNotValidForCreatePartition_LooksAtTheRegions', async (t) => {
+test('TaskNotValidForCreatePartition_ChecksTheUnallocatedRegions', async (t) => {
     const { service, client } = await start(t);
     service.answer.CreatePartition = TASK_NOT_VALID;
     const create = {
@@ -179,7 +179,7 @@ test('TaskNotValidForCreatePartition_LooksAtTheRegions', async (t) => {
     assert.doesNotMatch(fits, /large enough/);
 });
 
-test('AnswersOfTheCloneTools_ArePassedOn', async (t) => {
+test('OtherAnswersOfTheCloneTools_AreReturned', async (t) => {
     const { service, client } = await start(t, { args: ['--tools', 'clone'] });
     service.answer.CloneDiskToDisk = 'It seems that disk7 is not exist';
     service.answer.CloneOSDataFromCurrent = '';
@@ -189,16 +189,16 @@ test('AnswersOfTheCloneTools_ArePassedOn', async (t) => {
     });
     assert.ok(missing.isError);
     assert.match(text(missing), /"It seems that disk7 is not exist"/);
-    assert.match(text(missing), /has no disk 7; it has 0, 1/);
+    assert.match(text(missing), /does not contain disk 7\. Its disks: 0, 1/);
     assert.match(
         text(await client.callTool({ name: 'CloneOSDataFromCurrent', arguments: { targetDiskIndex: 1 } })),
         /empty answer: the application has no page/,
     );
 });
 
-test('ClientThatStopsWaitingAtTheGate_LeavesTheToolUncalled', async (t) => {
+test('ClientThatCancelsAtTheGate_PreventsTheCall', async (t) => {
     const { service, client } = await start(t);
-    service.refuse(OPERATION_IN_PROGRESS);
+    service.rejectCalls(OPERATION_IN_PROGRESS);
     const stop = new AbortController();
     const waiting = client.callTool(label, { signal: stop.signal, onprogress: () => stop.abort('enough') });
     await assert.rejects(waiting);

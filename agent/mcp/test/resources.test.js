@@ -1,5 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
+import { loadTable } from '../src/table.js';
 import { connect } from './support/client.js';
 import { FakeService } from './support/fakeService.js';
 
@@ -11,10 +12,13 @@ async function start(t) {
     return connect(t, { args: ['--port', String(service.port)] });
 }
 
+/** @param {string} record */
+const fieldCount = (record) => loadTable().records[record].length;
+
 /** @param {any} answer */
 const content = (answer) => JSON.parse(answer.contents[0].text);
 
-test('Resources_ListTheDisksAndThePartitionsOfEach', async (t) => {
+test('Resources_AreTheDisksAndThePartitionsOfEach', async (t) => {
     const { client } = await start(t);
     assert.deepEqual(
         (await client.listResources()).resources.map((r) => r.uri),
@@ -26,19 +30,19 @@ test('Resources_ListTheDisksAndThePartitionsOfEach', async (t) => {
     );
 });
 
-test('DisksResource_HoldsTheRecords', async (t) => {
+test('DisksResource_ContainsTheRecords', async (t) => {
     const { client } = await start(t);
     const { disks } = content(await client.readResource({ uri: 'aibridge://disks' }));
     assert.deepEqual(
         disks.map((/** @type {any} */ d) => [d.diskIndex, d.totalCapacity, Object.keys(d).length]),
         [
-            [0, '500107862016', 29],
-            [1, '9223372036854775807', 29],
+            [0, '500107862016', fieldCount('DiskInfo')],
+            [1, '9223372036854775807', fieldCount('DiskInfo')],
         ],
     );
 });
 
-test('PartitionsResource_HoldsTheRecordsOfItsDisk', async (t) => {
+test('PartitionsResource_ContainsTheRecordsOfItsDisk', async (t) => {
     const { client } = await start(t);
     const { diskIndex, partitions } = content(
         await client.readResource({ uri: 'aibridge://disks/1/partitions' }),
@@ -47,14 +51,14 @@ test('PartitionsResource_HoldsTheRecordsOfItsDisk', async (t) => {
     assert.deepEqual(
         partitions.map((/** @type {any} */ p) => [p.driveLetter, p.rawCapacity, Object.keys(p).length]),
         [
-            ['E:', '9007199254740993', 46],
-            ['', '1', 46],
+            ['E:', '9007199254740993', fieldCount('PartitionInfo')],
+            ['', '1', fieldCount('PartitionInfo')],
         ],
     );
 });
 
-test('ResourceOfNoDisk_IsRefused', async (t) => {
+test('ResourceOfAnInvalidDisk_IsRejected', async (t) => {
     const { client } = await start(t);
-    await assert.rejects(client.readResource({ uri: 'aibridge://disks/x/partitions' }), /names no disk/);
+    await assert.rejects(client.readResource({ uri: 'aibridge://disks/x/partitions' }), /does not identify a disk/);
     await assert.rejects(client.readResource({ uri: 'aibridge://moons' }));
 });

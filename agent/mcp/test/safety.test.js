@@ -26,7 +26,7 @@ async function start(t, options = {}) {
 for (const modern of [false, true]) {
     const era = modern ? 'OnTheNewProtocol' : 'OnTheOldProtocol';
 
-    test(`DestroyingTool_${era}_AsksWithTheTargetAndRunsAfterYes`, async (t) => {
+    test(`DestroyingTool_${era}_AsksWithTheTargetAndRunsWhenAccepted`, async (t) => {
         /** @type {any[]} */
         const asked = [];
         const { service, client } = await start(t, {
@@ -50,38 +50,38 @@ for (const modern of [false, true]) {
     for (const [name, reply] of /** @type {const} */ ([
         ['Decline', { action: 'decline' }],
         ['Cancel', { action: 'cancel' }],
-        ['AnUntickedBox', { action: 'accept', content: { confirm: false } }],
+        ['AnUncheckedBox', { action: 'accept', content: { confirm: false } }],
     ]))
         test(`DestroyingTool_${era}_IsNotCalledAfter${name}`, async (t) => {
             const { service, client } = await start(t, { modern, elicit: () => reply });
             const answer = await client.callTool(format);
             assert.ok(answer.isError);
-            assert.match(text(answer), /The user was asked and said no\. FormatPartition was not called/);
+            assert.match(text(answer), /The user was asked and declined\. FormatPartition was not called/);
             assert.ok(
                 !service.names().includes('PreProcessing') && !service.names().includes('FormatPartition'),
             );
         });
 
-    test(`ChangingTool_${era}_IsNotAskedAbout`, async (t) => {
+    test(`ChangingTool_${era}_RunsWithoutAQuestion`, async (t) => {
         const { service, client } = await start(t, { modern, elicit: () => assert.fail('asked') });
         assert.ok(!(await client.callTool(label)).isError);
         assert.ok(service.names().includes('ChangePartitionLabel'));
     });
 }
 
-test('DestroyingTool_WithoutElicitation_RunsSinceTheClientAsksByItself', async (t) => {
+test('DestroyingTool_WithoutElicitation_RunsBecauseTheClientAsks', async (t) => {
     const { service, client } = await start(t);
     assert.ok(!(await client.callTool(format)).isError);
     assert.ok(service.names().includes('FormatPartition'));
 });
 
-test('DestroyingTool_WithYes_IsNotAskedAbout', async (t) => {
+test('DestroyingTool_WithYes_RunsWithoutAQuestion', async (t) => {
     const { service, client } = await start(t, { args: ['--yes'], elicit: () => assert.fail('asked') });
     assert.ok(!(await client.callTool(format)).isError);
     assert.ok(service.names().includes('FormatPartition'));
 });
 
-test('QuestionThatNobodyAnswers_EndsWithinItsLimitAndTheToolIsNotCalled', async (t) => {
+test('UnansweredQuestion_FailsWithinItsTimeLimitWithoutCallingTheTool', async (t) => {
     const { service, client } = await start(t, {
         args: ['--ask-timeout', '1'],
         elicit: () => new Promise(() => {}),
@@ -93,12 +93,12 @@ test('QuestionThatNobodyAnswers_EndsWithinItsLimitAndTheToolIsNotCalled', async 
     assert.ok(!service.names().includes('FormatPartition'));
 });
 
-test('AnswerToOneQuestion_AllowsNoOtherCall', async (t) => {
+test('AnswerToOneQuestion_DoesNotAllowAnotherCall', async (t) => {
     const { service, client } = await start(t, {
         modern: true,
         elicit: () => ({ action: 'accept', content: { confirm: true } }),
     });
-    // By hand, as a client could: the answer comes with the state of a question about another drive, or twice.
+    // A client can send any answer: with the state of a question about another drive, or repeatedly.
     const ask = (/** @type {any} */ call, /** @type {any} */ more) =>
         /** @type {Promise<any>} */ (
             client.request(
@@ -114,19 +114,19 @@ test('AnswerToOneQuestion_AllowsNoOtherCall', async (t) => {
     };
     const other = { ...format, arguments: { ...format.arguments, driveLetter: 'C' } };
     assert.equal((await ask(other, yes)).resultType, 'input_required');
-    assert.equal((await ask(format, yes)).resultType, 'input_required', 'the question is used up');
+    assert.equal((await ask(format, yes)).resultType, 'input_required', 'a second use of the same answer');
     assert.ok(!service.names().includes('FormatPartition'));
     const forged = { ...yes, requestState: `${question.requestState}x` };
     await assert.rejects(ask(format, forged), /Invalid or expired requestState/);
 });
 
-test('DestroyingTool_WithoutAHost_FailsBeforeTheUserIsAsked', async (t) => {
+test('DestroyingTool_WithoutAHost_FailsBeforeTheQuestion', async (t) => {
     const { service, client } = await start(t, { elicit: () => assert.fail('asked') });
     await service.stop();
-    assert.match(text(await client.callTool(format)), /not running or cannot be reached/);
+    assert.match(text(await client.callTool(format)), /not running or not reachable/);
 });
 
-test('ReadOnly_OffersNoActingTool', async (t) => {
+test('ReadOnly_OffersOnlyToolsThatRead', async (t) => {
     const { service, client } = await start(t, { args: ['--read-only', '--tools', 'all'] });
     assert.deepEqual(
         (await client.listTools()).tools.map((tool) => tool.name),

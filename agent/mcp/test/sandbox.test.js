@@ -1,4 +1,4 @@
-// The official client over standard input and output, against the real sandbox host.
+// The official client over standard input and output, with the real sandbox host.
 import assert from 'node:assert/strict';
 import { createConnection, createServer } from 'node:net';
 import { test } from 'node:test';
@@ -8,6 +8,7 @@ import {
     TASK_QUEUED,
     TASKS_IN_EXECUTION,
 } from '../src/constants.js';
+import { loadTable } from '../src/table.js';
 import { connect, text } from './support/client.js';
 import { startHost } from './support/sandbox.js';
 
@@ -25,7 +26,7 @@ const partitionsOn = async (client, diskIndex) =>
         .partitions;
 
 /**
- * Looks at a disk until it shows what is wanted. The host carries orders out in its own time.
+ * Rereads a disk until wanted() returns a result. The host executes orders asynchronously.
  * @param {Client} client
  * @param {number} diskIndex
  * @param {(partitions: any[]) => any} wanted
@@ -37,18 +38,18 @@ async function untilShown(client, diskIndex, wanted) {
         const found = wanted(partitions);
         if (found) return found;
         if (performance.now() > end)
-            assert.fail(`the inventory never showed it: ${JSON.stringify(partitions)}`);
+            assert.fail(`the inventory does not show the effect: ${JSON.stringify(partitions)}`);
     }
 }
 
-test('HandshakeListAndRead_ShowTheShippedMachine', async (t) => {
+test('HandshakeListAndRead_ShowTheIncludedMachine', async (t) => {
     const host = await startHost(t);
     const { client } = await connect(t, { args: ['--port', String(host.port), '--tools', 'all'] });
     assert.equal(client.getServerVersion()?.name, 'aibridge-mcp');
-    assert.equal((await client.listTools()).tools.length, 66);
+    assert.equal((await client.listTools()).tools.length, loadTable().tools.length);
     const answer = await call(client, 'ListAllDisks');
     const { disks } = /** @type {any} */ (answer.structuredContent);
-    // As the machine's file says.
+    // The values of the machine file.
     assert.deepEqual(
         disks.map((/** @type {any} */ d) => [d.diskLabel, d.totalCapacity]),
         [
@@ -61,7 +62,7 @@ test('HandshakeListAndRead_ShowTheShippedMachine', async (t) => {
     assert.match(text(answer), /Disk 1: SATA, .*4000787030016 bytes.*MBR/);
 });
 
-test('CreateFormatAndLabel_AreSeenInTheInventory', async (t) => {
+test('CreateFormatAndLabel_AppearInTheInventory', async (t) => {
     const host = await startHost(t);
     const { client } = await connect(t, {
         args: ['--port', String(host.port)],
@@ -114,7 +115,7 @@ test('CreateFormatAndLabel_AreSeenInTheInventory', async (t) => {
     );
 });
 
-test('PartitionBeyondTheReachOfMbr_IsRefusedWithThatCauseFirst', async (t) => {
+test('PartitionBeyondTheLimitOfMbr_IsRejectedWithThatCauseFirst', async (t) => {
     const host = await startHost(t);
     const { client } = await connect(t, { args: ['--port', String(host.port)] });
     const answer = await call(client, 'CreatePartition', {
@@ -124,10 +125,10 @@ test('PartitionBeyondTheReachOfMbr_IsRefusedWithThatCauseFirst', async (t) => {
         label: 'x',
         unallocatedIndex: -1,
     });
-    assert.match(text(answer), /Likely, not certain: an MBR disk holds no partition beyond its first 2 TiB/);
+    assert.match(text(answer), /Possible causes, the most likely first: an MBR disk cannot contain a partition beyond its first 2 TiB/);
 });
 
-test('Refusal_TellsTheTargetAndALikelyCause', async (t) => {
+test('Rejection_IncludesTheTargetAndAPossibleCause', async (t) => {
     const host = await startHost(t);
     const { client } = await connect(t, { args: ['--port', String(host.port), '--yes'] });
     const answer = await call(client, 'FormatPartition', {
@@ -139,17 +140,17 @@ test('Refusal_TellsTheTargetAndALikelyCause', async (t) => {
     });
     assert.ok(answer.isError);
     assert.ok(text(answer).startsWith(`"${TASK_NOT_VALID}"`));
-    assert.match(text(answer), /no drive Q:; it has C, D, E, F, G, H\./);
-    assert.match(text(answer), /Likely, not certain: no partition has that drive letter/);
+    assert.match(text(answer), /does not contain drive Q:\. Its drives: C, D, E, F, G, H\./);
+    assert.match(text(answer), /Possible causes, the most likely first: no partition has that drive letter/);
 });
 
-test('Elicitation_DeclinedChangesNothingAndAcceptedIsCarriedOut', async (t) => {
+test('Elicitation_RunsTheToolOnlyIfAccepted', async (t) => {
     const host = await startHost(t);
     let reply = /** @type {any} */ ({ action: 'decline' });
     const { client } = await connect(t, { args: ['--port', String(host.port)], elicit: () => reply });
     assert.match(
         text(await call(client, 'DeletePartition', { driveLetter: 'F' })),
-        /The user was asked and said no/,
+        /The user was asked and declined/,
     );
     reply = { action: 'accept', content: { confirm: true } };
     assert.match(text(await call(client, 'DeletePartition', { driveLetter: 'G' })), queued);
@@ -158,7 +159,7 @@ test('Elicitation_DeclinedChangesNothingAndAcceptedIsCarriedOut', async (t) => {
     assert.ok(!host.log.some((line) => line.includes('order DeletePartition') && line.includes('F')));
 });
 
-test('HostWithADialogOpen_IsWaitedForWithProgressAndThenReported', async (t) => {
+test('HostWithAnOpenDialog_IsRetriedWithProgressAndThenReported', async (t) => {
     const host = await startHost(t, { change: (machine) => (machine.popuped = true) });
     const { client } = await connect(t, { args: ['--port', String(host.port), '--timeout', '4'] });
     /** @type {any[]} */
@@ -173,7 +174,7 @@ test('HostWithADialogOpen_IsWaitedForWithProgressAndThenReported', async (t) => 
     assert.match(text(answer), /Ask the user to close it/);
 });
 
-test('HostAtWork_RefusesTheNextToolUntilItIsDone', async (t) => {
+test('BusyHost_RejectsTheNextTool', async (t) => {
     const host = await startHost(t, { change: (machine) => (machine.taskMilliseconds = 600000) });
     const { client } = await connect(t, { args: ['--port', String(host.port)] });
     assert.match(
@@ -185,11 +186,11 @@ test('HostAtWork_RefusesTheNextToolUntilItIsDone', async (t) => {
     assert.ok(text(answer).startsWith(`Not called: "${TASKS_IN_EXECUTION}"`));
 });
 
-/** A port that stays the same while hosts come and go behind it. @param {import('node:test').TestContext} t */
-async function steadyPort(t) {
-    const behind = { port: 0 };
+/** A proxy with a fixed port for hosts that are replaced. @param {import('node:test').TestContext} t */
+async function fixedPort(t) {
+    const target = { port: 0 };
     const server = createServer((socket) => {
-        const host = createConnection(behind.port, 'localhost');
+        const host = createConnection(target.port, 'localhost');
         for (const end of [socket, host]) end.on('error', () => {});
         socket.pipe(host).pipe(socket);
         socket.on('close', () => host.destroy());
@@ -197,13 +198,13 @@ async function steadyPort(t) {
     });
     await new Promise((resolve) => server.listen(0, '127.0.0.1', () => resolve(undefined)));
     t.after(() => server.close());
-    return { port: /** @type {import('node:net').AddressInfo} */ (server.address()).port, behind };
+    return { port: /** @type {import('node:net').AddressInfo} */ (server.address()).port, target };
 }
 
-test('HostKilledInMidCall_IsReportedAndTheNextCallReachesTheHostStartedAnew', async (t) => {
-    const { port, behind } = await steadyPort(t);
+test('HostKilledDuringACall_IsReportedAndTheNextCallReachesTheRestartedHost', async (t) => {
+    const { port, target } = await fixedPort(t);
     const first = await startHost(t);
-    behind.port = first.port;
+    target.port = first.port;
     const { client } = await connect(t, { args: ['--port', String(port)] });
     assert.ok(!(await call(client, 'ListAllDisks')).isError);
     first.child.kill('SIGSTOP');
@@ -213,7 +214,7 @@ test('HostKilledInMidCall_IsReportedAndTheNextCallReachesTheHostStartedAnew', as
     const answer = await pending;
     assert.ok(performance.now() - started < 10000);
     assert.ok(answer.isError);
-    behind.port = (await startHost(t)).port;
+    target.port = (await startHost(t)).port;
     assert.ok(!(await call(client, 'ListAllDisks')).isError);
     assert.match(
         text(await call(client, 'ChangePartitionLabel', { driveLetter: 'D', newLabel: 'x' })),
@@ -221,7 +222,7 @@ test('HostKilledInMidCall_IsReportedAndTheNextCallReachesTheHostStartedAnew', as
     );
 });
 
-test('HostThatHangs_EndsTheCallWithinTheLimitAndIsReachedOnceItGoesOn', async (t) => {
+test('HangingHost_FailsTheCallWithinTheTimeLimitAndIsReachedWhenItContinues', async (t) => {
     const host = await startHost(t);
     const { client } = await connect(t, { args: ['--port', String(host.port), '--timeout', '4'] });
     host.child.kill('SIGSTOP');

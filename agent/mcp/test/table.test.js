@@ -11,20 +11,19 @@ const named = (/** @type {string} */ name) =>
     /** @type {import('../src/types.js').Tool} */ (table.tools.find((tool) => tool.name === name));
 const json = (/** @type {string} */ path) => JSON.parse(readFileSync(new URL(path, import.meta.url), 'utf8'));
 
-test('Tools_AreTheInterfacesMethodsWithoutTheGates', () => {
+test('Tools_AreTheMethodsOfTheInterfaceExceptTheGates', () => {
     const inInterface = [
         ...readFileSync(new URL('../../../service/ZORNativePlugin.thrift', import.meta.url), 'utf8').matchAll(
             /^ {4}(?:bool|string|TaskInfo|PartitionInfo|list<\w+>) (\w+)\(/gm,
         ),
     ].map((m) => m[1]);
-    assert.equal(inInterface.length, 69);
+    assert.ok(inInterface.length > table.gate.length);
     assert.deepEqual(table.methods, inInterface);
     assert.deepEqual(table.gate, ['Init', 'PostProcessing', 'PreProcessing']);
     assert.deepEqual(
         table.tools.map((tool) => tool.name),
         inInterface.filter((name) => !table.gate.includes(name)),
     );
-    assert.equal(table.tools.length, 66);
 });
 
 test('ServerWithAllGroups_OffersExactlyTheTools', () => {
@@ -35,19 +34,19 @@ test('ServerWithAllGroups_OffersExactlyTheTools', () => {
     );
 });
 
-test('TableWithAToolMissing_IsRefused', () => {
+test('TableWithAMissingTool_IsRejected', () => {
     const own = json('../tools.json');
     delete own.tools.FormatPartition;
     assert.throws(() => joinTable(json('../generated/ZORNativePlugin.json'), own), /FormatPartition/);
 });
 
-test('TableWithAnUnknownTool_IsRefused', () => {
+test('TableWithAnUnknownTool_IsRejected', () => {
     const own = json('../tools.json');
     own.tools.FormatMoon = { title: 'x', group: 'disks', class: 'opens' };
     assert.throws(() => joinTable(json('../generated/ZORNativePlugin.json'), own), /FormatMoon/);
 });
 
-test('Classes_AgreeWithTheInterfacesComments', () => {
+test('Classes_MatchTheCommentsOfTheInterface', () => {
     const starts = {
         reads: 'Reads the inventory',
         changes: 'Changes data.',
@@ -96,7 +95,7 @@ test('Annotations_FollowTheClass', () => {
     });
 });
 
-test('InputSchema_NamesEveryArgumentInOrderAndRequiresIt', () => {
+test('InputSchema_RequiresEveryArgumentInOrder', () => {
     const schema = inputSchema(named('FormatPartition'));
     assert.deepEqual(Object.keys(schema.properties), [
         'driveLetter',
@@ -113,9 +112,12 @@ test('InputSchema_NamesEveryArgumentInOrderAndRequiresIt', () => {
     assert.deepEqual(inputSchema(named('CreatePartition')).properties.capacity.type, ['integer', 'string']);
 });
 
-test('RecordSchemas_HoldEveryFieldOfTheThreeRecords', () => {
-    assert.equal(Object.keys(recordSchema(table, 'DiskInfo').properties).length, 29);
-    assert.equal(Object.keys(recordSchema(table, 'PartitionInfo').properties).length, 46);
+test('RecordSchemas_ContainEveryFieldOfTheRecord', () => {
+    for (const { name, fields } of json('../generated/ZORNativePlugin.json').structs)
+        assert.deepEqual(
+            Object.keys(recordSchema(table, name).properties),
+            fields.map((/** @type {any} */ field) => field.name),
+        );
     assert.deepEqual(recordSchema(table, 'TaskInfo').properties, {
         allow: { type: 'boolean' },
         reasons: { type: 'string' },
@@ -123,16 +125,16 @@ test('RecordSchemas_HoldEveryFieldOfTheThreeRecords', () => {
     assert.deepEqual(recordSchema(table, 'DiskInfo').properties.totalCapacity, { type: 'string' });
 });
 
-test('OutputSchemas_StandAtTheReadingToolsAlone', () => {
-    const having = table.tools.filter((tool) => outputSchema(tool, table)).map((tool) => tool.name);
-    assert.deepEqual(having, [
+test('OutputSchemas_ExistOnlyForToolsThatRead', () => {
+    const withSchema = table.tools.filter((tool) => outputSchema(tool, table)).map((tool) => tool.name);
+    assert.deepEqual(withSchema, [
         'ListAllDisks',
         'ListPartitionsOnDisk',
         'GetPartitionInfo',
         'GetAllPartitionInfo',
     ]);
     assert.deepEqual(
-        having,
+        withSchema,
         table.tools.filter((tool) => tool.class === 'reads').map((tool) => tool.name),
     );
 });
@@ -145,12 +147,12 @@ test('EveryTool_HasATitleAndADescription', () => {
     }
 });
 
-test('PhrasesSaidOnce_StandInTheInterface', () => {
+test('CommonPhrases_OccurInTheInterface', () => {
     const { constants, services } = json('../generated/ZORNativePlugin.json');
     const comments = services[0].functions
         .flatMap((/** @type {any} */ f) => [f, ...f.arguments])
         .map((/** @type {any} */ c) => c.doc.split(/\s+/).join(' '));
-    for (const phrase of json('../tools.json').saidOnce)
+    for (const phrase of json('../tools.json').commonPhrases)
         assert.ok(
             comments.some((/** @type {string} */ c) => c.includes(withConstants(phrase, constants))),
             phrase,

@@ -13,7 +13,7 @@ const resize = (/** @type {any} */ size) =>
         newPartitionCapacity: size,
     })[1].buffer.readBigInt64BE();
 
-test('Sizes_KeepEveryDigitOutwards', () => {
+test('SizesInAnswers_KeepEveryDigit', () => {
     for (const digits of ['0', '1', '-1', '9007199254740993', '9223372036854775807', '-9223372036854775808'])
         assert.equal(
             fromWire(
@@ -25,44 +25,44 @@ test('Sizes_KeepEveryDigitOutwards', () => {
         );
 });
 
-test('Sizes_KeepEveryDigitInwards', () => {
+test('SizesInArguments_KeepEveryDigit', () => {
     assert.equal(resize('9223372036854775807'), 9223372036854775807n);
     assert.equal(resize('-9223372036854775808'), -9223372036854775808n);
     assert.equal(resize('9007199254740993'), 9007199254740993n);
     assert.equal(resize(10737418240), 10737418240n);
 });
 
-test('SizesThatAJsonNumberCannotHold_AreRefused', () => {
-    assert.throws(() => resize(9007199254740993), /send it as a text of digits/);
-    assert.throws(() => resize('9223372036854775808'), /must lie between/);
+test('SizesBeyondTheDigitsOfAJsonNumber_AreRejected', () => {
+    assert.throws(() => resize(9007199254740993), /send it as a decimal string/);
+    assert.throws(() => resize('9223372036854775808'), /must be between/);
     assert.throws(() => resize(1.5), /whole number/);
     assert.throws(() => resize('10 GB'), /whole number/);
     assert.throws(() => resize(''), /whole number/);
 });
 
-test('SmallNumbersOutsideTheirRange_AreRefused', () => {
+test('IntegersOutsideTheirRange_AreRejected', () => {
     assert.deepEqual(toWire(named('WipeDisk'), { diskIndex: -1, eraseCount: 2147483647 }), [-1, 2147483647]);
     assert.throws(
         () => toWire(named('WipeDisk'), { diskIndex: 2147483648, eraseCount: 0 }),
-        /diskIndex must lie between -2147483648 and 2147483647/,
+        /diskIndex must be between -2147483648 and 2147483647/,
     );
 });
 
-test('DriveLetterOfMoreThanALetter_IsRefused', () => {
+test('DriveLetterOtherThanASingleLetter_IsRejected', () => {
     const label = (/** @type {string} */ driveLetter) =>
         toWire(named('ChangePartitionLabel'), { driveLetter, newLabel: '' })[0];
     assert.equal(label('e'), 'e');
     assert.equal(label('E:'), 'E:');
     assert.equal(label('E:\\'), 'E:\\');
-    for (const odd of ['Data', '', '1', '*', 'EF', 'E:/x'])
-        assert.throws(() => label(odd), /must be one letter/, odd);
+    for (const invalid of ['Data', '', '1', '*', 'EF', 'E:/x'])
+        assert.throws(() => label(invalid), /must be one letter/, invalid);
 });
 
-test('DriveLetterThatMayBeEmpty_MayBeEmpty', () => {
+test('DriveLetterThatMayBeEmpty_IsAcceptedEmpty', () => {
     assert.deepEqual(toWire(named('CreateBootableUsbByDriveLetter'), { driveLetter: '' }), ['']);
 });
 
-test('MissingOrUnknownArguments_AreRefused', () => {
+test('MissingOrUnknownArguments_AreRejected', () => {
     assert.throws(() => toWire(named('WipeDisk'), { diskIndex: 1 }), /eraseCount is missing/);
     assert.throws(
         () => toWire(named('WipeDisk'), { diskIndex: 1, eraseCount: 1, force: true }),
@@ -70,7 +70,7 @@ test('MissingOrUnknownArguments_AreRefused', () => {
     );
 });
 
-test('Arguments_GoInTheInterfacesOrder', () => {
+test('Arguments_AreSentInTheOrderOfTheInterface', () => {
     const args = { quickFormat: true, clusterSize: 0, label: 'ü', fileSystem: 'NTFS', driveLetter: 'E' };
     assert.deepEqual(toWire(named('FormatPartition'), args), ['E', 'NTFS', 'ü', 0, true]);
 });

@@ -5,7 +5,7 @@ import { StdioClientTransport } from '@modelcontextprotocol/client/stdio';
 export const program = fileURLToPath(new URL('../../bin/aibridge-mcp.js', import.meta.url));
 
 /**
- * The official client over standard input and output, with the gateway as its child process.
+ * Starts the gateway as a child process of the official client.
  * @param {import('node:test').TestContext} t closes the client at its end
  * @param {{ args?: string[], env?: Record<string, string>, capabilities?: any, modern?: boolean, elicit?: (params: any) => any, program?: string }} [options]
  */
@@ -34,5 +34,5 @@ export async function connect(
     return { client, transport, log: () => log };
 }
 
-/** The text of an answer. @param {any} result */
+/** The text content of an answer. @param {any} result */
 export const text = (result) => result.content.map((/** @type {any} */ part) => part.text).join('\n');

@@ -1,3 +1,4 @@
+import { readFileSync } from 'node:fs';
 import Int64 from 'node-int64';
 import thrift from 'thrift';
 import ZORNativePlugin from '../../generated/ZORNativePlugin.js';
@@ -12,7 +13,7 @@ export function int64(value) {
     return new Int64(bytes);
 }
 
-/** A record with every field at its default, and the given ones over it. @param {'DiskInfo' | 'PartitionInfo' | 'TaskInfo'} name @param {object} [fields] */
+/** A record with default values except for the given fields. @param {'DiskInfo' | 'PartitionInfo' | 'TaskInfo'} name @param {object} [fields] */
 export function record(name, fields = {}) {
     const defaults = { bool: () => false, i32: () => 0, i64: () => int64(0), string: () => '' };
     const blank = Object.fromEntries(
@@ -78,24 +79,21 @@ export const partitions = () => [
     }),
 ];
 
-/** @returns {Array<[string, number]>} every method with its number of arguments */
+/** @returns {Array<[string, number]>} all methods with their number of arguments */
 function argumentCounts() {
-    const { tools } = loadTable();
-    return [
-        ['Init', 0],
-        ['PreProcessing', 1],
-        ['PostProcessing', 1],
-        ...tools.map((tool) => /** @type {[string, number]} */ ([tool.name, tool.args.length])),
-    ];
+    const { services } = JSON.parse(
+        readFileSync(new URL('../../generated/ZORNativePlugin.json', import.meta.url), 'utf8'),
+    );
+    return services[0].functions.map((/** @type {any} */ f) => [f.name, f.arguments.length]);
 }
 
-/** The generated server takes a handler for one that gives a promise only by its number of parameters. @param {number} count @param {(args: any[]) => any} run */
+/** The generated server recognises a handler that returns a promise by its number of parameters. @param {number} count @param {(args: any[]) => any} run */
 const handlerOf = (count, run) =>
     Object.defineProperty((/** @type {any[]} */ ...args) => run(args), 'length', { value: count });
 
 /**
- * A service of the interface that a test scripts: `answer` maps a method to what it answers (a value, or a function of
- * its arguments that may be async); every call is kept in `calls`. Tools without an answer return TASK_QUEUED.
+ * A scripted service: `answer` maps a method to its answer (a value, or a function of its arguments that may be async),
+ * and `calls` records every call. Tools without an answer return TASK_QUEUED.
  */
 export class FakeService {
     constructor() {
@@ -120,7 +118,7 @@ export class FakeService {
         this.server = undefined;
     }
 
-    /** @param {number} [port] 0 for any free one */
+    /** @param {number} [port] 0 for any free port */
     async start(port = 0) {
         const handler = Object.fromEntries(
             argumentCounts().map(([method, count]) => [
@@ -148,7 +146,7 @@ export class FakeService {
         return /** @type {import('node:net').AddressInfo} */ (this.server?.address()).port;
     }
 
-    /** Ends every connection as a killed process would, and stops listening. */
+    /** Closes every connection as a killed process does, and stops listening. */
     async stop() {
         const closed = new Promise((resolve) => this.server?.close(() => resolve(undefined)));
         this.cut();
@@ -171,8 +169,8 @@ export class FakeService {
         return this.calls.map((call) => call.method);
     }
 
-    /** @param {string} reasons */
-    refuse(reasons) {
+    /** PreProcessing rejects every call from now on. @param {string} reasons */
+    rejectCalls(reasons) {
         this.answer.PreProcessing = () => new records.TaskInfo({ allow: false, reasons });
     }
 }

@@ -7,24 +7,24 @@ import { createInterface } from 'node:readline';
 import { fileURLToPath } from 'node:url';
 
 const root = fileURLToPath(new URL('../../../../', import.meta.url));
-/** Where zorhost, zorcall and the library lie. */
+/** Folder of zorhost, zorcall and the library. */
 export const binaries = process.env.AIBRIDGE_BIN ?? join(root, 'build', 'bin');
 
-// The host chooses its port first and binds it later, so another test may take it in between; it then ends with 1.
-const tries = 10;
+// The host chooses its port before it binds it. If another program takes it in between, the exit code is 1.
+const attempts = 10;
 const notListening = 1;
 
 /**
- * The sandbox host on one of its shipped machines.
+ * Starts the sandbox host with one of the included machines.
  * @param {import('node:test').TestContext} t ends the host at its end
- * @param {{ machine?: string, change?: (machine: any) => void }} [options] change edits a copy of the machine's file
+ * @param {{ machine?: string, change?: (machine: any) => void }} [options] change edits a copy of the machine file
  */
 export async function startHost(t, { machine = 'desktop', change } = {}) {
-    for (let i = 0; i < tries; i++) {
+    for (let i = 0; i < attempts; i++) {
         const host = await startOnce(t, change ? editedMachine(t, machine, change) : machine);
         if (host) return host;
     }
-    throw new Error(`zorhost found no port in ${tries} tries`);
+    throw new Error(`zorhost did not find a free port in ${attempts} attempts.`);
 }
 
 /** @param {import('node:test').TestContext} t @param {string} machine */
@@ -41,14 +41,14 @@ async function startOnce(t, machine) {
     const port = await new Promise((resolve, reject) => {
         createInterface({ input: child.stdout }).on('line', (line) => {
             log.push(line);
-            const said = /agent service on .*:(\d+)/.exec(line);
-            if (said) resolve(Number(said[1]));
+            const found = /agent service on .*:(\d+)/.exec(line);
+            if (found) resolve(Number(found[1]));
         });
         child.once('error', reject);
         child.once('exit', (code) =>
             code === notListening
                 ? resolve(undefined)
-                : reject(new Error(`zorhost ended with ${code}: ${errors}`)),
+                : reject(new Error(`zorhost exited with ${code}: ${errors}`)),
         );
     });
     if (port === undefined) return undefined;
@@ -72,7 +72,7 @@ function editedMachine(t, machine, change) {
 }
 
 /**
- * What zorcall prints, line by line.
+ * The lines that zorcall prints.
  * @param {number} port
  * @param {string[]} words
  * @returns {Promise<string[]>}
@@ -87,5 +87,5 @@ export async function zorcall(port, ...words) {
     return printed.trim().split('\n');
 }
 
-/** JSON with every number as a text, so that none loses a digit. @param {string} json */
+/** Parses JSON with every number as a string, so that all digits are kept. @param {string} json */
 export const parseDigits = (json) => JSON.parse(json.replace(/(": |\[|, )(-?\d+)(?=[,}\]])/g, '$1"$2"'));

@@ -1,4 +1,4 @@
-// A test-only HTTP entry for the conformance suite: the same factory as on standard input and output.
+// A test-only HTTP server for the conformance suite, with the same gateway as on standard input and output.
 import { createServer } from 'node:http';
 import {
     localhostHostValidation,
@@ -11,7 +11,7 @@ import { loadTable } from '../../src/table.js';
 import { randomUUID } from 'node:crypto';
 
 /**
- * @param {number} hostPort port of the service behind the gateway
+ * @param {number} hostPort port of the service
  * @returns {Promise<{ url: string, close: () => Promise<void> }>}
  */
 export async function serveHttp(hostPort) {

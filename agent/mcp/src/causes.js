@@ -4,14 +4,13 @@ import { partitionOf } from './inventory.js';
 /** @import { Facts } from './inventory.js' */
 
 /**
- * Likely causes of a "Task NotValid", each with the test that speaks for it. The service gives no reason, so none of
- * these is certain; the one that fits best stands first.
+ * Possible causes of TASK_NOT_VALID with their conditions, the most likely first. The service does not report a reason.
  * @type {Array<{ holds: (call: { tool: Tool, args: PlainRecord, facts: Facts }) => boolean, cause: string }>}
  */
 const causes = [
     {
         holds: ({ tool }) => tool.name === 'RepairRawOrDamagedPartition',
-        cause: 'this tool is switched off and always answers so',
+        cause: 'this tool is disabled and always returns this answer',
     },
     {
         holds: ({ facts }) => facts.disks.length === 0,
@@ -23,9 +22,9 @@ const causes = [
     },
     {
         holds: ({ facts }) => facts.namedDisks.some((d) => d.index >= 0 && !d.disk),
-        cause: 'there is no disk of that number',
+        cause: 'no disk has that number',
     },
-    { holds: ({ args, facts }) => letterTaken(args, facts), cause: 'the wanted drive letter is in use' },
+    { holds: ({ args, facts }) => letterInUse(args, facts), cause: 'the new drive letter is already in use' },
     {
         holds: ({ tool, args, facts }) => tool.name === 'CreatePartition' && !regionFits(args, facts),
         cause: 'no unallocated region of that disk (or not the chosen one) is large enough',
@@ -33,16 +32,16 @@ const causes = [
     {
         holds: ({ tool, facts }) =>
             needsSpace(tool) &&
-            touchedDisks(facts).some((disk) => disk?.isMbr && BigInt(disk.totalCapacity) > mbrReach),
-        cause: 'an MBR disk holds no partition beyond its first 2 TiB',
+            touchedDisks(facts).some((disk) => disk?.isMbr && BigInt(disk.totalCapacity) > mbrLimit),
+        cause: 'an MBR disk cannot contain a partition beyond its first 2 TiB',
     },
     {
-        holds: ({ tool, args, facts }) => shrinksBelowUse(tool, args, facts),
-        cause: 'the new size is smaller than what is in use',
+        holds: ({ tool, args, facts }) => shrinksBelowUsedSpace(tool, args, facts),
+        cause: 'the new size is smaller than the used space',
     },
     {
-        holds: ({ tool, args, facts }) => givesTooMuch(tool, args, facts),
-        cause: 'the partition that gives has less free space than asked for',
+        holds: ({ tool, args, facts }) => exceedsFreeSpace(tool, args, facts),
+        cause: 'the source partition has less free space than requested',
     },
     {
         holds: ({ facts }) =>
@@ -69,7 +68,7 @@ const causes = [
         holds: ({ tool, facts }) =>
             tool.name.startsWith('Initialize') &&
             facts.namedDisks.some((d) => d.disk && !d.disk.isUninitialized),
-        cause: 'the disk is initialized already',
+        cause: 'the disk is already initialized',
     },
     {
         holds: ({ facts }) => facts.namedDrives.some((d) => d.partition?.isBitlockerEncrypted),
@@ -77,11 +76,11 @@ const causes = [
     },
     {
         holds: ({ tool }) => tool.args.some((arg) => /fileSystem$/i.test(arg.name)),
-        cause: 'the application does not take that file system, label or size',
+        cause: 'the application does not accept that file system, label or size',
     },
     {
         holds: () => true,
-        cause: 'the application does not allow this now (it may be at work on the same disk, or the state may have changed)',
+        cause: 'the application does not allow this now (it may be using the same disk, or the state may have changed)',
     },
 ];
 
@@ -90,10 +89,10 @@ const causes = [
  * @param {PlainRecord} args
  * @param {Facts} facts
  */
-export const likelyCauses = (tool, args, facts) =>
+export const possibleCauses = (tool, args, facts) =>
     causes.filter(({ holds }) => holds({ tool, args, facts })).map(({ cause }) => cause);
 
-const mbrReach = 2n ** 41n;
+const mbrLimit = 2n ** 41n;
 
 /** @param {Tool} tool */
 const needsSpace = (tool) =>
@@ -109,22 +108,22 @@ const touchedDisks = (facts) => [
 const diskIs = (facts, flag) => touchedDisks(facts).some((disk) => disk?.[flag] === true);
 
 /** @param {PlainRecord} args @param {Facts} facts */
-const letterTaken = (args, facts) =>
+const letterInUse = (args, facts) =>
     typeof args.newDriveLetter === 'string' &&
     partitionOf(facts.partitions, args.newDriveLetter.slice(0, 1).toUpperCase()) !== undefined;
 
 /** @param {PlainRecord} args @param {Facts} facts */
 function regionFits(args, facts) {
     const regions = facts.partitions.filter((p) => p.isUnallocated && p.diskIndex === Number(args.diskIndex));
-    const asked =
+    const candidates =
         Number(args.unallocatedIndex) < 0
             ? regions
             : regions.slice(Number(args.unallocatedIndex), Number(args.unallocatedIndex) + 1);
-    return asked.some((region) => BigInt(region.rawCapacity) >= BigInt(args.capacity));
+    return candidates.some((region) => BigInt(region.rawCapacity) >= BigInt(args.capacity));
 }
 
 /** @param {Tool} tool @param {PlainRecord} args @param {Facts} facts */
-function shrinksBelowUse(tool, args, facts) {
+function shrinksBelowUsedSpace(tool, args, facts) {
     const partition = facts.namedDrives[0]?.partition;
     if (!partition) return false;
     if (tool.name === 'ResizePartition')
@@ -136,12 +135,12 @@ function shrinksBelowUse(tool, args, facts) {
 }
 
 /** @param {Tool} tool @param {PlainRecord} args @param {Facts} facts */
-function givesTooMuch(tool, args, facts) {
+function exceedsFreeSpace(tool, args, facts) {
     const size = args.partitionCapacity ?? args.newPartitionCapacity;
-    const giver = facts.namedDrives[0]?.partition;
+    const source = facts.namedDrives[0]?.partition;
     return (
         /^(AllocateSpace|SplitPartition)/.test(tool.name) &&
-        giver !== undefined &&
-        BigInt(size) > BigInt(giver.freeSize)
+        source !== undefined &&
+        BigInt(size) > BigInt(source.freeSize)
     );
 }
