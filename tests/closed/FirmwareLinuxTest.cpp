@@ -1,4 +1,4 @@
-// The firmware stand-in over a kernel folder of the test's own.
+// The firmware stand-in with a fake /sys.
 #include "closed/LLFProc/linux/FirmwareLinux.h"
 
 #include <QtCore/QDir>
@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(LinuxFirmware, KernelFolderOfTheFirmware_IsUefi)
+TEST(LinuxFirmware, EfiFolder_IsUefi)
 {
     const QTemporaryDir root;
     EXPECT_FALSE(startedThroughUefi(firmwareCallsOf(root.path())));
@@ -16,7 +16,7 @@ TEST(LinuxFirmware, KernelFolderOfTheFirmware_IsUefi)
     EXPECT_TRUE(startedThroughUefi(firmwareCallsOf(root.path())));
 }
 
-TEST(LinuxFirmware, System_ReadsItsOwnKernelFolder)
+TEST(LinuxFirmware, SystemCalls_ReadSysFirmware)
 {
     EXPECT_EQ(startedThroughUefi(systemFirmwareCalls()),
               QDir(QStringLiteral("/sys/firmware")).entryList(QDir::Dirs).contains(QStringLiteral("efi")));

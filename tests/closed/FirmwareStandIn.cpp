@@ -1,5 +1,5 @@
-// A system library that reports UEFI, for a system that does not export the call. With STANDIN_FAILS the call
-// fails. Without windows.h, which declares the call as an imported one.
+// A stand-in for the system library, for systems that do not export the function. It reports UEFI; with
+// STANDIN_FAILS the function fails. windows.h is not included because it declares the function as imported.
 extern "C" __declspec(dllexport) int __stdcall GetFirmwareType(unsigned* type)
 {
     *type = 2;

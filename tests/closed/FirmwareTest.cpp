@@ -1,4 +1,4 @@
-// The firmware stand-in: its rule over calls of the test's own, and the override by the environment.
+// The firmware stand-in: its rule with fake system calls, and the override by the environment.
 #include "closed/LLFProc/Firmware.h"
 #include "closed/LLFProc/LLFProc.h"
 
@@ -22,7 +22,7 @@ FirmwareCalls reporting(quint32 type, bool succeeds = true)
     return calls;
 }
 
-FirmwareCalls withoutTheCall(quint32 variableError)
+FirmwareCalls withoutTypeFunction(quint32 variableError)
 {
     FirmwareCalls calls;
     calls.variableError = [variableError] { return variableError; };
@@ -34,26 +34,26 @@ TEST(FirmwareType, Two_IsUefi)
     EXPECT_TRUE(startedThroughUefi(reporting(2)));
 }
 
-TEST(FirmwareType, UnknownBiosAndLaterNumbers_AreNot)
+TEST(FirmwareType, UnknownBiosAndLaterNumbers_AreNotUefi)
 {
     for (quint32 type : {0u, 1u, 3u})
         EXPECT_FALSE(startedThroughUefi(reporting(type))) << type;
 }
 
-TEST(FirmwareType, FailedCall_IsNotUefiWhateverItWrote)
+TEST(FirmwareType, FailedCallThatWroteTwo_IsNotUefi)
 {
     EXPECT_FALSE(startedThroughUefi(reporting(2, false)));
 }
 
-TEST(FirmwareType, SystemWithoutTheCall_IsUefiUnlessReadingAVariableIsAnInvalidFunction)
+TEST(FirmwareType, SystemWithoutTheFunction_IsUefiUnlessReadingAVariableIsInvalid)
 {
-    EXPECT_FALSE(startedThroughUefi(withoutTheCall(1)));   // ERROR_INVALID_FUNCTION
-    EXPECT_TRUE(startedThroughUefi(withoutTheCall(998)));  // ERROR_NOACCESS
-    EXPECT_TRUE(startedThroughUefi(withoutTheCall(1314))); // ERROR_PRIVILEGE_NOT_HELD
-    EXPECT_TRUE(startedThroughUefi(withoutTheCall(203)));  // ERROR_ENVVAR_NOT_FOUND
+    EXPECT_FALSE(startedThroughUefi(withoutTypeFunction(1)));   // ERROR_INVALID_FUNCTION
+    EXPECT_TRUE(startedThroughUefi(withoutTypeFunction(998)));  // ERROR_NOACCESS
+    EXPECT_TRUE(startedThroughUefi(withoutTypeFunction(1314))); // ERROR_PRIVILEGE_NOT_HELD
+    EXPECT_TRUE(startedThroughUefi(withoutTypeFunction(203)));  // ERROR_ENVVAR_NOT_FOUND
 }
 
-TEST(FirmwareOverride, ZeroAndOne_DecideInPlaceOfTheMachine)
+TEST(FirmwareOverride, ZeroAndOne_OverrideTheMachine)
 {
     qputenv("AIBRIDGE_UEFI", "0");
     EXPECT_FALSE(MayBeSupportUEFI());
@@ -61,7 +61,7 @@ TEST(FirmwareOverride, ZeroAndOne_DecideInPlaceOfTheMachine)
     EXPECT_TRUE(MayBeSupportUEFI());
 }
 
-TEST(FirmwareOverride, AnyOtherValue_LeavesTheMachinesOwnAnswer)
+TEST(FirmwareOverride, AnyOtherValue_IsIgnored)
 {
     qunsetenv("AIBRIDGE_UEFI");
     const bool machine = MayBeSupportUEFI();

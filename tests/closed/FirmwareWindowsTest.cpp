@@ -1,5 +1,5 @@
-// How the firmware stand-in asks Windows: the call by its name, in the system's library and in libraries of
-// the test's own, and the variable where the call is missing.
+// The firmware stand-in on Windows: GetFirmwareType resolved by name in the system's library and in
+// stand-ins, and the firmware variable where the function is missing.
 #include "closed/LLFProc/windows/FirmwareWindows.h"
 #include "closed/LLFProc/LLFProc.h"
 
@@ -19,12 +19,12 @@ FirmwareCalls callsOf(const char* library)
     return firmwareCallsOf(module);
 }
 
-bool systemExportsTheCall()
+bool systemExportsTheFunction()
 {
     return GetProcAddress(GetModuleHandleW(L"kernel32"), "GetFirmwareType") != nullptr;
 }
 
-TEST(WindowsFirmware, LibraryWithTheCall_IsAskedByItsName)
+TEST(WindowsFirmware, ExportedFunction_IsResolvedByName)
 {
     const FirmwareCalls calls = callsOf("FirmwareReports.dll");
     ASSERT_TRUE(calls.type);
@@ -34,14 +34,14 @@ TEST(WindowsFirmware, LibraryWithTheCall_IsAskedByItsName)
     EXPECT_TRUE(startedThroughUefi(calls));
 }
 
-TEST(WindowsFirmware, CallThatFails_IsNotUefi)
+TEST(WindowsFirmware, FailedCall_IsNotUefi)
 {
     const FirmwareCalls calls = callsOf("FirmwareFails.dll");
     ASSERT_TRUE(calls.type);
     EXPECT_FALSE(startedThroughUefi(calls));
 }
 
-TEST(WindowsFirmware, LibraryWithoutTheCall_LeavesTheVariableToDecide)
+TEST(WindowsFirmware, MissingFunction_FallsBackToTheVariable)
 {
     const FirmwareCalls calls = firmwareCallsOf(GetModuleHandleW(L"ntdll"));
     EXPECT_FALSE(calls.type);
@@ -53,20 +53,20 @@ TEST(WindowsFirmware, LibraryWithoutTheCall_LeavesTheVariableToDecide)
     EXPECT_EQ(startedThroughUefi(calls), error != 1);
 }
 
-TEST(WindowsFirmware, System_HasTheCallExactlyWhereItExportsIt)
+TEST(WindowsFirmware, SystemCalls_HaveTheFunctionIfAndOnlyIfExported)
 {
-    EXPECT_EQ(static_cast<bool>(systemFirmwareCalls().type), systemExportsTheCall());
+    EXPECT_EQ(static_cast<bool>(systemFirmwareCalls().type), systemExportsTheFunction());
 }
 
-// A path of another system's kernel, which is an ordinary folder of the current drive here.
-TEST(WindowsFirmware, FolderNamedAsOnLinux_IsNotTheAnswer)
+// On Windows the path of Linux's kernel folder is an ordinary folder on the current drive.
+TEST(WindowsFirmware, FolderNamedAsOnLinux_IsIgnored)
 {
     qunsetenv("AIBRIDGE_UEFI");
     const bool without = MayBeSupportUEFI();
     const QDir root(qEnvironmentVariable("SystemDrive") + QLatin1Char('/'));
     ASSERT_TRUE(QDir::setCurrent(root.path()));
     if (root.exists(QStringLiteral("sys")) || !root.mkpath(QStringLiteral("sys/firmware/efi")))
-        GTEST_SKIP() << "no folder can be made in the root of the current drive";
+        GTEST_SKIP() << "cannot create a folder in the root of the current drive";
     EXPECT_EQ(MayBeSupportUEFI(), without);
     EXPECT_TRUE(root.rmpath(QStringLiteral("sys/firmware/efi")));
 }

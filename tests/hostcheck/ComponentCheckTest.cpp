@@ -1,5 +1,4 @@
-// Why a component does not load: each step that can fail, with real libraries in a scratch application
-// folder.
+// Each step at which loading a component can fail, with real libraries in a scratch application folder.
 #include "hostcheck/ComponentCheck.h"
 
 #include "tests/support/ScratchApplication.h"
@@ -18,23 +17,23 @@ namespace {
 using hostcheck::LoadReport;
 using hostcheck::LoadStep;
 
-const QString kEnding = QStringLiteral(LIBRARY_ENDING);
+const QString kSuffix = QStringLiteral(LIBRARY_SUFFIX);
 
 class ComponentCheck : public testing::Test
 {
 protected:
-    // Puts the library of a fixture at a path in the application's folder, which has no ending.
-    QString library(const QString& path, const QString& kind) const
+    // Copies a fixture to a path without suffix in the application folder. Returns the full path.
+    QString addLibrary(const QString& path, const QString& kind) const
     {
         const QString target = at(path);
         QDir().mkpath(QFileInfo(target).path());
-        if (!QFile::copy(QStringLiteral(COMPONENT_FOLDER "/fixture_") + kind + kEnding, target))
+        if (!QFile::copy(QStringLiteral(COMPONENT_FOLDER "/fixture_") + kind + kSuffix, target))
             throw std::runtime_error("cannot copy " + kind.toStdString());
         return target;
     }
     QString at(const QString& path) const
     {
-        return application_.folder() + QLatin1Char('/') + path + kEnding;
+        return application_.folder() + QLatin1Char('/') + path + kSuffix;
     }
 
     static void expectReport(const LoadReport& report, LoadStep step, const QString& path)
@@ -58,24 +57,24 @@ TEST_F(ComponentCheck, MissingLibrary_IsReportedWithItsPath)
     EXPECT_FALSE(report.message.isEmpty());
 }
 
-TEST_F(ComponentCheck, MissingLibraryOfAChild_IsLookedForInTheParentsFolder)
+TEST_F(ComponentCheck, MissingLibraryOfAChild_IsSearchedInTheParentsFolder)
 {
-    library("Health", "Component");
+    addLibrary("Health", "Component");
     const LoadReport report = hostcheck::checkComponent("Health", "Disk");
     expectReport(report, LoadStep::FindFile, at("Disk/DiskHealth"));
     EXPECT_EQ(report.name, "DiskHealth");
 }
 
-TEST_F(ComponentCheck, LibraryThatNeedsAMissingOne_IsReportedWithTheLoadersMessage)
+TEST_F(ComponentCheck, LibraryWithAMissingDependency_IsReportedWithTheLoadersMessage)
 {
-    const QString path = library("Dependent", "Dependent");
+    const QString path = addLibrary("Dependent", "Dependent");
     const LoadReport report = hostcheck::checkComponent("Dependent");
     expectReport(report, LoadStep::LoadFile, path);
     QLibrary loader(path);
     ASSERT_FALSE(loader.load());
     EXPECT_EQ(report.message, loader.errorString());
 #ifdef Q_OS_LINUX
-    // The loader of Windows does not name it.
+    // The loader of Windows does not name the dependency.
     EXPECT_TRUE(report.message.contains("libfixture_Needed.so")) << qPrintable(report.message);
 #endif
 }
@@ -90,7 +89,7 @@ TEST_F(ComponentCheck, FileThatIsNotALibrary_IsRejectedByTheLoader)
 
 TEST_F(ComponentCheck, LibraryWithoutAFactory_IsReported)
 {
-    const QString path = library("NoFactory", "NoFactory");
+    const QString path = addLibrary("NoFactory", "NoFactory");
     const LoadReport report = hostcheck::checkComponent("NoFactory");
     expectReport(report, LoadStep::FindFactory, path);
     EXPECT_EQ(report.message, "");
@@ -98,7 +97,7 @@ TEST_F(ComponentCheck, LibraryWithoutAFactory_IsReported)
 
 TEST_F(ComponentCheck, FactoryThatReturnsNull_IsReported)
 {
-    const QString path = library("Null", "NullFactory");
+    const QString path = addLibrary("Null", "NullFactory");
     testing::internal::CaptureStdout();
     const LoadReport report = hostcheck::checkComponent("Null");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "factory called\n");
@@ -108,7 +107,7 @@ TEST_F(ComponentCheck, FactoryThatReturnsNull_IsReported)
 
 TEST_F(ComponentCheck, CompleteComponent_IsDeletedWithoutEngineAndInit)
 {
-    const QString path = library("One", "Component");
+    const QString path = addLibrary("One", "Component");
     testing::internal::CaptureStdout();
     const LoadReport report = hostcheck::checkComponent("One");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "created One\ndestroyed One\n");
@@ -121,11 +120,11 @@ TEST_F(ComponentCheck, Texts_DifferByStep)
     QStringList texts;
     for (const LoadStep step : {LoadStep::Complete, LoadStep::FindFile, LoadStep::LoadFile,
                                 LoadStep::FindFactory, LoadStep::CallFactory})
-        texts.append(hostcheck::textOf({step, "Name", "/folder/Name.so", "the loader's words"}));
+        texts.append(hostcheck::textOf({step, "Name", "/folder/Name.so", "the loader's message"}));
     EXPECT_EQ(texts.removeDuplicates(), 0);
     for (const QString& text : texts) {
         EXPECT_TRUE(text.contains("Name")) << qPrintable(text);
-        EXPECT_TRUE(text.endsWith(". the loader's words")) << qPrintable(text);
+        EXPECT_TRUE(text.endsWith(". the loader's message")) << qPrintable(text);
     }
 }
 

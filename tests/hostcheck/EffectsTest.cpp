@@ -1,5 +1,5 @@
-// The effects that the findings carry are those of the tools: each member once missing, once with a signature
-// that is not called.
+// The effect of each member on a tool's answer, when it is missing and when it has a signature that the
+// library does not call. Each case has a finding with an effect.
 #include "hostcheck/HostCheck.h"
 #include "tests/support/Recorder.h"
 #include "tests/tools/ToolRow.h"
@@ -47,28 +47,25 @@ protected:
         return answer;
     }
 
-    FakeSpec& specWithoutTheMember()
-    {
-        return bench_.host().spec(GetParam().object).remove(GetParam().member);
-    }
+    FakeSpec& specWithoutMember() { return bench_.host().spec(GetParam().object).remove(GetParam().member); }
 
     ToolBench bench_;
 };
 
-TEST_P(Effects, OfAMissingMember)
+TEST_P(Effects, MissingMember_ChangesTheAnswerAndIsReported)
 {
-    specWithoutTheMember();
+    specWithoutMember();
     EXPECT_EQ(answer(), GetParam().missing);
     const hostcheck::Finding finding = findingOf(bench_, GetParam());
     EXPECT_EQ(finding.state, hostcheck::State::Missing);
     EXPECT_NE(finding.effect, "");
 }
 
-TEST_P(Effects, OfAnotherSignature)
+TEST_P(Effects, OtherSignature_IsNotCalledAndIsReported)
 {
     const EffectRow& row = GetParam();
-    specWithoutTheMember().method(row.member + ("(" + row.otherParameters + ")"), row.type,
-                                  [](const QVariantList&) { return QVariant(true); });
+    specWithoutMember().method(row.member + ("(" + row.otherParameters + ")"), row.type,
+                               [](const QVariantList&) { return QVariant(true); });
     EXPECT_EQ(answer(), row.otherSignature);
     const QString where = QLatin1String(row.object) + '.' + row.member;
     EXPECT_FALSE(bench_.host().recorder().sequence().contains(where));
@@ -121,7 +118,7 @@ QVariantMap cloneGuide(ToolBench& bench)
     return {};
 }
 
-TEST(CloneEffects, InvalidInfoOfAnotherSignature_OpensTheGuideAtPage3WithoutAnObjection)
+TEST(CloneEffects, InvalidInfoOfAnotherSignature_OpensTheGuideAtPage3WithoutAnErrorMessage)
 {
     ToolBench bench;
     bench.host().spec("clone").remove("invalidInfo").method("invalidInfo(int)", "QString");
@@ -140,7 +137,7 @@ TEST(CloneEffects, MissingCloneType_OpensNoGuide)
     EXPECT_TRUE(cloneGuide(bench).isEmpty());
 }
 
-TEST(CloneEffects, CloneTypeWithoutAConversion_KeepsItsValueAndTheGuideGetsTheType)
+TEST(CloneEffects, CloneTypeWithoutAConversion_IsNotWrittenAndTheGuideReceivesTheType)
 {
     ToolBench bench;
     bench.host()
@@ -168,7 +165,7 @@ struct GateRow
     const char* property;
     QByteArray type;
     QVariant value;
-    bool refused;
+    bool rejected;
 };
 
 TEST(GateEffects, PropertyOfAnotherType_IsConvertedToBool)
@@ -185,7 +182,7 @@ TEST(GateEffects, PropertyOfAnotherType_IsConvertedToBool)
         bench.build();
         QString answer;
         bench.onConnectionThread([&] { answer = toolRow("PreProcessing").call(bench.tools()); });
-        EXPECT_EQ(answer.startsWith("false"), row.refused) << row.property << ' ' << row.type.constData();
+        EXPECT_EQ(answer.startsWith("false"), row.rejected) << row.property << ' ' << row.type.constData();
     }
 }
 

@@ -1,4 +1,4 @@
-// The findings about hosts with missing members and with members of other signatures.
+// Findings for hosts with missing members and with members of other signatures.
 #include "hostcheck/HostCheck.h"
 #include "plugin/HostCall.h"
 #include "tests/support/RecordingHost.h"
@@ -23,7 +23,7 @@ Q_SIGNALS:
     void sigCurrentLanguageChanged();
 };
 
-// The fakes do not have signals.
+// The fakes of RecordingHost cannot declare signals, so a real object replaces the language object.
 std::vector<Finding> check(RecordingHost& host)
 {
     static Languages languages;
@@ -83,7 +83,7 @@ TEST_P(EachMember, Missing_IsTheOnlyFinding)
     EXPECT_NE(rest[0].effect, "");
 }
 
-TEST_P(EachMember, WithAnotherSignature_IsReportedWithTheMemberThatIsThere)
+TEST_P(EachMember, WithAnotherSignature_IsReportedWithTheSignatureFound)
 {
     RecordingHost host;
     const QByteArray name = GetParam().name;
@@ -146,7 +146,7 @@ TEST_P(EachObject, Missing_IsReportedWithItsMembers)
     ASSERT_FALSE(rest.empty());
     for (const Finding& finding : rest) {
         EXPECT_EQ(finding.state, State::Missing);
-        // The executer lies in the window.
+        // The executer is a child of the window.
         EXPECT_TRUE(finding.object == GetParam() || finding.object == "__qml_executer");
     }
     const auto isObject = [](const Finding& finding) {
@@ -160,7 +160,7 @@ INSTANTIATE_TEST_SUITE_P(All, EachObject,
                                          "deviceMgr", "clone", "diskconverter", "__zormain", "__qml_executer",
                                          "window"));
 
-TEST(HostCheck, MethodInThePlaceOfTheSignal_IsAnotherSignature)
+TEST(HostCheck, MethodInsteadOfTheSignal_IsAnotherSignature)
 {
     RecordingHost host;
     host.build();
@@ -180,7 +180,7 @@ TEST(HostCheck, MissingLanguageObject_IsReportedWithItsSignal)
     EXPECT_EQ(notFound(hostcheck::checkHost(*host.engine())).size(), 2u);
 }
 
-// The library looks a method up by its bare name and gets the overload of the lowest index.
+// The library looks up a method by name only and uses the overload with the lowest index.
 TEST(HostCheck, RightOverloadAfterAWrongOne_IsAnotherSignature)
 {
     RecordingHost host;
@@ -202,8 +202,8 @@ struct SignatureRow
     bool found;
 };
 
-// Each row against the library itself: the member is called exactly if the check finds it.
-TEST(HostCheck, OtherSignatures_AreFoundExactlyIfTheLibraryCallsThem)
+// Compares each row with the library, which calls the member if and only if the check finds it.
+TEST(HostCheck, Signatures_AreFoundIfAndOnlyIfTheLibraryCallsThem)
 {
     const SignatureRow rows[] = {
         {"partitionmanager", "hasDiskSmartInfoError", "hasDiskSmartInfoError(int)", "bool", true},
@@ -242,7 +242,7 @@ public:
     Q_INVOKABLE bool hasDiskSmartInfoError(Undeclared) { return true; }
 };
 
-TEST(HostCheck, EnumerationOfTheClass_IsFoundAndOneThatQtDoesNotKnowIsNot)
+TEST(HostCheck, EnumerationParameter_IsFoundOnlyIfDeclaredToQt)
 {
     Page page;
     RecordingHost host;
@@ -257,7 +257,7 @@ TEST(HostCheck, EnumerationOfTheClass_IsFoundAndOneThatQtDoesNotKnowIsNot)
     }
 }
 
-TEST(HostCheck, Finding_CarriesTheEffectOfItsState)
+TEST(HostCheck, Finding_HasTheEffectOfItsState)
 {
     RecordingHost missing;
     missing.spec("__zormain").remove("opendiskhealth");
@@ -271,14 +271,14 @@ TEST(HostCheck, Finding_CarriesTheEffectOfItsState)
         EXPECT_EQ(finding.effect, "");
 }
 
-TEST(HostCheck, ResultThatIsNotUsed_IsOfAnyType)
+TEST(HostCheck, UnusedResult_MayHaveAnyType)
 {
     RecordingHost host;
     host.spec("__zormain").remove("doprfunction").method("doprfunction(QVariant)", "QVariant");
     EXPECT_TRUE(hostcheck::isComplete(check(host)));
 }
 
-TEST(HostCheck, PropertyWithoutAFixedType_IsFound)
+TEST(HostCheck, VariantProperty_IsFound)
 {
     RecordingHost host;
     host.spec("__zormain").remove("busy").property("busy", "QVariant", true);
@@ -304,7 +304,7 @@ TEST(HostCheck, PropertyThatQtConverts_IsFound)
     }
 }
 
-// Connected by its full signature: an overload with arguments does not hide it.
+// The signal is looked up by its full signature, so an overload with arguments does not hide it.
 class OverloadedLanguages : public QObject
 {
     Q_OBJECT
@@ -347,7 +347,7 @@ public:
     const int type = 0;
 };
 
-TEST(HostCheck, PropertyThatCannotBeWritten_IsAnotherSignature)
+TEST(HostCheck, ReadOnlyProperty_IsAnotherSignature)
 {
     ReadOnlyClone clone;
     RecordingHost host;
@@ -361,8 +361,8 @@ TEST(HostCheck, PropertyThatCannotBeWritten_IsAnotherSignature)
     EXPECT_EQ(found->found, "property int cloneType, read only");
 }
 
-// Hosts write their pages in QML too: its functions take and give QVariant.
-TEST(HostCheck, HostWrittenInQml_IsFoundWhereTypesAgree)
+// Functions in QML have QVariant parameters and results.
+TEST(HostCheck, HostWrittenInQml_IsFoundWhereTypesMatch)
 {
     QQmlApplicationEngine engine;
     engine.loadData(R"(import QtQuick 2.15
@@ -375,7 +375,7 @@ Window {
         objectName: "__zormain"
         property bool busy: false
         function doToolBox(index, info) { return true }
-        function passwordResetEnabled(surplus) { return true }
+        function passwordResetEnabled(extra) { return true }
     }
 })");
     ASSERT_FALSE(engine.rootObjects().isEmpty());
@@ -392,7 +392,7 @@ Window {
     EXPECT_EQ(stateOf("QVariant bootrepairEnabled()"), State::Missing);
 }
 
-TEST(HostCheck, Table_HasALineForEachFindingAndForItsEffect)
+TEST(HostCheck, Table_HasALineForEachFindingAndEachEffect)
 {
     const QString table =
         hostcheck::tableOf({{hostcheck::Kind::Object, State::Found, "toolbox", "", "", ""},

@@ -1,4 +1,4 @@
-// The table of effects in the host's documentation has the rows of the index, word for word.
+// The tables in docs/host-contract.md match the index of hostcheck.
 #include "hostcheck/HostIndex.h"
 
 #include <QtCore/QFile>
@@ -50,7 +50,7 @@ TEST(HostContractDoc, TableOfEffects_HasTheRowsOfTheIndex)
     EXPECT_EQ(rows.join('\n').toStdString(), indexRows().join('\n').toStdString());
 }
 
-TEST(HostContractDoc, TablesOfMembers_NameEachMemberOfTheIndex)
+TEST(HostContractDoc, TablesOfMembers_ListEachMemberOfTheIndex)
 {
     const QString section = document().section("\n## What the host offers\n", 1).section("\n## ", 0, 0);
     QString tables;

@@ -1,4 +1,4 @@
-// What Linux answers for Windows, from a machine made of files.
+// The Linux platform, with fake files of /proc and /sys.
 #include "platform/linux/PlatformLinux.h"
 #include "tests/support/ScratchApplication.h"
 #include "tests/support/Threads.h"
@@ -21,9 +21,9 @@ protected:
         ScratchApplication::write(machine_.path() + path, content);
     }
     void folder(const QString& path) { QDir().mkpath(machine_.path() + path); }
-    std::vector<QVariantMap> ask(const QString& space, const char* query)
+    std::vector<QVariantMap> query(const QString& space, const char* wql)
     {
-        return platform().wmiQuery(space, QString::fromLatin1(query),
+        return platform().wmiQuery(space, QString::fromLatin1(wql),
                                    {"Name", "AddressWidth", "NumberOfCores", "NumberOfLogicalProcessors",
                                     "MaxClockSpeed", "NumberOfProcessors", "OSArchitecture",
                                     "IsActivated_InitialValue", "IsEnabled_InitialValue", "SpecVersion"});
@@ -55,7 +55,7 @@ TEST_F(PlatformLinuxMachine, FirmwareType_WithoutEfiFolder_IsBios)
     EXPECT_EQ(platform().firmwareVariableError(), 1u);
 }
 
-TEST_F(PlatformLinuxMachine, WindowsVersion_IsNewEnoughToBeAskedForItsFirmware)
+TEST_F(PlatformLinuxMachine, WindowsVersion_IsHighEnoughForFirmwareType)
 {
     EXPECT_GE(platform().windowsVersion().major, 10);
 }
@@ -69,18 +69,18 @@ TEST_F(PlatformLinuxMachine, InstalledMemory_WithMemoryBlocks_CountsTheBlocks)
     EXPECT_EQ(platform().installedMemoryKib(), 4194304u);
 }
 
-TEST_F(PlatformLinuxMachine, InstalledMemory_WithoutBlocks_TakesWhatTheKernelOffers)
+TEST_F(PlatformLinuxMachine, InstalledMemory_WithoutBlocks_IsTheTotalOfTheKernel)
 {
     write(QStringLiteral("/proc/meminfo"), "MemTotal:       16302456 kB\nMemFree:  1 kB\n");
     EXPECT_EQ(platform().installedMemoryKib(), 16302456u);
 }
 
-TEST_F(PlatformLinuxMachine, InstalledMemory_WithNothingToRead_HasNoAnswer)
+TEST_F(PlatformLinuxMachine, InstalledMemory_WithoutFiles_IsUnknown)
 {
     EXPECT_FALSE(platform().installedMemoryKib().has_value());
 }
 
-TEST_F(PlatformLinuxMachine, InstalledMemory_WithGarbage_HasNoAnswer)
+TEST_F(PlatformLinuxMachine, InstalledMemory_WithInvalidContent_IsUnknown)
 {
     write(QStringLiteral("/sys/devices/system/memory/block_size_bytes"), "\xff\x00zz");
     write(QStringLiteral("/proc/meminfo"), "MemTotal: many kB\n");
@@ -90,7 +90,7 @@ TEST_F(PlatformLinuxMachine, InstalledMemory_WithGarbage_HasNoAnswer)
 TEST_F(PlatformLinuxMachine, Processor_OneSocket_IsOneRow)
 {
     write(QStringLiteral("/proc/cpuinfo"), cpuBlock(0, 0) + cpuBlock(1, 0));
-    const auto rows = ask(kMachineSpace, "SELECT * FROM Win32_Processor");
+    const auto rows = query(kMachineSpace, "SELECT * FROM Win32_Processor");
     ASSERT_EQ(rows.size(), 1u);
     EXPECT_EQ(rows[0].value("Name").toString(), QStringLiteral("Intel(R) Xeon(R) Gold 6248 CPU @ 2.50GHz"));
     EXPECT_EQ(rows[0].value("AddressWidth").toInt(), 64);
@@ -102,8 +102,8 @@ TEST_F(PlatformLinuxMachine, Processor_OneSocket_IsOneRow)
 TEST_F(PlatformLinuxMachine, Processor_TwoSockets_AreTwoRows)
 {
     write(QStringLiteral("/proc/cpuinfo"), cpuBlock(0, 0) + cpuBlock(1, 1) + cpuBlock(2, 0) + cpuBlock(3, 1));
-    EXPECT_EQ(ask(kMachineSpace, "SELECT * FROM Win32_Processor").size(), 2u);
-    const auto computer = ask(kMachineSpace, "SELECT * FROM Win32_ComputerSystem");
+    EXPECT_EQ(query(kMachineSpace, "SELECT * FROM Win32_Processor").size(), 2u);
+    const auto computer = query(kMachineSpace, "SELECT * FROM Win32_ComputerSystem");
     ASSERT_EQ(computer.size(), 1u);
     EXPECT_EQ(computer[0].value("NumberOfProcessors").toInt(), 2);
 }
@@ -111,53 +111,53 @@ TEST_F(PlatformLinuxMachine, Processor_TwoSockets_AreTwoRows)
 TEST_F(PlatformLinuxMachine, Processor_WithoutLongMode_Has32Bits)
 {
     write(QStringLiteral("/proc/cpuinfo"), cpuBlock(0, 0, "fpu sse2"));
-    EXPECT_EQ(ask(kMachineSpace, "SELECT * FROM Win32_Processor").at(0).value("AddressWidth").toInt(), 32);
+    EXPECT_EQ(query(kMachineSpace, "SELECT * FROM Win32_Processor").at(0).value("AddressWidth").toInt(), 32);
 }
 
-TEST_F(PlatformLinuxMachine, Processor_WithNothingToRead_HasNoRow)
+TEST_F(PlatformLinuxMachine, Processor_WithoutValidFile_ReturnsZeroRows)
 {
-    EXPECT_TRUE(ask(kMachineSpace, "SELECT * FROM Win32_Processor").empty());
+    EXPECT_TRUE(query(kMachineSpace, "SELECT * FROM Win32_Processor").empty());
     write(QStringLiteral("/proc/cpuinfo"), QByteArray("\x00:\n\n:::\n", 8));
-    EXPECT_TRUE(ask(kMachineSpace, "SELECT * FROM Win32_Processor").empty());
+    EXPECT_TRUE(query(kMachineSpace, "SELECT * FROM Win32_Processor").empty());
 }
 
-TEST_F(PlatformLinuxMachine, OperatingSystem_NamesItsWidth)
+TEST_F(PlatformLinuxMachine, OperatingSystem_ReportsItsWidth)
 {
-    const auto rows = ask(kMachineSpace, "SELECT * FROM Win32_OperatingSystem");
+    const auto rows = query(kMachineSpace, "SELECT * FROM Win32_OperatingSystem");
     ASSERT_EQ(rows.size(), 1u);
     EXPECT_EQ(rows[0].value("OSArchitecture").toString().contains("64"), sizeof(void*) == 8);
 }
 
-TEST_F(PlatformLinuxMachine, Tpm_OfVersion2_SaysSo)
+TEST_F(PlatformLinuxMachine, Tpm_OfVersion2_IsReportedAs20)
 {
     write(QStringLiteral("/sys/class/tpm/tpm0/tpm_version_major"), "2\n");
-    const auto rows = ask(kTpmSpace, "SELECT * FROM Win32_TPM");
+    const auto rows = query(kTpmSpace, "SELECT * FROM Win32_TPM");
     ASSERT_EQ(rows.size(), 1u);
     EXPECT_TRUE(rows[0].value("IsActivated_InitialValue").toBool());
     EXPECT_TRUE(rows[0].value("IsEnabled_InitialValue").toBool());
     EXPECT_EQ(rows[0].value("SpecVersion").toString(), QStringLiteral("2.0"));
 }
 
-TEST_F(PlatformLinuxMachine, Tpm_OfVersion1_SaysSo)
+TEST_F(PlatformLinuxMachine, Tpm_OfVersion1_IsReportedAs12)
 {
     write(QStringLiteral("/sys/class/tpm/tpm0/tpm_version_major"), "1\n");
-    EXPECT_EQ(ask(kTpmSpace, "SELECT * FROM Win32_TPM").at(0).value("SpecVersion").toString(),
+    EXPECT_EQ(query(kTpmSpace, "SELECT * FROM Win32_TPM").at(0).value("SpecVersion").toString(),
               QStringLiteral("1.2"));
 }
 
-TEST_F(PlatformLinuxMachine, Tpm_WithNone_HasNoRow)
+TEST_F(PlatformLinuxMachine, Tpm_Missing_ReturnsZeroRows)
 {
-    EXPECT_TRUE(ask(kTpmSpace, "SELECT * FROM Win32_TPM").empty());
+    EXPECT_TRUE(query(kTpmSpace, "SELECT * FROM Win32_TPM").empty());
 }
 
-TEST_F(PlatformLinuxMachine, WmiQuery_OfAnUnknownClass_HasNoRow)
+TEST_F(PlatformLinuxMachine, WmiQuery_OfAnUnknownClass_ReturnsZeroRows)
 {
     write(QStringLiteral("/proc/cpuinfo"), cpuBlock(0, 0));
-    EXPECT_TRUE(ask(kMachineSpace, "SELECT * FROM Win32_Nothing").empty());
-    EXPECT_TRUE(ask(kTpmSpace, "SELECT * FROM Win32_Processor").empty());
+    EXPECT_TRUE(query(kMachineSpace, "SELECT * FROM Win32_Nothing").empty());
+    EXPECT_TRUE(query(kTpmSpace, "SELECT * FROM Win32_Processor").empty());
 }
 
-TEST_F(PlatformLinuxMachine, WmiQuery_ReturnsTheNamedPropertiesOnly)
+TEST_F(PlatformLinuxMachine, WmiQuery_ReturnsOnlyTheNamedProperties)
 {
     write(QStringLiteral("/proc/cpuinfo"), cpuBlock(0, 0));
     const auto rows =
@@ -166,7 +166,7 @@ TEST_F(PlatformLinuxMachine, WmiQuery_ReturnsTheNamedPropertiesOnly)
     EXPECT_EQ(rows[0].keys(), QStringList("AddressWidth"));
 }
 
-TEST_F(PlatformLinuxMachine, Volume_OfTheSystemDrive_IsThatOfTheRunningSystem)
+TEST_F(PlatformLinuxMachine, VolumeGeometry_OfTheSystemDrive_IsThatOfTheRunningSystem)
 {
     const auto volume = platform().volumeGeometry("C:");
     ASSERT_TRUE(volume.has_value());
@@ -174,8 +174,8 @@ TEST_F(PlatformLinuxMachine, Volume_OfTheSystemDrive_IsThatOfTheRunningSystem)
     EXPECT_FALSE(platform().volumeGeometry("D:").has_value());
 }
 
-// The other thread comes back within 30 seconds or the test fails: only a wait for a process that never
-// started takes as long.
+// runOnOtherThread fails the test after 30 seconds, which only a wait for a process that never started
+// exceeds.
 TEST_F(PlatformLinuxMachine, RunHidden_CommandThatCannotStart_ReturnsWithoutWaitingAndRunsNothing)
 {
     const QTemporaryDir dir;

@@ -1,4 +1,4 @@
-// The closed telemetry library: where it is looked for, what is resolved, and what may be missing.
+// Binding the closed telemetry library: its path, its entry points, and missing parts.
 #include "telemetry/AliyunWrap.h"
 
 #include <gtest/gtest.h>
@@ -9,11 +9,11 @@
 
 namespace {
 
-// A system with one library at most, which records what it is asked.
+// A fake module loader with at most one library. It records each request.
 struct FakeModules
 {
     std::wstring self = L"C:\\Program Files\\Host\\AIBridge.dll";
-    bool libraryThere = true;
+    bool libraryExists = true;
     std::set<std::string> missing;
     std::vector<std::wstring> loaded;
     std::vector<std::string> resolved;
@@ -25,12 +25,12 @@ struct FakeModules
         return {[this] { return self; },
                 [this](const std::wstring& path) -> void* {
                     loaded.push_back(path);
-                    return libraryThere ? &library : nullptr;
+                    return libraryExists ? &library : nullptr;
                 },
                 [this](void* module, const char* name) -> void* {
                     modules.push_back(module);
                     resolved.emplace_back(name);
-                    // Any address that tells the name: its place in the order of asking.
+                    // A distinct address for each name: its position in the order of the requests.
                     return missing.count(name) ? nullptr : reinterpret_cast<void*>(resolved.size());
                 }};
     }
@@ -42,12 +42,12 @@ bool isEmpty(const AliyunWrapTable& table)
                                                   [](void* p) { return p == nullptr; });
 }
 
-TEST(AliyunWrap, ANewTable_IsEmpty)
+TEST(AliyunWrap, NewTable_IsEmpty)
 {
     EXPECT_TRUE(isEmpty(AliyunWrapTable()));
 }
 
-TEST(AliyunWrap, IsLoadedFromTheFolderOfThisModule)
+TEST(AliyunWrap, Library_IsLoadedFromTheFolderOfThisModule)
 {
     FakeModules modules;
     AliyunWrapTable table;
@@ -56,7 +56,7 @@ TEST(AliyunWrap, IsLoadedFromTheFolderOfThisModule)
     EXPECT_EQ(table.module, &modules.library);
 }
 
-TEST(AliyunWrap, ItsSixteenEntryPoints_AreResolvedAndStoredInOrder)
+TEST(AliyunWrap, SixteenEntryPoints_AreResolvedAndStoredInOrder)
 {
     FakeModules modules;
     AliyunWrapTable table;
@@ -74,10 +74,10 @@ TEST(AliyunWrap, ItsSixteenEntryPoints_AreResolvedAndStoredInOrder)
     EXPECT_EQ(modules.modules, std::vector<void*>(16, &modules.library));
 }
 
-TEST(AliyunWrap, AMissingLibrary_LeavesTheTableEmpty)
+TEST(AliyunWrap, MissingLibrary_LeavesTheTableEmpty)
 {
     FakeModules modules;
-    modules.libraryThere = false;
+    modules.libraryExists = false;
     AliyunWrapTable table;
     bindAliyunWrap(table, modules.access());
     EXPECT_TRUE(isEmpty(table));
@@ -95,7 +95,7 @@ TEST(AliyunWrap, MissingEntryPoints_StayNullAndTheOthersAreFilled)
         EXPECT_EQ(table.entryPoints[i] == nullptr, i == 0 || i == 11 || i == 15) << i;
 }
 
-TEST(AliyunWrap, WithoutAFileNameOrABackslash_NothingIsLoaded)
+TEST(AliyunWrap, ModulePathWithoutABackslash_LoadsNothing)
 {
     for (const wchar_t* self : {L"", L"AIBridge.dll", L"C:/Host/AIBridge.dll"}) {
         FakeModules modules;
@@ -107,7 +107,7 @@ TEST(AliyunWrap, WithoutAFileNameOrABackslash_NothingIsLoaded)
     }
 }
 
-TEST(AliyunWrap, TheFolderMayBeSoLongThatTheWholePathHas259Characters)
+TEST(AliyunWrap, LibraryPath_MayHaveUpTo259Characters)
 {
     // 245 characters of folder and 14 of name.
     FakeModules modules;
@@ -125,7 +125,7 @@ TEST(AliyunWrap, TheFolderMayBeSoLongThatTheWholePathHas259Characters)
     EXPECT_TRUE(isEmpty(empty));
 }
 
-TEST(AliyunWrap, AModulePathOf260CharactersOrMore_LeavesTheTableEmpty)
+TEST(AliyunWrap, ModulePathOf260CharactersOrMore_LeavesTheTableEmpty)
 {
     const auto loads = [](const std::wstring& self) {
         FakeModules modules;
@@ -134,14 +134,14 @@ TEST(AliyunWrap, AModulePathOf260CharactersOrMore_LeavesTheTableEmpty)
         bindAliyunWrap(table, modules.access());
         return !isEmpty(table);
     };
-    // A short folder and a long name, so that only the length of the whole path can be in the way.
+    // A short folder and a long name: only the module's path exceeds the limit, not the library's.
     EXPECT_TRUE(loads(L"C:\\Host\\" + std::wstring(251, L'n')));
     EXPECT_FALSE(loads(L"C:\\Host\\" + std::wstring(252, L'n')));
     EXPECT_FALSE(loads(L"C:\\Host\\" + std::wstring(1000, L'n')));
     EXPECT_FALSE(loads(L"C:\\" + std::wstring(300, L'f') + L"\\AIBridge.dll"));
 }
 
-TEST(AliyunWrap, ATableThatIsBound_IsLeftAsItIs)
+TEST(AliyunWrap, BoundTable_IsNotChanged)
 {
     FakeModules modules;
     int other = 0;
@@ -153,7 +153,7 @@ TEST(AliyunWrap, ATableThatIsBound_IsLeftAsItIs)
 }
 
 #ifndef _WIN32
-TEST(AliyunWrap, OfTheSystemsOwn_IsNowhereButOnWindows)
+TEST(AliyunWrap, SystemBinding_OutsideWindows_LeavesTheTableEmpty)
 {
     AliyunWrapTable table;
     bindAliyunWrap(table);

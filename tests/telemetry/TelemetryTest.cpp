@@ -29,7 +29,7 @@ protected:
     RecordingHost host;
 };
 
-TEST_F(Telemetry, AnEvent_IsSentWithItsFourValuesOnTheApplicationThread)
+TEST_F(Telemetry, Event_IsSentWithItsFourValuesOnTheApplicationThread)
 {
     host.build();
     EXPECT_TRUE(report());
@@ -45,7 +45,7 @@ TEST_F(Telemetry, AnEvent_IsSentWithItsFourValuesOnTheApplicationThread)
     }
 }
 
-TEST_F(Telemetry, WhatTheHostAnswers_IsDropped)
+TEST_F(Telemetry, ResultOfTheHost_IsIgnored)
 {
     host.spec("__qml_executer").answer("sendUserInfo", QVariant(false));
     host.build();
@@ -58,7 +58,7 @@ TEST_F(Telemetry, WithoutAWindow_TheEventIsLost)
     expectLost();
 }
 
-TEST_F(Telemetry, WithoutTheChild_TheEventIsLost)
+TEST_F(Telemetry, WithoutTheExecuter_TheEventIsLost)
 {
     host.without("__qml_executer").build();
     expectLost();
