@@ -1,6 +1,6 @@
-"""Runs a host under three agents, kills clients in mid-message, opens and drops connections, and watches what the host
-holds. Ends with 1 on growth, a wrong answer or a stalled call. With --fault the host does something wrong, and the
-run is expected to find it: it then ends with 0 if it has."""
+"""Runs a host under three agents, kills clients in mid-message, opens and drops connections, and monitors the host's
+memory, threads and descriptors. Exit code 1 on growth, a wrong answer or a stalled call. With --fault the host injects
+a fault, and the exit code is 0 if the run detects it."""
 import argparse
 import contextlib
 import os
@@ -16,15 +16,15 @@ import threading
 import time
 
 AGENTS = 3
-# What may come on top between the middle third of a run and its last: noise of a busy machine, far below what any
-# leak in a call makes of the thousands of calls between.
+# Allowed growth from the middle third of a run to the last, in bytes: noise of a busy machine. Thousands of calls with a
+# leak exceed it.
 HELD_GROWTH = 1 << 20
 RESIDENT_GROWTH = 16 << 20
-# The most at any moment: three connections, the scan, and on a busy machine a good many that have ended and that the
-# system has not forgotten yet. What is kept for good goes far beyond, or stays when all clients have gone.
+# Allowed above the start at any moment: three connections, the scan, and on a busy machine finished ones that the system
+# still counts. A leak exceeds this, or remains after all clients have disconnected.
 THREADS_ABOVE = 40
 DESCRIPTORS_ABOVE = 40
-# How the finding of each fault begins.
+# First word of the finding for each fault.
 FOUND = {"leak": "growth", "stall": "stalled", "wrong": "wrong", "descriptor": "growth", "thread": "growth"}
 
 
@@ -33,7 +33,7 @@ class Finding(Exception):
 
 
 class Host:
-    """The host's process, what it prints, and what the system says of it."""
+    """The host process, its output, and its figures from /proc."""
 
     def __init__(self, folder, seed, fault):
         command = [f"{folder}/soak_host", str(seed)] + ([fault] if fault else [])
@@ -41,12 +41,12 @@ class Host:
         self.lines = queue.Queue()
         self.counts = {}
         self.left = {}
-        self.complaint = None
+        self.wrong_answer = None
         threading.Thread(target=self._read, daemon=True).start()
         try:
             self.port = int(self.lines.get(timeout=60).split()[1])
         except (queue.Empty, IndexError, ValueError):
-            raise Finding("the host does not start")
+            raise Finding("the host did not start")
 
     def _read(self):
         for line in self.process.stdout:
@@ -56,13 +56,13 @@ class Host:
             elif words[0] == "left":
                 self.left = dict(zip(words[1::2], map(int, words[2::2])))
             elif words[0] == "wrong:":
-                self.complaint = line.strip()
+                self.wrong_answer = line.strip()
             else:
                 self.lines.put(line)
 
     def sample(self):
         if self.process.poll() is not None:
-            raise Finding(f"the host has ended with {self.process.returncode}")
+            raise Finding(f"the host ended with exit code {self.process.returncode}")
         status = {}
         with open(f"/proc/{self.process.pid}/status", encoding="ascii") as file:
             for line in file:
@@ -80,33 +80,33 @@ class Host:
         try:
             code = self.process.wait(timeout=60)
         except subprocess.TimeoutExpired:
-            raise Finding("the host does not come to its end")
+            raise Finding("the host did not shut down")
         if code != 0:
-            raise Finding(f"the host has ended with {code}")
+            raise Finding(f"the host ended with exit code {code}")
 
 
 def agents(folder, port, options, scratch, environment):
     return [
         subprocess.Popen(
             [f"{folder}/soak_agent", str(port), str(options.seed * 10 + i), str(options.seconds), str(options.limit),
-             f"{scratch}/turn"], stdout=subprocess.PIPE, text=True, env=environment)
+             f"{scratch}/lock"], stdout=subprocess.PIPE, text=True, env=environment)
         for i in range(AGENTS)
     ]
 
 
-class Nuisance(threading.Thread):
+class Disturbance(threading.Thread):
     """Clients that are killed in mid-message, and connections that are opened and dropped."""
 
     def __init__(self, folder, port, seed, environment):
         super().__init__(daemon=True)
         self.folder, self.port, self.environment = folder, port, environment
-        self.dice = random.Random(seed)
+        self.random = random.Random(seed)
         self.stop = threading.Event()
         self.killed = self.dropped = 0
 
     def run(self):
-        while not self.stop.wait(self.dice.uniform(0.02, 0.2)):
-            if self.dice.random() < 0.3:
+        while not self.stop.wait(self.random.uniform(0.02, 0.2)):
+            if self.random.random() < 0.3:
                 self.kill_one()
             else:
                 self.drop_one()
@@ -117,11 +117,11 @@ class Nuisance(threading.Thread):
             self.join()
 
     def kill_one(self):
-        client = subprocess.Popen([f"{self.folder}/soak_agent", str(self.port), str(self.dice.randrange(1000)), "half"],
+        client = subprocess.Popen([f"{self.folder}/soak_agent", str(self.port), str(self.random.randrange(1000)), "half"],
                                   stdout=subprocess.PIPE, env=self.environment)
-        # It has sent what it has to send, or waits for its turn.
+        # Waits until the client has sent its partial message, or is blocked.
         select.select([client.stdout], [], [], 5)
-        time.sleep(self.dice.uniform(0, 0.05))
+        time.sleep(self.random.uniform(0, 0.05))
         client.kill()
         client.wait()
         client.stdout.close()
@@ -129,10 +129,10 @@ class Nuisance(threading.Thread):
 
     def drop_one(self):
         with contextlib.suppress(OSError), socket.create_connection(("localhost", self.port), timeout=30) as connection:
-            if self.dice.random() < 0.5:
-                connection.sendall(bytes(self.dice.randrange(256) for _ in range(self.dice.randrange(200))))
-            if self.dice.random() < 0.5:
-                # No farewell: the other side reads a reset.
+            if self.random.random() < 0.5:
+                connection.sendall(bytes(self.random.randrange(256) for _ in range(self.random.randrange(200))))
+            if self.random.random() < 0.5:
+                # Resets the connection instead of closing it in order.
                 connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, b"\1\0\0\0\0\0\0\0")
         self.dropped += 1
 
@@ -159,19 +159,19 @@ def judge(samples, base, memory):
 def watch(host, clients):
     samples = []
     while True:
-        at_work = any(client.poll() is None for client in clients)
+        running = any(client.poll() is None for client in clients)
         samples.append(host.sample())
-        if host.complaint:
-            raise Finding(host.complaint)
+        if host.wrong_answer:
+            raise Finding(host.wrong_answer)
         for client in clients:
             if client.poll() not in (None, 0):
-                raise Finding(client.stdout.readline().strip() or f"an agent has ended with {client.returncode}")
-        if not at_work:
+                raise Finding(client.stdout.readline().strip() or f"an agent ended with exit code {client.returncode}")
+        if not running:
             return samples
         time.sleep(0.25)
 
 
-def wait_until_quiet(host, base):
+def wait_until_idle(host, base):
     end = time.monotonic() + 30
     while True:
         sample = host.sample()
@@ -179,7 +179,7 @@ def wait_until_quiet(host, base):
             return
         if time.monotonic() > end:
             raise Finding(f"growth: {sample['descriptors']} descriptors and {sample['threads']} threads after all clients "
-                          f"have gone, {base['descriptors']} and {base['threads']} before they came")
+                          f"have disconnected, {base['descriptors']} and {base['threads']} before")
         time.sleep(0.1)
 
 
@@ -187,41 +187,41 @@ def run(options):
     folder = f"{options.build}/tests/soak"
     environment = dict(os.environ, AIBRIDGE_BUILD_DIR=options.build)
     clients = []
-    nuisance = None
+    disturbance = None
     with tempfile.TemporaryDirectory() as scratch:
         host = Host(folder, options.seed, options.fault)
         try:
             while not host.counts:
                 time.sleep(0.05)
             base = host.sample()
-            nuisance = Nuisance(folder, host.port, options.seed, environment)
+            disturbance = Disturbance(folder, host.port, options.seed, environment)
             clients = agents(folder, host.port, options, scratch, environment)
-            nuisance.start()
+            disturbance.start()
             samples = watch(host, clients)
-            nuisance.end()
+            disturbance.end()
             judge(samples, base, options.memory)
-            wait_until_quiet(host, base)
+            wait_until_idle(host, base)
             host.end()
             if any(count > 0 for count in host.left.values()):
-                raise Finding(f"growth: left at the end: {host.left}")
-            report(host, clients, nuisance, samples, base)
+                raise Finding(f"growth: remaining at the end: {host.left}")
+            report(host, clients, disturbance, samples, base)
         finally:
-            if nuisance:
-                nuisance.end()
+            if disturbance:
+                disturbance.end()
             for process in clients + [host.process]:
                 process.kill()
                 process.wait()
 
 
-def report(host, clients, nuisance, samples, base):
+def report(host, clients, disturbance, samples, base):
     calls = connections = 0
     for client in clients:
         words = client.stdout.readline().split()
         calls += int(words[1])
         connections += int(words[3])
     counts = host.counts
-    print(f"calls {calls}, connections {connections}, killed in mid-message {nuisance.killed}, opened and dropped "
-          f"{nuisance.dropped}")
+    print(f"calls {calls}, connections {connections}, killed in mid-message {disturbance.killed}, opened and dropped "
+          f"{disturbance.dropped}")
     print(f"host: calls {counts['calls']}, refreshes {counts['refreshes']}, scans {counts['scans']}, recommendations "
           f"answered {counts['answers']}")
     for key, unit in (("held", 1024), ("resident", 1024), ("threads", 1), ("descriptors", 1)):

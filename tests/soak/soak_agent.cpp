@@ -1,7 +1,8 @@
-// One agent of a soak: random tools, several at a time, on one connection after another, and each answer
-// compared with the right one. It ends when its time is over, or with 1 at the first wrong or missing answer.
-// soak_agent PORT SEED SECONDS LIMIT TURN     TURN is a file: who holds its lock may call a tool that has
-// parameters soak_agent PORT SEED half                   begins a message and waits to be killed
+// One agent of a soak: calls random tools, several at a time, over successive connections, and compares each
+// answer with the expected one. Exit code 1 at the first wrong or missing answer.
+//
+// soak_agent PORT SEED SECONDS LIMIT FILE   LIMIT: seconds per call; FILE: lock for tools with parameters
+// soak_agent PORT SEED half                 sends a partial message and waits until it is killed
 #include "tests/faults/Calls.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RawClient.h"
@@ -24,7 +25,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Tools that share the handler's parameters, as the gate would keep them apart.
+// True for tools that use the handler's shared parameters. The gate would serialise their calls.
 bool hasParameters(const std::string& method)
 {
     static const std::set<std::string> without = {"Init",
@@ -62,7 +63,7 @@ bool hasParameters(const std::string& method)
     return without.count(method) == 0;
 }
 
-// All records are of one inventory, and there are as many as it has.
+// True if the list has @p count records, all from one inventory.
 bool isWhole(const wire::Value& list, std::size_t count, int markField)
 {
     std::set<std::string> marks;
@@ -92,13 +93,13 @@ bool isRight(const std::string& method, const wire::Message& reply)
     return text == answers::queued;
 }
 
-class Turn
+class FileLock
 {
 public:
-    explicit Turn(const char* file) : file_(::open(file, O_RDWR | O_CREAT, 0600)) {}
-    ~Turn() { ::close(file_); }
-    void take() { ::flock(file_, LOCK_EX); }
-    void give() { ::flock(file_, LOCK_UN); }
+    explicit FileLock(const char* file) : file_(::open(file, O_RDWR | O_CREAT, 0600)) {}
+    ~FileLock() { ::close(file_); }
+    void lock() { ::flock(file_, LOCK_EX); }
+    void unlock() { ::flock(file_, LOCK_UN); }
 
 private:
     int file_;
@@ -107,8 +108,8 @@ private:
 class Agent
 {
 public:
-    Agent(int port, unsigned seed, int limitMs, const char* turn)
-        : port_(port), limitMs_(limitMs), dice_(seed), turn_(turn)
+    Agent(int port, unsigned seed, int limitMs, const char* lockFile)
+        : port_(port), limitMs_(limitMs), random_(seed), lock_(lockFile)
     {
     }
 
@@ -117,10 +118,10 @@ public:
         while (Clock::now() < end) {
             RawClient client(port_);
             ++connections_;
-            for (int left = 1 + int(dice_() % 60); left > 0 && Clock::now() < end; --left)
+            for (int remaining = 1 + int(random_() % 60); remaining > 0 && Clock::now() < end; --remaining)
                 callSome(client);
-            if (dice_() % 4 == 0)
-                client.send(calls::encode("ListAllDisks", 1).substr(0, 1 + dice_() % 20));
+            if (random_() % 4 == 0)
+                client.send(calls::encode("ListAllDisks", 1).substr(0, 1 + random_() % 20));
         }
     }
     void report() const { std::printf("calls %ld connections %ld\n", calls_, connections_); }
@@ -129,13 +130,13 @@ private:
     void callSome(RawClient& client)
     {
         std::vector<std::string> methods;
-        bool turn = false;
-        for (int left = 1 + int(dice_() % 4); left > 0; --left) {
-            methods.push_back(all_[dice_() % all_.size()]);
-            turn = turn || hasParameters(methods.back());
+        bool needsLock = false;
+        for (int remaining = 1 + int(random_() % 4); remaining > 0; --remaining) {
+            methods.push_back(all_[random_() % all_.size()]);
+            needsLock = needsLock || hasParameters(methods.back());
         }
-        if (turn)
-            turn_.take();
+        if (needsLock)
+            lock_.lock();
         std::string bytes;
         for (const std::string& method : methods)
             bytes += calls::encode(method, ++sequence_);
@@ -143,8 +144,8 @@ private:
         sequence_ -= static_cast<int>(methods.size());
         for (const std::string& method : methods)
             receive(client, method);
-        if (turn)
-            turn_.give();
+        if (needsLock)
+            lock_.unlock();
     }
 
     void receive(RawClient& client, const std::string& method)
@@ -160,21 +161,21 @@ private:
 
     int port_;
     int limitMs_;
-    std::mt19937 dice_;
-    Turn turn_;
+    std::mt19937 random_;
+    FileLock lock_;
     const std::vector<std::string> all_ = calls::methods();
     int sequence_ = 0;
     long calls_ = 0;
     long connections_ = 0;
 };
 
-int beginAMessage(int port, unsigned seed)
+int sendPartialMessage(int port, unsigned seed)
 {
     const std::string whole = calls::encode("FormatPartition", 1);
     RawClient client(port);
     client.send(calls::encode("GetAllPartitionInfo", 1));
     client.send(whole.substr(0, seed % whole.size()));
-    std::puts("begun");
+    std::puts("sent");
     std::fflush(stdout);
     ::pause();
     return 0;
@@ -189,7 +190,7 @@ int main(int argc, char** argv)
     const int port = std::atoi(argv[1]);
     const auto seed = static_cast<unsigned>(std::strtoul(argv[2], nullptr, 10));
     if (argc == 4)
-        return beginAMessage(port, seed);
+        return sendPartialMessage(port, seed);
     Agent agent(port, seed, std::atoi(argv[4]) * 1000, argv[5]);
     int code = 0;
     try {

@@ -1,6 +1,8 @@
-// The host of a soak: the whole recording host with the real bridge and its service, which refreshes the
-// inventory, scans and answers recommendations. It prints its port, then now and then what it holds, and ends
-// by the clean road when its standard input does. soak_host SEED [FAULT]
+// The host of a soak: the recording host with the real bridge and its service. It refreshes the inventory,
+// starts scans and answers recommendations. It prints its port, then its counters four times per second, and
+// shuts down at the end of its standard input.
+//
+// soak_host SEED [FAULT]
 #include "plugin/HandOver.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/FakeNetstat.h"
@@ -28,8 +30,8 @@
 
 namespace {
 
-// A seed makes the same decisions again, though not at the same moments.
-std::mt19937& dice()
+// A seed reproduces the decisions, but not their timing.
+std::mt19937& randomEngine()
 {
     static std::mt19937 engine;
     return engine;
@@ -39,8 +41,7 @@ constexpr int kVariants = 3;
 constexpr int kDisks = 24;
 constexpr int kPartitions = 10;
 
-// Inventories that differ in one text of each record, so that a reader can tell whether it has seen one
-// whole.
+// Inventories that differ in one string of each record, so that a reader can detect a mixture of two.
 QVariantList inventory(int variant)
 {
     const QString mark = QStringLiteral("variant-%1").arg(variant);
@@ -64,20 +65,20 @@ QVariantList inventory(int variant)
     return disks;
 }
 
-// What can be made to go wrong, to see that the run finds it.
-class Sabotage
+// Injects a fault that the run must detect.
+class FaultInjector
 {
 public:
-    explicit Sabotage(QByteArray fault) : fault_(std::move(fault)) { clock_.start(); }
+    explicit FaultInjector(QByteArray fault) : fault_(std::move(fault)) { clock_.start(); }
 
-    void atOrder()
+    void onRequest()
     {
-        ++orders_;
+        ++requests_;
         if (fault_ == "leak")
             kept_.push_back(std::vector<char>(64 * 1024));
-        else if (fault_ == "descriptor" && orders_ <= kKept)
+        else if (fault_ == "descriptor" && requests_ <= kKept)
             ::dup(STDOUT_FILENO);
-        else if (fault_ == "thread" && orders_ <= kKept)
+        else if (fault_ == "thread" && requests_ <= kKept)
             std::thread([] { ::pause(); }).detach();
         else if (fault_ == "stall" && !stalled_ && clock_.elapsed() > 2000)
             stall();
@@ -85,7 +86,7 @@ public:
     bool answer() { return fault_ != "wrong" || ++answers_ % 3 != 0; }
 
 private:
-    // More than a run allows for, fewer than a process may have.
+    // Above the limits of soak.py, below those of a process.
     static constexpr int kKept = 200;
 
     void stall()
@@ -97,7 +98,7 @@ private:
     QByteArray fault_;
     QElapsedTimer clock_;
     std::vector<std::vector<char>> kept_;
-    int orders_ = 0;
+    int requests_ = 0;
     int answers_ = 0;
     bool stalled_ = false;
 };
@@ -105,11 +106,11 @@ private:
 class SoakHost
 {
 public:
-    explicit SoakHost(const QByteArray& fault) : sabotage_(fault) {}
+    explicit SoakHost(const QByteArray& fault) : faults_(fault) {}
 
     /// False if the service does not start.
     bool start();
-    /// Waits until nobody is served and nothing runs, then releases the bridge.
+    /// Waits until connections and scan have ended, then releases the bridge.
     void end();
 
     int port() const { return port_.number(); }
@@ -117,12 +118,12 @@ public:
 private:
     void fillSpecs();
     void every(int milliseconds, const std::function<void()>& work);
-    void refresh() { host_.bridge()->setDiskInfo(inventory(static_cast<int>(dice()() % kVariants))); }
+    void refresh() { host_.bridge()->setDiskInfo(inventory(static_cast<int>(randomEngine()() % kVariants))); }
     void answerRecommendation();
     void checkCalls();
     void print();
 
-    Sabotage sabotage_;
+    FaultInjector faults_;
     ScratchApplication application_;
     RecordingHost host_;
     ReservedPort port_;
@@ -139,13 +140,13 @@ void SoakHost::fillSpecs()
 {
     host_.spec("deviceMgr").answer("disks", QVariant(machine::disks()));
     host_.spec("partitionmanager").answer("doFunFromAI", [this](const QVariantList&) {
-        sabotage_.atOrder();
+        faults_.onRequest();
         return QVariant(true);
     });
     host_.spec("__zormain").answer("doToolBox", [this](const QVariantList&) {
-        return QVariant(sabotage_.answer());
+        return QVariant(faults_.answer());
     });
-    // The scans of the first seconds find nothing and so run through all their cases; then a disk goes bad.
+    // For five seconds scans run through all cases without a result; then a disk reports an error.
     host_.spec("partitionmanager").answer("hasDiskSmartInfoError", [this](const QVariantList&) {
         return QVariant(clock_.elapsed() > 5000);
     });
@@ -153,7 +154,7 @@ void SoakHost::fillSpecs()
 
 bool SoakHost::start()
 {
-    // The referral rule would ask a service in the network.
+    // Keeps the referral rule from querying a service in the network.
     ScratchApplication::write(application_.folder() + "/recscan.info", QByteArray("\0\0\0\0\1", 5));
     fillSpecs();
     clock_.start();
@@ -189,10 +190,10 @@ void SoakHost::every(int milliseconds, const std::function<void()>& work)
 void SoakHost::answerRecommendation()
 {
     ++answers_;
-    host_.bridge()->doRecOperation(QVariantMap{{"result", static_cast<int>(dice()() % 2)}});
+    host_.bridge()->doRecOperation(QVariantMap{{"result", static_cast<int>(randomEngine()() % 2)}});
 }
 
-// The calls are looked through and forgotten.
+// Checks the recorded calls and discards them, to keep memory constant.
 void SoakHost::checkCalls()
 {
     const std::vector<HostCallRecord> calls = host_.recorder().calls();
@@ -202,7 +203,7 @@ void SoakHost::checkCalls()
         if (call.member != "doFunFromAI")
             continue;
         if (call.arguments.at(1).toMap().contains("TestFunValid") != call.withResult) {
-            std::puts("wrong: an order that carries the mark of a question");
+            std::puts("wrong: TestFunValid in a request, or missing in a check");
             std::fflush(stdout);
         }
     }
@@ -222,7 +223,7 @@ void SoakHost::end()
     pumpUntil([ownThreads] { return ProcessFigures::now().threads <= ownThreads; });
     AIBridgeAccess::release(*host_.bridge());
     print();
-    // A thread counts as ended a moment before the system has forgotten it.
+    // The system counts a finished thread for a moment.
     ProcessFigures after;
     pumpUntil([&] {
         after = ProcessFigures::now();
@@ -236,14 +237,14 @@ void SoakHost::end()
 
 int main(int argc, char** argv)
 {
-    // One arena, so that memory which connection threads give back can be used again by the next ones.
+    // With one arena the next connection threads reuse the memory that earlier ones freed.
     mallopt(M_ARENA_MAX, 1);
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // What the service says of each client that goes would drown what the run has to say.
+    // Suppresses the runtime's message for each client that disconnects.
     apache::thrift::GlobalOutput.setOutputFunction([](const char*) {});
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     handover::Marked<QGuiApplication> application(argc, argv);
-    dice().seed(argc > 1 ? static_cast<unsigned>(std::strtoul(argv[1], nullptr, 10)) : 0);
+    randomEngine().seed(argc > 1 ? static_cast<unsigned>(std::strtoul(argv[1], nullptr, 10)) : 0);
     SoakHost host(argc > 2 ? argv[2] : "");
     if (!host.start())
         return 1;
