@@ -32,8 +32,7 @@ int main(int argc, char** argv)
         return 1;
     QCoreApplication::installTranslator(&german);
     std::printf("%s\n", qPrintable(QObject::tr("Accept")));
-    // The manager releases the component at its end, which must not come before the service has begun to
-    // serve.
+    // The manager's destructor releases the component, which must not happen before the service listens.
     for (bool running = true, up = false; running && !up;) {
         QTcpSocket probe;
         probe.connectToHost("localhost", quint16(qEnvironmentVariableIntValue("AGENT_NATIVE_PORT")));

@@ -1,5 +1,5 @@
-"""scripts/windows/toolchain with archives: a small folder in place of a toolchain, a compiler that knows its version
-only, and package tools that install nothing. argv[1]: source directory."""
+"""scripts/windows/toolchain with archives: a small folder instead of a toolchain, a compiler that only prints its version,
+and package tools that do not install anything. argv[1]: source directory."""
 
 import os
 import pathlib
@@ -60,7 +60,7 @@ class ToolchainArchive(unittest.TestCase):
             check=False,
         )
 
-    # A folder that passes the toolchain's check at its packed path; changes: file name to content, None removes it.
+    # A folder that passes the toolchain's check at its packed path. changes: file name to content, None to omit the file.
     def make_archive(self, **changes):
         folder = self.scratch / "made" / self.name
         place = PACKED_AT + self.name
@@ -85,7 +85,7 @@ class ToolchainArchive(unittest.TestCase):
         self.assertEqual(self.run_toolchain("--check").returncode, 1)
         self.assertEqual(list(self.cache.glob("unpack.*")), [])
 
-    def test_archive_is_unpacked_with_the_folder_of_this_machine_in_its_text_files(self):
+    def test_archive_is_unpacked_and_its_text_files_receive_the_local_path(self):
         self.make_archive()
         result = self.run_toolchain()
         self.assertEqual(result.returncode, 0, result.stdout)
@@ -98,36 +98,36 @@ class ToolchainArchive(unittest.TestCase):
         self.assertEqual((self.dir / "qt/bin/Qt5Core.dll").read_bytes(), core)
         self.assertIn("cached", self.run_toolchain().stdout)
 
-    def test_without_an_archive_it_is_built(self):
+    def test_missing_archive_starts_a_build(self):
         self.assert_builds(self.run_toolchain())
 
-    def test_archive_of_another_recipe_is_not_taken(self):
+    def test_archive_of_another_recipe_is_ignored(self):
         self.make_archive().rename(self.archives / "qt5-of-another-recipe.tar.xz")
         self.assert_builds(self.run_toolchain())
 
-    def test_archive_without_a_file_that_the_check_names_is_not_taken(self):
+    def test_archive_with_a_missing_file_is_ignored(self):
         self.make_archive(**{"googletest/lib/libgmock.a": None})
         self.assert_builds(self.run_toolchain())
 
-    def test_archive_whose_programs_do_not_run_here_is_not_taken(self):
+    def test_archive_whose_programs_do_not_start_is_ignored(self):
         self.make_archive(**{"qt/bin/moc": "#!/no/such/interpreter\n"})
         self.assert_builds(self.run_toolchain())
 
-    def test_archive_that_does_not_name_its_path_is_not_taken(self):
+    def test_archive_without_its_packed_path_is_ignored(self):
         self.make_archive(**{"thrift/lib/pkgconfig/thrift.pc": "prefix=thrift\n"})
         self.assert_builds(self.run_toolchain())
 
-    def test_truncated_archive_is_not_taken(self):
+    def test_truncated_archive_is_ignored(self):
         archive = self.make_archive(**{"qt/doc": os.urandom(100000)})
         archive.write_bytes(archive.read_bytes()[:50000])
         self.assert_builds(self.run_toolchain())
 
-    def test_unpack_alone_never_builds(self):
+    def test_unpack_does_not_start_a_build(self):
         result = self.run_toolchain("--unpack")
         self.assertEqual(result.returncode, 1)
         self.assertNotIn("building", result.stdout)
 
-    def test_pack_writes_no_path_of_the_machine_and_unpacks_elsewhere(self):
+    def test_pack_removes_local_paths_and_unpacks_elsewhere(self):
         self.make_archive()
         self.run_toolchain()
         write(self.dir / "logs/secret.log", "x")
@@ -161,7 +161,7 @@ class ToolchainArchive(unittest.TestCase):
             archives.append((self.scratch / name / (self.name + ".tar.xz")).read_bytes())
         self.assertEqual(archives[0], archives[1])
 
-    def test_pack_refuses_an_incomplete_toolchain(self):
+    def test_pack_rejects_an_incomplete_toolchain(self):
         self.assertEqual(self.run_toolchain("--pack", str(self.scratch)).returncode, 2)
 
 

@@ -1,4 +1,4 @@
-"""The catalogues: complete, up to date with the sources, and true to the placeholders of each text.
+"""The catalogues are complete, match the sources, and keep the placeholders of each string.
 
 usage: catalogues_test.py LUPDATE [unittest's arguments]
 """
@@ -45,7 +45,7 @@ def placeholders(text):
 
 
 def edges(text):
-    """The blanks and line ends at both ends, and the number of line ends."""
+    """Leading and trailing whitespace, and the number of line ends."""
     return re.match(r"\s*", text).group(), re.search(r"\s*$", text).group(), text.count("\n")
 
 
@@ -57,7 +57,7 @@ class Catalogues(unittest.TestCase):
                     with self.subTest(catalogue=name, language=language, source=entry.source):
                         check(entry)
 
-    def test_source_texts_are_the_entries_of_each_catalogue(self):
+    def test_entries_of_each_catalogue_match_the_sources(self):
         with tempfile.TemporaryDirectory() as scratch:
             for file in FOLDER.glob("*.ts"):
                 shutil.copy(file, scratch)
@@ -78,10 +78,10 @@ class Catalogues(unittest.TestCase):
 
         self.each(LANGUAGES, check)
 
-    def test_plural_texts_have_both_forms(self):
+    def test_plural_strings_have_both_forms(self):
         self.each(LANGUAGES, lambda entry: self.assertEqual(len(entry.texts), 2 if entry.numerus else 1))
 
-    def test_translations_keep_placeholders_line_ends_and_blanks_at_the_ends(self):
+    def test_translations_keep_placeholders_line_ends_and_outer_whitespace(self):
         def check(entry):
             for text in entry.texts:
                 self.assertEqual(placeholders(text), placeholders(entry.source))
@@ -89,21 +89,21 @@ class Catalogues(unittest.TestCase):
 
         self.each(LANGUAGES, check)
 
-    def test_english_translations_are_the_source_texts(self):
+    def test_english_translations_equal_the_source_strings(self):
         def check(entry):
             if not entry.numerus:
                 self.assertEqual(entry.texts, [entry.source])
 
         self.each(["en"], check)
 
-    # Fifteen messages of the cases, six different buttons, forty-two functions.
-    def test_the_library_has_sixty_three_texts(self):
+    # 15 messages of scan cases, 6 distinct buttons, 42 functions.
+    def test_library_has_63_strings(self):
         for language in LANGUAGES:
             found = entries(FOLDER / f"aibridge_{language}.ts")
             self.assertEqual(len(found), 15 + 6 + 42)
             self.assertEqual({entry.key[0] for entry in found}, {"QObject"})
 
-    def test_names_of_functions_have_a_german_name_in_brackets(self):
+    def test_function_names_in_brackets_are_translated_to_german(self):
         named = 0
         for entry in entries(FOLDER / "aibridge_de.ts"):
             source = re.findall(r"\[(.+?)\]", entry.source)
