@@ -2,6 +2,7 @@
 // reads as false, and an order that cannot be delivered has no effect.
 #include "tests/faults/Fault.h"
 #include "tests/support/Answers.h"
+#include "tests/tools/ToolRow.h"
 
 #include <QtCore/QStringList>
 
@@ -12,50 +13,33 @@ const QString kNotValid = answers::notValid;
 const QString kInProgress = "false " + answers::inProgress.text();
 const QString kInExecution = "false " + answers::inExecution.text();
 
-const QStringList kPage = {"OpenDiskLayoutEditor",
-                           "DeleteAllPartitions",
-                           "InitializeDiskToMbr",
-                           "InitializeDiskToGpt",
-                           "WipeDisk",
-                           "AutoCreatePartitions",
-                           "DiskBringOnline",
-                           "LowLevelFormat",
-                           "SmartSpaceAdjustment",
-                           "ShowBitLockerStatus",
-                           "OpenPartitionLayoutEditor",
-                           "MigrateSystemDriveData",
-                           "EjectUsb",
-                           "DeletePartition",
-                           "ConvertPartitionToPrimary",
-                           "ConvertPartitionToLogical",
-                           "SetPartitionActive",
-                           "SetPartitionHidden",
-                           "ResizePartition",
-                           "FormatPartition",
-                           "SplitPartition",
-                           "WipePartition",
-                           "ChangePartitionClusterSize",
-                           "ChangePartitionDriveLetter",
-                           "ChangePartitionLabel",
-                           "ResizePartitionRelative",
-                           "CreatePartition",
-                           "MergePartitions",
-                           "AllocateSpaceFromPartitionToPartition",
-                           "AllocateSpaceFromPartitionToNewPartition"};
-const QStringList kClone = {"CloneOSDataFromCurrent", "CloneOSDataFromDisk",       "CloneOSDataFromPartition",
-                            "CloneDiskToDisk",        "ClonePartitionToPartition", "ClonePartitionToDisk"};
-const QStringList kAskedMedia = {"CreateBootableISO", "CreateBootableUsbByDisk",
-                                 "CreateBootableUsbByDriveLetter"};
-const QStringList kGatedBox = {"PasswordReset", "RepairWindowsBoot"};
-const QStringList kOtherBox = {"ToggleWriteProtection",
-                               "RebuildMbr",
-                               "AlignDiskTo4k",
-                               "ScanDiskBadSectors",
-                               "ScanPartitionBadSectors",
-                               "RetrieveBitLockerRecoveryKey",
-                               "CheckPartitionFileSystem",
-                               "Windows11UpgradeCheck"};
-const QStringList kPartitionLists = {"ListPartitionsOnDisk", "GetAllPartitionInfo", "GetPartitionInfo"};
+QStringList pageTools()
+{
+    return toolsThatCall("partitionmanager.doFunFromAI");
+}
+
+QStringList cloneTools()
+{
+    return toolsThatCall("clone.cloneType");
+}
+
+QStringList askedMediaTools()
+{
+    return toolsThatCall("__zormain.createBootMediaEnabled");
+}
+
+QStringList gatedBoxTools()
+{
+    return toolsThatCall("__zormain.passwordResetEnabled") + toolsThatCall("__zormain.bootrepairEnabled");
+}
+
+QStringList otherBoxTools()
+{
+    QStringList tools = toolsThatCall("__zormain.doToolBox");
+    for (const QString& gated : gatedBoxTools())
+        tools.removeAll(gated);
+    return tools;
+}
 
 struct Effect
 {
@@ -66,7 +50,7 @@ struct Effect
     unsigned moods = AnyMood;
 };
 
-// The answers of a host with nothing amiss that are not "Task Queued".
+// The answers other than queued of a host without a fault.
 const std::vector<Effect>& wholeAnswers()
 {
     static const std::vector<Effect> answers = {
@@ -106,8 +90,8 @@ std::vector<Effect> inventoryEffects()
 std::vector<Effect> pageEffects()
 {
     return {
-        {"partitionmanager", NoObject, kPage + QStringList{"Windows11UpgradeCheck"}, kNotValid},
-        {"partitionmanager.doFunFromAI", kNoAnswer, kPage, kNotValid},
+        {"partitionmanager", NoObject, pageTools() + QStringList{"Windows11UpgradeCheck"}, kNotValid},
+        {"partitionmanager.doFunFromAI", kNoAnswer, pageTools(), kNotValid},
         {"partitionmanager.isWin11CheckerEnable", kNoAnswer, {"Windows11UpgradeCheck"}, kNotValid},
     };
 }
@@ -122,9 +106,9 @@ std::vector<Effect> cloneEffects()
         {"deviceMgr.disks", kNotCalled, {"CloneDiskToDisk"}, notListed},
         // An entry that is no map has the index 0 like a disk, but is no system disk and names no disk later.
         {"deviceMgr.disks", kNotCalled | WrongValue, {"CloneOSDataFromDisk"}, notSystem},
-        {"clone", NoObject, kClone, ""},
-        {"clone.cloneType", NoMember | OtherSignature, kClone, ""},
-        {"clone.invalidInfo", NoMember, kClone, ""},
+        {"clone", NoObject, cloneTools(), ""},
+        {"clone.cloneType", NoMember | OtherSignature, cloneTools(), ""},
+        {"clone.invalidInfo", NoMember, cloneTools(), ""},
     };
 }
 
@@ -134,16 +118,17 @@ std::vector<Effect> mainObjectEffects()
     const QStringList recover = {"RecoverLostPartition"};
     return {
         {"__zormain", NoObject, {"PreProcessing"}, "true ", Busy},
-        {"__zormain", NoObject, kAskedMedia + kGatedBox + kOtherBox + health + recover, kNotValid},
+        {"__zormain", NoObject, askedMediaTools() + gatedBoxTools() + otherBoxTools() + health + recover,
+         kNotValid},
         {"__zormain.busy", kNoAnswer, {"PreProcessing"}, "true ", Busy},
         {"__zormain.doprfunction", NoMember, recover, kNotValid},
-        {"__zormain.createBootMediaEnabled", kNoAnswer, kAskedMedia, kNotValid},
+        {"__zormain.createBootMediaEnabled", kNoAnswer, askedMediaTools(), kNotValid},
         {"__zormain.opendiskhealth", NoMember, health, kNotValid},
         {"__zormain.passwordResetEnabled", kNoAnswer, {"PasswordReset"}, kNotValid},
         {"__zormain.bootrepairEnabled", kNoAnswer, {"RepairWindowsBoot"}, kNotValid},
-        {"__zormain.doToolBox", kNoAnswer, kOtherBox, kNotValid},
+        {"__zormain.doToolBox", kNoAnswer, otherBoxTools(), kNotValid},
         // Without the method the answer of the gate before it stands.
-        {"__zormain.doToolBox", kNoAnswer & ~unsigned(NoMember), kGatedBox, kNotValid},
+        {"__zormain.doToolBox", kNoAnswer & ~unsigned(NoMember), gatedBoxTools(), kNotValid},
     };
 }
 
@@ -161,16 +146,39 @@ std::vector<Effect> otherEffects()
     };
 }
 
+// The own check of CloneOSDataFromDisk is made without a bridge too.
+std::vector<Effect> bridgeEffects()
+{
+    const QString notSystem = "It seems that disk0 is not os disk";
+    return {
+        {"", NoBridge, {"Init", "PostProcessing"}, "true"},
+        {"", NoBridge, {"PreProcessing"}, "false "},
+        {"", NoBridge, {"ListAllDisks", "ListPartitionsOnDisk", "GetAllPartitionInfo"}, ""},
+        {"", NoBridge, {"GetPartitionInfo"}, "0//0"},
+        {"", NoBridge | NoEngine, {"CloneOSDataFromDisk"}, notSystem},
+        {"", NoEngine, cloneTools(), ""},
+    };
+}
+
 const std::vector<Effect>& effects()
 {
     static const std::vector<Effect> all = [] {
         std::vector<Effect> rows;
-        for (const auto& group :
-             {inventoryEffects(), pageEffects(), cloneEffects(), mainObjectEffects(), otherEffects()})
+        for (const auto& group : {bridgeEffects(), inventoryEffects(), pageEffects(), cloneEffects(),
+                                  mainObjectEffects(), otherEffects()})
             rows.insert(rows.end(), group.begin(), group.end());
         return rows;
     }();
     return all;
+}
+
+// Without an engine every object is missing but the window and its children.
+bool isMet(const Effect& effect, const FaultCase& host)
+{
+    if (host.fault == NoEngine && (effect.faults & NoObject) != 0)
+        return QLatin1String(effect.member) != "window";
+    const QString where = host.member.name.isEmpty() ? host.member.object : host.member.where();
+    return where == effect.member && (effect.faults & host.fault) != 0;
 }
 
 } // namespace
@@ -178,12 +186,12 @@ const std::vector<Effect>& effects()
 QString expectedAnswer(const std::string& method, const FaultCase& host)
 {
     const QString tool = QString::fromStdString(method);
-    const QString where = host.member.name.isEmpty() ? host.member.object : host.member.where();
     for (const Effect& effect : effects()) {
-        if (where == effect.member && (effect.faults & host.fault) != 0 && (effect.moods & host.mood) != 0 &&
-            effect.tools.contains(tool))
+        if (isMet(effect, host) && (effect.moods & host.mood) != 0 && effect.tools.contains(tool))
             return effect.answer;
     }
+    if (host.fault == NoBridge)
+        return kNotValid;
     for (const Effect& answer : wholeAnswers()) {
         if ((answer.moods & host.mood) != 0 && answer.tools.contains(tool))
             return answer.answer;

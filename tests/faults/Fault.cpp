@@ -1,6 +1,7 @@
 #include "tests/faults/Fault.h"
 
 #include "tests/support/ProcessFigures.h"
+#include "tests/tools/ToolRow.h"
 
 #include <ostream>
 
@@ -40,6 +41,20 @@ std::vector<Fault> faultsOf(const Member& member)
     return faults;
 }
 
+// The host decides about the task by its answer. The answers of the window and of the event log are ignored.
+bool isQuestionOfATool(const Member& member)
+{
+    return !member.type.isEmpty() && !member.isProperty && member.onApplicationThread &&
+           member.object != "window" && member.object != "__qml_executer" &&
+           !toolsThatCall(member.where()).isEmpty();
+}
+
+// The result of an order is not requested, so its declared type is not examined.
+bool isOrder(const Member& member)
+{
+    return member.type.isEmpty() && !member.isSignal;
+}
+
 const char* nameOf(Fault fault)
 {
     switch (fault) {
@@ -59,6 +74,12 @@ const char* nameOf(Fault fault)
         return "Throws";
     case OtherTypes:
         return "OtherTypes";
+    case Refuses:
+        return "Refuses";
+    case NoEngine:
+        return "NoEngine";
+    case NoBridge:
+        return "NoBridge";
     case Whole:
         break;
     }
@@ -123,14 +144,39 @@ std::vector<FaultCase> allFaultCases()
     return cases;
 }
 
-std::vector<FaultCase> sampledFaultCases()
+std::vector<FaultCase> toolFaultCases()
+{
+    std::vector<FaultCase> cases = allFaultCases();
+    for (const Mood mood : {Free, Busy, Covered}) {
+        cases.push_back({Member(), NoBridge, mood});
+        cases.push_back({Member(), NoEngine, mood});
+        for (const Member& member : allMembers()) {
+            if (isQuestionOfATool(member))
+                cases.push_back({member, Refuses, mood});
+        }
+    }
+    return cases;
+}
+
+std::vector<FaultCase> sampled(const std::vector<FaultCase>& cases)
 {
     std::vector<FaultCase> chosen;
-    for (const FaultCase& row : allFaultCases()) {
+    for (const FaultCase& row : cases) {
         if (kMemoryIsOurs || row.mood == Free)
             chosen.push_back(row);
     }
     return chosen;
+}
+
+bool isSkipped(const Member& member, const FaultCase& host)
+{
+    const bool isInWindow = member.object == "window" || member.object == "__qml_executer";
+    if (host.fault == NoEngine)
+        return !isInWindow;
+    if (host.fault == NoObject)
+        return member.object == host.member.object || (host.member.object == "window" && isInWindow);
+    const unsigned skipping = isOrder(member) ? kNotCalled & ~unsigned(OtherResult) : kNotCalled;
+    return member.where() == host.member.where() && (host.fault & skipping) != 0;
 }
 
 std::string FaultCase::name() const

@@ -2,6 +2,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <iosfwd>
 #include <string>
@@ -17,7 +18,10 @@ enum Fault : unsigned {
     NoResult = 16,      ///< declared without a result
     WrongValue = 32,    ///< of the declared type, but nothing that was asked for
     Throws = 64,        ///< the QML function behind it throws
-    OtherTypes = 128    ///< a method with as many parameters of another type
+    OtherTypes = 128,   ///< a method with as many parameters of another type
+    Refuses = 256,      ///< answers with no, or with an objection
+    NoEngine = 512,     ///< the bridge has no engine, so only the window and its children are found
+    NoBridge = 1024     ///< the tools have no bridge
 };
 
 /// The moments in which the host is met.
@@ -57,16 +61,24 @@ struct FaultCase
 /// Every fault that a member can have, in every mood.
 std::vector<FaultCase> allFaultCases();
 
-/// The cases to run: all of them, or those of one mood under a sanitizer, which makes each host many times
-/// slower.
-std::vector<FaultCase> sampledFaultCases();
+/// All of these, and those that only the tools meet: a refused question, and a missing engine or bridge.
+std::vector<FaultCase> toolFaultCases();
+
+/// The cases to run: all of @p cases, or those of one mood under a sanitizer, which makes each host many
+/// times slower.
+std::vector<FaultCase> sampled(const std::vector<FaultCase>& cases);
 
 /// The members are looked up and not called where one of these is amiss.
 constexpr unsigned kNotCalled = NoMember | OtherSignature | OtherTypes | OtherResult | NoResult;
 /// Nor is there a usable answer.
-constexpr unsigned kNoAnswer = kNotCalled | WrongValue | Throws;
+constexpr unsigned kNoAnswer = kNotCalled | WrongValue | Throws | Refuses;
 
-/// The documented answer of a tool to the call of calls::encode.
+/// True if @p member cannot be called on that host. Any thread.
+bool isSkipped(const Member& member, const FaultCase& host);
+
+/// The documented answer of a tool, to the call of its row and to that of calls::encode.
 QString expectedAnswer(const std::string& method, const FaultCase& host);
+/// "object.member" of each call that the tool makes on a connection thread, in order.
+QStringList expectedCalls(const std::string& method, const FaultCase& host);
 
 void PrintTo(const FaultCase& row, std::ostream* out);

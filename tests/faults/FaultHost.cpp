@@ -42,7 +42,7 @@ QVariant wrongValue(const Member& member)
 } // namespace
 
 FaultHost::FaultHost(const FaultCase& row, const std::function<void(RecordingHost&)>& prepare)
-    : tools_(std::make_shared<OpenGate>())
+    : fault_(row.fault), tools_(std::make_shared<OpenGate>())
 {
     pages_.loadData(kPage);
     host_.spec("deviceMgr").answer("disks", QVariant(machine::disks()));
@@ -55,7 +55,7 @@ FaultHost::FaultHost(const FaultCase& row, const std::function<void(RecordingHos
         prepare(host_);
     if (row.fault == NoObject)
         host_.without(row.member.object);
-    else if (row.fault != Whole)
+    else if (!row.member.name.isEmpty())
         breakMember(row);
 }
 
@@ -79,6 +79,10 @@ void FaultHost::breakMember(const FaultCase& row)
     const FakeBody yes = answering(true);
     if (row.fault == Throws) {
         spec.answer(member.name, throwing());
+        return;
+    }
+    if (row.fault == Refuses) {
+        spec.answer(member.name, member.type == "QString" ? QVariant("no room") : QVariant(false));
         return;
     }
     spec.remove(member.name);
@@ -125,9 +129,18 @@ FakeBody FaultHost::throwing()
 
 void FaultHost::build()
 {
-    host_.build();
-    tools_->setBridge(host_.bridge());
+    if (fault_ == NoEngine)
+        host_.buildWithoutEngine();
+    else
+        host_.build();
+    if (fault_ != NoBridge)
+        tools_->setBridge(host_.bridge());
     host_.bridge()->setDiskInfo(machine::inventory());
+    recordSignals(host_.bridge(), host_.recorder());
+}
+
+void FaultHost::serve()
+{
     server_ = std::make_unique<HandlerServer>(tools_);
 }
 

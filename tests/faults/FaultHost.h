@@ -8,7 +8,7 @@
 #include <functional>
 #include <memory>
 
-/// A host with one fault and the service before it, on a port of its own.
+/// A host with one fault, the tools on it and, after serve(), the service on a port of its own.
 class FaultHost
 {
 public:
@@ -18,8 +18,10 @@ public:
 
     /// Exchanges what a member does; before build().
     RecordingHost& host() { return host_; }
-    /// Makes the host, pushes the inventory and serves.
+    /// Makes the host and pushes the inventory.
     void build();
+    CZorHandle& tools() { return *tools_; }
+    void serve();
 
     int port() const { return server_->port(); }
     /// How often a QML function has thrown.
@@ -32,6 +34,7 @@ private:
     void breakMember(const FaultCase& row);
     FakeBody throwing();
 
+    Fault fault_;
     RecordingHost host_;
     QQmlApplicationEngine pages_;
     std::shared_ptr<CZorHandle> tools_;

@@ -135,21 +135,6 @@ const Effect kEffects[] = {
     {"multilanguage.sigCurrentLanguageChanged", kNotCalled, "Language", "onTranslate 0"},
 };
 
-// A method without a result is ordered, and an order does not look at the declared result.
-bool isOrder(const Member& member)
-{
-    return member.type.isEmpty() && !member.isSignal;
-}
-
-bool isSkipped(const Member& member, const FaultCase& row)
-{
-    if (row.fault == NoObject)
-        return member.object == row.member.object ||
-               (row.member.object == "window" && member.object == "__qml_executer");
-    const unsigned skipping = isOrder(member) ? kNotCalled & ~unsigned(OtherResult) : kNotCalled;
-    return member.where() == row.member.where() && (row.fault & skipping) != 0;
-}
-
 QString withoutSkipped(QString part, const FaultCase& row)
 {
     QStringList calls = part.split(' ', Qt::SkipEmptyParts);

@@ -60,7 +60,7 @@ TEST_P(Journeys, ChangeOfTheLanguage_ReachesAComponentThatIsConnected)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Host, Journeys, testing::ValuesIn(sampledFaultCases()),
+INSTANTIATE_TEST_SUITE_P(Host, Journeys, testing::ValuesIn(sampled(allFaultCases())),
                          [](const auto& row) { return row.param.name(); });
 
 bool toolsReach(const FaultCase& row)

@@ -19,6 +19,7 @@ TEST_P(Matrix, AllTools_AnswerAsDocumentedOneAfterTheOther)
 {
     FaultHost host(GetParam());
     host.build();
+    host.serve();
     runOnOtherThread([&] {
         RawClient client(host.port());
         int sequence = 0;
@@ -32,7 +33,7 @@ TEST_P(Matrix, AllTools_AnswerAsDocumentedOneAfterTheOther)
     EXPECT_FALSE(isRun && (GetParam().fault & (OtherSignature | OtherTypes)) != 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Host, Matrix, testing::ValuesIn(sampledFaultCases()),
+INSTANTIATE_TEST_SUITE_P(Host, Matrix, testing::ValuesIn(sampled(toolFaultCases())),
                          [](const auto& row) { return row.param.name(); });
 
 TEST(MatrixRows, AQmlFunctionThatThrows_IsReached)
@@ -40,6 +41,7 @@ TEST(MatrixRows, AQmlFunctionThatThrows_IsReached)
     // Else the rows of that fault would show nothing.
     FaultHost host({{"__zormain", "doToolBox", "QVariant,QVariant", "QVariant"}, Throws, Free});
     host.build();
+    host.serve();
     runOnOtherThread([&] { RawClient(host.port()).ask(calls::encode("RebuildMbr", 1)); });
     EXPECT_EQ(host.thrown(), 1);
 }

@@ -114,6 +114,7 @@ TEST_P(Slow, Member_HoldsUpItsToolsOnly)
     FaultHost host(wholeHost());
     hold(host);
     host.build();
+    host.serve();
     served_ = true;
     int heldUp = 0;
     runOnOtherThread([&] {

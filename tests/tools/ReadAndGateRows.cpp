@@ -13,10 +13,11 @@ QString places(const std::vector<PartitionInfo>& records)
 {
     QStringList texts;
     for (const PartitionInfo& record : records)
-        texts << QStringLiteral("%1/%2/%3")
+        texts << QStringLiteral("%1/%2/%3%4")
                      .arg(record.diskIndex)
                      .arg(QString::fromStdString(record.driveLetter))
-                     .arg(record.rawCapacity);
+                     .arg(record.rawCapacity)
+                     .arg(record.isRawPartition ? "/raw" : "");
     return texts.join(' ');
 }
 
@@ -26,7 +27,10 @@ QString listDisks(CZorHandle& tools)
     tools.ListAllDisks(disks);
     QStringList texts;
     for (const DiskInfo& disk : disks)
-        texts << QStringLiteral("%1/%2").arg(disk.diskIndex).arg(disk.partitionCount);
+        texts << QStringLiteral("%1/%2%3")
+                     .arg(disk.diskIndex)
+                     .arg(disk.partitionCount)
+                     .arg(disk.not4kAligned ? "/unaligned" : "");
     return texts.join(' ');
 }
 

@@ -4,6 +4,7 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
@@ -40,26 +41,22 @@ QVariantList inventory()
 
 } // namespace machine
 
-namespace {
-
 void recordSignals(AIBridge* bridge, Recorder& recorder)
 {
-    const auto note = [&recorder](const char* name, const QVariantList& arguments) {
+    const auto record = [&recorder](const char* name, const QVariantList& arguments) {
         recorder.add({QStringLiteral("aibridge"), QString::fromLatin1(name), arguments,
                       QThread::currentThread(), false});
     };
     QObject::connect(bridge, &AIBridge::sigCloneResult,
-                     [note](const QVariant& v) { note("sigCloneResult", {QVariant(v)}); });
+                     [record](const QVariant& v) { record("sigCloneResult", {QVariant(v)}); });
     QObject::connect(bridge, &AIBridge::sigConvertResult,
-                     [note](const QVariant& v) { note("sigConvertResult", {QVariant(v)}); });
+                     [record](const QVariant& v) { record("sigConvertResult", {QVariant(v)}); });
     QObject::connect(bridge, &AIBridge::sigAbout2CallFun,
-                     [note](const QString& text) { note("sigAbout2CallFun", {text}); });
-    QObject::connect(bridge, &AIBridge::sigAfterCallFun, [note](const QString& text, bool queued) {
-        note("sigAfterCallFun", {text, queued});
+                     [record](const QString& text) { record("sigAbout2CallFun", {text}); });
+    QObject::connect(bridge, &AIBridge::sigAfterCallFun, [record](const QString& text, bool queued) {
+        record("sigAfterCallFun", {text, queued});
     });
 }
-
-} // namespace
 
 ToolBench::ToolBench()
 {
@@ -119,6 +116,19 @@ const ToolRow& toolRow(const std::string& method)
     }
     std::cerr << "no row for " << method << std::endl;
     std::abort();
+}
+
+QStringList toolsThatCall(const QString& member)
+{
+    QStringList methods;
+    for (const ToolRow& row : allToolRows()) {
+        const bool calls = std::any_of(row.calls.begin(), row.calls.end(), [&](const QString& call) {
+            return call.startsWith(member + QLatin1Char('@'));
+        });
+        if (calls)
+            methods << QString::fromStdString(row.method);
+    }
+    return methods;
 }
 
 void PrintTo(const ToolRow& row, std::ostream* out)

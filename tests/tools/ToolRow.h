@@ -62,6 +62,12 @@ std::vector<ToolRow> readAndGateRows();
 /// The row of that method. Fails the process if there is none.
 const ToolRow& toolRow(const std::string& method);
 
+/// The methods whose row contains a call of that "object.member".
+QStringList toolsThatCall(const QString& member);
+
+/// Records each signal of the bridge as a call of "aibridge.<signal>".
+void recordSignals(AIBridge* bridge, Recorder& recorder);
+
 /// A call of a tool that answers with a text.
 template <class... Parameters, class... Arguments>
 std::function<QString(CZorHandle&)> tool(void (CZorHandle::*member)(std::string&, Parameters...),
