@@ -6,6 +6,7 @@
 #include "tests/faults/Calls.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RawClient.h"
+#include "tests/tools/ToolRow.h"
 
 #include <QtCore/QStringList>
 
@@ -28,39 +29,10 @@ using Clock = std::chrono::steady_clock;
 // True for tools that use the handler's shared parameters. The gate would serialise their calls.
 bool hasParameters(const std::string& method)
 {
-    static const std::set<std::string> without = {"Init",
-                                                  "PreProcessing",
-                                                  "PostProcessing",
-                                                  "ListAllDisks",
-                                                  "ListPartitionsOnDisk",
-                                                  "GetPartitionInfo",
-                                                  "GetAllPartitionInfo",
-                                                  "DiskHealthCheck",
-                                                  "RepairRawOrDamagedPartition",
-                                                  "RebuildMbr",
-                                                  "AlignDiskTo4k",
-                                                  "ToggleWriteProtection",
-                                                  "ScanDiskBadSectors",
-                                                  "ScanPartitionBadSectors",
-                                                  "CheckPartitionFileSystem",
-                                                  "RetrieveBitLockerRecoveryKey",
-                                                  "PasswordReset",
-                                                  "RepairWindowsBoot",
-                                                  "Windows11UpgradeCheck",
-                                                  "ConvertDiskToGpt",
-                                                  "ConvertDiskToMbr",
-                                                  "ConvertDiskToBasic",
-                                                  "ConvertDiskToDynamic",
-                                                  "ConvertPartitionToNtfs",
-                                                  "ConvertPartitionToFat",
-                                                  "ConvertPartitionToExfat",
-                                                  "CloneOSDataFromCurrent",
-                                                  "CloneOSDataFromDisk",
-                                                  "CloneOSDataFromPartition",
-                                                  "CloneDiskToDisk",
-                                                  "ClonePartitionToPartition",
-                                                  "ClonePartitionToDisk"};
-    return without.count(method) == 0;
+    static const QStringList sharing =
+        toolsThatCall("partitionmanager.doFunFromAI") + toolsThatCall("__zormain.dobmfunction") +
+        toolsThatCall("__zormain.doprfunction") + toolsThatCall("bootablemedia.isAlreadyEnable");
+    return sharing.contains(QString::fromStdString(method));
 }
 
 // True if the list has @p count records, all from one inventory.
@@ -86,11 +58,7 @@ bool isRight(const std::string& method, const wire::Message& reply)
     const QString text = calls::answerOf(reply);
     if (method == "PreProcessing")
         return text == "true " || text == "false " + answers::inProgress.text();
-    if (method == "Init" || method == "PostProcessing")
-        return text == "true";
-    if (method == "RepairRawOrDamagedPartition" || method == "DisablePreOS")
-        return text == answers::notValid;
-    return text == answers::queued;
+    return text == toolRow(method).answer;
 }
 
 class FileLock

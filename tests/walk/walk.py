@@ -1,6 +1,9 @@
-"""Runs the walk over all tools in a host of its own and compares tool and answer with the expected table.
+"""Runs the walk over all tools in its own host and compares the answers with the expected ones.
 
 usage: walk.py BIN_DIR AGENT EXPECTED INTERFACE_JSON
+       walk.py --check TABLE EXPECTED INTERFACE_JSON     compares the table of an earlier walk
+
+EXPECTED contains the answers other than TASK_QUEUED.
 """
 
 import json
@@ -10,7 +13,7 @@ import subprocess
 import sys
 import tempfile
 
-# The port is free when it is chosen and may be taken when it is bound, as other tests run beside this one.
+# Other tests run at the same time and can bind the port after it was found free.
 TRIES = 8
 NOT_LISTENING = 1
 
@@ -24,14 +27,13 @@ def walk(bin_dir, agent, scratch):
 
 
 def answers(table):
-    """Tool and answer of each row; rows that only go on with what the host was asked have neither."""
+    """Tool and answer of each row. A row with a further line of the host's log has neither."""
     rows = [line for line in table.splitlines() if line[:1].strip() and not line.endswith("tools called")]
-    # Whether the gate allows a call depends on the time since the start, so its answer is only known by its shape.
+    # The gate's answer depends on the time since the start, so only its type is compared.
     return [(row[:42].strip(), "a TaskInfo" if '{"allow"' in row else row[43:85].strip()) for row in rows]
 
 
-def main():
-    bin_dir, agent, expected, interface = sys.argv[1:]
+def table_of_a_walk(bin_dir, agent):
     with tempfile.TemporaryDirectory() as scratch:
         for _ in range(TRIES):
             code = walk(bin_dir, agent, scratch)
@@ -39,17 +41,33 @@ def main():
                 break
         if code != 0:
             sys.exit(f"zorhost ended with {code}:\n" + pathlib.Path(scratch, "log").read_text(encoding="utf-8"))
-        table = pathlib.Path(scratch, "table").read_text(encoding="utf-8")
-    print(table)
+        return pathlib.Path(scratch, "table").read_text(encoding="utf-8")
+
+
+def check(table, expected, interface):
+    description = json.loads(pathlib.Path(interface).read_text(encoding="utf-8"))
+    methods = [function["name"] for function in description["services"][0]["functions"]]
+    queued = next(c["value"] for c in description["constants"] if c["name"] == "TASK_QUEUED")
     got = answers(table)
-    methods = {f["name"] for f in json.loads(pathlib.Path(interface).read_text())["services"][0]["functions"]}
-    called = {tool for tool, _ in got}
-    if called != methods or len(got) != len(methods):
-        sys.exit(f"not called: {methods - called}, called but unknown: {called - methods}, rows: {len(got)}")
-    wanted = answers(pathlib.Path(expected).read_text(encoding="utf-8"))
-    different = [f"{w} became {g}" for w, g in zip(wanted, got) if w != g]
-    if different or len(wanted) != len(got):
+    if sorted(tool for tool, _ in got) != sorted(methods):
+        called = {tool for tool, _ in got}
+        sys.exit(f"not called: {set(methods) - called}, unknown: {called - set(methods)}, rows: {len(got)}")
+    others = dict(answers(pathlib.Path(expected).read_text(encoding="utf-8")))
+    if not set(others) <= set(methods):
+        sys.exit(f"expected answers of unknown tools: {set(others) - set(methods)}")
+    different = [f"{tool} answered {answer}, expected {others.get(tool, queued)}"
+                 for tool, answer in got if answer != others.get(tool, queued)]
+    if different:
         sys.exit("answers differ:\n" + "\n".join(different))
+
+
+def main():
+    if sys.argv[1] == "--check":
+        table = pathlib.Path(sys.argv[2]).read_text(encoding="utf-8")
+    else:
+        table = table_of_a_walk(*sys.argv[1:3])
+    print(table)
+    check(table, *sys.argv[3:])
 
 
 main()

@@ -1,21 +1,20 @@
 // Calls every tool once through the gateway, and compares the answer with zorcall's from an identical host.
 import assert from 'node:assert/strict';
-import { readFileSync } from 'node:fs';
+import { execFileSync } from 'node:child_process';
 import { test } from 'node:test';
 import { fileURLToPath } from 'node:url';
 import { TASK_NOT_VALID, TASK_QUEUED } from '../src/constants.js';
 import { loadTable } from '../src/table.js';
 import { connect, text } from './support/client.js';
-import { parseDigits, startHost, zorcall } from './support/sandbox.js';
+import { binaries, parseDigits, startHost, zorcall } from './support/sandbox.js';
 
 const table = loadTable();
 const script = fileURLToPath(new URL('../../../scripts/lib/agent-all-tools', import.meta.url));
 
 /** The calls of scripts/lib/agent-all-tools in its order, except the gate's. @returns {Array<{ line: string, tool: import('../src/types.js').Tool, args: any }>} */
 function calls() {
-    const [, list] = /** @type {RegExpExecArray} */ (
-        /^CALLS = """\n([^"]*(?:"[^"\n]+"[^"]*)*)"""/m.exec(readFileSync(script, 'utf8'))
-    );
+    const env = { ...process.env, PATH: `${binaries}:${process.env.PATH}` };
+    const list = execFileSync(script, ['--calls'], { env, encoding: 'utf8' });
     return list.split('\n').flatMap((line) => {
         const [name, ...words] = line.split(' ');
         const tool = table.tools.find((one) => one.name === name);
