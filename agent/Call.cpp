@@ -11,9 +11,9 @@ namespace zorcall {
 
 namespace {
 
-[[noreturn]] void refuse(const std::string& text)
+[[noreturn]] void reject(const std::string& message)
 {
-    throw Failure(Usage, text);
+    throw Failure(Usage, message);
 }
 
 std::string quoted(const std::string& text)
@@ -27,18 +27,18 @@ template <class Integer> Value parseInteger(const Field& field, const std::strin
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     if (error == std::errc::result_out_of_range && stop == end)
-        refuse("argument '" + field.name + "': " + quoted(text) + " is out of the range of " +
+        reject("argument '" + field.name + "': " + quoted(text) + " is out of the range of " +
                field.type.name() + ", " + std::to_string(std::numeric_limits<Integer>::min()) + " to " +
                std::to_string(std::numeric_limits<Integer>::max()));
     if (error != std::errc() || stop != end)
-        refuse("argument '" + field.name + "': " + quoted(text) + " is not a whole number");
+        reject("argument '" + field.name + "': " + quoted(text) + " is not a whole number");
     return Value{static_cast<std::int64_t>(number)};
 }
 
 Value parseBool(const Field& field, const std::string& text)
 {
     if (text != "true" && text != "false")
-        refuse("argument '" + field.name + "': " + quoted(text) + " is neither true nor false");
+        reject("argument '" + field.name + "': " + quoted(text) + " is neither true nor false");
     return Value{text == "true"};
 }
 
@@ -51,8 +51,8 @@ std::size_t argumentIndex(const Method& method, const std::string& name)
         names.push_back(field.name);
     }
     if (names.empty())
-        refuse(method.name + " takes no arguments, so none called " + quoted(name));
-    refuse(method.name + " has no argument " + quoted(name) +
+        reject(method.name + " takes no arguments, but " + quoted(name) + " is given");
+    reject(method.name + " has no argument " + quoted(name) +
            "; nearest: " + join(nearest(name, names), ", "));
 }
 
@@ -60,11 +60,11 @@ void readArgument(Call* call, const std::string& word)
 {
     const std::size_t equals = word.find('=');
     if (equals == std::string::npos)
-        refuse(quoted(word) + " is not of the form name=value");
+        reject(quoted(word) + " is not of the form name=value");
     const std::size_t index = argumentIndex(*call->method, word.substr(0, equals));
     const Field& field = call->method->arguments[index];
     if (!call->arguments[index].absent())
-        refuse("argument '" + field.name + "' is given twice");
+        reject("argument '" + field.name + "' is given twice");
     call->arguments[index] = parseValue(field, word.substr(equals + 1));
 }
 
@@ -76,8 +76,8 @@ void requireAll(const Call& call)
             missing.push_back(call.method->arguments[i].name);
     }
     if (!missing.empty())
-        refuse(call.method->name + " needs " + join(missing, ", ") +
-               " as well (--allow-missing leaves them out)");
+        reject(call.method->name + " requires " + join(missing, ", ") +
+               " (--allow-missing omits missing arguments)");
 }
 
 } // namespace
@@ -93,10 +93,11 @@ Value parseValue(const Field& field, const std::string& text)
         return parseInteger<std::int64_t>(field, text);
     case Kind::String:
         if (!isUtf8(text))
-            refuse("argument '" + field.name + "' is not UTF-8");
+            reject("argument '" + field.name + "' is not UTF-8");
         return Value{text};
     default:
-        refuse("argument '" + field.name + "' is of type " + field.type.name() + ", which can't be typed");
+        reject("argument '" + field.name + "' has the type " + field.type.name() +
+               ", which the command line does not support");
     }
 }
 
@@ -104,7 +105,7 @@ const Method& requireMethod(const Interface& service, const std::string& name)
 {
     const Method* method = service.method(name);
     if (method == nullptr)
-        refuse("unknown method " + quoted(name) +
+        reject("unknown method " + quoted(name) +
                "; nearest: " + join(nearest(name, service.methodNames()), ", "));
     return *method;
 }
@@ -124,9 +125,9 @@ Call parseCall(const Interface& service, const std::vector<std::string>& words, 
 
 void putThroughGate(Call* call)
 {
-    for (const char* own : {"Init", "PreProcessing", "PostProcessing"}) {
-        if (call->method->name == own)
-            refuse(call->method->name + " belongs to the gate and can't be called with --gated");
+    for (const char* gateMethod : {"Init", "PreProcessing", "PostProcessing"}) {
+        if (call->method->name == gateMethod)
+            reject(call->method->name + " belongs to the gate and cannot be called with --gated");
     }
     call->gated = true;
 }

@@ -8,26 +8,26 @@
 
 namespace zorcall {
 
-/// One call as it was asked for.
+/// One call, as given on the command line or in a script.
 struct Call
 {
     const Method* method = nullptr;
-    Value::Parts arguments; ///< one for each of the method's, absent where it is to be left off the wire
-    std::string text;       ///< the call on one line, as it could be typed; this is what the gate is told
-    bool gated = false;     ///< with PreProcessing before and PostProcessing after it
+    Value::Parts arguments; ///< one per argument of the method; absent ones are not sent
+    std::string text;       ///< the call as one line of a script; the argument of PreProcessing
+    bool gated = false;     ///< call PreProcessing first and PostProcessing afterwards
 };
 
-/// Reads METHOD name=value ... . Throws a Failure with code Usage where the method or an argument is unknown,
-/// given twice, does not fit its type, or is missing while @p allowMissing is false.
+/// Parses METHOD name=value ... . Throws a Failure with code Usage for an unknown method, an argument that is
+/// unknown, repeated or invalid for its type, and a missing argument unless @p allowMissing.
 Call parseCall(const Interface& service, const std::vector<std::string>& words, bool allowMissing);
 
-/// Reads one value. Throws as parseCall does; @p field names it in the message.
+/// Parses one value of @p field. Throws as parseCall does.
 Value parseValue(const Field& field, const std::string& text);
 
-/// The method of that name. Throws a Failure with code Usage that names the nearest ones.
+/// The method of that name. Throws a Failure with code Usage that suggests the nearest names.
 const Method& requireMethod(const Interface& service, const std::string& name);
 
-/// Marks the call as one that goes through the gate. Throws where it is one of the gate's own.
+/// Sets `gated`. Throws a Failure with code Usage for a method of the gate.
 void putThroughGate(Call* call);
 
 } // namespace zorcall

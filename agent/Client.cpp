@@ -14,8 +14,8 @@ namespace thrift = apache::thrift;
 
 namespace {
 
-// Far above what the service has to say, and low enough that no reply can make this program large.
-constexpr std::int32_t kTextLimit = 16 * 1024 * 1024;
+// Far above the size of an inventory, and low enough to limit this program's memory.
+constexpr std::int32_t kStringLimit = 16 * 1024 * 1024;
 constexpr std::int32_t kListLimit = 200000;
 constexpr std::uint32_t kBufferSize = 16 * 1024;
 
@@ -26,10 +26,9 @@ Client::Client(const Interface& service, const Address& address)
 {
     connection_->connect(address.host, address.port, address.limit);
     const auto buffered = std::make_shared<thrift::transport::TBufferedTransport>(connection_, kBufferSize);
-    // Replies are always written in the strict form, so that a server of another kind is told at its first
-    // bytes.
+    // The service always writes the strict form, so the first bytes identify a server of another kind.
     protocol_ =
-        std::make_shared<thrift::protocol::TBinaryProtocol>(buffered, kTextLimit, kListLimit, true, true);
+        std::make_shared<thrift::protocol::TBinaryProtocol>(buffered, kStringLimit, kListLimit, true, true);
 }
 
 Client::~Client() = default;
@@ -48,7 +47,7 @@ Value Client::call(const Method& method, const Value::Parts& arguments)
         throw;
     } catch (const thrift::TException& exception) {
         connection_->close();
-        throw Failure(BadReply, "the reply is not of the protocol: " + oneLine(exception.what()));
+        throw Failure(BadReply, "invalid reply: " + oneLine(exception.what()));
     }
 }
 

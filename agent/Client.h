@@ -19,7 +19,7 @@ namespace zorcall {
 
 class Connection;
 
-/// Where the service is, and how long one call may take from its first byte to the last of its answer.
+/// Address of the service, and time limit of a call from its first byte to the last of its answer.
 struct Address
 {
     std::string host;
@@ -27,7 +27,7 @@ struct Address
     std::chrono::milliseconds limit{30000};
 };
 
-/// One connection to the service. One thread.
+/// One connection to the service. Not thread-safe.
 class Client
 {
 public:
@@ -38,10 +38,10 @@ public:
     const Interface& service() const { return service_; }
     std::chrono::milliseconds limit() const { return limit_; }
 
-    /// Sends one call and waits for its answer. Throws a Failure; after any but a ServiceException the
-    /// connection is closed. @p arguments: one for each of the method's, absent ones are left off.
+    /// Sends one call and waits for its answer. @p arguments: one per argument of the method; absent ones are
+    /// not sent. Throws a Failure, which closes the connection unless it is a ServiceException.
     Value call(const Method& method, const Value::Parts& arguments);
-    /// The same for a method of the interface by its name, with all its arguments.
+    /// The same by the name of a method.
     Value call(const std::string& method, const Value::Parts& arguments);
 
 private:

@@ -32,7 +32,7 @@ TType wireType(Kind kind)
     return protocol::T_STOP;
 }
 
-// Arguments are simple values: the interface has no method that takes a record or a list.
+// Arguments are simple values: no method takes a record or a list.
 void writeValue(TProtocol& out, Kind kind, const Value& value)
 {
     if (kind == Kind::Bool)
@@ -43,6 +43,11 @@ void writeValue(TProtocol& out, Kind kind, const Value& value)
         out.writeI64(value.integer());
     else
         out.writeString(value.text());
+}
+
+[[noreturn]] void reject(const std::string& reason)
+{
+    throw Failure(BadReply, "invalid reply: " + reason);
 }
 
 class Reader
@@ -107,8 +112,8 @@ private:
         std::uint32_t size = 0;
         in_.readListBegin(type, size);
         if (size != 0 && type != wireType(entry.kind))
-            throw Failure(BadReply, "the reply is not of the protocol: a list has entries of another type");
-        // Not reserved ahead: the size is only what the other side says.
+            reject("a list contains entries of another type");
+        // Not reserved in advance, because the size is untrusted.
         Value::Parts entries;
         for (std::uint32_t i = 0; i < size; ++i)
             entries.push_back(read(entry));
@@ -148,11 +153,6 @@ private:
     const Interface& service_;
 };
 
-[[noreturn]] void refuse(const std::string& text)
-{
-    throw Failure(BadReply, "the reply is not of the protocol: " + text);
-}
-
 [[noreturn]] void readException(TProtocol& in)
 {
     apache::thrift::TApplicationException exception;
@@ -188,18 +188,18 @@ Value readReply(TProtocol& in, const Interface& service, const Method& method, s
     std::int32_t receivedSequence = 0;
     in.readMessageBegin(name, type, receivedSequence);
     if (type != protocol::T_REPLY && type != protocol::T_EXCEPTION)
-        refuse("its message type is " + std::to_string(static_cast<int>(type)));
+        reject("its message type is " + std::to_string(static_cast<int>(type)));
     if (name != method.name)
-        refuse("it answers '" + oneLine(name) + "'");
+        reject("it belongs to '" + oneLine(name) + "'");
     if (receivedSequence != sequence)
-        refuse("it answers call number " + std::to_string(receivedSequence) + " and not " +
+        reject("it belongs to call number " + std::to_string(receivedSequence) + " instead of " +
                std::to_string(sequence));
     if (type == protocol::T_EXCEPTION)
         readException(in);
     const Value::Parts parts = Reader(in, service).readFields({Field{0, "success", method.result, {}}});
     in.readMessageEnd();
     if (parts.empty())
-        refuse("it holds no result of type " + method.result.name());
+        reject("it contains no result of type " + method.result.name());
     return parts.front();
 }
 

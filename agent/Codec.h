@@ -9,14 +9,13 @@
 
 namespace zorcall {
 
-/// Writes a whole call message, without flushing it. Absent arguments are left off.
+/// Writes a call message without flushing it. Absent arguments are not sent.
 void writeCall(apache::thrift::protocol::TProtocol& protocol, const Method& method,
                const Value::Parts& arguments, std::int32_t sequence);
 
-/// Reads a whole reply message. Throws ServiceException for an exception message, a Failure with code
-/// BadReply for a reply that is not one to this call or holds no result of its type, and what the protocol
-/// throws for bytes that are not of it. Fields that the description doesn't know, or knows with another type,
-/// are skipped.
+/// Reads a reply message and skips fields that are unknown or of another type. Throws ServiceException for an
+/// exception message, a Failure with code BadReply for a reply to another call or without a result, and the
+/// protocol's exceptions for malformed bytes.
 Value readReply(apache::thrift::protocol::TProtocol& protocol, const Interface& service, const Method& method,
                 std::int32_t sequence);
 

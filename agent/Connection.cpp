@@ -11,7 +11,7 @@ namespace zorcall {
 
 namespace {
 
-// What the socket itself holds back; more is left to the other side until it is read.
+// Bytes that the socket buffers ahead of read(); TCP flow control stops the sender at this limit.
 constexpr qint64 kSocketBuffer = 65536;
 
 std::string seconds(std::chrono::milliseconds limit)
@@ -66,11 +66,10 @@ std::uint32_t Connection::read(std::uint8_t* buffer, std::uint32_t length)
         failWait("");
     const qint64 got = socket_.read(reinterpret_cast<char*>(buffer), length);
     if (got <= 0)
-        throw Failure(NoConnection, "the connection can't be read: " + socket_.errorString().toStdString());
+        throw Failure(NoConnection, "the connection cannot be read: " + socket_.errorString().toStdString());
     received_ += static_cast<std::uint64_t>(got);
-    if (received_ > replyLimit)
-        throw Failure(BadReply, "the reply is not of the protocol: it is longer than " +
-                                    std::to_string(replyLimit) + " bytes");
+    if (received_ > kReplyLimit)
+        throw Failure(BadReply, "invalid reply: it is longer than " + std::to_string(kReplyLimit) + " bytes");
     return static_cast<std::uint32_t>(got);
 }
 
@@ -91,9 +90,8 @@ void Connection::flush()
 void Connection::failWait(const char* lost)
 {
     if (deadline_.hasExpired() || socket_.error() == QAbstractSocket::SocketTimeoutError)
-        throw Failure(TimedOut,
-                      "no answer within " + seconds(limit_) + "; the call may still be carried out");
-    throw Failure(NoConnection, std::string(lost) + "; whether the call was carried out is not known");
+        throw Failure(TimedOut, "no answer within " + seconds(limit_) + "; the call may still be executed");
+    throw Failure(NoConnection, std::string(lost) + "; the call may have been executed");
 }
 
 int Connection::remaining() const

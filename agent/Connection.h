@@ -11,17 +11,17 @@
 
 namespace zorcall {
 
-/// A TCP connection on which every wait ends with the limit of the call in progress, however slowly bytes
-/// come. Whatever goes wrong is thrown as a Failure. One thread.
+/// A TCP connection. All waits of a call together are limited by its timeout, however slowly bytes arrive.
+/// Every error is thrown as a Failure. Not thread-safe.
 class Connection : public apache::thrift::transport::TVirtualTransport<Connection>
 {
 public:
-    /// No reply may be longer, in bytes; a machine's whole inventory is far below.
-    static constexpr std::uint64_t replyLimit = std::uint64_t{128} << 20;
+    /// Maximum length of a reply, in bytes.
+    static constexpr std::uint64_t kReplyLimit = std::uint64_t{128} << 20;
 
-    /// Throws NoConnection, or TimedOut after @p limit. The system's own limit holds for looking up a name.
+    /// Throws NoConnection, or TimedOut after @p limit. Host name lookup has the system's own timeout.
     void connect(const std::string& host, std::uint16_t port, std::chrono::milliseconds limit);
-    /// Starts the time, and the count of bytes, of one call.
+    /// Restarts the timeout and the byte count for the next call.
     void beginCall(std::chrono::milliseconds limit);
 
     bool isOpen() const override;
@@ -29,7 +29,7 @@ public:
 
     /// Waits for at least one byte.
     std::uint32_t read(std::uint8_t* buffer, std::uint32_t length);
-    /// Hands to the socket; flush waits until all has left.
+    /// Buffers the bytes; flush() waits until they are sent.
     void write(const std::uint8_t* buffer, std::uint32_t length);
     void flush() override;
 

@@ -5,18 +5,18 @@
 
 namespace zorcall {
 
-/// What the program tells its caller; a script's code is the highest of its lines.
+/// Exit code of the program; for a script, the highest of its lines.
 enum ExitCode : int {
     Answered = 0,
-    Refused = 1,      ///< by the tool or by the gate
-    Usage = 2,        ///< nothing was sent for this call
-    NoConnection = 3, ///< none came about, or it was lost before the answer was complete
+    Rejected = 1,     ///< by the tool or by the gate
+    Usage = 2,        ///< usage error; the call was not sent
+    NoConnection = 3, ///< failed, or lost before the answer was complete
     TimedOut = 4,
-    BadReply = 5, ///< an exception message, or a reply that is not of the protocol
-    NoOutput = 6  ///< the answer came but could not be written
+    BadReply = 5, ///< exception message or invalid reply
+    NoOutput = 6  ///< standard output could not be written
 };
 
-/// Why a call has no answer; what() is one line for the user.
+/// A call without an answer; what() is the message for the user.
 class Failure : public std::runtime_error
 {
 public:
@@ -27,7 +27,7 @@ private:
     ExitCode code_;
 };
 
-/// An exception message of the service. The connection can still be used.
+/// An exception message of the service. The connection remains usable.
 class ServiceException : public Failure
 {
 public:
@@ -35,7 +35,7 @@ public:
         : Failure(BadReply, "the service answered with an exception: " + message), message_(message)
     {
     }
-    /// The service's own words.
+    /// The message without zorcall's prefix.
     const std::string& message() const { return message_; }
 
 private:

@@ -24,13 +24,13 @@ const Value& fieldOf(const Record& record, const Value& value, const std::string
 
 Value askGate(Client& client, const Call& call, bool patient)
 {
-    const std::string& temporary = client.service().constant("OPERATION_IN_PROGRESS");
+    const std::string& inProgress = client.service().constant("OPERATION_IN_PROGRESS");
     const auto end = std::chrono::steady_clock::now() + client.limit();
     for (;;) {
         Value answer = client.call(kPreProcessing, {Value{call.text}});
         const GateAnswer gate = readGateAnswer(client.service(), answer);
-        const bool again = patient && !gate.allow && gate.reasons == temporary;
-        if (!again || std::chrono::steady_clock::now() + kRetryPause >= end)
+        const bool retry = patient && !gate.allow && gate.reasons == inProgress;
+        if (!retry || std::chrono::steady_clock::now() + kRetryPause >= end)
             return answer;
         std::this_thread::sleep_for(kRetryPause);
     }
@@ -42,7 +42,8 @@ void closeGate(Client& client, const Call& call, const std::string& result, Repo
     report.answer(call, requireMethod(client.service(), kPostProcessing), answer);
 }
 
-// The host was told of the call and is told of its end; what counts for the user is still the exception.
+// PreProcessing announced the call, so PostProcessing must end it. Its own failure is discarded: the
+// exception is reported.
 void closeGateAfter(const ServiceException& exception, Client& client, const Call& call, Report& report)
 {
     try {
@@ -63,9 +64,9 @@ GateAnswer readGateAnswer(const Interface& service, const Value& taskInfo)
 ExitCode verdict(const Interface& service, const Method& method, const Value& value)
 {
     if (method.acts())
-        return value.text() == service.constant("TASK_QUEUED") ? Answered : Refused;
+        return value.text() == service.constant("TASK_QUEUED") ? Answered : Rejected;
     if (method.name == kPreProcessing)
-        return readGateAnswer(service, value).allow ? Answered : Refused;
+        return readGateAnswer(service, value).allow ? Answered : Rejected;
     return Answered;
 }
 
@@ -76,7 +77,7 @@ ExitCode perform(Client& client, const Call& call, bool patient, Report& report)
         const Value gate = askGate(client, call, patient);
         report.answer(call, requireMethod(service, kPreProcessing), gate);
         if (!readGateAnswer(service, gate).allow)
-            return Refused;
+            return Rejected;
     }
     Value answer;
     try {
@@ -88,8 +89,8 @@ ExitCode perform(Client& client, const Call& call, bool patient, Report& report)
     }
     report.answer(call, *call.method, answer);
     if (call.gated) {
-        const bool isText = call.method->result.kind == Kind::String;
-        closeGate(client, call, isText ? answer.text() : toJson(service, call.method->result, answer),
+        const bool isString = call.method->result.kind == Kind::String;
+        closeGate(client, call, isString ? answer.text() : toJson(service, call.method->result, answer),
                   report);
     }
     return verdict(service, *call.method, answer);

@@ -16,20 +16,19 @@ extern const char* const kPostProcessing;
 struct GateAnswer
 {
     bool allow = false;
-    std::string reasons; ///< why not, for the user
+    std::string reasons; ///< rejection for the user, empty if allowed
 };
 
 GateAnswer readGateAnswer(const Interface& service, const Value& taskInfo);
 
-/// Whether an answer counts as a refusal: a tool that acts answered anything but "Task Queued", or
-/// PreProcessing does not allow. Every other answer, also PostProcessing's false, is just an answer.
+/// Rejected if a tool that acts answered anything except TASK_QUEUED, or PreProcessing did not allow the
+/// call. Every other answer is Answered, including false from PostProcessing.
 ExitCode verdict(const Interface& service, const Method& method, const Value& value);
 
-/// Makes the call, through the gate if it says so, and reports every answer as it comes. A call that the gate
-/// lets through always reaches PostProcessing, also after an exception message.
+/// Executes the call, through the gate if `gated`, and reports every answer on arrival. PostProcessing
+/// follows every allowed call, even after an exception message. Throws a Failure.
 ///
-/// @p patient asks the gate again, up to the client's limit, while its refusal is the one that also stands
-/// for a call too soon after another. Throws a Failure.
+/// @p patient repeats PreProcessing, up to the client's timeout, while it reports an operation in progress.
 ExitCode perform(Client& client, const Call& call, bool patient, Report& report);
 
 } // namespace zorcall

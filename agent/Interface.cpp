@@ -12,7 +12,7 @@
 #include <stdexcept>
 #include <utility>
 
-// The description stands in a static library, whose resources don't register themselves.
+// Resources of a static library must be registered explicitly.
 static void registerDescription()
 {
     Q_INIT_RESOURCE(zorcall);
@@ -46,10 +46,10 @@ Kind kindOf(const std::string& name)
         if (name == row.name)
             return row.kind;
     }
-    throw std::runtime_error("the interface description has the unknown type '" + name + "'");
+    throw std::runtime_error("the interface description contains the unknown type '" + name + "'");
 }
 
-// Simple types are told by their name alone, the others by an object of their own.
+// A simple type is only a name; records and lists have details.
 Type readType(const std::string& name, const QJsonObject& details)
 {
     Type type;
@@ -59,7 +59,7 @@ Type readType(const std::string& name, const QJsonObject& details)
     } else if (type.kind == Kind::List) {
         type.element = kindOf(text(details, "elemTypeId"));
         if (type.element == Kind::List)
-            throw std::runtime_error("the interface description has a list of lists");
+            throw std::runtime_error("the interface description contains a list of lists");
         type.record = text(details.value(QLatin1String("elemType")).toObject(), "class");
     }
     return type;
@@ -84,7 +84,7 @@ QByteArray builtInJson()
     registerDescription();
     QFile file(QStringLiteral(":/zorcall/ZORNativePlugin.json"));
     if (!file.open(QIODevice::ReadOnly))
-        throw std::runtime_error("the program carries no interface description");
+        throw std::runtime_error("the built-in interface description is missing");
     return file.readAll();
 }
 
@@ -130,7 +130,7 @@ Interface::Interface(const QByteArray& json)
     const QJsonObject root = QJsonDocument::fromJson(json).object();
     const QJsonArray services = root.value(QLatin1String("services")).toArray();
     if (services.size() != 1)
-        throw std::runtime_error("the interface description does not hold one service");
+        throw std::runtime_error("the interface description must contain exactly one service");
     for (const auto& constant : root.value(QLatin1String("constants")).toArray())
         readConstant(constant.toObject());
     for (const auto& record : root.value(QLatin1String("structs")).toArray())
@@ -182,14 +182,14 @@ const Record& Interface::record(const std::string& name) const
         if (record.name == name)
             return record;
     }
-    throw std::runtime_error("the interface description has no record '" + name + "'");
+    throw std::runtime_error("the interface description does not contain the record '" + name + "'");
 }
 
 const std::string& Interface::constant(const std::string& name) const
 {
     const auto found = constants_.find(name);
     if (found == constants_.end())
-        throw std::runtime_error("the interface description has no constant '" + name + "'");
+        throw std::runtime_error("the interface description does not contain the constant '" + name + "'");
     return found->second;
 }
 

@@ -9,18 +9,18 @@ class QJsonObject;
 
 namespace zorcall {
 
-/// The types that stand in the interface.
+/// The types of the interface.
 enum class Kind { Bool, I32, I64, String, Record, List };
 
 struct Type
 {
     Kind kind = Kind::String;
-    std::string record; ///< Record, and List of records: name of the record
-    Kind element{};     ///< List: kind of its entries; a list holds no lists
+    std::string record; ///< name of a record, or of the records in a list
+    Kind element{};     ///< kind of the entries of a list; lists are not nested
 
-    /// As the interface file writes it: "i32", "TaskInfo", "list<DiskInfo>".
+    /// As in the interface file: "i32", "TaskInfo", "list<DiskInfo>".
     std::string name() const;
-    /// List: the type of its entries.
+    /// Type of the entries of a list.
     Type entry() const;
 };
 
@@ -47,24 +47,24 @@ struct Method
 
     /// "WipeDisk(diskIndex: i32, eraseCount: i32) -> string"
     std::string signature() const;
-    /// A tool that acts answers with a text; all others report.
+    /// Tools that act return a string; all other methods return data.
     bool acts() const { return result.kind == Kind::String; }
 };
 
-/// The service as data, so that no method needs code of its own. Immutable; any thread.
+/// Description of the service, so that methods need no code of their own. Immutable, thread-safe.
 class Interface
 {
 public:
-    /// The description that the interface compiler made and the program carries.
+    /// The description generated from the interface file and built into the program.
     static const Interface& builtIn();
-    /// Reads a description in the interface compiler's JSON. Throws std::runtime_error if it is none, or
-    /// holds a type that this program doesn't know.
+    /// Parses the JSON that the Thrift compiler generates. Throws std::runtime_error if it is invalid or
+    /// contains an unsupported type.
     explicit Interface(const QByteArray& json);
 
     /// In declaration order.
     const std::vector<Method>& methods() const { return methods_; }
     std::vector<std::string> methodNames() const;
-    /// Null if there is none of that name.
+    /// Null for an unknown name.
     const Method* method(const std::string& name) const;
     /// Throws std::runtime_error for an unknown name.
     const Record& record(const std::string& name) const;

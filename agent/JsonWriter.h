@@ -8,10 +8,9 @@
 
 namespace zorcall {
 
-/// Writes @p value as JSON on one line: ", " and ": " as separators, records with all their fields in id
-/// order and the default of the type for an absent one, integers with every digit, strings as
-/// writeJsonString. QJsonDocument sorts the keys of an object and doesn't write this layout, so it only
-/// encodes the strings.
+/// Writes @p value as JSON on one line. Records have all fields in id order, with the default of the type for
+/// absent ones; integers keep all digits. QJsonDocument would sort the keys and cannot write this layout, so
+/// it encodes only the strings.
 void writeJson(std::ostream& out, const Interface& service, const Type& type, const Value& value);
 
 /// Writes a JSON string in UTF-8; only quotes, backslashes and control characters are escaped. Each byte that

@@ -13,23 +13,22 @@ const char* const kHelp = R"(Usage: zorcall [options] METHOD [name=value ...]
 
 Calls a tool of the disk and partition manager and prints its answer as JSON.
 
-  --gated          PreProcessing before the call and PostProcessing after it; shows all three answers
-  --patient        ask the gate again, up to the timeout, while it says that an operation is in progress
-  --allow-missing  leave arguments that are not given off the wire
-  --script FILE    one call a line on one connection; "-" reads standard input
-  --table          with --script: one short row a call
-  --list [METHOD]  the methods, or one with its documentation
-  --host HOST      where the service is (localhost)
-  --port PORT      its port (AGENT_NATIVE_PORT)
-  --timeout SEC    how long to wait for the connection, and for each answer (30)
-  -h, --help       this text; with a METHOD as --list
-  --version        the version
+  --gated          call PreProcessing first and PostProcessing afterwards; print all three answers
+  --patient        repeat PreProcessing, up to the timeout, while it reports an operation in progress
+  --allow-missing  do not require all arguments; missing ones are not sent
+  --script FILE    run one call per line on one connection; "-" reads standard input
+  --table          with --script: print one short row per call
+  --list [METHOD]  list the methods, or document one
+  --host HOST      host of the service (localhost)
+  --port PORT      port of the service (AGENT_NATIVE_PORT)
+  --timeout SEC    timeout of the connection and of each answer (30)
+  -h, --help       print this help; with a METHOD, the same as --list METHOD
+  --version        print the version
 
-Exit codes: 0 answered, 1 refused by the tool or the gate, 2 usage, 3 no connection, 4 timed out,
-5 an exception of the service or a reply that is none, 6 the answer could not be written.
+Exit codes: 0 answered, 1 rejected by the tool or the gate, 2 usage error, 3 connection failed or lost,
+4 timeout, 5 exception of the service or invalid reply, 6 standard output could not be written.
 )";
 
-// Documentation stands indented under what it is about, line by line.
 void writeDoc(std::ostream& out, const std::string& indent, const std::string& doc)
 {
     std::size_t begin = 0;

@@ -6,14 +6,13 @@
 
 namespace zorcall {
 
-/// The program's own help.
+/// Writes the help of the program.
 void writeHelp(std::ostream& out);
 
-/// One line a method: name, arguments with their types, type of the answer.
+/// Writes the signature of each method on one line.
 void writeList(std::ostream& out, const Interface& service);
 
-/// All that the interface file says about one method, its arguments, and the fields of the record that it
-/// answers.
+/// Writes the documentation of a method, of its arguments, and of the fields of its result.
 void writeMethod(std::ostream& out, const Interface& service, const Method& method);
 
 } // namespace zorcall

@@ -10,7 +10,7 @@ namespace zorcall {
 
 namespace {
 
-constexpr double kLongestSeconds = 24 * 60 * 60;
+constexpr double kMaxSeconds = 24 * 60 * 60;
 
 void declare(QCommandLineParser* parser)
 {
@@ -27,14 +27,14 @@ bool isSet(const QCommandLineParser& parser, const char* name)
     return parser.isSet(QLatin1String(name));
 }
 
-// Empty if the option is not there.
+// Empty for a missing option.
 QString valueOf(const QCommandLineParser& parser, const char* name)
 {
     const QStringList values = parser.values(QLatin1String(name));
     if (values.size() > 1)
         throw Failure(Usage, std::string("--") + name + " is given twice");
     if (values.size() == 1 && values.first().isEmpty())
-        throw Failure(Usage, std::string("--") + name + " has no value");
+        throw Failure(Usage, std::string("--") + name + " requires a value");
     return values.value(0);
 }
 
@@ -43,7 +43,7 @@ std::uint16_t readPort(const QString& text, const std::string& source)
     bool isNumber = false;
     const uint port = text.toUInt(&isNumber);
     if (!isNumber || port == 0 || port > 65535)
-        throw Failure(Usage, source + " is '" + text.toStdString() + "', which is no port");
+        throw Failure(Usage, source + " is '" + text.toStdString() + "', not a valid port (1 to 65535)");
     return static_cast<std::uint16_t>(port);
 }
 
@@ -52,7 +52,7 @@ std::uint16_t choosePort(const QString& given, const QString& nativePort)
     if (!given.isEmpty())
         return readPort(given, "--port");
     if (nativePort.isEmpty())
-        throw Failure(Usage, "no port: give --port, or set AGENT_NATIVE_PORT");
+        throw Failure(Usage, "missing port: use --port or set AGENT_NATIVE_PORT");
     return readPort(nativePort, "AGENT_NATIVE_PORT");
 }
 
@@ -60,7 +60,7 @@ std::chrono::milliseconds readTimeout(const QString& text)
 {
     bool isNumber = false;
     const double seconds = text.toDouble(&isNumber);
-    if (!isNumber || !std::isfinite(seconds) || seconds < 0.001 || seconds > kLongestSeconds)
+    if (!isNumber || !std::isfinite(seconds) || seconds < 0.001 || seconds > kMaxSeconds)
         throw Failure(Usage, "--timeout is '" + text.toStdString() +
                                  "', not a number of seconds from 0.001 to 86400");
     return std::chrono::milliseconds(std::llround(seconds * 1000));
@@ -77,22 +77,23 @@ Options::Mode readMode(const QCommandLineParser& parser)
     return isSet(parser, "script") ? Options::Script : Options::Call;
 }
 
-void checkTogether(const Options& options)
+void checkCombination(const Options& options)
 {
     const bool isCall = options.mode == Options::Call;
     const bool isScript = options.mode == Options::Script;
     if (isCall && options.words.empty())
-        throw Failure(Usage, "no method: 'zorcall --list' shows them, 'zorcall --help' the options");
+        throw Failure(Usage,
+                      "missing method: 'zorcall --list' lists the methods, 'zorcall --help' the options");
     if (isScript && !options.words.empty())
-        throw Failure(Usage, "--script takes its calls from the file, so no method can stand beside it");
+        throw Failure(Usage, "--script reads its calls from the file and cannot be combined with a method");
     if (isScript && options.gated)
-        throw Failure(Usage, "with --script, --gated stands at the beginning of a line of the script");
+        throw Failure(Usage, "with --script, write --gated at the beginning of a line of the script");
     if (isCall && options.table)
-        throw Failure(Usage, "--table needs --script");
+        throw Failure(Usage, "--table requires --script");
     if (isCall && options.patient && !options.gated)
-        throw Failure(Usage, "--patient needs --gated or --script");
+        throw Failure(Usage, "--patient requires --gated or --script");
     if (!isCall && !isScript && options.words.size() > 1)
-        throw Failure(Usage, "--list and --help take one method");
+        throw Failure(Usage, "--list and --help accept only one method");
 }
 
 std::vector<std::string> readWords(const QStringList& arguments)
@@ -126,7 +127,7 @@ Options parseOptions(const QStringList& arguments)
     options.patient = isSet(parser, "patient");
     options.allowMissing = isSet(parser, "allow-missing");
     options.table = isSet(parser, "table");
-    checkTogether(options);
+    checkCombination(options);
     return options;
 }
 

@@ -9,15 +9,15 @@
 
 namespace zorcall {
 
-/// What the command line asks for.
+/// The parsed command line.
 struct Options
 {
     enum Mode { Call, Script, List, Help, Version };
 
     Mode mode = Call;
-    std::vector<std::string> words; ///< Call: method and arguments; List and Help: at most a method
+    std::vector<std::string> words; ///< Call: method and arguments; List and Help: at most one method
     std::string script;             ///< Script: a file name, or "-" for standard input
-    QString host;                   ///< this and the next two: empty where not given
+    QString host;                   ///< host, port and timeout are empty by default
     QString port;
     QString timeout;
     bool gated = false;
@@ -26,11 +26,11 @@ struct Options
     bool table = false;
 };
 
-/// Reads the command line, program name first. Throws a Failure with code Usage.
+/// Parses the command line, including the program's name. Throws a Failure with code Usage.
 Options parseOptions(const QStringList& arguments);
 
-/// Where to call. @p nativePort is what AGENT_NATIVE_PORT holds, empty for nothing. Throws as parseOptions
-/// does.
+/// The address of the service. @p nativePort is the value of AGENT_NATIVE_PORT or empty. Throws as
+/// parseOptions does.
 Address addressOf(const Options& options, const QString& nativePort);
 
 } // namespace zorcall

@@ -45,11 +45,11 @@ ExitCode runFile(const Options& options, const QString& nativePort, std::istream
 {
     if (options.script == "-")
         return runLines(options, nativePort, in, out);
-    // By the name's characters: on Windows its bytes would be read in the system's codepage.
+    // A path of bytes would be decoded with the system's code page on Windows.
     std::ifstream file(std::filesystem::u8path(options.script), std::ios::binary);
-    // A folder can be opened here, and only fails when read.
+    // Opening a folder succeeds; reading it fails.
     if (!file || (file.peek() == std::ifstream::traits_type::eof() && file.bad()))
-        throw Failure(Usage, options.script + " can't be read");
+        throw Failure(Usage, options.script + " cannot be read");
     file.clear();
     return runLines(options, nativePort, file, out);
 }

@@ -6,8 +6,8 @@
 
 namespace zorcall {
 
-/// The whole program but its process: results go to @p out, one line for an error to @p err. Returns the exit
-/// code. Needs a QCoreApplication.
+/// Runs the program: results go to @p out, an error as one line to @p err. Returns the exit code. Requires a
+/// QCoreApplication. @p nativePort: value of AGENT_NATIVE_PORT.
 int runProgram(const QStringList& arguments, const QString& nativePort, std::istream& in, std::ostream& out,
                std::ostream& err);
 

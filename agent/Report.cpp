@@ -13,11 +13,11 @@ namespace zorcall {
 
 namespace {
 
-std::string shortly(const Interface& service, const Method& method, const Value& value)
+std::string summary(const Interface& service, const Method& method, const Value& value)
 {
     if (method.name == kPreProcessing) {
         const GateAnswer gate = readGateAnswer(service, value);
-        return gate.allow ? "allowed" : "refused by the gate: " + oneLine(gate.reasons);
+        return gate.allow ? "allowed" : "rejected by the gate: " + oneLine(gate.reasons);
     }
     switch (method.result.kind) {
     case Kind::String:
@@ -45,7 +45,7 @@ void requireWritten(std::ostream& out)
 {
     out.flush();
     if (!out)
-        throw Failure(NoOutput, "the answer can't be written to standard output");
+        throw Failure(NoOutput, "the answer cannot be written to standard output");
 }
 
 JsonReport::JsonReport(std::ostream& out, const Interface& service, bool announce)
@@ -85,13 +85,13 @@ void TableReport::begin(const Call&, int line)
 
 void TableReport::answer(const Call& call, const Method& method, const Value& value)
 {
-    // Of a gated call the row is the tool's answer, or the gate's where it was not let through.
-    const bool own = &method == call.method;
-    if (!own && (method.name != kPreProcessing || readGateAnswer(service_, value).allow))
+    // The row of a gated call is the tool's answer, or the gate's rejection.
+    const bool isTool = &method == call.method;
+    if (!isTool && (method.name != kPreProcessing || readGateAnswer(service_, value).allow))
         return;
     out_ << std::right << std::setw(4) << line_ << "  " << std::left
          << std::setw(static_cast<int>(toolWidth_)) << call.method->name << "  "
-         << shortly(service_, method, value) << '\n';
+         << summary(service_, method, value) << '\n';
     requireWritten(out_);
 }
 

@@ -6,24 +6,22 @@
 
 namespace zorcall {
 
-/// Where the answers of calls go. Every function throws a Failure with code NoOutput if they can't be
-/// written.
+/// Output of the answers. Every function throws a Failure with code NoOutput on a write error.
 class Report
 {
 public:
     virtual ~Report() = default;
-    /// A call is about to be made, from line @p line of a script.
+    /// Announces a call from line @p line of a script.
     virtual void begin(const Call& call, int line) = 0;
-    /// One answer within @p call: that of its method, or of the gate around it.
+    /// Reports an answer of @p call: @p method is its own method or one of the gate.
     virtual void answer(const Call& call, const Method& method, const Value& value) = 0;
 };
 
-/// Writes each answer as JSON on a line of its own; within a gated call as an object whose one key is the
-/// method.
+/// Writes each answer as JSON on one line; for a gated call, as an object with the method as its key.
 class JsonReport : public Report
 {
 public:
-    /// @p announce puts "> " and the call on a line before its answers.
+    /// @p announce: each call is printed after "> " first.
     JsonReport(std::ostream& out, const Interface& service, bool announce);
     void begin(const Call& call, int line) override;
     void answer(const Call& call, const Method& method, const Value& value) override;
@@ -34,7 +32,7 @@ private:
     bool announce_;
 };
 
-/// Writes one row a call: line, tool, and its answer in short.
+/// Writes one row per call: line, tool and a summary of the answer.
 class TableReport : public Report
 {
 public:
@@ -49,7 +47,7 @@ private:
     int line_ = 0;
 };
 
-/// Throws a Failure with code NoOutput unless everything written to @p out has arrived.
+/// Flushes @p out. Throws a Failure with code NoOutput on a write error.
 void requireWritten(std::ostream& out);
 
 } // namespace zorcall

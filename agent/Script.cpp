@@ -16,7 +16,7 @@ std::optional<Call> parseLine(const Interface& service, const std::string& line,
     if (gated)
         words.erase(words.begin());
     if (words.empty() && gated)
-        throw Failure(Usage, "--gated stands alone");
+        throw Failure(Usage, "--gated requires a method");
     if (words.empty())
         return std::nullopt;
     Call call = parseCall(service, words, allowMissing);
@@ -27,7 +27,7 @@ std::optional<Call> parseLine(const Interface& service, const std::string& line,
 
 ExitCode runScript(Client& client, std::istream& lines, const ScriptOptions& options, Report& report)
 {
-    ExitCode worst = Answered;
+    ExitCode highest = Answered;
     std::string line;
     for (int number = 1; std::getline(lines, line); ++number) {
         try {
@@ -35,15 +35,15 @@ ExitCode runScript(Client& client, std::istream& lines, const ScriptOptions& opt
             if (!call)
                 continue;
             report.begin(*call, number);
-            worst = std::max(worst, perform(client, *call, options.patient, report));
+            highest = std::max(highest, perform(client, *call, options.patient, report));
         } catch (const Failure& failure) {
             throw Failure(failure.code(),
                           options.name + " line " + std::to_string(number) + ": " + failure.what());
         }
     }
     if (lines.bad())
-        throw Failure(Usage, options.name + " can't be read");
-    return worst;
+        throw Failure(Usage, options.name + " cannot be read");
+    return highest;
 }
 
 } // namespace zorcall

@@ -13,16 +13,16 @@ class Report;
 
 struct ScriptOptions
 {
-    std::string name; ///< for messages
+    std::string name; ///< of the file, for messages
     bool allowMissing = false;
     bool patient = false;
 };
 
-/// The call of one line; none for a blank line or a comment. Throws a Failure with code Usage.
+/// Parses one line; nullopt for an empty line or a comment. Throws a Failure with code Usage.
 std::optional<Call> parseLine(const Interface& service, const std::string& line, bool allowMissing);
 
-/// Makes the calls of a script, line by line as they can be read, on one connection. A refusal doesn't stop
-/// it; whatever else goes wrong is thrown as a Failure that names the line. Returns the highest code.
+/// Executes a script line by line on one connection, and continues after a rejection. Every other failure is
+/// thrown as a Failure with the line number. Returns the highest code.
 ExitCode runScript(Client& client, std::istream& lines, const ScriptOptions& options, Report& report);
 
 } // namespace zorcall

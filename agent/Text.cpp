@@ -10,7 +10,7 @@ namespace zorcall {
 namespace {
 
 constexpr int kLineLimit = 1000;
-constexpr std::size_t kNearlyAsNear = 2;
+constexpr std::size_t kMaxExtraDistance = 2;
 
 std::string lowered(std::string text)
 {
@@ -26,12 +26,12 @@ std::string lowered(std::string text)
 DecodedUtf8 decodeUtf8(const std::string& bytes, QChar replacement)
 {
     static const QTextCodec* const codec = QTextCodec::codecForName("UTF-8");
-    // A byte order mark is a character like any other here.
+    // A byte order mark is kept.
     QTextCodec::ConversionFlags flags = QTextCodec::IgnoreHeader;
     flags.setFlag(QTextCodec::ConvertInvalidToNull, replacement.isNull());
     QTextCodec::ConverterState state(flags);
     const QString string = codec->toUnicode(bytes.data(), static_cast<int>(bytes.size()), &state);
-    // The codec waits for the rest of a character that is cut off.
+    // The codec keeps the bytes of a truncated character for the next call.
     return {string + QString(state.remainingChars, replacement), state.invalidChars + state.remainingChars};
 }
 
@@ -42,7 +42,7 @@ bool isUtf8(const std::string& text)
 
 std::string oneLine(const std::string& text)
 {
-    // An invalid byte becomes U+0000, which is a control character; a U+FFFD that was sent stays.
+    // Invalid bytes become U+0000, a control character, to distinguish them from a valid U+FFFD.
     QString characters = decodeUtf8(text, QChar::Null).string;
     for (QChar& character : characters) {
         if (character.category() == QChar::Other_Control)
@@ -74,8 +74,8 @@ std::vector<std::string> nearest(const std::string& name, const std::vector<std:
     std::stable_sort(ranked.begin(), ranked.end(),
                      [](const auto& left, const auto& right) { return left.first < right.first; });
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < ranked.size() && i < 3 && ranked[i].first <= ranked[0].first + kNearlyAsNear;
-         ++i)
+    for (std::size_t i = 0;
+         i < ranked.size() && i < 3 && ranked[i].first <= ranked[0].first + kMaxExtraDistance; ++i)
         names.push_back(ranked[i].second);
     return names;
 }

@@ -20,17 +20,17 @@ DecodedUtf8 decodeUtf8(const std::string& bytes, QChar replacement = QChar::Repl
 
 bool isUtf8(const std::string& text);
 
-/// @p text fit for one line of a terminal: control bytes and what is not UTF-8 become '?', and a text of more
-/// than a thousand bytes is cut, with "..." at its end. What another program sent goes through here.
+/// @p text for one line of a terminal: control characters and invalid bytes become '?', and a string of more
+/// than 1000 bytes ends in "...". Use it for all untrusted input.
 std::string oneLine(const std::string& text);
 
 std::string join(const std::vector<std::string>& parts, const std::string& separator);
 
-/// The nearest of @p candidates to @p name by edit distance without regard to case, and up to two more that
-/// are nearly as near; nearest first, among equals in their own order.
+/// The candidate with the smallest case-insensitive edit distance to @p name, and up to two more within a
+/// distance of two from it, in the order of distance; equal ones keep their order.
 std::vector<std::string> nearest(const std::string& name, const std::vector<std::string>& candidates);
 
-/// Insertions, deletions and replacements of one byte that turn one text into the other.
+/// Minimum number of inserted, deleted and replaced bytes (Levenshtein distance).
 std::size_t editDistance(const std::string& left, const std::string& right);
 
 } // namespace zorcall

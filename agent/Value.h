@@ -7,22 +7,22 @@
 
 namespace zorcall {
 
-/// One value of the wire; what it means is told by the Type that goes with it. A field or argument that is
-/// absent holds nothing (std::monostate). Integers of both widths stand in 64 bits.
+/// One value of the protocol, interpreted by its Type. An absent field or argument is std::monostate.
+/// Integers of both widths are stored in 64 bits.
 struct Value
 {
-    /// Record: its fields in the order of the description, cut after the last one that is there. List: its
-    /// entries.
+    /// The entries of a list, or the fields of a record in the order of the description, without trailing
+    /// absent ones.
     using Parts = std::vector<Value>;
     std::variant<std::monostate, bool, std::int64_t, std::string, Parts> content;
 
     bool absent() const { return std::holds_alternative<std::monostate>(content); }
-    /// The default of the type where there is nothing.
+    /// These return the default of the type for an absent value.
     bool boolean() const { return content.index() == 1 && std::get<bool>(content); }
     std::int64_t integer() const { return content.index() == 2 ? std::get<std::int64_t>(content) : 0; }
     const std::string& text() const;
     const Parts& parts() const;
-    /// The part at @p index; an absent value where there is none.
+    /// The part at @p index, or an absent value.
     const Value& part(std::size_t index) const;
 };
 

@@ -1,4 +1,4 @@
-// The wire by the description: calls byte for byte, and replies of every kind.
+// Calls and replies as bytes, encoded and decoded by the interface description.
 #include "agent/Codec.h"
 #include "agent/Call.h"
 #include "agent/Failure.h"
@@ -40,7 +40,7 @@ std::string decodeJson(const std::string& method, const QByteArray& bytes)
                            decode(method, bytes));
 }
 
-std::string refusal(const std::string& method, const QByteArray& bytes)
+std::string rejection(const std::string& method, const QByteArray& bytes)
 {
     try {
         decode(method, bytes);
@@ -80,13 +80,13 @@ TEST(Codec, CallWithEveryType_WritesEachFieldWithItsIdAndType)
                     .endsWith(wire::field(2, 5) + wire::byte(1) + wire::stop()));
 }
 
-TEST(Codec, AbsentArguments_AreNotOnTheWire)
+TEST(Codec, AbsentArguments_AreNotSent)
 {
     EXPECT_EQ(encode({"WipeDisk", "eraseCount=3"}, 1, true),
               wire::message(1, "WipeDisk", 1) + wire::field(8, 2) + wire::i32(3) + wire::stop());
 }
 
-TEST(Codec, TextOfManyBytes_IsWrittenWhole)
+TEST(Codec, LongString_IsWrittenCompletely)
 {
     const std::string value(100000, 'x');
     EXPECT_EQ(encode({"PostProcessing", "result=" + value}, 1),
@@ -135,41 +135,42 @@ TEST(Codec, UnknownFieldsAndFieldsOfAnotherType_AreSkipped)
               R"({"allow": false, "reasons": "r"})");
 }
 
-TEST(Codec, AnotherName_IsRefused)
+TEST(Codec, ReplyToAnotherMethod_IsRejected)
 {
-    EXPECT_EQ(refusal("Init", reply("Exit", wire::field(2, 0) + wire::byte(1) + wire::stop())),
-              "the reply is not of the protocol: it answers 'Exit'");
+    EXPECT_EQ(rejection("Init", reply("Exit", wire::field(2, 0) + wire::byte(1) + wire::stop())),
+              "invalid reply: it belongs to 'Exit'");
 }
 
-TEST(Codec, AnotherSequence_IsRefused)
+TEST(Codec, ReplyToAnotherCall_IsRejected)
 {
-    EXPECT_EQ(refusal("Init", reply("Init", wire::field(2, 0) + wire::byte(1) + wire::stop(), 8)),
-              "the reply is not of the protocol: it answers call number 8 and not 7");
+    EXPECT_EQ(rejection("Init", reply("Init", wire::field(2, 0) + wire::byte(1) + wire::stop(), 8)),
+              "invalid reply: it belongs to call number 8 instead of 7");
 }
 
-TEST(Codec, MessageThatIsNoReply_IsRefused)
+TEST(Codec, MessageOtherThanAReply_IsRejected)
 {
     for (const int type : {0, 1, 4, 9})
-        EXPECT_EQ(refusal("Init", wire::message(type, "Init", 7) + wire::stop()),
-                  "the reply is not of the protocol: its message type is " + std::to_string(type));
+        EXPECT_EQ(rejection("Init", wire::message(type, "Init", 7) + wire::stop()),
+                  "invalid reply: its message type is " + std::to_string(type));
 }
 
-TEST(Codec, NoResultOrOneOfAnotherType_IsRefused)
+TEST(Codec, MissingResultOrOneOfAnotherType_IsRejected)
 {
-    EXPECT_EQ(refusal("Init", reply("Init", wire::stop())),
-              "the reply is not of the protocol: it holds no result of type bool");
-    EXPECT_EQ(refusal("Init", reply("Init", wire::field(8, 0) + wire::i32(1) + wire::stop())),
-              "the reply is not of the protocol: it holds no result of type bool");
+    EXPECT_EQ(rejection("Init", reply("Init", wire::stop())),
+              "invalid reply: it contains no result of type bool");
+    EXPECT_EQ(rejection("Init", reply("Init", wire::field(8, 0) + wire::i32(1) + wire::stop())),
+              "invalid reply: it contains no result of type bool");
 }
 
-TEST(Codec, ListWithEntriesOfAnotherType_IsRefused)
+TEST(Codec, ListWithEntriesOfAnotherType_IsRejected)
 {
-    EXPECT_EQ(refusal("ListAllDisks", reply("ListAllDisks", wire::field(15, 0) + wire::byte(8) +
-                                                                wire::i32(1) + wire::i32(5) + wire::stop())),
-              "the reply is not of the protocol: a list has entries of another type");
+    EXPECT_EQ(
+        rejection("ListAllDisks", reply("ListAllDisks", wire::field(15, 0) + wire::byte(8) + wire::i32(1) +
+                                                            wire::i32(5) + wire::stop())),
+        "invalid reply: a list contains entries of another type");
 }
 
-TEST(Codec, ExceptionMessage_GivesItsText)
+TEST(Codec, ExceptionMessage_IsReported)
 {
     try {
         decode("Init", wire::message(wire::kException, "Init", 7) + wire::field(11, 1) +
@@ -182,7 +183,7 @@ TEST(Codec, ExceptionMessage_GivesItsText)
     }
 }
 
-TEST(Codec, DeepNesting_EndsInAnException)
+TEST(Codec, DeepNesting_ThrowsAnException)
 {
     QByteArray deep;
     for (int i = 0; i < 10000; ++i)

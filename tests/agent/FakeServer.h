@@ -5,17 +5,16 @@
 
 #include <functional>
 
-/// A server that is none of ours: on the first bytes of a client it does what it was told. It lives in the
-/// test's event loop.
+/// A scripted server without the library's code. Runs in the test's event loop.
 class FakeServer
 {
 public:
-    /// @p answer gets the client's bytes so far each time that more have come.
+    /// Called with all bytes of a client so far, whenever more arrive.
     using Answer = std::function<void(QTcpSocket* client, const QByteArray& received)>;
 
     explicit FakeServer(Answer answer);
-    /// Sends these bytes once, at the client's first ones; made of them, since a reply repeats the call's
-    /// number.
+    /// Sends one reply to the first bytes of a client. @p reply receives them, because a reply repeats the
+    /// sequence number of its call.
     static Answer once(std::function<QByteArray(const QByteArray& received)> reply, bool thenClose = false);
 
     QByteArray port() const { return QByteArray::number(server_.serverPort()); }

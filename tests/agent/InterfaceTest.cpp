@@ -1,5 +1,4 @@
-// The description that the program carries is the service's interface, and nothing else of the library is
-// used.
+// The built-in description matches the interface file, and the program uses nothing else of the library.
 #include "agent/Interface.h"
 #include "agent/Listing.h"
 #include "tests/agent/ListedMethods.h"
@@ -31,7 +30,7 @@ TEST(Description, Arguments_AreNumberedFromOne)
     }
 }
 
-TEST(Description, Records_HaveTheirFieldsInIdOrder)
+TEST(Description, Records_ContainTheirFieldsInIdOrder)
 {
     const Interface& service = Interface::builtIn();
     ASSERT_EQ(service.record("DiskInfo").fields.size(), 29u);
@@ -73,7 +72,7 @@ TEST(Description, FieldsOutOfOrder_AreSorted)
     EXPECT_EQ(service.method("F")->signature(), "F(a: i64, b: i32) -> bool");
 }
 
-TEST(Description, NotOfTheCompiler_IsRefused)
+TEST(Description, InvalidDescription_IsRejected)
 {
     EXPECT_THROW(Interface(""), std::runtime_error);
     EXPECT_THROW(Interface("{}"), std::runtime_error);
@@ -84,13 +83,13 @@ TEST(Description, NotOfTheCompiler_IsRefused)
                  std::runtime_error);
 }
 
-TEST(Description, UnknownNames_AreTold)
+TEST(Description, UnknownNames_AreReported)
 {
     EXPECT_EQ(Interface::builtIn().method("listalldisks"), nullptr);
     EXPECT_THROW(Interface::builtIn().record("Disk"), std::runtime_error);
 }
 
-TEST(AgentFolder, Includes_OnlyItsOwnHeadersAndTheRuntimes)
+TEST(AgentFolder, Includes_OnlyItsOwnHeadersAndLibraries)
 {
     const QDir folder(qEnvironmentVariable("AIBRIDGE_SOURCE_DIR") + QStringLiteral("/agent"));
     const QStringList files = folder.entryList({QStringLiteral("*.h"), QStringLiteral("*.cpp")});

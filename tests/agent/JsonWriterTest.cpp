@@ -1,4 +1,4 @@
-// Answers as JSON: order, digits, texts.
+// Answers as JSON: order, digits, strings.
 #include "agent/JsonWriter.h"
 
 #include <QtCore/QJsonDocument>
@@ -40,7 +40,7 @@ TEST(Json, SixtyFourBitNumbers_KeepEveryDigit)
     EXPECT_EQ(json(Type{Kind::I64, {}, {}}, Value{INT64_MAX}), "9223372036854775807");
 }
 
-TEST(Json, Text_EscapesWhatJsonDemandsAndKeepsUtf8)
+TEST(Json, String_EscapesOnlyRequiredCharactersAndKeepsUtf8)
 {
     std::ostringstream out;
     zorcall::writeJsonString(out, std::string("\"\\/\b\f\n\r\t\x01\x1F \0|", 13) +
@@ -49,21 +49,21 @@ TEST(Json, Text_EscapesWhatJsonDemandsAndKeepsUtf8)
               "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001f \\u0000|Gr\xC3\xB6\xC3\x9F\x65 \xF0\x9F\x92\xBE\"");
 }
 
-TEST(Json, TextThatIsNotUtf8_GetsReplacementCharacters)
+TEST(Json, InvalidUtf8_BecomesReplacementCharacters)
 {
     std::ostringstream out;
     zorcall::writeJsonString(out, "a\xFF\xC3z\xE6\x95");
     EXPECT_EQ(out.str(), "\"a\xEF\xBF\xBD\xEF\xBF\xBDz\xEF\xBF\xBD\xEF\xBF\xBD\"");
 }
 
-TEST(Json, Text_ByteOrderMarkAtTheStart_IsKept)
+TEST(Json, ByteOrderMark_IsKept)
 {
     std::ostringstream out;
     zorcall::writeJsonString(out, "\xEF\xBB\xBFx");
     EXPECT_EQ(out.str(), "\"\xEF\xBB\xBFx\"");
 }
 
-TEST(Json, Record_HasItsFieldsInIdOrderAndDefaultsForAbsentOnes)
+TEST(Json, Record_HasFieldsInIdOrderAndDefaultsForAbsentOnes)
 {
     EXPECT_EQ(json(record("TaskInfo"), Value{Value::Parts{Value{true}}}),
               R"({"allow": true, "reasons": ""})");
@@ -79,7 +79,7 @@ TEST(Json, Record_HasItsFieldsInIdOrderAndDefaultsForAbsentOnes)
               R"("emptyPartitionCount": 0, "serialNumber": ""})");
 }
 
-TEST(Json, PartitionRecord_HasAllItsFieldsForAnyParser)
+TEST(Json, PartitionRecord_IsParsedWithAllItsFields)
 {
     const std::string text = json(record("PartitionInfo"), Value{Value::Parts{}});
     const QJsonObject parsed = QJsonDocument::fromJson(QByteArray::fromStdString(text)).object();

@@ -1,4 +1,4 @@
-// The command line: what each option sets, and what can't stand together.
+// The command line: the effect of each option, and rejected combinations.
 #include "agent/Options.h"
 #include "agent/Failure.h"
 
@@ -18,7 +18,7 @@ QStringList split(const char* line)
     return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-std::string refusal(const char* line, const QString& nativePort = QStringLiteral("9090"))
+std::string rejection(const char* line, const QString& nativePort = QStringLiteral("9090"))
 {
     try {
         zorcall::addressOf(parse(split(line)), nativePort);
@@ -34,7 +34,7 @@ zorcall::Address address(const char* line, const QString& nativePort = QStringLi
     return zorcall::addressOf(parse(split(line)), nativePort);
 }
 
-TEST(Options, NothingButACall_TakesTheDefaults)
+TEST(Options, CallWithoutOptions_UsesTheDefaults)
 {
     const Options options = parse(split("WipeDisk diskIndex=1 eraseCount=-2"));
     EXPECT_EQ(options.mode, Options::Call);
@@ -46,7 +46,7 @@ TEST(Options, NothingButACall_TakesTheDefaults)
     EXPECT_EQ(where.limit.count(), 30000);
 }
 
-TEST(Options, AddressOptions_AreTaken)
+TEST(Options, AddressOptions_AreUsed)
 {
     const zorcall::Address where = address("--host 127.0.0.1 --port=1234 --timeout 0.25 Init");
     EXPECT_EQ(where.host, "127.0.0.1");
@@ -54,7 +54,7 @@ TEST(Options, AddressOptions_AreTaken)
     EXPECT_EQ(where.limit.count(), 250);
 }
 
-TEST(Options, Flags_AreTaken)
+TEST(Options, Flags_AreSet)
 {
     EXPECT_TRUE(parse(split("--gated --patient Init")).gated);
     EXPECT_TRUE(parse(split("--gated --patient Init")).patient);
@@ -62,7 +62,7 @@ TEST(Options, Flags_AreTaken)
     EXPECT_TRUE(parse(split("--script x --table")).table);
 }
 
-TEST(Options, Modes_AreTold)
+TEST(Options, Modes_AreRecognised)
 {
     EXPECT_EQ(parse(split("--script x")).mode, Options::Script);
     EXPECT_EQ(parse(split("--script x")).script, "x");
@@ -74,50 +74,51 @@ TEST(Options, Modes_AreTold)
     EXPECT_EQ(parse(split("--version")).mode, Options::Version);
 }
 
-TEST(Options, NoPortAnywhere_IsRefusedWithBothWays)
+TEST(Options, MissingPort_IsRejectedWithBothAlternatives)
 {
-    EXPECT_EQ(refusal("Init", QString()), "no port: give --port, or set AGENT_NATIVE_PORT");
+    EXPECT_EQ(rejection("Init", QString()), "missing port: use --port or set AGENT_NATIVE_PORT");
 }
 
-TEST(Options, PortThatIsNone_IsRefusedWithItsSource)
+TEST(Options, InvalidPort_IsRejectedWithItsSource)
 {
     for (const char* port : {"0", "65536", "-1", "x", "90 90", "9090x"})
-        EXPECT_EQ(refusal("Init", QString::fromLatin1(port)),
-                  "AGENT_NATIVE_PORT is '" + std::string(port) + "', which is no port");
-    EXPECT_EQ(refusal("--port 65536 Init"), "--port is '65536', which is no port");
-    EXPECT_EQ(refusal("--port 0 Init"), "--port is '0', which is no port");
+        EXPECT_EQ(rejection("Init", QString::fromLatin1(port)),
+                  "AGENT_NATIVE_PORT is '" + std::string(port) + "', not a valid port (1 to 65535)");
+    EXPECT_EQ(rejection("--port 65536 Init"), "--port is '65536', not a valid port (1 to 65535)");
+    EXPECT_EQ(rejection("--port 0 Init"), "--port is '0', not a valid port (1 to 65535)");
     EXPECT_EQ(address("--port 65535 Init").port, 65535);
 }
 
-TEST(Options, TimeoutThatIsNone_IsRefused)
+TEST(Options, InvalidTimeout_IsRejected)
 {
     for (const char* text : {"0", "-1", "x", "nan", "inf", "86401", "0.0001"})
-        EXPECT_EQ(refusal((std::string("Init --timeout=") + text).c_str()),
+        EXPECT_EQ(rejection((std::string("Init --timeout=") + text).c_str()),
                   "--timeout is '" + std::string(text) + "', not a number of seconds from 0.001 to 86400");
     EXPECT_EQ(address("Init --timeout 86400").limit.count(), 86400000);
 }
 
-TEST(Options, UnknownOptionMissingValueOrTwice_AreRefused)
+TEST(Options, UnknownOptionMissingValueOrRepetition_IsRejected)
 {
-    EXPECT_EQ(refusal("--gate Init"), "Unknown option 'gate'. ('zorcall --help' shows the options)");
-    EXPECT_EQ(refusal("Init --port"), "Missing value after '--port'. ('zorcall --help' shows the options)");
-    EXPECT_EQ(refusal("Init --port 1 --port 2"), "--port is given twice");
-    EXPECT_EQ(refusal("Init --host="), "--host has no value");
+    EXPECT_EQ(rejection("--gate Init"), "Unknown option 'gate'. ('zorcall --help' shows the options)");
+    EXPECT_EQ(rejection("Init --port"), "Missing value after '--port'. ('zorcall --help' shows the options)");
+    EXPECT_EQ(rejection("Init --port 1 --port 2"), "--port is given twice");
+    EXPECT_EQ(rejection("Init --host="), "--host requires a value");
 }
 
-TEST(Options, CombinationsThatMeanNothing_AreRefused)
+TEST(Options, InvalidCombinations_AreRejected)
 {
-    EXPECT_EQ(refusal(""), "no method: 'zorcall --list' shows them, 'zorcall --help' the options");
-    EXPECT_EQ(refusal("--script x Init"),
-              "--script takes its calls from the file, so no method can stand beside it");
-    EXPECT_EQ(refusal("--script x --gated"),
-              "with --script, --gated stands at the beginning of a line of the script");
-    EXPECT_EQ(refusal("--table Init"), "--table needs --script");
-    EXPECT_EQ(refusal("--patient Init"), "--patient needs --gated or --script");
-    EXPECT_EQ(refusal("--list Init Init"), "--list and --help take one method");
+    EXPECT_EQ(rejection(""),
+              "missing method: 'zorcall --list' lists the methods, 'zorcall --help' the options");
+    EXPECT_EQ(rejection("--script x Init"),
+              "--script reads its calls from the file and cannot be combined with a method");
+    EXPECT_EQ(rejection("--script x --gated"),
+              "with --script, write --gated at the beginning of a line of the script");
+    EXPECT_EQ(rejection("--table Init"), "--table requires --script");
+    EXPECT_EQ(rejection("--patient Init"), "--patient requires --gated or --script");
+    EXPECT_EQ(rejection("--list Init Init"), "--list and --help accept only one method");
 }
 
-TEST(Options, ArgumentThatIsNotUtf8_IsRefused)
+TEST(Options, InvalidUtf8_IsRejected)
 {
     EXPECT_THROW(parse({QStringLiteral("EjectUsb"), QString::fromUtf8("driveLetter=\xFF")}),
                  zorcall::Failure);

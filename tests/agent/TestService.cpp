@@ -15,8 +15,11 @@ namespace {
 class Listening : public thrift::server::TServerEventHandler
 {
 public:
-    void preServe() override { begun.set_value(); }
-    std::promise<void> begun;
+    void preServe() override { started_.set_value(); }
+    void wait() { started_.get_future().wait(); }
+
+private:
+    std::promise<void> started_;
 };
 
 } // namespace
@@ -31,7 +34,7 @@ TestService::TestService(const std::shared_ptr<ZORNativePluginIf>& handler)
     const auto listening = std::make_shared<Listening>();
     server_->setServerEventHandler(listening);
     thread_ = std::thread([this] { server_->serve(); });
-    listening->begun.get_future().wait();
+    listening->wait();
     port_ = socket->getPort();
 }
 

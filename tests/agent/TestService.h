@@ -17,14 +17,14 @@ class TThreadedServer;
 } // namespace thrift
 } // namespace apache
 
-/// A real service on a free port of localhost, as the library builds it, around a handler of the test's
-/// choice. It serves from construction to destruction.
+/// A real service on a free port of localhost, with the library's protocol and the given handler. Serves from
+/// construction to destruction.
 class TestService
 {
 public:
     explicit TestService(const std::shared_ptr<ZORNativePluginIf>& handler);
     ~TestService();
-    /// As AGENT_NATIVE_PORT holds it.
+    /// Value for AGENT_NATIVE_PORT.
     QByteArray port() const { return QByteArray::number(port_); }
 
 private:
@@ -33,16 +33,17 @@ private:
     int port_ = 0;
 };
 
-/// The library's own handler, with the pace of its gate in the test's hand.
+/// The library's handler. Its gate rejects a given number of calls as too early, instead of by the clock.
 class PacedTools : public CZorHandle
 {
 public:
-    /// How many more times the gate finds the last call too recent.
-    std::atomic<int> tooSoon{0};
+    void setEarlyCalls(int count) { earlyCalls_ = count; }
+    /// The given number minus the calls of PreProcessing since then that read the clock.
+    int earlyCalls() const { return earlyCalls_; }
 
 protected:
-    qint64 sinceLastCall() const override
-    {
-        return const_cast<PacedTools*>(this)->tooSoon.fetch_sub(1) > 0 ? 1999 : 2000;
-    }
+    qint64 sinceLastCall() const override { return earlyCalls_.fetch_sub(1) > 0 ? 1999 : 2000; }
+
+private:
+    mutable std::atomic<int> earlyCalls_{0};
 };

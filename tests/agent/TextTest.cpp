@@ -1,4 +1,4 @@
-// Texts: what is UTF-8, what may go to a terminal, and which name was meant.
+// UTF-8 validation, output for a terminal, and suggestions of names.
 #include "agent/Text.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ TEST(Text, IsUtf8_CharactersOfEveryLength_AreAccepted)
     EXPECT_TRUE(zorcall::isUtf8(std::string("\0", 1)));
 }
 
-TEST(Text, IsUtf8_BrokenForms_AreRefused)
+TEST(Text, IsUtf8_InvalidForms_AreRejected)
 {
     EXPECT_FALSE(zorcall::isUtf8("\xFF"));
     EXPECT_FALSE(zorcall::isUtf8("\x80"));
@@ -29,7 +29,7 @@ TEST(Text, IsUtf8_BrokenForms_AreRefused)
     EXPECT_FALSE(zorcall::isUtf8("\xF4\x90\x80\x80")); // above the last character
 }
 
-TEST(Text, OneLine_ControlAndForeignBytes_BecomeQuestionMarks)
+TEST(Text, OneLine_ControlCharactersAndInvalidBytes_BecomeQuestionMarks)
 {
     EXPECT_EQ(zorcall::oneLine("a\nb\r\x1B[31m\x7F\xFF"), "a?b??[31m??");
     EXPECT_EQ(zorcall::oneLine("x\xC2\x9Bz"), "x?z");
@@ -58,12 +58,12 @@ TEST(Text, Nearest_MoreThanThree_GivesTheThreeNearestInOrder)
     EXPECT_EQ(zorcall::nearest("WipeDish", all), (Names{"WipeDish", "WipeDisk", "WipeDisc"}));
 }
 
-TEST(Text, Nearest_OtherCase_IsNoDifference)
+TEST(Text, Nearest_IgnoresCase)
 {
     EXPECT_EQ(zorcall::nearest("WIPEDISK", {"WipeDish", "WipeDisk"}), (Names{"WipeDisk", "WipeDish"}));
 }
 
-TEST(Text, Nearest_FarNames_AreLeftOutButNeverAll)
+TEST(Text, Nearest_OmitsDistantNamesExceptTheFirst)
 {
     EXPECT_EQ(zorcall::nearest("WipeDisk", {"Init", "WipeDisks"}), Names{"WipeDisks"});
     EXPECT_EQ(zorcall::nearest("qqqqqqqqqqqqqqqq", {"Init"}), Names{"Init"});

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-/// Pieces of binary protocol messages, put together by hand.
+/// Parts of binary protocol messages.
 namespace wire {
 
 constexpr char kReply = 2;
@@ -54,7 +54,7 @@ inline QByteArray stop()
     return byte(0);
 }
 
-/// The sequence id of a call in the strict form.
+/// The sequence number of a call in the strict form.
 inline std::int32_t sequenceOf(const QByteArray& call)
 {
     const auto at = [&call](int i) {

@@ -1,4 +1,4 @@
-// The words of a script's line.
+// Splitting a line of a script into words.
 #include "agent/Words.h"
 #include "agent/Failure.h"
 
@@ -25,13 +25,13 @@ TEST(Words, HashAtTheStartOfAWord_BeginsAComment)
     EXPECT_EQ(splitWords("'#a'"), Words{"#a"});
 }
 
-TEST(Words, SingleQuotes_KeepEverything)
+TEST(Words, SingleQuotes_KeepEveryCharacter)
 {
     EXPECT_EQ(splitWords(R"(label='my "big" \disk ')"), Words{R"(label=my "big" \disk )"});
     EXPECT_EQ(splitWords("''"), Words{""});
 }
 
-TEST(Words, DoubleQuotes_KeepEverythingButTwoEscapes)
+TEST(Words, DoubleQuotes_HaveOnlyTwoEscapes)
 {
     EXPECT_EQ(splitWords(R"(label="a 'b' \"c\" \\ \n")"), Words{R"(label=a 'b' "c" \ \n)"});
 }
@@ -41,7 +41,7 @@ TEST(Words, BackslashOutsideQuotes_KeepsTheNextCharacter)
     EXPECT_EQ(splitWords(R"(label=a\ b\\c\')"), Words{R"(label=a b\c')"});
 }
 
-TEST(Words, OpenQuoteOrBackslashAtTheEnd_IsAUsageFailure)
+TEST(Words, OpenQuoteOrBackslashAtTheEnd_IsAUsageError)
 {
     for (const char* line : {"label='a", "label=\"a", "label=\"a\\", "label=a\\"}) {
         try {
@@ -53,7 +53,7 @@ TEST(Words, OpenQuoteOrBackslashAtTheEnd_IsAUsageFailure)
     }
 }
 
-TEST(Words, Join_IsReadBackAsTheSameWords)
+TEST(Words, JoinedWords_AreSplitIntoTheSameWords)
 {
     const Words words = {"A", "b=", "c=x y", "", "d='", "e=\"\\", "#f", "g=\t"};
     EXPECT_EQ(splitWords(zorcall::joinWords(words)), words);

@@ -1,4 +1,4 @@
-// Single calls to a real service around the library's handler, and around one with answers of the test's own.
+// Single calls to a real service with the library's handler, and with a handler that returns unusual answers.
 #include "tests/agent/Answers.h"
 #include "tests/agent/TestService.h"
 #include "tests/agent/ZorcallProcess.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A host that records, and the service over it.
+/// A recording host and its service.
 struct ServedHost
 {
     ServedHost()
@@ -26,7 +26,7 @@ struct ServedHost
     std::unique_ptr<TestService> service;
 };
 
-/// Answers that no host gives.
+/// Returns answers that a host never gives.
 class OddTools : public ZORNativePluginNull
 {
 public:
@@ -54,7 +54,7 @@ TEST(ZorcallCall, Init_PrintsTrueWithCode0)
     EXPECT_EQ(served.call("Init"), (Ran{0, "true\n", ""}));
 }
 
-TEST(ZorcallCall, PortOption_WinsOverTheEnvironment)
+TEST(ZorcallCall, PortOption_OverridesTheEnvironment)
 {
     ServedHost served;
     EXPECT_EQ(zorcall(QStringList{QStringLiteral("--port"), QString::fromLatin1(served.service->port()),
@@ -63,17 +63,17 @@ TEST(ZorcallCall, PortOption_WinsOverTheEnvironment)
               (Ran{0, "true\n", ""}));
 }
 
-TEST(ZorcallCall, HostOption_IsWhereItConnects)
+TEST(ZorcallCall, HostOption_SelectsTheAddress)
 {
     ServedHost served;
-    // An address of this machine on which nothing listens at that port.
+    // A loopback address without a listener on this port.
     const Ran ran = served.call("--host 127.77.77.77 Init");
     EXPECT_EQ(ran.code, 3);
     EXPECT_TRUE(ran.err.startsWith("zorcall: no connection to 127.77.77.77:")) << ran;
     EXPECT_EQ(served.call("--host localhost Init").code, 0);
 }
 
-TEST(ZorcallCall, ActingToolThatIsTaken_PrintsTheTextAndReachesTheHost)
+TEST(ZorcallCall, AcceptedTool_PrintsTheAnswerAndReachesTheHost)
 {
     ServedHost served;
     EXPECT_EQ(served.call("FormatPartition driveLetter=D fileSystem=NTFS label=daten clusterSize=4096 "
@@ -86,7 +86,7 @@ TEST(ZorcallCall, ActingToolThatIsTaken_PrintsTheTextAndReachesTheHost)
               "label=QString:\"daten\",quickFormat=bool:true}]");
 }
 
-TEST(ZorcallCall, Utf8AndBlanksInAValue_ReachTheHost)
+TEST(ZorcallCall, Utf8AndSpacesInAValue_ReachTheHost)
 {
     ServedHost served;
     const QString label = QString::fromUtf8("newLabel=Gr\xC3\xB6\xC3\x9F\x65 \xE6\x95\xB0");
@@ -101,7 +101,7 @@ TEST(ZorcallCall, Utf8AndBlanksInAValue_ReachTheHost)
         << typed(calls[2].arguments).toStdString();
 }
 
-TEST(ZorcallCall, ActingToolThatIsRefused_PrintsTheTextWithCode1)
+TEST(ZorcallCall, RejectedTool_PrintsTheAnswerWithCode1)
 {
     ServedHost served;
     EXPECT_EQ(served.call("EjectUsb driveLetter=5"), (Ran{1, answers::notValid() + "\n", ""}));
@@ -117,7 +117,7 @@ TEST(ZorcallCall, AnswerOtherThanExactlyTaskQueued_Code1)
               (Ran{1, answers::json(g_ZORNativePlugin_constants.TASK_QUEUED + ' ') + "\n", ""}));
 }
 
-TEST(ZorcallCall, MissingArgumentAllowed_IsLeftOffAndReadAsItsDefault)
+TEST(ZorcallCall, AllowedMissingArgument_IsNotSentAndReadAsItsDefault)
 {
     ServedHost served;
     EXPECT_EQ(served.call("--allow-missing WipeDisk eraseCount=3"), (Ran{0, answers::queued() + "\n", ""}));
@@ -139,7 +139,7 @@ TEST(ZorcallCall, ListOfRecords_KeepsOrderDigitsAndUtf8)
     EXPECT_EQ(ran.out.count("\"serialNumber\""), 2) << ran;
 }
 
-TEST(ZorcallCall, UnknownLetter_PrintsTheWholeDefaultRecordWithCode0)
+TEST(ZorcallCall, UnknownLetter_PrintsTheDefaultRecordWithCode0)
 {
     ServedHost served;
     const Ran ran = served.call("GetPartitionInfo driveLetter=Q");
@@ -148,15 +148,15 @@ TEST(ZorcallCall, UnknownLetter_PrintsTheWholeDefaultRecordWithCode0)
     EXPECT_TRUE(ran.out.endsWith("\"dynamicVolumeType\": \"\"}\n")) << ran;
 }
 
-TEST(ZorcallCall, PreProcessingThatRefuses_Code1)
+TEST(ZorcallCall, PreProcessingThatRejects_Code1)
 {
     ServedHost served;
-    served.tools->tooSoon = 1;
+    served.tools->setEarlyCalls(1);
     EXPECT_EQ(served.call("PreProcessing toolCalls=x"), (Ran{1, answers::operationInProgress() + "\n", ""}));
     EXPECT_EQ(served.call("PreProcessing toolCalls=x"), (Ran{0, answers::allowed() + "\n", ""}));
 }
 
-TEST(ZorcallCall, PostProcessingThatSaysFalse_IsAnAnswerWithCode0)
+TEST(ZorcallCall, FalseFromPostProcessing_Code0)
 {
     ServedHost served;
     EXPECT_EQ(served.call("PostProcessing result=x"), (Ran{0, "false\n", ""}));
@@ -165,16 +165,15 @@ TEST(ZorcallCall, PostProcessingThatSaysFalse_IsAnAnswerWithCode0)
               (Ran{0, "true\n", ""}));
 }
 
-TEST(ZorcallCall, ExceptionOfTheService_Code5WithItsTextOnOneLine)
+TEST(ZorcallCall, ExceptionOfTheService_Code5WithItsMessageOnOneLine)
 {
     EXPECT_EQ(oddCall(words("RebuildMbr diskIndex=1")),
               (Ran{5, "", "zorcall: the service answered with an exception: the handler?failed\n"}));
 }
 
-TEST(ZorcallCall, TextOfAMegabyte_PassesBothWays)
+TEST(ZorcallCall, StringOfAMegabyte_IsSentAndReturned)
 {
-    // Two bytes a character, so that none is cut; the operating system limits one argument to 128 KiB, a
-    // script not.
+    // Linux limits one argument to 128 KiB, but not standard input.
     QByteArray text;
     for (int i = 0; i < 512 * 1024; ++i)
         text += "\xC3\xB6";

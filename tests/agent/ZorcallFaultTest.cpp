@@ -1,4 +1,4 @@
-// Servers that are missing, slow, broken or something else: a code each, no hang, no crash, no great memory.
+// Missing, slow, faulty and foreign servers: exit code, time and memory.
 #include "tests/agent/FakeServer.h"
 #include "tests/agent/WireBytes.h"
 #include "tests/agent/ZorcallProcess.h"
@@ -25,7 +25,7 @@ Ran callFake(const FakeServer& server, const char* line = "Init", const char* ti
                    server.port());
 }
 
-/// A server whose whole answer is these bytes, after which it waits or leaves.
+/// Calls a server that sends these bytes and then waits or closes.
 Ran callWithReply(const QByteArray& reply, const char* line = "Init", bool thenClose = false,
                   const char* timeout = "20")
 {
@@ -33,7 +33,7 @@ Ran callWithReply(const QByteArray& reply, const char* line = "Init", bool thenC
     return callFake(server, line, timeout);
 }
 
-/// As callWithReply, with a header that fits the call before the bytes.
+/// As callWithReply, with a message header for the call before the bytes.
 Ran callWithBody(const QByteArray& name, const QByteArray& body, bool thenClose = false,
                  const char* timeout = "20")
 {
@@ -46,13 +46,12 @@ Ran callWithBody(const QByteArray& name, const QByteArray& body, bool thenClose 
 }
 
 const char* const kLost =
-    "zorcall: the connection was lost before the answer was complete; whether the call was "
-    "carried out is not known\n";
+    "zorcall: the connection was lost before the answer was complete; the call may have been "
+    "executed\n";
 
 constexpr long kMemoryLimit = 300 * 1024;
 
-/// The most memory, in KiB, that any program started so far by this process has held; 0 where that is not
-/// known.
+/// Maximum resident memory of any child process so far, in KiB; 0 if the system does not report it.
 long largestChild()
 {
 #ifdef Q_OS_LINUX
@@ -73,7 +72,7 @@ void expectCode(int code, const char* beginning, const Ran& ran)
 
 TEST(ZorcallFault, NoListener_Code3)
 {
-    // Bound, so that nobody else gets the port, and not listening.
+    // Bound without listening, so that no other program can use the port.
     QTcpSocket holder;
     ASSERT_TRUE(holder.bind(QHostAddress::LocalHost, 0));
     const QByteArray port = QByteArray::number(holder.localPort());
@@ -81,47 +80,47 @@ TEST(ZorcallFault, NoListener_Code3)
               (Ran{3, "", "zorcall: no connection to 127.0.0.1:" + port + ": Connection refused\n"}));
 }
 
-TEST(ZorcallFault, HostThatIsNone_Code3)
+TEST(ZorcallFault, InvalidHost_Code3)
 {
-    // No name of a host has such characters, so that nobody is asked for it.
+    // Invalid characters, so that no name server is queried.
     expectCode(3, "zorcall: no connection to not/a/host:1: ", zorcall(words("--host not/a/host Init"), "1"));
 }
 
-TEST(ZorcallFault, AcceptsAndNeverAnswers_Code4AtTheTimeout)
+TEST(ZorcallFault, ServerThatNeverAnswers_Code4AtTheTimeout)
 {
     const FakeServer server([](QTcpSocket*, const QByteArray&) {});
     QElapsedTimer timer;
     timer.start();
     EXPECT_EQ(callFake(server, "Init", "0.5"),
-              (Ran{4, "", "zorcall: no answer within 0.5 s; the call may still be carried out\n"}));
+              (Ran{4, "", "zorcall: no answer within 0.5 s; the call may still be executed\n"}));
     EXPECT_GE(timer.elapsed(), 500);
     EXPECT_LT(timer.elapsed(), 20000);
 }
 
-TEST(ZorcallFault, BytesThatComeSlowly_DoNotStretchTheTimeout)
+TEST(ZorcallFault, SlowBytes_DoNotExtendTheTimeout)
 {
-    // A text that never ends, a byte at a time and far more often than the timeout.
-    QTimer drip;
+    // A string that arrives one byte at a time, with intervals far below the timeout.
+    QTimer byteTimer;
     QList<QPointer<QTcpSocket>> clients;
-    const FakeServer dripping([&](QTcpSocket* client, const QByteArray& call) {
+    const FakeServer slow([&](QTcpSocket* client, const QByteArray& call) {
         client->write(wire::message(wire::kReply, "PasswordReset", wire::sequenceOf(call)) +
                       wire::field(11, 0) + wire::i32(1000000));
         clients.append(client);
-        drip.start(20);
+        byteTimer.start(20);
     });
-    QObject::connect(&drip, &QTimer::timeout, [&clients] {
+    QObject::connect(&byteTimer, &QTimer::timeout, [&clients] {
         for (const QPointer<QTcpSocket>& client : clients) {
             if (client)
                 client->write("x");
         }
     });
-    expectCode(4, "zorcall: no answer within 0.6 s;", callFake(dripping, "PasswordReset", "0.6"));
+    expectCode(4, "zorcall: no answer within 0.6 s;", callFake(slow, "PasswordReset", "0.6"));
 }
 
-TEST(ZorcallFault, NeverReadsALargeCall_Code4)
+TEST(ZorcallFault, ServerThatNeverReadsALargeCall_Code4)
 {
 #ifdef Q_OS_LINUX
-    // Listens, and never accepts: what is sent stays in the system's buffers until they are full.
+    // Listens and never accepts, so the system's buffers fill.
     const int listener = socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -136,14 +135,14 @@ TEST(ZorcallFault, NeverReadsALargeCall_Code4)
     close(listener);
     EXPECT_EQ(ran.code, 4) << ran.err.constData();
 #else
-    GTEST_SKIP() << "needs the socket calls of a POSIX system";
+    GTEST_SKIP() << "requires POSIX sockets";
 #endif
 }
 
-TEST(ZorcallFault, ConnectionThatDoesNotComeAbout_Code4)
+TEST(ZorcallFault, ConnectionAttemptWithoutAnAnswer_Code4)
 {
 #ifdef Q_OS_LINUX
-    // A listener whose queue is full lets nobody in and turns nobody away.
+    // A listener with a full queue neither accepts nor rejects connections.
     const int listener = socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -164,17 +163,17 @@ TEST(ZorcallFault, ConnectionThatDoesNotComeAbout_Code4)
         close(filler);
     close(listener);
 #else
-    GTEST_SKIP() << "needs the socket calls of a POSIX system";
+    GTEST_SKIP() << "requires POSIX sockets";
 #endif
 }
 
-TEST(ZorcallFault, ClosesAtOnce_Code3)
+TEST(ZorcallFault, ServerThatClosesImmediately_Code3)
 {
     const FakeServer server([](QTcpSocket* client, const QByteArray&) { client->disconnectFromHost(); });
     EXPECT_EQ(callFake(server), (Ran{3, "", kLost}));
 }
 
-TEST(ZorcallFault, ClosesAtAnyByteOfItsReply_Code3)
+TEST(ZorcallFault, ServerThatClosesAtAnyByteOfItsReply_Code3)
 {
     const QByteArray whole =
         wire::message(wire::kReply, "Init", 1) + wire::field(2, 0) + wire::byte(1) + wire::stop();
@@ -183,13 +182,13 @@ TEST(ZorcallFault, ClosesAtAnyByteOfItsReply_Code3)
     EXPECT_EQ(callWithReply(whole, "Init", true), (Ran{0, "true\n", ""}));
 }
 
-TEST(ZorcallFault, ResetsTheConnection_Code3)
+TEST(ZorcallFault, ServerThatResetsTheConnection_Code3)
 {
     const FakeServer server([](QTcpSocket* client, const QByteArray&) { client->abort(); });
     EXPECT_EQ(callFake(server).code, 3);
 }
 
-TEST(ZorcallFault, ExceptionMessageOfTheProtocol_Code5)
+TEST(ZorcallFault, ExceptionMessage_Code5)
 {
     const FakeServer server(FakeServer::once([](const QByteArray& call) {
         return wire::message(wire::kException, "Init", wire::sequenceOf(call)) + wire::field(11, 1) +
@@ -199,42 +198,41 @@ TEST(ZorcallFault, ExceptionMessageOfTheProtocol_Code5)
               (Ran{5, "", "zorcall: the service answered with an exception: Invalid method name: 'Init'\n"}));
 }
 
-TEST(ZorcallFault, AnotherKindOfServer_Code5)
+TEST(ZorcallFault, ServerOfAnotherProtocol_Code5)
 {
     for (const char* bytes : {"HTTP/1.1 400 Bad Request\r\n\r\n", "SSH-2.0-Server\r\n", "220 mail ready\r\n"})
-        expectCode(5, "zorcall: the reply is not of the protocol: ", callWithReply(bytes));
-    expectCode(5, "zorcall: the reply is not of the protocol: ", callWithReply(QByteArray(4096, '\xFF')));
-    expectCode(5, "zorcall: the reply is not of the protocol: ", callWithReply(QByteArray(4096, '\0')));
+        expectCode(5, "zorcall: invalid reply: ", callWithReply(bytes));
+    expectCode(5, "zorcall: invalid reply: ", callWithReply(QByteArray(4096, '\xFF')));
+    expectCode(5, "zorcall: invalid reply: ", callWithReply(QByteArray(4096, '\0')));
 }
 
 TEST(ZorcallFault, ReplyToAnotherCall_Code5)
 {
     const QByteArray result = wire::field(2, 0) + wire::byte(1) + wire::stop();
-    EXPECT_EQ(
-        callWithReply(wire::message(wire::kReply, "Init", 77) + result),
-        (Ran{5, "", "zorcall: the reply is not of the protocol: it answers call number 77 and not 1\n"}));
+    EXPECT_EQ(callWithReply(wire::message(wire::kReply, "Init", 77) + result),
+              (Ran{5, "", "zorcall: invalid reply: it belongs to call number 77 instead of 1\n"}));
     EXPECT_EQ(callWithReply(wire::message(wire::kReply, "In\x1Bit", 1) + result),
-              (Ran{5, "", "zorcall: the reply is not of the protocol: it answers 'In?it'\n"}));
+              (Ran{5, "", "zorcall: invalid reply: it belongs to 'In?it'\n"}));
 }
 
 TEST(ZorcallFault, ReplyWithoutAResult_Code5)
 {
     EXPECT_EQ(callWithBody("Init", wire::stop()),
-              (Ran{5, "", "zorcall: the reply is not of the protocol: it holds no result of type bool\n"}));
+              (Ran{5, "", "zorcall: invalid reply: it contains no result of type bool\n"}));
 }
 
-TEST(ZorcallFault, ReplyWithUnknownFields_IsReadWithoutThem)
+TEST(ZorcallFault, UnknownFieldsOfAReply_AreSkipped)
 {
     EXPECT_EQ(callWithBody("Init", wire::field(11, 9) + wire::text("more") + wire::field(2, 0) +
                                        wire::byte(1) + wire::stop()),
               (Ran{0, "true\n", ""}));
 }
 
-TEST(ZorcallFault, HugeLengths_Code5AndLittleMemory)
+TEST(ZorcallFault, HugeLengths_Code5WithoutAllocation)
 {
     const long before = largestChild();
     const QByteArray most = wire::i32(0x7FFFFFFF);
-    const char* const beginning = "zorcall: the reply is not of the protocol: ";
+    const char* const beginning = "zorcall: invalid reply: ";
     expectCode(5, beginning, callWithReply(wire::i32(0x80010002LL) + most + "In"));
     expectCode(5, beginning, callWithBody("PasswordReset", wire::field(11, 0) + most));
     expectCode(5, beginning, callWithBody("PasswordReset", wire::field(11, 0) + wire::i32(-1)));
@@ -245,7 +243,7 @@ TEST(ZorcallFault, HugeLengths_Code5AndLittleMemory)
     EXPECT_TRUE(before > kMemoryLimit || largestChild() < kMemoryLimit) << largestChild() << " KiB";
 }
 
-TEST(ZorcallFault, LargestLengthsThatAreTaken_EndAtTheTimeoutWithLittleMemory)
+TEST(ZorcallFault, LargestAcceptedLengths_Code4AtTheTimeoutWithoutAllocation)
 {
     const long before = largestChild();
     EXPECT_EQ(
@@ -260,7 +258,7 @@ TEST(ZorcallFault, LargestLengthsThatAreTaken_EndAtTheTimeoutWithLittleMemory)
 
 TEST(ZorcallFault, EndlessReply_Code5)
 {
-    // Texts in unknown fields, for as long as the client takes them.
+    // Strings in unknown fields, for as long as the client reads.
     QByteArray block;
     for (int i = 0; i < 64; ++i)
         block += wire::field(11, 50) + wire::text(QByteArray(16 * 1024, 'x'));
@@ -272,7 +270,7 @@ TEST(ZorcallFault, EndlessReply_Code5)
         });
     });
     EXPECT_EQ(callFake(server, "Init", "50"),
-              (Ran{5, "", "zorcall: the reply is not of the protocol: it is longer than 134217728 bytes\n"}));
+              (Ran{5, "", "zorcall: invalid reply: it is longer than 134217728 bytes\n"}));
 }
 
 TEST(ZorcallFault, DeepNesting_Code5)
@@ -280,7 +278,7 @@ TEST(ZorcallFault, DeepNesting_Code5)
     QByteArray deep;
     for (int i = 0; i < 200000; ++i)
         deep += wire::field(12, 50);
-    expectCode(5, "zorcall: the reply is not of the protocol: ", callWithBody("Init", deep));
+    expectCode(5, "zorcall: invalid reply: ", callWithBody("Init", deep));
 }
 
 } // namespace

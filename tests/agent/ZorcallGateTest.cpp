@@ -1,4 +1,4 @@
-// A call through the gate: three answers, and what ends it early.
+// A gated call: its three answers, and the cases that end it early.
 #include "tests/agent/Answers.h"
 #include "tests/agent/TestService.h"
 #include "tests/agent/ZorcallProcess.h"
@@ -39,7 +39,7 @@ struct GatedHost
     std::unique_ptr<TestService> service;
 };
 
-/// Notes what passes the gate; its one acting tool fails.
+/// Allows every call and records it; its only tool fails.
 class FailingTools : public ZORNativePluginNull
 {
 public:
@@ -71,7 +71,7 @@ private:
     std::vector<std::string> notes_;
 };
 
-TEST(ZorcallGate, AllowedCall_ShowsThreeAnswersWithCode0)
+TEST(ZorcallGate, AllowedCall_PrintsThreeAnswersWithCode0)
 {
     GatedHost gated;
     QSignalSpy before(gated.host.bridge(), &AIBridge::sigAbout2CallFun);
@@ -88,7 +88,7 @@ TEST(ZorcallGate, AllowedCall_ShowsThreeAnswersWithCode0)
     EXPECT_TRUE(after[0][1].toBool());
 }
 
-TEST(ZorcallGate, ToolThatRefuses_StillClosesTheGateWithCode1)
+TEST(ZorcallGate, RejectionByTheTool_StillCallsPostProcessingWithCode1)
 {
     GatedHost gated;
     EXPECT_EQ(gated.call("--gated EjectUsb driveLetter=5"),
@@ -98,32 +98,32 @@ TEST(ZorcallGate, ToolThatRefuses_StillClosesTheGateWithCode1)
                    ""}));
 }
 
-TEST(ZorcallGate, GateThatRefuses_StopsWithCode1AndCallsNothing)
+TEST(ZorcallGate, RejectionByTheGate_PreventsTheCallWithCode1)
 {
     GatedHost gated;
-    gated.tools->tooSoon = 1;
+    gated.tools->setEarlyCalls(1);
     QSignalSpy after(gated.host.bridge(), &AIBridge::sigAfterCallFun);
     EXPECT_EQ(gated.call("--gated EjectUsb driveLetter=E"), (Ran{1, inProgress(), ""}));
     EXPECT_TRUE(gated.host.recorder().sequence().isEmpty());
     EXPECT_EQ(after.count(), 0);
 }
 
-TEST(ZorcallGate, Patient_AsksAgainUntilThePaceAllows)
+TEST(ZorcallGate, Patient_RepeatsPreProcessingUntilThePauseEnds)
 {
     GatedHost gated;
-    gated.tools->tooSoon = 2;
+    gated.tools->setEarlyCalls(2);
     const Ran ran = gated.call("--gated --patient EjectUsb driveLetter=E");
     EXPECT_EQ(ran.code, 0);
     EXPECT_TRUE(ran.out.startsWith(line("PreProcessing", answers::allowed()))) << ran;
-    EXPECT_LT(gated.tools->tooSoon.load(), 0);
+    EXPECT_LT(gated.tools->earlyCalls(), 0);
 }
 
-TEST(ZorcallGate, PatientPastTheTimeout_EndsRefusedWithCode1)
+TEST(ZorcallGate, PatientAfterTheTimeout_Code1)
 {
     GatedHost gated;
-    gated.tools->tooSoon = 1000000;
+    gated.tools->setEarlyCalls(1000000);
     EXPECT_EQ(gated.call("--gated --patient --timeout 2 EjectUsb driveLetter=E"), (Ran{1, inProgress(), ""}));
-    EXPECT_LT(gated.tools->tooSoon.load(), 999999);
+    EXPECT_LT(gated.tools->earlyCalls(), 999999);
 }
 
 TEST(ZorcallGate, PatientWithABusyHost_DoesNotWait)
@@ -132,11 +132,11 @@ TEST(ZorcallGate, PatientWithABusyHost_DoesNotWait)
     gated.host.object(QStringLiteral("__zormain"))->setValue("busy", true);
     EXPECT_EQ(gated.call("--gated --patient EjectUsb driveLetter=E"),
               (Ran{1, line("PreProcessing", answers::tasksInExecution()), ""}));
-    // Asked once, which is one look at the clock.
-    EXPECT_EQ(gated.tools->tooSoon.load(), -1);
+    // One call of PreProcessing reads the clock once.
+    EXPECT_EQ(gated.tools->earlyCalls(), -1);
 }
 
-TEST(ZorcallGate, ReadingTool_GivesItsJsonToPostProcessing)
+TEST(ZorcallGate, ToolThatReads_PassesItsJsonToPostProcessing)
 {
     GatedHost gated;
     QSignalSpy after(gated.host.bridge(), &AIBridge::sigAfterCallFun);
@@ -149,7 +149,7 @@ TEST(ZorcallGate, ReadingTool_GivesItsJsonToPostProcessing)
     EXPECT_EQ(after[0][0].toString(), QStringLiteral("[]"));
 }
 
-TEST(ZorcallGate, ExceptionOfTheTool_StillClosesTheGateWithCode5)
+TEST(ZorcallGate, ExceptionOfTheTool_StillCallsPostProcessingWithCode5)
 {
     const auto tools = std::make_shared<FailingTools>();
     TestService service(tools);

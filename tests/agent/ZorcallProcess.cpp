@@ -21,7 +21,7 @@ Ran zorcall(const QStringList& arguments, const QByteArray& nativePort, const QB
     environment.remove(QStringLiteral("AGENT_NATIVE_PORT"));
     if (!nativePort.isEmpty())
         environment.insert(QStringLiteral("AGENT_NATIVE_PORT"), QString::fromLatin1(nativePort));
-    // The barest locale: texts are UTF-8 all the same.
+    // Strings are UTF-8 in every locale.
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
     process.setProcessEnvironment(environment);
     process.start(zorcallPath(), arguments);

@@ -5,10 +5,10 @@
 
 #include <ostream>
 
-/// How a run of the program ended.
+/// Result of a run of the program.
 struct Ran
 {
-    int code = -1; ///< -1 if it did not end by itself
+    int code = -1; ///< -1 if it crashed or was killed
     QByteArray out;
     QByteArray err;
 
@@ -24,13 +24,12 @@ inline std::ostream& operator<<(std::ostream& stream, const Ran& ran)
                   << "\nerr: " << ran.err.constData();
 }
 
-/// Runs build/bin/zorcall while the test's event loop turns. @p nativePort is its AGENT_NATIVE_PORT, empty
-/// for none;
-/// @p input its whole standard input.
+/// Runs build/bin/zorcall and processes the test's events meanwhile. @p nativePort: AGENT_NATIVE_PORT, unset
+/// if empty; @p input: standard input.
 Ran zorcall(const QStringList& arguments, const QByteArray& nativePort = {}, const QByteArray& input = {});
 
 /// Path of the program.
 QString zorcallPath();
 
-/// Words of a line without quotes.
+/// Splits a line at its spaces.
 QStringList words(const char* line);

@@ -1,4 +1,4 @@
-// Scripts: one call a line on one connection.
+// Scripts: one call per line on one connection.
 #include "tests/agent/Answers.h"
 #include "tests/agent/FakeServer.h"
 #include "tests/agent/TestService.h"
@@ -34,10 +34,10 @@ struct ScriptedHost
 TEST(ZorcallScript, EachLine_IsPrintedWithItsAnswer)
 {
     ScriptedHost scripted;
-    EXPECT_EQ(scripted.run("# what follows reads\n"
+    EXPECT_EQ(scripted.run("# these lines read\n"
                            "Init\n"
                            "\n"
-                           "  ListAllDisks   # all of them\r\n"
+                           "  ListAllDisks   # every disk\r\n"
                            "ChangePartitionLabel driveLetter=C 'newLabel=my disk'"),
               (Ran{0,
                    "> Init\n"
@@ -51,7 +51,7 @@ TEST(ZorcallScript, EachLine_IsPrintedWithItsAnswer)
         typed(scripted.host.recorder().calls().at(2).arguments).contains(QStringLiteral("\"my disk\"")));
 }
 
-TEST(ZorcallScript, File_IsReadAsStandardInputIs)
+TEST(ZorcallScript, File_IsReadLikeStandardInput)
 {
     ScriptedHost scripted;
     const QTemporaryDir folder;
@@ -63,15 +63,15 @@ TEST(ZorcallScript, File_IsReadAsStandardInputIs)
               (Ran{0, "> Init\ntrue\n", ""}));
 }
 
-TEST(ZorcallScript, FileThatCannotBeRead_Code2)
+TEST(ZorcallScript, UnreadableFile_Code2)
 {
     const QTemporaryDir folder;
-    for (const QString& name : {folder.filePath(QStringLiteral("none")), folder.path()})
+    for (const QString& name : {folder.filePath(QStringLiteral("missing")), folder.path()})
         EXPECT_EQ(zorcall({QStringLiteral("--script"), name}, "1"),
-                  (Ran{2, "", "zorcall: " + name.toUtf8() + " can't be read\n"}));
+                  (Ran{2, "", "zorcall: " + name.toUtf8() + " cannot be read\n"}));
 }
 
-TEST(ZorcallScript, GatedLine_ShowsThreeAnswers)
+TEST(ZorcallScript, GatedLine_PrintsThreeAnswers)
 {
     ScriptedHost scripted;
     EXPECT_EQ(scripted.run("--gated EjectUsb driveLetter=E\n"),
@@ -84,10 +84,10 @@ TEST(ZorcallScript, GatedLine_ShowsThreeAnswers)
                    ""}));
 }
 
-TEST(ZorcallScript, RefusedLine_GoesOnAndEndsWithCode1)
+TEST(ZorcallScript, RejectedLine_ContinuesAndEndsWithCode1)
 {
     ScriptedHost scripted;
-    scripted.tools->tooSoon = 1;
+    scripted.tools->setEarlyCalls(1);
     EXPECT_EQ(scripted.run("EjectUsb driveLetter=5\n--gated EjectUsb driveLetter=E\nInit\n").out,
               "> EjectUsb driveLetter=5\n" + answers::notValid() +
                   "\n"
@@ -100,16 +100,16 @@ TEST(ZorcallScript, RefusedLine_GoesOnAndEndsWithCode1)
     EXPECT_EQ(scripted.run("EjectUsb driveLetter=5\nInit\n").code, 1);
 }
 
-TEST(ZorcallScript, Patient_WaitsForThePaceOnEachGatedLine)
+TEST(ZorcallScript, Patient_WaitsForThePauseOnEachGatedLine)
 {
     ScriptedHost scripted;
-    scripted.tools->tooSoon = 2;
+    scripted.tools->setEarlyCalls(2);
     const Ran ran = scripted.run("--gated EjectUsb driveLetter=E\n", "--patient");
     EXPECT_EQ(ran.code, 0) << ran;
-    EXPECT_LT(scripted.tools->tooSoon.load(), 0);
+    EXPECT_LT(scripted.tools->earlyCalls(), 0);
 }
 
-TEST(ZorcallScript, UsageErrorInALine_StopsThereWithItsNumber)
+TEST(ZorcallScript, UsageErrorInALine_StopsTheScriptWithTheLineNumber)
 {
     ScriptedHost scripted;
     const Ran ran = scripted.run("Init\n\nWipeDisk diskIndex=x\nInit\n");
@@ -118,31 +118,31 @@ TEST(ZorcallScript, UsageErrorInALine_StopsThereWithItsNumber)
                    "zorcall: standard input line 3: argument 'diskIndex': 'x' is not a whole number\n"}));
 }
 
-TEST(ZorcallScript, OpenQuoteAndLoneGated_AreUsageErrors)
+TEST(ZorcallScript, OpenQuoteOrGatedWithoutAMethod_IsAUsageError)
 {
     ScriptedHost scripted;
     EXPECT_EQ(scripted.run("Init 'x\n"),
               (Ran{2, "", "zorcall: standard input line 1: a quote (') is not closed\n"}));
     EXPECT_EQ(scripted.run("--gated\n"),
-              (Ran{2, "", "zorcall: standard input line 1: --gated stands alone\n"}));
+              (Ran{2, "", "zorcall: standard input line 1: --gated requires a method\n"}));
     EXPECT_EQ(scripted.run("--gated Init\n").code, 2);
 }
 
-TEST(ZorcallScript, TextThatIsNotUtf8_IsAUsageError)
+TEST(ZorcallScript, InvalidUtf8_IsAUsageError)
 {
     ScriptedHost scripted;
     EXPECT_EQ(scripted.run("EjectUsb driveLetter=\xFF\n"),
               (Ran{2, "", "zorcall: standard input line 1: argument 'driveLetter' is not UTF-8\n"}));
 }
 
-TEST(ZorcallScript, MissingArguments_NeedTheOption)
+TEST(ZorcallScript, MissingArguments_RequireTheOption)
 {
     ScriptedHost scripted;
     EXPECT_EQ(scripted.run("WipeDisk diskIndex=1\n").code, 2);
     EXPECT_EQ(scripted.run("WipeDisk diskIndex=1\n", "--allow-missing").code, 0);
 }
 
-TEST(ZorcallScript, AllLines_GoOverOneConnectionWithNumbersOfTheirOwn)
+TEST(ZorcallScript, Lines_UseOneConnectionWithIncreasingSequenceNumbers)
 {
     int connections = 0;
     std::vector<int> numbers;
@@ -150,7 +150,7 @@ TEST(ZorcallScript, AllLines_GoOverOneConnectionWithNumbersOfTheirOwn)
         if (!client->property("seen").toBool())
             ++connections;
         client->setProperty("seen", true);
-        // Each call is a whole message: 4 + 4 + "Init" + 4 + 1 bytes.
+        // Length of a call message: 4 + 4 + "Init" + 4 + 1 bytes.
         const int answered = client->property("answered").toInt();
         if (received.size() < 17 * (answered + 1))
             return;
@@ -166,26 +166,26 @@ TEST(ZorcallScript, AllLines_GoOverOneConnectionWithNumbersOfTheirOwn)
     EXPECT_EQ(numbers, (std::vector<int>{1, 2, 3}));
 }
 
-TEST(ZorcallScript, ConnectionLostInALine_StopsThereWithCode3)
+TEST(ZorcallScript, ConnectionLostInALine_StopsTheScriptWithCode3)
 {
     FakeServer server([](QTcpSocket* client, const QByteArray&) { client->disconnectFromHost(); });
     const Ran ran = zorcall(words("--script - --host 127.0.0.1"), server.port(), "# first\nInit\nInit\n");
     EXPECT_EQ(ran,
               (Ran{3, "> Init\n",
                    "zorcall: standard input line 2: the connection was lost before the answer was complete; "
-                   "whether the call was carried out is not known\n"}));
+                   "the call may have been executed\n"}));
 }
 
-TEST(ZorcallScript, CodeOfTheFailure_IsWorseThanARefusalBefore)
+TEST(ZorcallScript, ExitCode_IsTheHighestOfTheLines)
 {
     ScriptedHost scripted;
     EXPECT_EQ(scripted.run("EjectUsb driveLetter=5\nNothing\n").code, 2);
 }
 
-TEST(ZorcallScript, Table_HasOneRowACall)
+TEST(ZorcallScript, Table_HasOneRowPerCall)
 {
     ScriptedHost scripted;
-    scripted.tools->tooSoon = 1;
+    scripted.tools->setEarlyCalls(1);
     const QByteArray script = "Init\n"
                               "--gated EjectUsb driveLetter=E\n"
                               "\n"
@@ -202,7 +202,7 @@ TEST(ZorcallScript, Table_HasOneRowACall)
               (Ran{1,
                    "line  tool                                      answer\n"
                    "   1  Init                                      true\n"
-                   "   2  EjectUsb                                  refused by the gate: " +
+                   "   2  EjectUsb                                  rejected by the gate: " +
                        reasons + "\n   4  EjectUsb                                  " + queued +
                        "\n   5  EjectUsb                                  " + notValid +
                        "\n"

@@ -1,4 +1,4 @@
-// The program without a service: its texts, and what it refuses before it sends anything.
+// The program without a service: its own output, and calls that it rejects before it sends anything.
 #include "tests/agent/ListedMethods.h"
 #include "tests/agent/ZorcallProcess.h"
 
@@ -27,29 +27,21 @@ TEST(ZorcallUsage, ListOfOneMethod_PrintsItsDocumentation)
     EXPECT_EQ(zorcall(words("CreatePartition --help")), ran);
 }
 
-TEST(ZorcallUsage, ListOfAMethodWithARecord_PrintsTheRecordsFields)
+TEST(ZorcallUsage, ListOfAMethodWithARecord_PrintsTheFieldsOfTheRecord)
 {
     const Ran ran = zorcall(words("--list PreProcessing"));
     EXPECT_TRUE(ran.out.contains("\nTaskInfo:\n  allow: bool\n")) << ran;
 }
 
-TEST(ZorcallUsage, ListOfAnUnknownMethod_NamesTheNearestWithCode2)
-{
-    const Ran ran = zorcall(words("--list ListAllDisk"));
-    EXPECT_EQ(ran.code, 2);
-    EXPECT_EQ(ran.out, "");
-    EXPECT_TRUE(ran.err.startsWith("zorcall: unknown method 'ListAllDisk'; nearest: ListAllDisks\n")) << ran;
-}
-
-TEST(ZorcallUsage, Help_NamesEveryOptionAndCode)
+TEST(ZorcallUsage, Help_ContainsEveryOptionAndExitCode)
 {
     const Ran ran = zorcall(words("--help"));
     EXPECT_EQ(ran.code, 0);
     EXPECT_EQ(ran.err, "");
     for (const char* word :
          {"--gated", "--patient", "--allow-missing", "--script FILE", "--table", "--list", "--host", "--port",
-          "--timeout", "--help", "--version", "0 answered", "1 refused", "2 usage", "3 no connection",
-          "4 timed out", "5 an exception", "6 the answer"})
+          "--timeout", "--help", "--version", "0 answered", "1 rejected", "2 usage error",
+          "3 connection failed", "4 timeout", "5 exception", "6 standard output"})
         EXPECT_TRUE(ran.out.contains(word)) << word;
     EXPECT_EQ(zorcall(words("-h")), ran);
 }
@@ -59,83 +51,67 @@ TEST(ZorcallUsage, Version_IsPrinted)
     EXPECT_EQ(zorcall(words("--version")), (Ran{0, "zorcall 1.0.0\n", ""}));
 }
 
-TEST(ZorcallUsage, NoMethod_Code2)
+struct UsageError
 {
-    EXPECT_EQ(
-        zorcall({}),
-        (Ran{2, "", "zorcall: no method: 'zorcall --list' shows them, 'zorcall --help' the options\n"}));
+    const char* name;
+    QStringList arguments;
+    const char* nativePort; ///< value of AGENT_NATIVE_PORT, unset if empty
+    const char* message;    ///< "..." at its end stands for further suggestions of names
+};
+
+void PrintTo(const UsageError& row, std::ostream* out)
+{
+    *out << row.arguments.join(QLatin1Char(' ')).toStdString();
 }
 
-TEST(ZorcallUsage, NoPort_Code2SaysHowToGiveOne)
-{
-    EXPECT_EQ(zorcall(words("Init")),
-              (Ran{2, "", "zorcall: no port: give --port, or set AGENT_NATIVE_PORT\n"}));
-}
+const UsageError kUsageErrors[] = {
+    {"MissingMethod",
+     {},
+     "",
+     "missing method: 'zorcall --list' lists the methods, 'zorcall --help' the options"},
+    {"MissingPort", words("Init"), "", "missing port: use --port or set AGENT_NATIVE_PORT"},
+    {"InvalidPortInTheEnvironment", words("Init"), "0",
+     "AGENT_NATIVE_PORT is '0', not a valid port (1 to 65535)"},
+    {"ListOfAnUnknownMethod", words("--list ListAllDisk"), "",
+     "unknown method 'ListAllDisk'; nearest: ListAllDisks"},
+    {"UnknownMethodWithoutAPort", words("Innit"), "", "unknown method 'Innit'; nearest: Init"},
+    {"UnknownArgument", words("WipeDisk diskIndx=1"), "1",
+     "WipeDisk has no argument 'diskIndx'; nearest: diskIndex"},
+    {"InvalidInteger", words("RebuildMbr diskIndex=first"), "1",
+     "argument 'diskIndex': 'first' is not a whole number"},
+    {"IntegerOutOfRange", words("RebuildMbr diskIndex=2147483648"), "1",
+     "argument 'diskIndex': '2147483648' is out of the range of i32, -2147483648 to 2147483647"},
+    {"RepeatedArgument", words("RebuildMbr diskIndex=1 diskIndex=2"), "1",
+     "argument 'diskIndex' is given twice"},
+    {"MissingArgument", words("WipeDisk diskIndex=1"), "1",
+     "WipeDisk requires eraseCount (--allow-missing omits missing arguments)"},
+    {"GatedMethodOfTheGate", words("--gated Init"), "1",
+     "Init belongs to the gate and cannot be called with --gated"},
+    {"UnknownOption", words("--gate Init"), "1",
+     "Unknown option 'gate'. ('zorcall --help' shows the options)"},
+    {"LineFeedInAName", {QStringLiteral("a\nb")}, "1", "unknown method 'a?b'..."},
+};
 
-TEST(ZorcallUsage, PortInTheEnvironmentThatIsNone_Code2)
+class ZorcallUsageErrors : public testing::TestWithParam<UsageError>
 {
-    EXPECT_EQ(zorcall(words("Init"), "0"),
-              (Ran{2, "", "zorcall: AGENT_NATIVE_PORT is '0', which is no port\n"}));
-}
+};
 
-TEST(ZorcallUsage, UnknownMethod_IsToldEvenWithoutAPort)
+TEST_P(ZorcallUsageErrors, PrintOneLineWithCode2)
 {
-    const Ran ran = zorcall(words("Innit"));
+    const Ran ran = zorcall(GetParam().arguments, GetParam().nativePort);
     EXPECT_EQ(ran.code, 2);
-    EXPECT_TRUE(ran.err.startsWith("zorcall: unknown method 'Innit'; nearest: Init\n")) << ran;
+    EXPECT_EQ(ran.out, "");
+    const QByteArray message = QByteArray("zorcall: ") + GetParam().message;
+    if (message.endsWith("...")) {
+        EXPECT_TRUE(ran.err.startsWith(message.chopped(3))) << ran;
+        EXPECT_EQ(ran.err.indexOf('\n'), ran.err.size() - 1) << ran;
+    } else {
+        EXPECT_EQ(ran.err, message + '\n');
+    }
 }
 
-TEST(ZorcallUsage, UnknownArgument_Code2NamesTheNearest)
-{
-    EXPECT_EQ(zorcall(words("WipeDisk diskIndx=1"), "1"),
-              (Ran{2, "", "zorcall: WipeDisk has no argument 'diskIndx'; nearest: diskIndex\n"}));
-}
-
-TEST(ZorcallUsage, ValueThatDoesNotFit_Code2)
-{
-    EXPECT_EQ(zorcall(words("RebuildMbr diskIndex=first"), "1"),
-              (Ran{2, "", "zorcall: argument 'diskIndex': 'first' is not a whole number\n"}));
-}
-
-TEST(ZorcallUsage, ValueOutOfRange_Code2)
-{
-    EXPECT_EQ(zorcall(words("RebuildMbr diskIndex=2147483648"), "1"),
-              (Ran{2, "",
-                   "zorcall: argument 'diskIndex': '2147483648' is out of the range of i32, -2147483648 to "
-                   "2147483647\n"}));
-}
-
-TEST(ZorcallUsage, ArgumentTwice_Code2)
-{
-    EXPECT_EQ(zorcall(words("RebuildMbr diskIndex=1 diskIndex=2"), "1"),
-              (Ran{2, "", "zorcall: argument 'diskIndex' is given twice\n"}));
-}
-
-TEST(ZorcallUsage, MissingArgument_Code2)
-{
-    EXPECT_EQ(zorcall(words("WipeDisk diskIndex=1"), "1"),
-              (Ran{2, "", "zorcall: WipeDisk needs eraseCount as well (--allow-missing leaves them out)\n"}));
-}
-
-TEST(ZorcallUsage, GatesOwnMethodGated_Code2)
-{
-    EXPECT_EQ(zorcall(words("--gated Init"), "1"),
-              (Ran{2, "", "zorcall: Init belongs to the gate and can't be called with --gated\n"}));
-}
-
-TEST(ZorcallUsage, UnknownOption_Code2)
-{
-    EXPECT_EQ(zorcall(words("--gate Init"), "1"),
-              (Ran{2, "", "zorcall: Unknown option 'gate'. ('zorcall --help' shows the options)\n"}));
-}
-
-TEST(ZorcallUsage, ErrorWithALineFeedInIt_StaysOneLine)
-{
-    const Ran ran = zorcall({QStringLiteral("a\nb")}, "1");
-    EXPECT_EQ(ran.code, 2);
-    EXPECT_EQ(ran.err.count('\n'), 1) << ran;
-    EXPECT_TRUE(ran.err.startsWith("zorcall: unknown method 'a?b'")) << ran;
-}
+INSTANTIATE_TEST_SUITE_P(Rows, ZorcallUsageErrors, testing::ValuesIn(kUsageErrors),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 #ifdef Q_OS_LINUX
 TEST(ZorcallUsage, OutputThatCannotBeWritten_Code6)
@@ -145,10 +121,10 @@ TEST(ZorcallUsage, OutputThatCannotBeWritten_Code6)
     process.start(zorcallPath(), words("--list"));
     ASSERT_TRUE(process.waitForFinished());
     EXPECT_EQ(process.exitCode(), 6);
-    EXPECT_EQ(process.readAllStandardError(), "zorcall: the answer can't be written to standard output\n");
+    EXPECT_EQ(process.readAllStandardError(), "zorcall: the answer cannot be written to standard output\n");
 }
 
-TEST(ZorcallUsage, ArgumentThatIsNotUtf8_Code2)
+TEST(ZorcallUsage, ArgumentWithInvalidUtf8_Code2)
 {
     QProcess process;
     process.start(
