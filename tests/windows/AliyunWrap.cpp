@@ -1,5 +1,5 @@
-// Stands in for the closed telemetry library: its entry points under their plain names. With STANDIN_GAPS two
-// are missing. None may ever be called.
+// A stand-in for the closed telemetry library with its undecorated entry points, which must not be called.
+// With STANDIN_GAPS two are missing.
 #include <cstdlib>
 
 #define ENTRY(name)                                                                                          \

@@ -1,4 +1,4 @@
-// The export table of the built library, read from its file.
+// The export table of the built library.
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QSet>
@@ -26,7 +26,7 @@ QStringList exportsOf(HMODULE module)
     return result;
 }
 
-QString readable(const QString& name)
+QString demangled(const QString& name)
 {
     int status = 0;
     char* text = abi::__cxa_demangle(name.toLatin1().constData(), nullptr, nullptr, &status);
@@ -44,7 +44,7 @@ QStringList builtExports()
     return module == nullptr ? QStringList() : exportsOf(module);
 }
 
-QStringList listed()
+QStringList expectedExports()
 {
     QFile file(qEnvironmentVariable("AIBRIDGE_SOURCE_DIR") + QStringLiteral("/tests/windows/exports.txt"));
     if (!file.open(QIODevice::ReadOnly))
@@ -56,20 +56,20 @@ QStringList listed()
     return lines;
 }
 
-TEST(ExportTable, HoldsTheFactoryAndTheWholeClassAndNothingElse)
+TEST(ExportTable, Names_AreExactlyTheFactoryAndTheWholeClass)
 {
     const QStringList built = builtExports();
     ASSERT_FALSE(built.isEmpty()) << "AIBridge.dll does not load: " << GetLastError();
     EXPECT_TRUE(built.contains(QStringLiteral("getInstance")));
     QSet<QString> names;
     for (const QString& name : built)
-        names.insert(readable(name));
-    const QStringList expected = listed();
+        names.insert(demangled(name));
+    const QStringList expected = expectedExports();
     ASSERT_FALSE(expected.isEmpty());
     for (const QString& name : expected)
         EXPECT_TRUE(names.remove(name)) << "missing: " << name.toStdString();
     for (const QString& name : names)
-        ADD_FAILURE() << "not in the list: " << name.toStdString();
+        ADD_FAILURE() << "unlisted: " << name.toStdString();
 }
 
 } // namespace

@@ -1,5 +1,4 @@
-// A command without a window: how it is started, that it is waited for, and what becomes of one that cannot
-// start.
+// Commands without a window: startup fields, waiting for the end, and a command that cannot start.
 #include "platform/Platform.h"
 
 #include <QtCore/QCoreApplication>
@@ -23,8 +22,9 @@ protected:
 
     void run(int waitMs = 0)
     {
-        Platform::instance().runHidden(
-            QStringLiteral("\"%1\" \"%2\" %3").arg(QDir::toNativeSeparators(program_), reportPath()).arg(waitMs));
+        Platform::instance().runHidden(QStringLiteral("\"%1\" \"%2\" %3")
+                                           .arg(QDir::toNativeSeparators(program_), reportPath())
+                                           .arg(waitMs));
     }
 
     QMap<QString, QString> report() const
@@ -44,7 +44,7 @@ protected:
     QTemporaryDir folder_;
 };
 
-TEST_F(HiddenCommand, StartupFields_AreHiddenWithAConsoleOf500By500CharactersAndNoPlace)
+TEST_F(HiddenCommand, StartupFields_HideTheWindowAndRequest500By500Characters)
 {
     run();
     const QMap<QString, QString> fields = report();
@@ -56,14 +56,14 @@ TEST_F(HiddenCommand, StartupFields_AreHiddenWithAConsoleOf500By500CharactersAnd
         EXPECT_EQ(fields[QString::fromLatin1(name)], QStringLiteral("0")) << name;
 }
 
-TEST_F(HiddenCommand, CommandLine_ReachesTheProgramAsItStands)
+TEST_F(HiddenCommand, CommandLine_IsPassedUnchanged)
 {
     run();
     EXPECT_EQ(report()[QStringLiteral("line")],
               QStringLiteral("\"%1\" \"%2\" 0").arg(QDir::toNativeSeparators(program_), reportPath()));
 }
 
-TEST_F(HiddenCommand, Program_IsWaitedFor)
+TEST_F(HiddenCommand, RunHidden_ReturnsAfterTheProgramEnds)
 {
     QElapsedTimer timer;
     timer.start();
@@ -72,11 +72,11 @@ TEST_F(HiddenCommand, Program_IsWaitedFor)
     EXPECT_FALSE(report().isEmpty());
 }
 
-TEST_F(HiddenCommand, ProgramThatDoesNotExist_IsOverAtOnce)
+TEST_F(HiddenCommand, MissingProgram_ReturnsWithoutWaiting)
 {
     QElapsedTimer timer;
     timer.start();
-    Platform::instance().runHidden(QStringLiteral("no_such_program_of_ours.exe /x"));
+    Platform::instance().runHidden(QStringLiteral("no_such_program.exe /x"));
     EXPECT_LT(timer.elapsed(), 10000);
 }
 

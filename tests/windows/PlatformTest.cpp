@@ -1,7 +1,7 @@
-// The system's own platform against what the system says by another road.
+// The Windows platform, compared with the output of the system's own programs.
 #include "platform/Platform.h"
 #include "tests/support/Script.h"
-#include "tests/windows/OtherRoad.h"
+#include "tests/windows/SystemTools.h"
 #include "tests/windows/Wine.h"
 
 #include <QtCore/QRegularExpression>
@@ -19,27 +19,28 @@ const QString kEnvironmentKey =
 
 QString echoOf(const QString& variable)
 {
-    return systemSays(QStringLiteral("cmd"), {QStringLiteral("/c"), QStringLiteral("echo %1").arg(variable)});
+    return programOutput(QStringLiteral("cmd"),
+                         {QStringLiteral("/c"), QStringLiteral("echo %1").arg(variable)});
 }
 
 QString regValue(const QString& key, const QString& value)
 {
     const QString text =
-        systemSays(QStringLiteral("reg"),
-                   {QStringLiteral("query"), QStringLiteral("HKLM\\") + key, QStringLiteral("/v"), value});
+        programOutput(QStringLiteral("reg"),
+                      {QStringLiteral("query"), QStringLiteral("HKLM\\") + key, QStringLiteral("/v"), value});
     const QRegularExpressionMatch match =
         QRegularExpression(QStringLiteral("REG_\\w+ +(.*?)\\s*$")).match(text);
     return match.captured(1);
 }
 
-TEST(SystemDirectory, IsTheFolderBelowTheOneThatTheShellNames)
+TEST(SystemDirectory, IsSystem32BelowSystemRoot)
 {
     const QString expected = echoOf(QStringLiteral("%SystemRoot%")) + QStringLiteral("\\system32");
     EXPECT_EQ(QString::fromLocal8Bit(Platform::instance().systemDirectory()).toLower(), expected.toLower());
     EXPECT_EQ(QString::fromLocal8Bit(upperSystemDirectory()), expected.toUpper());
 }
 
-TEST(RegistryString, PlainText_IsWhatTheRegistryToolPrints)
+TEST(RegistryString, PlainText_EqualsTheOutputOfReg)
 {
     const auto text =
         Platform::instance().registryString(kEnvironmentKey, QStringLiteral("PROCESSOR_ARCHITECTURE"));
@@ -49,7 +50,7 @@ TEST(RegistryString, PlainText_IsWhatTheRegistryToolPrints)
     EXPECT_FALSE(text->contains(QChar()));
 }
 
-TEST(RegistryString, MissingValueOrKey_IsNothing)
+TEST(RegistryString, MissingValueOrKey_IsNullopt)
 {
     EXPECT_FALSE(
         Platform::instance().registryString(kEnvironmentKey, QStringLiteral("NoSuchValue")).has_value());
@@ -58,8 +59,8 @@ TEST(RegistryString, MissingValueOrKey_IsNothing)
                      .has_value());
 }
 
-// A value of our own under a key that goes with the test.
-class OwnKey : public testing::Test
+// A registry key that exists for the duration of a test.
+class ScratchKey : public testing::Test
 {
 protected:
     const QString path_ = QStringLiteral("SOFTWARE\\AIBridgePlatformTest%1").arg(GetCurrentProcessId());
@@ -73,17 +74,17 @@ protected:
         RegCloseKey(key);
     }
 
-    ~OwnKey() override { RegDeleteTreeW(HKEY_LOCAL_MACHINE, path_.toStdWString().c_str()); }
+    ~ScratchKey() override { RegDeleteTreeW(HKEY_LOCAL_MACHINE, path_.toStdWString().c_str()); }
 
     void add(const QString& name, const QString& type, const QString& data)
     {
-        systemSays(QStringLiteral("reg"),
-                   {QStringLiteral("add"), QStringLiteral("HKLM\\") + path_, QStringLiteral("/v"), name,
-                    QStringLiteral("/t"), type, QStringLiteral("/d"), data, QStringLiteral("/f")});
+        programOutput(QStringLiteral("reg"),
+                      {QStringLiteral("add"), QStringLiteral("HKLM\\") + path_, QStringLiteral("/v"), name,
+                       QStringLiteral("/t"), type, QStringLiteral("/d"), data, QStringLiteral("/f")});
     }
 };
 
-TEST_F(OwnKey, RegistryString_TextOutsideAscii_ComesWhole)
+TEST_F(ScratchKey, RegistryString_NonAsciiText_IsUnchanged)
 {
     const QString text = QString::fromUtf8("Gr\xc3\xb6\xc3\x9f"
                                            "e \xe7\xa3\x81\xe7\x9b\x98");
@@ -92,7 +93,7 @@ TEST_F(OwnKey, RegistryString_TextOutsideAscii_ComesWhole)
     EXPECT_EQ(Platform::instance().registryString(path_, QStringLiteral("text")), text);
 }
 
-TEST_F(OwnKey, RegistryString_EmptyText_IsAnEmptyTextAndNotNothing)
+TEST_F(ScratchKey, RegistryString_EmptyText_IsAnEmptyString)
 {
     add(QStringLiteral("empty"), QStringLiteral("REG_SZ"), QString());
     const auto text = Platform::instance().registryString(path_, QStringLiteral("empty"));
@@ -100,21 +101,21 @@ TEST_F(OwnKey, RegistryString_EmptyText_IsAnEmptyTextAndNotNothing)
     EXPECT_EQ(*text, QString());
 }
 
-TEST_F(OwnKey, RegistryString_Number_IsMissing)
+TEST_F(ScratchKey, RegistryString_Number_IsNullopt)
 {
     add(QStringLiteral("number"), QStringLiteral("REG_DWORD"), QStringLiteral("64"));
     ASSERT_EQ(regValue(path_, QStringLiteral("number")), QStringLiteral("0x40"));
     EXPECT_FALSE(Platform::instance().registryString(path_, QStringLiteral("number")).has_value());
 }
 
-TEST_F(OwnKey, RegistryString_TextWithVariables_IsExpandedBySystem)
+TEST_F(ScratchKey, RegistryString_TextWithVariables_IsExpandedByTheSystem)
 {
     add(QStringLiteral("path"), QStringLiteral("REG_EXPAND_SZ"), QStringLiteral("%SystemRoot%\\bin"));
     EXPECT_EQ(Platform::instance().registryString(path_, QStringLiteral("path")),
               qEnvironmentVariable("SystemRoot") + QStringLiteral("\\bin"));
 }
 
-TEST_F(OwnKey, RegistryString_SecondTerminatingZero_IsPartOfTheText)
+TEST_F(ScratchKey, RegistryString_SecondTerminatingZero_IsPartOfTheString)
 {
     const std::wstring data(L"ARM64\0\0", 7);
     ASSERT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, path_.toStdWString().c_str(), L"zeros", REG_SZ, data.data(),
@@ -125,15 +126,15 @@ TEST_F(OwnKey, RegistryString_SecondTerminatingZero_IsPartOfTheText)
     EXPECT_EQ(*text, QString::fromLatin1("ARM64\0", 6));
 }
 
-TEST(WindowsVersion, IsWhatTheShellSays)
+TEST(WindowsVersion, EqualsTheOutputOfVer)
 {
-    const QRegularExpressionMatch said =
+    const QRegularExpressionMatch output =
         QRegularExpression(QStringLiteral("(\\d+)\\.(\\d+)\\."))
-            .match(systemSays(QStringLiteral("cmd"), {QStringLiteral("/c"), QStringLiteral("ver")}));
-    ASSERT_TRUE(said.hasMatch());
-    int major = said.captured(1).toInt();
-    int minor = said.captured(2).toInt();
-    // A program whose manifest names no later version is told 6.2 at most.
+            .match(programOutput(QStringLiteral("cmd"), {QStringLiteral("/c"), QStringLiteral("ver")}));
+    ASSERT_TRUE(output.hasMatch());
+    int major = output.captured(1).toInt();
+    int minor = output.captured(2).toInt();
+    // Windows reports at most 6.2 to a program without a manifest for later versions.
     if (major > 6 || minor > 2) {
         major = 6;
         minor = 2;
@@ -143,13 +144,13 @@ TEST(WindowsVersion, IsWhatTheShellSays)
     EXPECT_EQ(version.minor, minor);
 }
 
-TEST(FirmwareType, IsNothingExactlyWhereTheSystemLacksTheCall)
+TEST(FirmwareType, IsNulloptIfAndOnlyIfTheSystemLacksTheFunction)
 {
     const bool exported = GetProcAddress(GetModuleHandleW(L"kernel32"), "GetFirmwareType") != nullptr;
     EXPECT_EQ(Platform::instance().firmwareType().has_value(), exported);
 }
 
-TEST(FirmwareVariable, AnErrorThatWasSetBefore_IsNotTakenForTheAnswer)
+TEST(FirmwareVariable, EarlierLastError_IsNotReturned)
 {
     SetLastError(1234);
     EXPECT_NE(Platform::instance().firmwareVariableError(), 1234u);
@@ -160,7 +161,7 @@ TEST(FirmwareVariable, AnErrorThatWasSetBefore_IsNotTakenForTheAnswer)
     EXPECT_EQ(Platform::instance().firmwareVariableError(), GetLastError());
 }
 
-TEST(InstalledMemory, IsWhatTheMemoryChipsSumUpTo)
+TEST(InstalledMemory, EqualsTheSumOfTheMemoryChips)
 {
     if (!hasWmic())
         GTEST_SKIP() << "this system has no wmic";
@@ -172,18 +173,17 @@ TEST(InstalledMemory, IsWhatTheMemoryChipsSumUpTo)
     EXPECT_EQ(*kib, bytes / 1024);
 }
 
-// What wmic calls the size of a volume leaves out what is kept for an administrator; the system below does
-// not.
+// Read from the system below Wine, because wmic does not count the blocks reserved for the administrator.
 quint64 sizeOfSystemDrive()
 {
     const QTemporaryDir folder;
     const QString program = folder.filePath(QStringLiteral("statfs.exe"));
     writeScript(program, "stat -f -c '%b %S' \"$WINEPREFIX/dosdevices/c:/\"\n");
-    const QStringList said = systemSays(program, {}).split(QLatin1Char(' '));
-    return said.value(0).toULongLong() * said.value(1).toULongLong();
+    const QStringList fields = programOutput(program, {}).split(QLatin1Char(' '));
+    return fields.value(0).toULongLong() * fields.value(1).toULongLong();
 }
 
-TEST(VolumeGeometry, ProductIsTheSizeOfTheVolume)
+TEST(VolumeGeometry, Product_EqualsTheSizeOfTheVolume)
 {
     if (!runsUnderWine())
         GTEST_SKIP() << "the size comes from the system below Wine";
@@ -192,12 +192,12 @@ TEST(VolumeGeometry, ProductIsTheSizeOfTheVolume)
     EXPECT_GT(volume->bytesPerSector, 0u);
     const quint64 cluster = volume->sectorsPerCluster * volume->bytesPerSector;
     ASSERT_GT(cluster, 0u);
-    // The old call counts clusters in 31 bits and so stops short of 2 TiB with small clusters.
+    // The function counts clusters in 31 bits, which limits volumes with small clusters.
     const quint64 limit = cluster * 0x7fffffffull;
     EXPECT_EQ(cluster * volume->clusters, std::min(sizeOfSystemDrive() / cluster * cluster, limit));
 }
 
-TEST(VolumeGeometry, LetterWithoutVolume_IsNothing)
+TEST(VolumeGeometry, LetterWithoutVolume_IsNullopt)
 {
     char root[] = "Z:";
     while (root[0] > 'A' && (GetLogicalDrives() >> (root[0] - 'A') & 1) != 0)

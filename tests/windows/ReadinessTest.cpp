@@ -1,8 +1,8 @@
-// The readiness checks over the system's own platform: real rows of WMI, real memory and volume, and commands
-// that are found where the system looks for them. What this system cannot tell is given: firmware and TPM.
+// The readiness checks with the Windows platform: real WMI rows, memory and volume, and commands found
+// through the system's search order. Firmware and TPM are fakes, because the test system may not have them.
 #include "platform/windows/PlatformWindows.h"
 #include "tests/support/ScratchApplication.h"
-#include "tests/windows/OtherRoad.h"
+#include "tests/windows/SystemTools.h"
 #include "tests/windows/Wine.h"
 #include "win11/Win11Check.h"
 
@@ -26,22 +26,22 @@ QByteArray utf16(const QString& text)
            QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * int(sizeof(ushort)));
 }
 
-// The system's own answers but for what is given, and a record of the questions.
-class PartlyGiven : public PlatformWindows
+// Returns the system's values unless a test sets them, and records the queries.
+class PartlyFakedPlatform : public PlatformWindows
 {
 public:
     std::optional<quint32> firmware;
     std::vector<QVariantMap> tpm;
-    mutable QStringList asked;
+    mutable QStringList queries;
 
     std::optional<quint32> firmwareType() const override
     {
-        asked << QStringLiteral("firmware");
+        queries << QStringLiteral("firmware");
         return firmware ? firmware : PlatformWindows::firmwareType();
     }
     quint32 firmwareVariableError() const override
     {
-        asked << QStringLiteral("variable");
+        queries << QStringLiteral("variable");
         return PlatformWindows::firmwareVariableError();
     }
     WindowsVersion windowsVersion() const override
@@ -50,7 +50,7 @@ public:
     }
     std::optional<quint64> installedMemoryKib() const override
     {
-        asked << QStringLiteral("memory");
+        queries << QStringLiteral("memory");
         return PlatformWindows::installedMemoryKib();
     }
     std::vector<QVariantMap> wmiQuery(const QString& nameSpace, const QString& query,
@@ -58,12 +58,12 @@ public:
     {
         if (!nameSpace.endsWith(QLatin1String("MicrosoftTPM")))
             return PlatformWindows::wmiQuery(nameSpace, query, properties);
-        asked << QStringLiteral("tpm");
+        queries << QStringLiteral("tpm");
         return tpm.empty() ? PlatformWindows::wmiQuery(nameSpace, query, properties) : tpm;
     }
     void runHidden(const QString& command) const override
     {
-        asked << command.section(QLatin1Char(' '), 0, 0);
+        queries << command.section(QLatin1Char(' '), 0, 0);
         PlatformWindows::runHidden(command);
     }
 };
@@ -72,17 +72,17 @@ class Readiness : public testing::Test
 {
 protected:
     ScratchApplication application_;
-    PartlyGiven platform_;
+    PartlyFakedPlatform platform_;
     const Platform::Scope scope_{platform_};
 
-    // On a list, whatever this machine's processor is; the name comes by another road than the check's.
+    // Adds this machine's processor, as wmic names it, to every list.
     void SetUp() override
     {
         if (!hasWmic())
             GTEST_SKIP() << "this system has no wmic, which names the processor";
         if (belowTheThresholds())
             GTEST_SKIP() << "this machine has less than 4 GiB of memory or 64 GiB on C:";
-        const QByteArray name = wmicSays(QStringLiteral("cpu"), QStringLiteral("Name")).toUtf8();
+        const QByteArray name = wmicValue(QStringLiteral("cpu"), QStringLiteral("Name")).toUtf8();
         for (const char* vendor : {"AMD", "Intel", "Qualcomm"})
             ScratchApplication::write(
                 application_.root() +
@@ -92,7 +92,7 @@ protected:
             application_.root() + QStringLiteral("/Win11Checker/win11_cpu_whitelist.txt"), name + "\n");
     }
 
-    void giveFirmwareAndTpm()
+    void fakeFirmwareAndTpm()
     {
         platform_.firmware = 2;
         platform_.tpm = {{{QStringLiteral("IsActivated_InitialValue"), true},
@@ -100,9 +100,9 @@ protected:
                           {QStringLiteral("SpecVersion"), QStringLiteral("2.0, 0, 1.38")}}};
     }
 
-    // The working directory is searched before the system's own folders. Without an output the program writes
-    // no file.
-    void standIn(const QString& program, const std::optional<QByteArray>& output)
+    // The system searches the working directory before its own folders. Without output the stand-in does not
+    // write a file.
+    void addStandIn(const QString& program, const std::optional<QByteArray>& output)
     {
         const QString path = application_.current() + QLatin1Char('/') + program;
         ASSERT_TRUE(QFile::copy(builtProgram(), path));
@@ -110,8 +110,7 @@ protected:
             ScratchApplication::write(path + QStringLiteral(".out"), *output);
     }
 
-    // The command line with which a stand-in was started.
-    QString lineOf(const QString& program) const
+    QString commandLineOf(const QString& program) const
     {
         const QByteArray bytes = ScratchApplication::read(application_.current() + QLatin1Char('/') +
                                                           program + QStringLiteral(".line"));
@@ -141,7 +140,7 @@ private:
     }
 };
 
-TEST_F(Readiness, SystemThatDoesNotReportUefi_FailsThereAndAsksNoFurther)
+TEST_F(Readiness, SystemWithoutUefi_FailsWithoutFurtherQueries)
 {
     // Before version 6.2, which Wine may report, a variable is read instead.
     const PlatformWindows system;
@@ -150,10 +149,11 @@ TEST_F(Readiness, SystemThatDoesNotReportUefi_FailsThereAndAsksNoFurther)
     if (older ? system.firmwareVariableError() != 1 : system.firmwareType() == 2u)
         GTEST_SKIP() << "this system reports UEFI";
     EXPECT_FALSE(check());
-    EXPECT_EQ(platform_.asked, QStringList(older ? QStringLiteral("variable") : QStringLiteral("firmware")));
+    EXPECT_EQ(platform_.queries,
+              QStringList(older ? QStringLiteral("variable") : QStringLiteral("firmware")));
 }
 
-TEST_F(Readiness, NamespaceOfTheTpmNotReachable_FailsBeforeAnyCommandIsStarted)
+TEST_F(Readiness, UnreachableTpmNamespace_FailsBeforeACommandStarts)
 {
     if (!PlatformWindows()
              .wmiQuery(QStringLiteral("ROOT\\CIMV2\\Security\\MicrosoftTPM"),
@@ -162,55 +162,55 @@ TEST_F(Readiness, NamespaceOfTheTpmNotReachable_FailsBeforeAnyCommandIsStarted)
         GTEST_SKIP() << "this user may read this machine's TPM";
     platform_.firmware = 2;
     EXPECT_FALSE(check());
-    EXPECT_EQ(platform_.asked,
+    EXPECT_EQ(platform_.queries,
               QStringList({QStringLiteral("firmware"), QStringLiteral("memory"), QStringLiteral("tpm")}));
 }
 
-TEST_F(Readiness, EverythingThere_PassesAndStartsBothCommandsAsTold)
+TEST_F(Readiness, AllRequirementsMet_PassesAndStartsBothCommands)
 {
-    giveFirmwareAndTpm();
-    standIn(QStringLiteral("dxdiag.exe"), kDxdiagText);
-    standIn(QStringLiteral("powershell.exe"), utf16(QStringLiteral("False\r\n")));
+    fakeFirmwareAndTpm();
+    addStandIn(QStringLiteral("dxdiag.exe"), kDxdiagText);
+    addStandIn(QStringLiteral("powershell.exe"), utf16(QStringLiteral("False\r\n")));
     EXPECT_TRUE(check());
     const QString temp = QDir::toNativeSeparators(application_.temp()) + QLatin1Char('\\');
-    EXPECT_EQ(lineOf(QStringLiteral("dxdiag.exe")),
+    EXPECT_EQ(commandLineOf(QStringLiteral("dxdiag.exe")),
               QStringLiteral("dxdiag /whql:off /t ") + temp + QStringLiteral("TVDxCheck.txt"));
-    EXPECT_EQ(lineOf(QStringLiteral("powershell.exe")),
+    EXPECT_EQ(commandLineOf(QStringLiteral("powershell.exe")),
               QStringLiteral("powershell -Command Confirm-SecureBootUEFI | Out-File -FilePath  ") + temp +
                   QStringLiteral("TVSecBootCheck.txt"));
 }
 
-TEST_F(Readiness, DxdiagOfThisSystem_WritesItsFileAndFailsForWantOfADriverModel)
+TEST_F(Readiness, DxdiagWithoutADisplayDevice_WritesItsFileAndFails)
 {
     if (!runsUnderWine())
         GTEST_SKIP() << "only Wine's dxdiag writes no display device";
-    giveFirmwareAndTpm();
+    fakeFirmwareAndTpm();
     EXPECT_FALSE(check());
     const QByteArray text = ScratchApplication::read(application_.temp() + QStringLiteral("/TVDxCheck.txt"));
     EXPECT_TRUE(text.contains("DirectX")) << text.toStdString();
-    EXPECT_EQ(platform_.asked.last(), QStringLiteral("dxdiag"));
+    EXPECT_EQ(platform_.queries.last(), QStringLiteral("dxdiag"));
 }
 
-TEST_F(Readiness, PowershellOfThisSystem_WritesNothingAndFails)
+TEST_F(Readiness, PowershellStub_WritesNoFileAndFails)
 {
     if (!runsUnderWine())
         GTEST_SKIP() << "only Wine's powershell is a stub";
-    giveFirmwareAndTpm();
-    standIn(QStringLiteral("dxdiag.exe"), kDxdiagText);
+    fakeFirmwareAndTpm();
+    addStandIn(QStringLiteral("dxdiag.exe"), kDxdiagText);
     EXPECT_FALSE(check());
-    EXPECT_EQ(platform_.asked.last(), QStringLiteral("powershell"));
+    EXPECT_EQ(platform_.queries.last(), QStringLiteral("powershell"));
     EXPECT_FALSE(QFile::exists(application_.temp() + QStringLiteral("/TVSecBootCheck.txt")));
 }
 
-TEST_F(Readiness, FileOfAnEarlierRun_IsNotTakenForTheAnswer)
+TEST_F(Readiness, FileOfAnEarlierRun_IsIgnored)
 {
-    giveFirmwareAndTpm();
-    standIn(QStringLiteral("dxdiag.exe"), kDxdiagText);
-    standIn(QStringLiteral("powershell.exe"), std::nullopt);
+    fakeFirmwareAndTpm();
+    addStandIn(QStringLiteral("dxdiag.exe"), kDxdiagText);
+    addStandIn(QStringLiteral("powershell.exe"), std::nullopt);
     ScratchApplication::write(application_.temp() + QStringLiteral("/TVSecBootCheck.txt"),
                               utf16(QStringLiteral("True")));
     EXPECT_FALSE(check());
-    EXPECT_EQ(platform_.asked.last(), QStringLiteral("powershell"));
+    EXPECT_EQ(platform_.queries.last(), QStringLiteral("powershell"));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// Stands in for a command that writes a file: copies `<own path>.out` to the file that the last argument
-// names, and writes its command line to `<own path>.line`.
+// A stand-in for a command that writes a file: copies `<own path>.out` to the file named by the last
+// argument, and writes its command line to `<own path>.line`.
 #include <windows.h>
 
 #include <string>

@@ -1,5 +1,4 @@
-// A program that writes what it was started with into the file that its first argument names; then it waits
-// as many milliseconds as its second one says and ends.
+// StartupReport FILE MILLISECONDS: waits, then writes its startup information and command line to the file.
 #include <windows.h>
 
 #include <cstdio>

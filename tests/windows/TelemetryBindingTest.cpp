@@ -1,4 +1,4 @@
-// The closed telemetry library, found beside the module by the system's own calls.
+// The closed telemetry library, loaded from the module's folder with the system's functions.
 #include "telemetry/AliyunWrap.h"
 
 #include <QtCore/QCoreApplication>
@@ -29,8 +29,8 @@ QString loadedFrom(const wchar_t* module)
 class TelemetryBinding : public testing::Test
 {
 protected:
-    // Puts a stand-in under the library's name into a scratch folder and binds a table as a module there
-    // would.
+    // Copies a stand-in under the library's name to a scratch folder, and binds a table as for a module in
+    // that folder.
     AliyunWrapTable* bind(const QString& standIn)
     {
         if (!standIn.isEmpty()) {
@@ -47,13 +47,13 @@ protected:
     AliyunWrapTable table_;
 };
 
-TEST(ModuleFile, IsTheFileThatHoldsTheBinding)
+TEST(ModuleFile, IsTheFileThatContainsTheBinding)
 {
     EXPECT_EQ(QDir::fromNativeSeparators(QString::fromStdWString(ModuleAccess::system().moduleFileName())),
               QCoreApplication::applicationFilePath());
 }
 
-TEST_F(TelemetryBinding, WholeLibrary_FillsTheTableInItsOrder)
+TEST_F(TelemetryBinding, CompleteLibrary_FillsTheTableInOrder)
 {
     const char* const names[] = {"AliyunOpenSession",
                                  "AliyunCloseSession",
@@ -71,7 +71,7 @@ TEST_F(TelemetryBinding, WholeLibrary_FillsTheTableInItsOrder)
                                  "AliyunStopProcess",
                                  "AliyunGetKeyValue",
                                  "AliyunSetKeyValue"};
-    const AliyunWrapTable* table = bind(QStringLiteral("AliyunWrapWhole.dll"));
+    const AliyunWrapTable* table = bind(QStringLiteral("AliyunWrapComplete.dll"));
     ASSERT_NE(table->module, nullptr);
     ASSERT_EQ(table->entryPoints.size(), std::size(names));
     for (std::size_t i = 0; i < std::size(names); ++i) {
@@ -82,7 +82,7 @@ TEST_F(TelemetryBinding, WholeLibrary_FillsTheTableInItsOrder)
     }
 }
 
-TEST_F(TelemetryBinding, LibraryWithGaps_LeavesThoseAloneNull)
+TEST_F(TelemetryBinding, LibraryWithMissingEntryPoints_LeavesOnlyThoseNull)
 {
     const AliyunWrapTable* table = bind(QStringLiteral("AliyunWrapGaps.dll"));
     ASSERT_NE(table->module, nullptr);
@@ -90,7 +90,7 @@ TEST_F(TelemetryBinding, LibraryWithGaps_LeavesThoseAloneNull)
         EXPECT_EQ(table->entryPoints[i] == nullptr, i == 12 || i == 15) << i;
 }
 
-TEST_F(TelemetryBinding, NoLibraryBesideTheModule_LeavesTheTableEmpty)
+TEST_F(TelemetryBinding, MissingLibrary_LeavesTheTableEmpty)
 {
     const AliyunWrapTable* table = bind(QString());
     EXPECT_EQ(table->module, nullptr);
@@ -98,26 +98,26 @@ TEST_F(TelemetryBinding, NoLibraryBesideTheModule_LeavesTheTableEmpty)
         EXPECT_EQ(entry, nullptr);
 }
 
-TEST_F(TelemetryBinding, FileThatIsNoLibrary_LeavesTheTableEmpty)
+TEST_F(TelemetryBinding, FileThatIsNotALibrary_LeavesTheTableEmpty)
 {
     QFile file(folder_.filePath(kLibrary));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("not a library");
     file.close();
-    // Windows would ask the user about such a file, and wait.
+    // Otherwise Windows shows a dialog about such a file and waits.
     SetErrorMode(SEM_FAILCRITICALERRORS);
     EXPECT_EQ(bind(QString())->module, nullptr);
 }
 
-// The module itself, as a host loads it from a folder that is not the host's own.
-TEST_F(TelemetryBinding, Component_LoadsTheLibraryOfItsOwnFolderWhenItLoads)
+// The real module, loaded from a folder other than the host's.
+TEST_F(TelemetryBinding, Component_LoadsTheLibraryFromItsOwnFolder)
 {
     const QString built = qEnvironmentVariable("AIBRIDGE_BUILD_DIR") + QStringLiteral("/bin/");
     for (const char* name : {"AIBridge.dll", "libZorLog.dll", "libUIUtility.dll", "libLLFProc.dll"}) {
         const QString file = QString::fromLatin1(name);
         ASSERT_TRUE(QFile::copy(built + file, folder_.filePath(file))) << name;
     }
-    ASSERT_TRUE(QFile::copy(ownFile(QStringLiteral("AliyunWrapWhole.dll")), folder_.filePath(kLibrary)));
+    ASSERT_TRUE(QFile::copy(ownFile(QStringLiteral("AliyunWrapComplete.dll")), folder_.filePath(kLibrary)));
     ASSERT_EQ(GetModuleHandleW(L"AliyunWrap.DLL"), nullptr);
     const QString path = QDir::toNativeSeparators(folder_.filePath(QStringLiteral("AIBridge.dll")));
     const HMODULE component =

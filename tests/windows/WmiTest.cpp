@@ -1,6 +1,6 @@
-// Queries through COM against what the system's own command line for them prints.
+// WMI queries through COM, compared with the output of wmic.
 #include "platform/Platform.h"
-#include "tests/windows/OtherRoad.h"
+#include "tests/windows/SystemTools.h"
 #include "tests/windows/Wine.h"
 
 #include <gtest/gtest.h>
@@ -39,7 +39,7 @@ TEST_F(WmiAndWmic, Processor_HasTheNameWidthAndCountsThatWmicPrints)
          {"Name", "AddressWidth", "NumberOfCores", "NumberOfLogicalProcessors", "MaxClockSpeed"}) {
         const QString property = QString::fromLatin1(name);
         EXPECT_EQ(rows.front().value(property).toString().trimmed(),
-                  wmicSays(QStringLiteral("cpu"), property))
+                  wmicValue(QStringLiteral("cpu"), property))
             << name;
     }
     EXPECT_EQ(rows.front().value(QStringLiteral("Name")).userType(), int(QMetaType::QString));
@@ -51,10 +51,10 @@ TEST_F(WmiAndWmic, OperatingSystem_HasTheArchitectureThatWmicPrints)
     const auto rows = query(QStringLiteral("Win32_OperatingSystem"), {QStringLiteral("OSArchitecture")});
     ASSERT_EQ(rows.size(), 1u);
     EXPECT_EQ(rows.front().value(QStringLiteral("OSArchitecture")).toString(),
-              wmicSays(QStringLiteral("os"), QStringLiteral("OSArchitecture")));
+              wmicValue(QStringLiteral("os"), QStringLiteral("OSArchitecture")));
 }
 
-TEST_F(WmiAndWmic, ManyRows_ComeAllInTheOrderOfWmic)
+TEST_F(WmiAndWmic, ManyRows_AreReturnedInTheOrderOfWmic)
 {
     const auto rows = query(QStringLiteral("Win32_LogicalDisk"), {QStringLiteral("DeviceID")});
     QStringList letters;
@@ -62,11 +62,11 @@ TEST_F(WmiAndWmic, ManyRows_ComeAllInTheOrderOfWmic)
         letters << row.value(QStringLiteral("DeviceID")).toString();
     EXPECT_EQ(letters, wmicRows(QStringLiteral("logicaldisk"), QStringLiteral("DeviceID")));
     if (letters.size() < 2 && !runsUnderWine())
-        GTEST_SKIP() << "one drive letter only: a second row cannot be seen here";
+        GTEST_SKIP() << "this system has only one drive letter";
     EXPECT_GE(letters.size(), 2);
 }
 
-TEST(Wmi, PropertyThatTheRowLacks_IsInvalidAndTheOthersCome)
+TEST(Wmi, MissingProperty_IsInvalidAndTheOthersAreReturned)
 {
     const auto rows = query(QStringLiteral("Win32_OperatingSystem"),
                             {QStringLiteral("NoSuchProperty"), QStringLiteral("OSArchitecture")});
@@ -75,7 +75,7 @@ TEST(Wmi, PropertyThatTheRowLacks_IsInvalidAndTheOthersCome)
     EXPECT_TRUE(rows.front().value(QStringLiteral("OSArchitecture")).isValid());
 }
 
-TEST(Wmi, NamespaceThatCannotBeReached_GivesNoRow)
+TEST(Wmi, UnreachableNamespace_ReturnsZeroRows)
 {
     EXPECT_TRUE(Platform::instance()
                     .wmiQuery(QStringLiteral("ROOT\\NoSuchNamespace"),
@@ -83,14 +83,14 @@ TEST(Wmi, NamespaceThatCannotBeReached_GivesNoRow)
                     .empty());
 }
 
-TEST(Wmi, TextThatIsNoQuery_GivesNoRow)
+TEST(Wmi, InvalidQuery_ReturnsZeroRows)
 {
     EXPECT_TRUE(Platform::instance()
-                    .wmiQuery(kMachine, QStringLiteral("what is there?"), {QStringLiteral("Name")})
+                    .wmiQuery(kMachine, QStringLiteral("not a query"), {QStringLiteral("Name")})
                     .empty());
 }
 
-TEST(Wmi, ThreadWithComOfAnotherKind_IsAnsweredAllTheSame)
+TEST(Wmi, ThreadInASingleThreadedApartment_ReceivesRows)
 {
     std::size_t rows = 0;
     std::thread other([&rows] {

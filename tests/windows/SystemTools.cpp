@@ -1,4 +1,4 @@
-#include "tests/windows/OtherRoad.h"
+#include "tests/windows/SystemTools.h"
 
 #include <QtCore/QProcess>
 
@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kLimitMs = 60000;
 
-// wmic writes 16-bit text with a mark at its front, the others 8-bit text.
+// wmic writes UTF-16 with a byte order mark, the other programs 8-bit text.
 QString decoded(const QByteArray& bytes)
 {
     if (bytes.startsWith("\xff\xfe"))
@@ -21,7 +21,7 @@ QString decoded(const QByteArray& bytes)
 
 } // namespace
 
-QString systemSays(const QString& program, const QStringList& arguments)
+QString programOutput(const QString& program, const QStringList& arguments)
 {
     QProcess process;
     process.start(program, arguments);
@@ -34,7 +34,7 @@ QString systemSays(const QString& program, const QStringList& arguments)
 
 QStringList wmicRows(const QString& alias, const QString& property)
 {
-    QStringList rows = systemSays(QStringLiteral("wmic"), {alias, QStringLiteral("get"), property})
+    QStringList rows = programOutput(QStringLiteral("wmic"), {alias, QStringLiteral("get"), property})
                            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (QString& row : rows)
         row = row.trimmed();
@@ -46,13 +46,13 @@ QStringList wmicRows(const QString& alias, const QString& property)
     return rows.mid(1);
 }
 
-QString wmicSays(const QString& alias, const QString& property)
+QString wmicValue(const QString& alias, const QString& property)
 {
     return wmicRows(alias, property).value(0);
 }
 
 bool hasWmic()
 {
-    // Not below Path alone on every system, but where the system's own calls find it.
+    // The same search as CreateProcess, which covers more folders than Path.
     return SearchPathW(nullptr, L"wmic", L".exe", 0, nullptr, nullptr) != 0;
 }
