@@ -16,7 +16,7 @@ FirmwareCalls reporting(quint32 type, bool succeeds = true)
         return succeeds;
     };
     calls.variableError = [] {
-        ADD_FAILURE() << "a variable was read although the system reports its type";
+        ADD_FAILURE() << "the variable was read although the system reports its type";
         return quint32(998);
     };
     return calls;

@@ -40,7 +40,7 @@ std::vector<Finding> notFound(const std::vector<Finding>& findings)
     return rest;
 }
 
-TEST(HostCheck, CompleteHost_HasEverything)
+TEST(HostCheck, CompleteHost_HasEveryMember)
 {
     RecordingHost host;
     const std::vector<Finding> findings = check(host);
@@ -50,7 +50,7 @@ TEST(HostCheck, CompleteHost_HasEverything)
         hostcheck::tableOf(findings).endsWith("38 checked: 38 found, 0 missing, 0 with another signature"));
 }
 
-TEST(HostCheck, EmptyApplication_HasNothing)
+TEST(HostCheck, EmptyApplication_LacksEveryMember)
 {
     const QQmlApplicationEngine engine;
     const std::vector<Finding> findings = hostcheck::checkHost(engine);

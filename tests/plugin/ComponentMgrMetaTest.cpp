@@ -49,7 +49,7 @@ TEST(ComponentMgrMeta, Methods_HaveFixedIndexes)
     }
 }
 
-TEST(ComponentMgrMeta, Components_IsTheOnlyPropertyReadOnlyAndHasANotifySignal)
+TEST(ComponentMgrMeta, Components_IsTheOnlyPropertyAndIsReadOnlyWithANotifySignal)
 {
     const QMetaObject& meta = CComponentMgr::staticMetaObject;
     ASSERT_EQ(meta.propertyCount() - meta.propertyOffset(), 1);

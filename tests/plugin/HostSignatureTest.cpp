@@ -433,7 +433,7 @@ public:
     Q_INVOKABLE bool doFunFromAI(uint number, QVariantMap params) { return record(number, params); }
     Q_INVOKABLE bool doFunFromAI(int, QVariantMap)
     {
-        ADD_FAILURE() << "the second overload";
+        ADD_FAILURE() << "the second overload was called";
         return true;
     }
 };

@@ -247,7 +247,7 @@ TEST(ServerThread, StopWithThreeClientsInMidCall_EachIsAnswered)
     QSemaphore entered;
     QSemaphore leave;
     RecordingHost host;
-    // The tools call this member on their connection threads, so all three can be inside it at once.
+    // The tools call this member on their connection threads, so three calls can overlap.
     host.spec("deviceMgr").answer("disks", [&](const QVariantList&) {
         entered.release();
         leave.acquire();
@@ -413,7 +413,7 @@ TEST(ServerStop, InterruptBeforeListen_InterruptsTheFirstAccept)
     socket.listen();
     try {
         socket.accept();
-        FAIL() << "accepted";
+        FAIL() << "accept returned";
     } catch (const apache::thrift::transport::TTransportException& exception) {
         EXPECT_EQ(exception.getType(), apache::thrift::transport::TTransportException::INTERRUPTED);
     }

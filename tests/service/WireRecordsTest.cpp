@@ -214,7 +214,7 @@ TEST(WireDispatch, GeneratedClient_ThrowsTheHandlersException)
     GeneratedClient client(server.port());
     try {
         client->Init();
-        FAIL() << "no exception";
+        FAIL() << "Init did not throw";
     } catch (const apache::thrift::TApplicationException& exception) {
         EXPECT_EQ(exception.getType(), apache::thrift::TApplicationException::UNKNOWN);
         EXPECT_STREQ(exception.what(), "h\xc3\xa4ngt");

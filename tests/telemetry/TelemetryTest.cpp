@@ -1,4 +1,4 @@
-// One event to the host, each way in which it can be lost, and the test of the processor.
+// An event to the host, each way in which it can be lost, and the processor check.
 #include "telemetry/Telemetry.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/RecordingHost.h"
@@ -89,7 +89,7 @@ TEST_F(Telemetry, WithAMethodOfMoreArguments_TheEventIsLost)
     expectLost();
 }
 
-TEST(Arm64, IsTheMachinesOwnWordExactly)
+TEST(Arm64, RegistryValue_MustBeExactlyARM64)
 {
     FakePlatform platform;
     const Platform::Scope scope(platform);
@@ -106,8 +106,8 @@ TEST(Arm64, IsTheMachinesOwnWordExactly)
     EXPECT_FALSE(isArm64Machine());
 }
 
-// The platform has cut the terminating zero already; nothing is cut a second time.
-TEST(Arm64, WithAZeroAfterTheWord_IsAnotherText)
+// The platform has already removed the terminating zero, so another one is part of the string.
+TEST(Arm64, RegistryValueWithAnExtraZero_DoesNotMatch)
 {
     FakePlatform platform;
     const Platform::Scope scope(platform);
@@ -118,7 +118,7 @@ TEST(Arm64, WithAZeroAfterTheWord_IsAnotherText)
     EXPECT_TRUE(isArm64Machine());
 }
 
-TEST(Arm64, DoesNotGoByTheEnvironmentOfTheProcess)
+TEST(Arm64, EnvironmentOfTheProcess_IsIgnored)
 {
     const FakePlatform platform;
     const Platform::Scope scope(platform);
