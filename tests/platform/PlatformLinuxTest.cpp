@@ -42,6 +42,19 @@ QByteArray cpuBlock(int number, int socket, const char* flags = "fpu lm sse2")
            "\ncpu cores\t: 2\nflags\t\t: " + flags + "\n\n";
 }
 
+TEST_F(PlatformLinuxMachine, SystemDirectory_IsOnDriveC)
+{
+    EXPECT_EQ(platform().systemDirectory(), "C:\\Windows\\system32");
+}
+
+TEST_F(PlatformLinuxMachine, RegistryString_HasNoAnswer)
+{
+    const auto text = platform().registryString(
+        QStringLiteral("SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment"),
+        QStringLiteral("PROCESSOR_ARCHITECTURE"));
+    EXPECT_FALSE(text.has_value());
+}
+
 TEST_F(PlatformLinuxMachine, FirmwareType_WithEfiFolder_IsUefi)
 {
     folder(QStringLiteral("/sys/firmware/efi"));
