@@ -1,191 +1,439 @@
-#!/usr/bin/env python3
-"""Changes the library in one place at a time and sees whether the tests notice.
+"""Changes of the library that the contract forbids, by area.
 
-Usage: mutations.py TREE BUILD [NAME...]: TREE is a copy of the sources that may be changed, BUILD its configured
-build folder. Exit code 1 if a change survives.
+Each row: a statement of the changed behaviour, a file of the library (its base name, or the end of its path where two
+files share a base name), a snippet that occurs exactly once in the file, its replacement, and the test program that
+must fail.
 """
-import os
-import pathlib
-import subprocess
-import sys
 
-# Name, file, the text that stands there once, what it becomes, and the test program that must fail.
-MUTATIONS = [
-    # Limits.
-    ("the pause after a call is shorter", "service/ZorHandleGate.cpp", "kPauseMs = 2000", "kPauseMs = 1999",
+GATE = [
+    ("the pause after a call is 1999 milliseconds", "ZorHandleGate.cpp", "kPauseMs = 2000", "kPauseMs = 1999",
      "test_gate"),
-    ("the first port is another", "service/PortSearch.cpp", "kFirstPort = 9090", "kFirstPort = 9091",
-     "test_port_search"),
-    ("the last port is the last but one", "service/PortSearch.cpp", "kLastPort = 65534", "kLastPort = 65533",
-     "test_port_search"),
-    ("a fourth client is served", "service/ToolServer.cpp", "kClientLimit = 3", "kClientLimit = 4",
-     "test_server_thread"),
-    ("exactly 85 percent is short of space", "recscan/SpaceCases.cpp", "usedRatio(partition) > kRatioLimit",
-     "usedRatio(partition) >= kRatioLimit", "test_scan_limits"),
-    ("5 GiB free is short of space", "recscan/SpaceCases.cpp", "freeBytes(partition) < kFreeLimit",
-     "freeBytes(partition) <= kFreeLimit", "test_scan_limits"),
-    ("32 GiB of FAT32 is large", "recscan/VolumeCases.cpp", "static_cast<quint64>(partition.rawCapacity) > kLargeFat32",
-     "static_cast<quint64>(partition.rawCapacity) >= kLargeFat32", "test_scan_limits"),
-    ("2 TiB wastes space", "recscan/DiskCases.cpp", "candidate.totalCapacity > kMbrLimit",
-     "candidate.totalCapacity >= kMbrLimit", "test_scan_limits"),
-    ("3 GiB of memory are enough", "win11/Win11Check.cpp", "kLeastMemoryGib = 4", "kLeastMemoryGib = 3",
-     "test_readiness"),
-    ("a volume of 63 GiB is enough", "win11/Win11Check.cpp", ">> 30 >= kLeastVolumeGib", ">> 30 >= kLeastVolumeGib - 1",
-     "test_readiness"),
-    ("a region that fits exactly is passed over", "tools/Inventory.cpp", "record.rawCapacity >= size",
-     "record.rawCapacity > size", "test_inventory"),
-    # Orders.
-    ("the guide is closed after the order", "tools/Dispatch.cpp",
-     "    closeGuide();\n    page.order(ConnectionRule::Call, functionIndex, params);",
-     "    page.order(ConnectionRule::Call, functionIndex, params);\n    closeGuide();", "test_dispatch"),
-    ("the chat port is published in the place of the other", "service/AIFuncallThread.cpp",
-     'qputenv("AGENT_NATIVE_PORT", QString::number(nativePort)',
-     'qputenv("AGENT_NATIVE_PORT", QString::number(chatPort)', "test_service_config"),
-    ("the later of two lists stays", "tools/Inventory.cpp", "byDisk.emplace(diskIndex, std::move(records));",
-     "byDisk[diskIndex] = std::move(records);", "test_inventory"),
-    ("firmware is checked before the processor", "win11/Win11Check.cpp",
-     "{&Win11Check::checkProcessor, &Win11Check::checkFirmware,",
-     "{&Win11Check::checkFirmware, &Win11Check::checkProcessor,", "test_readiness"),
-    ("a busy host is asked before an open dialog", "service/ZorHandleGate.cpp",
+    ("an open dialog is refused with the sentence for a busy host", "ZorHandleGate.cpp",
      "answer.__set_reasons(kInProgress);", "answer.__set_reasons(kInExecution);", "test_gate"),
-    ("the next case is remembered one too early", "recscan/RecScanThread.cpp", "now.state.nextCaseIndex = index + 1",
-     "now.state.nextCaseIndex = index", "test_scan_state"),
-    # Texts.
-    ("a refusal loses its stop", "service/ZorHandleGate.cpp", "please let me know!\";\nconst char* const kInExecution",
+    ("the refusal for an operation in progress ends without an exclamation mark", "ZorHandleGate.cpp",
+     "please let me know!\";\nconst char* const kInExecution",
      "please let me know\";\nconst char* const kInExecution", "test_gate"),
-    ("a trailing blank is trimmed", "recscan/VolumeCases.cpp", "cross-platform accessibility! \")",
-     "cross-platform accessibility!\")", "test_scan_cases"),
-    ("megabytes are spelled otherwise", "tools/SizeText.cpp", '+ " MB"', '+ " MiB"', "test_inventory"),
-    ("a BitLocker state is spelled otherwise", "tools/InventoryRecords.cpp", '"encryption unlocked"',
-     '"encryption-unlocked"', "test_inventory"),
-    # Key names and what stands under them.
-    ("the key of the question is another", "tools/Dispatch.cpp", '"TestFunValid"', '"testFunValid"', "test_dispatch"),
-    ("the new size goes under another key", "tools/PartitionTools.cpp",
-     'setParam(QStringLiteral("size"), bytes(newPartitionCapacity));',
-     'setParam(QStringLiteral("capacity"), bytes(newPartitionCapacity));', "test_tool_table"),
-    ("both merged letters are normalised", "tools/PartitionTools.cpp",
-     "    setParam(kDriveLetter, driveLetter1);", "    setParam(kDriveLetter, QVariant(normalisedLetter(driveLetter1)));",
-     "test_tool_table"),
-    ("no letter stands for a new partition", "tools/PartitionTools.cpp", 'QStringLiteral("dummy")',
-     "QString()", "test_tool_table"),
-    ("a clone's record goes under another key", "tools/CloneTask.cpp", 'result[QStringLiteral("errMsg")]',
-     'result[QStringLiteral("errorMsg")]', "test_guided_tools"),
-    ("the state's bytes change places", "recscan/ScanStateFile.cpp",
-     "stream << state.nextCaseIndex << state.referralDone;", "stream << state.referralDone << state.nextCaseIndex;",
-     "test_scan_state"),
-    ("a disk without a SSD flag is one", "tools/InventoryRecords.cpp", 'FLAG("isSSD", isSsd)', 'FLAG("isSsd", isSsd)',
-     "test_inventory"),
-    # The component and its manager.
-    ("the script engine owns the component", "plugin/ComponentBase.cpp", "QQmlEngine::CppOwnership",
-     "QQmlEngine::JavaScriptOwnership", "test_plugin_object"),
-    ("another pointer is stored for a null engine", "plugin/ComponentBase.cpp",
-     "    if (engine == nullptr)\n        return;\n    engine->rootContext()",
-     "    if (engine == nullptr)\n        engine_.store(reinterpret_cast<QQmlApplicationEngine*>(this));\n"
-     "    if (engine == nullptr)\n        return;\n    engine->rootContext()", "test_plugin_object"),
-    ("the first check-point follows the load", "plugin/ComponentMgr.cpp",
-     "    step(__LINE__);\n    // The library stays loaded when its QLibrary is destroyed.\n"
-     "    const ComponentFactory factory = library.load() ? componentFactory(library) : nullptr;\n",
-     "    // The library stays loaded when its QLibrary is destroyed.\n"
-     "    const ComponentFactory factory = library.load() ? componentFactory(library) : nullptr;\n    step(__LINE__);\n",
-     "test_component_mgr"),
-    ("init is outside its check-points", "plugin/ComponentMgr.cpp",
-     "    component->init();\n    step(__LINE__);\n", "    step(__LINE__);\n    component->init();\n", "test_component_mgr"),
-    ("a check-point after the announcement is missing", "plugin/ComponentMgr.cpp",
-     "    Q_EMIT sigNewComponent(name, parentCom);\n    step(__LINE__);\n",
-     "    Q_EMIT sigNewComponent(name, parentCom);\n", "test_component_mgr"),
-    ("the language is connected after the announcement", "plugin/ComponentMgr.cpp",
-     "    connectLanguage(contextObject(engine, QStringLiteral(\"multilanguage\")), component);\n"
-     "    step(__LINE__);\n    Q_EMIT sigNewComponent(name, parentCom);\n",
-     "    step(__LINE__);\n    Q_EMIT sigNewComponent(name, parentCom);\n"
-     "    connectLanguage(contextObject(engine, QStringLiteral(\"multilanguage\")), component);\n", "test_component_mgr"),
-    ("an invokable of the manager changes place", "plugin/ComponentMgr.h",
-     "    Q_INVOKABLE QObject* component(QString name);\n",
-     "    Q_INVOKABLE void reload() {}\n    Q_INVOKABLE QObject* component(QString name);\n", "test_component_mgr"),
-    ("the clock does not wrap at midnight", "plugin/TestTime.cpp", "elapsed < 0 ?", "elapsed < -dayMs ?",
-     "test_test_time"),
-    ("an unsigned parameter is not called", "plugin/HostSignature.cpp", "    case QMetaType::UInt:\n",
-     "", "test_host_signature"),
-    ("the scan ends before the service", "plugin/AIBridge.cpp",
-     "    if (serverThread != nullptr) {\n        serverThread->stopServer();",
-     "    if (recScanThread != nullptr) {\n        recScanThread->requestStop();\n"
-     "        recScanThread->wait(QDeadlineTimer(QDeadlineTimer::Forever));\n    }\n"
-     "    if (serverThread != nullptr) {\n        serverThread->stopServer();", "test_release"),
-    ("init after Release does nothing", "plugin/AIBridge.cpp", "    if (isServerRunning())\n        return;",
-     "    if (serverThread != nullptr)\n        return;", "test_service_rounds"),
-    # Widths, letters and selectors.
-    ("sizes are read as 32-bit numbers", "tools/InventoryRecords.cpp", "r.field = v.toLongLong();", "r.field = v.toInt();",
-     "test_inventory"),
-    ("the sector size of an offset is signed", "tools/InventoryRecords.cpp", "r.sectorSize = v.toULongLong();",
-     "r.sectorSize = static_cast<quint64>(v.toInt());", "test_inventory"),
-    ("the letter a stays small", "tools/Inventory.cpp", "letter >= 'a' && letter <= 'z'", "letter > 'a' && letter <= 'z'",
-     "test_inventory"),
-    ("the letter z stays small", "tools/Inventory.cpp", "letter >= 'a' && letter <= 'z'", "letter >= 'a' && letter < 'z'",
-     "test_inventory"),
-    ("an empty target letter is replaced", "tools/PartitionTools.cpp",
-     "setParam(kTargetDriveLetter, QVariant(normalisedLetter(targetDriveLetter)));",
-     "setParam(kTargetDriveLetter, QVariant(targetDriveLetter.empty() ? QStringLiteral(\"CreateNew\")\n"
-     "                                                                   : normalisedLetter(targetDriveLetter)));",
-     "test_page_tools"),
-    ("the selector of a cloned disk is the general one", "tools/CloneTools.cpp",
-     "withType(disk(bridge, destDiskIndex), CloneDisk), sourceDiskIndex);",
-     "withType(disk(bridge, destDiskIndex), CloneDisk), SelectNone);", "test_guided_tools"),
-    ("the system letter keeps its case", "tools/CloneTools.cpp", "rootPath.left(1).toUpper()", "rootPath.left(1)",
-     "test_guided_tools"),
-    ("an empty root has another letter", "tools/CloneTools.cpp", 'QStringLiteral("C")', 'QStringLiteral("D")',
-     "test_guided_tools"),
-    ("the message is logged with a null bridge", "service/ZorHandleGate.cpp",
+    ("the call is logged with a null bridge", "ZorHandleGate.cpp",
      "    if (bridge == nullptr)\n        return;\n    const QString call = QString::fromStdString(toolCalls);\n"
      "    qDebug() << \"CZorHandle::PreProcessing\" << __LINE__ << \"toolCalls0:\" << call;",
      "    const QString call = QString::fromStdString(toolCalls);\n"
      "    qDebug() << \"CZorHandle::PreProcessing\" << __LINE__ << \"toolCalls0:\" << call;\n"
      "    if (bridge == nullptr)\n        return;", "test_gate"),
+    ("an open dialog blocks only during the pause", "ZorHandleGate.cpp", "popuped || sinceLastCall()",
+     "popuped && sinceLastCall()", "test_gate"),
+    ("the event of an admitted call contains toolCalls instead of function", "ZorHandleGate.cpp",
+     'QVariantMap{{QStringLiteral("function"), call}}', 'QVariantMap{{QStringLiteral("toolCalls"), call}}',
+     "test_gate"),
+    ("an answer that only begins with Task Queued counts as queued", "ZorHandleGate.cpp", "result == kTaskQueued",
+     'result.rfind("Task Queued", 0) == 0', "test_gate"),
+    ("PostProcessing without a bridge does not restart the pause", "ZorHandleGate.cpp", "    lastCallEnd.restart();",
+     "    if (bridge != nullptr)\n        lastCallEnd.restart();", "test_gate"),
+    ("the answer is set after the order", "ZorHandle.cpp",
+     "    answer = kTaskQueued;\n    bridge->doFunFromAI(functionIndex, paramsCopy());",
+     "    bridge->doFunFromAI(functionIndex, paramsCopy());\n    answer = kTaskQueued;", "test_gate"),
+    ("a drive letter can be a digit", "ZorHandle.cpp", "(first >= 'A' && first <= 'Z')",
+     "(first >= '0' && first <= 'Z')", "test_gate"),
 ]
 
+SERVICE = [
+    ("the port search starts at 9091", "PortSearch.cpp", "kFirstPort = 9090", "kFirstPort = 9091",
+     "test_port_search"),
+    ("the port search ends at 65533", "PortSearch.cpp", "kLastPort = 65534", "kLastPort = 65533",
+     "test_port_search"),
+    ("the chat port can equal the native port", "PortSearch.cpp", "firstFreePort(hidden, *nativePort + 1)",
+     "firstFreePort(hidden, *nativePort)", "test_port_search"),
+    ("the error output of netstat is searched as well", "PortSearch.cpp", "    QProcess netstat;\n",
+     "    QProcess netstat;\n    netstat.setProcessChannelMode(QProcess::MergedChannels);\n", "test_port_search"),
+    ("four clients are served at a time", "ToolServer.cpp", "kClientLimit = 3", "kClientLimit = 4",
+     "test_server_thread"),
+    ("AGENT_NATIVE_PORT contains the chat port", "AIFuncallThread.cpp",
+     'qputenv("AGENT_NATIVE_PORT", QString::number(nativePort)',
+     'qputenv("AGENT_NATIVE_PORT", QString::number(chatPort)', "test_service_config"),
+    ("the address is read from main/address", "AIFuncallThread.cpp", '"main/aiAddress"', '"main/address"',
+     "test_service_config"),
+    ("the message limit counts over the life of a connection", "StreamTransport.cpp",
+     "    resetConsumedMessageSize();\n", "", "test_malformed_message"),
+    ("memory is reserved for the announced length of a string", "StreamTransport.cpp", "kPiece = 16 * 1024",
+     "kPiece = 2048u * 1024 * 1024", "test_malformed_message"),
+    ("a client that does not read is disconnected while the service runs", "ConnectionSocket.cpp",
+     "!waitToSend(*this) && *stopping_", "!waitToSend(*this)", "test_server_thread"),
+    ("an interrupt before listening is lost", "ServerSocket.cpp", "    *interrupted_ = true;\n", "",
+     "test_server_thread"),
+]
 
-def run(command, folder=None, **variables):
-    environment = dict(os.environ, **variables)
-    return subprocess.run(command, cwd=folder, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+TOOLS = [
+    ("the guide is closed after the order", "Dispatch.cpp",
+     "    closeGuide();\n    page.order(ConnectionRule::Call, functionIndex, params);",
+     "    page.order(ConnectionRule::Call, functionIndex, params);\n    closeGuide();", "test_dispatch"),
+    ("the key of the question is testFunValid", "Dispatch.cpp", '"TestFunValid"', '"testFunValid"', "test_dispatch"),
+    ("an order without a receiver leaves the guide open", "Dispatch.cpp",
+     "    closeGuide();\n    page.order(", "    if (page.isValid())\n        closeGuide();\n    page.order(",
+     "test_page_tools"),
+    ("ResizePartition sends the size as capacity", "PartitionTools.cpp",
+     'setParam(QStringLiteral("size"), bytes(newPartitionCapacity));',
+     'setParam(QStringLiteral("capacity"), bytes(newPartitionCapacity));', "test_tool_table"),
+    ("MergePartitions normalises both letters", "PartitionTools.cpp",
+     "    setParam(kDriveLetter, driveLetter1);", "    setParam(kDriveLetter, QVariant(normalisedLetter(driveLetter1)));",
+     "test_tool_table"),
+    ("a new partition has an empty drive letter", "PartitionTools.cpp", 'QStringLiteral("dummy")', "QString()",
+     "test_tool_table"),
+    ("an empty target letter becomes CreateNew", "PartitionTools.cpp",
+     "setParam(kTargetDriveLetter, QVariant(normalisedLetter(targetDriveLetter)));",
+     "setParam(kTargetDriveLetter, QVariant(targetDriveLetter.empty() ? QStringLiteral(\"CreateNew\")\n"
+     "                                                                   : normalisedLetter(targetDriveLetter)));",
+     "test_page_tools"),
+    ("a size is sent as an unsigned number", "PartitionTools.cpp", "QVariant(static_cast<qlonglong>(size))",
+     "QVariant(static_cast<qulonglong>(size))", "test_tool_table"),
+    ("the word for a new partition is CREATENEW", "PartitionTools.cpp", 'QStringLiteral("CreateNew")',
+     'QStringLiteral("CREATENEW")', "test_tool_table"),
+    ("the new drive letter has no colon", "PartitionTools.cpp",
+     "normalisedLetter(newDriveLetter) + QLatin1Char(':')", "normalisedLetter(newDriveLetter)", "test_tool_table"),
+    ("every negative region index is resolved", "PartitionTools.cpp", "unallocatedIndex == -1 &&",
+     "unallocatedIndex < 0 &&", "test_page_tools"),
+    ("a relative size is subtracted", "PartitionTools.cpp", "static_cast<uint64_t>(size) + static_cast",
+     "static_cast<uint64_t>(size) - static_cast", "test_page_tools"),
+    ("MigrateSystemDriveData sends only the letter", "DiskTools.cpp",
+     "QString::fromLocal8Bit(upperSystemDirectory()).toStdString()",
+     "QString::fromLocal8Bit(upperSystemDirectory()).left(1).toStdString()", "test_page_tools"),
+    ("WipeDisk sends the erase count as count", "DiskTools.cpp", 'QStringLiteral("eraseCount")',
+     'QStringLiteral("count")', "test_tool_table"),
+    ("an enabled pre-OS environment is installed again", "BootMediaTools.cpp",
+     "bridge == nullptr || bridge->isAlreadyPreOS()", "bridge == nullptr", "test_main_object_tools"),
+    ("the host is asked about the Windows installer media", "BootMediaTools.cpp", " || info.value(kIsBurn).toBool()",
+     "", "test_main_object_tools"),
+    ("the guide is closed after the question about boot media", "BootMediaTools.cpp",
+     "    closeGuide();\n    const bool valid = isBmFunValid(info);",
+     "    const bool valid = isBmFunValid(info);\n    closeGuide();", "test_main_object_tools"),
+    ("the letter of a USB drive is sent as driveLetter", "BootMediaTools.cpp", '"usbDriveLetter"', '"driveLetter"',
+     "test_tool_table"),
+    ("a scan of a virtual disk closes the guide", "RecoveryTools.cpp",
+     'return !record.value(QStringLiteral("isVirtualDisk"))',
+     'closeGuide();\n    return !record.value(QStringLiteral("isVirtualDisk"))', "test_main_object_tools"),
+    ("the health check searches the inventory on the application thread", "RecoveryTools.cpp",
+     "!isApplicationThread() && !hasPartitionsOf", "isApplicationThread() && !hasPartitionsOf",
+     "test_main_object_tools"),
+    ("the repair of RAW partitions is enabled", "RecoveryTools.cpp", "kRepairRawEnabled = false",
+     "kRepairRawEnabled = true", "test_main_object_tools"),
+    ("the boot repair starts without the host's question", "ToolBox.cpp", 'return "bootrepairEnabled";',
+     "return nullptr;", "test_tool_table"),
+    ("an allowed password reset without a toolbox is refused", "ToolBox.cpp", "return accepted;", "return false;",
+     "test_main_object_tools"),
+    ("Windows11UpgradeCheck closes the guide before its question", "UpgradeCheckTool.cpp",
+     "    QObject* page = contextObject(", "    closeGuide();\n    QObject* page = contextObject(",
+     "test_main_object_tools"),
+]
 
+GUIDED_TOOLS = [
+    ("a clone result contains errorMsg instead of errMsg", "CloneTask.cpp", 'result[QStringLiteral("errMsg")]',
+     'result[QStringLiteral("errorMsg")]', "test_guided_tools"),
+    ("the deduced clone type replaces the type of the tool", "CloneTask.cpp", "Q_UNUSED(candidate)",
+     "return candidate;", "test_guided_tools"),
+    ("the guide opens at the options in spite of an objection", "CloneTask.cpp",
+     "    if (verdict.errMsg.isEmpty())\n        verdict.page = PageOptions;", "    verdict.page = PageOptions;",
+     "test_guided_tools"),
+    ("CloneDiskToDisk uses the general selector", "CloneTools.cpp",
+     "withType(disk(bridge, destDiskIndex), CloneDisk), sourceDiskIndex);",
+     "withType(disk(bridge, destDiskIndex), CloneDisk), SelectNone);", "test_guided_tools"),
+    ("the system letter keeps its case", "CloneTools.cpp", "rootPath.left(1).toUpper()", "rootPath.left(1)",
+     "test_guided_tools"),
+    ("an empty root path means drive D", "CloneTools.cpp", 'QStringLiteral("C")', 'QStringLiteral("D")',
+     "test_guided_tools"),
+    ("a system clone without a target disk is refused", "CloneTools.cpp",
+     "targetDiskIndex != -1 && osDiskIndex != -1", "osDiskIndex != -1", "test_guided_tools"),
+    ("a partition conversion closes the guide", "ConversionTask.cpp",
+     "return emitConvertTask(bridge, funIdx, findPartitionRecord(",
+     "closeGuide();\n    return emitConvertTask(bridge, funIdx, findPartitionRecord(", "test_guided_tools"),
+    ("ConvertDiskToDynamic sends the number of ConvertDiskToBasic", "ConversionTools.cpp",
+     "queueDiskConversion(bridge, ConvertToDynamic, diskIndex)",
+     "queueDiskConversion(bridge, ConvertToBasic, diskIndex)", "test_tool_table"),
+    ("a letter on the first matching disk is found", "HostRecords.cpp", "result = found->toMap();",
+     "return found->toMap();", "test_guided_tools"),
+    ("the host's disks are listed with the flag true", "HostRecords.cpp", "ConnectionRule::Direct, selector, false",
+     "ConnectionRule::Direct, selector, true", "test_guided_tools"),
+    ("the host's disks are listed on the application thread", "HostRecords.cpp", '"disks", ConnectionRule::Direct',
+     '"disks", ConnectionRule::Call', "test_tool_table"),
+]
 
-def passes(tree, build, program):
-    """None if the program cannot be built."""
-    if run(["cmake", "--build", str(build), "--target", program]).returncode != 0:
-        return None
-    folder = build / "tests" / program
-    command = ["timeout", "300", str(folder / program), "--gtest_brief=1", "--gtest_fail_fast"]
-    return run(command, folder / "scratch", QT_QPA_PLATFORM="offscreen", AIBRIDGE_BUILD_DIR=str(build),
-               AIBRIDGE_SOURCE_DIR=str(tree)).returncode == 0
+INVENTORY = [
+    ("an unallocated region of exactly the requested size is skipped", "Inventory.cpp",
+     "record.rawCapacity >= size", "record.rawCapacity > size", "test_inventory"),
+    ("allocated partitions are counted among the unallocated regions", "Inventory.cpp",
+     "        if (!record.isUnallocated)\n            continue;",
+     "        if (!record.isUnallocated) {\n            ++place;\n            continue;\n        }", "test_inventory"),
+    ("the later of two partition lists with one disk index replaces the earlier", "Inventory.cpp",
+     "byDisk.emplace(diskIndex, std::move(records));", "byDisk[diskIndex] = std::move(records);", "test_inventory"),
+    ("a letter that has gone is forgotten", "Inventory.cpp",
+     "    for (auto& [letter, record] : fresh.byLetter)\n        partitionsByLetter[letter] = std::move(record);",
+     "    partitionsByLetter.swap(fresh.byLetter);", "test_inventory"),
+    ("an asterisk is found as a letter", "Inventory.cpp", '!record.driveLetter.empty() && record.driveLetter != "*"',
+     "!record.driveLetter.empty()", "test_inventory"),
+    ("lower-case a is not converted to upper case", "Inventory.cpp", "letter >= 'a' && letter <= 'z'",
+     "letter > 'a' && letter <= 'z'", "test_inventory"),
+    ("lower-case z is not converted to upper case", "Inventory.cpp", "letter >= 'a' && letter <= 'z'",
+     "letter >= 'a' && letter < 'z'", "test_inventory"),
+    ("the host's answer about 4K alignment is not negated", "Inventory.cpp", "disk.not4kAligned = !*aligned;",
+     "disk.not4kAligned = *aligned;", "test_inventory"),
+    ("a BitLocker state is spelled with a hyphen", "InventoryRecords.cpp", '"encryption unlocked"',
+     '"encryption-unlocked"', "test_inventory"),
+    ("the SSD flag is read from isSsd", "InventoryRecords.cpp", 'FLAG("isSSD", isSsd)', 'FLAG("isSsd", isSsd)',
+     "test_inventory"),
+    ("sizes are read as 32-bit numbers", "InventoryRecords.cpp", "r.field = v.toLongLong();", "r.field = v.toInt();",
+     "test_inventory"),
+    ("the sector size of an offset is signed", "InventoryRecords.cpp", "r.sectorSize = v.toULongLong();",
+     "r.sectorSize = static_cast<quint64>(v.toInt());", "test_inventory"),
+    ("the cluster size stays in sectors", "InventoryRecords.cpp", "product(read.clusterSectors, record.sectorSize)",
+     "product(read.clusterSectors, 1)", "test_inventory"),
+    ("the free space of a disk is never negative", "InventoryRecords.cpp",
+     "difference(record.totalCapacity, record.usedSize)",
+     "std::max<qint64>(0, difference(record.totalCapacity, record.usedSize))", "test_inventory"),
+    ("megabytes are spelled MiB", "SizeText.cpp", '+ " MB"', '+ " MiB"', "test_inventory"),
+    ("1024 megabytes are not written as 1.00 GB", "SizeText.cpp", "static_cast<int>(value) == 1024",
+     "static_cast<int>(value) == 1025", "test_inventory"),
+    ("bytes have no decimals", "SizeText.cpp", 'withDecimals(number, precision) + " Bytes"',
+     'withDecimals(number, 0) + " Bytes"', "test_inventory"),
+]
 
+SCAN = [
+    ("a used ratio of exactly 85 percent is short of space", "SpaceCases.cpp", "usedRatio(partition) > kRatioLimit",
+     "usedRatio(partition) >= kRatioLimit", "test_scan_limits"),
+    ("exactly 5 GiB of free space is short of space", "SpaceCases.cpp", "freeBytes(partition) < kFreeLimit",
+     "freeBytes(partition) <= kFreeLimit", "test_scan_limits"),
+    ("a locked volume counts as room", "SpaceCases.cpp", " || partition.bitlockerState == kBitLockerLocked", "",
+     "test_scan_limits"),
+    ("the layout of the system drive is offered for its letter alone", "SpaceCases.cpp",
+     "text.arg(drive->letter, drive->letter), drive->directory)",
+     "text.arg(drive->letter, drive->letter), drive->letter)", "test_scan_limits"),
+    ("a FAT32 volume of exactly 32 GiB is large", "VolumeCases.cpp",
+     "static_cast<quint64>(partition.rawCapacity) > kLargeFat32",
+     "static_cast<quint64>(partition.rawCapacity) >= kLargeFat32", "test_scan_limits"),
+    ("an external disk must be removable and attached by USB", "VolumeCases.cpp",
+     "!disk.isRemovable && !disk.isUsb", "!disk.isRemovable || !disk.isUsb", "test_scan_limits"),
+    ("boot media are offered on ARM64", "VolumeCases.cpp", '== "unencrypted" || isArm64Machine()',
+     '== "unencrypted"', "test_scan_limits"),
+    ("a message loses its trailing space", "VolumeCases.cpp", "cross-platform accessibility! \")",
+     "cross-platform accessibility!\")", "test_scan_cases"),
+    ("an MBR disk of exactly 2 TiB wastes space", "DiskCases.cpp", "candidate.totalCapacity > kMbrLimit",
+     "candidate.totalCapacity >= kMbrLimit", "test_scan_limits"),
+    ("the boot disk is never converted to GPT", "DiskCases.cpp",
+     "holdsBootPartition(subject, disk->diskIndex) && !MayBeSupportUEFI()",
+     "holdsBootPartition(subject, disk->diskIndex) || !MayBeSupportUEFI()", "test_scan_limits"),
+    ("the first disk with a matching partition decides", "CaseTools.cpp", "last = &*found;", "return &*found;",
+     "test_scan_limits"),
+    ("the cases of FAT32 and wasted space are exchanged", "ScanCases.cpp",
+     "checkWastedMbrSpace,    checkLargeFat32External,", "checkLargeFat32External, checkWastedMbrSpace,",
+     "test_scan_limits"),
+    ("an offline system's disk counts as the boot disk", "BootDisk.cpp",
+     'if (!disk.value(QStringLiteral("isOfflineBoot")).toBool())', "if (!disk.isEmpty())", "test_scan_cases"),
+    ("the checker page is asked on the scan thread", "Win10Case.cpp", "ConnectionRule::Blocking",
+     "ConnectionRule::Direct", "test_scan_cases"),
+    ("an exit code of 0 reports faulty boot entries", "BootChecker.cpp", "process->exitCode() != 0 &&",
+     "process->exitCode() >= 0 &&", "test_boot_checker"),
+    ("the boot checker is abandoned after 3 seconds", "BootChecker.h", "kBootCheckerLimitMs = 30000",
+     "kBootCheckerLimitMs = 3000", "test_boot_checker"),
+    ("the time of a record is a 64-bit number", "Recommendation.cpp",
+     "static_cast<uint>(QDateTime::currentSecsSinceEpoch())", "QDateTime::currentSecsSinceEpoch()",
+     "test_scan_cases"),
+    ("the buttons of a record are a QStringList", "Recommendation.cpp", '{QStringLiteral("buttons"), labels}',
+     '{QStringLiteral("buttons"), buttons}', "test_scan_cases"),
+    ("the next case index is saved one too low", "RecScanThread.cpp", "now.state.nextCaseIndex = index + 1",
+     "now.state.nextCaseIndex = index", "test_scan_state"),
+    ("the cases run in spite of a referral number", "RecScanThread.cpp",
+     "    if (referralId == kNoReferral)\n        scanCasesFrom(", "    scanCasesFrom(", "test_scan_state"),
+    ("an empty scan is reported by a signal", "RecScanThread.cpp",
+     "recScanThread != nullptr && recScanThread->hasResult()", "recScanThread != nullptr", "test_scan_state"),
+    ("the two fields of the state file are exchanged", "ScanStateFile.cpp",
+     "stream << state.nextCaseIndex << state.referralDone;", "stream << state.referralDone << state.nextCaseIndex;",
+     "test_scan_state"),
+]
 
-def judge(tree, build, mutation):
-    _, file, old, new, program = mutation
-    path = tree / file
-    text = path.read_text()
-    if text.count(old) != 1:
-        return f"stands there {text.count(old)} times"
-    path.write_text(text.replace(old, new))
-    try:
-        return {None: "does not build", True: "SURVIVED", False: "killed"}[passes(tree, build, program)]
-    finally:
-        path.write_text(text)
+REFERRAL_AND_ACTIONS = [
+    ("the referral number follows the first b", "Referral.cpp", "value.lastIndexOf(QLatin1Char('b'))",
+     "value.indexOf(QLatin1Char('b'))", "test_referral"),
+    ("the status of the referral service is not read", "Referral.cpp", '== QLatin1String("Success")',
+     '!= QLatin1String("Failure")', "test_referral"),
+    ("seo2fun.json is searched next to the application", "Referral.cpp",
+     'QFile file(QStringLiteral("seo2fun.json"));',
+     'QFile file(QCoreApplication::applicationDirPath() + QLatin1String("/seo2fun.json"));', "test_referral"),
+    ("the agent is asked to enable Secure Boot", "Referral.cpp",
+     'secureBoot ? QStringLiteral("convert_disk_to_gpt") : key',
+     'secureBoot ? QStringLiteral("enable_secure_boot") : key', "test_referral"),
+    ("the boot medium of a referral is created on disk 0", "ReferralActions.cpp", "t.CreateBootableUsbByDisk(a, -1)",
+     "t.CreateBootableUsbByDisk(a, 0)", "test_rec_actions"),
+    ("an answer takes effect at once", "RecAction.cpp", "kAnswerDelayMs = 100", "kAnswerDelayMs = 0",
+     "test_rec_actions"),
+    ("a rejected recommendation is not saved", "RecAction.cpp",
+     '    scan.saveScanState();\n    if (answer.value(QStringLiteral("result")).toInt() != 0)\n        return;',
+     '    if (answer.value(QStringLiteral("result")).toInt() != 0)\n        return;\n    scan.saveScanState();',
+     "test_rec_actions"),
+    ("the Windows 11 page takes precedence over a referral", "RecAction.cpp", "if (held.fromReferral)",
+     "if (held.fromReferral && !isCalledByWin11Checker(answer))", "test_rec_actions"),
+    ("the Windows 11 page converts the disk of the scan", "RecAction.cpp",
+     "isCalledByWin11Checker(answer) ? getBootDisk(scanOwner) : actionParams", "actionParams", "test_rec_actions"),
+]
 
+WIN11 = [
+    ("3 GiB of memory are sufficient", "Win11Check.cpp", "kLeastMemoryGib = 4", "kLeastMemoryGib = 3",
+     "test_readiness"),
+    ("a system volume of 63 GiB is sufficient", "Win11Check.cpp", ">> 30 >= kLeastVolumeGib",
+     ">> 30 >= kLeastVolumeGib - 1", "test_readiness"),
+    ("the firmware is checked before the processor", "Win11Check.cpp",
+     "{&Win11Check::checkProcessor, &Win11Check::checkFirmware,",
+     "{&Win11Check::checkFirmware, &Win11Check::checkProcessor,", "test_readiness"),
+    ("the size of drive D is checked", "Win11Check.cpp", 'QByteArrayLiteral("C:")', 'QByteArrayLiteral("D:")',
+     "test_readiness"),
+    ("a TPM of version 1.2 is sufficient", "ReadinessParsers.cpp", ">= 2.0", ">= 1.2", "test_readiness"),
+    ("DDI 12 is sufficient without a driver model", "ReadinessParsers.cpp", "hasDdi12 && model != ModelUnknown",
+     "hasDdi12 || model != ModelUnknown", "test_readiness"),
+    ("Secure Boot must be switched on", "ReadinessParsers.cpp",
+     'letters.contains("True") || letters.contains("False")', 'letters.contains("True")', "test_readiness"),
+    ("a line outside the name cancels an earlier match", "ProcessorLists.cpp",
+     "        if (name.contains(line))\n            result = tokensMatch(words(name), words(line));",
+     "        result = name.contains(line) && tokensMatch(words(name), words(line));", "test_processor_lists"),
+    ("trademarks are removed in any spelling", "ProcessorLists.cpp", "text.remove(QLatin1String(mark));",
+     "text.remove(QLatin1String(mark), Qt::CaseInsensitive);", "test_processor_lists"),
+    ("a shorter whitelist truncates the file", "ProcessorListFiles.cpp",
+     "file.open(QIODevice::ReadWrite))\n        file.write(text.toUtf8());",
+     "file.open(QIODevice::ReadWrite | QIODevice::Truncate))\n        file.write(text.toUtf8());",
+     "test_processor_lists"),
+    ("the AMD list is fetched first", "ProcessorListFiles.cpp", '{"intel", "amd", "qualcomm"}',
+     '{"amd", "intel", "qualcomm"}', "test_processor_lists"),
+]
 
-def main():
-    tree, build = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
-    names = sys.argv[3:]
-    # A program that fails by itself would notice everything.
-    for program in sorted({mutation[4] for mutation in MUTATIONS}):
-        if not passes(tree, build, program):
-            sys.exit(f"{program} fails without any change")
-    results = []
-    for mutation in MUTATIONS:
-        if names and mutation[0] not in names:
-            continue
-        results.append(judge(tree, build, mutation))
-        print(f"{results[-1]:10} {mutation[0]} ({mutation[4]})", flush=True)
-    killed = results.count("killed")
-    print(f"{killed} of {len(results)} killed")
-    return 0 if killed == len(results) else 1
+TELEMETRY = [
+    ("two telemetry entry points are exchanged", "AliyunWrap.cpp", '"AliyunGetKeyValue",\n    "AliyunSetKeyValue",',
+     '"AliyunSetKeyValue",\n    "AliyunGetKeyValue",', "test_telemetry"),
+    ("a module path of 260 characters is accepted", "AliyunWrap.cpp", "kPathLimit = 260", "kPathLimit = 261",
+     "test_telemetry"),
+    ("a bound table is bound again", "AliyunWrap.cpp", "path.empty() || table.module != nullptr", "path.empty()",
+     "test_telemetry"),
+    ("the processor architecture is compared without case", "Telemetry.cpp",
+     'processor == QStringLiteral("ARM64")',
+     'processor.value_or(QString()).compare(QLatin1String("ARM64"), Qt::CaseInsensitive) == 0', "test_telemetry"),
+    ("the event receiver must be a direct child of the window", "Telemetry.cpp", "Qt::FindChildrenRecursively",
+     "Qt::FindDirectChildrenOnly", "test_telemetry"),
+    ("the category of the events is AiPixie", "Telemetry.cpp", '"AIPixie"', '"AiPixie"', "test_gate"),
+]
 
+COMPONENT = [
+    ("the component has a page in the host's layout", "AIBridge.cpp",
+     "AIBridge::canLayout() const\n{\n    return false;", "AIBridge::canLayout() const\n{\n    return true;",
+     "test_plugin_object"),
+    ("the scan ends before the service", "AIBridge.cpp",
+     "    if (serverThread != nullptr) {\n        serverThread->stopServer();",
+     "    if (recScanThread != nullptr) {\n        recScanThread->requestStop();\n"
+     "        recScanThread->wait(QDeadlineTimer(QDeadlineTimer::Forever));\n    }\n"
+     "    if (serverThread != nullptr) {\n        serverThread->stopServer();", "test_release"),
+    ("init after Release has no effect", "AIBridge.cpp", "    if (isServerRunning())\n        return;",
+     "    if (serverThread != nullptr)\n        return;", "test_service_rounds"),
+    ("every scan has a thread object and an inventory of its own", "AIBridge.cpp", "if (recScanThread == nullptr) {",
+     "if (recScanThread == nullptr || !recScanThread->isRunning()) {", "test_scan_state"),
+    ("the JavaScript engine owns the component", "ComponentBase.cpp", "QQmlEngine::CppOwnership",
+     "QQmlEngine::JavaScriptOwnership", "test_plugin_object"),
+    ("setEngine stores another pointer for a null engine", "ComponentBase.cpp",
+     "    if (engine == nullptr)\n        return;\n    engine->rootContext()",
+     "    if (engine == nullptr)\n        engine_.store(reinterpret_cast<QQmlApplicationEngine*>(this));\n"
+     "    if (engine == nullptr)\n        return;\n    engine->rootContext()", "test_plugin_object"),
+    ("the icon path keeps the case of the name", "ComponentBase.cpp",
+     'QLatin1String("qrc:/res/") + name().toLower()', 'QLatin1String("qrc:/res/") + name()', "test_component_base"),
+    ("a component translates itself before its name signal", "ComponentBase.cpp",
+     "    Q_EMIT sigDisplayNameChanged();\n    retranslate();", "    retranslate();\n    Q_EMIT sigDisplayNameChanged();",
+     "test_component_base"),
+]
 
-sys.exit(main())
+COMPONENT_MANAGER = [
+    ("the first check-point follows the load", "ComponentMgr.cpp",
+     "    QLibrary library(componentLibraryPath(name, parentCom));\n",
+     "    QLibrary library(componentLibraryPath(name, parentCom));\n    library.load();\n", "test_component_mgr"),
+    ("init is called outside its check-points", "ComponentMgr.cpp",
+     "    component->init();\n    step(__LINE__);\n", "    step(__LINE__);\n    component->init();\n",
+     "test_component_mgr"),
+    ("the check-point after the announcement is missing", "ComponentMgr.cpp",
+     "    Q_EMIT sigNewComponent(name, parentCom);\n    step(__LINE__);\n",
+     "    Q_EMIT sigNewComponent(name, parentCom);\n", "test_component_mgr"),
+    ("the language signal is connected after the announcement", "ComponentMgr.cpp",
+     "    connectLanguage(contextObject(engine, QStringLiteral(\"multilanguage\")), component);\n"
+     "    step(__LINE__);\n    Q_EMIT sigNewComponent(name, parentCom);\n",
+     "    step(__LINE__);\n    Q_EMIT sigNewComponent(name, parentCom);\n"
+     "    connectLanguage(contextObject(engine, QStringLiteral(\"multilanguage\")), component);\n",
+     "test_component_mgr"),
+    ("an invokable method of the manager changes its index", "ComponentMgr.h",
+     "    Q_INVOKABLE QObject* component(QString name);\n",
+     "    Q_INVOKABLE void reload() {}\n    Q_INVOKABLE QObject* component(QString name);\n", "test_component_mgr"),
+    ("group COMPONENT100 is read", "ComponentMgr.cpp", "kLastGroup = 99", "kLastGroup = 100", "test_component_mgr"),
+    ("the running number of the components starts at 1", "ComponentMgr.cpp", "int id = 0;", "int id = 1;",
+     "test_component_mgr"),
+    ("a component of the list is connected to the language signal once", "ComponentMgr.cpp",
+     "connectLanguage(language, loadComponent(name, componentName));", "loadComponent(name, componentName);",
+     "test_component_mgr"),
+    ("the file name of a child has no parent name", "ComponentLibrary.cpp", "QLatin1Char('/') + parent + name",
+     "QLatin1Char('/') + name", "test_component_check"),
+    ("the clock does not wrap at midnight", "TestTime.cpp", "elapsed < 0 ?", "elapsed < -dayMs ?", "test_test_time"),
+]
+
+HOST_ACCESS = [
+    ("a method with an unsigned parameter is not called", "HostSignature.cpp", "    case QMetaType::UInt:\n", "",
+     "test_host_signature"),
+    ("the window rule does not call directly", "HostCall.cpp", "isApplicationThread() ? Qt::DirectConnection",
+     "isApplicationThread() ? Qt::AutoConnection", "test_host_access"),
+    ("the direct rule waits for the application thread", "HostCall.cpp",
+     "    case ConnectionRule::Direct:\n        return Qt::DirectConnection;",
+     "    case ConnectionRule::Direct:\n"
+     "        return isApplicationThread() ? Qt::DirectConnection : Qt::BlockingQueuedConnection;",
+     "test_host_access"),
+    ("the last overload of a bare name is called", "HostAccess.cpp",
+     "for (int i = 0; i < meta->methodCount(); ++i)", "for (int i = meta->methodCount() - 1; i >= 0; --i)",
+     "test_host_access"),
+    ("a child of the root object must be a direct child", "HostAccess.cpp",
+     "(objectName, Qt::FindChildrenRecursively)", "(objectName, Qt::FindDirectChildrenOnly)", "test_host_access"),
+]
+
+PLATFORM = [
+    ("every terminating zero of a registry string is removed", "RegistryText.cpp", "    if (!text.empty() &&",
+     "    while (!text.empty() &&", "test_registry_text"),
+    ("every drive letter is the system's volume", "PlatformLinux.cpp", 'root != "C:" ||', "root.isEmpty() ||",
+     "test_platform"),
+    ("the system directory is on drive D", "PlatformLinux.cpp", '"C:\\\\Windows', '"D:\\\\Windows', "test_platform"),
+    ("the registry returns an empty string for a missing value", "PlatformLinux.cpp",
+     "registryString(const QString&, const QString&) const\n{\n    return std::nullopt;",
+     "registryString(const QString&, const QString&) const\n{\n    return QString();", "test_platform"),
+    ("the kernel's memory total takes precedence over the memory blocks", "MachineFiles.cpp",
+     "return blocks ? blocks : readMemTotalKib(root);",
+     "const std::optional<quint64> total = readMemTotalKib(root);\n    return total ? total : blocks;",
+     "test_platform"),
+    ("a TPM of version 1 is reported as version 2.0", "MachineFiles.cpp", '.trimmed() == "2"', '.trimmed() != "0"',
+     "test_platform"),
+]
+
+CLOSED = [
+    ("a missing configuration key reads as an empty string", "UIUtility.cpp",
+     "return value.isString() ? value.toString() : defaultText;", "return value.toString();",
+     "test_remote_configuration"),
+    ("a configured number replaces the default", "UIUtility.cpp", "value.isString() ? value.toString()",
+     "!value.isUndefined() ? value.toVariant().toString()", "test_remote_configuration"),
+    ("a log line replaces the earlier ones", "LogWriter.cpp", "QIODevice::WriteOnly | QIODevice::Append",
+     "QIODevice::WriteOnly", "test_rec_actions"),
+    ("AIBRIDGE_UEFI=0 counts as UEFI", "LLFProc.cpp", 'return forced == QLatin1String("1");', "return true;",
+     "test_firmware"),
+    ("a failed firmware call is not noticed", "Firmware.cpp", "calls.type(&type) && type == uefi",
+     "(calls.type(&type) || true) && type == uefi", "test_firmware"),
+]
+
+HOSTCHECK = [
+    ("a read-only property is accepted where the library writes it", "HostCheck.cpp",
+     " || (member.written && !property.isWritable())", "", "test_hostcheck"),
+    ("a signal is accepted with any signature", "HostCheck.cpp",
+     "object.metaObject()->indexOfSignal(member.signature) != -1",
+     "findHostMethod(&object, bareName(member)).isValid()", "test_hostcheck"),
+    ("a member with another signature counts as complete", "HostCheck.cpp",
+     "countOf(findings, State::Found) == static_cast<int>(findings.size())",
+     "countOf(findings, State::Missing) == 0", "test_hostcheck"),
+    ("closeGuide is expected without an argument", "HostIndex.cpp", '"closeGuide(QVariant)"', '"closeGuide()"',
+     "test_hostcheck"),
+    ("a library that the loader rejects is reported as missing", "ComponentCheck.cpp",
+     "LoadStep::LoadFile : LoadStep::FindFile", "LoadStep::FindFile : LoadStep::FindFile", "test_component_check"),
+]
+
+MUTATIONS = [
+    *GATE, *SERVICE, *TOOLS, *GUIDED_TOOLS, *INVENTORY, *SCAN, *REFERRAL_AND_ACTIONS, *WIN11, *TELEMETRY, *COMPONENT,
+    *COMPONENT_MANAGER, *HOST_ACCESS, *PLATFORM, *CLOSED, *HOSTCHECK,
+]
