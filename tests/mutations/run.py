@@ -43,13 +43,21 @@ def find_file(root, name):
     return found[0]
 
 
+def hint(root, snippet):
+    """Names the files that contain a snippet, for a row whose code has moved."""
+    found = [str(path.relative_to(root)) for folder in LIBRARY for path in sorted((root / folder).rglob("*"))
+             if path.is_file() and snippet in path.read_text()]
+    return f"; it is in {', '.join(found)}" if found else ""
+
+
 def changed_text(root, mutation):
     """The file of a change, its text and the changed text."""
     path = find_file(root, mutation.file)
     text = path.read_text()
     count = text.count(mutation.old)
     if count != 1:
-        raise InvalidRow(f"{path.relative_to(root)} must contain the snippet exactly once, not {count} times")
+        raise InvalidRow(f"{path.relative_to(root)} must contain the snippet exactly once, not {count} times"
+                         + (hint(root, mutation.old) if count == 0 else ""))
     return path, text, text.replace(mutation.old, mutation.new)
 
 
@@ -155,7 +163,7 @@ def main():
     parser.add_argument("copy", type=pathlib.Path, help=argparse.SUPPRESS)
     parser.add_argument("--list", action="store_true", help="print file, test program and name of each change")
     parser.add_argument("names", metavar="NAME", nargs="*", help="a change; default: all changes")
-    arguments = parser.parse_args()
+    arguments = parser.parse_intermixed_args()
     sources, tree = arguments.sources.resolve(), arguments.copy.resolve()
     rows = selected(arguments.names)
     check_rows(sources, rows)
