@@ -18,8 +18,8 @@ void writeRecord(std::ostream& out, const Interface& service, const Record& reco
     for (std::size_t i = 0; i < record.fields.size(); ++i) {
         if (i != 0)
             out << ", ";
-        writeJsonString(out, record.fields[i].name);
-        out << ": ";
+        // Field names are identifiers, so they need no escapes.
+        out << '"' << record.fields[i].name << "\": ";
         writeJson(out, service, record.fields[i].type, value.part(i));
     }
     out << '}';
