@@ -13,7 +13,7 @@ import { Deadline, withTimeout } from './time.js';
 const pauseMs = 2000;
 const retryMs = 250;
 const progressMs = 1000;
-// After its client has a timeout, a call can take this many time limits in all, so that no second tool overlaps it.
+// A tool without an answer blocks the next one for this many time limits, so that two tools never overlap.
 const lateAnswerLimits = 10;
 
 /** Runs the tools that act, one at a time: PreProcessing, the tool, PostProcessing. */
@@ -42,7 +42,7 @@ export class Gate {
         let connection;
         try {
             await this.pass(toolCalls, scope);
-            connection = await this.host.take(scope);
+            connection = await this.host.acquire(scope);
         } catch (error) {
             this.running.release();
             throw error;
@@ -116,7 +116,7 @@ export class Gate {
         } finally {
             this.unanswered = undefined;
             this.lastEnd = performance.now();
-            this.host.give(connection);
+            this.host.release(connection);
             this.running.release();
         }
     }

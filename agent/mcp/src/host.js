@@ -28,7 +28,7 @@ export class Host {
      * @returns {Promise<any>}
      */
     async ask(method, args, scope) {
-        const connection = await this.take(scope);
+        const connection = await this.acquire(scope);
         try {
             return await this.use(connection, method, args, scope);
         } catch (error) {
@@ -39,15 +39,15 @@ export class Host {
                 !scope.deadline.passed;
             if (!retry) throw error;
         }
-        return this.use(await this.takeFresh(scope), method, args, scope);
+        return this.use(await this.acquireFresh(scope), method, args, scope);
     }
 
     /**
-     * A connection for the caller alone, until give() returns it to the pool.
+     * A connection for the caller alone, until release() returns it to the pool.
      * @param {CallScope} scope
      * @returns {Promise<HostConnection>}
      */
-    async take(scope) {
+    async acquire(scope) {
         await acquire(this.connections, scope, noConnection);
         const [idle] = this.idle.keys();
         if (!idle) return this.connect(scope);
@@ -58,13 +58,13 @@ export class Host {
     }
 
     /** @param {CallScope} scope */
-    async takeFresh(scope) {
+    async acquireFresh(scope) {
         this.close();
-        return this.take(scope);
+        return this.acquire(scope);
     }
 
     /** @param {HostConnection} connection */
-    give(connection) {
+    release(connection) {
         this.connections.release();
         if (!connection.open) return;
         connection.keepAlive(false);
@@ -102,7 +102,7 @@ export class Host {
             if (!(error instanceof HostError && error.kind === 'exception')) connection.close();
             throw error;
         } finally {
-            this.give(connection);
+            this.release(connection);
         }
     }
 }
