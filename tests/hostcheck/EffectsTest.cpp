@@ -52,7 +52,7 @@ protected:
     ToolBench bench_;
 };
 
-TEST_P(Effects, MissingMember_ChangesTheAnswerAndIsReported)
+TEST_P(Effects, MissingMember_HasTheListedEffectAndIsReported)
 {
     specWithoutMember();
     EXPECT_EQ(answer(), GetParam().missing);

@@ -270,7 +270,7 @@ private:
     bool memory_;
 };
 
-TEST(MalformedStream, StandardExceptionWhileReading_BecomesARuntimeException)
+TEST(MalformedStream, StandardExceptionWhileReading_BecomesAThriftException)
 {
     // The runtime's connection loop catches only its own exceptions; any other would end the process.
     const auto server = makeToolServer(std::make_shared<CZorHandle>(), "localhost", 0);

@@ -103,7 +103,7 @@ TEST_F(ReleaseWhileBusy, StopsTheServiceBeforeTheScanAndWaitsForBoth)
         EXPECT_FALSE(released);
         tool.open();
         EXPECT_TRUE(service->wait(RawClient::limitMs));
-        // Gives an incorrect Release, which does not wait for the scan, the time to return.
+        // An incorrect Release, which does not wait for the scan, returns within this time.
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
         EXPECT_FALSE(released);
         finishBootChecker();

@@ -132,7 +132,7 @@ class Disturbance(threading.Thread):
             if self.random.random() < 0.5:
                 connection.sendall(bytes(self.random.randrange(256) for _ in range(self.random.randrange(200))))
             if self.random.random() < 0.5:
-                # Resets the connection instead of closing it in order.
+                # Closing then resets the connection.
                 connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, b"\1\0\0\0\0\0\0\0")
         self.dropped += 1
 

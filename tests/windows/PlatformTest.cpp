@@ -186,7 +186,7 @@ quint64 sizeOfSystemDrive()
 TEST(VolumeGeometry, Product_EqualsTheSizeOfTheVolume)
 {
     if (!runsUnderWine())
-        GTEST_SKIP() << "the size comes from the system below Wine";
+        GTEST_SKIP() << "the size is read from the system below Wine";
     const auto volume = Platform::instance().volumeGeometry("C:");
     ASSERT_TRUE(volume.has_value());
     EXPECT_GT(volume->bytesPerSector, 0u);

@@ -183,7 +183,7 @@ TEST_F(Readiness, AllRequirementsMet_PassesAndStartsBothCommands)
 TEST_F(Readiness, DxdiagWithoutADisplayDevice_WritesItsFileAndFails)
 {
     if (!runsUnderWine())
-        GTEST_SKIP() << "only Wine's dxdiag writes no display device";
+        GTEST_SKIP() << "only Wine's dxdiag omits the display device";
     fakeFirmwareAndTpm();
     EXPECT_FALSE(check());
     const QByteArray text = ScratchApplication::read(application_.temp() + QStringLiteral("/TVDxCheck.txt"));

@@ -40,7 +40,8 @@ QStringList wmicRows(const QString& alias, const QString& property)
         row = row.trimmed();
     rows.removeAll(QString());
     if (rows.size() < 2) {
-        ADD_FAILURE() << "wmic " << alias.toStdString() << " prints no value of " << property.toStdString();
+        ADD_FAILURE() << "wmic " << alias.toStdString() << " did not print a value of "
+                      << property.toStdString();
         return {};
     }
     return rows.mid(1);
@@ -53,6 +54,6 @@ QString wmicValue(const QString& alias, const QString& property)
 
 bool hasWmic()
 {
-    // The same search as CreateProcess, which covers more folders than Path.
+    // SearchPath also searches the system's own folders.
     return SearchPathW(nullptr, L"wmic", L".exe", 0, nullptr, nullptr) != 0;
 }
