@@ -1,4 +1,4 @@
-// The stand-in for the remote configuration, with a file in an application folder of the test's own.
+// The stand-in for the remote configuration, with a file in a scratch application folder.
 #include "closed/UIUtility/UIUtility.h"
 #include "tests/support/ScratchApplication.h"
 
@@ -59,7 +59,7 @@ TEST_F(RemoteConfiguration, FileThatIsNotAnObject_IsTheDefault)
     }
 }
 
-TEST_F(RemoteConfiguration, File_IsReadForEachQuestion)
+TEST_F(RemoteConfiguration, File_IsReadOnEachCall)
 {
     configure("{\"key\": \"first\"}");
     EXPECT_EQ(read("key"), "first");

@@ -47,7 +47,7 @@ TEST_F(PlatformLinuxMachine, SystemDirectory_IsOnDriveC)
     EXPECT_EQ(platform().systemDirectory(), "C:\\Windows\\system32");
 }
 
-TEST_F(PlatformLinuxMachine, RegistryString_HasNoAnswer)
+TEST_F(PlatformLinuxMachine, RegistryString_IsUnknown)
 {
     const auto text = platform().registryString(
         QStringLiteral("SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment"),
