@@ -1,4 +1,4 @@
-// The way back: answers, what they save, and the tool that each recommendation calls.
+// Answers to recommendations: the state that they save, and the tool that each one calls.
 #include "tests/recscan/ScanFixture.h"
 
 #include "recscan/HostUrl.h"
@@ -13,75 +13,35 @@
 
 namespace {
 
-// Writes down which tools are called, and with what.
+// Records which tools are called, and their arguments.
 class RecordingTools : public CZorHandle
 {
 public:
     QStringList calls;
 
-    void DiskHealthCheck(std::string&, int32_t disk) override { add("DiskHealthCheck", disk); }
-    void MigrateSystemDriveData(std::string&) override { calls << "MigrateSystemDriveData"; }
-    void SmartSpaceAdjustment(std::string&, const std::string& l) override { add("SmartSpaceAdjustment", l); }
-    void ConvertDiskToGpt(std::string&, int32_t disk) override { add("ConvertDiskToGpt", disk); }
-    void ConvertPartitionToExfat(std::string&, const std::string& l) override
-    {
-        add("ConvertPartitionToExfat", l);
-    }
-    void RepairWindowsBoot(std::string&) override { calls << "RepairWindowsBoot"; }
-    void AlignDiskTo4k(std::string&, int32_t disk) override { add("AlignDiskTo4k", disk); }
-    void CreateBootableUsbByDisk(std::string&, int32_t disk) override
-    {
-        add("CreateBootableUsbByDisk", disk);
-    }
-    void RepairRawOrDamagedPartition(std::string&, const std::string& l) override
-    {
-        add("RepairRawOrDamagedPartition", l);
-    }
-    void RetrieveBitLockerRecoveryKey(std::string&, const std::string& l) override
-    {
-        add("RetrieveBitLockerRecoveryKey", l);
-    }
-    void CreateWindowsInstallerMedia(std::string&) override { calls << "CreateWindowsInstallerMedia"; }
-    void PasswordReset(std::string&) override { calls << "PasswordReset"; }
-    void RebuildMbr(std::string&, int32_t disk) override { add("RebuildMbr", disk); }
-    void RecoverLostPartition(std::string&, int32_t disk) override { add("RecoverLostPartition", disk); }
-    void ScanDiskBadSectors(std::string&, int32_t disk) override { add("ScanDiskBadSectors", disk); }
-    void ToggleWriteProtection(std::string&, const std::string& l) override
-    {
-        add("ToggleWriteProtection", l);
-    }
-    void ShowBitLockerStatus(std::string&, const std::string& l) override { add("ShowBitLockerStatus", l); }
-    void CloneOSDataFromPartition(std::string&, int32_t disk, const std::string& l) override
-    {
-        calls << QString("CloneOSDataFromPartition %1 \"%2\"").arg(disk).arg(QString::fromStdString(l));
-    }
-    void CloneDiskToDisk(std::string&, int32_t from, int32_t to) override
-    {
-        calls << QString("CloneDiskToDisk %1 %2").arg(from).arg(to);
-    }
-    void CloneOSDataFromDisk(std::string&, int32_t from, int32_t to) override
-    {
-        calls << QString("CloneOSDataFromDisk %1 %2").arg(from).arg(to);
-    }
-    void ClonePartitionToPartition(std::string&, const std::string& from, const std::string& to) override
-    {
-        calls << QString("ClonePartitionToPartition \"%1\" \"%2\"")
-                     .arg(QString::fromStdString(from), QString::fromStdString(to));
-    }
-    void ConvertDiskToMbr(std::string&, int32_t disk) override { add("ConvertDiskToMbr", disk); }
-    void ConvertDiskToBasic(std::string&, int32_t disk) override { add("ConvertDiskToBasic", disk); }
-    void ConvertDiskToDynamic(std::string&, int32_t disk) override { add("ConvertDiskToDynamic", disk); }
-    void WipeDisk(std::string&, int32_t disk, int32_t) override { add("WipeDisk", disk); }
+#include "EchoMethods.inc"
 
 private:
-    void add(const char* name, int32_t disk) { calls << QString("%1 %2").arg(name).arg(disk); }
-    void add(const char* name, const std::string& letter)
+    template <class... Arguments> std::string echo(const char* method, const Arguments&... arguments)
     {
-        calls << QString("%1 \"%2\"").arg(name, QString::fromStdString(letter));
+        QStringList words{method};
+        (words.append(word(arguments)), ...);
+        calls << words.join(' ');
+        return method;
+    }
+    template <class Result> static void answer(Result&, const std::string&) {}
+
+    static QString word(qint64 number)
+    {
+        return QString::number(number);
+    }
+    static QString word(const std::string& letter)
+    {
+        return '"' + QString::fromStdString(letter) + '"';
     }
 };
 
-// A scan's thread object with tools that only write down their calls.
+// A scan's thread object with tools that only record their calls.
 class RecActions : public ScanFixture
 {
 protected:
@@ -134,95 +94,99 @@ protected:
     std::unique_ptr<RecScanThread> own;
 };
 
-TEST_F(RecActions, DiskSmart_ChecksTheDisk)
+struct ActionRow
 {
-    host.spec("partitionmanager").answer("hasDiskSmartInfoError", true);
-    machine = {diskMap(6, {})};
-    runScanFrom(1);
-    EXPECT_EQ(act(), QStringList("DiskHealthCheck 6"));
+    const char* behaviour;
+    int firstCase;
+    QVariantList machine; ///< empty: that of the fixture
+    QStringList calls;
+    /// A member that answers with true or false, or null.
+    const char* object = nullptr;
+    const char* member = nullptr;
+    bool answer = false;
+};
+
+void PrintTo(const ActionRow& row, std::ostream* out)
+{
+    *out << row.behaviour;
 }
 
-TEST_F(RecActions, SystemDriveWithRoomElsewhere_MigratesData)
+const std::vector<ActionRow>& actionRows()
 {
-    machine = {diskMap(0, {partitionMap(0, "C", 10 * kGib, 9 * kGib)}),
-               diskMap(1, {partitionMap(1, "E", 100 * kGib, 0)})};
-    runScanFrom(2);
-    EXPECT_EQ(act(), QStringList("MigrateSystemDriveData"));
+    static const QVariantMap shortC = partitionMap(0, "C", 10 * kGib, 9 * kGib);
+    static const QVariantMap shortD = partitionMap(0, "D", 10 * kGib, 9 * kGib);
+    static const QVariantMap emptyE = partitionMap(0, "E", 100 * kGib, 0);
+    static const QVariantMap fat32{{"fsString", "FAT32"}};
+    static const std::vector<ActionRow> rows{
+        {"DiskSmart_ChecksTheDisk",
+         1,
+         {diskMap(6, {})},
+         {"DiskHealthCheck 6"},
+         "partitionmanager",
+         "hasDiskSmartInfoError",
+         true},
+        {"SystemDriveWithRoomElsewhere_MigratesData",
+         2,
+         {diskMap(0, {shortC}), diskMap(1, {partitionMap(1, "E", 100 * kGib, 0)})},
+         {"MigrateSystemDriveData"}},
+        {"SystemDriveWithRoomOnItsDisk_AdjustsTheWholeDirectory",
+         2,
+         {diskMap(0, {shortC, emptyE})},
+         {"SmartSpaceAdjustment \"C:\\WINDOWS\\SYSTEM32\""}},
+        {"DriveShortOfSpace_AdjustsIt", 3, {diskMap(0, {shortD, emptyE})}, {"SmartSpaceAdjustment \"D\""}},
+        {"LargeMbrDisk_ConvertsIt",
+         4,
+         {diskMap(4, {}, {{"isGPT", false}, {"size", qlonglong(2199023255553)}})},
+         {"ConvertDiskToGpt 4"}},
+        {"LargeFat32Drive_ConvertsIt",
+         5,
+         {diskMap(2, {partitionMap(2, "F", 34359738369, 0, fat32)}, {{"isUSB", true}})},
+         {"ConvertPartitionToExfat \"F\""}},
+        {"BootEntries_RepairTheBoot", 6, {}, {"RepairWindowsBoot"}},
+        {"UnalignedSsd_AlignsIt", 7, {diskMap(5, {})}, {"AlignDiskTo4k 5"}, "toolbox", "check4kAlign", false},
+        {"BitLockerSystemDrive_CreatesAMediumOnNoDiskInParticular",
+         8,
+         {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib, {{"bltState", 2}})})},
+         {"CreateBootableUsbByDisk -1"}},
+        {"SlowBootDisk_DoesNothing",
+         9,
+         {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib)}, {{"isSSD", false}})},
+         {}},
+        {"RawPartition_RepairsIt",
+         10,
+         {diskMap(1, {partitionMap(1, "g", kGib, 0)})},
+         {"RepairRawOrDamagedPartition \"G\""},
+         "partitionrecovery",
+         "isRawPart",
+         true},
+        {"LockedBitLockerDrive_FindsItsKey",
+         11,
+         {diskMap(1, {partitionMap(1, "g", kGib, 0, {{"bltState", 3}})})},
+         {"RetrieveBitLockerRecoveryKey \"g\""}},
+    };
+    return rows;
 }
 
-TEST_F(RecActions, SystemDriveWithRoomBeside_AdjustsTheWholeDirectory)
+class CaseActions : public RecActions, public testing::WithParamInterface<ActionRow>
 {
-    machine = {diskMap(0, {partitionMap(0, "C", 10 * kGib, 9 * kGib), partitionMap(0, "E", 100 * kGib, 0)})};
-    runScanFrom(2);
-    EXPECT_EQ(act(), QStringList("SmartSpaceAdjustment \"C:\\WINDOWS\\SYSTEM32\""));
-}
+};
 
-TEST_F(RecActions, DriveShortOfSpace_AdjustsIt)
+TEST_P(CaseActions, AcceptedRecommendation_CallsTheToolOfItsRow)
 {
-    machine = {diskMap(0, {partitionMap(0, "D", 10 * kGib, 9 * kGib), partitionMap(0, "E", 100 * kGib, 0)})};
-    runScanFrom(3);
-    EXPECT_EQ(act(), QStringList("SmartSpaceAdjustment \"D\""));
-}
-
-TEST_F(RecActions, LargeMbrDisk_ConvertsIt)
-{
-    machine = {diskMap(4, {}, {{"isGPT", false}, {"size", qlonglong(2199023255553)}})};
-    runScanFrom(4);
-    EXPECT_EQ(act(), QStringList("ConvertDiskToGpt 4"));
-}
-
-TEST_F(RecActions, LargeFat32Drive_ConvertsIt)
-{
-    machine = {
-        diskMap(2, {partitionMap(2, "F", 34359738369, 0, {{"fsString", "FAT32"}})}, {{"isUSB", true}})};
-    runScanFrom(5);
-    EXPECT_EQ(act(), QStringList("ConvertPartitionToExfat \"F\""));
-}
-
-TEST_F(RecActions, BootEntries_RepairTheBoot)
-{
-    installBootChecker("echo FindErrorItem\nexit 1\n");
-    runScanFrom(6);
-    EXPECT_EQ(act(), QStringList("RepairWindowsBoot"));
-}
-
-TEST_F(RecActions, UnalignedSsd_AlignsIt)
-{
-    host.spec("toolbox").answer("check4kAlign", false);
-    machine = {diskMap(5, {})};
-    runScanFrom(7);
-    EXPECT_EQ(act(), QStringList("AlignDiskTo4k 5"));
-}
-
-TEST_F(RecActions, BitLockerSystemDrive_CreatesAMediumOnNoDiskInParticular)
-{
-    machine = {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib, {{"bltState", 2}})})};
-    runScanFrom(8);
-    EXPECT_EQ(act(), QStringList("CreateBootableUsbByDisk -1"));
-}
-
-TEST_F(RecActions, SlowBootDisk_DoesNothing)
-{
-    machine = {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib)}, {{"isSSD", false}})};
-    runScanFrom(9);
+    const ActionRow& row = GetParam();
+    if (row.object != nullptr)
+        host.spec(row.object).answer(row.member, row.answer);
+    if (!row.machine.isEmpty())
+        machine = row.machine;
+    if (row.firstCase == 6)
+        installBootChecker("echo FindErrorItem\nexit 1\n");
+    runScanFrom(row.firstCase);
     ASSERT_TRUE(own->hasResult());
-    EXPECT_EQ(act(), QStringList());
+    EXPECT_EQ(act(), row.calls);
 }
 
-TEST_F(RecActions, RawPartition_RepairsIt)
-{
-    host.spec("partitionrecovery").answer("isRawPart", true);
-    machine = {diskMap(1, {partitionMap(1, "g", kGib, 0)})};
-    runScanFrom(10);
-    EXPECT_EQ(act(), QStringList("RepairRawOrDamagedPartition \"G\""));
-}
-
-TEST_F(RecActions, LockedBitLockerDrive_FindsItsKey)
-{
-    machine = {diskMap(1, {partitionMap(1, "g", kGib, 0, {{"bltState", 3}})})};
-    runScanFrom(11);
-    EXPECT_EQ(act(), QStringList("RetrieveBitLockerRecoveryKey \"g\""));
-}
+INSTANTIATE_TEST_SUITE_P(Cases, CaseActions, testing::ValuesIn(actionRows()),
+                         [](const auto& row) { return row.param.behaviour; });
 
 TEST_F(RecActions, NothingFound_DoesNothing)
 {
@@ -230,7 +194,7 @@ TEST_F(RecActions, NothingFound_DoesNothing)
     EXPECT_EQ(act(), QStringList());
 }
 
-// The actions that need no tool end there as well.
+// The actions that need no tool are not performed either.
 TEST_F(RecActions, WithoutAToolHandler_OpensNoAddressAndAsksForNoBootDisk)
 {
     runScanFrom(12);
@@ -292,8 +256,8 @@ TEST_F(RecActions, AgentReferralFunction_CallsNoTool)
         EXPECT_EQ(refer(key), QStringList()) << key;
 }
 
-// The keys whose records no user can accept have their tools all the same.
-TEST_F(RecActions, KeyOfAnAgentsFunction_StandsForItsTool)
+// Keys whose records a user cannot accept have tools as well.
+TEST_F(RecActions, KeyOfAnAgentsFunction_CallsItsTool)
 {
     const std::map<QByteArray, QString> table = {{"clone_disk", "CloneDiskToDisk -1 -1"},
                                                  {"clone_os_data", "CloneOSDataFromDisk -1 -1"},
@@ -456,7 +420,7 @@ TEST_F(Answers, WithoutAResult_CountsAsTheAction)
     EXPECT_EQ(state(), stateBytes(2, 1));
 }
 
-TEST_F(Answers, SomethingElseThanAMap_CountsAsTheAction)
+TEST_F(Answers, ValueThatIsNotAMap_CountsAsTheAction)
 {
     findSmartError();
     startService();

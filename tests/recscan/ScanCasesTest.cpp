@@ -1,10 +1,13 @@
-// Every case through a whole scan: inventory in, record out, answer in, host call out.
+// Every case through a whole scan: the inventory, the record, the answer, and the calls of the host.
 #include "tests/recscan/ExpectedTexts.h"
 #include "tests/recscan/ScanFixture.h"
 #include "tests/support/Threads.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
+
+#include <functional>
+#include <vector>
 
 namespace {
 
@@ -252,35 +255,132 @@ TEST_F(ScanCases, Drive_WithoutThePagesMethod_DoesNotFire)
 
 // --- cases 4 to 11
 
-TEST_F(ScanCases, LargeMbrDisk_OffersTheConversion)
+struct CaseRow
 {
-    machine.append(diskMap(2, {}, {{"isGPT", false}, {"size", qlonglong(kTwoTib + 1)}}));
-    EXPECT_EQ(typed(withoutTime(scanFrom(4))), plainRecord(filled(kTextWastedMbr, "2")));
-    EXPECT_EQ(accept(), QStringList({kClose, kDisks}));
-    EXPECT_EQ(typed(conversions), "list[map{funIdx=int:0,info=map{diskIndex=int:2}}]");
-    EXPECT_EQ(state(), stateBytes(5, 1));
+    const char* behaviour;
+    int index;
+    QVariantList machine; ///< empty: that of the fixture
+    QString record;
+    QStringList calls; ///< after the first button
+    QString conversion = {};
+    std::function<void(RecordingHost&)> prepare = {};
+};
+
+void PrintTo(const CaseRow& row, std::ostream* out)
+{
+    *out << row.behaviour;
 }
 
-TEST_F(ScanCases, LargeFat32Drive_OffersTheConversion)
+QVariantMap systemDisk(const QVariantMap& diskKeys = {}, const QVariantMap& partitionKeys = {})
 {
-    machine.append(
-        diskMap(2, {partitionMap(2, "F", 34359738369, 0, {{"fsString", "FAT32"}})}, {{"isUSB", true}}));
-    EXPECT_EQ(typed(withoutTime(scanFrom(5))), plainRecord(filled(kTextFat32, "2")));
-    EXPECT_EQ(accept(), QStringList(kDisks));
-    EXPECT_EQ(typed(conversions),
-              "list[map{funIdx=int:6,info=map{diskIndex=int:-1,driveLetter=QString:\"F\"}}]");
-    EXPECT_EQ(state(), stateBytes(6, 1));
+    return diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib, partitionKeys)}, diskKeys);
 }
 
-TEST_F(ScanCases, BootEntries_OfferTheRepair)
+void misalign(RecordingHost& host)
 {
-    installBootChecker("echo FindErrorItem\nexit 3\n");
-    EXPECT_EQ(typed(withoutTime(scanFrom(6))), plainRecord(kTextBootEntries));
-    EXPECT_EQ(events("Result_SmartReferScan"), QStringList("{\"smart-refer\":\"6\"}"));
-    EXPECT_EQ(accept(), QStringList({kClose, "__zormain.bootrepairEnabled list[]",
-                                     "__zormain.doToolBox list[int:2,map{}]"}));
-    EXPECT_EQ(state(), stateBytes(7, 1));
+    host.spec("toolbox").answer("check4kAlign", false);
 }
+
+void makeRaw(RecordingHost& host)
+{
+    host.spec("partitionrecovery").answer("isRawPart", [](const QVariantList& arguments) {
+        return QVariant(arguments.first().toMap().value("driveLetter") == QVariant("g:"));
+    });
+}
+
+std::vector<CaseRow> diskRows()
+{
+    const QVariantMap largeMbr{{"isGPT", false}, {"size", qlonglong(kTwoTib + 1)}};
+    const QVariantMap fat32 = partitionMap(2, "F", 34359738369, 0, {{"fsString", "FAT32"}});
+    return {
+        {"LargeMbrDisk_OffersTheConversion",
+         4,
+         {systemDisk(), diskMap(2, {}, largeMbr)},
+         plainRecord(filled(kTextWastedMbr, "2")),
+         {kClose, kDisks},
+         "map{funIdx=int:0,info=map{diskIndex=int:2}}"},
+        {"LargeFat32Drive_OffersTheConversion",
+         5,
+         {systemDisk(), diskMap(2, {fat32}, {{"isUSB", true}})},
+         plainRecord(filled(kTextFat32, "2")),
+         {kDisks},
+         "map{funIdx=int:6,info=map{diskIndex=int:-1,driveLetter=QString:\"F\"}}"},
+        {"BootEntries_OfferTheRepair",
+         6,
+         {},
+         plainRecord(kTextBootEntries),
+         {kClose, "__zormain.bootrepairEnabled list[]", "__zormain.doToolBox list[int:2,map{}]"}},
+        {"UnalignedSsd_OffersTheAlignment",
+         7,
+         {diskMap(5, {})},
+         plainRecord(filled(kText4k, "5")),
+         {kDisks, kClose, "__zormain.doToolBox list[int:5,map{diskIndex=int:5}]"},
+         {},
+         misalign},
+    };
+}
+
+std::vector<CaseRow> driveRows()
+{
+    const QString medium = "list[map{diskIndex=int:-1,isBurn=bool:false}]";
+    return {
+        {"BitLockerSystemDrive_OffersABootMedium",
+         8,
+         {systemDisk({}, {{"bltState", 1}})},
+         plainRecord(filled(kTextBitLockerUsb, "C")),
+         {kClose, "__zormain.createBootMediaEnabled " + medium, "__zormain.dobmfunction " + medium}},
+        {"SlowBootDisk_HasOneButtonAndNoAction",
+         9,
+         {systemDisk({{"isSSD", false}})},
+         "map{buttons=list[QString:\"Got it\"],default=int:0,msg=QString:\"" + QString(kTextSlowBoot) + "\"}",
+         {}},
+        {"RawPartition_OffersTheRepairWhoseToolIsSwitchedOff",
+         10,
+         {systemDisk(), diskMap(1, {partitionMap(1, "g:", kGib, 0)})},
+         plainRecord(kTextRaw),
+         {},
+         {},
+         makeRaw},
+        {"LockedBitLockerDrive_OffersTheKeyFinder",
+         11,
+         {systemDisk(), diskMap(1, {partitionMap(1, "G", kGib, 0, {{"bltState", 3}})})},
+         plainRecord(filled(kTextLocked, "G")),
+         {kDisks, kClose,
+          "__zormain.doToolBox list[int:10,map{diskIndex=int:-1,driveLetter=QString:\"G\"}]"}},
+    };
+}
+
+std::vector<CaseRow> caseRows()
+{
+    std::vector<CaseRow> rows = diskRows();
+    for (const CaseRow& row : driveRows())
+        rows.push_back(row);
+    return rows;
+}
+
+class CaseRows : public ScanCases, public testing::WithParamInterface<CaseRow>
+{
+};
+
+TEST_P(CaseRows, Case_RecommendsAndActsAsItsRowExpects)
+{
+    const CaseRow& row = GetParam();
+    if (row.prepare)
+        row.prepare(host);
+    if (!row.machine.isEmpty())
+        machine = row.machine;
+    if (row.index == 6)
+        installBootChecker("echo FindErrorItem\nexit 3\n");
+    EXPECT_EQ(typed(withoutTime(scanFrom(row.index))), row.record);
+    EXPECT_EQ(events("Result_SmartReferScan"),
+              QStringList("{\"smart-refer\":\"" + QString::number(row.index) + "\"}"));
+    EXPECT_EQ(accept(), row.calls);
+    EXPECT_EQ(typed(conversions), "list[" + row.conversion + ']');
+    EXPECT_EQ(state(), stateBytes(row.index + 1, 1));
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, CaseRows, testing::ValuesIn(caseRows()),
+                         [](const auto& row) { return row.param.behaviour; });
 
 TEST_F(ScanCases, BootEntries_OnArm64_StartNoProcess)
 {
@@ -289,59 +389,6 @@ TEST_F(ScanCases, BootEntries_OnArm64_StartNoProcess)
                        "PROCESSOR_ARCHITECTURE"}] = "ARM64";
     EXPECT_EQ(scanFrom(6), QVariantMap());
     EXPECT_FALSE(QFile::exists(application.root() + "/BootRepair/BootRepair_Console.exe.started"));
-}
-
-TEST_F(ScanCases, UnalignedSsd_OffersTheAlignment)
-{
-    host.spec("toolbox").answer("check4kAlign", false);
-    machine = {diskMap(5, {})};
-    EXPECT_EQ(typed(withoutTime(scanFrom(7))), plainRecord(filled(kText4k, "5")));
-    EXPECT_EQ(accept(),
-              QStringList({kDisks, kClose, "__zormain.doToolBox list[int:5,map{diskIndex=int:5}]"}));
-    EXPECT_EQ(state(), stateBytes(8, 1));
-}
-
-TEST_F(ScanCases, BitLockerSystemDrive_OffersABootMedium)
-{
-    machine = {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib, {{"bltState", 1}})})};
-    EXPECT_EQ(typed(withoutTime(scanFrom(8))), plainRecord(filled(kTextBitLockerUsb, "C")));
-    EXPECT_EQ(
-        accept(),
-        QStringList({kClose, "__zormain.createBootMediaEnabled list[map{diskIndex=int:-1,isBurn=bool:false}]",
-                     "__zormain.dobmfunction list[map{diskIndex=int:-1,isBurn=bool:false}]"}));
-    EXPECT_EQ(state(), stateBytes(9, 1));
-}
-
-TEST_F(ScanCases, SlowBootDisk_HasOneButtonAndNoAction)
-{
-    machine = {diskMap(0, {partitionMap(0, "C", 200 * kGib, 100 * kGib)}, {{"isSSD", false}})};
-    EXPECT_EQ(typed(withoutTime(scanFrom(9))),
-              "map{buttons=list[QString:\"Got it\"],default=int:0,msg=QString:\"" + QString(kTextSlowBoot) +
-                  "\"}");
-    EXPECT_EQ(accept(), QStringList());
-    EXPECT_EQ(state(), stateBytes(10, 1));
-}
-
-TEST_F(ScanCases, RawPartition_OffersTheRepairWhoseToolIsSwitchedOff)
-{
-    host.spec("partitionrecovery").answer("isRawPart", [](const QVariantList& arguments) {
-        return QVariant(arguments.first().toMap().value("driveLetter") == QVariant("g:"));
-    });
-    machine.append(diskMap(1, {partitionMap(1, "g:", kGib, 0)}));
-    EXPECT_EQ(typed(withoutTime(scanFrom(10))), plainRecord(kTextRaw));
-    EXPECT_EQ(accept(), QStringList());
-    EXPECT_EQ(state(), stateBytes(11, 1));
-}
-
-TEST_F(ScanCases, LockedBitLockerDrive_OffersTheKeyFinder)
-{
-    machine.append(diskMap(1, {partitionMap(1, "G", kGib, 0, {{"bltState", 3}})}));
-    EXPECT_EQ(typed(withoutTime(scanFrom(11))), plainRecord(filled(kTextLocked, "G")));
-    EXPECT_EQ(
-        accept(),
-        QStringList({kDisks, kClose,
-                     "__zormain.doToolBox list[int:10,map{diskIndex=int:-1,driveLetter=QString:\"G\"}]"}));
-    EXPECT_EQ(state(), stateBytes(12, 1));
 }
 
 TEST_F(ScanCases, EmptyDiskList_FindsNothing)

@@ -1,4 +1,4 @@
-// Each case by itself on a hand-made inventory: both sides of each limit, and the order of walking.
+// Each case alone on a hand-made inventory: both sides of each limit, and the order of the records.
 #include "recscan/ScanCases.h"
 
 #include "tests/recscan/ExpectedTexts.h"
@@ -96,51 +96,75 @@ TEST_F(ScanLimits, EmptyInventory_NoListCaseFires)
 
 // --- system drive low on space
 
-TEST_F(ScanLimits, SystemDrive_RatioExactly085_IsNotShort)
+struct Space
 {
-    addSystem(partition(0, "C", 100 * kGib, 85 * kGib));
-    add(partition(1, "D", 100 * kGib, 0));
-    EXPECT_FALSE(fires(2));
+    int disk;
+    qint64 size;
+    qint64 used;
+    bool isUnallocated = false;
+};
+
+struct SystemDriveRow
+{
+    const char* behaviour;
+    Space system;
+    std::vector<Space> others;
+    const char* text; ///< null if the case does not fire
+};
+
+void PrintTo(const SystemDriveRow& row, std::ostream* out)
+{
+    *out << row.behaviour;
 }
 
-TEST_F(ScanLimits, SystemDrive_RatioJustAbove085_IsShort)
+const std::vector<SystemDriveRow>& systemDriveRows()
 {
-    addSystem(partition(0, "C", 100 * kGib, 85 * kGib + 64));
-    add(partition(1, "D", 100 * kGib, 0));
-    EXPECT_EQ(message(2), filled(kTextMigrate, "C"));
+    static const Space shortOfSpace{0, 10 * kGib, 9 * kGib};
+    static const Space elsewhere{1, 100 * kGib, 0};
+    static const std::vector<SystemDriveRow> rows{
+        {"RatioExactly085_IsNotShort", {0, 100 * kGib, 85 * kGib}, {elsewhere}, nullptr},
+        {"RatioJustAbove085_IsShort", {0, 100 * kGib, 85 * kGib + 64}, {elsewhere}, kTextMigrate},
+        {"FreeExactlyFiveGib_IsNotShort", {0, 10 * kGib, 10 * kGib - kFiveGib}, {elsewhere}, nullptr},
+        {"FreeOneByteBelowFiveGib_IsShort",
+         {0, 10 * kGib, 10 * kGib - kFiveGib + 1},
+         {elsewhere},
+         kTextMigrate},
+        {"OtherPartitionAtRatio085_HasNoRoom", shortOfSpace, {{0, 100 * kGib, 85 * kGib}}, nullptr},
+        {"OtherPartitionJustBelowRatio085_HasRoom",
+         shortOfSpace,
+         {{0, 100 * kGib, 85 * kGib - 64}},
+         kTextSmartLayoutSystem},
+        {"OtherPartitionWithFiveGibFree_HasNoRoom", shortOfSpace, {{0, kFiveGib, 0}}, nullptr},
+        {"OtherPartitionWithOneByteMoreFree_HasRoom",
+         shortOfSpace,
+         {{0, kFiveGib + 1, 0}},
+         kTextSmartLayoutSystem},
+        {"UnallocatedSpaceOnTheDisk_CountsAsRoom",
+         shortOfSpace,
+         {{0, 100 * kGib, 0, true}},
+         kTextSmartLayoutSystem},
+        {"NoRoomAnywhere_DoesNotFire", shortOfSpace, {}, nullptr},
+    };
+    return rows;
 }
 
-TEST_F(ScanLimits, SystemDrive_FreeExactlyFiveGib_IsNotShort)
+class SystemDriveLimits : public ScanLimits, public testing::WithParamInterface<SystemDriveRow>
 {
-    addSystem(partition(0, "C", 10 * kGib, 10 * kGib - kFiveGib));
-    add(partition(1, "D", 100 * kGib, 0));
-    EXPECT_FALSE(fires(2));
+};
+
+TEST_P(SystemDriveLimits, SystemDrive_IsRecommendedAsItsRowExpects)
+{
+    const Space& system = GetParam().system;
+    addSystem(partition(system.disk, "C", system.size, system.used));
+    for (const Space& other : GetParam().others)
+        add(partition(other.disk, other.isUnallocated ? "" : "D", other.size, other.used)).isUnallocated =
+            other.isUnallocated;
+    EXPECT_EQ(fires(2), GetParam().text != nullptr);
+    EXPECT_EQ(message(2), GetParam().text == nullptr ? QString() : filled(GetParam().text, "C"));
 }
 
-TEST_F(ScanLimits, SystemDrive_FreeOneByteBelowFiveGib_IsShort)
-{
-    addSystem(partition(0, "C", 10 * kGib, 10 * kGib - kFiveGib + 1));
-    add(partition(1, "D", 100 * kGib, 0));
-    EXPECT_EQ(message(2), filled(kTextMigrate, "C"));
-}
-
-TEST_F(ScanLimits, SystemDrive_OtherPartitionAtRatio085_HasNoRoom)
-{
-    addSystem(partition(0, "C", 10 * kGib, 9 * kGib));
-    add(partition(0, "D", 100 * kGib, 85 * kGib));
-    EXPECT_FALSE(fires(2));
-    subject.partitionsByDisk[0].back().usedSize = 85 * kGib - 64;
-    EXPECT_EQ(message(2), filled(kTextSmartLayoutSystem, "C"));
-}
-
-TEST_F(ScanLimits, SystemDrive_OtherPartitionWithFiveGibFree_HasNoRoom)
-{
-    addSystem(partition(0, "C", 10 * kGib, 9 * kGib));
-    add(partition(0, "D", kFiveGib, 0));
-    EXPECT_FALSE(fires(2));
-    subject.partitionsByDisk[0].back().rawCapacity = kFiveGib + 1;
-    EXPECT_EQ(message(2), filled(kTextSmartLayoutSystem, "C"));
-}
+INSTANTIATE_TEST_SUITE_P(Limits, SystemDriveLimits, testing::ValuesIn(systemDriveRows()),
+                         [](const auto& row) { return row.param.behaviour; });
 
 TEST_F(ScanLimits, SystemDrive_RoomOnTheSameDisk_GoesBeforeRoomElsewhere)
 {
@@ -162,23 +186,10 @@ TEST_F(ScanLimits, SystemDrive_RoomElsewhereOnly_HasNoTarget)
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 
-TEST_F(ScanLimits, SystemDrive_UnallocatedSpaceBeside_CountsAsRoom)
-{
-    addSystem(partition(0, "C", 10 * kGib, 9 * kGib));
-    add(partition(0, "", 100 * kGib, 0)).isUnallocated = true;
-    EXPECT_EQ(message(2), filled(kTextSmartLayoutSystem, "C"));
-}
-
 TEST_F(ScanLimits, SystemDrive_PartitionOfTheSystemLetterOnItsDisk_IsLeftOut)
 {
     subject.partitionsByLetter['C'] = partition(0, "C", 10 * kGib, 9 * kGib);
     add(partition(0, "C:", 100 * kGib, 0));
-    EXPECT_FALSE(fires(2));
-}
-
-TEST_F(ScanLimits, SystemDrive_NoRoomAnywhere_DoesNotFire)
-{
-    addSystem(partition(0, "C", 10 * kGib, 9 * kGib));
     EXPECT_FALSE(fires(2));
 }
 
@@ -308,25 +319,49 @@ TEST_F(ScanLimits, Drive_LowerCaseLetter_StaysAsItStands)
     EXPECT_EQ(message(3), filled(kTextSmartLayout, "d:"));
 }
 
-TEST_F(ScanLimits, Drive_LimitsAreStrict)
+struct DriveRow
+{
+    const char* behaviour;
+    Space drive;
+    Space other;
+    bool fires;
+};
+
+void PrintTo(const DriveRow& row, std::ostream* out)
+{
+    *out << row.behaviour;
+}
+
+const std::vector<DriveRow>& driveRows()
+{
+    static const Space room{0, 1000 * kGib, 0};
+    static const Space shortOfSpace{0, 10 * kGib, 10 * kGib - kFiveGib + 1};
+    static const std::vector<DriveRow> rows{
+        {"RatioExactly085_IsNotShort", {0, 100 * kGib, 85 * kGib}, room, false},
+        {"RatioJustAbove085_IsShort", {0, 100 * kGib, 85 * kGib + 64}, room, true},
+        {"FreeExactlyFiveGib_IsNotShort", {0, 10 * kGib, 10 * kGib - kFiveGib}, room, false},
+        {"FreeOneByteBelowFiveGib_IsShort", shortOfSpace, room, true},
+        {"OtherDriveAtRatio085_HasNoRoom", shortOfSpace, {0, 100 * kGib, 85 * kGib}, false},
+        {"OtherDriveWithFiveGibFree_HasNoRoom", shortOfSpace, {0, kFiveGib, 0}, false},
+        {"OtherDriveWithOneByteMoreFree_HasRoom", shortOfSpace, {0, kFiveGib + 1, 0}, true},
+    };
+    return rows;
+}
+
+class DriveLimits : public ScanLimits, public testing::WithParamInterface<DriveRow>
+{
+};
+
+TEST_P(DriveLimits, Drive_IsRecommendedAsItsRowExpects)
 {
     addDisk(0);
-    add(partition(0, "D", 100 * kGib, 85 * kGib));
-    add(partition(0, "E", 1000 * kGib, 0));
-    EXPECT_FALSE(fires(3));
-    subject.partitionsByDisk[0][0].usedSize += 64;
-    EXPECT_TRUE(fires(3));
-    subject.partitionsByDisk[0][0] = partition(0, "D", 10 * kGib, 10 * kGib - kFiveGib);
-    EXPECT_FALSE(fires(3));
-    subject.partitionsByDisk[0][0].usedSize += 1;
-    EXPECT_TRUE(fires(3));
-    subject.partitionsByDisk[0][1] = partition(0, "E", 100 * kGib, 85 * kGib);
-    EXPECT_FALSE(fires(3));
-    subject.partitionsByDisk[0][1] = partition(0, "E", kFiveGib, 0);
-    EXPECT_FALSE(fires(3));
-    subject.partitionsByDisk[0][1].rawCapacity += 1;
-    EXPECT_TRUE(fires(3));
+    add(partition(0, "D", GetParam().drive.size, GetParam().drive.used));
+    add(partition(0, "E", GetParam().other.size, GetParam().other.used));
+    EXPECT_EQ(fires(3), GetParam().fires);
 }
+
+INSTANTIATE_TEST_SUITE_P(Limits, DriveLimits, testing::ValuesIn(driveRows()),
+                         [](const auto& row) { return row.param.behaviour; });
 
 using Mark = void (*)(PartitionInfo&);
 const std::vector<std::pair<const char*, Mark>> kSkipped = {

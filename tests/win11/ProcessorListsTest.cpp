@@ -1,4 +1,5 @@
-// Whether a name is on a list: the words, the files, and the order in which they are read.
+// Whether a processor name is on a list: the comparison of words, the files, and the order in which they are
+// read.
 #include "win11/ProcessorLists.h"
 
 #include "tests/support/ScratchApplication.h"
@@ -6,76 +7,129 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <vector>
+
 namespace {
 
 class ProcessorLists : public testing::Test
 {
 protected:
-    QString lists() const { return application.root() + QLatin1String("/Win11Checker/"); }
-    void intel(const QByteArray& text) { application.write(lists() + "SupportedProcessorsIntel.txt", text); }
-    void amd(const QByteArray& text) { application.write(lists() + "SupportedProcessorsAMD.txt", text); }
-    void qualcomm(const QByteArray& text)
+    void writeList(const QString& name, const QByteArray& text)
     {
-        application.write(lists() + "SupportedProcessorsQualcomm.txt", text);
+        application.write(application.root() + "/Win11Checker/" + name + ".txt", text);
     }
-    void whitelist(const QByteArray& text) { application.write(lists() + "win11_cpu_whitelist.txt", text); }
 
     ScratchApplication application;
 };
 
-const QString kIntelName = QStringLiteral("Intel(R) Core(TM) i5-8400 CPU");
+const char* const kIntel = "SupportedProcessorsIntel";
+const char* const kAmd = "SupportedProcessorsAMD";
+const char* const kQualcomm = "SupportedProcessorsQualcomm";
+const char* const kWhitelist = "win11_cpu_whitelist";
 
-TEST_F(ProcessorLists, Lookup_LineOfTwoWordsOfTheName_Matches)
+const char* const kIntelName = "Intel(R) Core(TM) i5-8400 CPU";
+
+struct LookupRow
 {
-    intel("Core i5-8400\n");
-    EXPECT_TRUE(isProcessorSupported(kIntelName));
+    const char* behaviour;
+    std::map<const char*, QByteArray> lists;
+    const char* processor;
+    bool isSupported;
+};
+
+void PrintTo(const LookupRow& row, std::ostream* out)
+{
+    *out << row.behaviour;
 }
 
-TEST_F(ProcessorLists, Lookup_LineThatIsPartOfAWord_DoesNotMatch)
+QByteArray garbage()
 {
-    intel("i5-840\n");
-    EXPECT_FALSE(isProcessorSupported(kIntelName));
+    QByteArray bytes;
+    for (int i = 0; i < 5000; ++i)
+        bytes.append(static_cast<char>(i * 37));
+    return bytes;
 }
 
-TEST_F(ProcessorLists, Lookup_LineWithCarriageReturnAndDoubleBlanks_Matches)
+const std::vector<LookupRow>& lookupRows()
 {
-    intel("  Intel(R)  Core(TM)   i5-8400 \r\n");
-    EXPECT_TRUE(isProcessorSupported(kIntelName));
+    static const std::vector<LookupRow> rows{
+        {"LineOfTwoWordsOfTheName_Matches", {{kIntel, "Core i5-8400\n"}}, kIntelName, true},
+        {"LineThatIsPartOfAWord_DoesNotMatch", {{kIntel, "i5-840\n"}}, kIntelName, false},
+        {"LineWithCarriageReturnAndDoubleBlanks_Matches",
+         {{kIntel, "  Intel(R)  Core(TM)   i5-8400 \r\n"}},
+         kIntelName,
+         true},
+        {"LaterLine_Matches", {{kIntel, "Core i3-8100\nCore i5-8400\n"}}, kIntelName, true},
+        {"NoFileAtAll_IsFalse", {}, kIntelName, false},
+        {"Amd_UsesItsList", {{kAmd, "Ryzen 5 3600\n"}}, "AMD Ryzen 5 3600 6-Core Processor", true},
+        {"AmdInLowerCase_UsesItsList", {{kAmd, "Ryzen 5 3600\n"}}, "amd Ryzen 5 3600 6-Core Processor", true},
+        {"Qualcomm_UsesItsList", {{kQualcomm, "Snapdragon 8cx\n"}}, "Qualcomm Snapdragon 8cx", true},
+        // The marks are removed in upper case only, before both texts are converted to lower case.
+        {"MarkInLowerCaseInTheName_IsKept", {{kIntel, "core i5-8400\n"}}, "Intel Core(tm) i5-8400", false},
+        {"MarkInLowerCaseInBoth_Matches", {{kIntel, "core(tm) i5-8400\n"}}, "Intel Core(tm) i5-8400", true},
+        {"MarkOfCopyright_IsRemoved", {{kIntel, "Core(C) i5-8400\n"}}, kIntelName, true},
+        {"LineOfOnlyAMark_BehavesAsAnEmptyLine",
+         {{kIntel, "Core i5-8400\n"}, {kWhitelist, "(R)\n"}},
+         kIntelName,
+         false},
+        {"WhitelistBeginsWithEmptyLine_CancelsTheMatch",
+         {{kIntel, "Core i5-8400\n"}, {kWhitelist, "\nCore i9-9999\n"}},
+         kIntelName,
+         false},
+        {"WhitelistCancelsAndMatchesLater_IsTrue",
+         {{kIntel, "Core i5-8400\n"}, {kWhitelist, "\nCore i5-8400\n"}},
+         kIntelName,
+         true},
+        {"WhitelistFirstLineNotContained_KeepsTheMatchAndEnds",
+         {{kIntel, "Core i5-8400\n"}, {kWhitelist, "Core i9-9999\n\n"}},
+         kIntelName,
+         true},
+        {"WhitelistFirstLineIsPartOfAWord_CancelsTheMatch",
+         {{kIntel, "Core i5-8400\n"}, {kWhitelist, "i5-840\n"}},
+         kIntelName,
+         false},
+        {"WholeNameOfAnotherMakerInTheWhitelist_Matches",
+         {{kWhitelist, "VIA Nano X2 L4350\n"}},
+         "VIA Nano X2 L4350",
+         true},
+        {"WholeNameInTheWhitelist_Matches",
+         {{kWhitelist, "Intel(R) Core(TM) i5-8400 CPU\n"}},
+         kIntelName,
+         true},
+        {"ListWithoutLineFeedAtItsEnd_IsReadToTheEnd",
+         {{kIntel, "Core i3-8100\nCore i5-8400"}},
+         kIntelName,
+         true},
+        {"ListOfGarbage_IsFalse", {{kIntel, garbage()}}, kIntelName, false},
+        {"NameOfMarksOnly_IsFalse", {{kWhitelist, "\n(R)\n"}}, "(R)", false},
+    };
+    return rows;
 }
 
-TEST_F(ProcessorLists, Lookup_LaterLine_Matches)
+class ProcessorLookup : public ProcessorLists, public testing::WithParamInterface<LookupRow>
 {
-    intel("Core i3-8100\nCore i5-8400\n");
-    EXPECT_TRUE(isProcessorSupported(kIntelName));
+};
+
+TEST_P(ProcessorLookup, Name_IsSupportedAsItsRowExpects)
+{
+    for (const auto& [name, text] : GetParam().lists)
+        writeList(name, text);
+    EXPECT_EQ(isProcessorSupported(GetParam().processor), GetParam().isSupported);
 }
+
+INSTANTIATE_TEST_SUITE_P(Lists, ProcessorLookup, testing::ValuesIn(lookupRows()),
+                         [](const auto& row) { return row.param.behaviour; });
 
 TEST_F(ProcessorLists, Lookup_EmptyName_IsFalseAndOpensNoFile)
 {
-    whitelist("\n");
+    writeList(kWhitelist, "\n");
     const OpenedFiles opened;
     EXPECT_FALSE(isProcessorSupported(QString()));
     EXPECT_EQ(opened.count(".txt"), 0);
-    // A name of no known manufacturer opens the whitelist.
+    // A name of an unknown manufacturer opens the whitelist.
     EXPECT_FALSE(isProcessorSupported("VIA Nano"));
     EXPECT_EQ(opened.count("/win11_cpu_whitelist.txt"), 1);
-}
-
-TEST_F(ProcessorLists, Lookup_NoFileAtAll_IsFalse)
-{
-    EXPECT_FALSE(isProcessorSupported(kIntelName));
-}
-
-TEST_F(ProcessorLists, Lookup_AmdInEitherCase_UsesTheSameList)
-{
-    amd("Ryzen 5 3600\n");
-    EXPECT_TRUE(isProcessorSupported(QStringLiteral("AMD Ryzen 5 3600 6-Core Processor")));
-    EXPECT_TRUE(isProcessorSupported(QStringLiteral("amd Ryzen 5 3600 6-Core Processor")));
-}
-
-TEST_F(ProcessorLists, Lookup_Qualcomm_UsesItsList)
-{
-    qualcomm("Snapdragon 8cx\n");
-    EXPECT_TRUE(isProcessorSupported(QStringLiteral("Qualcomm Snapdragon 8cx")));
 }
 
 TEST_F(ProcessorLists, VendorListPath_NameWithTwoMakers_TakesAmdBeforeIntelBeforeQualcomm)
@@ -85,85 +139,6 @@ TEST_F(ProcessorLists, VendorListPath_NameWithTwoMakers_TakesAmdBeforeIntelBefor
     EXPECT_EQ(vendorListPath("Qualcomm INTEL"), folder + "SupportedProcessorsIntel.txt");
     EXPECT_EQ(vendorListPath("QUALCOMM"), folder + "SupportedProcessorsQualcomm.txt");
     EXPECT_EQ(vendorListPath("VIA Nano"), QString());
-}
-
-TEST_F(ProcessorLists, Lookup_MarkInLowerCase_IsKept)
-{
-    intel("core i5-8400\n");
-    EXPECT_FALSE(isProcessorSupported(QStringLiteral("Intel Core(tm) i5-8400")));
-    intel("core(tm) i5-8400\n");
-    // The line's own mark is made small only after the marks are taken out, as the name's is.
-    EXPECT_TRUE(isProcessorSupported(QStringLiteral("Intel Core(tm) i5-8400")));
-}
-
-TEST_F(ProcessorLists, Lookup_MarkOfCopyright_IsTakenOut)
-{
-    intel("Core(C) i5-8400\n");
-    EXPECT_TRUE(isProcessorSupported(kIntelName));
-}
-
-TEST_F(ProcessorLists, Lookup_LineOfOnlyAMark_BehavesAsAnEmptyLine)
-{
-    intel("Core i5-8400\n");
-    whitelist("(R)\n");
-    EXPECT_FALSE(isProcessorSupported(kIntelName));
-}
-
-TEST_F(ProcessorLists, Lookup_WhitelistBeginsWithEmptyLine_CancelsTheMatch)
-{
-    intel("Core i5-8400\n");
-    whitelist("\nCore i9-9999\n");
-    EXPECT_FALSE(isProcessorSupported(kIntelName));
-}
-
-TEST_F(ProcessorLists, Lookup_WhitelistCancelsAndMatchesLater_IsTrue)
-{
-    intel("Core i5-8400\n");
-    whitelist("\nCore i5-8400\n");
-    EXPECT_TRUE(isProcessorSupported(kIntelName));
-}
-
-TEST_F(ProcessorLists, Lookup_WhitelistFirstLineNotContained_KeepsTheMatchAndEnds)
-{
-    intel("Core i5-8400\n");
-    whitelist("Core i9-9999\n\n");
-    EXPECT_TRUE(isProcessorSupported(kIntelName));
-}
-
-TEST_F(ProcessorLists, Lookup_WhitelistFirstLineIsPartOfAWord_CancelsTheMatch)
-{
-    intel("Core i5-8400\n");
-    whitelist("i5-840\n");
-    EXPECT_FALSE(isProcessorSupported(kIntelName));
-}
-
-TEST_F(ProcessorLists, Lookup_WholeNameInTheWhitelist_MatchesAnyMaker)
-{
-    whitelist("VIA Nano X2 L4350\n");
-    EXPECT_TRUE(isProcessorSupported(QStringLiteral("VIA Nano X2 L4350")));
-    whitelist("Intel(R) Core(TM) i5-8400 CPU\n");
-    EXPECT_TRUE(isProcessorSupported(kIntelName));
-}
-
-TEST_F(ProcessorLists, Lookup_ListWithoutLineFeedAtItsEnd_IsReadToTheEnd)
-{
-    intel("Core i3-8100\nCore i5-8400");
-    EXPECT_TRUE(isProcessorSupported(kIntelName));
-}
-
-TEST_F(ProcessorLists, Lookup_ListOfGarbage_IsFalse)
-{
-    QByteArray garbage;
-    for (int i = 0; i < 5000; ++i)
-        garbage.append(static_cast<char>(i * 37));
-    intel(garbage);
-    EXPECT_FALSE(isProcessorSupported(kIntelName));
-}
-
-TEST_F(ProcessorLists, Lookup_NameOfMarksOnly_IsFalse)
-{
-    whitelist("\n(R)\n");
-    EXPECT_FALSE(isProcessorSupported(QStringLiteral("(R)")));
 }
 
 TEST(ProcessorWords, TokensMatch_OnlyTheFirstPlaceOfTheFirstWordIsTried)

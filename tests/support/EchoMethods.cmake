@@ -1,4 +1,5 @@
-# Writes the overrides of a handler that repeats each call: one line for each method of the interface.
+# Writes the overrides of a handler that repeats each call: one line for each method of the interface. The
+# including class defines echo(method, arguments...), which returns a string, and answer(result&, string).
 #   cmake -D DESCRIPTION=<the interface as JSON> -D OUTPUT=<file> -P EchoMethods.cmake
 function(type_of variable json)
     string(JSON id GET "${json}" typeId)
