@@ -66,7 +66,7 @@ HostApp::HostApp(Options options, Machine machine)
       screenshot_(options_.screenshot),
       service_(ServiceWatcher::configuredAddress(), [this] { return scene_.link().isServerRunning(); })
 {
-    scene_.core().guide()->setClickAfter(options_.click.value_or(options_.headless ? kClickMs : -1));
+    scene_.core().guideView()->setClickAfter(options_.click.value_or(options_.headless ? kClickMs : -1));
     HostCore& core = scene_.core();
     core.setPace(options_.pace);
     core.setFailures(options_.failures);

@@ -149,132 +149,132 @@
 <context>
     <name>Sandbox</name>
     <message>
-        <source>the disk has partitions</source>
+        <source>The disk has partitions.</source>
         <translation>Der Datenträger enthält Partitionen.</translation>
     </message>
     <message>
-        <source>the disk has no partition table</source>
+        <source>The disk has no partition table.</source>
         <translation>Der Datenträger hat keine Partitionstabelle.</translation>
     </message>
     <message>
-        <source>the erase count must be positive</source>
+        <source>The erase count must be positive.</source>
         <translation>Die Anzahl der Löschvorgänge muss positiv sein.</translation>
     </message>
     <message>
-        <source>the table must be GPT or MBR</source>
+        <source>The partition table must be GPT or MBR.</source>
         <translation>Die Partitionstabelle muss GPT oder MBR sein.</translation>
     </message>
     <message>
-        <source>the table does not hold that many partitions</source>
+        <source>The partition table cannot hold that many partitions.</source>
         <translation>Die Partitionstabelle fasst nicht so viele Partitionen.</translation>
     </message>
     <message>
-        <source>the disk is online</source>
+        <source>The disk is online.</source>
         <translation>Der Datenträger ist online.</translation>
     </message>
     <message>
-        <source>the drive is not on a USB disk</source>
+        <source>The drive is not on a USB disk.</source>
         <translation>Das Laufwerk befindet sich nicht auf einem USB-Datenträger.</translation>
     </message>
     <message>
-        <source>the disk holds the running system</source>
+        <source>The disk holds the running system.</source>
         <translation>Der Datenträger enthält das laufende System.</translation>
     </message>
     <message>
-        <source>no other disk has room for the data</source>
+        <source>No other disk has room for the data.</source>
         <translation>Kein anderer Datenträger hat Platz für die Daten.</translation>
     </message>
     <message>
-        <source>no such cluster size</source>
-        <translation>Diese Clustergröße gibt es nicht.</translation>
+        <source>The cluster size is not supported.</source>
+        <translation>Die Clustergröße wird nicht unterstützt.</translation>
     </message>
     <message>
-        <source>the clusters are too small for that size</source>
+        <source>The clusters are too small for that size.</source>
         <translation>Die Cluster sind für diese Größe zu klein.</translation>
     </message>
     <message>
-        <source>%1 cannot be made in that size</source>
+        <source>%1 cannot be created in that size.</source>
         <translation>%1 kann in dieser Größe nicht erstellt werden.</translation>
     </message>
     <message>
-        <source>the label is too long</source>
+        <source>The label is too long.</source>
         <translation>Die Bezeichnung ist zu lang.</translation>
     </message>
     <message>
-        <source>the label has a character that none can have</source>
+        <source>The label contains an invalid character.</source>
         <translation>Die Bezeichnung enthält ein unzulässiges Zeichen.</translation>
     </message>
     <message>
-        <source>%1 cannot have that size</source>
-        <translation>%1 kann diese Größe nicht haben.</translation>
+        <source>%1 does not support that size.</source>
+        <translation>%1 unterstützt diese Größe nicht.</translation>
     </message>
     <message>
-        <source>the source is locked by BitLocker</source>
+        <source>The source is locked by BitLocker.</source>
         <translation>Die Quelle ist durch BitLocker gesperrt.</translation>
     </message>
     <message>
-        <source>the destination is too small</source>
+        <source>The destination is too small.</source>
         <translation>Das Ziel ist zu klein.</translation>
     </message>
     <message>
-        <source>the destination is no disk</source>
+        <source>The destination is not a disk.</source>
         <translation>Das Ziel ist kein Datenträger.</translation>
     </message>
     <message>
-        <source>the destination is no other disk</source>
-        <translation>Das Ziel ist kein anderer Datenträger.</translation>
+        <source>The destination must be another disk.</source>
+        <translation>Das Ziel muss ein anderer Datenträger sein.</translation>
     </message>
     <message>
-        <source>the partition table is full</source>
+        <source>The partition table is full.</source>
         <translation>Die Partitionstabelle ist voll.</translation>
     </message>
     <message>
-        <source>an MBR disk cannot use space beyond 2 TiB</source>
+        <source>An MBR disk cannot use space beyond 2 TiB.</source>
         <translation>Ein MBR-Datenträger kann Speicherplatz jenseits von 2 TiB nicht nutzen.</translation>
     </message>
     <message>
-        <source>a partition is cloned to a partition or into free space</source>
-        <translation>Eine Partition wird auf eine Partition oder in freien Speicherplatz geklont.</translation>
+        <source>A partition can only be cloned to a partition or to free space.</source>
+        <translation>Eine Partition kann nur auf eine Partition oder in freien Speicherplatz geklont werden.</translation>
     </message>
     <message>
-        <source>the disks have sectors of different sizes</source>
+        <source>The disks have different sector sizes.</source>
         <translation>Die Datenträger haben unterschiedliche Sektorgrößen.</translation>
     </message>
     <message>
-        <source>the destination cannot be written to</source>
+        <source>The destination cannot be written to.</source>
         <translation>Auf das Ziel kann nicht geschrieben werden.</translation>
     </message>
     <message>
-        <source>boot media cannot be made</source>
+        <source>Boot media cannot be created.</source>
         <translation>Es können keine Rettungsmedien erstellt werden.</translation>
     </message>
     <message>
-        <source>there is no USB disk for it</source>
-        <translation>Dafür ist kein USB-Datenträger vorhanden.</translation>
+        <source>A USB disk is required.</source>
+        <translation>Ein USB-Datenträger ist erforderlich.</translation>
     </message>
     <message>
-        <source>the disk is too small for it</source>
-        <translation>Der Datenträger ist dafür zu klein.</translation>
+        <source>The disk is too small for the boot medium.</source>
+        <translation>Der Datenträger ist für das Rettungsmedium zu klein.</translation>
     </message>
     <message>
-        <source>the pre-OS environment is installed</source>
-        <translation>Die Pre-OS-Umgebung ist installiert.</translation>
+        <source>The pre-OS environment is already installed.</source>
+        <translation>Die Pre-OS-Umgebung ist bereits installiert.</translation>
     </message>
     <message>
-        <source>the pre-OS environment is not installed</source>
+        <source>The pre-OS environment is not installed.</source>
         <translation>Die Pre-OS-Umgebung ist nicht installiert.</translation>
     </message>
     <message>
-        <source>the disk cannot be read</source>
+        <source>The disk cannot be read.</source>
         <translation>Der Datenträger kann nicht gelesen werden.</translation>
     </message>
     <message>
-        <source>a GPT disk has no MBR to rebuild</source>
+        <source>A GPT disk has no MBR to rebuild.</source>
         <translation>Ein GPT-Datenträger hat keinen MBR, der neu erstellt werden könnte.</translation>
     </message>
     <message>
-        <source>there is no room to move the partitions</source>
-        <translation>Es ist kein Platz, um die Partitionen zu verschieben.</translation>
+        <source>The disk has no room to move the partitions.</source>
+        <translation>Der Datenträger hat keinen Platz, um die Partitionen zu verschieben.</translation>
     </message>
     <message>
         <source>disk %1</source>
@@ -305,10 +305,6 @@
         <translation>Die Quelle kann nicht auf sich selbst geklont werden.</translation>
     </message>
     <message>
-        <source>The destination cannot be written to.</source>
-        <translation>Auf das Ziel kann nicht geschrieben werden.</translation>
-    </message>
-    <message>
         <source>The destination has no place for a partition.</source>
         <translation>Das Ziel bietet keinen Platz für eine Partition.</translation>
     </message>
@@ -317,35 +313,31 @@
         <translation>Das Ziel enthält das laufende System.</translation>
     </message>
     <message>
-        <source>The destination is too small.</source>
-        <translation>Das Ziel ist zu klein.</translation>
-    </message>
-    <message>
-        <source>The disk is a GPT disk already.</source>
+        <source>The disk is already a GPT disk.</source>
         <translation>Der Datenträger ist bereits ein GPT-Datenträger.</translation>
     </message>
     <message>
-        <source>The disk has no room for the table.</source>
+        <source>The disk has no room for the partition table.</source>
         <translation>Der Datenträger hat keinen Platz für die Partitionstabelle.</translation>
     </message>
     <message>
-        <source>The disk is an MBR disk already.</source>
+        <source>The disk is already an MBR disk.</source>
         <translation>Der Datenträger ist bereits ein MBR-Datenträger.</translation>
     </message>
     <message>
-        <source>A partition lies beyond what an MBR disk can address.</source>
-        <translation>Eine Partition liegt außerhalb des Bereichs, den ein MBR-Datenträger adressieren kann.</translation>
+        <source>A partition extends beyond 2 TiB, which an MBR disk cannot address.</source>
+        <translation>Eine Partition reicht über 2 TiB hinaus, die ein MBR-Datenträger nicht adressieren kann.</translation>
     </message>
     <message>
-        <source>The disk is a basic disk already.</source>
+        <source>The disk is already a basic disk.</source>
         <translation>Der Datenträger ist bereits ein Basisdatenträger.</translation>
     </message>
     <message>
-        <source>A volume reaches over several disks.</source>
+        <source>A volume spans several disks.</source>
         <translation>Ein Volume erstreckt sich über mehrere Datenträger.</translation>
     </message>
     <message>
-        <source>The disk is a dynamic disk already.</source>
+        <source>The disk is already a dynamic disk.</source>
         <translation>Der Datenträger ist bereits dynamisch.</translation>
     </message>
     <message>
@@ -357,10 +349,6 @@
         <translation>Auf den Datenträger kann nicht geschrieben werden.</translation>
     </message>
     <message>
-        <source>The disk has no partition table.</source>
-        <translation>Der Datenträger hat keine Partitionstabelle.</translation>
-    </message>
-    <message>
         <source>The disk is dynamic.</source>
         <translation>Der Datenträger ist dynamisch.</translation>
     </message>
@@ -369,11 +357,11 @@
         <translation>Auf das Laufwerk kann nicht geschrieben werden.</translation>
     </message>
     <message>
-        <source>The drive has that file system already.</source>
+        <source>The drive already has that file system.</source>
         <translation>Das Laufwerk hat dieses Dateisystem bereits.</translation>
     </message>
     <message>
-        <source>The drive has no file system that can be read.</source>
+        <source>The drive has no readable file system.</source>
         <translation>Das Laufwerk hat kein lesbares Dateisystem.</translation>
     </message>
     <message>
@@ -381,11 +369,11 @@
         <translation>Das laufende System benötigt sein Dateisystem.</translation>
     </message>
     <message>
-        <source>The drive cannot have that file system: %1.</source>
+        <source>The drive cannot have that file system. %1</source>
         <translation>Das Laufwerk kann dieses Dateisystem nicht haben. %1</translation>
     </message>
     <message>
-        <source>There is no such conversion.</source>
+        <source>The conversion does not exist.</source>
         <translation>Diese Konvertierung gibt es nicht.</translation>
     </message>
     <message>
@@ -405,23 +393,23 @@
         <translation>dynamischer Datenträger</translation>
     </message>
     <message>
-        <source>there is no such function</source>
+        <source>The function does not exist.</source>
         <translation>Diese Funktion gibt es nicht.</translation>
     </message>
     <message>
-        <source>the function is switched off</source>
+        <source>The function is switched off.</source>
         <translation>Die Funktion ist ausgeschaltet.</translation>
     </message>
     <message>
-        <source>the target does not exist</source>
+        <source>The target does not exist.</source>
         <translation>Das Ziel ist nicht vorhanden.</translation>
     </message>
     <message>
-        <source>the disk is aligned</source>
+        <source>The disk is already aligned.</source>
         <translation>Der Datenträger ist bereits ausgerichtet.</translation>
     </message>
     <message>
-        <source>the drive is not encrypted</source>
+        <source>The drive is not encrypted.</source>
         <translation>Das Laufwerk ist nicht verschlüsselt.</translation>
     </message>
     <message>
@@ -437,135 +425,119 @@
         <translation>nichts</translation>
     </message>
     <message>
-        <source>a partition in between cannot be moved</source>
+        <source>A partition in between cannot be moved.</source>
         <translation>Eine dazwischenliegende Partition kann nicht verschoben werden.</translation>
     </message>
     <message>
-        <source>there is no room to take on that disk</source>
+        <source>The disk has no space to take.</source>
         <translation>Auf diesem Datenträger ist kein Speicherplatz verfügbar.</translation>
     </message>
     <message>
-        <source>the data does not fit into that size</source>
+        <source>The data does not fit into that size.</source>
         <translation>Die Daten passen nicht in diese Größe.</translation>
     </message>
     <message>
-        <source>there is not that much free space behind the drive</source>
-        <translation>Hinter dem Laufwerk ist nicht so viel Speicherplatz frei.</translation>
+        <source>The free space after the drive is too small.</source>
+        <translation>Der freie Speicherplatz nach dem Laufwerk ist zu klein.</translation>
     </message>
     <message>
-        <source>the drive has not that much free space</source>
+        <source>The drive does not have that much free space.</source>
         <translation>Auf dem Laufwerk ist nicht so viel Speicherplatz frei.</translation>
     </message>
     <message>
-        <source>the disk has no such free region</source>
-        <translation>Der Datenträger hat keinen solchen freien Bereich.</translation>
+        <source>The free region does not exist.</source>
+        <translation>Der freie Bereich ist nicht vorhanden.</translation>
     </message>
     <message>
-        <source>the free region is not that large</source>
-        <translation>Der freie Bereich ist nicht so groß.</translation>
+        <source>The free region is too small.</source>
+        <translation>Der freie Bereich ist zu klein.</translation>
     </message>
     <message>
-        <source>both drives must lie on one disk</source>
-        <translation>Beide Laufwerke müssen auf demselben Datenträger liegen.</translation>
+        <source>Both drives must be on the same disk.</source>
+        <translation>Beide Laufwerke müssen sich auf demselben Datenträger befinden.</translation>
     </message>
     <message>
-        <source>the second drive cannot be given up</source>
-        <translation>Auf das zweite Laufwerk kann nicht verzichtet werden.</translation>
+        <source>The second drive cannot be deleted.</source>
+        <translation>Das zweite Laufwerk kann nicht gelöscht werden.</translation>
     </message>
     <message>
-        <source>the second drive has no file system that can be read</source>
+        <source>The second drive has no readable file system.</source>
         <translation>Das zweite Laufwerk hat kein lesbares Dateisystem.</translation>
     </message>
     <message>
-        <source>the drives are no neighbours</source>
+        <source>The drives are not adjacent.</source>
         <translation>Die Laufwerke liegen nicht nebeneinander.</translation>
     </message>
     <message>
-        <source>the target must be another drive of the same disk</source>
+        <source>The target must be another drive on the same disk.</source>
         <translation>Das Ziel muss ein anderes Laufwerk desselben Datenträgers sein.</translation>
     </message>
     <message>
-        <source>less than one mebibyte cannot be given</source>
-        <translation>Weniger als ein Mebibyte kann nicht abgegeben werden.</translation>
+        <source>The size must be at least one mebibyte.</source>
+        <translation>Die Größe muss mindestens ein Mebibyte betragen.</translation>
     </message>
     <message>
-        <source>the target has no file system that can be read</source>
+        <source>The target has no readable file system.</source>
         <translation>Das Ziel hat kein lesbares Dateisystem.</translation>
     </message>
     <message>
-        <source>the drive is of that kind already, or its disk knows no kinds</source>
-        <translation>Das Laufwerk hat diesen Typ bereits, oder sein Datenträger unterscheidet keine Typen.</translation>
+        <source>The drive already has that type, or its disk has no primary and logical partitions.</source>
+        <translation>Das Laufwerk hat diesen Typ bereits, oder sein Datenträger hat keine primären und logischen Partitionen.</translation>
     </message>
     <message>
-        <source>the machine starts from the drive</source>
+        <source>The computer starts from the drive.</source>
         <translation>Der Computer startet von diesem Laufwerk.</translation>
     </message>
     <message>
-        <source>the other logical drives lie elsewhere</source>
-        <translation>Die anderen logischen Laufwerke liegen an anderer Stelle.</translation>
+        <source>The drive is not adjacent to the other logical drives.</source>
+        <translation>Das Laufwerk grenzt nicht an die anderen logischen Laufwerke.</translation>
     </message>
     <message>
-        <source>the drive lies between logical drives</source>
-        <translation>Das Laufwerk liegt zwischen logischen Laufwerken.</translation>
+        <source>The drive is between logical drives.</source>
+        <translation>Das Laufwerk befindet sich zwischen logischen Laufwerken.</translation>
     </message>
     <message>
-        <source>the running system needs its letter</source>
+        <source>The running system needs its drive letter.</source>
         <translation>Das laufende System benötigt seinen Laufwerkbuchstaben.</translation>
     </message>
     <message>
-        <source>the new letter is not a drive letter, or is already in use</source>
+        <source>The new letter is not a drive letter, or is already in use.</source>
         <translation>Der neue Laufwerkbuchstabe ist ungültig oder bereits vergeben.</translation>
     </message>
     <message>
-        <source>only a primary drive of an MBR disk can be made active, once</source>
+        <source>Only an inactive primary drive of an MBR disk can be made active.</source>
         <translation>Nur ein primäres, noch nicht aktives Laufwerk eines MBR-Datenträgers kann aktiviert werden.</translation>
     </message>
     <message>
-        <source>the drive is hidden already</source>
+        <source>The drive is already hidden.</source>
         <translation>Das Laufwerk ist bereits ausgeblendet.</translation>
     </message>
     <message>
-        <source>there is no disk %1</source>
+        <source>Disk %1 does not exist.</source>
         <translation>Datenträger %1 ist nicht vorhanden.</translation>
     </message>
     <message>
-        <source>no drive has the letter %1</source>
+        <source>No drive has the letter %1.</source>
         <translation>Kein Laufwerk hat den Buchstaben %1.</translation>
     </message>
     <message>
-        <source>the disk cannot be written to</source>
-        <translation>Auf den Datenträger kann nicht geschrieben werden.</translation>
-    </message>
-    <message>
-        <source>the drive cannot be written to</source>
-        <translation>Auf das Laufwerk kann nicht geschrieben werden.</translation>
-    </message>
-    <message>
-        <source>the drive holds the running system</source>
+        <source>The drive holds the running system.</source>
         <translation>Das Laufwerk enthält das laufende System.</translation>
     </message>
     <message>
-        <source>the drive is locked by BitLocker</source>
+        <source>The drive is locked by BitLocker.</source>
         <translation>Das Laufwerk ist durch BitLocker gesperrt.</translation>
     </message>
     <message>
-        <source>the drive has no file system that can be read</source>
-        <translation>Das Laufwerk hat kein lesbares Dateisystem.</translation>
-    </message>
-    <message>
-        <source>the file system &quot;%1&quot; cannot be made</source>
+        <source>The file system &quot;%1&quot; cannot be created.</source>
         <translation>Das Dateisystem „%1“ kann nicht erstellt werden.</translation>
     </message>
     <message>
-        <source>the disk is dynamic</source>
-        <translation>Der Datenträger ist dynamisch.</translation>
-    </message>
-    <message>
-        <source>all drive letters are taken</source>
+        <source>All drive letters are in use.</source>
         <translation>Alle Laufwerkbuchstaben sind vergeben.</translation>
     </message>
     <message>
-        <source>there is no function %1</source>
+        <source>Function %1 does not exist.</source>
         <translation>Die Funktion %1 gibt es nicht.</translation>
     </message>
     <message>
@@ -792,10 +764,6 @@
         <translation>Medium</translation>
     </message>
     <message>
-        <source>There is no such disk.</source>
-        <translation>Dieser Datenträger ist nicht vorhanden.</translation>
-    </message>
-    <message>
         <source>Disk</source>
         <translation>Datenträger</translation>
     </message>
@@ -860,16 +828,12 @@
         <translation>Funktion %1</translation>
     </message>
     <message>
-        <source>the host is closing</source>
-        <translation>Das Programm wird beendet.</translation>
-    </message>
-    <message>
-        <source>failed after %1% as --fail asks</source>
-        <translation>Wie mit --fail verlangt nach %1% fehlgeschlagen.</translation>
-    </message>
-    <message>
         <source>The host is closing.</source>
         <translation>Das Programm wird beendet.</translation>
+    </message>
+    <message>
+        <source>The task failed after %1%, as --fail requests.</source>
+        <translation>Die Aufgabe ist nach %1% fehlgeschlagen, wie mit --fail verlangt.</translation>
     </message>
     <message>
         <source>call</source>
@@ -884,7 +848,7 @@
         <translation>Rettungsmedium</translation>
     </message>
     <message>
-        <source>boot media cannot be made there</source>
+        <source>Boot media cannot be created there.</source>
         <translation>Dort kann kein Rettungsmedium erstellt werden.</translation>
     </message>
     <message>
@@ -918,7 +882,7 @@
         <translation>eingereiht</translation>
     </message>
     <message>
-        <source>refused</source>
+        <source>rejected</source>
         <translation>abgelehnt</translation>
     </message>
     <message>
@@ -930,7 +894,7 @@
         <translation>aufgehalten</translation>
     </message>
     <message numerus="yes">
-        <source>refused %n time(s)</source>
+        <source>rejected %n time(s)</source>
         <translation>
             <numerusform>%n-mal abgelehnt</numerusform>
             <numerusform>%n-mal abgelehnt</numerusform>

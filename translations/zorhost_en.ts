@@ -149,132 +149,132 @@
 <context>
     <name>Sandbox</name>
     <message>
-        <source>the disk has partitions</source>
-        <translation>the disk has partitions</translation>
+        <source>The disk has partitions.</source>
+        <translation>The disk has partitions.</translation>
     </message>
     <message>
-        <source>the disk has no partition table</source>
-        <translation>the disk has no partition table</translation>
+        <source>The disk has no partition table.</source>
+        <translation>The disk has no partition table.</translation>
     </message>
     <message>
-        <source>the erase count must be positive</source>
-        <translation>the erase count must be positive</translation>
+        <source>The erase count must be positive.</source>
+        <translation>The erase count must be positive.</translation>
     </message>
     <message>
-        <source>the table must be GPT or MBR</source>
-        <translation>the table must be GPT or MBR</translation>
+        <source>The partition table must be GPT or MBR.</source>
+        <translation>The partition table must be GPT or MBR.</translation>
     </message>
     <message>
-        <source>the table does not hold that many partitions</source>
-        <translation>the table does not hold that many partitions</translation>
+        <source>The partition table cannot hold that many partitions.</source>
+        <translation>The partition table cannot hold that many partitions.</translation>
     </message>
     <message>
-        <source>the disk is online</source>
-        <translation>the disk is online</translation>
+        <source>The disk is online.</source>
+        <translation>The disk is online.</translation>
     </message>
     <message>
-        <source>the drive is not on a USB disk</source>
-        <translation>the drive is not on a USB disk</translation>
+        <source>The drive is not on a USB disk.</source>
+        <translation>The drive is not on a USB disk.</translation>
     </message>
     <message>
-        <source>the disk holds the running system</source>
-        <translation>the disk holds the running system</translation>
+        <source>The disk holds the running system.</source>
+        <translation>The disk holds the running system.</translation>
     </message>
     <message>
-        <source>no other disk has room for the data</source>
-        <translation>no other disk has room for the data</translation>
+        <source>No other disk has room for the data.</source>
+        <translation>No other disk has room for the data.</translation>
     </message>
     <message>
-        <source>no such cluster size</source>
-        <translation>no such cluster size</translation>
+        <source>The cluster size is not supported.</source>
+        <translation>The cluster size is not supported.</translation>
     </message>
     <message>
-        <source>the clusters are too small for that size</source>
-        <translation>the clusters are too small for that size</translation>
+        <source>The clusters are too small for that size.</source>
+        <translation>The clusters are too small for that size.</translation>
     </message>
     <message>
-        <source>%1 cannot be made in that size</source>
-        <translation>%1 cannot be made in that size</translation>
+        <source>%1 cannot be created in that size.</source>
+        <translation>%1 cannot be created in that size.</translation>
     </message>
     <message>
-        <source>the label is too long</source>
-        <translation>the label is too long</translation>
+        <source>The label is too long.</source>
+        <translation>The label is too long.</translation>
     </message>
     <message>
-        <source>the label has a character that none can have</source>
-        <translation>the label has a character that none can have</translation>
+        <source>The label contains an invalid character.</source>
+        <translation>The label contains an invalid character.</translation>
     </message>
     <message>
-        <source>%1 cannot have that size</source>
-        <translation>%1 cannot have that size</translation>
+        <source>%1 does not support that size.</source>
+        <translation>%1 does not support that size.</translation>
     </message>
     <message>
-        <source>the source is locked by BitLocker</source>
-        <translation>the source is locked by BitLocker</translation>
+        <source>The source is locked by BitLocker.</source>
+        <translation>The source is locked by BitLocker.</translation>
     </message>
     <message>
-        <source>the destination is too small</source>
-        <translation>the destination is too small</translation>
+        <source>The destination is too small.</source>
+        <translation>The destination is too small.</translation>
     </message>
     <message>
-        <source>the destination is no disk</source>
-        <translation>the destination is no disk</translation>
+        <source>The destination is not a disk.</source>
+        <translation>The destination is not a disk.</translation>
     </message>
     <message>
-        <source>the destination is no other disk</source>
-        <translation>the destination is no other disk</translation>
+        <source>The destination must be another disk.</source>
+        <translation>The destination must be another disk.</translation>
     </message>
     <message>
-        <source>the partition table is full</source>
-        <translation>the partition table is full</translation>
+        <source>The partition table is full.</source>
+        <translation>The partition table is full.</translation>
     </message>
     <message>
-        <source>an MBR disk cannot use space beyond 2 TiB</source>
-        <translation>an MBR disk cannot use space beyond 2 TiB</translation>
+        <source>An MBR disk cannot use space beyond 2 TiB.</source>
+        <translation>An MBR disk cannot use space beyond 2 TiB.</translation>
     </message>
     <message>
-        <source>a partition is cloned to a partition or into free space</source>
-        <translation>a partition is cloned to a partition or into free space</translation>
+        <source>A partition can only be cloned to a partition or to free space.</source>
+        <translation>A partition can only be cloned to a partition or to free space.</translation>
     </message>
     <message>
-        <source>the disks have sectors of different sizes</source>
-        <translation>the disks have sectors of different sizes</translation>
+        <source>The disks have different sector sizes.</source>
+        <translation>The disks have different sector sizes.</translation>
     </message>
     <message>
-        <source>the destination cannot be written to</source>
-        <translation>the destination cannot be written to</translation>
+        <source>The destination cannot be written to.</source>
+        <translation>The destination cannot be written to.</translation>
     </message>
     <message>
-        <source>boot media cannot be made</source>
-        <translation>boot media cannot be made</translation>
+        <source>Boot media cannot be created.</source>
+        <translation>Boot media cannot be created.</translation>
     </message>
     <message>
-        <source>there is no USB disk for it</source>
-        <translation>there is no USB disk for it</translation>
+        <source>A USB disk is required.</source>
+        <translation>A USB disk is required.</translation>
     </message>
     <message>
-        <source>the disk is too small for it</source>
-        <translation>the disk is too small for it</translation>
+        <source>The disk is too small for the boot medium.</source>
+        <translation>The disk is too small for the boot medium.</translation>
     </message>
     <message>
-        <source>the pre-OS environment is installed</source>
-        <translation>the pre-OS environment is installed</translation>
+        <source>The pre-OS environment is already installed.</source>
+        <translation>The pre-OS environment is already installed.</translation>
     </message>
     <message>
-        <source>the pre-OS environment is not installed</source>
-        <translation>the pre-OS environment is not installed</translation>
+        <source>The pre-OS environment is not installed.</source>
+        <translation>The pre-OS environment is not installed.</translation>
     </message>
     <message>
-        <source>the disk cannot be read</source>
-        <translation>the disk cannot be read</translation>
+        <source>The disk cannot be read.</source>
+        <translation>The disk cannot be read.</translation>
     </message>
     <message>
-        <source>a GPT disk has no MBR to rebuild</source>
-        <translation>a GPT disk has no MBR to rebuild</translation>
+        <source>A GPT disk has no MBR to rebuild.</source>
+        <translation>A GPT disk has no MBR to rebuild.</translation>
     </message>
     <message>
-        <source>there is no room to move the partitions</source>
-        <translation>there is no room to move the partitions</translation>
+        <source>The disk has no room to move the partitions.</source>
+        <translation>The disk has no room to move the partitions.</translation>
     </message>
     <message>
         <source>disk %1</source>
@@ -305,10 +305,6 @@
         <translation>The source cannot be cloned onto itself.</translation>
     </message>
     <message>
-        <source>The destination cannot be written to.</source>
-        <translation>The destination cannot be written to.</translation>
-    </message>
-    <message>
         <source>The destination has no place for a partition.</source>
         <translation>The destination has no place for a partition.</translation>
     </message>
@@ -317,36 +313,32 @@
         <translation>The destination holds the running system.</translation>
     </message>
     <message>
-        <source>The destination is too small.</source>
-        <translation>The destination is too small.</translation>
+        <source>The disk is already a GPT disk.</source>
+        <translation>The disk is already a GPT disk.</translation>
     </message>
     <message>
-        <source>The disk is a GPT disk already.</source>
-        <translation>The disk is a GPT disk already.</translation>
+        <source>The disk has no room for the partition table.</source>
+        <translation>The disk has no room for the partition table.</translation>
     </message>
     <message>
-        <source>The disk has no room for the table.</source>
-        <translation>The disk has no room for the table.</translation>
+        <source>The disk is already an MBR disk.</source>
+        <translation>The disk is already an MBR disk.</translation>
     </message>
     <message>
-        <source>The disk is an MBR disk already.</source>
-        <translation>The disk is an MBR disk already.</translation>
+        <source>A partition extends beyond 2 TiB, which an MBR disk cannot address.</source>
+        <translation>A partition extends beyond 2 TiB, which an MBR disk cannot address.</translation>
     </message>
     <message>
-        <source>A partition lies beyond what an MBR disk can address.</source>
-        <translation>A partition lies beyond what an MBR disk can address.</translation>
+        <source>The disk is already a basic disk.</source>
+        <translation>The disk is already a basic disk.</translation>
     </message>
     <message>
-        <source>The disk is a basic disk already.</source>
-        <translation>The disk is a basic disk already.</translation>
+        <source>A volume spans several disks.</source>
+        <translation>A volume spans several disks.</translation>
     </message>
     <message>
-        <source>A volume reaches over several disks.</source>
-        <translation>A volume reaches over several disks.</translation>
-    </message>
-    <message>
-        <source>The disk is a dynamic disk already.</source>
-        <translation>The disk is a dynamic disk already.</translation>
+        <source>The disk is already a dynamic disk.</source>
+        <translation>The disk is already a dynamic disk.</translation>
     </message>
     <message>
         <source>A USB disk cannot be dynamic.</source>
@@ -357,10 +349,6 @@
         <translation>The disk cannot be written to.</translation>
     </message>
     <message>
-        <source>The disk has no partition table.</source>
-        <translation>The disk has no partition table.</translation>
-    </message>
-    <message>
         <source>The disk is dynamic.</source>
         <translation>The disk is dynamic.</translation>
     </message>
@@ -369,24 +357,24 @@
         <translation>The drive cannot be written to.</translation>
     </message>
     <message>
-        <source>The drive has that file system already.</source>
-        <translation>The drive has that file system already.</translation>
+        <source>The drive already has that file system.</source>
+        <translation>The drive already has that file system.</translation>
     </message>
     <message>
-        <source>The drive has no file system that can be read.</source>
-        <translation>The drive has no file system that can be read.</translation>
+        <source>The drive has no readable file system.</source>
+        <translation>The drive has no readable file system.</translation>
     </message>
     <message>
         <source>The running system needs its file system.</source>
         <translation>The running system needs its file system.</translation>
     </message>
     <message>
-        <source>The drive cannot have that file system: %1.</source>
-        <translation>The drive cannot have that file system: %1.</translation>
+        <source>The drive cannot have that file system. %1</source>
+        <translation>The drive cannot have that file system. %1</translation>
     </message>
     <message>
-        <source>There is no such conversion.</source>
-        <translation>There is no such conversion.</translation>
+        <source>The conversion does not exist.</source>
+        <translation>The conversion does not exist.</translation>
     </message>
     <message>
         <source>The drive does not exist.</source>
@@ -405,24 +393,24 @@
         <translation>dynamic</translation>
     </message>
     <message>
-        <source>there is no such function</source>
-        <translation>there is no such function</translation>
+        <source>The function does not exist.</source>
+        <translation>The function does not exist.</translation>
     </message>
     <message>
-        <source>the function is switched off</source>
-        <translation>the function is switched off</translation>
+        <source>The function is switched off.</source>
+        <translation>The function is switched off.</translation>
     </message>
     <message>
-        <source>the target does not exist</source>
-        <translation>the target does not exist</translation>
+        <source>The target does not exist.</source>
+        <translation>The target does not exist.</translation>
     </message>
     <message>
-        <source>the disk is aligned</source>
-        <translation>the disk is aligned</translation>
+        <source>The disk is already aligned.</source>
+        <translation>The disk is already aligned.</translation>
     </message>
     <message>
-        <source>the drive is not encrypted</source>
-        <translation>the drive is not encrypted</translation>
+        <source>The drive is not encrypted.</source>
+        <translation>The drive is not encrypted.</translation>
     </message>
     <message>
         <source>free space on disk %1</source>
@@ -437,136 +425,116 @@
         <translation>nothing</translation>
     </message>
     <message>
-        <source>a partition in between cannot be moved</source>
-        <translation>a partition in between cannot be moved</translation>
+        <source>A partition in between cannot be moved.</source>
+        <translation>A partition in between cannot be moved.</translation>
     </message>
     <message>
-        <source>there is no room to take on that disk</source>
-        <translation>there is no room to take on that disk</translation>
+        <source>The disk has no space to take.</source>
+        <translation>The disk has no space to take.</translation>
     </message>
     <message>
-        <source>the data does not fit into that size</source>
-        <translation>the data does not fit into that size</translation>
+        <source>The data does not fit into that size.</source>
+        <translation>The data does not fit into that size.</translation>
     </message>
     <message>
-        <source>there is not that much free space behind the drive</source>
-        <translation>there is not that much free space behind the drive</translation>
+        <source>The free space after the drive is too small.</source>
+        <translation>The free space after the drive is too small.</translation>
     </message>
     <message>
-        <source>the drive has not that much free space</source>
-        <translation>the drive has not that much free space</translation>
+        <source>The drive does not have that much free space.</source>
+        <translation>The drive does not have that much free space.</translation>
     </message>
     <message>
-        <source>the disk has no such free region</source>
-        <translation>the disk has no such free region</translation>
+        <source>The free region does not exist.</source>
+        <translation>The free region does not exist.</translation>
     </message>
     <message>
-        <source>the free region is not that large</source>
-        <translation>the free region is not that large</translation>
+        <source>The free region is too small.</source>
+        <translation>The free region is too small.</translation>
     </message>
     <message>
-        <source>both drives must lie on one disk</source>
-        <translation>both drives must lie on one disk</translation>
+        <source>Both drives must be on the same disk.</source>
+        <translation>Both drives must be on the same disk.</translation>
     </message>
     <message>
-        <source>the second drive cannot be given up</source>
-        <translation>the second drive cannot be given up</translation>
+        <source>The second drive cannot be deleted.</source>
+        <translation>The second drive cannot be deleted.</translation>
     </message>
     <message>
-        <source>the second drive has no file system that can be read</source>
-        <translation>the second drive has no file system that can be read</translation>
+        <source>The second drive has no readable file system.</source>
+        <translation>The second drive has no readable file system.</translation>
     </message>
     <message>
-        <source>the drives are no neighbours</source>
-        <translation>the drives are no neighbours</translation>
+        <source>The drives are not adjacent.</source>
+        <translation>The drives are not adjacent.</translation>
     </message>
     <message>
-        <source>the target must be another drive of the same disk</source>
-        <translation>the target must be another drive of the same disk</translation>
+        <source>The target must be another drive on the same disk.</source>
+        <translation>The target must be another drive on the same disk.</translation>
     </message>
     <message>
-        <source>less than one mebibyte cannot be given</source>
-        <translation>less than one mebibyte cannot be given</translation>
+        <source>The size must be at least one mebibyte.</source>
+        <translation>The size must be at least one mebibyte.</translation>
     </message>
     <message>
-        <source>the target has no file system that can be read</source>
-        <translation>the target has no file system that can be read</translation>
+        <source>The target has no readable file system.</source>
+        <translation>The target has no readable file system.</translation>
     </message>
     <message>
-        <source>the drive is of that kind already, or its disk knows no kinds</source>
-        <translation>the drive is of that kind already, or its disk knows no kinds</translation>
+        <source>The drive already has that type, or its disk has no primary and logical partitions.</source>
+        <translation>The drive already has that type, or its disk has no primary and logical partitions.</translation>
     </message>
     <message>
-        <source>the machine starts from the drive</source>
-        <translation>the machine starts from the drive</translation>
+        <source>The computer starts from the drive.</source>
+        <translation>The computer starts from the drive.</translation>
     </message>
     <message>
-        <source>the other logical drives lie elsewhere</source>
-        <translation>the other logical drives lie elsewhere</translation>
+        <source>The drive is not adjacent to the other logical drives.</source>
+        <translation>The drive is not adjacent to the other logical drives.</translation>
     </message>
     <message>
-        <source>the drive lies between logical drives</source>
-        <translation>the drive lies between logical drives</translation>
+        <source>The drive is between logical drives.</source>
+        <translation>The drive is between logical drives.</translation>
     </message>
     <message>
-        <source>the running system needs its letter</source>
-        <translation>the running system needs its letter</translation>
+        <source>The running system needs its drive letter.</source>
+        <translation>The running system needs its drive letter.</translation>
     </message>
     <message>
-        <source>the new letter is not a drive letter, or is already in use</source>
-        <translation>the new letter is not a drive letter, or is already in use</translation>
+        <source>The new letter is not a drive letter, or is already in use.</source>
+        <translation>The new letter is not a drive letter, or is already in use.</translation>
     </message>
     <message>
-        <source>only a primary drive of an MBR disk can be made active, once</source>
-        <translation>only a primary drive of an MBR disk can be made active, once</translation>
+        <source>Only an inactive primary drive of an MBR disk can be made active.</source>
+        <translation>Only an inactive primary drive of an MBR disk can be made active.</translation>
     </message>
     <message>
-        <source>the drive is hidden already</source>
-        <translation>the drive is hidden already</translation>
+        <source>The drive is already hidden.</source>
+        <translation>The drive is already hidden.</translation>
     </message>
     <message>
-        <source>there is no disk %1</source>
-        <translation>there is no disk %1</translation>
+        <source>Disk %1 does not exist.</source>
+        <translation>Disk %1 does not exist.</translation>
     </message>
     <message>
-        <source>no drive has the letter %1</source>
-        <translation>no drive has the letter %1</translation>
+        <source>No drive has the letter %1.</source>
+        <translation>No drive has the letter %1.</translation>
     </message>
     <message>
-        <source>the disk cannot be written to</source>
-        <translation>the disk cannot be written to</translation>
+        <source>The drive holds the running system.</source>
+        <translation>The drive holds the running system.</translation>
     </message>
     <message>
-        <source>the drive cannot be written to</source>
-        <translation>the drive cannot be written to</translation>
+        <source>The drive is locked by BitLocker.</source>
+        <translation>The drive is locked by BitLocker.</translation>
     </message>
     <message>
-        <source>the drive holds the running system</source>
-        <translation>the drive holds the running system</translation>
+        <source>All drive letters are in use.</source>
+        <translation>All drive letters are in use.</translation>
     </message>
     <message>
-        <source>the drive is locked by BitLocker</source>
-        <translation>the drive is locked by BitLocker</translation>
-    </message>
-    <message>
-        <source>the drive has no file system that can be read</source>
-        <translation>the drive has no file system that can be read</translation>
-    </message>
-    <message>
-        <source>the file system "%1" cannot be made</source>
-        <translation>the file system "%1" cannot be made</translation>
-    </message>
-    <message>
-        <source>the disk is dynamic</source>
-        <translation>the disk is dynamic</translation>
-    </message>
-    <message>
-        <source>all drive letters are taken</source>
-        <translation>all drive letters are taken</translation>
-    </message>
-    <message>
-        <source>there is no function %1</source>
-        <translation>there is no function %1</translation>
+        <source>Function %1 does not exist.</source>
+        <translation>Function %1 does not exist.</translation>
     </message>
     <message>
         <source>Clone: %1 to %2</source>
@@ -792,10 +760,6 @@
         <translation>Medium</translation>
     </message>
     <message>
-        <source>There is no such disk.</source>
-        <translation>There is no such disk.</translation>
-    </message>
-    <message>
         <source>Disk</source>
         <translation>Disk</translation>
     </message>
@@ -860,16 +824,12 @@
         <translation>function %1</translation>
     </message>
     <message>
-        <source>the host is closing</source>
-        <translation>the host is closing</translation>
-    </message>
-    <message>
-        <source>failed after %1% as --fail asks</source>
-        <translation>failed after %1% as --fail asks</translation>
-    </message>
-    <message>
         <source>The host is closing.</source>
         <translation>The host is closing.</translation>
+    </message>
+    <message>
+        <source>The task failed after %1%, as --fail requests.</source>
+        <translation>The task failed after %1%, as --fail requests.</translation>
     </message>
     <message>
         <source>call</source>
@@ -884,8 +844,8 @@
         <translation>boot media</translation>
     </message>
     <message>
-        <source>boot media cannot be made there</source>
-        <translation>boot media cannot be made there</translation>
+        <source>Boot media cannot be created there.</source>
+        <translation>Boot media cannot be created there.</translation>
     </message>
     <message>
         <source>Disk health: disk %1</source>
@@ -898,6 +858,10 @@
     <message>
         <source>Toolbox: %1</source>
         <translation>Toolbox: %1</translation>
+    </message>
+    <message>
+        <source>The file system "%1" cannot be created.</source>
+        <translation>The file system "%1" cannot be created.</translation>
     </message>
 </context>
 <context>
@@ -918,8 +882,8 @@
         <translation>queued</translation>
     </message>
     <message>
-        <source>refused</source>
-        <translation>refused</translation>
+        <source>rejected</source>
+        <translation>rejected</translation>
     </message>
     <message>
         <source>answered</source>
@@ -930,10 +894,10 @@
         <translation>held</translation>
     </message>
     <message numerus="yes">
-        <source>refused %n time(s)</source>
+        <source>rejected %n time(s)</source>
         <translation>
-            <numerusform>refused %n time</numerusform>
-            <numerusform>refused %n times</numerusform>
+            <numerusform>rejected %n time</numerusform>
+            <numerusform>rejected %n times</numerusform>
         </translation>
     </message>
 </context>

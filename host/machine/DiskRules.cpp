@@ -8,79 +8,71 @@ namespace host {
 
 namespace {
 
-Answer initialize(const Question& q)
+Rejection initialize(const Question& q)
 {
-    const Answer answer = erasableDisk(q);
-    if (!answer.isEmpty())
-        return answer;
+    if (const Rejection rejection = erasableDisk(q))
+        return rejection;
     const auto& entries = q.disk()->partitions;
     const bool empty =
         std::all_of(entries.begin(), entries.end(), [](const Partition& entry) { return entry.unallocated; });
-    return empty ? yes() : no(QT_TRANSLATE_NOOP("Sandbox", "the disk has partitions"));
+    return rejectIf(!empty, QT_TRANSLATE_NOOP("Sandbox", "The disk has partitions."));
 }
 
-Answer deleteAll(const Question& q)
+Rejection deleteAll(const Question& q)
 {
-    const Answer answer = erasableDisk(q);
-    return !answer.isEmpty() || !q.disk()->isUnInitialize
-               ? answer
-               : no(QT_TRANSLATE_NOOP("Sandbox", "the disk has no partition table"));
+    return firstOf(q, {erasableDisk, diskWithTable});
 }
 
-Answer wipeDisk(const Question& q)
+Rejection wipeDisk(const Question& q)
 {
-    const Answer answer = erasableDisk(q);
-    return !answer.isEmpty() || q.number("eraseCount") > 0
-               ? answer
-               : no(QT_TRANSLATE_NOOP("Sandbox", "the erase count must be positive"));
+    return firstOf(q, {erasableDisk, positiveEraseCount});
 }
 
-Answer autoCreate(const Question& q)
+Rejection autoCreate(const Question& q)
 {
-    const Answer answer = erasableDisk(q);
-    if (!answer.isEmpty())
-        return answer;
+    if (const Rejection rejection = erasableDisk(q))
+        return rejection;
     const QString table = q.text("GptOrMbr").toUpper();
     if (table != QLatin1String("GPT") && table != QLatin1String("MBR"))
-        return no(QT_TRANSLATE_NOOP("Sandbox", "the table must be GPT or MBR"));
+        return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The partition table must be GPT or MBR."));
     const int count = q.number("partitionCount");
     const int limit = table == QLatin1String("GPT") ? kGptPlaces : kMbrPlaces;
     if (count < 1 || count > limit)
-        return no(QT_TRANSLATE_NOOP("Sandbox", "the table does not hold that many partitions"));
+        return Rejection(
+            QT_TRANSLATE_NOOP("Sandbox", "The partition table cannot hold that many partitions."));
     Machine emptied = q.machine;
     emptied.disk(q.disk()->diskIndex)->partitions.clear();
     const qint64 share = autoShare(*q.disk(), table == QLatin1String("GPT"), count);
-    const Answer size = newVolumeObjection(*fileSystem(QStringLiteral("NTFS")), share, 0, QString());
-    return size.isEmpty() ? lettersLeft(emptied, count) : size;
+    if (const Rejection rejection =
+            newVolumeRejection(*fileSystem(QStringLiteral("NTFS")), share, 0, QString()))
+        return rejection;
+    return lettersLeft(emptied, count);
 }
 
-Answer bringOnline(const Question& q)
+Rejection bringOnline(const Question& q)
 {
-    const Answer answer = diskKnown(q);
-    return !answer.isEmpty() || q.disk()->isOffline ? answer
-                                                    : no(QT_TRANSLATE_NOOP("Sandbox", "the disk is online"));
+    if (const Rejection rejection = diskKnown(q))
+        return rejection;
+    return rejectIf(!q.disk()->isOffline, QT_TRANSLATE_NOOP("Sandbox", "The disk is online."));
 }
 
-Answer eject(const Question& q)
+Rejection eject(const Question& q)
 {
-    const Answer answer = letterKnown(q);
-    if (!answer.isEmpty())
-        return answer;
+    if (const Rejection rejection = letterKnown(q))
+        return rejection;
     const Disk& disk = *q.diskOf(*q.partition());
     if (!disk.isUSB && !disk.isRemoveUsb)
-        return no(QT_TRANSLATE_NOOP("Sandbox", "the drive is not on a USB disk"));
-    return disk.holdsRunningSystem() ? no(QT_TRANSLATE_NOOP("Sandbox", "the disk holds the running system"))
-                                     : yes();
+        return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The drive is not on a USB disk."));
+    return rejectIf(disk.holdsRunningSystem(),
+                    QT_TRANSLATE_NOOP("Sandbox", "The disk holds the running system."));
 }
 
-Answer migrate(const Question& q)
+Rejection migrate(const Question& q)
 {
-    const Answer answer = readableVolume(q);
-    if (!answer.isEmpty())
-        return answer;
-    return migrationTarget(q.machine, *q.partition()).has_value()
-               ? yes()
-               : no(QT_TRANSLATE_NOOP("Sandbox", "no other disk has room for the data"));
+    if (const Rejection rejection = readableVolume(q))
+        return rejection;
+    return rejectIf(!migrationTarget(q.machine, *q.partition()).has_value(),
+                    QT_TRANSLATE_NOOP("Sandbox", "No other disk has room for the data."));
 }
 
 } // namespace

@@ -63,42 +63,41 @@ int defaultCluster(const FileSystem& kind, qint64 size)
     return static_cast<int>(cluster);
 }
 
-Text clusterObjection(const FileSystem& kind, qint64 size, int cluster)
+Rejection clusterRejection(const FileSystem& kind, qint64 size, int cluster)
 {
     const bool powerOfTwo = cluster > 0 && (cluster & (cluster - 1)) == 0;
     if (!powerOfTwo || cluster < kind.smallestCluster || cluster > kind.largestCluster)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "no such cluster size"));
-    return size / cluster > kind.clusters
-               ? Text(QT_TRANSLATE_NOOP("Sandbox", "the clusters are too small for that size"))
-               : Text();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The cluster size is not supported."));
+    return rejectIf(size / cluster > kind.clusters,
+                    QT_TRANSLATE_NOOP("Sandbox", "The clusters are too small for that size."));
 }
 
-Text newVolumeObjection(const FileSystem& kind, qint64 size, int cluster, const QString& label)
+Rejection newVolumeRejection(const FileSystem& kind, qint64 size, int cluster, const QString& label)
 {
     if (size < kind.smallest || size > kind.largestMade)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 cannot be made in that size"), {nameOf(kind)});
-    const Text objection = clusterObjection(kind, size, cluster == 0 ? defaultCluster(kind, size) : cluster);
-    return objection.isEmpty() ? labelObjection(kind, label) : objection;
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 cannot be created in that size."), {nameOf(kind)});
+    if (const Rejection rejection =
+            clusterRejection(kind, size, cluster == 0 ? defaultCluster(kind, size) : cluster))
+        return rejection;
+    return labelRejection(kind, label);
 }
 
-Text labelObjection(const FileSystem& kind, const QString& label)
+Rejection labelRejection(const FileSystem& kind, const QString& label)
 {
     if (label.size() > kind.label)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "the label is too long"));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The label is too long."));
     const QLatin1String bad(kind.badInLabel);
     const bool isBad = std::any_of(label.begin(), label.end(),
                                    [&](QChar c) { return c < QLatin1Char(' ') || bad.contains(c); });
-    return isBad ? Text(QT_TRANSLATE_NOOP("Sandbox", "the label has a character that none can have"))
-                 : Text();
+    return rejectIf(isBad, QT_TRANSLATE_NOOP("Sandbox", "The label contains an invalid character."));
 }
 
-Text sizeObjection(const FileSystem& kind, qint64 size, int cluster)
+Rejection sizeRejection(const FileSystem& kind, qint64 size, int cluster)
 {
     if (size < kind.smallest || size > kind.largest)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 cannot have that size"), {nameOf(kind)});
-    return cluster > 0 && size / cluster > kind.clusters
-               ? Text(QT_TRANSLATE_NOOP("Sandbox", "the clusters are too small for that size"))
-               : Text();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 does not support that size."), {nameOf(kind)});
+    return rejectIf(cluster > 0 && size / cluster > kind.clusters,
+                    QT_TRANSLATE_NOOP("Sandbox", "The clusters are too small for that size."));
 }
 
 } // namespace host

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/machine/Text.h"
+#include "host/machine/Rejection.h"
 
 #include <QtCore/QString>
 
@@ -26,18 +26,14 @@ const FileSystem* fileSystem(const QString& name);
 /// The cluster that a volume of that size gets if none is asked for; bytes.
 int defaultCluster(const FileSystem& kind, qint64 size);
 
-/// What speaks against a new volume of that kind, size, cluster and label; empty if nothing. A cluster of 0
-/// is the default one.
-Text newVolumeObjection(const FileSystem& kind, qint64 size, int cluster, const QString& label);
+/// Sizes and clusters are bytes. A cluster of 0 means the default.
+Rejection newVolumeRejection(const FileSystem& kind, qint64 size, int cluster, const QString& label);
 
-/// What speaks against a cluster of that many bytes in a volume of that size; empty if nothing.
-Text clusterObjection(const FileSystem& kind, qint64 size, int cluster);
+Rejection clusterRejection(const FileSystem& kind, qint64 size, int cluster);
 
-/// What speaks against a label; empty if nothing.
-Text labelObjection(const FileSystem& kind, const QString& label);
+Rejection labelRejection(const FileSystem& kind, const QString& label);
 
-/// What speaks against a volume of that kind and cluster having that size after a change; empty if nothing.
-/// A cluster of 0 is not looked at.
-Text sizeObjection(const FileSystem& kind, qint64 size, int cluster);
+/// For an existing volume that changes its size. A cluster of 0 is not checked.
+Rejection sizeRejection(const FileSystem& kind, qint64 size, int cluster);
 
 } // namespace host

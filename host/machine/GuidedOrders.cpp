@@ -183,7 +183,7 @@ void convertToDynamic(Machine& machine, const QVariantMap& params)
 }
 
 // The files stay, and so do label and use.
-template <int conversion> void convertPartition(Machine& machine, const QVariantMap& params)
+template <Conversion conversion> void convertPartition(Machine& machine, const QVariantMap& params)
 {
     Partition& partition = target(machine, params);
     const FileSystem& kind = *fileSystem(conversionFileSystem(conversion));
@@ -279,9 +279,9 @@ const Operations& guidedOperations()
         {Function::ConvertDiskToMbr, {convertToMbr}},
         {Function::ConvertDiskToBasic, {convertToBasic}},
         {Function::ConvertDiskToDynamic, {convertToDynamic}},
-        {Function::ConvertPartitionToNtfs, {convertPartition<4>, usedBytes}},
-        {Function::ConvertPartitionToFat, {convertPartition<5>, usedBytes}},
-        {Function::ConvertPartitionToExfat, {convertPartition<6>, usedBytes}},
+        {Function::ConvertPartitionToNtfs, {convertPartition<Conversion::ToNtfs>, usedBytes}},
+        {Function::ConvertPartitionToFat, {convertPartition<Conversion::ToFat>, usedBytes}},
+        {Function::ConvertPartitionToExfat, {convertPartition<Conversion::ToExfat>, usedBytes}},
         {Function::CreateBootMedia, {createMedia, mediaBytes, createMediaPart}},
         {Function::InstallPreOs, {installPreOs, mediaBytes}},
         {Function::DisablePreOs, {disablePreOs}},

@@ -5,14 +5,13 @@
 #include "host/machine/Records.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace host {
 
 namespace {
 
 constexpr int kDestinationStep = 2;
-
-enum Conversion { ToGpt, ToMbr, ToBasic, ToDynamic, ToNtfs, ToFat, ToExfat };
 
 int diskIndexOf(const QVariantMap& record)
 {
@@ -24,7 +23,7 @@ Text diskName(int diskIndex)
     return {QT_TRANSLATE_NOOP("Sandbox", "disk %1"), {QString::number(diskIndex)}};
 }
 
-Text sourceObjection(const Machine& machine, const QVariantMap& source)
+Rejection sourceRejection(const Machine& machine, const QVariantMap& source)
 {
     const Disk* disk = machine.disk(diskIndexOf(source));
     if (disk == nullptr)
@@ -32,12 +31,11 @@ Text sourceObjection(const Machine& machine, const QVariantMap& source)
     if (disk->isOffline || disk->isBad)
         return Text(QT_TRANSLATE_NOOP("Sandbox", "The source disk cannot be read."));
     if (isDiskRecord(source))
-        return disk->isUnInitialize ? Text(QT_TRANSLATE_NOOP("Sandbox", "The source disk is empty."))
-                                    : Text();
+        return rejectIf(disk->isUnInitialize, QT_TRANSLATE_NOOP("Sandbox", "The source disk is empty."));
     const Partition* entry = entryOf(machine, source);
     if (entry == nullptr || entry->unallocated)
         return Text(QT_TRANSLATE_NOOP("Sandbox", "The source is not a partition."));
-    return Text();
+    return kAccepted;
 }
 
 qint64 dataSize(const Machine& machine, const QVariantMap& source)
@@ -53,7 +51,8 @@ bool isSame(const Machine& machine, const QVariantMap& source, const QVariantMap
     return isDiskRecord(destination) || entryOf(machine, source) == entryOf(machine, destination);
 }
 
-Text destinationObjection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination)
+Rejection destinationRejection(const Machine& machine, const QVariantMap& source,
+                               const QVariantMap& destination)
 {
     const Disk* disk = machine.disk(diskIndexOf(destination));
     if (disk == nullptr)
@@ -68,9 +67,8 @@ Text destinationObjection(const Machine& machine, const QVariantMap& source, con
     if (entry != nullptr ? entry->isBoot || entry->isSystem : disk->holdsRunningSystem())
         return Text(QT_TRANSLATE_NOOP("Sandbox", "The destination holds the running system."));
     const qint64 room = entry != nullptr ? entry->size : disk->size;
-    return room < dataSize(machine, source)
-               ? Text(QT_TRANSLATE_NOOP("Sandbox", "The destination is too small."))
-               : Text();
+    return rejectIf(room < dataSize(machine, source),
+                    QT_TRANSLATE_NOOP("Sandbox", "The destination is too small."));
 }
 
 // What is needed to find the entry again.
@@ -86,10 +84,10 @@ QVariantMap shortRecord(const QVariantMap& record)
     return kept;
 }
 
-Text toGptObjection(const Disk& disk)
+Rejection toGptRejection(const Disk& disk)
 {
     if (disk.isGPT)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is a GPT disk already."));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is already a GPT disk."));
     Disk converted = disk;
     converted.isGPT = true;
     const auto partitions = std::count_if(disk.partitions.begin(), disk.partitions.end(),
@@ -99,74 +97,104 @@ Text toGptObjection(const Disk& disk)
             return entry.unallocated ||
                    (entry.startSector > kGptTailSectors && entry.endOffset() <= usableEnd(converted));
         });
-    return room && partitions <= kGptPlaces
-               ? Text()
-               : Text(QT_TRANSLATE_NOOP("Sandbox", "The disk has no room for the table."));
+    return rejectIf(!(room && partitions <= kGptPlaces),
+                    QT_TRANSLATE_NOOP("Sandbox", "The disk has no room for the partition table."));
 }
 
-Text toMbrObjection(const Disk& disk)
+Rejection toMbrRejection(const Disk& disk)
 {
     if (!disk.isGPT)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is an MBR disk already."));
-    return reachesBeyondMbr(disk)
-               ? Text(QT_TRANSLATE_NOOP("Sandbox", "A partition lies beyond what an MBR disk can address."))
-               : Text();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is already an MBR disk."));
+    return rejectIf(
+        reachesBeyondMbr(disk),
+        QT_TRANSLATE_NOOP("Sandbox", "A partition extends beyond 2 TiB, which an MBR disk cannot address."));
 }
 
-Text toBasicObjection(const Disk& disk)
+Rejection toBasicRejection(const Disk& disk)
 {
     constexpr int kSimple = 2;
     constexpr int kSimpleExtended = 7;
     if (!disk.isDynamic)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is a basic disk already."));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is already a basic disk."));
     const bool spans =
         std::any_of(disk.partitions.begin(), disk.partitions.end(), [](const Partition& entry) {
             return !entry.unallocated && entry.dynamicVolumeType > kSimple &&
                    entry.dynamicVolumeType < kSimpleExtended;
         });
-    return spans ? Text(QT_TRANSLATE_NOOP("Sandbox", "A volume reaches over several disks.")) : Text();
+    return rejectIf(spans, QT_TRANSLATE_NOOP("Sandbox", "A volume spans several disks."));
 }
 
-Text toDynamicObjection(const Disk& disk)
+Rejection toDynamicRejection(const Disk& disk)
 {
     if (disk.isDynamic)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is a dynamic disk already."));
-    return disk.isUSB || disk.isRemoveUsb
-               ? Text(QT_TRANSLATE_NOOP("Sandbox", "A USB disk cannot be dynamic."))
-               : Text();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is already a dynamic disk."));
+    return rejectIf(disk.isUSB || disk.isRemoveUsb,
+                    QT_TRANSLATE_NOOP("Sandbox", "A USB disk cannot be dynamic."));
 }
 
-Text diskConversionObjection(const Disk& disk, int conversion)
+Rejection diskConversionRejection(const Disk& disk, Conversion conversion)
 {
-    using Objection = Text (*)(const Disk&);
-    static const Objection objections[] = {toGptObjection, toMbrObjection, toBasicObjection,
-                                           toDynamicObjection};
     if (!disk.isWritable())
         return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk cannot be written to."));
     if (disk.isUnInitialize)
         return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk has no partition table."));
-    if (disk.isDynamic && conversion <= ToMbr)
+    const bool changesTable = conversion == Conversion::ToGpt || conversion == Conversion::ToMbr;
+    if (disk.isDynamic && changesTable)
         return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is dynamic."));
-    return objections[conversion](disk);
+    switch (conversion) {
+    case Conversion::ToGpt:
+        return toGptRejection(disk);
+    case Conversion::ToMbr:
+        return toMbrRejection(disk);
+    case Conversion::ToBasic:
+        return toBasicRejection(disk);
+    default:
+        return toDynamicRejection(disk);
+    }
 }
 
-Text partitionConversionObjection(const Disk& disk, const Partition& partition, int conversion)
+Rejection partitionConversionRejection(const Disk& disk, const Partition& partition, Conversion conversion)
 {
     if (partition.readonly || partition.isLocked() || partition.isBad || !disk.isWritable())
         return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive cannot be written to."));
     const FileSystem& wanted = *fileSystem(conversionFileSystem(conversion));
     const FileSystem* present = fileSystem(partition.fsString);
     if (present == &wanted)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive has that file system already."));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive already has that file system."));
     if (present == nullptr)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive has no file system that can be read."));
-    if (partition.isBoot && conversion != ToNtfs)
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive has no readable file system."));
+    if (partition.isBoot && conversion != Conversion::ToNtfs)
         return Text(QT_TRANSLATE_NOOP("Sandbox", "The running system needs its file system."));
-    const Text objection = newVolumeObjection(wanted, partition.size, 0, partition.label);
-    return objection.isEmpty()
-               ? Text()
-               : Text(QT_TRANSLATE_NOOP("Sandbox", "The drive cannot have that file system: %1."),
-                      {objection});
+    if (const Rejection rejection = newVolumeRejection(wanted, partition.size, 0, partition.label))
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive cannot have that file system. %1"), {*rejection});
+    return kAccepted;
+}
+
+struct ConversionRow
+{
+    Conversion conversion;
+    Function function;
+    Text name;
+    const char* fileSystem; ///< empty for a conversion of a disk
+};
+
+const ConversionRow& rowOf(Conversion conversion)
+{
+    static const ConversionRow rows[] = {
+        {Conversion::ToGpt, Function::ConvertDiskToGpt, QStringLiteral("GPT"), ""},
+        {Conversion::ToMbr, Function::ConvertDiskToMbr, QStringLiteral("MBR"), ""},
+        {Conversion::ToBasic, Function::ConvertDiskToBasic, QT_TRANSLATE_NOOP("Sandbox", "basic"), ""},
+        {Conversion::ToDynamic, Function::ConvertDiskToDynamic, QT_TRANSLATE_NOOP("Sandbox", "dynamic"), ""},
+        {Conversion::ToNtfs, Function::ConvertPartitionToNtfs, QStringLiteral("NTFS"), "NTFS"},
+        {Conversion::ToFat, Function::ConvertPartitionToFat, QStringLiteral("FAT"), "FAT32"},
+        {Conversion::ToExfat, Function::ConvertPartitionToExfat, QStringLiteral("exFAT"), "exFAT"}};
+    return *std::find_if(std::begin(rows), std::end(rows),
+                         [&](const ConversionRow& row) { return row.conversion == conversion; });
+}
+
+bool isOfPartition(Conversion conversion)
+{
+    return *rowOf(conversion).fileSystem != '\0';
 }
 
 bool isUsb(const Disk* disk)
@@ -194,49 +222,48 @@ const Partition* entryOf(const Machine& machine, const QVariantMap& record)
     return nullptr;
 }
 
-Text cloneObjection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination,
-                    int step)
+Rejection cloneRejection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination,
+                         int step)
 {
-    const Text objection = sourceObjection(machine, source);
-    if (!objection.isEmpty() || step != kDestinationStep)
-        return objection;
-    return destinationObjection(machine, source, destination);
+    const Rejection rejection = sourceRejection(machine, source);
+    if (rejection || step != kDestinationStep)
+        return rejection;
+    return destinationRejection(machine, source, destination);
 }
 
-Text conversionObjection(const Machine& machine, int conversion, const QVariantMap& record)
+std::optional<Conversion> conversionOf(int number)
 {
-    if (conversionName(conversion).isEmpty())
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "There is no such conversion."));
-    if (conversion >= ToNtfs) {
+    if (number < static_cast<int>(Conversion::ToGpt) || number > static_cast<int>(Conversion::ToExfat))
+        return std::nullopt;
+    return static_cast<Conversion>(number);
+}
+
+Rejection conversionRejection(const Machine& machine, std::optional<Conversion> conversion,
+                              const QVariantMap& record)
+{
+    if (!conversion)
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The conversion does not exist."));
+    if (isOfPartition(*conversion)) {
         const Partition* partition =
             machine.partition(record.value(QStringLiteral("driveLetter")).toString());
-        return partition == nullptr ? Text(QT_TRANSLATE_NOOP("Sandbox", "The drive does not exist."))
-                                    : partitionConversionObjection(*machine.disk(partition->diskIndex),
-                                                                   *partition, conversion);
+        if (partition == nullptr)
+            return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive does not exist."));
+        return partitionConversionRejection(*machine.disk(partition->diskIndex), *partition, *conversion);
     }
     const Disk* disk = machine.disk(diskIndexOf(record));
-    return disk == nullptr ? Text(QT_TRANSLATE_NOOP("Sandbox", "The disk does not exist."))
-                           : diskConversionObjection(*disk, conversion);
+    if (disk == nullptr)
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk does not exist."));
+    return diskConversionRejection(*disk, *conversion);
 }
 
-Text conversionName(int conversion)
+Text conversionName(Conversion conversion)
 {
-    static const Text names[] = {QStringLiteral("GPT"),
-                                 QStringLiteral("MBR"),
-                                 QT_TRANSLATE_NOOP("Sandbox", "basic"),
-                                 QT_TRANSLATE_NOOP("Sandbox", "dynamic"),
-                                 QStringLiteral("NTFS"),
-                                 QStringLiteral("FAT"),
-                                 QStringLiteral("exFAT")};
-    return conversion >= ToGpt && conversion <= ToExfat ? names[conversion] : Text();
+    return rowOf(conversion).name;
 }
 
-QString conversionFileSystem(int conversion)
+QString conversionFileSystem(Conversion conversion)
 {
-    static const QMap<int, QString> results = {{ToNtfs, QStringLiteral("NTFS")},
-                                               {ToFat, QStringLiteral("FAT32")},
-                                               {ToExfat, QStringLiteral("exFAT")}};
-    return results.value(conversion);
+    return QString::fromLatin1(rowOf(conversion).fileSystem);
 }
 
 const Disk* bootMediaDisk(const Machine& machine, const QVariantMap& task)
@@ -275,25 +302,25 @@ QString toolboxName(int index)
     return names.value(index);
 }
 
-Text toolboxObjection(const Machine& machine, int index, const QVariantMap& record)
+Rejection toolboxRejection(const Machine& machine, int index, const QVariantMap& record)
 {
     const QString name = toolboxName(index);
     if (name.isEmpty())
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "there is no such function"));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The function does not exist."));
     if (!machine.toolbox.value(name, true))
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "the function is switched off"));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The function is switched off."));
     if (record.isEmpty())
-        return Text();
+        return kAccepted;
     const Disk* disk = machine.disk(diskIndexOf(record));
     if (disk == nullptr)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "the target does not exist"));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The target does not exist."));
     if (name == QLatin1String("rebuildMbr") && disk->isGPT)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "a GPT disk has no MBR to rebuild"));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "A GPT disk has no MBR to rebuild."));
     if (name == QLatin1String("align4k") && isAlignedTo4k(record))
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "the disk is aligned"));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk is already aligned."));
     if (name == QLatin1String("bitLockerKey") && record.value(QStringLiteral("bltState")).toInt() == 0)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "the drive is not encrypted"));
-    return Text();
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The drive is not encrypted."));
+    return kAccepted;
 }
 
 Text describeRecord(const QVariantMap& record)
@@ -323,13 +350,11 @@ std::optional<GuidedWork> cloneWork(int cloneType, const QVariantMap& source, co
                        {QStringLiteral("destination"), shortRecord(destination)}}};
 }
 
-std::optional<GuidedWork> conversionWork(int conversion, const QVariantMap& record)
+GuidedWork conversionWork(Conversion conversion, const QVariantMap& record)
 {
-    if (conversionName(conversion).isEmpty())
-        return std::nullopt;
-    const auto function = static_cast<Function>(static_cast<int>(Function::ConvertDiskToGpt) + conversion);
-    const QString key = conversion >= ToNtfs ? QStringLiteral("driveLetter") : QStringLiteral("diskIndex");
-    return GuidedWork{function, {{key, record.value(key)}}};
+    const QString key =
+        isOfPartition(conversion) ? QStringLiteral("driveLetter") : QStringLiteral("diskIndex");
+    return {rowOf(conversion).function, {{key, record.value(key)}}};
 }
 
 GuidedWork bootMediaWork(const QVariantMap& task)

@@ -2,7 +2,7 @@
 
 #include "host/machine/Functions.h"
 #include "host/machine/Machine.h"
-#include "host/machine/Text.h"
+#include "host/machine/Rejection.h"
 
 #include <QtCore/QVariantMap>
 
@@ -10,58 +10,61 @@
 
 namespace host {
 
-/// What a guide does once its user begins: a function, and the keys that taskRefusal() and carryOut() take.
+/// The work that the user starts in a guide: a function, and the parameters of taskRejection() and
+/// carryOut().
 struct GuidedWork
 {
     Function function;
     QVariantMap params;
 };
 
-/// @name The work behind the guides that the agent's tools open
-/// None where a guide only informs, or its records name nothing.
+/// The conversions, with the numbers that the library sends. The first four convert a disk, the others a
+/// partition.
+enum class Conversion : int { ToGpt, ToMbr, ToBasic, ToDynamic, ToNtfs, ToFat, ToExfat };
+
+/// Empty for an unknown number.
+std::optional<Conversion> conversionOf(int number);
+Text conversionName(Conversion conversion);
+/// The resulting file system; empty for the conversion of a disk.
+QString conversionFileSystem(Conversion conversion);
+
+/// @name The work of each guide
+/// Empty if the guide only informs, or if its records name no target.
 /// @{
 std::optional<GuidedWork> cloneWork(int cloneType, const QVariantMap& source, const QVariantMap& destination);
-std::optional<GuidedWork> conversionWork(int conversion, const QVariantMap& record);
+GuidedWork conversionWork(Conversion conversion, const QVariantMap& record);
 GuidedWork bootMediaWork(const QVariantMap& task);
 std::optional<GuidedWork> recoveryWork(const QVariantMap& task);
 std::optional<GuidedWork> toolboxWork(int index, const QVariantMap& record);
 /// @}
 
-/// The entry of the machine that a partition's record stands for, found by its place, since not every one has
-/// a letter. Null for a disk's record.
+/// The machine's entry for a partition record, found by its start sector, because a partition may have no
+/// letter. Null for a disk record.
 const Partition* entryOf(const Machine& machine, const QVariantMap& record);
 
-/// Whether the record stands for a whole disk.
+/// Whether the record describes a whole disk.
 bool isDiskRecord(const QVariantMap& record);
 
-/// What the clone guide has against a task; empty if nothing. Step 1 looks at the source alone, step 2 at
-/// both records. Records are those of diskRecords() and stand for the disk or partition of @p machine that
-/// they name.
-Text cloneObjection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination,
-                    int step);
+/// Step 1 checks the source alone, step 2 both records. Records are those of diskRecords(); only their
+/// position is used, everything else is read from @p machine.
+Rejection cloneRejection(const Machine& machine, const QVariantMap& source, const QVariantMap& destination,
+                         int step);
 
-/// What the conversion guide has against a conversion of the record's disk or partition; empty if nothing.
-/// @p conversion: 0 to GPT, 1 to MBR, 2 to basic, 3 to dynamic, 4 to NTFS, 5 to FAT, 6 to exFAT.
-Text conversionObjection(const Machine& machine, int conversion, const QVariantMap& record);
+/// Rejects an empty @p conversion.
+Rejection conversionRejection(const Machine& machine, std::optional<Conversion> conversion,
+                              const QVariantMap& record);
 
-/// The conversion's name, empty for a number that is none.
-Text conversionName(int conversion);
-
-/// The file system that a conversion gives a drive, empty for one of a disk.
-QString conversionFileSystem(int conversion);
-
-/// Whether a boot medium can be made on the target that the task names; a task without one needs any USB
+/// Whether the target that the task names can become a boot medium; a task without a target needs any USB
 /// disk.
 bool bootMediaTargetExists(const Machine& machine, const QVariantMap& task);
 
-/// The disk on which a boot medium is made; null for a file, and where no disk serves.
+/// The disk that becomes the boot medium; null for an ISO file or if no disk is suitable.
 const Disk* bootMediaDisk(const Machine& machine, const QVariantMap& task);
 
-/// The name of a toolbox function, by which the machine file switches it; empty for a number that is none.
+/// The name of a toolbox function, which is its key in the machine file; empty for an unknown index.
 QString toolboxName(int index);
 
-/// What the toolbox has against a function on that record; empty if nothing.
-Text toolboxObjection(const Machine& machine, int index, const QVariantMap& record);
+Rejection toolboxRejection(const Machine& machine, int index, const QVariantMap& record);
 
 /// The record in words, for a title: "disk 2", "drive D", "free space on disk 2".
 Text describeRecord(const QVariantMap& record);

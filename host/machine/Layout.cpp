@@ -164,26 +164,26 @@ qint64 movedByGiving(const Disk& disk, std::size_t from, std::size_t to)
     return moved;
 }
 
-Text givingObjection(const Disk& disk, std::size_t from, std::size_t to, qint64 bytes)
+Rejection givingRejection(const Disk& disk, std::size_t from, std::size_t to, qint64 bytes)
 {
     for (std::size_t i = std::min(from, to); i <= std::max(from, to); ++i) {
         if (!isMovable(disk.partitions[i]))
-            return Text(QT_TRANSLATE_NOOP("Sandbox", "a partition in between cannot be moved"));
+            return Text(QT_TRANSLATE_NOOP("Sandbox", "A partition in between cannot be moved."));
     }
     Disk trial = disk;
     giveSpace(trial, from, to, bytes);
     if (!disk.isGPT && reachesBeyondMbr(trial))
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "an MBR disk cannot use space beyond 2 TiB"));
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "An MBR disk cannot use space beyond 2 TiB."));
     for (const std::size_t place : {from, to}) {
         const Partition& entry = disk.partitions[place];
         const FileSystem* kind = entry.unallocated ? nullptr : fileSystem(entry.fsString);
         const qint64 size = place == to ? entry.size + bytes : entry.size - bytes;
-        const Text objection =
-            kind == nullptr ? Text() : sizeObjection(*kind, size, entry.clusterSize * entry.sectorSize);
-        if (!objection.isEmpty())
-            return objection;
+        if (kind == nullptr)
+            continue;
+        if (const Rejection rejection = sizeRejection(*kind, size, entry.clusterSize * entry.sectorSize))
+            return rejection;
     }
-    return Text();
+    return kAccepted;
 }
 
 bool reachesBeyondMbr(const Disk& disk)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/machine/Machine.h"
-#include "host/machine/Text.h"
+#include "host/machine/Rejection.h"
 
 #include <cstddef>
 #include <optional>
@@ -55,9 +55,9 @@ void moveTo(Partition& entry, qint64 begin);
 void giveSpace(Disk& disk, std::size_t from, std::size_t to, qint64 bytes);
 /// Bytes in use that giveSpace moves.
 qint64 movedByGiving(const Disk& disk, std::size_t from, std::size_t to);
-/// What speaks against it: a partition in the way that cannot be moved, the reach of an MBR table, or the
-/// file system that would grow too large. Empty if nothing.
-Text givingObjection(const Disk& disk, std::size_t from, std::size_t to, qint64 bytes);
+/// Rejects giveSpace() if a partition in between cannot be moved, an MBR table cannot address the result, or
+/// a file system does not support the new size.
+Rejection givingRejection(const Disk& disk, std::size_t from, std::size_t to, qint64 bytes);
 
 /// True if a partition ends beyond what an MBR table can address.
 bool reachesBeyondMbr(const Disk& disk);

@@ -26,8 +26,8 @@ constexpr qint64 kLargestFile = 16 * 1024 * 1024;
 constexpr int kMostDisks = 1024;
 constexpr int kMostPartitions = 4096;
 
-// Thrown inside this file only, so that the place of a fault need not be passed through every step.
-struct Fault
+// Thrown and caught in this file only.
+struct InvalidMachine
 {
     QString text;
 };
@@ -38,21 +38,21 @@ template <class Number> Number wholeNumber(const QJsonValue& value, const QStrin
     const auto whole = value.toVariant().toLongLong();
     if (!value.isDouble() || number != std::floor(number) || std::fabs(number) > 9.2e18 ||
         whole > std::numeric_limits<Number>::max() || whole < std::numeric_limits<Number>::min())
-        throw Fault{QStringLiteral("%1 must be a whole number").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be a whole number").arg(place)};
     return static_cast<Number>(whole);
 }
 
 void assign(bool& target, const QJsonValue& value, const QString& place)
 {
     if (!value.isBool())
-        throw Fault{QStringLiteral("%1 must be true or false").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be true or false").arg(place)};
     target = value.toBool();
 }
 
 void assign(QString& target, const QJsonValue& value, const QString& place)
 {
     if (!value.isString())
-        throw Fault{QStringLiteral("%1 must be a text").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be a text").arg(place)};
     target = value.toString();
 }
 
@@ -76,20 +76,20 @@ void assignKey(Record& record, const std::vector<Field<Record>>& fields, const Q
         std::visit([&](auto member) { assign(record.*member, value, place); }, field.member);
         return;
     }
-    throw Fault{QStringLiteral("%1 is not a key of the inventory").arg(place)};
+    throw InvalidMachine{QStringLiteral("%1 is not a key of the inventory").arg(place)};
 }
 
 QJsonObject objectAt(const QJsonValue& value, const QString& place)
 {
     if (!value.isObject())
-        throw Fault{QStringLiteral("%1 must be an object").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be an object").arg(place)};
     return value.toObject();
 }
 
 QJsonArray listAt(const QJsonValue& value, const QString& place)
 {
     if (!value.isArray())
-        throw Fault{QStringLiteral("%1 must be a list").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be a list").arg(place)};
     return value.toArray();
 }
 
@@ -101,7 +101,7 @@ bool isSize(qint64 bytes)
 void requireKey(const QJsonObject& object, const char* key, const QString& place)
 {
     if (!object.contains(QLatin1String(key)))
-        throw Fault{QStringLiteral("%1.%2 is missing").arg(place, QLatin1String(key))};
+        throw InvalidMachine{QStringLiteral("%1.%2 is missing").arg(place, QLatin1String(key))};
 }
 
 // What a partition takes over from its disk and from its place, unless its own keys say otherwise.
@@ -126,7 +126,7 @@ Partition readPartition(const QJsonObject& object, const Disk& disk, const QStri
     if (!isSize(partition.size) || !isSize(partition.usedSize) || partition.startSector < 0 ||
         partition.startSector > kLastSector || partition.sectorSize <= 0 ||
         partition.sectorSize > kLargestSector)
-        throw Fault{QStringLiteral("%1 has a size or place that no partition can have").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 has a size or place that no partition can have").arg(place)};
     const int sectorSize = partition.sectorSize;
     if (!object.contains(QStringLiteral("startSector")))
         partition.startSector =
@@ -163,13 +163,14 @@ Disk readDisk(const QJsonObject& object, const QString& place)
             assignKey(disk, diskFields(), it.key(), it.value(), place + QLatin1Char('.') + it.key());
     }
     if (!isSize(disk.size))
-        throw Fault{QStringLiteral("%1 has a size that no disk can have").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 has a size that no disk can have").arg(place)};
     if (!object.contains(kPartitions))
         return disk;
     const QString listPlace = place + QLatin1String(".partitions");
     const QJsonArray partitions = listAt(object.value(kPartitions), listPlace);
     if (partitions.size() > kMostPartitions)
-        throw Fault{QStringLiteral("%1 has more than %2 entries").arg(listPlace).arg(kMostPartitions)};
+        throw InvalidMachine{
+            QStringLiteral("%1 has more than %2 entries").arg(listPlace).arg(kMostPartitions)};
     for (int i = 0; i < partitions.size(); ++i) {
         const QString entryPlace = QStringLiteral("%1[%2]").arg(listPlace).arg(i);
         disk.partitions.push_back(readPartition(objectAt(partitions.at(i), entryPlace), disk, entryPlace));
@@ -182,7 +183,7 @@ void readDisks(Machine& machine, const QJsonValue& value)
 {
     const QJsonArray disks = listAt(value, QStringLiteral("disks"));
     if (disks.size() > kMostDisks)
-        throw Fault{QStringLiteral("disks has more than %1 entries").arg(kMostDisks)};
+        throw InvalidMachine{QStringLiteral("disks has more than %1 entries").arg(kMostDisks)};
     for (int i = 0; i < disks.size(); ++i) {
         const QString place = QStringLiteral("disks[%1]").arg(i);
         machine.disks.push_back(readDisk(objectAt(disks.at(i), place), place));
@@ -214,7 +215,7 @@ void readSwitch(Machine& machine, const QString& key, const QJsonValue& value)
     };
     const auto member = switches.find(key);
     if (member == switches.end())
-        throw Fault{QStringLiteral("%1 is not a key of a machine").arg(key)};
+        throw InvalidMachine{QStringLiteral("%1 is not a key of a machine").arg(key)};
     assign(machine.*member.value(), value, key);
 }
 
@@ -222,7 +223,7 @@ void readTaskMilliseconds(Machine& machine, const QJsonValue& value)
 {
     assign(machine.taskMilliseconds, value, QStringLiteral("taskMilliseconds"));
     if (machine.taskMilliseconds < 0)
-        throw Fault{QStringLiteral("taskMilliseconds must not be negative")};
+        throw InvalidMachine{QStringLiteral("taskMilliseconds must not be negative")};
 }
 
 void readTop(Machine& machine, const QString& key, const QJsonValue& value)
@@ -246,69 +247,70 @@ Machine readDocument(const QByteArray& json)
     QJsonParseError error{};
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError)
-        throw Fault{QStringLiteral("not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset)};
+        throw InvalidMachine{
+            QStringLiteral("not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset)};
     if (!document.isObject())
-        throw Fault{QStringLiteral("the top must be an object")};
+        throw InvalidMachine{QStringLiteral("the top must be an object")};
     const QJsonObject top = document.object();
     if (!top.contains(QStringLiteral("disks")))
-        throw Fault{QStringLiteral("disks is missing")};
+        throw InvalidMachine{QStringLiteral("disks is missing")};
     Machine machine;
     for (auto it = top.begin(); it != top.end(); ++it)
         readTop(machine, it.key(), it.value());
-    const QString contradiction = findContradiction(machine);
-    if (!contradiction.isEmpty())
-        throw Fault{contradiction};
+    if (const auto rejection = machineRejection(machine))
+        throw InvalidMachine{rejection->text};
     return machine;
 }
 
-QString findDiskContradiction(const Disk& disk)
+std::optional<MachineError> diskRejection(const Disk& disk)
 {
+    const auto reject = [&](const QString& reason) {
+        return MachineError{QStringLiteral("disk %1: %2").arg(disk.diskIndex).arg(reason)};
+    };
     qint64 end = 0;
     for (const Partition& partition : disk.partitions) {
         if (partition.diskIndex != disk.diskIndex)
-            return QStringLiteral("disk %1: a partition says that it is on disk %2")
-                .arg(disk.diskIndex)
-                .arg(partition.diskIndex);
+            return reject(QStringLiteral("a partition names disk %1").arg(partition.diskIndex));
         if (partition.usedSize > partition.size)
-            return QStringLiteral("disk %1: a partition has more in use than it holds").arg(disk.diskIndex);
+            return reject(QStringLiteral("the used size of a partition exceeds its size"));
         if (partition.startSector * partition.sectorSize < end)
-            return QStringLiteral("disk %1: its partitions overlap or are out of order").arg(disk.diskIndex);
+            return reject(QStringLiteral("its partitions overlap or are out of order"));
         end = partition.endOffset();
     }
-    return end > disk.size
-               ? QStringLiteral("disk %1: its partitions are larger than the disk").arg(disk.diskIndex)
-               : QString();
+    if (end > disk.size)
+        return reject(QStringLiteral("its partitions are larger than the disk"));
+    return std::nullopt;
 }
 
 } // namespace
 
-QString findContradiction(const Machine& machine)
+std::optional<MachineError> machineRejection(const Machine& machine)
 {
     QSet<int> numbers;
     QSet<QString> letters;
     for (const Disk& disk : machine.disks) {
         if (disk.diskIndex < 0 || numbers.contains(disk.diskIndex))
-            return QStringLiteral("disk number %1 is negative or stands twice").arg(disk.diskIndex);
+            return MachineError{
+                QStringLiteral("disk number %1 is negative or used twice").arg(disk.diskIndex)};
         numbers.insert(disk.diskIndex);
         for (const Partition& partition : disk.partitions) {
             const QString letter = letterOf(partition.driveLetter);
             if (!letter.isEmpty() && letters.contains(letter))
-                return QStringLiteral("drive letter %1 stands twice").arg(letter);
+                return MachineError{QStringLiteral("drive letter %1 is used twice").arg(letter)};
             letters.insert(letter);
         }
-        const QString contradiction = findDiskContradiction(disk);
-        if (!contradiction.isEmpty())
-            return contradiction;
+        if (const auto rejection = diskRejection(disk))
+            return rejection;
     }
-    return QString();
+    return std::nullopt;
 }
 
 std::variant<Machine, MachineError> readMachine(const QByteArray& json)
 {
     try {
         return readDocument(json);
-    } catch (const Fault& fault) {
-        return MachineError{fault.text};
+    } catch (const InvalidMachine& error) {
+        return MachineError{error.text};
     }
 }
 

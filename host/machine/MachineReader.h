@@ -4,6 +4,7 @@
 
 #include <QtCore/QByteArray>
 
+#include <optional>
 #include <variant>
 
 namespace host {
@@ -23,9 +24,8 @@ std::variant<Machine, MachineError> readMachine(const QByteArray& json);
 /// readMachine on the content of a file of at most 16 MiB; no more than that is read of a larger one.
 std::variant<Machine, MachineError> readMachineFile(const QString& path);
 
-/// Looks for what no machine can have: two disks of one number, two partitions of one letter, partitions that
-/// overlap or lie beyond the end of their disk, that hold more than their size or name another disk. Empty if
-/// there is nothing of the kind.
-QString findContradiction(const Machine& machine);
+/// Rejects a machine that cannot exist: duplicate disk numbers or drive letters; partitions that overlap,
+/// extend beyond their disk, use more than their size or name another disk.
+std::optional<MachineError> machineRejection(const Machine& machine);
 
 } // namespace host

@@ -19,12 +19,12 @@ const Operation* operationOf(int function)
 
 } // namespace
 
-Text attempt(Machine& machine, int function, const QVariantMap& params)
+Rejection attempt(Machine& machine, int function, const QVariantMap& params)
 {
-    const Text reason = taskRefusal(machine, function, params);
-    if (reason.isEmpty())
+    const Rejection rejection = taskRejection(machine, function, params);
+    if (!rejection)
         carryOut(machine, function, params);
-    return reason;
+    return rejection;
 }
 
 bool carryOut(Machine& machine, int function, const QVariantMap& params)

@@ -1,17 +1,16 @@
 #pragma once
 
 #include "host/machine/Machine.h"
-#include "host/machine/Text.h"
+#include "host/machine/Rejection.h"
 
 #include <QtCore/QVariantMap>
 
 namespace host {
 
-/// Carries a function out if taskRefusal() has no objection, which is given otherwise; the machine is then as
-/// it was.
-Text attempt(Machine& machine, int function, const QVariantMap& params);
+/// Carries out a function unless taskRejection() rejects it; a rejection leaves the machine unchanged.
+Rejection attempt(Machine& machine, int function, const QVariantMap& params);
 
-// Each of the following takes an order that taskRefusal() has no objection to.
+// The following functions require an order that taskRejection() accepts.
 
 /// Carries out a function of the partition page or of a guide on @p machine; true if it is one that changes
 /// the machine. The others only show or look for something.

@@ -4,104 +4,114 @@
 
 namespace host {
 
-Answer no(const char* reason)
+Rejection firstOf(const Question& q, std::initializer_list<Rule> conditions)
 {
-    return Text(reason);
+    for (const Rule condition : conditions) {
+        if (const Rejection rejection = condition(q))
+            return rejection;
+    }
+    return kAccepted;
 }
 
-Answer yes()
+Rejection diskKnown(const Question& q)
 {
-    return Answer();
+    if (q.disk() != nullptr)
+        return kAccepted;
+    return Text(QT_TRANSLATE_NOOP("Sandbox", "Disk %1 does not exist."),
+                {QString::number(q.number("diskIndex"))});
 }
 
-Answer diskKnown(const Question& q)
+Rejection letterKnown(const Question& q)
 {
-    return q.disk() != nullptr ? yes()
-                               : Text(QT_TRANSLATE_NOOP("Sandbox", "there is no disk %1"),
-                                      {QString::number(q.number("diskIndex"))});
+    if (q.partition() != nullptr)
+        return kAccepted;
+    return Text(QT_TRANSLATE_NOOP("Sandbox", "No drive has the letter %1."), {q.text("driveLetter")});
 }
 
-Answer letterKnown(const Question& q)
+Rejection writableDisk(const Question& q)
 {
-    return q.partition() != nullptr
-               ? yes()
-               : Text(QT_TRANSLATE_NOOP("Sandbox", "no drive has the letter %1"), {q.text("driveLetter")});
+    if (const Rejection rejection = diskKnown(q))
+        return rejection;
+    return rejectIf(!q.disk()->isWritable(), QT_TRANSLATE_NOOP("Sandbox", "The disk cannot be written to."));
 }
 
-Answer writableDisk(const Question& q)
+Rejection diskWithTable(const Question& q)
 {
-    const Answer answer = diskKnown(q);
-    return !answer.isEmpty() || q.disk()->isWritable()
-               ? answer
-               : no(QT_TRANSLATE_NOOP("Sandbox", "the disk cannot be written to"));
+    return rejectIf(q.disk()->isUnInitialize,
+                    QT_TRANSLATE_NOOP("Sandbox", "The disk has no partition table."));
 }
 
-Answer erasableDisk(const Question& q)
+Rejection basicDiskOfOrder(const Question& q)
 {
-    const Answer answer = writableDisk(q);
-    if (!answer.isEmpty())
-        return answer;
-    return q.disk()->holdsRunningSystem()
-               ? no(QT_TRANSLATE_NOOP("Sandbox", "the disk holds the running system"))
-               : yes();
+    return basicDisk(*q.disk());
 }
 
-Answer writablePartition(const Question& q)
+Rejection positiveEraseCount(const Question& q)
 {
-    const Answer answer = letterKnown(q);
-    if (!answer.isEmpty())
-        return answer;
+    return rejectIf(q.number("eraseCount") <= 0,
+                    QT_TRANSLATE_NOOP("Sandbox", "The erase count must be positive."));
+}
+
+Rejection erasableDisk(const Question& q)
+{
+    if (const Rejection rejection = writableDisk(q))
+        return rejection;
+    return rejectIf(q.disk()->holdsRunningSystem(),
+                    QT_TRANSLATE_NOOP("Sandbox", "The disk holds the running system."));
+}
+
+Rejection writablePartition(const Question& q)
+{
+    if (const Rejection rejection = letterKnown(q))
+        return rejection;
     const Partition& partition = *q.partition();
     if (partition.readonly || partition.isBad || !q.diskOf(partition)->isWritable())
-        return no(QT_TRANSLATE_NOOP("Sandbox", "the drive cannot be written to"));
-    return yes();
+        return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The drive cannot be written to."));
+    return kAccepted;
 }
 
-Answer erasablePartition(const Question& q)
+Rejection erasablePartition(const Question& q)
 {
-    const Answer answer = writablePartition(q);
-    if (!answer.isEmpty())
-        return answer;
+    if (const Rejection rejection = writablePartition(q))
+        return rejection;
     const Partition& partition = *q.partition();
-    return partition.isBoot || partition.isSystem
-               ? no(QT_TRANSLATE_NOOP("Sandbox", "the drive holds the running system"))
-               : yes();
+    return rejectIf(partition.isBoot || partition.isSystem,
+                    QT_TRANSLATE_NOOP("Sandbox", "The drive holds the running system."));
 }
 
-Answer readableVolume(const Question& q)
+Rejection readableVolume(const Question& q)
 {
-    const Answer answer = writablePartition(q);
-    if (!answer.isEmpty())
-        return answer;
+    if (const Rejection rejection = writablePartition(q))
+        return rejection;
     if (q.partition()->isLocked())
-        return no(QT_TRANSLATE_NOOP("Sandbox", "the drive is locked by BitLocker"));
-    return knownFileSystem(q.partition()->fsString).isEmpty()
-               ? no(QT_TRANSLATE_NOOP("Sandbox", "the drive has no file system that can be read"))
-               : yes();
+        return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The drive is locked by BitLocker."));
+    return rejectIf(knownFileSystem(q.partition()->fsString).isEmpty(),
+                    QT_TRANSLATE_NOOP("Sandbox", "The drive has no readable file system."));
 }
 
-Answer newVolume(const Question& q, qint64 size, int cluster, const char* fileSystemKey, const char* labelKey)
+Rejection newVolume(const Question& q, qint64 size, int cluster, const char* fileSystemKey,
+                    const char* labelKey)
 {
     const FileSystem* kind = fileSystem(q.text(fileSystemKey));
     if (kind == nullptr)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "the file system \"%1\" cannot be made"),
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The file system \"%1\" cannot be created."),
                     {q.text(fileSystemKey)});
-    return newVolumeObjection(*kind, size, cluster, q.text(labelKey));
+    return newVolumeRejection(*kind, size, cluster, q.text(labelKey));
 }
 
-Answer basicDisk(const Disk& disk)
+Rejection basicDisk(const Disk& disk)
 {
-    return disk.isDynamic ? no(QT_TRANSLATE_NOOP("Sandbox", "the disk is dynamic")) : yes();
+    return rejectIf(disk.isDynamic, QT_TRANSLATE_NOOP("Sandbox", "The disk is dynamic."));
 }
 
-Answer lettersLeft(const Machine& machine, int count)
+Rejection lettersLeft(const Machine& machine, int count)
 {
     int left = 0;
     for (char letter = 'D'; letter <= 'Z'; ++letter) {
         if (machine.partition(QString(QLatin1Char(letter))) == nullptr)
             ++left;
     }
-    return left < count ? no(QT_TRANSLATE_NOOP("Sandbox", "all drive letters are taken")) : yes();
+    return rejectIf(left < count, QT_TRANSLATE_NOOP("Sandbox", "All drive letters are in use."));
 }
 
 bool areNeighbours(const Disk& disk, const Partition& one, const Partition& other)

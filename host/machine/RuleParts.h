@@ -8,6 +8,7 @@
 
 #include <QtCore/QVariantMap>
 
+#include <initializer_list>
 #include <map>
 
 // What the rules of the partition page share. For the files of the rules only.
@@ -27,9 +28,7 @@ struct Question
     const Disk* diskOf(const Partition& entry) const { return machine.disk(entry.diskIndex); }
 };
 
-/// Empty for yes, else the first objection.
-using Answer = Text;
-using Rule = Answer (*)(const Question&);
+using Rule = Rejection (*)(const Question&);
 
 /// The rules of the functions that act on a disk, of those that act on a partition or a free region, and of
 /// the host's own guides.
@@ -37,28 +36,35 @@ const std::map<Function, Rule>& diskRules();
 const std::map<Function, Rule>& partitionRules();
 const std::map<Function, Rule>& guidedRules();
 
-Answer yes();
-/// @p reason: a pattern of a Text.
-Answer no(const char* reason);
+/// The first rejection of the conditions, which are checked in order.
+Rejection firstOf(const Question& q, std::initializer_list<Rule> conditions);
 
-/// @name Conditions, each with those before it that it rests on
+/// @name Conditions that include the conditions they depend on
 /// @{
-Answer diskKnown(const Question& q);
-Answer writableDisk(const Question& q);
-Answer erasableDisk(const Question& q);
-Answer letterKnown(const Question& q);
-Answer writablePartition(const Question& q);
-Answer erasablePartition(const Question& q);
-Answer readableVolume(const Question& q);
+Rejection diskKnown(const Question& q);
+Rejection writableDisk(const Question& q);
+Rejection erasableDisk(const Question& q);
+Rejection letterKnown(const Question& q);
+Rejection writablePartition(const Question& q);
+Rejection erasablePartition(const Question& q);
+Rejection readableVolume(const Question& q);
 /// @}
 
+/// @name Conditions on an existing disk
+/// @{
+Rejection diskWithTable(const Question& q);
+Rejection basicDiskOfOrder(const Question& q);
+/// @}
+
+Rejection positiveEraseCount(const Question& q);
+
 /// Whether a volume of that size can be made as the keys of the order want it.
-Answer newVolume(const Question& q, qint64 size, int cluster, const char* fileSystemKey,
-                 const char* labelKey);
+Rejection newVolume(const Question& q, qint64 size, int cluster, const char* fileSystemKey,
+                    const char* labelKey);
 /// Whether the disk is a basic one: a dynamic disk keeps its layout.
-Answer basicDisk(const Disk& disk);
+Rejection basicDisk(const Disk& disk);
 /// Whether a drive letter is left for @p count more partitions.
-Answer lettersLeft(const Machine& machine, int count = 1);
+Rejection lettersLeft(const Machine& machine, int count = 1);
 /// True if no partition lies between the two entries.
 bool areNeighbours(const Disk& disk, const Partition& one, const Partition& other);
 

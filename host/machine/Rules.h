@@ -1,20 +1,18 @@
 #pragma once
 
 #include "host/machine/Machine.h"
-#include "host/machine/Text.h"
+#include "host/machine/Rejection.h"
 
 #include <QtCore/QVariantMap>
 
 namespace host {
 
-/// The partition page's answer to the question whether it would carry out a function: empty for yes, else the
-/// reason for the log. @p params are the keys of the order; `TestFunValid` is not looked at. A number that is
-/// no function is refused.
-Text refusal(const Machine& machine, int function, const QVariantMap& params);
+/// Whether the partition page accepts an order. @p params: the keys of the order; `TestFunValid` is ignored.
+/// Unknown functions are rejected.
+Rejection orderRejection(const Machine& machine, int function, const QVariantMap& params);
 
-/// What speaks against carrying out a function now, one of the page or of the host's own guides; empty if
-/// nothing.
-Text taskRefusal(const Machine& machine, int function, const QVariantMap& params);
+/// Whether a function of the page or of one of the host's guides can run now.
+Rejection taskRejection(const Machine& machine, int function, const QVariantMap& params);
 
 /// The file system's name as the host spells it, empty if it cannot make one.
 QString knownFileSystem(const QString& name);

@@ -35,7 +35,7 @@ std::optional<Transfer> bestOffer(const Disk& disk, std::size_t to, bool regions
         if (from == to || !canGive(entry, regions) || offer(entry) <= 0)
             continue;
         const bool better = !best.has_value() || offer(entry) > best->bytes;
-        if (better && givingObjection(disk, from, to, offer(entry)).isEmpty())
+        if (better && !givingRejection(disk, from, to, offer(entry)))
             best = Transfer{from, to, offer(entry)};
     }
     return best;

@@ -1,6 +1,5 @@
 #include "host/objects/BridgeLink.h"
 
-#include "host/machine/GuidedTasks.h"
 #include "host/machine/Records.h"
 
 #include <QtCore/QJsonDocument>
@@ -14,22 +13,15 @@ const QString kCheckResultType = QStringLiteral("checkResultType");
 
 const QString kAgentFunction = QStringLiteral("fun");
 
-QString cloneText(const QVariantMap& result)
-{
-    const QString objection = result.value(QStringLiteral("errMsg")).toString();
-    const QString step = QStringLiteral("step %1").arg(result.value(QStringLiteral("goToPageIndex")).toInt());
-    return objection.isEmpty() ? step : QStringLiteral("%1: %2").arg(step, objection);
-}
-
 } // namespace
 
 BridgeLink::BridgeLink(HostCore& core, int automaticAnswer, QObject* parent)
     : QObject(parent), core_(core), automaticAnswer_(automaticAnswer)
 {
     connect(&core_, &HostCore::machineChanged, this, &BridgeLink::pushInventory);
-    connect(&core_, &HostCore::ordered, &timeline_, &Timeline::noteOrder);
-    connect(&core_, &HostCore::refused, &timeline_, &Timeline::noteRefusal);
-    connect(&core_.gate(), &GateWatch::refused, &timeline_, &Timeline::noteGateRefusal);
+    connect(&core_, &HostCore::ordered, &timeline_, &Timeline::recordOrder);
+    connect(&core_, &HostCore::rejected, &timeline_, &Timeline::recordRejection);
+    connect(&core_.gate(), &GateWatch::rejected, &timeline_, &Timeline::recordGateRejection);
 }
 
 void BridgeLink::attach(QObject* bridge)
@@ -41,9 +33,9 @@ void BridgeLink::attach(QObject* bridge)
     connect(bridge, SIGNAL(sigRecScanResult(QVariant)), this, SLOT(onRecommendation(QVariant)));
     connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(onToolAnnounced(QString)));
     // Straight from the connection's thread, so that the transcript tells which it was.
-    connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(noteGateCall(QString)),
+    connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(recordGateCall(QString)),
             Qt::DirectConnection);
-    connect(bridge, SIGNAL(sigAfterCallFun(QString, bool)), this, SLOT(noteToolCall(QString, bool)),
+    connect(bridge, SIGNAL(sigAfterCallFun(QString, bool)), this, SLOT(recordToolCall(QString, bool)),
             Qt::DirectConnection);
     connect(bridge, SIGNAL(sigAfterCallFun(QString, bool)), this, SLOT(onToolEnded(QString, bool)));
     pushInventory();
@@ -114,26 +106,12 @@ void BridgeLink::answer(int button)
 
 void BridgeLink::onCloneResult(QVariant result)
 {
-    const QVariantMap map = result.toMap();
-    core_.guide()->prepare([map] { return clonePage(map); });
-    const auto source = map.value(QStringLiteral("source")).toMap();
-    const auto destination = map.value(QStringLiteral("destination")).toMap();
-    const Text title(QT_TRANSLATE_NOOP("Sandbox", "Clone: %1 to %2"),
-                     {describeRecord(source), describeRecord(destination)});
-    core_.openGuide(title, cloneText(map),
-                    cloneWork(map.value(QStringLiteral("cloneType")).toInt(), source, destination));
+    core_.openGuide(cloneGuide(result.toMap()));
 }
 
 void BridgeLink::onConvertResult(QVariant result)
 {
-    const QVariantMap map = result.toMap();
-    const int conversion = map.value(QStringLiteral("funIdx")).toInt();
-    const QVariantMap record = map.value(QStringLiteral("info")).toMap();
-    const Text objection = conversionObjection(*core_.machine(), conversion, record);
-    const Text title(QT_TRANSLATE_NOOP("Sandbox", "Convert: %1 to %2"),
-                     {describeRecord(record), conversionName(conversion)});
-    core_.guide()->prepare([map, objection] { return convertPage(map, objection); });
-    core_.openGuide(title, objection, conversionWork(conversion, record));
+    core_.openGuide(convertGuide(*core_.machine(), result.toMap()));
 }
 
 void BridgeLink::onRecommendation(QVariant record)
@@ -168,14 +146,14 @@ void BridgeLink::onScanFinished()
     Q_EMIT scanEnded();
 }
 
-void BridgeLink::noteGateCall(QString toolCalls)
+void BridgeLink::recordGateCall(QString toolCalls)
 {
     const std::lock_guard<std::mutex> lock(announcedMutex_);
     announced_ = toolCalls;
     core_.transcript().add(QStringLiteral("gateCall"), {{QStringLiteral("toolCalls"), toolCalls}});
 }
 
-void BridgeLink::noteToolCall(QString result, bool queued)
+void BridgeLink::recordToolCall(QString result, bool queued)
 {
     const std::lock_guard<std::mutex> lock(announcedMutex_);
     core_.transcript().add(QStringLiteral("toolCall"), {{QStringLiteral("toolCalls"), announced_},

@@ -55,8 +55,8 @@ private Q_SLOTS:
     void onToolEnded(QString result, bool queued);
     void onScanFinished();
     // On the thread that the component tells it from.
-    void noteGateCall(QString toolCalls);
-    void noteToolCall(QString result, bool queued);
+    void recordGateCall(QString toolCalls);
+    void recordToolCall(QString result, bool queued);
 
 private:
     void pushInventory();

@@ -21,17 +21,17 @@ quintptr thisThread()
 
 } // namespace
 
-void GateWatch::notePopupedRead(bool open) const
+void GateWatch::recordPopupedRead(bool open) const
 {
-    note(true, open);
+    record(true, open);
 }
 
-void GateWatch::noteBusyRead(bool busy) const
+void GateWatch::recordBusyRead(bool busy) const
 {
-    note(false, busy);
+    record(false, busy);
 }
 
-void GateWatch::note(bool ofPopuped, bool value) const
+void GateWatch::record(bool ofPopuped, bool value) const
 {
     if (QThread::currentThread() == thread())
         return;
@@ -64,13 +64,13 @@ void GateWatch::takeReads()
 void GateWatch::onPopupedRead(quintptr thread, bool open)
 {
     if (open) {
-        Q_EMIT refused(kOccupied);
+        Q_EMIT rejected(kOccupied);
         return;
     }
     between_.insert(thread);
     QTimer::singleShot(patience_, this, [this, thread] {
         if (between_.remove(thread))
-            Q_EMIT refused(kOccupied);
+            Q_EMIT rejected(kOccupied);
     });
 }
 
@@ -78,7 +78,7 @@ void GateWatch::onBusyRead(quintptr thread, bool busy)
 {
     between_.remove(thread);
     if (busy)
-        Q_EMIT refused(kBusy);
+        Q_EMIT rejected(kBusy);
 }
 
 } // namespace host

@@ -20,13 +20,13 @@ public:
     explicit GateWatch(int patience = 1000) : patience_(patience) {}
 
     /// `popuped` was read as @p open. Any thread; reads on this object's own thread are not the gate's.
-    void notePopupedRead(bool open) const;
+    void recordPopupedRead(bool open) const;
     /// `busy` was read as @p busy. Any thread, as above.
-    void noteBusyRead(bool busy) const;
+    void recordBusyRead(bool busy) const;
 
 Q_SIGNALS:
     /// The gate has refused, in these words.
-    void refused(QString text);
+    void rejected(QString text);
 
 private Q_SLOTS:
     void takeReads();
@@ -40,7 +40,7 @@ private:
         bool value;
     };
 
-    void note(bool ofPopuped, bool value) const;
+    void record(bool ofPopuped, bool value) const;
     void onPopupedRead(quintptr thread, bool open);
     void onBusyRead(quintptr thread, bool busy);
 

@@ -1,7 +1,7 @@
 #include "host/objects/GuidePages.h"
 
-#include "host/machine/GuidedTasks.h"
 #include "host/objects/DiskText.h"
+#include "host/objects/HostCore.h"
 
 #include <algorithm>
 
@@ -70,18 +70,7 @@ Text mediaKind(const QVariantMap& task)
                                  : QT_TRANSLATE_NOOP("Sandbox", "USB disk");
 }
 
-} // namespace
-
-Text recoveryTitle(const QVariantMap& task)
-{
-    return {QT_TRANSLATE_NOOP("Sandbox", "Partition recovery: %1"), {targetText(task, "driveLetter")}};
-}
-
-Text mediaTitle(const QVariantMap& task)
-{
-    return {QT_TRANSLATE_NOOP("Sandbox", "Boot media: %1"), {mediaKind(task)}};
-}
-
+// A record's words and sizes: "drive D (NTFS, Data, 300 GB, 120 GB used)".
 QString recordText(const QVariantMap& record)
 {
     QStringList parts;
@@ -106,7 +95,7 @@ GuidePage clonePage(const QVariantMap& result)
         translatedAll({QT_TRANSLATE_NOOP("Sandbox", "Source"), QT_TRANSLATE_NOOP("Sandbox", "Destination"),
                        QT_TRANSLATE_NOOP("Sandbox", "Start")});
     page.step = std::clamp(result.value(QStringLiteral("goToPageIndex")).toInt() - 1, 0, 2);
-    page.objection = Text::returned(textOf(result, "errMsg")).translated();
+    page.rejection = Text::returned(textOf(result, "errMsg")).translated();
     page.facts = {fact(QT_TRANSLATE_NOOP("Sandbox", "Kind"),
                        cloneKind(result.value(QStringLiteral("cloneType"), -1).toInt())),
                   fact(QT_TRANSLATE_NOOP("Sandbox", "Source"), recordText(source)),
@@ -114,15 +103,13 @@ GuidePage clonePage(const QVariantMap& result)
     return page;
 }
 
-GuidePage convertPage(const QVariantMap& task, const Text& objection)
+GuidePage convertPage(const QVariantMap& record, const Text& target, const Rejection& rejection)
 {
-    const QVariantMap record = task.value(QStringLiteral("info")).toMap();
-    const Text target = conversionName(task.value(QStringLiteral("funIdx"), -1).toInt());
     GuidePage page;
     page.steps =
         translatedAll({QT_TRANSLATE_NOOP("Sandbox", "Check"), QT_TRANSLATE_NOOP("Sandbox", "Start")});
-    page.step = objection.isEmpty() ? 1 : 0;
-    page.objection = objection.translated();
+    page.step = rejection ? 0 : 1;
+    page.rejection = rejection ? rejection->translated() : QString();
     page.facts = {fact(QT_TRANSLATE_NOOP("Sandbox", "Target"), recordText(record)),
                   fact(QT_TRANSLATE_NOOP("Sandbox", "Becomes"), target)};
     return page;
@@ -151,7 +138,7 @@ GuidePage healthPage(const Machine& machine, int diskIndex)
     page.isDialog = true;
     const Disk* disk = machine.disk(diskIndex);
     if (disk == nullptr) {
-        page.text = Text(QT_TRANSLATE_NOOP("Sandbox", "There is no such disk.")).translated();
+        page.text = Text(QT_TRANSLATE_NOOP("Sandbox", "The disk does not exist.")).translated();
         return page;
     }
     page.facts = {
@@ -182,6 +169,72 @@ GuidePage toolboxPage(const QString& name, const QVariantMap& record)
     if (!record.isEmpty())
         page.facts.append(fact(QT_TRANSLATE_NOOP("Sandbox", "Target"), recordText(record)));
     return page;
+}
+
+QString cloneSummary(const QVariantMap& result)
+{
+    const QString rejection = textOf(result, "errMsg");
+    const QString step = QStringLiteral("step %1").arg(result.value(QStringLiteral("goToPageIndex")).toInt());
+    return rejection.isEmpty() ? step : QStringLiteral("%1: %2").arg(step, rejection);
+}
+
+} // namespace
+
+Guide cloneGuide(const QVariantMap& result)
+{
+    const QVariantMap source = result.value(QStringLiteral("source")).toMap();
+    const QVariantMap destination = result.value(QStringLiteral("destination")).toMap();
+    return {{QT_TRANSLATE_NOOP("Sandbox", "Clone: %1 to %2"),
+             {describeRecord(source), describeRecord(destination)}},
+            cloneSummary(result),
+            cloneWork(result.value(QStringLiteral("cloneType")).toInt(), source, destination),
+            [result] { return clonePage(result); }};
+}
+
+Guide convertGuide(const Machine& machine, const QVariantMap& task)
+{
+    const auto conversion = conversionOf(task.value(QStringLiteral("funIdx")).toInt());
+    const QVariantMap record = task.value(QStringLiteral("info")).toMap();
+    const Rejection rejection = conversionRejection(machine, conversion, record);
+    const Text target = conversion ? conversionName(*conversion) : Text();
+    return {{QT_TRANSLATE_NOOP("Sandbox", "Convert: %1 to %2"), {describeRecord(record), target}},
+            rejection.value_or(Text()),
+            conversion ? std::optional<GuidedWork>(conversionWork(*conversion, record)) : std::nullopt,
+            [record, target, rejection] { return convertPage(record, target, rejection); }};
+}
+
+Guide recoveryGuide(const QVariantMap& task)
+{
+    return {{QT_TRANSLATE_NOOP("Sandbox", "Partition recovery: %1"), {targetText(task, "driveLetter")}},
+            describeParams(task),
+            recoveryWork(task),
+            [task] { return recoveryPage(task); }};
+}
+
+Guide mediaGuide(const QVariantMap& task)
+{
+    return {{QT_TRANSLATE_NOOP("Sandbox", "Boot media: %1"), {mediaKind(task)}},
+            describeParams(task),
+            bootMediaWork(task),
+            [task] { return mediaPage(task); }};
+}
+
+Guide healthGuide(std::shared_ptr<const Machine> machine, int diskIndex)
+{
+    const bool bad = machine->smartErrors.contains(diskIndex);
+    return {{QT_TRANSLATE_NOOP("Sandbox", "Disk health: disk %1"), {QString::number(diskIndex)}},
+            bad ? QStringLiteral("there are errors") : QStringLiteral("good"),
+            std::nullopt,
+            [machine, diskIndex] { return healthPage(*machine, diskIndex); }};
+}
+
+Guide toolboxGuide(int index, const QVariantMap& record)
+{
+    const QString name = toolboxName(index);
+    return {{QT_TRANSLATE_NOOP("Sandbox", "Toolbox: %1"), {name}},
+            record.isEmpty() ? Text() : describeRecord(record),
+            toolboxWork(index, record),
+            [name, record] { return toolboxPage(name, record); }};
 }
 
 } // namespace host

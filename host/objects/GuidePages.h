@@ -1,40 +1,45 @@
 #pragma once
 
+#include "host/machine/GuidedTasks.h"
 #include "host/machine/Machine.h"
-#include "host/machine/Text.h"
 
 #include <QtCore/QStringList>
 #include <QtCore/QVariantList>
 #include <QtCore/QVariantMap>
 
+#include <functional>
+#include <memory>
+#include <optional>
+
 namespace host {
 
-/// What the window shows of a guide or of a page that covers it, under the title, in the language of the
-/// window.
+/// The content of a guide, in the language of the window.
 struct GuidePage
 {
     QString text;
     QStringList steps;
-    int step = 0;       ///< the current one, counted from 0
-    QVariantList facts; ///< maps with `name` and `value`
-    QString objection;  ///< what speaks against the work, empty if nothing
-    bool isDialog = false;
+    int step = 0;          ///< the current step, counted from 0
+    QVariantList facts;    ///< maps with `name` and `value`
+    QString rejection;     ///< why the work cannot be started; empty if it can
+    bool isDialog = false; ///< covers the window
 };
 
-/// The page for the map of sigCloneResult: at its step, with its objection.
-GuidePage clonePage(const QVariantMap& result);
-/// The page for the map of sigConvertResult; @p objection as conversionObjection() has it.
-GuidePage convertPage(const QVariantMap& task, const Text& objection);
-/// The search for lost partitions.
-Text recoveryTitle(const QVariantMap& task);
-GuidePage recoveryPage(const QVariantMap& task);
-Text mediaTitle(const QVariantMap& task);
-GuidePage mediaPage(const QVariantMap& task);
-GuidePage healthPage(const Machine& machine, int diskIndex);
-/// @p name: as toolboxName() has it.
-GuidePage toolboxPage(const QString& name, const QVariantMap& record);
+/// A guide that a tool opens.
+struct Guide
+{
+    Text title;
+    Text summary; ///< for the log and the transcript; shown only without a page
+    std::optional<GuidedWork> work = std::nullopt; ///< empty if the guide only informs
+    std::function<GuidePage()> page = nullptr;     ///< called again after a change of the language
+};
 
-/// A record's words and sizes: "drive D (NTFS, Data, 300 GB, 120 GB used)".
-QString recordText(const QVariantMap& record);
+/// @p result: the map of sigCloneResult.
+Guide cloneGuide(const QVariantMap& result);
+/// @p task: the map of sigConvertResult.
+Guide convertGuide(const Machine& machine, const QVariantMap& task);
+Guide recoveryGuide(const QVariantMap& task);
+Guide mediaGuide(const QVariantMap& task);
+Guide healthGuide(std::shared_ptr<const Machine> machine, int diskIndex);
+Guide toolboxGuide(int index, const QVariantMap& record);
 
 } // namespace host

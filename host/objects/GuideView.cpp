@@ -2,20 +2,13 @@
 
 #include "host/objects/HostCore.h"
 
-#include <utility>
-
 namespace host {
 
 GuideView::GuideView(HostCore& core) : core_(core)
 {
     click_.setSingleShot(true);
-    connect(&core_, &HostCore::guideChanged, this, &GuideView::follow);
+    connect(&core_, &HostCore::guideChanged, this, &GuideView::showGuide);
     connect(&click_, &QTimer::timeout, &core_, &HostCore::dismissGuide);
-}
-
-void GuideView::prepare(std::function<GuidePage()> page)
-{
-    next_ = std::move(page);
 }
 
 void GuideView::retranslate()
@@ -31,10 +24,9 @@ void GuideView::setClickAfter(int milliseconds)
     clickAfter_ = milliseconds;
 }
 
-void GuideView::follow()
+void GuideView::showGuide()
 {
-    open_ = !core_.guideTitle().isEmpty();
-    make_ = std::exchange(next_, nullptr);
+    open_ = core_.guide() != nullptr;
     if (open_)
         build();
     core_.setPageOpen(isDialog());
@@ -46,10 +38,11 @@ void GuideView::follow()
 
 void GuideView::build()
 {
-    title_ = core_.guideTitle().translated();
-    page_ = make_ ? make_() : GuidePage();
-    if (!make_)
-        page_.text = core_.guideText().translated();
+    const Guide& guide = *core_.guide();
+    title_ = guide.title.translated();
+    page_ = guide.page ? guide.page() : GuidePage();
+    if (!guide.page)
+        page_.text = guide.summary.translated();
 }
 
 } // namespace host

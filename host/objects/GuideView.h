@@ -5,15 +5,12 @@
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
-#include <functional>
-
 namespace host {
 
 class HostCore;
 
-/// The open guide as the window shows it, for the QML files as `guide`. Whether one is open, the core
-/// decides; this knows what it looks like. A page that covers the window counts as a dialog for as long as it
-/// is open. Application thread.
+/// The open guide of the core in the language of the window, for the QML files as `guide`. A page that covers
+/// the window counts as an open dialog. Application thread.
 class GuideView : public QObject
 {
     Q_OBJECT
@@ -24,18 +21,15 @@ class GuideView : public QObject
     Q_PROPERTY(QStringList steps READ steps NOTIFY changed)
     Q_PROPERTY(int step READ step NOTIFY changed)
     Q_PROPERTY(QVariantList facts READ facts NOTIFY changed)
-    Q_PROPERTY(QString objection READ objection NOTIFY changed)
+    Q_PROPERTY(QString rejection READ rejection NOTIFY changed)
 
 public:
     /// @p core must outlive this.
     explicit GuideView(HostCore& core);
 
-    /// Makes the next guide that the core opens, in the language of the moment; it is called again when that
-    /// changes. Without it, the guide has a title and a text alone.
-    void prepare(std::function<GuidePage()> page);
-    /// The language has changed.
+    /// Called after a change of the language.
     void retranslate();
-    /// A dialog that has been open for so long is clicked away, as by a user; negative: never, the default.
+    /// Closes each dialog after this many milliseconds, as a user would. Negative: never, the default.
     void setClickAfter(int milliseconds);
 
     bool isOpen() const { return open_; }
@@ -45,20 +39,18 @@ public:
     QStringList steps() const { return page_.steps; }
     int step() const { return page_.step; }
     QVariantList facts() const { return page_.facts; }
-    QString objection() const { return page_.objection; }
+    QString rejection() const { return page_.rejection; }
 
 Q_SIGNALS:
     void changed();
 
 private:
-    void follow();
+    void showGuide();
     void build();
 
     HostCore& core_;
     QString title_;
     GuidePage page_;
-    std::function<GuidePage()> make_; ///< of the open guide; empty if it was not prepared
-    std::function<GuidePage()> next_;
     bool open_ = false;
     QTimer click_;
     int clickAfter_ = -1;

@@ -61,7 +61,7 @@ std::shared_ptr<const Machine> HostCore::machine() const
     return machine_;
 }
 
-bool HostCore::read(const char* object, const char* property, bool value)
+bool HostCore::recordRead(const char* object, const char* property, bool value)
 {
     if (QThread::currentThread() != thread())
         transcript_.hostCall(object, property, {}, value);
@@ -73,27 +73,33 @@ void HostCore::setClosing()
     closing_ = true;
 }
 
-Text HostCore::objection(int function, const QVariantMap& params)
+Rejection HostCore::closingRejection() const
 {
-    noteCall();
+    return rejectIf(isClosing(), QT_TRANSLATE_NOOP("Sandbox", "The host is closing."));
+}
+
+Rejection HostCore::rejection(int function, const QVariantMap& params)
+{
+    restartIdleTimer();
     QVariantMap keys = params;
     keys.remove(kTestFunValid);
-    const Text reason = isClosing() ? Text(QT_TRANSLATE_NOOP("Sandbox", "the host is closing"))
-                                    : refusal(*machine(), function, keys);
-    if (!reason.isEmpty())
-        noteRefusal(describeFunction(function), describeParams(keys), reason);
+    Rejection reason = closingRejection();
+    if (!reason)
+        reason = orderRejection(*machine(), function, keys);
+    if (reason)
+        recordRejection(describeFunction(function), describeParams(keys), *reason);
     return reason;
 }
 
-void HostCore::noteRefusal(const Text& function, const QString& arguments, const Text& reason)
+void HostCore::recordRejection(const Text& function, const QString& arguments, const Text& reason)
 {
     log_.write(QStringLiteral("refused %1 %2: %3").arg(function.english(), arguments, reason.english()));
-    Q_EMIT refused(function, arguments, reason);
+    Q_EMIT rejected(function, arguments, reason);
 }
 
 void HostCore::order(int function, const QVariantMap& params)
 {
-    noteCall();
+    restartIdleTimer();
     log_.write(
         QStringLiteral("order %1 %2").arg(describeFunction(function).english(), describeParams(params)));
     Q_EMIT ordered(describeFunction(function), describeParams(params));
@@ -122,8 +128,8 @@ TaskPlan HostCore::planTask(int function, const QVariantMap& params)
     const auto now = machine();
     TaskPlan plan;
     // An earlier task may have changed what this one was accepted for.
-    plan.refusal = taskRefusal(*now, function, params);
-    if (!plan.refusal.isEmpty())
+    plan.rejection = taskRejection(*now, function, params);
+    if (plan.rejection)
         return plan;
     plan.milliseconds = pace_.milliseconds(now->taskMilliseconds, bytesMoved(*now, function, params));
     const auto planned = std::find_if(failures_.begin(), failures_.end(), [&](const PlannedFailure& failure) {
@@ -131,26 +137,26 @@ TaskPlan HostCore::planTask(int function, const QVariantMap& params)
     });
     if (planned != failures_.end()) {
         plan.failsAt = planned->share;
-        plan.failure = Text(QT_TRANSLATE_NOOP("Sandbox", "failed after %1% as --fail asks"),
+        plan.failure = Text(QT_TRANSLATE_NOOP("Sandbox", "The task failed after %1%, as --fail requests."),
                             {QString::number(planned->share * 100)});
         failures_.erase(planned);
     }
     return plan;
 }
 
-Text HostCore::finishTask(int function, const QVariantMap& params)
+Rejection HostCore::finishTask(int function, const QVariantMap& params)
 {
     Machine next = *machine();
-    const Text reason = taskRefusal(next, function, params);
-    if (reason.isEmpty() && carryOut(next, function, params))
+    const Rejection rejection = taskRejection(next, function, params);
+    if (!rejection && carryOut(next, function, params))
         change(std::move(next));
-    return reason;
+    return rejection;
 }
 
 void HostCore::interruptTask(int function, const QVariantMap& params, double share)
 {
     Machine next = *machine();
-    if (taskRefusal(next, function, params).isEmpty() && leaveInterrupted(next, function, params, share))
+    if (!taskRejection(next, function, params) && leaveInterrupted(next, function, params, share))
         change(std::move(next));
 }
 
@@ -186,17 +192,16 @@ void HostCore::change(Machine machine)
     Q_EMIT machineChanged();
 }
 
-void HostCore::openGuide(const Text& title, const Text& text, std::optional<GuidedWork> work)
+void HostCore::openGuide(Guide guide)
 {
-    guideTitle_ = title;
-    guideText_ = text;
-    guideWork_ = std::move(work);
-    if (guideWork_.has_value() &&
-        !taskRefusal(*machine(), static_cast<int>(guideWork_->function), guideWork_->params).isEmpty())
-        guideWork_.reset();
-    log_.write(text.isEmpty() ? QStringLiteral("guide opened: %1").arg(title.english())
-                              : QStringLiteral("guide opened: %1 (%2)").arg(title.english(), text.english()));
-    noteGuide(QStringLiteral("opened"));
+    std::optional<GuidedWork>& work = guide.work;
+    if (work && taskRejection(*machine(), static_cast<int>(work->function), work->params))
+        work.reset();
+    guide_ = std::move(guide);
+    const QString summary = guide_->summary.english();
+    log_.write(QStringLiteral("guide opened: ") + guide_->title.english() +
+               (summary.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(summary)));
+    recordGuide(QStringLiteral("opened"));
     Q_EMIT guideChanged();
     if (startsGuides_)
         startGuide();
@@ -204,40 +209,38 @@ void HostCore::openGuide(const Text& title, const Text& text, std::optional<Guid
 
 void HostCore::startGuide()
 {
-    if (!guideWork_.has_value() || isClosing())
+    if (!guideCanStart() || isClosing())
         return;
-    const GuidedWork work = *guideWork_;
-    log_.write(QStringLiteral("guide started: %1").arg(guideTitle_.english()));
-    noteGuide(QStringLiteral("started"));
+    const GuidedWork work = *guide_->work;
+    log_.write(QStringLiteral("guide started: ") + guide_->title.english());
+    recordGuide(QStringLiteral("started"));
     addTask(static_cast<int>(work.function), work.params);
     closeGuide();
 }
 
-void HostCore::noteGuide(const QString& action)
+void HostCore::recordGuide(const QString& action)
 {
     transcript_.add(QStringLiteral("guide"), {{QStringLiteral("action"), action},
-                                              {QStringLiteral("title"), guideTitle_.english()},
-                                              {QStringLiteral("text"), guideText_.english()},
+                                              {QStringLiteral("title"), guide_->title.english()},
+                                              {QStringLiteral("text"), guide_->summary.english()},
                                               {QStringLiteral("canStart"), guideCanStart()}});
 }
 
 bool HostCore::closeGuide()
 {
-    noteCall();
-    if (guideTitle_.isEmpty())
+    restartIdleTimer();
+    if (!guide_)
         return false;
-    log_.write(QStringLiteral("guide closed: %1").arg(guideTitle_.english()));
-    noteGuide(QStringLiteral("closed"));
-    guideTitle_ = Text();
-    guideText_ = Text();
-    guideWork_.reset();
+    log_.write(QStringLiteral("guide closed: ") + guide_->title.english());
+    recordGuide(QStringLiteral("closed"));
+    guide_.reset();
     Q_EMIT guideChanged();
     return true;
 }
 
 void HostCore::openAddress(const QString& address)
 {
-    noteCall();
+    restartIdleTimer();
     address_ = address;
     log_.write(QStringLiteral("address opened: %1").arg(address));
     Q_EMIT addressChanged();
@@ -270,7 +273,7 @@ void HostCore::setWin11Checker(bool enabled)
 void HostCore::retranslate()
 {
     tasks_.retranslate();
-    guide_.retranslate();
+    guideView_.retranslate();
     Q_EMIT workChanged();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/machine/GuidedTasks.h"
 #include "host/machine/Machine.h"
+#include "host/machine/Rejection.h"
 #include "host/objects/GateWatch.h"
 #include "host/objects/GuideView.h"
 #include "host/objects/HostLog.h"
@@ -61,30 +61,32 @@ public:
     bool isClosing() const { return closing_; }
     /// Notes a call on a host object, and gives its result back. Any thread.
     template <class Result>
-    Result told(const char* object, const char* member, const QVariantList& arguments, Result result)
+    Result recordCall(const char* object, const char* member, const QVariantList& arguments, Result result)
     {
         transcript_.hostCall(object, member, arguments, QVariant::fromValue(result));
         return result;
     }
     /// Notes that another thread has read a property, and gives its value back; the window's own reads are no
     /// news. Any thread.
-    bool read(const char* object, const char* property, bool value);
+    bool recordRead(const char* object, const char* property, bool value);
     /// Each host method that a thread can be waiting for says here that it was called.
-    void noteCall() { sinceLastCall_.restart(); }
+    void restartIdleTimer() { sinceLastCall_.restart(); }
     qint64 millisecondsSinceLastCall() const { return sinceLastCall_.elapsed(); }
 
-    /// What the partition page has against a function, empty if nothing; logged where it has something.
-    Text objection(int function, const QVariantMap& params);
-    bool accepts(int function, const QVariantMap& params) { return objection(function, params).isEmpty(); }
+    /// Whether the partition page accepts an order. A rejection is logged.
+    Rejection rejection(int function, const QVariantMap& params);
+    /// Rejects everything once the host is closing.
+    Rejection closingRejection() const;
     /// Records an order and carries it out after this call has returned, one order after the other.
     void order(int function, const QVariantMap& params);
     /// Replaces the machine and tells machineChanged().
     void change(Machine machine);
 
-    /// Shows a guide, in place of the one that was open. @p work: what it begins if its user wants it; a
-    /// guide without it, or whose work is impossible, only informs.
-    void openGuide(const Text& title, const Text& text, std::optional<GuidedWork> work = std::nullopt);
-    /// False if none was open.
+    /// Replaces the open guide. Work that is rejected is removed, so that the guide only informs.
+    void openGuide(Guide guide);
+    /// The open guide; null if no guide is open.
+    const Guide* guide() const { return guide_ ? &*guide_ : nullptr; }
+    /// False if no guide was open.
     bool closeGuide();
     void openAddress(const QString& address);
     void setServicePlace(const QString& place);
@@ -92,19 +94,17 @@ public:
     /// A page covers the window, or no longer does.
     void setPageOpen(bool open) { pageOpen_ = open; }
     /// Tells that a page said no to a question, and why; @p arguments as describeParams() has them.
-    void noteRefusal(const Text& function, const QString& arguments, const Text& reason);
+    void recordRejection(const Text& function, const QString& arguments, const Text& reason);
     /// The language has changed: everything that the window shows of this is said to have changed.
     void retranslate();
 
     HostLog* log() { return &log_; }
     TaskQueue* tasks() { return &tasks_; }
-    GuideView* guide() { return &guide_; }
+    GuideView* guideView() { return &guideView_; }
     GateWatch& gate() { return gate_; }
     QString machineName() const { return machine()->name; }
     QString servicePlace() const { return servicePlace_; }
     QString work() const { return work_.translated(); }
-    Text guideTitle() const { return guideTitle_; }
-    Text guideText() const { return guideText_; }
     QString address() const { return address_; }
     bool isDialogOpen() const { return dialogOpen_; }
     void setDialogOpen(bool open);
@@ -113,10 +113,9 @@ public:
 
     /// The close button of the window's guide panel.
     Q_INVOKABLE void dismissGuide() { closeGuide(); }
-    /// Whether the open guide stands before work that the user can begin.
-    bool guideCanStart() const { return guideWork_.has_value(); }
-    /// The start button of the guide: queues the work that the guide is about, and closes the guide. Without
-    /// effect if no guide is open, or the guide only informs or has an objection.
+    /// Whether the user can start the work of the open guide.
+    bool guideCanStart() const { return guide_ && guide_->work; }
+    /// The start button of the guide: queues its work and closes the guide. No effect unless guideCanStart().
     Q_INVOKABLE void startGuide();
 
 Q_SIGNALS:
@@ -128,16 +127,16 @@ Q_SIGNALS:
     void dialogOpenChanged();
     /// An order has come in.
     void ordered(host::Text function, QString arguments);
-    void refused(host::Text function, QString arguments, host::Text reason);
+    void rejected(host::Text function, QString arguments, host::Text reason);
 
 private:
     void addTask(int function, const QVariantMap& params);
     TaskPlan planTask(int function, const QVariantMap& params);
-    Text finishTask(int function, const QVariantMap& params);
+    Rejection finishTask(int function, const QVariantMap& params);
     void interruptTask(int function, const QVariantMap& params, double share);
     void onTaskStarted(int id);
     void onTaskEnded(int id, const QString& state, const QString& error);
-    void noteGuide(const QString& action);
+    void recordGuide(const QString& action);
     void showWork();
 
     mutable std::mutex machineMutex_;
@@ -150,17 +149,15 @@ private:
     TaskQueue tasks_;
     QString servicePlace_;
     Text work_;
-    Text guideTitle_;
-    Text guideText_;
+    std::optional<Guide> guide_;
     QString address_;
-    std::optional<GuidedWork> guideWork_;
     bool startsGuides_ = false;
     bool dialogOpen_ = false;
     Pace pace_;
     std::vector<PlannedFailure> failures_;
     Transcript transcript_;
     HostLog log_;
-    GuideView guide_{*this};
+    GuideView guideView_{*this};
     GateWatch gate_;
 };
 

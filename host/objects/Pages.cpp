@@ -10,9 +10,11 @@ namespace host {
 namespace {
 
 const QString kTestFunValid = QStringLiteral("TestFunValid");
-const Text kClosing(QT_TRANSLATE_NOOP("Sandbox", "The host is closing."));
-constexpr int kToGpt = 0;
-constexpr int kToMbr = 1;
+
+QString englishOf(const Rejection& rejection)
+{
+    return rejection ? rejection->english() : QString();
+}
 
 } // namespace
 
@@ -22,10 +24,10 @@ bool PartitionManager::doFunFromAI(int functionIndex, QVariantMap params)
 {
     const QVariantList arguments{functionIndex, params};
     if (params.value(kTestFunValid).toBool()) {
-        const Text objection = core_.objection(functionIndex, params);
-        core_.transcript().hostCall("partitionmanager", "doFunFromAI", arguments, objection.isEmpty(),
-                                    objection.english());
-        return objection.isEmpty();
+        const Rejection rejection = core_.rejection(functionIndex, params);
+        core_.transcript().hostCall("partitionmanager", "doFunFromAI", arguments, !rejection.has_value(),
+                                    englishOf(rejection));
+        return !rejection;
     }
     core_.transcript().hostCall("partitionmanager", "doFunFromAI", arguments);
     core_.order(functionIndex, params);
@@ -34,58 +36,58 @@ bool PartitionManager::doFunFromAI(int functionIndex, QVariantMap params)
 
 bool PartitionManager::isWin11CheckerEnable()
 {
-    core_.noteCall();
-    return core_.told("partitionmanager", "isWin11CheckerEnable", {},
-                      !core_.isClosing() && core_.machine()->win11CheckerEnabled);
+    core_.restartIdleTimer();
+    return core_.recordCall("partitionmanager", "isWin11CheckerEnable", {},
+                            !core_.isClosing() && core_.machine()->win11CheckerEnabled);
 }
 
 bool PartitionManager::hasDiskSmartInfoError(int diskIndex) const
 {
-    return core_.told("partitionmanager", "hasDiskSmartInfoError", {diskIndex},
-                      core_.machine()->smartErrors.contains(diskIndex));
+    return core_.recordCall("partitionmanager", "hasDiskSmartInfoError", {diskIndex},
+                            core_.machine()->smartErrors.contains(diskIndex));
 }
 
 Toolbox::Toolbox(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 bool Toolbox::check4kAlign(QVariant disk) const
 {
-    return core_.told("toolbox", "check4kAlign", {disk}, isAlignedTo4k(disk.toMap()));
+    return core_.recordCall("toolbox", "check4kAlign", {disk}, isAlignedTo4k(disk.toMap()));
 }
 
 PartitionRecovery::PartitionRecovery(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 bool PartitionRecovery::isDiskIndexValid(QVariant task)
 {
-    core_.noteCall();
+    core_.restartIdleTimer();
     const auto machine = core_.machine();
     const Disk* disk = machine->disk(task.toMap().value(QStringLiteral("diskIndex"), -1).toInt());
-    return core_.told("partitionrecovery", "isDiskIndexValid", {task},
-                      !core_.isClosing() && disk != nullptr && !disk->isOffline && !disk->isBad);
+    return core_.recordCall("partitionrecovery", "isDiskIndexValid", {task},
+                            !core_.isClosing() && disk != nullptr && !disk->isOffline && !disk->isBad);
 }
 
 bool PartitionRecovery::isRawPart(QVariant partition) const
 {
-    return core_.told("partitionrecovery", "isRawPart", {partition}, isRawPartition(partition.toMap()));
+    return core_.recordCall("partitionrecovery", "isRawPart", {partition}, isRawPartition(partition.toMap()));
 }
 
 BootableMedia::BootableMedia(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 bool BootableMedia::isAlreadyEnable()
 {
-    core_.noteCall();
-    return core_.told("bootablemedia", "isAlreadyEnable", {}, core_.machine()->preOsEnabled);
+    core_.restartIdleTimer();
+    return core_.recordCall("bootablemedia", "isAlreadyEnable", {}, core_.machine()->preOsEnabled);
 }
 
 DeviceManager::DeviceManager(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 QVariantList DeviceManager::disks(int selector, bool flag) const
 {
-    return core_.told("deviceMgr", "disks", {selector, flag}, diskRecords(*core_.machine()));
+    return core_.recordCall("deviceMgr", "disks", {selector, flag}, diskRecords(*core_.machine()));
 }
 
 QVariantList DeviceManager::bootDisks(int selector, bool flag) const
 {
-    return core_.told("deviceMgr", "bootDisks", {selector, flag}, bootDiskRecords(*core_.machine()));
+    return core_.recordCall("deviceMgr", "bootDisks", {selector, flag}, bootDiskRecords(*core_.machine()));
 }
 
 ClonePage::ClonePage(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
@@ -98,35 +100,36 @@ void ClonePage::setCloneType(int type)
 
 QString ClonePage::invalidInfo(QVariantMap source, QVariantMap destination, int step, QVariantMap defBoot)
 {
-    core_.noteCall();
-    return core_.told(
-        "clone", "invalidInfo", {source, destination, step, defBoot},
-        (core_.isClosing() ? kClosing : cloneObjection(*core_.machine(), source, destination, step))
-            .english());
+    core_.restartIdleTimer();
+    Rejection rejection = core_.closingRejection();
+    if (!rejection)
+        rejection = cloneRejection(*core_.machine(), source, destination, step);
+    return core_.recordCall("clone", "invalidInfo", {source, destination, step, defBoot},
+                            englishOf(rejection));
 }
 
 DiskConverter::DiskConverter(HostCore& core, QObject* parent) : QObject(parent), core_(core) {}
 
 bool DiskConverter::isFunValid(int conversion, QVariantMap record)
 {
-    core_.noteCall();
-    return core_.told("diskconverter", "isFunValid", {conversion, record},
-                      !core_.isClosing() &&
-                          conversionObjection(*core_.machine(), conversion, record).isEmpty());
+    core_.restartIdleTimer();
+    return core_.recordCall("diskconverter", "isFunValid", {conversion, record},
+                            !core_.isClosing() &&
+                                !conversionRejection(*core_.machine(), conversionOf(conversion), record));
 }
 
 QString DiskConverter::isGPT2MBRValid(QVariantMap record)
 {
-    core_.noteCall();
-    return core_.told("diskconverter", "isGPT2MBRValid", {record},
-                      conversionObjection(*core_.machine(), kToMbr, record).english());
+    core_.restartIdleTimer();
+    return core_.recordCall("diskconverter", "isGPT2MBRValid", {record},
+                            englishOf(conversionRejection(*core_.machine(), Conversion::ToMbr, record)));
 }
 
 QString DiskConverter::isMBR2GPTValid(QVariantMap record)
 {
-    core_.noteCall();
-    return core_.told("diskconverter", "isMBR2GPTValid", {record},
-                      conversionObjection(*core_.machine(), kToGpt, record).english());
+    core_.restartIdleTimer();
+    return core_.recordCall("diskconverter", "isMBR2GPTValid", {record},
+                            englishOf(conversionRejection(*core_.machine(), Conversion::ToGpt, record)));
 }
 
 void publishPages(HostCore& core, QQmlContext& context)

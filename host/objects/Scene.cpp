@@ -29,7 +29,7 @@ Scene::Scene(Machine machine, int automaticAnswer, ThemeMode theme, const QStrin
     context.setContextProperty(QStringLiteral("multilanguage"), &language_);
     context.setContextProperty(QStringLiteral("host"), &core_);
     context.setContextProperty(QStringLiteral("link"), &link_);
-    context.setContextProperty(QStringLiteral("guide"), core_.guide());
+    context.setContextProperty(QStringLiteral("guide"), core_.guideView());
     context.setContextProperty(QStringLiteral("timeline"), &link_.timeline());
     context.setContextProperty(QStringLiteral("diskModel"), &disks_);
     context.setContextProperty(QStringLiteral("theme"), &theme_);

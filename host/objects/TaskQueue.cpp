@@ -141,8 +141,8 @@ void TaskQueue::begin(Row& row)
     sinceStart_.start();
     changed(row);
     Q_EMIT taskStarted(row.id, row.work.title.english());
-    if (!plan_.refusal.isEmpty())
-        return end(kFailed, plan_.refusal, 0);
+    if (plan_.rejection)
+        return end(kFailed, *plan_.rejection, 0);
     timer_.start(static_cast<int>(std::min<qint64>(kStepMs, plan_.milliseconds)));
 }
 
@@ -159,8 +159,8 @@ void TaskQueue::step()
         return end(kFailed, plan_.failure, *plan_.failsAt);
     }
     if (done >= 1) {
-        const Text error = row->work.finish();
-        return end(error.isEmpty() ? kDone : kFailed, error, error.isEmpty() ? 1 : done);
+        const Rejection rejection = row->work.finish();
+        return rejection ? end(kFailed, *rejection, done) : end(kDone, Text(), 1);
     }
     row->progress = done;
     changed(*row);

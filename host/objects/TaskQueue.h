@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/machine/Text.h"
+#include "host/machine/Rejection.h"
 
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QElapsedTimer>
@@ -15,7 +15,7 @@ namespace host {
 /// What a task turns out to be when its turn comes.
 struct TaskPlan
 {
-    Text refusal;                  ///< why it cannot run any more; empty if it can
+    Rejection rejection;           ///< why the task can no longer run
     qint64 milliseconds = 0;       ///< how long it takes
     std::optional<double> failsAt; ///< the share of the work, 0 to 1, after which it fails
     Text failure;                  ///< the error of that failure
@@ -27,7 +27,7 @@ struct TaskWork
     Text title;
     QString detail; ///< its parameters, one line
     std::function<TaskPlan()> plan;
-    std::function<Text()> finish;          ///< carries the work out; gives the error, empty if it is done
+    std::function<Rejection()> finish;     ///< carries out the work unless it is rejected
     std::function<void(double)> interrupt; ///< leaves what work leaves that ended at that share
 };
 

@@ -9,14 +9,14 @@ namespace {
 constexpr int kKeptRows = 500;
 const QString kRunning = QStringLiteral("running");
 const QString kQueued = QStringLiteral("queued");
-const QString kRefused = QStringLiteral("refused");
+const QString kRejected = QStringLiteral("rejected");
 const QString kHeld = QStringLiteral("held");
 const QString kAnswered = QStringLiteral("answered");
 const Text kCall(QT_TRANSLATE_NOOP("Sandbox", "call"));
 const Text kGate(QT_TRANSLATE_NOOP("Sandbox", "Gate"));
 
 // The clone tools say no in words of their own; every other text is what a tool found out.
-bool isRefusal(const QString& result)
+bool isRejection(const QString& result)
 {
     return result == QLatin1String("Task NotValid") || result.startsWith(QLatin1String("It seems that disk"));
 }
@@ -47,27 +47,27 @@ void Timeline::answer(const QString& result, bool queued)
     const int at = isCallOpen() ? open_ : count() - 1;
     Row& row = rows_[static_cast<std::size_t>(at)];
     row.result = result;
-    row.state = queued ? kQueued : isRefusal(result) ? kRefused : kAnswered;
+    row.state = queued ? kQueued : isRejection(result) ? kRejected : kAnswered;
     open_ = -1;
     changed(at);
 }
 
-void Timeline::noteOrder(const Text& function, const QString& arguments)
+void Timeline::recordOrder(const Text& function, const QString& arguments)
 {
     if (!isCallOpen())
         append(function, arguments, kQueued);
 }
 
-void Timeline::noteRefusal(const Text& function, const QString& arguments, const Text& reason)
+void Timeline::recordRejection(const Text& function, const QString& arguments, const Text& reason)
 {
     if (!isCallOpen())
-        append(function, arguments, kRefused);
+        append(function, arguments, kRejected);
     const int at = isCallOpen() ? open_ : count() - 1;
     rows_[static_cast<std::size_t>(at)].reason = reason;
     changed(at);
 }
 
-void Timeline::noteGateRefusal(const QString& text)
+void Timeline::recordGateRejection(const QString& text)
 {
     const bool again = !rows_.empty() && rows_.back().times > 0 && rows_.back().result == text;
     if (!again)

@@ -24,7 +24,7 @@ public:
         ArgumentsRole,
         ResultRole, ///< the answer in the words that the agent got; empty while there is none
         ReasonRole, ///< why the host said no, which the agent does not learn; mostly empty
-        StateRole,  ///< "running", "queued", "refused", "answered", or "held": refused by the gate
+        StateRole,  ///< "running", "queued", "rejected", "answered", or "held": refused by the gate
         TimesRole   ///< of a refusal by the gate: how often in a row; else 0
     };
 
@@ -35,12 +35,12 @@ public:
     /// The announced call got its answer.
     void answer(const QString& result, bool queued);
     /// The host was given an order.
-    void noteOrder(const Text& function, const QString& arguments);
+    void recordOrder(const Text& function, const QString& arguments);
     /// The host said no to a question.
-    void noteRefusal(const Text& function, const QString& arguments, const Text& reason);
+    void recordRejection(const Text& function, const QString& arguments, const Text& reason);
 
     /// The gate has refused a call, in these words. Refusals in a row, for the same reason, are one row.
-    void noteGateRefusal(const QString& text);
+    void recordGateRejection(const QString& text);
 
     /// The language has changed: tools and reasons read otherwise now. Results are the answers that the agent
     /// got, and stay.

@@ -16,7 +16,7 @@ Panel {
             small: true
             primary: true
             visible: host.guideCanStart
-            enabled: guide.objection === ""
+            enabled: guide.rejection === ""
             text: qsTr("Start")
             onClicked: host.startGuide()
         },
@@ -33,16 +33,16 @@ Panel {
         FactList { width: parent.width }
         Words { visible: text !== ""; width: parent.width; text: guide.text; font.pixelSize: 12; color: theme.muted; wrapMode: Text.Wrap }
         Rectangle {
-            visible: guide.objection !== ""
+            visible: guide.rejection !== ""
             width: parent.width
-            height: objection.height + 12
+            height: rejection.height + 12
             radius: 6
             color: theme.badSurface
             Words {
-                id: objection
-                objectName: "guideObjection"
+                id: rejection
+                objectName: "guideRejection"
                 anchors { left: parent.left; right: parent.right; margins: 10; verticalCenter: parent.verticalCenter }
-                text: guide.objection
+                text: guide.rejection
                 color: theme.bad
                 wrapMode: Text.Wrap
             }

@@ -18,7 +18,7 @@ Row {
                 objectName: "guideStep"
                 readonly property bool current: index === guide.step
                 text: (index + 1) + "  " + modelData
-                tone: current ? (guide.objection === "" ? "accent" : "bad") : "plain"
+                tone: current ? (guide.rejection === "" ? "accent" : "bad") : "plain"
                 border { width: current ? 1 : 0; color: inks[tone] }
             }
         }

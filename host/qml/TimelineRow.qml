@@ -4,10 +4,10 @@ import QtQuick 2.15
 Item {
     id: row
 
-    readonly property var states: ({ running: qsTr("running"), queued: qsTr("queued"), refused: qsTr("refused"),
+    readonly property var states: ({ running: qsTr("running"), queued: qsTr("queued"), rejected: qsTr("rejected"),
                                      answered: qsTr("answered"), held: qsTr("held") })
-    readonly property var tones: ({ running: "accent", queued: "good", refused: "bad", answered: "plain", held: "warn" })
-    readonly property var marks: ({ running: theme.accent, queued: theme.good, refused: theme.bad, answered: theme.muted, held: theme.warn })
+    readonly property var tones: ({ running: "accent", queued: "good", rejected: "bad", answered: "plain", held: "warn" })
+    readonly property var marks: ({ running: theme.accent, queued: theme.good, rejected: theme.bad, answered: theme.muted, held: theme.warn })
     readonly property bool isShort: model.result.length <= 24
 
     height: lines.height + 12
@@ -48,7 +48,7 @@ Item {
                 objectName: "callOutcome"
                 anchors { right: parent.right; verticalCenter: parent.verticalCenter }
                 tone: row.tones[model.callState]
-                text: model.times > 0 ? (model.times > 1 ? qsTr("refused %n time(s)", "", model.times) : row.states.refused)
+                text: model.times > 0 ? (model.times > 1 ? qsTr("rejected %n time(s)", "", model.times) : row.states.rejected)
                                        : row.isShort && model.result !== "" ? model.result : row.states[model.callState]
             }
         }
@@ -68,7 +68,7 @@ Item {
             visible: !row.isShort
             text: model.result
             font.pixelSize: 12
-            color: model.callState === "refused" ? theme.bad : model.times > 0 ? theme.muted : theme.text
+            color: model.callState === "rejected" ? theme.bad : model.times > 0 ? theme.muted : theme.text
             wrapMode: Text.Wrap
             maximumLineCount: model.times > 0 ? 2 : 3
         }

@@ -67,17 +67,19 @@ TEST_F(BridgeLinkTest, RefusedQuestion_LeavesTheMachineAlone)
 TEST_F(BridgeLinkTest, CloneDiskToDisk_OpensTheGuideAtItsLastStep)
 {
     EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 1, 0), "Task Queued");
-    ASSERT_TRUE(pumpUntil([&] { return !scene.core().guideTitle().isEmpty(); }));
-    EXPECT_EQ(scene.core().guideTitle(), "Clone: disk 1 to disk 0");
-    EXPECT_EQ(scene.core().guideText(), "step 2: The destination holds the running system.");
+    ASSERT_TRUE(pumpUntil([&] { return scene.core().guide() != nullptr; }));
+    ASSERT_NE(scene.core().guide(), nullptr);
+    EXPECT_EQ(scene.core().guide()->title, "Clone: disk 1 to disk 0");
+    EXPECT_EQ(scene.core().guide()->summary, "step 2: The destination holds the running system.");
     EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 0, 1), "Task Queued");
-    ASSERT_TRUE(pumpUntil([&] { return scene.core().guideText() == "step 3"; }));
+    ASSERT_TRUE(pumpUntil(
+        [&] { return scene.core().guide() != nullptr && scene.core().guide()->summary == "step 3"; }));
 }
 
 TEST_F(BridgeLinkTest, CloneDiskToDisk_OfADiskThatIsNotThere_TellsTheAgent)
 {
     EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 0, 7), "It seems that disk7 is not exist");
-    EXPECT_EQ(scene.core().guideTitle(), "");
+    EXPECT_EQ(scene.core().guide(), nullptr);
 }
 
 TEST_F(BridgeLinkTest, ConvertDiskToGpt_OpensTheGuide)
@@ -85,8 +87,9 @@ TEST_F(BridgeLinkTest, ConvertDiskToGpt_OpensTheGuide)
     std::string answer;
     runOnOtherThread([&] { tools.ConvertDiskToGpt(answer, 1); });
     EXPECT_EQ(answer, "Task Queued");
-    ASSERT_TRUE(pumpUntil([&] { return !scene.core().guideTitle().isEmpty(); }));
-    EXPECT_EQ(scene.core().guideTitle(), "Convert: disk 1 to GPT");
+    ASSERT_TRUE(pumpUntil([&] { return scene.core().guide() != nullptr; }));
+    ASSERT_NE(scene.core().guide(), nullptr);
+    EXPECT_EQ(scene.core().guide()->title, "Convert: disk 1 to GPT");
 }
 
 TEST_F(BridgeLinkTest, InstallAndEnablePreOS_IsTakenOnceUntilItIsDisabled)

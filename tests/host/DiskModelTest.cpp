@@ -186,11 +186,11 @@ TEST(TimelineModel, Announcement_IsTakenApartAtTheEndOfTheName)
 TEST(TimelineModel, OrderAndRefusalOutsideACall_HaveRowsOfTheirOwn)
 {
     host::Timeline timeline;
-    timeline.noteOrder("FormatPartition", "driveLetter=E");
-    timeline.noteRefusal("DeletePartition", "driveLetter=C", "because");
+    timeline.recordOrder("FormatPartition", "driveLetter=E");
+    timeline.recordRejection("DeletePartition", "driveLetter=C", "because");
     ASSERT_EQ(timeline.count(), 2);
     EXPECT_EQ(timeline.data(timeline.index(0), host::Timeline::StateRole), "queued");
-    EXPECT_EQ(timeline.data(timeline.index(1), host::Timeline::StateRole), "refused");
+    EXPECT_EQ(timeline.data(timeline.index(1), host::Timeline::StateRole), "rejected");
     EXPECT_EQ(timeline.data(timeline.index(1), host::Timeline::ReasonRole), "because");
 }
 
@@ -198,7 +198,7 @@ TEST(TimelineModel, OrderWithinACall_BelongsToIt)
 {
     host::Timeline timeline;
     timeline.announce("FormatPartition driveLetter=E");
-    timeline.noteOrder("FormatPartition", "driveLetter=E");
+    timeline.recordOrder("FormatPartition", "driveLetter=E");
     timeline.answer("Task Queued", true);
     EXPECT_EQ(timeline.count(), 1);
 }
@@ -207,7 +207,7 @@ TEST(TimelineModel, AnswerBehindAGateRefusal_BelongsToItsCall)
 {
     host::Timeline timeline;
     timeline.announce("FormatPartition driveLetter=E");
-    timeline.noteGateRefusal("no");
+    timeline.recordGateRejection("no");
     timeline.answer("Task Queued", true);
     ASSERT_EQ(timeline.count(), 2);
     EXPECT_EQ(timeline.data(timeline.index(0), host::Timeline::StateRole), "queued");

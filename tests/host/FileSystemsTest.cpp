@@ -25,10 +25,9 @@ class Volumes : public testing::TestWithParam<VolumeRow>
 TEST_P(Volumes, NewVolume_IsPossibleOrNot)
 {
     const VolumeRow& row = GetParam();
-    const QString objection =
-        host::newVolumeObjection(*host::fileSystem(row.fileSystem), row.size, row.cluster, row.label)
-            .english();
-    EXPECT_EQ(objection.isEmpty(), row.possible) << objection.toStdString();
+    const QString rejection = reasonOf(
+        host::newVolumeRejection(*host::fileSystem(row.fileSystem), row.size, row.cluster, row.label));
+    EXPECT_EQ(rejection.isEmpty(), row.possible) << rejection.toStdString();
 }
 
 const VolumeRow kVolumes[] = {
@@ -71,8 +70,8 @@ TEST(FileSystems, UnknownName_IsNone)
 
 TEST(FileSystems, Fat32FromElsewhere_MayHaveTwoTiB)
 {
-    EXPECT_EQ(host::sizeObjection(*host::fileSystem("FAT32"), 2 * kTiB, 32768), "");
-    EXPECT_NE(host::sizeObjection(*host::fileSystem("FAT32"), 2 * kTiB + 512, 32768), "");
+    EXPECT_EQ(reasonOf(host::sizeRejection(*host::fileSystem("FAT32"), 2 * kTiB, 32768)), "");
+    EXPECT_NE(reasonOf(host::sizeRejection(*host::fileSystem("FAT32"), 2 * kTiB + 512, 32768)), "");
 }
 
 TEST(FileSystems, DefaultCluster_FollowsTheSize)

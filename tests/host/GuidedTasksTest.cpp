@@ -19,7 +19,7 @@ QVariantMap partitionRecord(int disk, int place)
 
 QString clone(const QVariantMap& source, const QVariantMap& destination, int step = 2)
 {
-    return host::cloneObjection(testMachine(), source, destination, step).english();
+    return reasonOf(host::cloneRejection(testMachine(), source, destination, step));
 }
 
 TEST(CloneGuide, SourceAlone_IsLookedAtInTheFirstStep)
@@ -50,9 +50,9 @@ TEST(CloneGuide, DestinationOfTheDataExactly_IsAccepted)
     host::Machine machine = testMachine();
     machine.disk(5)->size = machine.disk(0)->usedSize;
     const QVariantList records = host::diskRecords(machine);
-    EXPECT_EQ(host::cloneObjection(machine, records.at(0).toMap(), records.at(5).toMap(), 2), "");
+    EXPECT_EQ(reasonOf(host::cloneRejection(machine, records.at(0).toMap(), records.at(5).toMap(), 2)), "");
     --machine.disk(5)->size;
-    EXPECT_NE(host::cloneObjection(machine, records.at(0).toMap(), records.at(5).toMap(), 2), "");
+    EXPECT_NE(reasonOf(host::cloneRejection(machine, records.at(0).toMap(), records.at(5).toMap(), 2)), "");
 }
 
 TEST(CloneGuide, CloneOntoItself_IsRefused)
@@ -80,34 +80,38 @@ TEST(CloneGuide, Machine_DecidesAndNotTheRecord)
 TEST(ConversionGuide, OfADisk_RefusesWhatItIsAlready)
 {
     const host::Machine machine = testMachine();
-    EXPECT_NE(host::conversionObjection(machine, 0, diskRecord(0)), "");
-    EXPECT_EQ(host::conversionObjection(machine, 0, diskRecord(1)), "");
-    EXPECT_EQ(host::conversionObjection(machine, 1, diskRecord(0)), "");
-    EXPECT_NE(host::conversionObjection(machine, 1, diskRecord(1)), "");
-    EXPECT_NE(host::conversionObjection(machine, 2, diskRecord(0)), "");
-    EXPECT_EQ(host::conversionObjection(machine, 3, diskRecord(0)), "");
-    EXPECT_NE(host::conversionObjection(machine, 0, {{"diskIndex", 9}}), "");
+    EXPECT_NE(reasonOf(host::conversionRejection(machine, host::Conversion::ToGpt, diskRecord(0))), "");
+    EXPECT_EQ(reasonOf(host::conversionRejection(machine, host::Conversion::ToGpt, diskRecord(1))), "");
+    EXPECT_EQ(reasonOf(host::conversionRejection(machine, host::Conversion::ToMbr, diskRecord(0))), "");
+    EXPECT_NE(reasonOf(host::conversionRejection(machine, host::Conversion::ToMbr, diskRecord(1))), "");
+    EXPECT_NE(reasonOf(host::conversionRejection(machine, host::Conversion::ToBasic, diskRecord(0))), "");
+    EXPECT_EQ(reasonOf(host::conversionRejection(machine, host::Conversion::ToDynamic, diskRecord(0))), "");
+    EXPECT_NE(reasonOf(host::conversionRejection(machine, host::Conversion::ToGpt, {{"diskIndex", 9}})), "");
 }
 
 TEST(ConversionGuide, OfAPartition_RefusesItsOwnFileSystem)
 {
     const host::Machine machine = testMachine();
-    EXPECT_NE(host::conversionObjection(machine, 4, partitionRecord(0, 2)), "");
-    EXPECT_EQ(host::conversionObjection(machine, 6, partitionRecord(2, 0)), "");
-    EXPECT_NE(host::conversionObjection(machine, 5, {{"diskIndex", -1}, {"driveLetter", "Q"}}), "");
+    EXPECT_NE(reasonOf(host::conversionRejection(machine, host::Conversion::ToNtfs, partitionRecord(0, 2))),
+              "");
+    EXPECT_EQ(reasonOf(host::conversionRejection(machine, host::Conversion::ToExfat, partitionRecord(2, 0))),
+              "");
+    EXPECT_NE(reasonOf(host::conversionRejection(machine, host::Conversion::ToFat,
+                                                 {{"diskIndex", -1}, {"driveLetter", "Q"}})),
+              "");
 }
 
 TEST(ConversionGuide, UnknownConversion_IsRefused)
 {
-    EXPECT_NE(host::conversionObjection(testMachine(), 7, diskRecord(1)), "");
-    EXPECT_NE(host::conversionObjection(testMachine(), -1, diskRecord(1)), "");
+    EXPECT_NE(reasonOf(host::conversionRejection(testMachine(), host::conversionOf(7), diskRecord(1))), "");
+    EXPECT_NE(reasonOf(host::conversionRejection(testMachine(), host::conversionOf(-1), diskRecord(1))), "");
 }
 
 TEST(ConversionGuide, Names_AreThoseOfTheNumbers)
 {
     const QStringList names = {"GPT", "MBR", "basic", "dynamic", "NTFS", "FAT", "exFAT"};
     for (int i = 0; i < names.size(); ++i)
-        EXPECT_EQ(host::conversionName(i), names.at(i));
+        EXPECT_EQ(host::conversionName(*host::conversionOf(i)), names.at(i));
 }
 
 TEST(BootMedia, Target_MustBeAUsbDisk)
@@ -126,22 +130,22 @@ TEST(BootMedia, Target_MustBeAUsbDisk)
 
 TEST(ToolboxRules, Switch_TurnsAFunctionOff)
 {
-    EXPECT_NE(host::toolboxObjection(testMachine(), 1, {}), "");
-    EXPECT_EQ(host::toolboxObjection(testMachine(), 2, {}), "");
+    EXPECT_NE(reasonOf(host::toolboxRejection(testMachine(), 1, {})), "");
+    EXPECT_EQ(reasonOf(host::toolboxRejection(testMachine(), 2, {})), "");
 }
 
 TEST(ToolboxRules, Target_MustExistAndFit)
 {
     const host::Machine machine = testMachine();
-    EXPECT_EQ(host::toolboxObjection(machine, 4, diskRecord(1)), "");
-    EXPECT_NE(host::toolboxObjection(machine, 4, diskRecord(0)), "");
-    EXPECT_NE(host::toolboxObjection(machine, 4, {{"diskIndex", 9}}), "");
-    EXPECT_EQ(host::toolboxObjection(machine, 5, diskRecord(2)), "");
-    EXPECT_NE(host::toolboxObjection(machine, 5, diskRecord(0)), "");
-    EXPECT_NE(host::toolboxObjection(machine, 10, partitionRecord(0, 1)), "");
-    EXPECT_EQ(host::toolboxObjection(machine, 12, partitionRecord(0, 1)), "");
-    EXPECT_NE(host::toolboxObjection(machine, 12, {{"diskIndex", -1}, {"driveLetter", "Q"}}), "");
-    EXPECT_NE(host::toolboxObjection(machine, 6, diskRecord(0)), "");
+    EXPECT_EQ(reasonOf(host::toolboxRejection(machine, 4, diskRecord(1))), "");
+    EXPECT_NE(reasonOf(host::toolboxRejection(machine, 4, diskRecord(0))), "");
+    EXPECT_NE(reasonOf(host::toolboxRejection(machine, 4, {{"diskIndex", 9}})), "");
+    EXPECT_EQ(reasonOf(host::toolboxRejection(machine, 5, diskRecord(2))), "");
+    EXPECT_NE(reasonOf(host::toolboxRejection(machine, 5, diskRecord(0))), "");
+    EXPECT_NE(reasonOf(host::toolboxRejection(machine, 10, partitionRecord(0, 1))), "");
+    EXPECT_EQ(reasonOf(host::toolboxRejection(machine, 12, partitionRecord(0, 1))), "");
+    EXPECT_NE(reasonOf(host::toolboxRejection(machine, 12, {{"diskIndex", -1}, {"driveLetter", "Q"}})), "");
+    EXPECT_NE(reasonOf(host::toolboxRejection(machine, 6, diskRecord(0))), "");
 }
 
 } // namespace

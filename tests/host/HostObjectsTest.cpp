@@ -158,7 +158,8 @@ TEST(HostAnswers, ToolboxGates_AreSwitchesOfTheMachine)
     EXPECT_TRUE(ask("bootrepairEnabled"));
     EXPECT_FALSE(toolBox(scene, 1, {}).toBool());
     EXPECT_TRUE(toolBox(scene, 2, {}).toBool());
-    EXPECT_EQ(scene.core().guideTitle(), "Toolbox: bootRepair");
+    ASSERT_NE(scene.core().guide(), nullptr);
+    EXPECT_EQ(scene.core().guide()->title, "Toolbox: bootRepair");
 }
 
 TEST(HostAnswers, CloseGuide_ClosesWhatIsOpenOnce)
@@ -166,7 +167,7 @@ TEST(HostAnswers, CloseGuide_ClosesWhatIsOpenOnce)
     host::Scene scene(testMachine(), -1);
     toolBox(scene, 2, {});
     EXPECT_TRUE(callWindowMethod("closeGuide", QVariant()).toBool());
-    EXPECT_EQ(scene.core().guideTitle(), "");
+    EXPECT_EQ(scene.core().guide(), nullptr);
     EXPECT_FALSE(callWindowMethod("closeGuide", QVariant()).toBool());
 }
 

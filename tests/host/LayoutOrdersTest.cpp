@@ -12,7 +12,7 @@ namespace {
 
 host::Machine after(int function, const QVariantMap& params, host::Machine machine = testMachine())
 {
-    EXPECT_EQ(host::attempt(machine, function, params).english().toStdString(), "");
+    EXPECT_EQ(reasonOf(host::attempt(machine, function, params)), "");
     return machine;
 }
 
@@ -116,14 +116,14 @@ TEST(LayoutOrders, MbrTable_HasFourPlacesAndOneAreaOfLogicalDrives)
     };
     for (int i = 0; i < 3; ++i)
         machine = after(18, create(10 * kGiB, 1), machine);
-    EXPECT_NE(host::refusal(machine, 18, create(10 * kGiB, 1)), "");
+    EXPECT_NE(reasonOf(host::orderRejection(machine, 18, create(10 * kGiB, 1))), "");
     machine = after(25, {{"driveLetter", "I"}}, machine);
     // Behind the logical drive the next one is logical too; in front of the disk there is no place left.
     machine = after(18, create(10 * kGiB, 1), machine);
     ASSERT_NE(machine.partition("J"), nullptr);
     EXPECT_FALSE(machine.partition("J")->isPrimary);
-    EXPECT_NE(host::refusal(machine, 18, create(kGiB / 2, 0)), "");
-    EXPECT_NE(host::refusal(machine, 25, {{"driveLetter", "E"}}), "");
+    EXPECT_NE(reasonOf(host::orderRejection(machine, 18, create(kGiB / 2, 0))), "");
+    EXPECT_NE(reasonOf(host::orderRejection(machine, 25, {{"driveLetter", "E"}})), "");
     EXPECT_EQ(machineFault(machine).toStdString(), "");
 }
 
@@ -182,42 +182,43 @@ TEST(GuidedOrders, ClonePartitionIntoFreeSpace_MakesOne)
 
 TEST(GuidedOrders, DiskConversions_ChangeTheTableAndKeepThePartitions)
 {
-    const host::Machine gpt = afterGuide(*host::conversionWork(0, {{"diskIndex", 1}}));
+    const host::Machine gpt = afterGuide(host::conversionWork(host::Conversion::ToGpt, {{"diskIndex", 1}}));
     EXPECT_TRUE(gpt.disk(1)->isGPT);
     EXPECT_TRUE(gpt.partition("E")->isGPT);
     EXPECT_NE(gpt.partition("E")->partGUID, "");
     EXPECT_EQ(gpt.partition("E")->usedSize, kGiB);
-    const host::Machine mbr = afterGuide(*host::conversionWork(1, {{"diskIndex", 0}}));
+    const host::Machine mbr = afterGuide(host::conversionWork(host::Conversion::ToMbr, {{"diskIndex", 0}}));
     EXPECT_FALSE(mbr.disk(0)->isGPT);
     EXPECT_EQ(mbr.partition("D")->label, "Data");
-    host::Machine dynamic = afterGuide(*host::conversionWork(3, {{"diskIndex", 1}}));
+    host::Machine dynamic = afterGuide(host::conversionWork(host::Conversion::ToDynamic, {{"diskIndex", 1}}));
     EXPECT_TRUE(dynamic.disk(1)->isDynamic);
     EXPECT_EQ(dynamic.partition("E")->dynamicVolumeType, 2);
-    dynamic = afterGuide(*host::conversionWork(2, {{"diskIndex", 1}}), dynamic);
+    dynamic = afterGuide(host::conversionWork(host::Conversion::ToBasic, {{"diskIndex", 1}}), dynamic);
     EXPECT_FALSE(dynamic.partition("E")->isDynamic);
 }
 
 TEST(GuidedOrders, DynamicVolumeOverSeveralDisks_CannotBecomeBasic)
 {
-    host::Machine machine = afterGuide(*host::conversionWork(3, {{"diskIndex", 1}}));
+    host::Machine machine = afterGuide(host::conversionWork(host::Conversion::ToDynamic, {{"diskIndex", 1}}));
     machine.partition("E")->dynamicVolumeType = 4;
-    EXPECT_EQ(host::conversionObjection(machine, 2, {{"diskIndex", 1}}),
-              "A volume reaches over several disks.");
+    EXPECT_EQ(reasonOf(host::conversionRejection(machine, host::Conversion::ToBasic, {{"diskIndex", 1}})),
+              "A volume spans several disks.");
 }
 
 TEST(GuidedOrders, FileSystemConversions_KeepTheData)
 {
     host::Machine machine = testMachine();
     machine.partition("D")->size = 20 * kGiB;
-    machine = afterGuide(*host::conversionWork(5, {{"driveLetter", "D"}}), machine);
+    machine = afterGuide(host::conversionWork(host::Conversion::ToFat, {{"driveLetter", "D"}}), machine);
     EXPECT_EQ(machine.partition("D")->fsString, "FAT32");
-    machine = afterGuide(*host::conversionWork(6, {{"driveLetter", "D"}}), machine);
+    machine = afterGuide(host::conversionWork(host::Conversion::ToExfat, {{"driveLetter", "D"}}), machine);
     EXPECT_EQ(machine.partition("D")->fsString, "exFAT");
-    machine = afterGuide(*host::conversionWork(4, {{"driveLetter", "D"}}), machine);
+    machine = afterGuide(host::conversionWork(host::Conversion::ToNtfs, {{"driveLetter", "D"}}), machine);
     EXPECT_EQ(machine.partition("D")->fsString, "NTFS");
     EXPECT_EQ(machine.partition("D")->label, "Data");
     EXPECT_EQ(machine.partition("D")->usedSize, 10 * kGiB);
-    EXPECT_NE(host::conversionObjection(machine, 5, {{"driveLetter", "C"}}), "");
+    EXPECT_NE(reasonOf(host::conversionRejection(machine, host::Conversion::ToFat, {{"driveLetter", "C"}})),
+              "");
 }
 
 TEST(GuidedOrders, BootMedium_TakesTheStick)
@@ -254,7 +255,7 @@ TEST(GuidedOrders, WriteProtection_IsSwitchedOnAndOff)
     const QVariantMap record = entryRecord(machine, 2, 0);
     machine = afterGuide(*host::toolboxWork(3, record), machine);
     EXPECT_TRUE(machine.disk(2)->isProtected);
-    EXPECT_NE(host::refusal(machine, 16, {{"driveLetter", "F"}}), "");
+    EXPECT_NE(reasonOf(host::orderRejection(machine, 16, {{"driveLetter", "F"}})), "");
     EXPECT_FALSE(afterGuide(*host::toolboxWork(3, record), machine).disk(2)->isProtected);
 }
 
@@ -272,7 +273,7 @@ class Interrupted : public testing::TestWithParam<InterruptRow>
 TEST_P(Interrupted, OperationThatOnlyMoves_LeavesTheMachineAsItWas)
 {
     host::Machine machine = testMachine();
-    ASSERT_EQ(host::taskRefusal(machine, GetParam().function, GetParam().params).english().toStdString(), "");
+    ASSERT_EQ(reasonOf(host::taskRejection(machine, GetParam().function, GetParam().params)), "");
     EXPECT_FALSE(host::leaveInterrupted(machine, GetParam().function, GetParam().params, 0.7));
     EXPECT_TRUE(isSame(machine, testMachine()));
 }

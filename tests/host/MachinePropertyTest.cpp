@@ -136,12 +136,12 @@ protected:
         params = chance.params(machine, function);
         const Machine before = machine;
         ++tried;
-        if (chance.chance(15) && host::taskRefusal(machine, function, params).isEmpty()) {
+        if (chance.chance(15) && !host::taskRejection(machine, function, params)) {
             host::leaveInterrupted(machine, function, params, chance.share());
             ++interrupted;
             return changeFault(name, before, machine);
         }
-        if (!host::attempt(machine, function, params).isEmpty()) {
+        if (host::attempt(machine, function, params)) {
             ++refused;
             return isSame(before, machine) ? QString() : "a refused operation changed the machine";
         }

@@ -51,3 +51,8 @@ QString faultOf(const QByteArray& json)
     const auto* error = std::get_if<host::MachineError>(&read);
     return error == nullptr ? QString() : error->text;
 }
+
+QString reasonOf(const host::Rejection& rejection)
+{
+    return rejection ? rejection->english() : QString();
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/machine/Machine.h"
+#include "host/machine/Rejection.h"
 
 #include <QtCore/QByteArray>
 
@@ -21,3 +22,6 @@ QString faultOf(const QByteArray& json);
 
 constexpr qint64 kMiB = 1024 * 1024;
 constexpr qint64 kGiB = 1024 * kMiB;
+
+/// The reason of a rejection; empty if the host accepts.
+QString reasonOf(const host::Rejection& rejection);

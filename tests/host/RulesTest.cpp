@@ -21,7 +21,8 @@ class Questions : public testing::TestWithParam<QuestionRow>
 
 TEST_P(Questions, Refusal_OnTheTestMachine)
 {
-    const QString reason = host::refusal(testMachine(), GetParam().function, GetParam().params).english();
+    const QString reason =
+        reasonOf(host::orderRejection(testMachine(), GetParam().function, GetParam().params));
     EXPECT_EQ(reason.isEmpty(), GetParam().accepted) << reason.toStdString();
 }
 
@@ -195,8 +196,8 @@ TEST(Rules, LockedDrive_TakesNoFunctionThatNeedsItsFiles)
 {
     host::Machine machine = testMachine();
     machine.partition("D")->bltState = 3;
-    EXPECT_FALSE(host::refusal(machine, 31, {{"driveLetter", "D"}, {"newLabel", "x"}}).isEmpty());
-    EXPECT_TRUE(host::refusal(machine, 16, {{"driveLetter", "D"}}).isEmpty());
+    EXPECT_TRUE(host::orderRejection(machine, 31, {{"driveLetter", "D"}, {"newLabel", "x"}}));
+    EXPECT_FALSE(host::orderRejection(machine, 16, {{"driveLetter", "D"}}));
 }
 
 TEST(Rules, FullMbrTable_TakesNoFifthPrimary)
@@ -206,7 +207,7 @@ TEST(Rules, FullMbrTable_TakesNoFifthPrimary)
     const host::Partition primary = *machine.partition("E");
     for (int i = 0; i < 3; ++i)
         disk.partitions.push_back(primary);
-    EXPECT_FALSE(host::refusal(machine, 18, create(1, kGiB / 2)).isEmpty());
+    EXPECT_TRUE(host::orderRejection(machine, 18, create(1, kGiB / 2)));
 }
 
 TEST(Rules, NoLetterLeft_TakesNoNewPartition)
@@ -217,7 +218,7 @@ TEST(Rules, NoLetterLeft_TakesNoNewPartition)
         machine.disk(0)->partitions.push_back(pattern);
         machine.disk(0)->partitions.back().driveLetter = QString(QLatin1Char(free));
     }
-    EXPECT_FALSE(host::refusal(machine, 18, create(0, kGiB)).isEmpty());
+    EXPECT_TRUE(host::orderRejection(machine, 18, create(0, kGiB)));
 }
 
 TEST(Functions, Name_BelongsToItsNumber)

@@ -22,7 +22,10 @@ struct Trace
         work.title = title;
         work.detail = "of " + title;
         work.plan = [this, title, plan] { return lines.append("plan " + title), plan; };
-        work.finish = [this, title, error] { return lines.append("finish " + title), error; };
+        work.finish = [this, title, error]() -> host::Rejection {
+            lines.append("finish " + title);
+            return error.isEmpty() ? host::kAccepted : host::Rejection(error);
+        };
         work.interrupt = [this, title](double share) {
             lines.append(QString("interrupt %1 at %2").arg(title).arg(share));
         };
@@ -98,7 +101,7 @@ TEST(TaskQueue, TaskThatIsRefusedAtItsTurn_FailsWithoutWork)
     Trace trace;
     TaskQueue queue;
     TaskPlan plan;
-    plan.refusal = "the drive is gone";
+    plan.rejection = "the drive is gone";
     queue.add(trace.work("late", plan));
     ASSERT_TRUE(pumpUntilIdle(queue));
     EXPECT_EQ(trace.lines, QStringList({"plan late"}));

@@ -129,16 +129,16 @@ TEST_F(Tasks, OrderOfAClosingHost_IsNotTaken)
 
 host::GuidedWork toMbr()
 {
-    return *host::conversionWork(1, {{"diskIndex", 5}, {"isDiskItem", true}});
+    return host::conversionWork(host::Conversion::ToMbr, {{"diskIndex", 5}, {"isDiskItem", true}});
 }
 
 TEST_F(Tasks, Guide_BeginsItsWorkWhenItsUserStartsIt)
 {
-    core.openGuide("Convert", "", toMbr());
+    core.openGuide({"Convert", "", toMbr()});
     EXPECT_TRUE(core.guideCanStart());
     EXPECT_FALSE(core.isBusy());
     core.startGuide();
-    EXPECT_EQ(core.guideTitle(), "");
+    EXPECT_EQ(core.guide(), nullptr);
     EXPECT_FALSE(core.guideCanStart());
     ASSERT_TRUE(finish());
     EXPECT_FALSE(core.machine()->disk(5)->isGPT);
@@ -147,11 +147,13 @@ TEST_F(Tasks, Guide_BeginsItsWorkWhenItsUserStartsIt)
 
 TEST_F(Tasks, GuideThatInformsOrIsRefused_CannotBeStarted)
 {
-    core.openGuide("Health", "good");
+    core.openGuide({"Health", "good"});
     EXPECT_FALSE(core.guideCanStart());
     core.startGuide();
-    EXPECT_EQ(core.guideTitle(), "Health");
-    core.openGuide("Convert", "", host::conversionWork(1, {{"diskIndex", 1}, {"isDiskItem", true}}));
+    ASSERT_NE(core.guide(), nullptr);
+    EXPECT_EQ(core.guide()->title, "Health");
+    core.openGuide({"Convert", "",
+                    host::conversionWork(host::Conversion::ToMbr, {{"diskIndex", 1}, {"isDiskItem", true}})});
     EXPECT_FALSE(core.guideCanStart());
     core.startGuide();
     EXPECT_FALSE(core.isBusy());
@@ -159,7 +161,7 @@ TEST_F(Tasks, GuideThatInformsOrIsRefused_CannotBeStarted)
 
 TEST_F(Tasks, ClosedGuide_CannotBeStarted)
 {
-    core.openGuide("Convert", "", toMbr());
+    core.openGuide({"Convert", "", toMbr()});
     core.dismissGuide();
     core.startGuide();
     EXPECT_FALSE(core.isBusy());
@@ -168,8 +170,8 @@ TEST_F(Tasks, ClosedGuide_CannotBeStarted)
 TEST_F(Tasks, StartsGuides_StartsEachAsItOpens)
 {
     core.setStartsGuides(true);
-    core.openGuide("Convert", "", toMbr());
-    EXPECT_EQ(core.guideTitle(), "");
+    core.openGuide({"Convert", "", toMbr()});
+    EXPECT_EQ(core.guide(), nullptr);
     ASSERT_TRUE(finish());
     EXPECT_FALSE(core.machine()->disk(5)->isGPT);
 }

@@ -154,7 +154,7 @@ TEST_F(TranscriptOfAScene, RefusedQuestion_TellsTheReason)
     runOnOtherThread([&] { tools.DeletePartition(answer, "C"); });
     const auto calls = lines("hostCall");
     ASSERT_FALSE(calls.empty());
-    EXPECT_EQ(calls.back().value("reason"), "the drive holds the running system");
+    EXPECT_EQ(calls.back().value("reason"), "The drive holds the running system.");
     EXPECT_EQ(calls.back().value("result"), false);
     EXPECT_TRUE(lines("order").empty());
 }

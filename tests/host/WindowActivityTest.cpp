@@ -42,7 +42,7 @@ TEST_F(WindowTimeline, QueuedCall_ShowsToolArgumentsAndAnswer)
 TEST_F(WindowTimeline, Refusal_StandsOutAndHasTheHostsReason)
 {
     Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
-    EXPECT_FALSE(scene.core().accepts(16, {{"driveLetter", "C"}}));
+    EXPECT_TRUE(scene.core().rejection(16, {{"driveLetter", "C"}}));
     Q_EMIT bridge.sigAfterCallFun("Task NotValid", false);
     ASSERT_TRUE(waitForText("callOutcome", "Task NotValid"));
     EXPECT_EQ(item("callOutcome")->property("tone"), "bad");
@@ -56,7 +56,7 @@ TEST_F(WindowTimeline, RefusalInWordsOfItsOwn_ShowsThemWhole)
     Q_EMIT bridge.sigAbout2CallFun("CloneDiskToDisk sourceDiskIndex=0 destDiskIndex=9");
     Q_EMIT bridge.sigAfterCallFun("It seems that disk9 is not exist", false);
     ASSERT_TRUE(waitForText("callResult", "It seems that disk9 is not exist"));
-    EXPECT_EQ(text("callOutcome"), "refused");
+    EXPECT_EQ(text("callOutcome"), "rejected");
     EXPECT_EQ(item("callResult")->property("color").value<QColor>(), scene.theme().bad());
 }
 
@@ -81,7 +81,7 @@ TEST_F(WindowTimeline, GateThatRefusesForADialog_IsOneRowHoweverOftenItIsAsked)
     scene.core().setDialogOpen(true);
     for (int times = 0; times < 3; ++times)
         readAsTheGate(scene.window(), mainPage(), false);
-    ASSERT_TRUE(waitForText("callOutcome", "refused 3 times"));
+    ASSERT_TRUE(waitForText("callOutcome", "rejected 3 times"));
     EXPECT_EQ(texts("callTool"), QStringList("Gate"));
     EXPECT_EQ(text("callResult"), kOccupied);
     EXPECT_EQ(item("callOutcome")->property("tone"), "warn");
@@ -108,23 +108,24 @@ TEST_F(WindowTimeline, GateThatAdmits_LeavesNoTrace)
 TEST(GateWatch, FirstReadWithoutTheSecond_IsARefusalOnceThePatienceIsOver)
 {
     host::GateWatch gate(0);
-    QStringList refusals;
-    QObject::connect(&gate, &host::GateWatch::refused, [&](const QString& text) { refusals.append(text); });
-    runOnOtherThread([&] { gate.notePopupedRead(false); });
-    ASSERT_TRUE(pumpUntil([&] { return !refusals.isEmpty(); }));
-    EXPECT_EQ(refusals, QStringList(kOccupied));
+    QStringList rejections;
+    QObject::connect(&gate, &host::GateWatch::rejected,
+                     [&](const QString& text) { rejections.append(text); });
+    runOnOtherThread([&] { gate.recordPopupedRead(false); });
+    ASSERT_TRUE(pumpUntil([&] { return !rejections.isEmpty(); }));
+    EXPECT_EQ(rejections, QStringList(kOccupied));
 }
 
 TEST(GateWatch, ReadsOnTheApplicationThread_AreNotTheGates)
 {
     host::GateWatch gate(0);
-    int refusals = 0;
-    QObject::connect(&gate, &host::GateWatch::refused, [&] { ++refusals; });
-    gate.notePopupedRead(true);
-    gate.noteBusyRead(true);
+    int rejections = 0;
+    QObject::connect(&gate, &host::GateWatch::rejected, [&] { ++rejections; });
+    gate.recordPopupedRead(true);
+    gate.recordBusyRead(true);
     int turns = 0;
     pumpUntil([&] { return ++turns > 3; });
-    EXPECT_EQ(refusals, 0);
+    EXPECT_EQ(rejections, 0);
 }
 
 TEST_F(WindowTimeline, AnswerOfAReadingTool_IsNeitherQueuedNorRefused)

@@ -11,11 +11,11 @@ using WindowGuide = WindowTest;
 using WindowDialog = WindowTest;
 using WindowCard = WindowTest;
 
-QVariantMap cloneResult(int step, const QString& objection)
+QVariantMap cloneResult(int step, const QString& rejection)
 {
     const QVariantMap source{{"diskIndex", 1}, {"isDiskItem", true}, {"size", qlonglong(3298534883328)}};
     QVariantMap destination{{"diskIndex", 2}, {"isDiskItem", true}, {"cloneType", 2}};
-    return {{"source", source}, {"destination", destination}, {"errMsg", objection},
+    return {{"source", source}, {"destination", destination}, {"errMsg", rejection},
             {"cloneType", 2},   {"goToPageIndex", step},      {"defBoot", QVariantMap{{"diskIndex", -2}}}};
 }
 
@@ -32,7 +32,7 @@ TEST_P(WindowCloneSteps, CloneGuide_OpensAtItsStep)
     for (int step = 1; step <= 3; ++step)
         EXPECT_EQ(steps[static_cast<std::size_t>(step - 1)]->property("current").toBool(),
                   step == GetParam());
-    EXPECT_EQ(item("guideObjection"), nullptr);
+    EXPECT_EQ(item("guideRejection"), nullptr);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, WindowCloneSteps, testing::Values(1, 2, 3));
@@ -42,20 +42,20 @@ TEST_F(WindowGuide, CloneGuide_ShowsWhatTheHostHasAgainstIt)
     Q_EMIT bridge.sigCloneResult(cloneResult(2, "The destination is too small."));
     ASSERT_NE(awaited("guidePane"), nullptr);
     EXPECT_EQ(item("guidePane")->property("title"), "Clone: disk 1 to disk 2");
-    EXPECT_EQ(text("guideObjection"), "The destination is too small.");
+    EXPECT_EQ(text("guideRejection"), "The destination is too small.");
     EXPECT_EQ(texts("factValue").value(0), "disk to disk");
     EXPECT_EQ(items("guideStep")[1]->property("tone"), "bad");
     EXPECT_FALSE(isPopuped());
 }
 
-TEST_F(WindowGuide, ConvertGuide_NamesTargetAndObjection)
+TEST_F(WindowGuide, ConvertGuide_NamesTargetAndRejection)
 {
     const QVariantMap disk{{"diskIndex", 0}, {"isDiskItem", true}};
     Q_EMIT bridge.sigConvertResult(QVariantMap{{"funIdx", 0}, {"info", disk}});
     ASSERT_NE(awaited("guidePane"), nullptr);
     EXPECT_EQ(item("guidePane")->property("title"), "Convert: disk 0 to GPT");
     EXPECT_EQ(texts("factValue"), QStringList({"disk 0", "GPT"}));
-    EXPECT_EQ(text("guideObjection"), "The disk is a GPT disk already.");
+    EXPECT_EQ(text("guideRejection"), "The disk is already a GPT disk.");
 }
 
 QVariantMap convertDisk(const host::Machine& machine, int disk, int conversion)
@@ -67,7 +67,7 @@ TEST_F(WindowGuide, StartButton_QueuesTheWorkAndClosesTheGuide)
 {
     Q_EMIT bridge.sigConvertResult(convertDisk(*scene.core().machine(), 1, 0));
     ASSERT_NE(awaited("guideStart"), nullptr);
-    EXPECT_EQ(item("guideObjection"), nullptr);
+    EXPECT_EQ(item("guideRejection"), nullptr);
     click(item("guideStart"));
     EXPECT_EQ(item("guidePane"), nullptr);
     ASSERT_TRUE(waitForText("taskState", "done"));
@@ -87,7 +87,7 @@ TEST_F(WindowGuide, StartButton_WorksByKeyboard)
 TEST_F(WindowGuide, WorkThatIsImpossible_HasNoStartButton)
 {
     Q_EMIT bridge.sigConvertResult(convertDisk(*scene.core().machine(), 0, 0));
-    ASSERT_NE(awaited("guideObjection"), nullptr);
+    ASSERT_NE(awaited("guideRejection"), nullptr);
     EXPECT_EQ(item("guideStart"), nullptr);
     EXPECT_NE(item("guideClose"), nullptr);
 }
@@ -98,7 +98,7 @@ TEST_F(WindowGuide, CloseButton_ClosesIt)
     ASSERT_NE(awaited("guideClose"), nullptr);
     click(item("guideClose"));
     EXPECT_EQ(item("guidePane"), nullptr);
-    EXPECT_EQ(scene.core().guideTitle(), "");
+    EXPECT_EQ(scene.core().guide(), nullptr);
 }
 
 TEST_F(WindowGuide, Escape_ClosesIt)
@@ -212,23 +212,23 @@ TEST_F(WindowDialog, DiskHealth_HasNothingToStart)
 
 TEST_F(WindowDialog, ClickAfter_ClosesItWithoutAUser)
 {
-    scene.core().guide()->setClickAfter(0);
+    scene.core().guideView()->setClickAfter(0);
     openHealth(mainPage(), 0);
     EXPECT_TRUE(isPopuped());
     EXPECT_TRUE(pumpUntil([&] { return !isPopuped(); }));
-    EXPECT_FALSE(scene.core().guide()->isOpen());
+    EXPECT_FALSE(scene.core().guideView()->isOpen());
 }
 
 TEST_F(WindowDialog, ClickAfter_LeavesAGuideOpen)
 {
-    scene.core().guide()->setClickAfter(0);
+    scene.core().guideView()->setClickAfter(0);
     Q_EMIT bridge.sigCloneResult(cloneResult(3, QString()));
     openHealth(mainPage(), 0);
     ASSERT_TRUE(pumpUntil([&] { return !isPopuped(); }));
     Q_EMIT bridge.sigCloneResult(cloneResult(3, QString()));
     int turns = 0;
     pumpUntil([&] { return ++turns > 3; });
-    EXPECT_TRUE(scene.core().guide()->isOpen());
+    EXPECT_TRUE(scene.core().guideView()->isOpen());
 }
 
 void recommend(AIBridge& bridge)

@@ -105,14 +105,14 @@ protected:
     void fillLists()
     {
         Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
-        scene.core().accepts(16, {{"driveLetter", "C"}});
+        scene.core().rejection(16, {{"driveLetter", "C"}});
         Q_EMIT bridge.sigAfterCallFun("Task NotValid", false);
-        scene.core().accepts(16, {{"driveLetter", "Q"}});
+        scene.core().rejection(16, {{"driveLetter", "Q"}});
         orderHost(mainPage(), "doToolBox", ConnectionRule::Call, QVariant(99), QVariant(QVariantMap()));
         Q_EMIT bridge.sigAbout2CallFun("GetPartitionInfo driveLetter=C");
         Q_EMIT bridge.sigAfterCallFun("a partition with all of its details", false);
-        scene.link().timeline().noteGateRefusal("the words of the gate");
-        scene.link().timeline().noteGateRefusal("the words of the gate");
+        scene.link().timeline().recordGateRejection("the words of the gate");
+        scene.link().timeline().recordGateRejection("the words of the gate");
         Q_EMIT bridge.sigAbout2CallFun("");
         scene.core().order(16, {{"driveLetter", "C"}});
         scene.core().order(31, {{"driveLetter", "D"}, {"newLabel", "Data"}});
@@ -127,12 +127,12 @@ protected:
         scene.core().openAddress("https://example.org/");
     }
 
-    void openClone(const QString& objection)
+    void openClone(const QString& rejection)
     {
         const QVariantList disks = host::diskRecords(*scene.core().machine());
         Q_EMIT bridge.sigCloneResult(QVariantMap{{"source", disks.at(1)},
                                                  {"destination", disks.at(2)},
-                                                 {"errMsg", objection},
+                                                 {"errMsg", rejection},
                                                  {"cloneType", 2},
                                                  {"goToPageIndex", 2}});
     }
@@ -235,7 +235,7 @@ TEST_F(WindowBrackets, ListsOfTheAgentAndOfTasks_ShowTranslatedTextsOnly)
 TEST_F(WindowBrackets, Guides_ShowTranslatedTextsOnly)
 {
     openClone("The destination is too small.");
-    ASSERT_NE(awaited("guideObjection"), nullptr);
+    ASSERT_NE(awaited("guideRejection"), nullptr);
     expectBrackets("clone");
     for (int conversion = 0; conversion < 4; ++conversion) {
         openConversion(1, conversion);
@@ -360,7 +360,7 @@ TEST_F(WindowLanguage, Button_SwitchesEveryTextToGermanAndBack)
 {
     fillLists();
     openClone("The destination is too small.");
-    ASSERT_NE(awaited("guideObjection"), nullptr);
+    ASSERT_NE(awaited("guideRejection"), nullptr);
     const auto everyText = [&] {
         QStringList all{scene.window()->title()};
         for (const auto& [name, item] : shown())
@@ -368,7 +368,7 @@ TEST_F(WindowLanguage, Button_SwitchesEveryTextToGermanAndBack)
         return all;
     };
     const QStringList english = everyText();
-    EXPECT_EQ(text("guideObjection"), "The destination is too small.");
+    EXPECT_EQ(text("guideRejection"), "The destination is too small.");
     EXPECT_EQ(text("machineSummary"), "6 disks, 5.3 TB");
 
     click(item("languageButton"));
@@ -380,7 +380,7 @@ TEST_F(WindowLanguage, Button_SwitchesEveryTextToGermanAndBack)
     EXPECT_EQ(texts("diskName").value(1), "Datenträger 1");
     EXPECT_EQ(text("serviceBadge"), "Dienst auf localhost:9090");
     EXPECT_EQ(item("guidePane")->property("title"), "Klonen: Datenträger 1 auf Datenträger 2");
-    EXPECT_EQ(text("guideObjection"), "Das Ziel ist zu klein.");
+    EXPECT_EQ(text("guideRejection"), "Das Ziel ist zu klein.");
     EXPECT_TRUE(texts("callReason").contains("Das Laufwerk enthält das laufende System.")) << "callReason";
     EXPECT_TRUE(texts("callReason").contains("Kein Laufwerk hat den Buchstaben Q.")) << "callReason";
     EXPECT_TRUE(texts("taskError").contains("Das Laufwerk enthält das laufende System.")) << "taskError";
@@ -440,16 +440,16 @@ TEST_F(WindowLanguage, German_LeavesTheLogTheTranscriptAndTheAnswersEnglish)
     ASSERT_TRUE(content.open(QIODevice::ReadOnly));
     const QByteArray transcript = content.readAll();
     for (const char* text : {"\"title\":\"Clone: disk 1 to disk 2\"", "\"title\":\"Convert: disk 1 to MBR\"",
-                             "\"text\":\"The disk is an MBR disk already.\"",
-                             "\"error\":\"the drive holds the running system\"", "\"state\":\"cancelled\""})
+                             "\"text\":\"The disk is already an MBR disk.\"",
+                             "\"error\":\"The drive holds the running system.\"", "\"state\":\"cancelled\""})
         EXPECT_TRUE(transcript.contains(text)) << text;
     QStringList log;
     for (int row = 0; row < scene.core().log()->rowCount(); ++row)
         log.append(scene.core().log()->index(row).data().toString().section(' ', 1));
-    EXPECT_TRUE(log.contains("refused DeletePartition driveLetter=\"Q\": no drive has the letter Q"))
+    EXPECT_TRUE(log.contains("refused DeletePartition driveLetter=\"Q\": No drive has the letter Q."))
         << log.join("\n").toStdString();
     EXPECT_TRUE(log.contains("guide opened: Clone: disk 1 to disk 2 (step 2)"));
-    EXPECT_TRUE(log.contains("failed DeletePartition: the drive holds the running system"));
+    EXPECT_TRUE(log.contains("failed DeletePartition: The drive holds the running system."));
     const QVariantList disks = host::diskRecords(*scene.core().machine());
     auto* clone = scene.engine().rootContext()->contextProperty("clone").value<QObject*>();
     EXPECT_EQ(callHost<QString>(clone, "invalidInfo", ConnectionRule::Call, disks.at(0).toMap(),

@@ -100,7 +100,7 @@ TEST_F(WindowPicture, Light_HoldsBarsAndTimelineAndTasks)
     scene.core().order(31, {{"driveLetter", "E"}, {"newLabel", "Photos"}});
     Q_EMIT bridge.sigAfterCallFun("Task Queued", true);
     Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
-    scene.core().accepts(16, {{"driveLetter", "C"}});
+    scene.core().rejection(16, {{"driveLetter", "C"}});
     Q_EMIT bridge.sigAfterCallFun("Task NotValid", false);
     ASSERT_TRUE(pumpUntil([&] { return texts("taskState") == QStringList("done"); }));
     ASSERT_TRUE(pumpUntil([&] { return items("callTool").size() == 2; }));
@@ -131,10 +131,10 @@ TEST_F(DarkPicture, Dark_HoldsBarsAndGuideAndRecommendation)
                                              {"goToPageIndex", 2}});
     Q_EMIT bridge.sigRecScanResult(
         QVariantMap{{"msg", "Convert disk 1."}, {"buttons", QVariantList{"Accept", "Cancel"}}});
-    ASSERT_NE(awaited("guideObjection"), nullptr);
+    ASSERT_NE(awaited("guideRejection"), nullptr);
     ASSERT_NE(awaited("recommendationText"), nullptr);
     const QImage picture = take("dark.png");
-    checkText(picture, "guideObjection", "The destination is too small.");
+    checkText(picture, "guideRejection", "The destination is too small.");
     checkText(picture, "recommendationText", "Convert disk 1.");
     checkText(picture, "recommendationButton", "Accept");
     EXPECT_EQ(picture.pixelColor(2, 2), scene.theme().window());

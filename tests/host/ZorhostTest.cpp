@@ -90,7 +90,7 @@ TEST(Zorhost, AgentInPython_ListsCreatesRenamesAndIsRefusedOnce)
           "DeletePartition -> Task NotValid False\n",
           "order CreatePartition capacity=10737418240 diskIndex=0", "done CreatePartition\n",
           "order ChangePartitionLabel driveLetter=\"I\" newLabel=\"Renamed\"\n",
-          "refused DeletePartition driveLetter=\"C\": the drive holds the running system\n"})
+          "refused DeletePartition driveLetter=\"C\": The drive holds the running system.\n"})
         EXPECT_TRUE(output.contains(line)) << line << "\n" << output.constData();
     EXPECT_EQ(output.count("refused "), 1);
 }
