@@ -2,161 +2,129 @@
 #include "tests/host/ZorhostProcess.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <functional>
 
 namespace {
 
-// One line with the cause, and nothing on standard output.
-void expectRefused(ZorhostProcess& host, const QStringList& arguments, const QByteArray& part)
+// A start that fails: one line with the cause, empty standard output and exit code 2.
+struct FailedStart
 {
+    const char* name;
+    QStringList arguments; ///< "FILE" means the file bad.json
+    QByteArray error;      ///< part of the line; "FOLDER" means the program's folder
+    std::function<void(ZorhostProcess&)> prepare = nullptr;
+
+    friend void PrintTo(const FailedStart& row, std::ostream* out) { *out << row.name; }
+};
+
+class ZorhostRejects : public testing::TestWithParam<FailedStart>
+{
+};
+
+TEST_P(ZorhostRejects, Start_PrintsOneLineAndEndsWithExitCode2)
+{
+    const FailedStart& row = GetParam();
+    ZorhostProcess host;
+    if (row.prepare)
+        row.prepare(host);
+    const QString folder = QFileInfo(host.file("zorhost")).path();
+    QStringList arguments = row.arguments;
+    arguments.replaceInStrings("FILE", host.file("bad.json"));
+    arguments.replaceInStrings("FOLDER", folder);
     host.start(arguments);
     EXPECT_EQ(host.exitCode(), 2) << host.errors().constData();
     EXPECT_EQ(host.output(), QByteArray());
     const QByteArray errors = host.errors();
     EXPECT_TRUE(errors.startsWith("zorhost: ")) << errors.constData();
     EXPECT_EQ(errors.count('\n'), 1) << errors.constData();
-    EXPECT_TRUE(errors.contains(part)) << errors.constData();
+    const QByteArray error = QByteArray(row.error).replace("FOLDER", folder.toLocal8Bit());
+    EXPECT_TRUE(errors.contains(error)) << errors.constData();
 }
 
-TEST(ZorhostRefuses, UnknownOption)
+std::function<void(ZorhostProcess&)> machineFile(const QByteArray& json)
 {
-    ZorhostProcess host;
-    expectRefused(host, {"--nonsense"}, "unknown option nonsense");
+    return [json](ZorhostProcess& host) { host.write("bad.json", json); };
 }
 
-TEST(ZorhostRefuses, MachineThatIsNotThere)
+std::function<void(ZorhostProcess&)> without(const QStringList& names)
 {
-    ZorhostProcess host;
-    expectRefused(host, {"--machine", "toaster"}, "toaster");
-}
-
-TEST(ZorhostRefuses, MachineFileThatIsNoJson)
-{
-    ZorhostProcess host;
-    host.write("bad.json", "{ disks");
-    expectRefused(host, {"--machine", host.file("bad.json")}, "not JSON");
-}
-
-TEST(ZorhostRefuses, MachineFileWithAKeyOfAWrongType)
-{
-    ZorhostProcess host;
-    host.write("bad.json", R"({"disks": [{"diskIndex": 0, "size": "big"}]})");
-    expectRefused(host, {"--machine", host.file("bad.json")}, "disks[0].size must be a whole number");
-}
-
-TEST(ZorhostRefuses, MachineFilesThatCannotBe)
-{
-    const struct
-    {
-        QByteArray json;
-        QByteArray fault;
-    } rows[] = {
-        {R"({"disks": [{"diskIndex": 0, "size": 4096, "partitions": [{"size": 1024}, {"size": 512, "startSector": 1}]}]})",
-         "disk 0: its partitions overlap or are out of order"},
-        {R"({"disks": [{"diskIndex": 0, "size": -1}]})", "disks[0] has a size that no disk can have"},
-        {R"({"disks": [{"diskIndex": 0, "size": 512, "partitions": [{"size": 1024}]}]})",
-         "disk 0: its partitions are larger than the disk"},
-        {R"({"disks": [{"diskIndex": 0, "size": 1024, "partitions": [
-            {"size": 512, "driveLetter": "D"}, {"size": 512, "driveLetter": "d"}]}]})",
-         "drive letter D stands twice"},
-        {QByteArray(1 << 20, '['), "not JSON"},
-        {QByteArray("\0\1\2\377", 4), "not JSON"},
-        {"", "not JSON"},
+    return [names](ZorhostProcess& host) {
+        for (const QString& name : names)
+            host.remove(name);
     };
-    for (const auto& row : rows) {
-        ZorhostProcess host;
-        host.write("bad.json", row.json);
-        expectRefused(host, {"--machine", host.file("bad.json")}, row.fault);
-    }
 }
 
-TEST(ZorhostRefuses, MachineFileOfAGigabyteOfJunk)
-{
-    ZorhostProcess host;
-    host.write("bad.json", "");
-    ASSERT_TRUE(QFile::resize(host.file("bad.json"), Q_INT64_C(1) << 30));
-    expectRefused(host, {"--machine", host.file("bad.json")}, "the file is larger than 16777216 bytes");
-}
+const QStringList kMachineFile = {"--machine", "FILE"};
 
-TEST(ZorhostRefuses, BadSpeed)
-{
-    ZorhostProcess host;
-    expectRefused(host, {"--speed", "fast"}, "option --speed needs a factor above 0, or instant");
-}
+const FailedStart kFailedStarts[] = {
+    {"UnknownOption", {"--nonsense"}, "unknown option nonsense"},
+    {"InvalidSpeed", {"--speed", "fast"}, "option --speed needs a factor above 0, or instant"},
+    {"InvalidFailure", {"--fail", "FormatDisk after 40%"}, "option --fail needs a task and a share"},
+    {"MissingMachine", {"--machine", "toaster"}, "toaster"},
+    {"MachineFileNotJson", kMachineFile, "not JSON", machineFile("{ disks")},
+    {"MachineFileWithManyBrackets", kMachineFile, "not JSON", machineFile(QByteArray(1 << 20, '['))},
+    {"MachineFileBinary", kMachineFile, "not JSON", machineFile(QByteArray("\0\1\2\377", 4))},
+    {"MachineFileEmpty", kMachineFile, "not JSON", machineFile("")},
+    {"MachineFileWithAKeyOfAWrongType", kMachineFile, "disks[0].size must be a whole number",
+     machineFile(R"({"disks": [{"diskIndex": 0, "size": "big"}]})")},
+    {"MachineWithOverlappingPartitions", kMachineFile, "disk 0: its partitions overlap or are out of order",
+     machineFile(
+         R"({"disks": [{"diskIndex": 0, "size": 4096, "partitions": [{"size": 1024}, {"size": 512, "startSector": 1}]}]})")},
+    {"MachineWithANegativeSize", kMachineFile, "disks[0] has a size that no disk can have",
+     machineFile(R"({"disks": [{"diskIndex": 0, "size": -1}]})")},
+    {"MachineWithPartitionsLargerThanTheDisk", kMachineFile,
+     "disk 0: its partitions are larger than the disk",
+     machineFile(R"({"disks": [{"diskIndex": 0, "size": 512, "partitions": [{"size": 1024}]}]})")},
+    {"MachineWithADuplicateLetter", kMachineFile, "drive letter D is used twice",
+     machineFile(R"({"disks": [{"diskIndex": 0, "size": 1024, "partitions": [
+            {"size": 512, "driveLetter": "D"}, {"size": 512, "driveLetter": "d"}]}]})")},
+    {"MachineFileOfAGigabyte", kMachineFile, "the file is larger than 16777216 bytes",
+     [](ZorhostProcess& host) {
+         host.write("bad.json", "");
+         ASSERT_TRUE(QFile::resize(host.file("bad.json"), Q_INT64_C(1) << 30));
+     }},
+    {"UnwritableTranscript",
+     {"--headless", "--transcript", "FOLDER/none/t.jsonl"},
+     "No such file or directory"},
+    {"UnwritableSavedMachine",
+     {"--headless", "--save", "FOLDER/none/after.json"},
+     "No such file or directory"},
+    {"MissingLibrary", {"--headless"}, "the library FOLDER/AIBridge.so is missing", without({"AIBridge.so"})},
+    {"MissingDependencies_NameTheLibrary",
+     {"--headless"},
+     "FOLDER/AIBridge.so",
+     without({"libZorLog.so", "libUIUtility.so", "libLLFProc.so"})},
+    // The loader names the first missing dependency, so one is removed at a time.
+    {"MissingLog", {"--headless"}, "libZorLog.so", without({"libZorLog.so"})},
+    {"MissingUiUtility", {"--headless"}, "libUIUtility.so", without({"libUIUtility.so"})},
+    {"MissingFirmware", {"--headless"}, "libLLFProc.so", without({"libLLFProc.so"})},
+    {"InvalidLibrary",
+     {"--headless"},
+     "FOLDER/AIBridge.so",
+     [](ZorhostProcess& host) {
+         host.remove("AIBridge.so");
+         host.write("AIBridge.so", "text");
+     }},
+    {"ComponentNotListed",
+     {"--headless"},
+     "does not name the component AIBridge",
+     [](ZorhostProcess& host) { host.write("components.ini", "[COMPONENT1]\nname=Other\n"); }},
+    {"MissingComponentList", {"--headless"}, "components.ini", without({"components.ini"})},
+    {"ComputerWithoutLsblk",
+     {"--headless", "--machine", "system"},
+     "lsblk",
+     [](ZorhostProcess& host) { host.environment().insert("PATH", host.file("path")); }},
+};
 
-TEST(ZorhostRefuses, BadFailure)
-{
-    ZorhostProcess host;
-    expectRefused(host, {"--fail", "FormatDisk after 40%"}, "option --fail needs a task and a share");
-}
-
-TEST(ZorhostRefuses, TranscriptThatCannotBeWritten)
-{
-    ZorhostProcess host;
-    expectRefused(host, {"--headless", "--transcript", host.file("none/t.jsonl")},
-                  "No such file or directory");
-}
-
-TEST(ZorhostRefuses, SavedMachineThatCannotBeWritten)
-{
-    ZorhostProcess host;
-    expectRefused(host, {"--headless", "--save", host.file("none/after.json")}, "No such file or directory");
-}
-
-TEST(ZorhostRefuses, MissingLibrary)
-{
-    ZorhostProcess host;
-    host.remove("AIBridge.so");
-    expectRefused(host, {"--headless"},
-                  "the library " + host.file("AIBridge.so").toLocal8Bit() + " is missing");
-}
-
-TEST(ZorhostRefuses, LibraryWhoseOwnLibrariesAreMissing_NamesTheLibraryAndTheMissingOne)
-{
-    ZorhostProcess host;
-    for (const char* name : {"libZorLog.so", "libUIUtility.so", "libLLFProc.so"})
-        host.remove(name);
-    expectRefused(host, {"--headless"}, host.file("AIBridge.so").toLocal8Bit());
-    // The loader names the first one that it does not find.
-    const QByteArray errors = host.errors();
-    EXPECT_TRUE(errors.contains("libZorLog.so") || errors.contains("libUIUtility.so") ||
-                errors.contains("libLLFProc.so"))
-        << errors.constData();
-}
-
-TEST(ZorhostRefuses, LibraryThatIsNotOne_IsNamedWithTheLoadersMessage)
-{
-    ZorhostProcess host;
-    host.remove("AIBridge.so");
-    host.write("AIBridge.so", "text");
-    expectRefused(host, {"--headless"}, host.file("AIBridge.so").toLocal8Bit());
-}
-
-TEST(ZorhostRefuses, ListOfComponentsWithoutTheComponent)
-{
-    ZorhostProcess host;
-    host.write("components.ini", "[COMPONENT1]\nname=Other\n");
-    expectRefused(host, {"--headless"}, "does not name the component AIBridge");
-}
-
-TEST(ZorhostRefuses, MissingListOfComponents)
-{
-    ZorhostProcess host;
-    host.remove("components.ini");
-    expectRefused(host, {"--headless"}, "components.ini");
-}
-
-TEST(ZorhostRefuses, ComputerWithoutLsblk)
-{
-    ZorhostProcess host;
-    host.environment().insert("PATH", host.file("path"));
-    expectRefused(host, {"--headless", "--machine", "system"}, "lsblk");
-}
+INSTANTIATE_TEST_SUITE_P(All, ZorhostRejects, testing::ValuesIn(kFailedStarts),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ZorhostEnd, TaskThatStillRuns_IsCancelledAndTheMachineSavedAsItLeavesIt)
 {
