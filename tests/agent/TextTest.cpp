@@ -36,6 +36,13 @@ TEST(Text, OneLine_ControlCharactersAndInvalidBytes_BecomeQuestionMarks)
     EXPECT_EQ(zorcall::oneLine("caf\xC3\xA9 \xC2\xA0"), "caf\xC3\xA9 \xC2\xA0");
 }
 
+TEST(Text, OneLine_ReplacementCharacter_IsKept)
+{
+    EXPECT_EQ(zorcall::oneLine("\xEF\xBF\xBD\xFF\xEF\xBF\xBD"), "\xEF\xBF\xBD?\xEF\xBF\xBD");
+    EXPECT_EQ(zorcall::oneLine("\xEF\xBB\xBFx"), "\xEF\xBB\xBFx");
+    EXPECT_EQ(zorcall::oneLine("x\xE6\x95"), "x??");
+}
+
 TEST(Text, OneLine_LongText_IsCutBetweenCharacters)
 {
     EXPECT_EQ(zorcall::oneLine(std::string(1000, 'a')), std::string(1000, 'a'));

@@ -74,7 +74,7 @@ TEST(ZorcallFault, NoListener_Code3)
 {
     // Bound without listening, so that no other program can use the port.
     QTcpSocket holder;
-    ASSERT_TRUE(holder.bind(QHostAddress::LocalHost, 0));
+    ASSERT_TRUE(holder.bind(QHostAddress(QHostAddress::LocalHost)));
     const QByteArray port = QByteArray::number(holder.localPort());
     EXPECT_EQ(zorcall(words("--host 127.0.0.1 Init"), port),
               (Ran{3, "", "zorcall: no connection to 127.0.0.1:" + port + ": Connection refused\n"}));
