@@ -103,8 +103,7 @@ export class HostConnection {
      * @param {Buffer} bytes
      */
     checkProtocol(bytes) {
-        if (bytes[0] !== 0x80 || (bytes.length > 1 && bytes[1] !== 0x01))
-            this.end(wrongService(this.port));
+        if (bytes[0] !== 0x80 || (bytes.length > 1 && bytes[1] !== 0x01)) this.end(wrongService(this.port));
     }
 
     /** @param {boolean} yes false for an idle connection, so that the process can end */

@@ -33,7 +33,11 @@ export class HostFinder {
     /** @param {number} port @param {CallScope} scope */
     async tryPort(port, scope) {
         try {
-            return await HostConnection.to(port, scope.deadline.within(configuredPortMs).left(), scope.signal);
+            return await HostConnection.to(
+                port,
+                scope.deadline.within(configuredPortMs).left(),
+                scope.signal,
+            );
         } catch (error) {
             if (!(error instanceof HostError) || error.kind !== 'unreachable') throw error;
             throw unreachable(

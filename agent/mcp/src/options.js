@@ -62,7 +62,9 @@ function portNumber(text) {
 function seconds(text, name) {
     const value = Number(text);
     if (!(value > 0 && value <= 3600))
-        throw new Error(`${name} must be a number of seconds, more than 0 and at most 3600, but is "${text}".`);
+        throw new Error(
+            `${name} must be a number of seconds, more than 0 and at most 3600, but is "${text}".`,
+        );
     return value * 1000;
 }
 

@@ -27,7 +27,9 @@ export function joinTable(api, own) {
         acting.map((/** @type {any} */ f) => f.name),
         Object.keys(own.tools),
     );
-    const phrases = own.commonPhrases.map((/** @type {string} */ phrase) => withConstants(phrase, api.constants));
+    const phrases = own.commonPhrases.map((/** @type {string} */ phrase) =>
+        withConstants(phrase, api.constants),
+    );
     return {
         tools: acting.map((/** @type {any} */ f) => tool(f, own, phrases)),
         groups: own.groups,
@@ -44,7 +46,9 @@ function requireSameTools(methods, described) {
         ...described.filter((name) => !methods.includes(name)),
     ];
     if (different.length > 0)
-        throw new Error(`The interface file and tools.json contain different tools: ${different.join(', ')}.`);
+        throw new Error(
+            `The interface file and tools.json contain different tools: ${different.join(', ')}.`,
+        );
 }
 
 /**

@@ -38,7 +38,10 @@ export class Deadline {
 export async function withTimeout(promise, ms, timeoutError, signal) {
     const settled = new AbortController();
     const { signal: stop } = settled;
-    const waits = [promise, sleep(ms, undefined, { signal: stop }).then(() => Promise.reject(timeoutError()))];
+    const waits = [
+        promise,
+        sleep(ms, undefined, { signal: stop }).then(() => Promise.reject(timeoutError())),
+    ];
     if (signal) waits.push(aborted(signal, stop));
     try {
         return await Promise.race(waits);

@@ -68,8 +68,7 @@ function integer(tool, arg, value, [min, max]) {
         (typeof value === 'string' && /^-?\d{1,20}$/.test(value));
     if (!isInteger) throw invalid(tool, `${arg.name} must be a whole number`);
     const number = BigInt(value);
-    if (number < min || number > max)
-        throw invalid(tool, `${arg.name} must be between ${min} and ${max}`);
+    if (number < min || number > max) throw invalid(tool, `${arg.name} must be between ${min} and ${max}`);
     return number;
 }
 

@@ -70,10 +70,7 @@ test('UnreachableHost_HandshakeAndListWorkAndCallsFailImmediatelyUntilItStarts',
 
 test('UnreachableHost_FailsAResourceWithTheSameMessage', async (t) => {
     const { client } = await connect(t, { args: ['--port', String(await closedPort())] });
-    await assert.rejects(
-        client.readResource({ uri: 'aibridge://disks' }),
-        /not running or not reachable/,
-    );
+    await assert.rejects(client.readResource({ uri: 'aibridge://disks' }), /not running or not reachable/);
 });
 
 test('HostKilledDuringATool_ReportsAnUnknownOutcomeAndTheNextCallWorks', async (t) => {
@@ -224,7 +221,10 @@ test('ExceptionOfTheService_IsReportedAndTheConnectionKept', async (t) => {
     const { client } = await connect(t, { args: ['--port', String(service.port)] });
     const answer = service.answer.ListAllDisks;
     service.answer.ListAllDisks = () => Promise.reject(new Error('no'));
-    assert.match(await failsWithin(() => client.callTool(read), 10000), /answered ListAllDisks with an exception/);
+    assert.match(
+        await failsWithin(() => client.callTool(read), 10000),
+        /answered ListAllDisks with an exception/,
+    );
     service.answer.ListAllDisks = answer;
     assert.ok(!(await client.callTool(read)).isError);
     assert.equal(service.names().filter((name) => name === 'Init').length, 1);

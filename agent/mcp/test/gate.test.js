@@ -1,11 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import {
-    OPERATION_IN_PROGRESS,
-    TASK_NOT_VALID,
-    TASK_QUEUED,
-    TASKS_IN_EXECUTION,
-} from '../src/constants.js';
+import { OPERATION_IN_PROGRESS, TASK_NOT_VALID, TASK_QUEUED, TASKS_IN_EXECUTION } from '../src/constants.js';
 import { connect, text } from './support/client.js';
 import { FakeService } from './support/fakeService.js';
 

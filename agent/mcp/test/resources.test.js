@@ -59,6 +59,9 @@ test('PartitionsResource_ContainsTheRecordsOfItsDisk', async (t) => {
 
 test('ResourceOfAnInvalidDisk_IsRejected', async (t) => {
     const { client } = await start(t);
-    await assert.rejects(client.readResource({ uri: 'aibridge://disks/x/partitions' }), /does not identify a disk/);
+    await assert.rejects(
+        client.readResource({ uri: 'aibridge://disks/x/partitions' }),
+        /does not identify a disk/,
+    );
     await assert.rejects(client.readResource({ uri: 'aibridge://moons' }));
 });

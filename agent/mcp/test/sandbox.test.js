@@ -2,12 +2,7 @@
 import assert from 'node:assert/strict';
 import { createConnection, createServer } from 'node:net';
 import { test } from 'node:test';
-import {
-    OPERATION_IN_PROGRESS,
-    TASK_NOT_VALID,
-    TASK_QUEUED,
-    TASKS_IN_EXECUTION,
-} from '../src/constants.js';
+import { OPERATION_IN_PROGRESS, TASK_NOT_VALID, TASK_QUEUED, TASKS_IN_EXECUTION } from '../src/constants.js';
 import { loadTable } from '../src/table.js';
 import { connect, text } from './support/client.js';
 import { startHost } from './support/sandbox.js';
@@ -125,7 +120,10 @@ test('PartitionBeyondTheLimitOfMbr_IsRejectedWithThatCauseFirst', async (t) => {
         label: 'x',
         unallocatedIndex: -1,
     });
-    assert.match(text(answer), /Possible causes, the most likely first: an MBR disk cannot contain a partition beyond its first 2 TiB/);
+    assert.match(
+        text(answer),
+        /Possible causes, the most likely first: an MBR disk cannot contain a partition beyond its first 2 TiB/,
+    );
 });
 
 test('Rejection_IncludesTheTargetAndAPossibleCause', async (t) => {
