@@ -13,6 +13,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -174,6 +175,15 @@ std::string smallDescription()
     return QJsonDocument(root).toJson(QJsonDocument::Compact).toStdString();
 }
 
+// The position of the method in the interface file.
+int indexOf(const std::string& name)
+{
+    const auto& methods = Interface::builtIn().methods();
+    const auto found = std::find_if(methods.begin(), methods.end(),
+                                    [&](const Method& method) { return method.name == name; });
+    return static_cast<int>(found - methods.begin());
+}
+
 std::string reply(const std::string& method, const std::string& fields)
 {
     return std::string("\x80\x01\x00\x02", 4) + std::string(3, '\0') + byte(static_cast<int>(method.size())) +
@@ -191,16 +201,17 @@ void makeCommandLines()
         arguments += byte(static_cast<int>(word.size())) + word;
     save("zorcall", "options", byte(1) + arguments);
     save("zorcall", "description", byte(2) + smallDescription());
-    // Init is the first method, PreProcessing the third, ShowBitLockerStatus the fourth.
-    save("zorcall", "yes", byte(3) + byte(0) + reply("Init", byte(2) + std::string(2, '\0') + byte(1)));
+    // The second byte selects the method.
+    save("zorcall", "yes",
+         byte(3) + byte(indexOf("Init")) + reply("Init", byte(2) + std::string(2, '\0') + byte(1)));
     const std::string task = byte(12) + std::string(2, '\0') + byte(2) + byte(0) + byte(1) + byte(1) +
                              byte(11) + byte(0) + byte(2) + std::string(3, '\0') + byte(2) + "no" + byte(0);
     const std::string answer = "F\xC3\xBCll \xE7\xA3\x81\xE7\x9B\x98 \"ok\"";
     save("zorcall", "text",
-         byte(3) + byte(3) +
+         byte(3) + byte(indexOf("ShowBitLockerStatus")) +
              reply("ShowBitLockerStatus",
                    byte(11) + std::string(5, '\0') + byte(static_cast<int>(answer.size())) + answer));
-    save("zorcall", "task", byte(3) + byte(2) + reply("PreProcessing", task));
+    save("zorcall", "task", byte(3) + byte(indexOf("PreProcessing")) + reply("PreProcessing", task));
 }
 
 } // namespace

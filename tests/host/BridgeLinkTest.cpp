@@ -4,6 +4,7 @@
 #include "plugin/AIBridge.h"
 #include "service/ZorHandle.h"
 #include "tests/host/MachineText.h"
+#include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
 
 #include <gtest/gtest.h>
@@ -48,7 +49,7 @@ TEST_F(BridgeLinkTest, CreatePartition_OfAnAgent_ShowsInTheInventory)
 {
     std::string answer;
     runOnOtherThread([&] { tools.CreatePartition(answer, 0, 2 * kGiB, "NTFS", "Fresh", -1); });
-    EXPECT_EQ(answer, "Task Queued");
+    EXPECT_EQ(answer, answers::queued);
     ASSERT_TRUE(pumpUntil([&] { return bridge.getPartitionSize("G") == 2 * kGiB; }));
     PartitionInfo created;
     bridge.getPartitionInfo(created, "G");
@@ -59,19 +60,19 @@ TEST_F(BridgeLinkTest, RefusedQuestion_LeavesTheMachineAlone)
 {
     std::string answer;
     runOnOtherThread([&] { tools.DeletePartition(answer, "C"); });
-    EXPECT_EQ(answer, "Task NotValid");
+    EXPECT_EQ(answer, answers::notValid);
     EXPECT_NE(scene.core().machine()->partition("C"), nullptr);
     EXPECT_FALSE(scene.core().isBusy());
 }
 
 TEST_F(BridgeLinkTest, CloneDiskToDisk_OpensTheGuideAtItsLastStep)
 {
-    EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 1, 0), "Task Queued");
+    EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 1, 0), answers::queued);
     ASSERT_TRUE(pumpUntil([&] { return scene.core().guide() != nullptr; }));
     ASSERT_NE(scene.core().guide(), nullptr);
     EXPECT_EQ(scene.core().guide()->title, "Clone: disk 1 to disk 0");
     EXPECT_EQ(scene.core().guide()->summary, "step 2: The destination holds the running system.");
-    EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 0, 1), "Task Queued");
+    EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 0, 1), answers::queued);
     ASSERT_TRUE(pumpUntil(
         [&] { return scene.core().guide() != nullptr && scene.core().guide()->summary == "step 3"; }));
 }
@@ -86,7 +87,7 @@ TEST_F(BridgeLinkTest, ConvertDiskToGpt_OpensTheGuide)
 {
     std::string answer;
     runOnOtherThread([&] { tools.ConvertDiskToGpt(answer, 1); });
-    EXPECT_EQ(answer, "Task Queued");
+    EXPECT_EQ(answer, answers::queued);
     ASSERT_TRUE(pumpUntil([&] { return scene.core().guide() != nullptr; }));
     ASSERT_NE(scene.core().guide(), nullptr);
     EXPECT_EQ(scene.core().guide()->title, "Convert: disk 1 to GPT");
@@ -99,12 +100,12 @@ TEST_F(BridgeLinkTest, InstallAndEnablePreOS_IsTakenOnceUntilItIsDisabled)
         runOnOtherThread([&] { tools.InstallAndEnablePreOS(answer); });
         return answer;
     };
-    EXPECT_EQ(install(), "Task Queued");
-    EXPECT_EQ(install(), "Task NotValid");
+    EXPECT_EQ(install(), answers::queued);
+    EXPECT_EQ(install(), answers::notValid);
     std::string answer;
     runOnOtherThread([&] { tools.DisablePreOS(answer); });
-    EXPECT_EQ(answer, "Task Queued");
-    EXPECT_EQ(install(), "Task Queued");
+    EXPECT_EQ(answer, answers::queued);
+    EXPECT_EQ(install(), answers::queued);
 }
 
 TEST_F(BridgeLinkTest, Recommendation_ShowsOnTheCardUntilItIsAnswered)

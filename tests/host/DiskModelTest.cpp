@@ -4,6 +4,7 @@
 #include "host/objects/DiskText.h"
 #include "host/objects/Timeline.h"
 #include "tests/host/MachineText.h"
+#include "tests/support/Answers.h"
 
 #include <QtTest/QSignalSpy>
 
@@ -199,7 +200,7 @@ TEST(TimelineModel, OrderWithinACall_BelongsToIt)
     host::Timeline timeline;
     timeline.announce("FormatPartition driveLetter=E");
     timeline.recordOrder("FormatPartition", "driveLetter=E");
-    timeline.answer("Task Queued", true);
+    timeline.answer(answers::queued, true);
     EXPECT_EQ(timeline.count(), 1);
 }
 
@@ -208,7 +209,7 @@ TEST(TimelineModel, AnswerBehindAGateRefusal_BelongsToItsCall)
     host::Timeline timeline;
     timeline.announce("FormatPartition driveLetter=E");
     timeline.recordGateRejection("no");
-    timeline.answer("Task Queued", true);
+    timeline.answer(answers::queued, true);
     ASSERT_EQ(timeline.count(), 2);
     EXPECT_EQ(timeline.data(timeline.index(0), host::Timeline::StateRole), "queued");
     EXPECT_EQ(timeline.data(timeline.index(1), host::Timeline::StateRole), "held");

@@ -5,6 +5,7 @@
 #include "plugin/HostCall.h"
 #include "service/ZorHandle.h"
 #include "tests/host/MachineText.h"
+#include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
 
 #include <QtCore/QDateTime>
@@ -185,14 +186,14 @@ TEST_F(TranscriptOfAScene, AnnouncedCall_IsAGateCallAndItsReportAToolCall)
 {
     runOnOtherThread([&] {
         Q_EMIT bridge.sigAbout2CallFun("label D");
-        Q_EMIT bridge.sigAfterCallFun("Task Queued", true);
+        Q_EMIT bridge.sigAfterCallFun(answers::queued, true);
     });
     ASSERT_EQ(lines("gateCall").size(), 1u);
     EXPECT_EQ(lines("gateCall")[0].value("toolCalls"), "label D");
     EXPECT_TRUE(lines("gateCall")[0].value("thread").toString().startsWith("connection "));
     ASSERT_EQ(lines("toolCall").size(), 1u);
     EXPECT_EQ(lines("toolCall")[0].value("toolCalls"), "label D");
-    EXPECT_EQ(lines("toolCall")[0].value("answer"), "Task Queued");
+    EXPECT_EQ(lines("toolCall")[0].value("answer"), answers::queued.text());
     EXPECT_EQ(lines("toolCall")[0].value("queued"), true);
 }
 

@@ -2,6 +2,7 @@
 #include "tests/host/WindowTest.h"
 
 #include "host/objects/TaskQueue.h"
+#include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
 
 #include <QtGui/QColor>
@@ -33,8 +34,8 @@ TEST_F(WindowTimeline, QueuedCall_ShowsToolArgumentsAndAnswer)
     ASSERT_TRUE(waitForText("callTool", "ChangePartitionLabel"));
     EXPECT_EQ(text("callArguments"), "driveLetter=D newLabel=Photos");
     EXPECT_EQ(text("callOutcome"), "running");
-    Q_EMIT bridge.sigAfterCallFun("Task Queued", true);
-    ASSERT_TRUE(waitForText("callOutcome", "Task Queued"));
+    Q_EMIT bridge.sigAfterCallFun(answers::queued, true);
+    ASSERT_TRUE(waitForText("callOutcome", answers::queued));
     EXPECT_EQ(item("callOutcome")->property("tone"), "good");
     EXPECT_EQ(items("callTool").size(), 1u);
 }
@@ -43,8 +44,8 @@ TEST_F(WindowTimeline, Refusal_StandsOutAndHasTheHostsReason)
 {
     Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
     EXPECT_TRUE(scene.core().rejection(16, {{"driveLetter", "C"}}));
-    Q_EMIT bridge.sigAfterCallFun("Task NotValid", false);
-    ASSERT_TRUE(waitForText("callOutcome", "Task NotValid"));
+    Q_EMIT bridge.sigAfterCallFun(answers::notValid, false);
+    ASSERT_TRUE(waitForText("callOutcome", answers::notValid));
     EXPECT_EQ(item("callOutcome")->property("tone"), "bad");
     ASSERT_NE(item("callReason"), nullptr);
     EXPECT_NE(text("callReason"), "");
@@ -70,12 +71,6 @@ void readAsTheGate(QObject* window, QObject* page, bool goesOn)
     });
 }
 
-constexpr const char* kOccupied = "An operation is currently in progress, please wait a few moments and try "
-                                  "again. If you need further assistance, please let me know!";
-constexpr const char* kBusy =
-    "One or more tasks are currently in execution, please wait a few moments and try "
-    "again. If you need further assistance, please let me know!";
-
 TEST_F(WindowTimeline, GateThatRefusesForADialog_IsOneRowHoweverOftenItIsAsked)
 {
     scene.core().setDialogOpen(true);
@@ -83,7 +78,7 @@ TEST_F(WindowTimeline, GateThatRefusesForADialog_IsOneRowHoweverOftenItIsAsked)
         readAsTheGate(scene.window(), mainPage(), false);
     ASSERT_TRUE(waitForText("callOutcome", "rejected 3 times"));
     EXPECT_EQ(texts("callTool"), QStringList("Gate"));
-    EXPECT_EQ(text("callResult"), kOccupied);
+    EXPECT_EQ(text("callResult"), answers::inProgress);
     EXPECT_EQ(item("callOutcome")->property("tone"), "warn");
 }
 
@@ -93,7 +88,7 @@ TEST_F(WindowTimeline, GateThatRefusesForATask_SaysSo)
     scene.core().tasks()->add(endlessTask("FormatPartition", interrupted));
     ASSERT_TRUE(waitForText("taskState", "0 %"));
     readAsTheGate(scene.window(), mainPage(), true);
-    EXPECT_TRUE(waitForText("callResult", kBusy));
+    EXPECT_TRUE(waitForText("callResult", answers::inExecution));
 }
 
 TEST_F(WindowTimeline, GateThatAdmits_LeavesNoTrace)
@@ -113,7 +108,7 @@ TEST(GateWatch, FirstReadWithoutTheSecond_IsARefusalOnceThePatienceIsOver)
                      [&](const QString& text) { rejections.append(text); });
     runOnOtherThread([&] { gate.recordPopupedRead(false); });
     ASSERT_TRUE(pumpUntil([&] { return !rejections.isEmpty(); }));
-    EXPECT_EQ(rejections, QStringList(kOccupied));
+    EXPECT_EQ(rejections, QStringList(answers::inProgress.text()));
 }
 
 TEST(GateWatch, ReadsOnTheApplicationThread_AreNotTheGates)
@@ -140,7 +135,7 @@ TEST_F(WindowTimeline, CallsStandInTheirOrder)
 {
     for (const char* call : {"First", "Second", "Third"}) {
         Q_EMIT bridge.sigAbout2CallFun(call);
-        Q_EMIT bridge.sigAfterCallFun("Task Queued", true);
+        Q_EMIT bridge.sigAfterCallFun(answers::queued, true);
     }
     ASSERT_TRUE(pumpUntil([&] { return items("callTool").size() == 3; }));
     EXPECT_LT(placeOf(items("callTool")[0]).y(), placeOf(items("callTool")[1]).y());

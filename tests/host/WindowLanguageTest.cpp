@@ -5,6 +5,7 @@
 #include "plugin/HostCall.h"
 #include "recscan/FunctionTexts.h"
 #include "tests/host/MachineText.h"
+#include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
 
 #include <QtCore/QCoreApplication>
@@ -106,7 +107,7 @@ protected:
     {
         Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
         scene.core().rejection(16, {{"driveLetter", "C"}});
-        Q_EMIT bridge.sigAfterCallFun("Task NotValid", false);
+        Q_EMIT bridge.sigAfterCallFun(answers::notValid, false);
         scene.core().rejection(16, {{"driveLetter", "Q"}});
         orderHost(mainPage(), "doToolBox", ConnectionRule::Call, QVariant(99), QVariant(QVariantMap()));
         Q_EMIT bridge.sigAbout2CallFun("GetPartitionInfo driveLetter=C");

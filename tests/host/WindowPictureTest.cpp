@@ -3,6 +3,7 @@
 #include "host/Screenshot.h"
 #include "tests/host/WindowTest.h"
 
+#include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
 
 #include <QtCore/QDir>
@@ -98,10 +99,10 @@ TEST_F(WindowPicture, Light_HoldsBarsAndTimelineAndTasks)
 {
     Q_EMIT bridge.sigAbout2CallFun("ChangePartitionLabel driveLetter=D newLabel=Photos");
     scene.core().order(31, {{"driveLetter", "E"}, {"newLabel", "Photos"}});
-    Q_EMIT bridge.sigAfterCallFun("Task Queued", true);
+    Q_EMIT bridge.sigAfterCallFun(answers::queued, true);
     Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
     scene.core().rejection(16, {{"driveLetter", "C"}});
-    Q_EMIT bridge.sigAfterCallFun("Task NotValid", false);
+    Q_EMIT bridge.sigAfterCallFun(answers::notValid, false);
     ASSERT_TRUE(pumpUntil([&] { return texts("taskState") == QStringList("done"); }));
     ASSERT_TRUE(pumpUntil([&] { return items("callTool").size() == 2; }));
     const QImage picture = take("light.png");

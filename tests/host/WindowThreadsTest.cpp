@@ -2,6 +2,7 @@
 #include "tests/host/WindowTest.h"
 
 #include "plugin/HostCall.h"
+#include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
 
 #include <QtGui/QGuiApplication>
@@ -28,7 +29,7 @@ void openAndClosePages(host::Scene& scene, QObject* page, AIBridge& bridge)
     Q_EMIT bridge.sigCloneResult(QVariantMap{{"goToPageIndex", 2}, {"errMsg", "no"}});
     Q_EMIT bridge.sigRecScanResult(QVariantMap{{"msg", "Do it."}, {"buttons", QVariantList{"Accept"}}});
     Q_EMIT bridge.sigAbout2CallFun("Tool");
-    Q_EMIT bridge.sigAfterCallFun("Task NotValid", false);
+    Q_EMIT bridge.sigAfterCallFun(answers::notValid, false);
     scene.core().order(31, {{"driveLetter", "D"}, {"newLabel", "Some"}});
     scene.link().answer(0);
     const bool dark = scene.theme().isDark();

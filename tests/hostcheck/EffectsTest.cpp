@@ -1,6 +1,7 @@
 // The effect of each member on a tool's answer, when it is missing and when it has a signature that the
 // library does not call. Each case has a finding with an effect.
 #include "hostcheck/HostCheck.h"
+#include "tests/support/Answers.h"
 #include "tests/support/Recorder.h"
 #include "tests/tools/ToolRow.h"
 
@@ -8,8 +9,8 @@
 
 namespace {
 
-const char* const kQueued = "Task Queued";
-const char* const kNotValid = "Task NotValid";
+const QString kQueued = answers::queued;
+const QString kNotValid = answers::notValid;
 
 struct EffectRow
 {

@@ -1,6 +1,6 @@
 #include "tests/recscan/ReferralRegistry.h"
 
-#include "tests/support/EverLonger.h"
+#include "tests/support/UniqueComment.h"
 
 #include <QtCore/QFile>
 
@@ -21,7 +21,7 @@ ReferralRegistry::~ReferralRegistry() = default;
 
 void ReferralRegistry::set(const QByteArray& name, const QByteArray& text, const QByteArray& below)
 {
-    const QByteArray content = '[' + (below.isEmpty() ? "General" : below) + "]\n" + name + '=' + text + '\n' + everLonger();
+    const QByteArray content = '[' + (below.isEmpty() ? "General" : below) + "]\n" + name + '=' + text + '\n' + uniqueComment();
     QFile file(QString::fromLatin1(kKeyFile));
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         throw std::runtime_error("cannot write the registry's file");

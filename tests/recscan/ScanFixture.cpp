@@ -2,7 +2,7 @@
 
 #include "recscan/RecScanThread.h"
 #include "service/AIFuncallThread.h"
-#include "tests/support/EverLonger.h"
+#include "tests/support/UniqueComment.h"
 #include "tests/support/Threads.h"
 
 #include <QtCore/QCoreApplication>
@@ -277,7 +277,7 @@ void ScanFixture::setReferralNumber(const QByteArray& text)
 
 void ScanFixture::setConfig(const QByteArray& ini)
 {
-    application.write(application.folder() + "/config.ini", ini + everLonger());
+    application.write(application.folder() + "/config.ini", ini + uniqueComment());
 }
 
 void ScanFixture::setRemoteConfig(const QByteArray& json)

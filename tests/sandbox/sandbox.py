@@ -1,11 +1,13 @@
-"""What the agents of these tests share: a host in a scratch folder, and calls through zorcall."""
+"""Shared by the agents of these tests: a host in a scratch folder, and calls through zorcall."""
 
 import json
 import os
+import pathlib
+import shutil
 import subprocess
 import time
 
-# The port is free when it is chosen and may be taken when it is bound, as other tests run beside this one.
+# Other tests run at the same time and can bind the port after it was found free.
 TRIES = 8
 NOT_LISTENING = 1
 LIMIT = 60
@@ -31,15 +33,22 @@ def zorcall(*arguments):
     return json.loads(done.stdout)
 
 
+def task_queued():
+    """The answer of a tool whose order was accepted, from the build's description of the interface."""
+    build = pathlib.Path(shutil.which("zorcall")).parent.parent
+    description = json.loads((build / "gen-json" / "ZORNativePlugin.json").read_text(encoding="utf-8"))
+    return next(constant["value"] for constant in description["constants"] if constant["name"] == "TASK_QUEUED")
+
+
 def act(*arguments):
-    """A call of a tool that must be taken."""
+    """Calls a tool, whose order must be accepted."""
     answer = zorcall(*arguments)
-    if answer != "Task Queued":
+    if answer != task_queued():
         raise SystemExit(f"{' '.join(arguments)}: {answer}")
 
 
 def until(question, what):
-    """Asks the inventory again until the answer is a yes: "Task Queued" does not mean done."""
+    """Polls the inventory until the question is answered with yes: an accepted order is not yet done."""
     deadline = time.monotonic() + LIMIT
     while time.monotonic() < deadline:
         answer = question()

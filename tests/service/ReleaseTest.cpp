@@ -2,7 +2,7 @@
 #include "recscan/RecScanThread.h"
 #include "service/AIFuncallThread.h"
 #include "tests/recscan/ScanFixture.h"
-#include "tests/support/Aside.h"
+#include "tests/support/BackgroundWork.h"
 #include "tests/support/RawClient.h"
 
 #include <QtCore/QDeadlineTimer>

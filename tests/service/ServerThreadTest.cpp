@@ -5,7 +5,7 @@
 #include "service/ZorHandle.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Answers.h"
-#include "tests/support/Aside.h"
+#include "tests/support/BackgroundWork.h"
 #include "tests/support/DebugLines.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/Median.h"
@@ -211,7 +211,7 @@ TEST(ServerThread, StopInMidCall_ToolIsAnsweredBeforeTheThreadEnds)
     idle = &other;
     RawClient client(service.port());
     {
-        const Aside call([&] {
+        const BackgroundWork call([&] {
             EXPECT_EQ(client.ask(kShow).raw, queuedReply());
             EXPECT_TRUE(client.isEndedByServer());
         });
@@ -235,7 +235,7 @@ TEST(ServerThread, StopInMidCallWithAFourthClientWaiting_EndsAfterTheTool)
     RawClient fourth(service.port());
     fourth.send(kInit);
     {
-        const Aside call([&] { EXPECT_EQ(busy.ask(kShow).raw, queuedReply()); });
+        const BackgroundWork call([&] { EXPECT_EQ(busy.ask(kShow).raw, queuedReply()); });
     }
     for (RawClient* client : {&first, &second, &busy, &fourth})
         EXPECT_TRUE(client->isEndedByServer());
@@ -268,7 +268,7 @@ TEST(ServerThread, StopWithThreeClientsInMidCall_EachIsAnswered)
     leave.release();
     ASSERT_TRUE(allInside);
     {
-        const Aside reading([&] {
+        const BackgroundWork reading([&] {
             for (int i = 0; i < 3; ++i) {
                 EXPECT_EQ(clients[std::size_t(i)]->receive().raw,
                           wire::strictHeader("CloneDiskToDisk", i, wire::Reply) +

@@ -1,6 +1,6 @@
 // Two thousand starts and stops, a tenth of that on Windows: each ends, the median is short, and descriptors
 // and threads do not leak.
-#include "tests/support/Aside.h"
+#include "tests/support/BackgroundWork.h"
 #include "tests/support/Median.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"

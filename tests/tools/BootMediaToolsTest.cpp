@@ -1,4 +1,4 @@
-// Boot media and the pre-OS environment, where more than their table rows is to be said.
+// Boot media and the pre-OS environment: behaviour that their table rows do not cover.
 #include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 
@@ -34,7 +34,7 @@ TEST(CreateBootableUsbByDriveLetter, SendsOneUpperCaseLetterForAnyText)
     }
 }
 
-TEST(InstallAndEnablePreOS, WithTheEnvironmentThere_TouchesNeitherParametersNorGuide)
+TEST(InstallAndEnablePreOS, WithTheEnvironmentEnabled_ChangesNeitherParametersNorGuide)
 {
     ToolBench bench;
     bench.host().spec("bootablemedia").answer("isAlreadyEnable", true);
@@ -48,7 +48,7 @@ TEST(InstallAndEnablePreOS, WithTheEnvironmentThere_TouchesNeitherParametersNorG
     EXPECT_EQ(bench.host().recorder().sequence(), QStringList({"bootablemedia.isAlreadyEnable"}));
 }
 
-TEST(DisablePreOS, WithTheEnvironmentThere_RunsAndIsQueued)
+TEST(DisablePreOS, WithTheEnvironmentEnabled_RunsAndIsQueued)
 {
     ToolBench bench;
     bench.host().spec("bootablemedia").answer("isAlreadyEnable", true);
@@ -90,7 +90,7 @@ TEST(ThePreOsState, IsReadAnewAtEachCall)
     EXPECT_EQ(answerOf(bench, tool(&CZorHandle::InstallAndEnablePreOS)), answers::notValid);
 }
 
-TEST(IsBmFunValid, AsksTheHostOnlyWithTheKeySetToFalse)
+TEST(IsBmFunValid, CallsTheHostOnlyWithTheKeySetToFalse)
 {
     ToolBench bench;
     bench.host().spec("__zormain").answer("createBootMediaEnabled", false);

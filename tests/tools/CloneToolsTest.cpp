@@ -1,4 +1,4 @@
-// The clone tools and the validation chain behind them.
+// The clone tools and their validation chain.
 #include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 #include "tools/CloneTask.h"
@@ -20,7 +20,7 @@ protected:
         return answer;
     }
 
-    // The map that the guide was opened with, empty if it was not.
+    // The map of the opened guide, empty if it was not opened.
     QVariantMap result()
     {
         const auto calls = bench.host().recorder().calls();
@@ -32,7 +32,7 @@ protected:
     QString resultText(const char* key) { return typed(result().value(key)); }
     bool guideClosed() { return bench.host().recorder().sequence().contains(kGuide); }
 
-    // The host's page finds fault with one step only.
+    // The host's page objects to one step only.
     void complainAtStep(int step)
     {
         bench.host().spec("clone").answer("invalidInfo", [step](const QVariantList& arguments) {
@@ -43,7 +43,7 @@ protected:
     ToolBench bench;
 };
 
-TEST_F(Clone, FromAnUnknownLetter_OpensTheGuideAtStepOneWithoutAComplaint)
+TEST_F(Clone, FromAnUnknownLetter_OpensTheGuideAtStepOneWithoutAnObjection)
 {
     bench.build();
     EXPECT_EQ(run(tool(&CZorHandle::ClonePartitionToPartition, "q:", "e")), answers::queued);
@@ -74,7 +74,7 @@ TEST_F(Clone, ToAnUnknownDisk_IsAnsweredWithItsNumberAfterTheSourcePassed)
     EXPECT_EQ(bench.host().recorder().sequence().count("clone.invalidInfo"), 1);
 }
 
-TEST_F(Clone, ToAnUnknownDisk_OfASourceThatTheHostRefuses_IsQueuedWithTheComplaint)
+TEST_F(Clone, ToAnUnknownDisk_OfASourceThatTheHostRejects_IsQueuedWithTheObjection)
 {
     complainAtStep(1);
     bench.build();
@@ -92,7 +92,7 @@ TEST_F(Clone, WithoutADiskIndexForSourceOrDestination_OpensTheGuideAtStepOne)
     EXPECT_EQ(bench.host().recorder().sequence().count("clone.invalidInfo"), 1);
 }
 
-TEST_F(Clone, AComplaintAboutTheSource_OpensTheGuideAtStepOneAndTheAgentReadsQueued)
+TEST_F(Clone, AnObjectionToTheSource_OpensTheGuideAtStepOneAndTheAgentReceivesQueued)
 {
     complainAtStep(1);
     bench.build();
@@ -101,7 +101,7 @@ TEST_F(Clone, AComplaintAboutTheSource_OpensTheGuideAtStepOneAndTheAgentReadsQue
     EXPECT_EQ(bench.host().recorder().sequence().count("clone.invalidInfo"), 1);
 }
 
-TEST_F(Clone, AComplaintAboutTheDestination_OpensTheGuideAtStepTwo)
+TEST_F(Clone, AnObjectionToTheDestination_OpensTheGuideAtStepTwo)
 {
     complainAtStep(2);
     bench.build();
@@ -109,14 +109,14 @@ TEST_F(Clone, AComplaintAboutTheDestination_OpensTheGuideAtStepTwo)
     EXPECT_EQ(resultText("errMsg") + resultText("goToPageIndex"), "QString:\"no good\"int:2");
 }
 
-TEST_F(Clone, WithNothingAgainstIt_OpensTheGuideAtStepThree)
+TEST_F(Clone, WithoutAnObjection_OpensTheGuideAtStepThree)
 {
     bench.build();
     EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), answers::queued);
     EXPECT_EQ(resultText("errMsg") + resultText("goToPageIndex"), "QString:\"\"int:3");
 }
 
-TEST_F(Clone, FromADiskThatIsNotTheSystems_IsAnsweredInThoseWordsAndTheGuideStaysOpen)
+TEST_F(Clone, FromADiskThatIsNotTheSystemDisk_IsAnsweredSoAndTheGuideStaysOpen)
 {
     bench.build();
     EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromDisk, 0, 1)), "It seems that disk1 is not os disk");
@@ -125,7 +125,7 @@ TEST_F(Clone, FromADiskThatIsNotTheSystems_IsAnsweredInThoseWordsAndTheGuideStay
     EXPECT_TRUE(result().isEmpty());
 }
 
-TEST_F(Clone, FromADiskThatIsNotTheSystems_WithMinusOneInEitherIndex_GoesOn)
+TEST_F(Clone, FromADiskThatIsNotTheSystemDisk_WithMinusOneInEitherIndex_Continues)
 {
     bench.build();
     EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromDisk, 1, -1)), answers::queued);
@@ -150,7 +150,7 @@ TEST_F(Clone, FromAPartitionToADiskWithoutFreeSpace_TakesItsFirstRecord)
               "map{cloneType=int:3,diskIndex=int:0,driveLetter=QString:\"C:\",isBoot=bool:true}");
 }
 
-TEST_F(Clone, FromAPartitionToAnUnknownDisk_HasADestinationOfNothingButItsType)
+TEST_F(Clone, FromAPartitionToAnUnknownDisk_HasADestinationWithOnlyItsType)
 {
     bench.build();
     EXPECT_EQ(run(tool(&CZorHandle::ClonePartitionToDisk, "E", 9)), answers::queued);
@@ -169,7 +169,7 @@ TEST_F(Clone, FromASystemPartitionToADisk_IsASystemCloneToTheWholeDisk)
                   .replace("map{diskIndex=int:1,isBoot", "map{cloneType=int:0,diskIndex=int:1,isBoot"));
 }
 
-TEST_F(Clone, TheTypeOfTheTool_StandsWhateverTheRecordsWouldSay)
+TEST_F(Clone, TheTypeOfTheTool_IsKeptForAnyRecords)
 {
     const QVariantMap disk{{"diskIndex", 3}, {"isBoot", true}, {"isDiskItem", true}};
     bench.host().spec("deviceMgr").answer("disks", QVariant(QVariantList{disk}));
@@ -223,7 +223,7 @@ TEST_F(Clone, TheDefaultBootPartition_ComesFromADiskOfIndexMinusTwo)
     bench.build();
     EXPECT_EQ(run(tool(&CZorHandle::CloneDiskToDisk, 0, 1)), answers::queued);
     EXPECT_EQ(resultText("defBoot"), typed(boot));
-    // The host's judgement gets it as well.
+    // The host's check receives it as well.
     for (const HostCallRecord& call : bench.host().recorder().calls()) {
         if (call.member == "invalidInfo") {
             EXPECT_EQ(typed(call.arguments.at(3)), typed(boot));
@@ -231,7 +231,7 @@ TEST_F(Clone, TheDefaultBootPartition_ComesFromADiskOfIndexMinusTwo)
     }
 }
 
-TEST_F(Clone, FromADisk_LooksForTheDefaultBootPartitionWithTheDisksIndexAsSelector)
+TEST_F(Clone, FromADisk_SearchesTheDefaultBootPartitionWithTheDiskIndexAsSelector)
 {
     const QVariantMap boot{{"defBoot", true}, {"tag", 6}};
     bench.host().spec("deviceMgr").answer("disks", [boot](const QVariantList& arguments) {
@@ -251,7 +251,7 @@ TEST_F(Clone, FromADisk_LooksForTheDefaultBootPartitionWithTheDisksIndexAsSelect
     EXPECT_EQ(selectors, QStringList({lookup, lookup, "list[int:6,bool:false]", lookup, lookup}));
 }
 
-TEST_F(Clone, AComplaintMethodOfAnotherSignature_CountsAsNoComplaint)
+TEST_F(Clone, AnObjectionMethodOfAnotherSignature_CountsAsNoObjection)
 {
     bench.host()
         .spec("clone")

@@ -1,4 +1,4 @@
-// The conversion tools, and the check of a conversion that no tool reaches.
+// The conversion tools, and the check of a conversion, which no tool calls.
 #include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 #include "tools/ConversionTask.h"
@@ -45,14 +45,14 @@ TEST_F(Conversion, OfAPartition_LeavesAnOpenGuideOpen)
     EXPECT_FALSE(bench.host().recorder().sequence().contains("window.closeGuide"));
 }
 
-TEST_F(Conversion, IsNeverPutToTheHostsConverter)
+TEST_F(Conversion, IsNeverCheckedWithTheHostsConverter)
 {
     bench.host().spec("diskconverter").answer("isFunValid", false);
     bench.build();
-    for (const char* method :
-         {"ConvertDiskToGpt", "ConvertDiskToMbr", "ConvertDiskToBasic", "ConvertDiskToDynamic",
-          "ConvertPartitionToNtfs", "ConvertPartitionToFat", "ConvertPartitionToExfat"})
-        EXPECT_EQ(run(toolRow(method).call), answers::queued) << method;
+    const QStringList methods = toolsThatCall("aibridge.sigConvertResult");
+    ASSERT_FALSE(methods.isEmpty());
+    for (const QString& method : methods)
+        EXPECT_EQ(run(toolRow(method.toStdString()).call), answers::queued) << method.toStdString();
     for (const QString& call : bench.host().recorder().sequence())
         EXPECT_FALSE(call.startsWith("diskconverter."));
 }
@@ -80,7 +80,7 @@ protected:
     }
 };
 
-TEST_F(ConvertTaskCheck, AsksTheConverterAndForTheTwoTableConversionsItsSecondQuestion)
+TEST_F(ConvertTaskCheck, CallsTheConverterAndForTheTwoTableConversionsItsSecondMethod)
 {
     bench.build();
     const QString info = "map{diskIndex=int:4}";
@@ -96,7 +96,7 @@ TEST_F(ConvertTaskCheck, AsksTheConverterAndForTheTwoTableConversionsItsSecondQu
                                           "diskconverter.isFunValid@app? list[int:6," + info + "]"}));
 }
 
-TEST_F(ConvertTaskCheck, OnTheApplicationThread_GoesStraightThrough)
+TEST_F(ConvertTaskCheck, OnTheApplicationThread_RunsDirectly)
 {
     bench.build();
     EXPECT_TRUE(isConvertTaskValid(bench.host().bridge(), task(1)));
@@ -104,7 +104,7 @@ TEST_F(ConvertTaskCheck, OnTheApplicationThread_GoesStraightThrough)
               QStringList({"diskconverter.isFunValid", "diskconverter.isGPT2MBRValid"}));
 }
 
-TEST_F(ConvertTaskCheck, RefusedByTheFirstQuestion_AsksNoSecond)
+TEST_F(ConvertTaskCheck, RejectedByTheFirstMethod_DoesNotCallTheSecond)
 {
     bench.host().spec("diskconverter").answer("isFunValid", false);
     bench.build();
@@ -112,7 +112,7 @@ TEST_F(ConvertTaskCheck, RefusedByTheFirstQuestion_AsksNoSecond)
     EXPECT_EQ(bench.host().recorder().sequence(), QStringList({"diskconverter.isFunValid"}));
 }
 
-TEST_F(ConvertTaskCheck, AComplaintOfTheSecondQuestion_Refuses)
+TEST_F(ConvertTaskCheck, AnObjectionOfTheSecondMethod_IsARejection)
 {
     bench.host().spec("diskconverter").answer("isMBR2GPTValid", QVariant("too small"));
     bench.build();
@@ -120,7 +120,7 @@ TEST_F(ConvertTaskCheck, AComplaintOfTheSecondQuestion_Refuses)
     EXPECT_TRUE(valid(1));
 }
 
-TEST_F(ConvertTaskCheck, WhereTheHostCannotBeAsked_IsTrue)
+TEST_F(ConvertTaskCheck, WithoutTheHostsConverter_IsTrue)
 {
     EXPECT_TRUE(isConvertTaskValid(nullptr, task(0)));
     bench.host().without("diskconverter");
@@ -134,7 +134,7 @@ TEST_F(ConvertTaskCheck, WithoutAnEngine_IsTrue)
     EXPECT_TRUE(valid(0));
 }
 
-TEST_F(ConvertTaskCheck, WithoutTheFirstQuestion_IsTrueAndTheSecondIsNotAsked)
+TEST_F(ConvertTaskCheck, WithoutTheFirstMethod_IsTrueAndTheSecondIsNotCalled)
 {
     bench.host().spec("diskconverter").remove("isFunValid").answer("isMBR2GPTValid", QVariant("too small"));
     bench.build();
@@ -142,7 +142,7 @@ TEST_F(ConvertTaskCheck, WithoutTheFirstQuestion_IsTrueAndTheSecondIsNotAsked)
     EXPECT_TRUE(bench.calls().isEmpty());
 }
 
-TEST_F(ConvertTaskCheck, WithoutTheSecondQuestion_IsTrue)
+TEST_F(ConvertTaskCheck, WithoutTheSecondMethod_IsTrue)
 {
     bench.host().spec("diskconverter").remove("isMBR2GPTValid").remove("isGPT2MBRValid");
     bench.build();

@@ -1,5 +1,4 @@
-// The tools that are addressed by disk, where more than their table row is to be said, and the door that they
-// use.
+// The tools that take a disk number: behaviour that their table rows do not cover, and calls of the page.
 #include "tests/support/Answers.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/tools/ToolRow.h"
@@ -22,7 +21,7 @@ TEST(MigrateSystemDriveData, SendsTheWholeSystemDirectoryInUpperCase)
         "partitionmanager.doFunFromAI@app list[int:39,map{driveLetter=QString:\"D:\\SOME\\SYSTEM32\"}]");
 }
 
-TEST(MigrateSystemDriveData, WithoutASystemDirectory_IsRefusedAndAsksNobody)
+TEST(MigrateSystemDriveData, WithoutASystemDirectory_IsRejectedWithoutAHostCall)
 {
     FakePlatform platform;
     platform.directory.clear();
@@ -34,7 +33,7 @@ TEST(MigrateSystemDriveData, WithoutASystemDirectory_IsRefusedAndAsksNobody)
     EXPECT_TRUE(bench.calls().isEmpty());
 }
 
-TEST(AutoCreatePartitions, HandsAnyStyleAndCountOn)
+TEST(AutoCreatePartitions, PassesAnyStyleAndCountUnchanged)
 {
     ToolBench bench;
     bench.build();
@@ -44,8 +43,8 @@ TEST(AutoCreatePartitions, HandsAnyStyleAndCountOn)
               "list[int:43,map{GptOrMbr=QString:\"\",diskIndex=int:0,partitionCount=int:0}]");
 }
 
-// The order by itself: the guide is closed even when it cannot be delivered; the question never closes it.
-TEST(PartitionPage, AnOrderThatCannotBeDelivered_ClosesTheGuideAllTheSame)
+// An order closes the guide even if it cannot be delivered. A question never closes it.
+TEST(PartitionPage, AnOrderThatCannotBeDelivered_StillClosesTheGuide)
 {
     ToolBench bench;
     bench.host().without("partitionmanager");
@@ -54,11 +53,11 @@ TEST(PartitionPage, AnOrderThatCannotBeDelivered_ClosesTheGuideAllTheSame)
     EXPECT_EQ(bench.calls(), QStringList({"window.closeGuide@app? list[invalid]"}));
 }
 
-TEST(PartitionPage, AQuestion_LeavesTheGuideAndTheCallersMapAlone)
+TEST(PartitionPage, AQuestion_ChangesNeitherTheGuideNorTheCallersMap)
 {
     ToolBench bench;
     bench.build();
-    // Not const: a parameter by reference would bind to it and show here.
+    // Not const, so that a parameter passed by reference would modify it.
     QVariantMap params{{"diskIndex", 1}};
     EXPECT_TRUE(bench.host().bridge()->isFunValidForAI(7, params));
     EXPECT_EQ(
@@ -68,7 +67,7 @@ TEST(PartitionPage, AQuestion_LeavesTheGuideAndTheCallersMapAlone)
     EXPECT_EQ(typed(params), "map{diskIndex=int:1}");
 }
 
-TEST(PartitionPage, OfTwoMethodsOfTheName_TheFirstIsTheOne)
+TEST(PartitionPage, OfTwoMethodsOfTheName_TheFirstIsCalled)
 {
     ToolBench bench;
     bench.host()

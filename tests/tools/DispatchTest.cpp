@@ -1,4 +1,4 @@
-// The door to the partition page: the question, the order, and what is done without either.
+// Calls of the partition page: the question, the order, and a missing page.
 #include "service/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
@@ -36,7 +36,7 @@ TEST(Dispatch, FormatPartition_FromAnotherThread_AsksClosesGuideAndOrdersOnTheAp
     EXPECT_FALSE(calls[2].withResult);
 }
 
-TEST(Dispatch, AnyTool_HostWithoutThePage_IsRefusedAndNoGuideIsClosed)
+TEST(Dispatch, AnyTool_HostWithoutThePage_IsRejectedAndNoGuideIsClosed)
 {
     RecordingHost host;
     host.without("partitionmanager").build();

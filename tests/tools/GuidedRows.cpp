@@ -16,7 +16,7 @@ QString lookUp(int selector)
 
 QString withType(const QString& record, int type)
 {
-    // The key sorts in front of all others that the records have.
+    // The key sorts before all other keys of the records.
     return QString(record).replace(0, 4, QStringLiteral("map{cloneType=int:%1,").arg(type));
 }
 
@@ -39,7 +39,7 @@ QString result(int type, const QString& source, const QString& destination, int 
         .arg(source);
 }
 
-// A clone that the host's page has nothing to say against. @p selector is that of the default boot partition.
+// A clone without an objection of the host's page. @p selector is that of the default boot partition.
 ToolRow clone(const char* method, std::function<QString(CZorHandle&)> call, int type, const QString& source,
               const QString& target, int selector)
 {
@@ -53,7 +53,7 @@ ToolRow clone(const char* method, std::function<QString(CZorHandle&)> call, int 
              result(type, source, destination, 3)}};
 }
 
-// The letter of the running system is one that the machine of these tests has only on Windows.
+// Only on Windows does the machine of these tests have the letter of the running system.
 ToolRow cloneFromCurrent()
 {
     const auto call = tool(&CZorHandle::CloneOSDataFromCurrent, 1);

@@ -1,5 +1,4 @@
-// How host objects are found, and on which thread their members run, with objects whose members are made to
-// order.
+// Finding host objects, and the thread on which their members run. The objects have configurable members.
 #include "plugin/HostAccess.h"
 #include "plugin/HostCall.h"
 #include "tests/support/RecordingHost.h"
@@ -22,7 +21,7 @@ QThread* applicationThread()
     return QCoreApplication::instance()->thread();
 }
 
-// Something that declares members in C++, to be inherited by another.
+// Declares members in C++ for a class that inherits them.
 class Base : public QObject
 {
     Q_OBJECT
@@ -44,12 +43,12 @@ public:
     Q_INVOKABLE int plain(int) { return 6; }
 };
 
-TEST(FindHostMethod, OfNoObject_IsInvalid)
+TEST(FindHostMethod, OfANullObject_IsInvalid)
 {
     EXPECT_FALSE(findHostMethod(nullptr, "plain").isValid());
 }
 
-TEST(FindHostMethod, ByFullSignature_FindsExactlyThatOverloadHoweverItIsSpaced)
+TEST(FindHostMethod, ByFullSignature_FindsExactlyThatOverloadWithAnySpacing)
 {
     Derived object;
     EXPECT_EQ(findHostMethod(&object, "overloaded(QString)").methodSignature(), "overloaded(QString)");
@@ -68,7 +67,7 @@ TEST(FindHostMethod, ByBareName_OfTwoOverloadsTheLowerIndexWins)
 {
     Derived object;
     EXPECT_EQ(findHostMethod(&object, "overloaded").methodSignature(), "overloaded(int)");
-    // An inherited method comes before one of the class itself.
+    // An inherited method precedes a method of the class itself.
     EXPECT_EQ(findHostMethod(&object, "plain").methodSignature(), "plain()");
     RecordingHost host;
     host.spec("toolbox").method("two(QString)", "bool").method("two(int)", "bool");
@@ -76,7 +75,7 @@ TEST(FindHostMethod, ByBareName_OfTwoOverloadsTheLowerIndexWins)
     EXPECT_EQ(findHostMethod(host.object("toolbox"), "two").methodSignature(), "two(QString)");
 }
 
-TEST(FindHostMethod, Inherited_IsFoundFromTheRootClassOn)
+TEST(FindHostMethod, Inherited_IsFoundBeforeTheMethodsOfTheClass)
 {
     Derived object;
     EXPECT_EQ(findHostMethod(&object, "deleteLater").methodSignature(), "deleteLater()");
@@ -138,7 +137,7 @@ TEST(FindRootChild, LooksInTheFirstRootOnlyAndAtAnyDepth)
     EXPECT_EQ(findRootChild(&engine, "elsewhere"), nullptr);
 }
 
-TEST(Window, WithoutAny_ReadsAndCallsGiveAnInvalidValue)
+TEST(Window, Missing_ReadsAndCallsReturnAnInvalidValue)
 {
     ASSERT_EQ(firstTopLevelWindow(), nullptr);
     EXPECT_FALSE(readWindowProperty("popuped").isValid());
@@ -146,7 +145,7 @@ TEST(Window, WithoutAny_ReadsAndCallsGiveAnInvalidValue)
     runOnOtherThread([] { EXPECT_FALSE(callWindowMethod("closeGuide", QVariant()).isValid()); });
 }
 
-TEST(Window, OfTwo_TheFirstIsTheOne)
+TEST(Window, OfTwo_TheFirstIsUsed)
 {
     RecordingHost host;
     host.build();
@@ -154,7 +153,7 @@ TEST(Window, OfTwo_TheFirstIsTheOne)
     EXPECT_EQ(firstTopLevelWindow(), host.window());
 }
 
-TEST(Window, AMethod_GetsTheArgumentAndGivesBackItsResultOnEitherThread)
+TEST(Window, AMethod_ReceivesTheArgumentAndReturnsItsResultOnEitherThread)
 {
     RecordingHost host;
     host.spec("window").answer(
@@ -168,7 +167,7 @@ TEST(Window, AMethod_GetsTheArgumentAndGivesBackItsResultOnEitherThread)
         EXPECT_EQ(call.thread, applicationThread());
 }
 
-TEST(Window, AMissingMemberOrOneOfAnotherSignature_GivesAnInvalidValueAndIsNotRun)
+TEST(Window, AMissingMemberOrOneOfAnotherSignature_ReturnsAnInvalidValueAndIsNotRun)
 {
     RecordingHost host;
     host.spec("window")
@@ -213,7 +212,7 @@ public:
     std::atomic<QThread*> ranOn{nullptr};
 };
 
-// An object that lives on a thread of its own, whose event loop runs from serve() on.
+// An object on its own thread. serve() starts the event loop of that thread.
 class ForeignCallee
 {
 public:
@@ -226,7 +225,7 @@ public:
     void serve()
     {
         thread.start();
-        // Returns once all that was queued before has run.
+        // Returns after all earlier events have been processed.
         EXPECT_TRUE(orderHost(&callee, "doNothing", ConnectionRule::Blocking));
     }
 
@@ -340,7 +339,7 @@ TEST(Connection, ADirectCallFromAnotherThread_RunsThere)
     EXPECT_EQ(host.recorder().calls().front().thread, caller);
 }
 
-TEST(HostMethod, WithAnotherReturnTypeArgumentTypeOrTooFewArguments_IsRefusedWithoutBeingRun)
+TEST(HostMethod, WithAnotherReturnTypeArgumentTypeOrTooFewArguments_IsRejectedWithoutBeingRun)
 {
     RecordingHost host;
     host.spec("toolbox")
@@ -359,13 +358,13 @@ TEST(HostMethod, WithAnotherReturnTypeArgumentTypeOrTooFewArguments_IsRefusedWit
     refused();
     runOnOtherThread(refused);
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
-    // An order does not look at the result, and a method may take fewer arguments than it is offered.
+    // An order ignores the result, and a method may take fewer arguments than are passed.
     EXPECT_TRUE(orderHost(object, "text", ConnectionRule::Call, QVariant(1)));
     EXPECT_TRUE(orderHost(object, "silent", ConnectionRule::Call, QVariant(1), QVariant(2)));
     EXPECT_EQ(host.recorder().sequence(), QStringList({"toolbox.text", "toolbox.silent"}));
 }
 
-TEST(HostMethod, OnceItsObjectHasGone_IsNotValid)
+TEST(HostMethod, AfterItsObjectWasDestroyed_IsNotValid)
 {
     auto object = std::make_unique<Derived>();
     const HostMethod method(object.get(), "plain");

@@ -1,4 +1,4 @@
-// The lookups in the host's own records, in their walking order.
+// The lookups in the host's records, and the order of the records.
 #include "tools/HostRecords.h"
 #include "tests/support/RecordingHost.h"
 
@@ -50,7 +50,7 @@ TEST_F(HostRecords, TheDeviceManager_IsTheContextObject)
     EXPECT_EQ(hostDeviceManager(host.bridge()), host.object("deviceMgr"));
 }
 
-TEST_F(HostRecords, TheList_IsAskedForWithTheSelectorAndFalse)
+TEST_F(HostRecords, TheList_IsRequestedWithTheSelectorAndFalse)
 {
     build({5});
     EXPECT_EQ(typed(listHostDisks(host.bridge(), -3)), "list[int:5]");
@@ -158,7 +158,7 @@ TEST_F(HostRecords, TheTargetOnADisk_IsTheFirstRecordUnlessALaterOneIsFreeSpace)
     EXPECT_EQ(target({free3, used1}), 3);
     EXPECT_EQ(target({free3, used1, free4}), 4);
     EXPECT_EQ(target({}), 0);
-    // An empty record does not count as one.
+    // An empty record does not count as a partition.
     EXPECT_EQ(target({QVariantMap(), used1, free3}), 3);
     EXPECT_EQ(target({QVariantMap(), free3, used1}), 3);
     EXPECT_TRUE(pickTargetPartition(host.bridge(), {}).isEmpty());

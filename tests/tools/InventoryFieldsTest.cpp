@@ -1,4 +1,4 @@
-// The two record tables: which key of the host's maps goes into which field, and how it is converted.
+// The two record tables: the field of each key of the host's maps, and its conversion.
 #include "plugin/AIBridge.h"
 #include "tests/support/FakePlatform.h"
 
@@ -67,7 +67,7 @@ struct KeyRow
     const char* fields;
 };
 
-TEST(DiskFields, OfAnEmptyMap_AreTheDefaultsAndWhatFollowsFromThem)
+TEST(DiskFields, OfAnEmptyMap_AreTheDefaultsAndTheirDerivedValues)
 {
     EXPECT_EQ(
         fieldsOf(disk(QVariantMap())).join(' ').toStdString(),
@@ -113,7 +113,7 @@ TEST(DiskFields, EachKey_ChangesItsFieldsAndNoOthers)
         {"isLowSpace", true, "isLowSpace=1"},
         {"emptyPartitionCount", 4, "emptyPartitionCount=4"},
         {"serialNO", " S/N 5 ", "serialNumber= S/N 5 "},
-        // Keys of partitions, and keys with the names of fields, mean nothing here.
+        // Keys of partitions and keys with the names of fields are ignored here.
         {"isRemovable", true, ""},
         {"not4kAligned", true, ""},
         {"isMbr", false, ""},
@@ -133,7 +133,7 @@ TEST(DiskFields, FreeSpace_IsTheDifferenceAndMayBeNegative)
     EXPECT_EQ(disk(QVariantMap{{"size", kLeast}, {"usedSize", 1}}).availableSpace, kMost);
 }
 
-TEST(DiskFields, SizesBeyond32Bits_ArriveWhole)
+TEST(DiskFields, SizesBeyond32Bits_AreNotTruncated)
 {
     const DiskInfo record = disk(QVariantMap{{"size", 18000207937536LL}, {"usedSize", 4294967297LL}});
     EXPECT_EQ(record.totalCapacity, 18000207937536);
@@ -144,7 +144,7 @@ TEST(DiskFields, SizesBeyond32Bits_ArriveWhole)
     EXPECT_EQ(record.displayAvailableSpace, "16.37 TB");
 }
 
-TEST(PartitionFields, OfAnEmptyMap_AreTheDefaultsAndWhatFollowsFromThem)
+TEST(PartitionFields, OfAnEmptyMap_AreTheDefaultsAndTheirDerivedValues)
 {
     EXPECT_EQ(
         fieldsOf(partition(QVariantMap())).join(' ').toStdString(),
@@ -211,8 +211,8 @@ TEST(PartitionFields, EachKey_ChangesItsFieldsAndNoOthers)
         EXPECT_EQ(partitionChange({{row.key, row.value}}).toStdString(), row.fields) << row.key;
 }
 
-// Keys of every kind side by side, strange ones among, before and behind them.
-TEST(WholeMaps, AreReadKeyByKeyAndStrangeKeysAreIgnored)
+// Maps with all known keys, and unknown keys before, between and after them.
+TEST(WholeMaps, AreReadKeyByKeyAndUnknownKeysAreIgnored)
 {
     QVariantMap map{{"diskInterface", "SATA"},
                     {"diskIndex", 2},
@@ -291,7 +291,7 @@ TEST(PartitionFields, SectorsBecomeBytes_WhereTheFieldIsInBytes)
     EXPECT_EQ(record.dbrStartSector, 5);
 }
 
-TEST(PartitionFields, SizesAndSectorsBeyond32Bits_ArriveWhole)
+TEST(PartitionFields, SizesAndSectorsBeyond32Bits_AreNotTruncated)
 {
     const PartitionInfo record = partition(QVariantMap{{"size", 18000207937536LL},
                                                        {"volumeSize", 6442450945LL},
@@ -311,11 +311,11 @@ TEST(PartitionFields, TheSectorSizeOfTheOffset_IsUnsignedAndNotCutTo32Bits)
     };
     EXPECT_EQ(offset(3, 4294967295U), 12884901885);
     EXPECT_EQ(offset(2, 4294967296ULL), 8589934592);
-    // A text above the signed range is a number for an unsigned conversion only.
+    // A string above the signed range converts only to an unsigned number.
     EXPECT_EQ(offset(5, "18446744073709551615"), -5);
 }
 
-TEST(PartitionFields, ProductsAndDifferencesThatOverflow_WrapRound)
+TEST(PartitionFields, ProductsAndDifferencesThatOverflow_WrapAround)
 {
     EXPECT_EQ(
         partition(QVariantMap{{"startSector", 36028797018963968LL}, {"sectorSize", 512}}).startingOffset, 0);
@@ -327,7 +327,7 @@ TEST(PartitionFields, ProductsAndDifferencesThatOverflow_WrapRound)
     EXPECT_EQ(partition(QVariantMap{{"size", kLeast}, {"usedSize", 1}}).freeSize, kMost);
 }
 
-TEST(Conversions, NumbersAsTextAreRead_AndTextThatIsNoNumberIsZero)
+TEST(Conversions, NumericStringsAreRead_AndOtherStringsAreZero)
 {
     EXPECT_EQ(diskChange({{"size", "1536"}}).section(',', 0, 0), "totalCapacity=1536");
     EXPECT_EQ(diskChange({{"diskIndex", "12"}}), "diskIndex=12");
@@ -339,7 +339,7 @@ TEST(Conversions, NumbersAsTextAreRead_AndTextThatIsNoNumberIsZero)
               "totalCapacity=-1");
 }
 
-TEST(Conversions, OtherTypesReadAsTheyConvert)
+TEST(Conversions, OtherTypesAreConverted)
 {
     EXPECT_EQ(diskChange({{"isGPT", 2}}), "isGpt=1, isMbr=0");
     EXPECT_EQ(diskChange({{"isGPT", "true"}}), "isGpt=1, isMbr=0");
@@ -356,7 +356,7 @@ TEST(Conversions, OtherTypesReadAsTheyConvert)
               "Z\xC3\xBC\xE2\x82\xAC");
 }
 
-TEST(Conversions, AnEntryThatIsNoMap_IsReadAsAnEmptyOne)
+TEST(Conversions, AnEntryThatIsNotAMap_IsReadAsAnEmptyMap)
 {
     for (const QVariant& entry : {QVariant(), QVariant(5), QVariant("text"), QVariant(QVariantList{1, 2})}) {
         EXPECT_EQ(changed(disk(entry), disk(QVariantMap())), "");
@@ -377,7 +377,7 @@ TEST(CurrentBootPartition, IsTheOneWithTheSystemDirectorysLetterInEitherCase)
     for (const char* letter : {"", "C", " D", "*", "ED"})
         EXPECT_FALSE(isBoot(letter)) << letter;
     platform.directory = "S:\\";
-    // Upper-casing comes first, and this letter becomes two.
+    // The letter is converted to upper case first, which makes two of this one.
     EXPECT_TRUE(isBoot("\xC3\x9F"));
     platform.directory = "";
     EXPECT_FALSE(isBoot("C"));

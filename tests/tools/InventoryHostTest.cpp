@@ -1,4 +1,4 @@
-// What the inventory asks the host while it is filled: about each disk and about each partition.
+// The host calls during a refill of the inventory: one for each disk and one for each partition.
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
 
@@ -52,7 +52,7 @@ protected:
     QVariantList info{disk(0, {part(0, "C:"), region(0, 5)}), QVariant(5), disk(1, {QVariant("x")})};
 };
 
-TEST_F(InventoryHost, IsAskedDiskByDiskWithTheWholeMapOnTheCallersThread)
+TEST_F(InventoryHost, IsCalledDiskByDiskWithTheWholeMapOnTheCallersThread)
 {
     host.build();
     QThread* caller = nullptr;
@@ -88,7 +88,7 @@ TEST_F(InventoryHost, Alignment_IsTheNegationOfItsAnswer)
     EXPECT_EQ(aligned(), "110");
 }
 
-TEST_F(InventoryHost, RawPartitions_AreWhatItSays)
+TEST_F(InventoryHost, RawPartitions_AreItsAnswers)
 {
     host.spec("partitionrecovery").answer("isRawPart", [](const QVariantList& arguments) {
         return QVariant(arguments.first().toMap().contains("unallocated"));
@@ -107,7 +107,7 @@ TEST_F(InventoryHost, WithoutTheObjectsOrMethods_BothStayFalseAndTheRestIsFilled
     EXPECT_EQ(host.bridge()->getPartitionSize("C"), 100);
 }
 
-TEST_F(InventoryHost, WithTheOtherHalfMissing_BothStayFalse)
+TEST_F(InventoryHost, WithTheOtherMethodMissing_BothStayFalse)
 {
     host.without("partitionrecovery").spec("toolbox").remove("check4kAlign");
     host.build();
@@ -157,7 +157,7 @@ TEST_F(InventoryHost, TheRawQuestion_IsFoundOnceForEachDisk)
     EXPECT_EQ(raw(), "110");
 }
 
-TEST_F(InventoryHost, AHostThatLooksAtTheInventoryWhileItIsAsked_SeesTheOldOneWhole)
+TEST_F(InventoryHost, AHostThatReadsTheInventoryDuringARefill_SeesThePreviousOne)
 {
     QStringList seen;
     host.spec("partitionrecovery").answer("isRawPart", [&](const QVariantList&) {
@@ -184,7 +184,7 @@ TEST_F(InventoryHost, AHostThatLooksAtTheInventoryWhileItIsAsked_SeesTheOldOneWh
 
 TEST_F(InventoryHost, Records_ReachTheQuestionsWithTheirOwnKeysAndNoOthers)
 {
-    // Neither has a key that the inventory reads, and a lookup must not add one.
+    // Neither has a key that the inventory reads. A lookup must not add one.
     info = {QVariantMap{{"own", 1}, {"partitions", QVariantList{QVariantMap{{"other", "x"}}}}}};
     host.build();
     push();

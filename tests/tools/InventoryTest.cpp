@@ -84,7 +84,7 @@ TEST_F(Inventory, BeforeTheFirstPush_EveryLookupIsEmpty)
     EXPECT_EQ(bridge.findOneUnallocatedPartition(0, 1), 0);
 }
 
-TEST_F(Inventory, TwoDisks_ComeInTheHostsOrder)
+TEST_F(Inventory, TwoDisks_AreListedInTheHostsOrder)
 {
     bridge.setDiskInfo({disk(3, {part(3, "E:", 5), region(3, 6)}), disk(1, {part(1, "C:", 7)})});
     EXPECT_EQ(disks(), "3 1");
@@ -100,7 +100,7 @@ TEST_F(Inventory, IsPushedThroughTheMetaObject)
     EXPECT_EQ(disks(), "4");
 }
 
-TEST_F(Inventory, AnotherPush_ReplacesTheListsAlsoByNothing)
+TEST_F(Inventory, AnotherPush_ReplacesTheListsEvenIfItIsEmpty)
 {
     bridge.setDiskInfo({disk(0, {part(0, "C:")}), disk(1, {part(1, "D:")})});
     bridge.setDiskInfo({disk(1, {part(1, "X:", 8)})});
@@ -116,7 +116,7 @@ TEST_F(Inventory, ADiskWithoutPartitions_HasNoPartitionList)
     bridge.setDiskInfo({disk(2, {})});
     EXPECT_EQ(disks(), "2");
     EXPECT_EQ(on(2), "");
-    // A caller's own list is left as it was, which shows that there is no entry, not an empty one.
+    // The caller's list is unchanged, so the entry is missing and not empty.
     std::vector<PartitionInfo> records(1);
     bridge.getPartitionInfo(records, 2);
     EXPECT_EQ(records.size(), 1u);
@@ -146,7 +146,7 @@ TEST_F(Inventory, OfTwoListsWithTheSameKey_TheEarlierStaysAndBothAreListed)
     EXPECT_EQ(sizeOf("D"), 2);
 }
 
-TEST_F(Inventory, GettersReplaceWhatTheCallerHad)
+TEST_F(Inventory, GettersReplaceTheCallersValue)
 {
     bridge.setDiskInfo({disk(0, {part(0, "C:", 1)})});
     std::vector<DiskInfo> diskRecords(5);
@@ -184,7 +184,7 @@ TEST_F(Inventory, LettersAToZ_AndNoOtherBytes_AreFoundInEitherCase)
         EXPECT_EQ(sizeOf(letter), 1) << letter;
     for (const char* letter : {"z", "Z"})
         EXPECT_EQ(sizeOf(letter), 2) << letter;
-    // The neighbours of a and z in ASCII have no upper case.
+    // The neighbours of a and z in ASCII do not have an upper-case form.
     EXPECT_EQ(sizeOf("`"), 3);
     EXPECT_EQ(sizeOf("@"), 0);
     EXPECT_EQ(sizeOf("{"), 0);
@@ -208,13 +208,13 @@ TEST_F(Inventory, EntriesWithoutALetterOrWithAnAsterisk_AreListedButNotFoundByLe
     bridge.setDiskInfo({disk(0, {part(0, "*", 5), part(0, "", 6), part(0, "**", 7)})});
     EXPECT_EQ(all(), "0*5 06 0**7");
     EXPECT_EQ(on(0), "0*5 06 0**7");
-    // Exactly one asterisk means no letter; two of them are a text like any other.
+    // Exactly one asterisk marks a missing letter. Two are an ordinary string.
     EXPECT_EQ(sizeOf("*"), 7);
     bridge.setDiskInfo({disk(0, {part(0, "*", 9)})});
     EXPECT_EQ(sizeOf("*"), 7);
 }
 
-TEST_F(Inventory, WhatIsNoLetter_IsAKeyAsWell)
+TEST_F(Inventory, ACharacterThatIsNotALetter_IsAKeyToo)
 {
     bridge.setDiskInfo({disk(0, {part(0, "5", 1), part(0, "\xC3\x84:", 2)})});
     EXPECT_EQ(sizeOf("5"), 1);
@@ -230,7 +230,7 @@ TEST_F(Inventory, OfTwoPartitionsWithOneLetter_TheLaterIsFound)
     EXPECT_EQ(sizeOf("E"), 2);
 }
 
-TEST_F(Inventory, ALetterThatHasGone_KeepsAnsweringUntilItIsTaken)
+TEST_F(Inventory, ARemovedLetter_KeepsItsRecordUntilTheLetterIsReused)
 {
     bridge.setDiskInfo({disk(0, {part(0, "C:", 1), part(0, "E:", 2)})});
     bridge.setDiskInfo({disk(0, {part(0, "C:", 3)})});
@@ -251,7 +251,7 @@ TEST_F(Inventory, PartitionSize_IsTheCapacityOrZero)
         EXPECT_EQ(bridge.getPartitionSize(letter), 8 * kGiga) << letter;
     EXPECT_EQ(bridge.getPartitionSize(""), 0);
     EXPECT_EQ(bridge.getPartitionSize("D"), 0);
-    // The whole text is upper-cased here, and this letter becomes two.
+    // The whole string is converted to upper case, which makes two of this letter.
     EXPECT_EQ(bridge.getPartitionSize("\xC3\x9F"), 8 * kGiga);
 }
 

@@ -1,4 +1,4 @@
-// A refill while others read: every answer is of one refill, whole.
+// A refill with concurrent readers: each answer comes completely from one refill.
 #include "service/ZorHandle.h"
 #include "tests/support/RecordingHost.h"
 
@@ -9,15 +9,15 @@
 
 namespace {
 
-// At least so many refills, and more until the readers have seen so many changes, but no more than the last.
+// The minimum number of refills, the number of changes that the readers must see, and the maximum of refills.
 constexpr int kRefills = 10000;
 constexpr int kChanges = 300;
 constexpr int kMostRefills = 2000000;
 constexpr int kDisks = 3;
-// The inventories are made beforehand, so that the loop of refills is tight, and come round again.
+// The inventories are built in advance and used in turn, so that the loop of refills is tight.
 constexpr int kGenerations = 10;
 
-// An inventory in which every number tells its generation: the sizes, and how many partitions a disk has.
+// An inventory whose numbers identify its generation: the sizes, and the number of partitions of a disk.
 int partitionsIn(int generation)
 {
     return 1 + generation % 5;
@@ -46,7 +46,7 @@ bool isWhole(const PartitionInfo& record)
            record.label == "label of generation " + std::to_string(record.rawCapacity);
 }
 
-// What the readers found: torn answers, and how often the inventory had changed since the last look.
+// The observations of the readers: inconsistent answers, and changes between two reads.
 struct Findings
 {
     std::atomic<int> torn{0};
@@ -108,7 +108,7 @@ private:
     qint64 last_ = -1;
 };
 
-TEST(InventoryThreads, RefillsInATightLoop_AreNeverSeenHalfDoneByThreeReaders)
+TEST(InventoryThreads, RefillsInATightLoop_AreNeverSeenIncompleteByThreeReaders)
 {
     AIBridge bridge;
     CZorHandle tools;

@@ -1,4 +1,4 @@
-// The tools of the host's partition page: the question, the guide closed, the order.
+// The tools of the host's partition page: the question, the closing of the guide, the order.
 #include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 
@@ -16,7 +16,7 @@ QString pageCall(const QString& mark, int function, QStringList keys)
         .arg(keys.join(','));
 }
 
-// @p keys are the entries of the map as typed() spells them, in any order.
+// @p keys are the entries of the map in the format of typed(), in any order.
 ToolRow page(const char* method, std::function<QString(CZorHandle&)> call, int function,
              const QStringList& keys)
 {
@@ -79,7 +79,7 @@ std::vector<ToolRow> withMoreKeys()
              {d, "newDriveLetter=QString:\"G:\""}),
         page("ChangePartitionLabel", tool(&CZorHandle::ChangePartitionLabel, "d:x", " label "), 31,
              {d, "newLabel=QString:\" label \""}),
-        // The inventory knows E with 100 bytes.
+        // In the inventory, E has 100 bytes.
         page("ResizePartitionRelative", tool(&CZorHandle::ResizePartitionRelative, "e:x", -30), 14,
              {"driveLetter=QString:\"e:x\"", "size=qlonglong:70"}),
         page("CreatePartition", tool(&CZorHandle::CreatePartition, 1, 2000, "exFAT", "data", -1), 18,

@@ -1,4 +1,4 @@
-// What the tools of the partition page do with their arguments before the host sees them.
+// The tools of the partition page: conversion and validation of their arguments.
 #include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 
@@ -15,7 +15,7 @@ class PageTools : public testing::Test
 protected:
     void SetUp() override { bench.build(); }
 
-    // The map of the order that a tool leads to, empty if there was none.
+    // The map of the order that a tool gives, empty without an order.
     QVariantMap order(const std::function<QString(CZorHandle&)>& call)
     {
         bench.host().recorder().clear();
@@ -54,14 +54,14 @@ TEST_F(PageTools, CreatePartition_WithIndexMinusOne_SendsFirstRegionThatFits)
     EXPECT_EQ(regionFor(3, kGiga, -1), "int:0");
 }
 
-TEST_F(PageTools, CreatePartition_WithIndexMinusOneAndACapacityThatFitsNowhere_SendsZero)
+TEST_F(PageTools, CreatePartition_WithIndexMinusOneAndACapacityThatDoesNotFit_SendsZero)
 {
     push({kGiga, 5 * kGiga});
     EXPECT_EQ(regionFor(3, 6 * kGiga, -1), "int:0");
     EXPECT_EQ(regionFor(99, 1, -1), "int:0");
 }
 
-TEST_F(PageTools, CreatePartition_WithAnyOtherIndex_SendsItAsItStands)
+TEST_F(PageTools, CreatePartition_WithAnyOtherIndex_SendsItUnchanged)
 {
     push({kGiga, 5 * kGiga});
     EXPECT_EQ(regionFor(3, 2 * kGiga, 0), "int:0");
@@ -78,20 +78,20 @@ TEST_F(PageTools, CreatePartition_AlwaysPassesTheLetterTest)
     }
 }
 
-TEST_F(PageTools, CreatePartition_WithIndexMinusOneAndNoBridge_IsRefused)
+TEST_F(PageTools, CreatePartition_WithIndexMinusOneAndWithoutABridge_IsRejected)
 {
     CZorHandle lone;
     EXPECT_EQ(tool(&CZorHandle::CreatePartition, 1, 5, "NTFS", "", -1)(lone), answers::notValid);
 }
 
-TEST_F(PageTools, FormatPartition_WithAnEmptyLetter_IsRefusedAndTheHostIsNotAsked)
+TEST_F(PageTools, FormatPartition_WithAnEmptyLetter_IsRejectedWithoutAHostCall)
 {
     order(tool(&CZorHandle::FormatPartition, "", "NTFS", "", 0, false));
     EXPECT_EQ(answer, answers::notValid);
     EXPECT_TRUE(bench.calls().isEmpty());
 }
 
-TEST_F(PageTools, FormatPartition_HandsItsArgumentsOnUnchanged)
+TEST_F(PageTools, FormatPartition_PassesItsArgumentsUnchanged)
 {
     EXPECT_EQ(typed(order(tool(&CZorHandle::FormatPartition, "e", "", "", -1, false))),
               "map{clusterSize=int:-1,driveLetter=QString:\"e\",fileSystem=QString:\"\",label=QString:\"\","
@@ -104,7 +104,7 @@ TEST_F(PageTools, MergePartitions_NormalisesOnlyTheSecondLetter)
               "map{driveLetter=QString:\"c:\",driveLetter2=QString:\"D\"}");
     EXPECT_EQ(typed(order(tool(&CZorHandle::MergePartitions, "c:", ""))),
               "map{driveLetter=QString:\"c:\",driveLetter2=QString:\"\"}");
-    // The text is upper-cased as a whole before it is cut, and this letter becomes two.
+    // The whole string is converted to upper case before it is cut, which makes two of this letter.
     EXPECT_EQ(typed(order(tool(&CZorHandle::MergePartitions, "c:", "\xC3\x9F"))),
               "map{driveLetter=QString:\"c:\",driveLetter2=QString:\"S\"}");
 }
@@ -146,7 +146,7 @@ TEST_F(PageTools, AllocateToPartition_ReducesBothLettersAndSendsAnEmptyTargetEmp
     EXPECT_EQ(answer, answers::queued);
 }
 
-TEST_F(PageTools, BothAllocateTools_WithAnEmptySource_AreRefusedAndAskNobody)
+TEST_F(PageTools, BothAllocateTools_WithAnEmptySource_AreRejectedWithoutAHostCall)
 {
     order(tool(&CZorHandle::AllocateSpaceFromPartitionToPartition, "", "e:", kGiga));
     EXPECT_EQ(answer, answers::notValid);
@@ -163,7 +163,7 @@ TEST_F(PageTools, ResizePartitionRelative_AddsToTheCapacityOfTheInventory)
         EXPECT_EQ(map.value("driveLetter"), QVariant(letter));
         return typed(map.value("size"));
     };
-    // The inventory knows E with 100 bytes and no X.
+    // In the inventory, E has 100 bytes and X is missing.
     EXPECT_EQ(size("E", -30), "qlonglong:70");
     EXPECT_EQ(size("e:", 5 * kGiga), "qlonglong:5368709220");
     EXPECT_EQ(size("E", -101), "qlonglong:-1");
@@ -172,7 +172,7 @@ TEST_F(PageTools, ResizePartitionRelative_AddsToTheCapacityOfTheInventory)
     EXPECT_EQ(size("E", std::numeric_limits<int64_t>::max()), "qlonglong:-9223372036854775709");
 }
 
-TEST_F(PageTools, ResizePartitionRelative_WithoutABridgeOrALetter_IsRefused)
+TEST_F(PageTools, ResizePartitionRelative_WithoutABridgeOrALetter_IsRejected)
 {
     CZorHandle lone;
     EXPECT_EQ(tool(&CZorHandle::ResizePartitionRelative, "E", 5)(lone), answers::notValid);
@@ -181,7 +181,7 @@ TEST_F(PageTools, ResizePartitionRelative_WithoutABridgeOrALetter_IsRefused)
     EXPECT_TRUE(bench.calls().isEmpty());
 }
 
-TEST_F(PageTools, ResizePartitionRelative_GoesThroughTheServicesOwnResizePartition)
+TEST_F(PageTools, ResizePartitionRelative_CallsTheServicesOwnResizePartition)
 {
     class Overridden : public CZorHandle
     {
@@ -196,13 +196,13 @@ TEST_F(PageTools, ResizePartitionRelative_GoesThroughTheServicesOwnResizePartiti
     EXPECT_EQ(tool(&CZorHandle::ResizePartitionRelative, "E", 5)(tools), "E 105");
 }
 
-TEST_F(PageTools, AnyLetterGoesToTheHost_WhetherADriveHasItOrNot)
+TEST_F(PageTools, AnyLetter_IsPassedToTheHost_WhetherADriveHasItOrNot)
 {
     EXPECT_EQ(order(tool(&CZorHandle::DeletePartition, "Q")).value("driveLetter"), QVariant("Q"));
     EXPECT_EQ(answer, answers::queued);
 }
 
-TEST_F(PageTools, ByLetter_WithoutALetterInFront_AreAllRefusedAndAskNobody)
+TEST_F(PageTools, ByLetter_WithoutALeadingLetter_AreAllRejectedWithoutAHostCall)
 {
     void (CZorHandle::*const tools[])(std::string&, const std::string&) = {
         &CZorHandle::SmartSpaceAdjustment,      &CZorHandle::ShowBitLockerStatus,
@@ -233,7 +233,7 @@ TEST_F(PageTools, ByLetter_WithoutALetterInFront_AreAllRefusedAndAskNobody)
     EXPECT_TRUE(bench.calls().isEmpty());
 }
 
-TEST_F(PageTools, ByDisk_AreNotTestedForTheirNumberNorForALetter)
+TEST_F(PageTools, ByDisk_AreValidatedForNeitherTheirNumberNorALetter)
 {
     for (const int disk : {-1, -2147483647, 0, 99}) {
         EXPECT_EQ(typed(order(tool(&CZorHandle::DeleteAllPartitions, disk))),
@@ -244,7 +244,7 @@ TEST_F(PageTools, ByDisk_AreNotTestedForTheirNumberNorForALetter)
     }
 }
 
-TEST_F(PageTools, TheQuestion_HasTheOrdersKeysAndOneMore)
+TEST_F(PageTools, TheQuestion_HasTheKeysOfTheOrderAndOneMore)
 {
     order(tool(&CZorHandle::SplitPartition, "d", 5, "NTFS", "x"));
     const auto calls = bench.host().recorder().calls();

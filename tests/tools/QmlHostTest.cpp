@@ -1,5 +1,5 @@
-// The library against objects that a QML file declares, as the real host has them: a window with functions
-// and properties, and a named item inside.
+// The library with objects of a QML file, as in the real host: a window with functions and properties, and a
+// named item inside.
 #include "plugin/AIBridge.h"
 #include "plugin/HostAccess.h"
 #include "plugin/HostCall.h"
@@ -62,7 +62,7 @@ Window {
 class QmlHost : public testing::Test
 {
 protected:
-    // The pause of the gate is over.
+    // The pause of the gate has passed.
     class OpenGate : public CZorHandle
     {
         qint64 sinceLastCall() const override { return 2000; }
@@ -84,7 +84,7 @@ protected:
     {
         std::string answer;
         runOnOtherThread([&] { tool(answer); });
-        // What was queued for the application thread comes before this.
+        // Events queued earlier for the application thread are processed before this one.
         QCoreApplication::processEvents();
         return answer;
     }
@@ -100,7 +100,7 @@ TEST_F(QmlHost, TheMainObjectAndTheWindow_AreFound)
     EXPECT_EQ(firstTopLevelWindow(), engine.rootObjects().first());
 }
 
-TEST_F(QmlHost, AFunctionOfTheWindow_GetsUndefinedForAnInvalidValueAndItsResultComesBack)
+TEST_F(QmlHost, AFunctionOfTheWindow_ReceivesUndefinedForAnInvalidValueAndReturnsItsResult)
 {
     EXPECT_EQ(callWindowMethod("closeGuide", QVariant()).toInt(), 7);
     QVariant answer;
@@ -109,7 +109,7 @@ TEST_F(QmlHost, AFunctionOfTheWindow_GetsUndefinedForAnInvalidValueAndItsResultC
     EXPECT_EQ(seen(), QStringList({"closeGuide true", "closeGuide false"}));
 }
 
-TEST_F(QmlHost, AFunctionThatThrows_RunsAndGivesAnInvalidValue)
+TEST_F(QmlHost, AFunctionThatThrows_RunsAndReturnsAnInvalidValue)
 {
     EXPECT_EQ(callWindowMethod("broken", QVariant()), QVariant());
     runOnOtherThread([] { EXPECT_EQ(callWindowMethod("broken", QVariant()), QVariant()); });
@@ -131,13 +131,13 @@ TEST_F(QmlHost, TheGate_ReadsThePropertiesAndSendsTheEvent)
     EXPECT_EQ(ask().reasons.substr(0, 12), "An operation");
 }
 
-TEST_F(QmlHost, AToolBoxTool_ClosesTheGuideAndGetsTheAnswerOfTheFunction)
+TEST_F(QmlHost, AToolBoxTool_ClosesTheGuideAndReceivesTheAnswerOfTheFunction)
 {
     EXPECT_EQ(run([this](std::string& answer) { tools.RebuildMbr(answer, 4); }), answers::queued);
     EXPECT_EQ(seen(), QStringList({"closeGuide true", "toolbox 4 4"}));
 }
 
-TEST_F(QmlHost, AGateOfTheToolBoxThatSaysNoOrThrows_Refuses)
+TEST_F(QmlHost, AGateOfTheToolBoxThatRefusesOrThrows_RejectsTheTask)
 {
     EXPECT_EQ(run([this](std::string& answer) { tools.PasswordReset(answer); }), answers::queued);
     main()->setProperty("locked", true);
@@ -145,14 +145,14 @@ TEST_F(QmlHost, AGateOfTheToolBoxThatSaysNoOrThrows_Refuses)
     EXPECT_EQ(run([this](std::string& answer) { tools.RepairWindowsBoot(answer); }), answers::notValid);
 }
 
-TEST_F(QmlHost, AMediaTool_HandsTheMapOverAsAnObject)
+TEST_F(QmlHost, AMediaTool_PassesTheMapAsAnObject)
 {
     EXPECT_EQ(run([this](std::string& answer) { tools.CreateBootableUsbByDisk(answer, 3); }),
               answers::queued);
     EXPECT_EQ(seen(), QStringList({"closeGuide true", "media {\"diskIndex\":3,\"isBurn\":false}"}));
 }
 
-TEST_F(QmlHost, AHealthPageThatThrows_WasStillToldAndTheTaskIsQueued)
+TEST_F(QmlHost, AHealthPageThatThrows_WasStillCalledAndTheTaskIsQueued)
 {
     QMetaObject::invokeMethod(
         engine.rootObjects().first(), "fill",

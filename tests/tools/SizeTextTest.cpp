@@ -1,4 +1,4 @@
-// Byte counts as text, at each boundary.
+// Formatting of byte counts, at each boundary.
 #include "tools/SizeText.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ struct Case
     const char* text;
 };
 
-TEST(SizeText, WithTwoDecimalsAndNoneForMegabytes)
+TEST(SizeText, HasTwoDecimalsExceptForMegabytes)
 {
     const Case cases[] = {
         {std::numeric_limits<qint64>::min(), "0 Byte"},
@@ -28,13 +28,13 @@ TEST(SizeText, WithTwoDecimalsAndNoneForMegabytes)
         {1023, "1023.00 Bytes"},
         {1024, "1.00 KB"},
         {1536, "1.50 KB"},
-        // Not rounded beforehand: the last value of the row prints as the next unit's first.
+        // The unit is chosen before rounding: the last value of a row prints like the first of the next unit.
         {kMega - 1, "1024.00 KB"},
         {kMega - 6, "1023.99 KB"},
         {kMega, "1 MB"},
         {kMega + kMega / 2 - 1, "2 MB"},
         {kMega + kMega * 49 / 100, "1 MB"},
-        // 1023.9 and the largest value that still rounds to 1023.99
+        // 1023.9 and the largest value that rounds to 1023.99
         {1073636966, "1024 MB"},
         {1073736581, "1024 MB"},
         {1073736582, "1.00 GB"},
@@ -66,19 +66,19 @@ TEST(SizeText, WithAnotherPrecision_RoundsToIt)
     EXPECT_EQ(formatSizeText(1, 0, false), "1 Bytes");
     EXPECT_EQ(formatSizeText(1536, 1, false), "1.5 KB");
     EXPECT_EQ(formatSizeText(1536, 3, false), "1.500 KB");
-    // At the border only the row below has the fixed text.
+    // At the boundary, only the lower row has the fixed string.
     EXPECT_EQ(formatSizeText(kGiga - 1, 3, false), "1.00 GB");
     EXPECT_EQ(formatSizeText(kGiga, 0, false), "1 GB");
     EXPECT_EQ(formatSizeText(kGiga + kGiga / 2, 1, false), "1.5 GB");
-    // The rounded number has 32 bits, whatever they then say.
+    // The rounded number is truncated to 32 bits.
     EXPECT_EQ(formatSizeText(std::numeric_limits<qint64>::max(), 3, false), "-201326.592 TB");
     EXPECT_EQ(formatSizeText(kGiga, 3, false), "1.000 GB");
     EXPECT_EQ(formatSizeText(kTera, 3, false), "1.000 TB");
-    // Halves go away from zero.
+    // Halves are rounded away from zero.
     EXPECT_EQ(formatSizeText(kGiga + kGiga / 2, 0, false), "2 GB");
     EXPECT_EQ(formatSizeText(kGiga * 2 + kGiga / 2, 0, false), "3 GB");
     EXPECT_EQ(formatSizeText(kGiga + kGiga / 4, 1, false), "1.3 GB");
-    // The rounded number decides on the fixed text: 1023.5 is 1024 without decimals.
+    // The rounded number selects the fixed string: 1023.5 is 1024 without decimals.
     EXPECT_EQ(formatSizeText(kGiga - kMega / 2, 0, false), "1.00 GB");
     EXPECT_EQ(formatSizeText(kGiga - kMega / 2, 1, true), "1023.5 MB");
 }

@@ -1,4 +1,4 @@
-// The tools behind the host's main object: boot media, recovery, health and the toolbox.
+// The tools of the host's main object: boot media, recovery, health and the toolbox.
 #include "tests/support/Answers.h"
 #include "tests/tools/ToolRow.h"
 
@@ -50,7 +50,7 @@ std::vector<ToolRow> mediaRows()
                    "map{isBurn=bool:false,usbDriveLetter=QString:\"K\"}"),
         queued("CreateWindowsInstallerMedia", tool(&CZorHandle::CreateWindowsInstallerMedia),
                {kCloseGuide, mediaOrder("map{isBurn=bool:true}")}),
-        // The environment is not there, which only the first of the two can work with.
+        // The environment is not installed, so only the first of the two succeeds.
         queued("InstallAndEnablePreOS", tool(&CZorHandle::InstallAndEnablePreOS),
                {kPreOsQuestion, kCloseGuide, mediaOrder("map{isInstallPreOs=bool:true}")}),
         {"DisablePreOS", tool(&CZorHandle::DisablePreOS), answers::notValid, {kPreOsQuestion}},

@@ -9,12 +9,11 @@
 #include <string>
 #include <vector>
 
-/// What a tool works against in these tests: the recording host, over two disks that both its own lists and
-/// the inventory know, with every signal of the bridge recorded among the host's calls as
-/// "aibridge.<signal>".
+/// The tools on the recording host. The host's lists and the inventory contain the same two disks. Each
+/// signal of the bridge is recorded among the host's calls as "aibridge.<signal>".
 class ToolBench
 {
-    // The pause of the gate is over, so that its calls can be rows like the others.
+    // The pause of the gate has passed, so that its calls can be rows like the others.
     class OpenGate : public CZorHandle
     {
         qint64 sinceLastCall() const override { return 2000; }
@@ -25,13 +24,13 @@ public:
 
     ToolBench();
     RecordingHost& host() { return host_; }
-    /// Builds the host and pushes the inventory; afterwards nothing is recorded yet.
+    /// Builds the host, pushes the inventory and clears the recorder.
     void build(Bridge bridge = Whole);
     CZorHandle& tools() { return tools_; }
-    /// Runs @p work on a thread like a connection's, and keeps that thread's name for calls().
+    /// Runs @p work on another thread, as a connection does. calls() reports that thread as "caller".
     void onConnectionThread(const std::function<void()>& work);
     /// Each recorded call as "object.member@thread[?] arguments"; the thread is "app" (application), "caller"
-    /// or "other", and the mark stands where a result was asked for.
+    /// or "other". The question mark means that a result was requested.
     QStringList calls();
 
 private:
@@ -40,15 +39,16 @@ private:
     QThread* caller_ = nullptr;
 };
 
-/// One tool of the service: its call, the calls that reach a host which accepts everything, and the answer.
+/// One tool of the service: its call, the calls that a host which accepts everything receives, and the
+/// answer.
 struct ToolRow
 {
     std::string method;
-    /// Calls the tool and gives back its answer as text.
+    /// Calls the tool and returns its answer as a string.
     std::function<QString(CZorHandle&)> call;
     QString answer;
     QStringList calls;
-    /// The beginning of those entries of calls that are left out on the application thread.
+    /// Prefix of the calls that are omitted on the application thread.
     QString onlyForAgents = {};
 };
 
@@ -59,7 +59,7 @@ std::vector<ToolRow> guidedRows();
 std::vector<ToolRow> toolBoxRows();
 std::vector<ToolRow> readAndGateRows();
 
-/// The row of that method. Fails the process if there is none.
+/// The row of that method. Aborts if it is missing.
 const ToolRow& toolRow(const std::string& method);
 
 /// The methods whose row contains a call of that "object.member".
@@ -68,7 +68,7 @@ QStringList toolsThatCall(const QString& member);
 /// Records each signal of the bridge as a call of "aibridge.<signal>".
 void recordSignals(AIBridge* bridge, Recorder& recorder);
 
-/// A call of a tool that answers with a text.
+/// A call of a tool that answers with a string.
 template <class... Parameters, class... Arguments>
 std::function<QString(CZorHandle&)> tool(void (CZorHandle::*member)(std::string&, Parameters...),
                                          Arguments... arguments)
@@ -80,7 +80,7 @@ std::function<QString(CZorHandle&)> tool(void (CZorHandle::*member)(std::string&
     };
 }
 
-/// The records of the machine, as the host's lists carry them and as typed() spells them.
+/// The records of the machine, in the host's lists and in the format of typed().
 namespace machine {
 
 QVariantList disks();
@@ -94,5 +94,5 @@ extern const char* const disk1;
 
 } // namespace machine
 
-/// Makes gtest print the method and not the bytes of the row.
+/// Prints the method instead of the bytes of the row.
 void PrintTo(const ToolRow& row, std::ostream* out);

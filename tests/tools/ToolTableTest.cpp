@@ -1,5 +1,5 @@
-// Every tool on its straight road: what the host is asked, in which order, on which thread, with which keys
-// of which types, and what the agent is answered.
+// Every tool on a host that accepts everything: the host calls with their order, threads, keys and types, and
+// the agent's answer.
 #include "tests/support/Interface.h"
 #include "tests/tools/ToolRow.h"
 
@@ -13,7 +13,7 @@ class ToolTable : public testing::TestWithParam<ToolRow>
 {
 };
 
-TEST_P(ToolTable, FromAConnectionThread_AsksTheHostAndAnswersAsItsRowSays)
+TEST_P(ToolTable, FromAConnectionThread_CallsTheHostAndAnswersAsItsRowExpects)
 {
     const ToolRow& row = GetParam();
     ToolBench bench;
@@ -24,7 +24,7 @@ TEST_P(ToolTable, FromAConnectionThread_AsksTheHostAndAnswersAsItsRowSays)
     EXPECT_EQ(bench.calls().join('\n').toStdString(), row.calls.join('\n').toStdString());
 }
 
-TEST_P(ToolTable, FromTheApplicationThread_GoesStraightThroughWithoutTheChecksForAgents)
+TEST_P(ToolTable, FromTheApplicationThread_RunsDirectlyWithoutTheChecksForAgents)
 {
     const ToolRow& row = GetParam();
     ToolBench bench;

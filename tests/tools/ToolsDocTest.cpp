@@ -1,5 +1,5 @@
-// The table of the tools in the documentation: the same methods in the same order with the same arguments as
-// the interface file, and the same host members as the tools really reach.
+// The table of the tools in the documentation: the methods, their order and their arguments are those of the
+// interface file, and the host members are those that the tools call.
 #include "tests/support/Interface.h"
 #include "tests/tools/ToolRow.h"
 
@@ -81,7 +81,7 @@ TEST(ToolsDoc, NamesTheArgumentsOfTheInterfaceWithTheirTypesInOrder)
     }
 }
 
-TEST(ToolsDoc, NamesTheHostMembersThatEachToolReachesAndNoUnknownOnes)
+TEST(ToolsDoc, NamesTheHostMembersThatEachToolCallsAndNoUnknownOnes)
 {
     QSet<QString> known;
     for (const ToolRow& row : allToolRows()) {
@@ -98,7 +98,7 @@ TEST(ToolsDoc, NamesTheHostMembersThatEachToolReachesAndNoUnknownOnes)
     }
 }
 
-TEST(ToolsDoc, TheFunctionNumbersOfThePage_AreThoseThatAreSent)
+TEST(ToolsDoc, TheFunctionNumbersOfThePage_AreThoseSent)
 {
     static const QRegularExpression documented("as an order: function (\\d+)$");
     static const QRegularExpression sent("doFunFromAI@app list\\[int:(\\d+),");
@@ -113,7 +113,7 @@ TEST(ToolsDoc, TheFunctionNumbersOfThePage_AreThoseThatAreSent)
     EXPECT_EQ(pageTools, partitionPageRows().size());
 }
 
-TEST(ToolsDoc, SaysOfEachToolWhetherItChangesDataAndWhatItAnswers)
+TEST(ToolsDoc, ListsForEachToolWhetherItChangesDataAndItsAnswers)
 {
     const QStringList kinds{"no", "no, opens a page", "changes", "destroys"};
     for (const DocRow& row : docRows()) {

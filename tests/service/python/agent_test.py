@@ -20,13 +20,10 @@ from thrift.protocol import TBinaryProtocol
 from thrift.transport import TSocket, TTransport
 
 from ZORNativePlugin import ZORNativePlugin
+from ZORNativePlugin.constants import OPERATION_IN_PROGRESS, TASK_NOT_VALID, TASK_QUEUED
 from ZORNativePlugin.ttypes import TaskInfo
 
 
-IN_PROGRESS = (
-    "An operation is currently in progress, please wait a few moments and try again. "
-    "If you need further assistance, please let me know!"
-)
 RESERVED = []
 
 
@@ -129,11 +126,11 @@ class AgentTest(unittest.TestCase):
         rejected = self.pre_process_within_the_pause()
         self.assertIsInstance(rejected, TaskInfo)
         self.assertIs(rejected.allow, False)
-        self.assertEqual(rejected.reasons, IN_PROGRESS)
+        self.assertEqual(rejected.reasons, OPERATION_IN_PROGRESS)
         limit = time.monotonic() + 60
         admitted = rejected
         while not admitted.allow and time.monotonic() < limit:
-            self.assertEqual(admitted.reasons, IN_PROGRESS)
+            self.assertEqual(admitted.reasons, OPERATION_IN_PROGRESS)
             admitted = self.client.PreProcessing("ListAllDisks()")
         self.assertIs(admitted.allow, True)
         self.assertEqual(admitted.reasons, "")
@@ -142,20 +139,20 @@ class AgentTest(unittest.TestCase):
         """Returns PreProcessing's record within two seconds of a PostProcessing; retries on a slow machine."""
         for _ in range(20):
             start = time.monotonic()
-            self.client.PostProcessing("Task NotValid")
+            self.client.PostProcessing(TASK_NOT_VALID)
             answer = self.client.PreProcessing("ListAllDisks()")
             if time.monotonic() - start < 2:
                 return answer
         self.fail("two calls took longer than the pause")
 
     def test_post_processing_accepts_only_the_exact_string(self):
-        self.assertIs(self.client.PostProcessing("Task Queued"), True)
-        self.assertIs(self.client.PostProcessing("Task Queued "), False)
-        self.assertIs(self.client.PostProcessing("Task NotValid"), False)
+        self.assertIs(self.client.PostProcessing(TASK_QUEUED), True)
+        self.assertIs(self.client.PostProcessing(TASK_QUEUED + " "), False)
+        self.assertIs(self.client.PostProcessing(TASK_NOT_VALID), False)
 
     def test_tool_is_queued_or_rejected(self):
-        self.assertEqual(self.client.CreatePartition(0, 1 << 35, "NTFS", "gr\u00fcn", -1), "Task Queued")
-        self.assertEqual(self.client.DeletePartition("7"), "Task NotValid")
+        self.assertEqual(self.client.CreatePartition(0, 1 << 35, "NTFS", "gr\u00fcn", -1), TASK_QUEUED)
+        self.assertEqual(self.client.DeletePartition("7"), TASK_NOT_VALID)
 
     def test_missing_arguments_have_default_values(self):
         self.assertEqual([p.driveLetter for p in self.client.ListPartitionsOnDisk(None)], ["C", "D"])

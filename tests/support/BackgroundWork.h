@@ -8,23 +8,23 @@
 #include <functional>
 #include <thread>
 
-/// Work on a thread of its own, for as long as this object lives; the application thread stays free for its
-/// event loop.
-class Aside
+/// Runs a function on another thread during the lifetime of this object. The application thread can serve its
+/// event loop meanwhile.
+class BackgroundWork
 {
 public:
-    explicit Aside(std::function<void()> work)
+    explicit BackgroundWork(std::function<void()> work)
         : thread_([this, work = std::move(work)] {
               work();
               done_ = true;
           })
     {
     }
-    /// Waits for the work, serving the event loop.
-    ~Aside()
+    /// Serves the event loop until the function has returned.
+    ~BackgroundWork()
     {
         if (!pumpUntil([this] { return done_.load(); }))
-            qFatal("the work aside does not end");
+            qFatal("the background work does not end");
         thread_.join();
     }
     bool done() const { return done_; }
