@@ -87,7 +87,7 @@ bool isOut(const QString& call, const FaultCase& host)
     return false;
 }
 
-// A mood that cannot be asked about is as if the host were free.
+// A mood that the tool cannot read counts as Free.
 Mood visibleMood(const std::string& method, const FaultCase& host)
 {
     const bool isGate = method == "PreProcessing";

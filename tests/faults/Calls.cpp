@@ -53,7 +53,7 @@ std::string fieldOf(const InterfaceArgument& argument, int id)
 QString recordText(const wire::Value& record)
 {
     const auto number = [&record](int id) { return QString::number(record.field(id).number); };
-    // A disk has no field 43, a partition has its letter there.
+    // Field 43 is the letter of a partition. A disk does not have it.
     if (record.field(43).type == wire::Stop)
         return number(2) + '/' + number(3) + (record.field(27).number != 0 ? "/unaligned" : "");
     return number(2) + '/' + QString::fromStdString(record.field(43).bytes) + '/' + number(4) +

@@ -72,7 +72,7 @@ const std::vector<Effect>& wholeAnswers()
 std::vector<Effect> inventoryEffects()
 {
     return {
-        // Aligned unless the host has said otherwise, and not raw unless it has said so.
+        // Aligned and not raw unless the host has answered otherwise.
         {"toolbox", NoObject, {"ListAllDisks"}, "0/1 1/3"},
         {"toolbox.check4kAlign", kNotCalled, {"ListAllDisks"}, "0/1 1/3"},
         {"partitionrecovery", NoObject, {"ListPartitionsOnDisk"}, "1/E:/100 1//1000 1//9000"},
@@ -104,7 +104,7 @@ std::vector<Effect> cloneEffects()
         {"deviceMgr", NoObject, {"CloneDiskToDisk"}, notListed},
         {"deviceMgr", NoObject, {"CloneOSDataFromDisk"}, notSystem},
         {"deviceMgr.disks", kNotCalled, {"CloneDiskToDisk"}, notListed},
-        // An entry that is no map has the index 0 like a disk, but is no system disk and names no disk later.
+        // An entry that is not a map has the index 0, like a disk, but is not a system disk.
         {"deviceMgr.disks", kNotCalled | WrongValue, {"CloneOSDataFromDisk"}, notSystem},
         {"clone", NoObject, cloneTools(), ""},
         {"clone.cloneType", NoMember | OtherSignature, cloneTools(), ""},
@@ -127,7 +127,7 @@ std::vector<Effect> mainObjectEffects()
         {"__zormain.passwordResetEnabled", kNoAnswer, {"PasswordReset"}, kNotValid},
         {"__zormain.bootrepairEnabled", kNoAnswer, {"RepairWindowsBoot"}, kNotValid},
         {"__zormain.doToolBox", kNoAnswer, otherBoxTools(), kNotValid},
-        // Without the method the answer of the gate before it stands.
+        // Without the method, the answer of its gate counts.
         {"__zormain.doToolBox", kNoAnswer & ~unsigned(NoMember), gatedBoxTools(), kNotValid},
     };
 }
@@ -146,7 +146,7 @@ std::vector<Effect> otherEffects()
     };
 }
 
-// The own check of CloneOSDataFromDisk is made without a bridge too.
+// CloneOSDataFromDisk makes its own check even without a bridge.
 std::vector<Effect> bridgeEffects()
 {
     const QString notSystem = "It seems that disk0 is not os disk";
@@ -172,7 +172,7 @@ const std::vector<Effect>& effects()
     return all;
 }
 
-// Without an engine every object is missing but the window and its children.
+// Without an engine, only the window and its children are found.
 bool isMet(const Effect& effect, const FaultCase& host)
 {
     if (host.fault == NoEngine && (effect.faults & NoObject) != 0)

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// What can be amiss with a host's object or with one of its members. Bits, so that a table can name several.
+/// The faults of a host's object or of one of its members. Bits, so that a row of a table can name several.
 enum Fault : unsigned {
     Whole = 0,
     NoObject = 1,
@@ -16,15 +16,15 @@ enum Fault : unsigned {
     OtherSignature = 4, ///< a method with other parameters; a property is a method of that name
     OtherResult = 8,    ///< declared with another type of result, or of property; a signal is a method
     NoResult = 16,      ///< declared without a result
-    WrongValue = 32,    ///< of the declared type, but nothing that was asked for
-    Throws = 64,        ///< the QML function behind it throws
+    WrongValue = 32,    ///< of the declared type, but not a meaningful value
+    Throws = 64,        ///< its QML function throws
     OtherTypes = 128,   ///< a method with as many parameters of another type
-    Refuses = 256,      ///< answers with no, or with an objection
+    Refuses = 256,      ///< answers false, or with an objection
     NoEngine = 512,     ///< the bridge has no engine, so only the window and its children are found
     NoBridge = 1024     ///< the tools have no bridge
 };
 
-/// The moments in which the host is met.
+/// The state of the host during the calls.
 enum Mood : unsigned {
     Free = 1,
     Busy = 2,    ///< a task is in execution; the pre-OS environment is enabled
@@ -61,16 +61,16 @@ struct FaultCase
 /// Every fault that a member can have, in every mood.
 std::vector<FaultCase> allFaultCases();
 
-/// All of these, and those that only the tools meet: a refused question, and a missing engine or bridge.
+/// The same, and those that affect only the tools: a rejected question, and a missing engine or bridge.
 std::vector<FaultCase> toolFaultCases();
 
 /// The cases to run: all of @p cases, or those of one mood under a sanitizer, which makes each host many
 /// times slower.
 std::vector<FaultCase> sampled(const std::vector<FaultCase>& cases);
 
-/// The members are looked up and not called where one of these is amiss.
+/// With one of these faults, the member is looked up but not called.
 constexpr unsigned kNotCalled = NoMember | OtherSignature | OtherTypes | OtherResult | NoResult;
-/// Nor is there a usable answer.
+/// With one of these faults, the member has no usable answer.
 constexpr unsigned kNoAnswer = kNotCalled | WrongValue | Throws | Refuses;
 
 /// True if @p member cannot be called on that host. Any thread.

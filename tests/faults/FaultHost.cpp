@@ -2,7 +2,7 @@
 
 #include "tests/tools/ToolRow.h"
 
-// The pause of the gate is over.
+// The pause of the gate has passed.
 class FaultHost::OpenGate : public CZorHandle
 {
     qint64 sinceLastCall() const override { return 2000; }
@@ -48,7 +48,7 @@ FaultHost::FaultHost(const FaultCase& row, const std::function<void(RecordingHos
     host_.spec("deviceMgr").answer("disks", QVariant(machine::disks()));
     host_.spec("toolbox").answer("check4kAlign", QVariant(false));
     host_.spec("partitionrecovery").answer("isRawPart", QVariant(true));
-    // A component is connected to a signal only, and the recording host has none.
+    // The library connects components only to signals, and the recording host declares a method instead.
     host_.spec("multilanguage").remove("sigCurrentLanguageChanged").signal("sigCurrentLanguageChanged()");
     setMood(row.mood);
     if (prepare)

@@ -8,15 +8,15 @@
 #include <functional>
 #include <memory>
 
-/// A host with one fault, the tools on it and, after serve(), the service on a port of its own.
+/// A host with one fault, the tools on it and, after serve(), the service on a free port.
 class FaultHost
 {
 public:
-    /// @p prepare exchanges what members do before one of them is broken.
+    /// @p prepare replaces the bodies of members before the fault is applied.
     explicit FaultHost(const FaultCase& row, const std::function<void(RecordingHost&)>& prepare = {});
     ~FaultHost();
 
-    /// Exchanges what a member does; before build().
+    /// For replacing the bodies of members before build().
     RecordingHost& host() { return host_; }
     /// Makes the host and pushes the inventory.
     void build();

@@ -1,5 +1,5 @@
 // The expected outcome of scans and answers on a faulty host. The table is independent of the code. Where it
-// has no row, the call of the broken member is skipped in silence and everything else goes on.
+// has no row, only the call of the broken member is skipped.
 #include "tests/faults/Journeys.h"
 
 #include <QtCore/QStringList>
@@ -18,7 +18,7 @@ struct Effect
 };
 
 const Effect kEffects[] = {
-    // Without the question the case does not fire, and the cases after it are tried.
+    // Without the question the case does not fire, and the next cases are tried.
     {"partitionmanager", NoObject, "UpgradeOptions", "sendUserInfo |  | "},
     {"partitionmanager.isWin11CheckerEnable", kNotCalled, "UpgradeOptions",
      "hasDiskSmartInfoError sendUserInfo |  | "},
@@ -38,7 +38,7 @@ const Effect kEffects[] = {
     {"partitionmanager", NoObject, "DiskSmart", "sendUserInfo |  | "},
     {"partitionmanager.hasDiskSmartInfoError", kNotCalled, "DiskSmart", "sendUserInfo |  | "},
 
-    // The page that cannot be asked has refused.
+    // A page that cannot be called counts as a rejection.
     {"partitionmanager", NoObject, "SmartLayout", "sendUserInfo |  | "},
     {"partitionmanager.doFunFromAI", kNotCalled, "SmartLayout", "sendUserInfo |  | "},
     {"partitionmanager.doFunFromAI", Throws, "SmartLayout", "doFunFromAI sendUserInfo |  | "},
@@ -74,7 +74,7 @@ const Effect kEffects[] = {
     {"__zormain.bootrepairEnabled", WrongValue | Throws, "BootEntries",
      "sendUserInfo | Invalid or duplicate boot entries were found in the | closeGuide bootrepairEnabled"},
 
-    // Aligned and not raw unless the host has said otherwise.
+    // Aligned and not raw unless the host has answered otherwise.
     {"toolbox", NoObject, "Alignment", "sendUserInfo |  | "},
     {"toolbox.check4kAlign", kNotCalled, "Alignment", "sendUserInfo |  | "},
     {"partitionrecovery", NoObject, "RawPartition", "sendUserInfo |  | "},
@@ -112,7 +112,7 @@ const Effect kEffects[] = {
     {"diskconverter.isGPT2MBRValid", Throws, "ConversionCheck",
      "isFunValid isMBR2GPTValid isFunValid isGPT2MBRValid isFunValid | false true true"},
 
-    // A missing page or disk refuses the clone. An objection that cannot be asked for counts as missing. An
+    // A missing page or disk rejects the clone. An objection that cannot be requested counts as missing. An
     // order that could not be delivered counts as given if its method exists.
     {"clone", NoObject, "PageCalls", "closeGuide disks closeGuide doprfunction | no signal | true"},
     {"clone.cloneType", NoMember | OtherSignature, "PageCalls",

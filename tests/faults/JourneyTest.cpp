@@ -1,5 +1,5 @@
-// Recommendation scans and accepted answers against every faulty host, and further uses of the host. With the
-// tools, each broken member is reached by something that is compared.
+// Recommendation scans and accepted answers on every faulty host, and further uses of the host. Together with
+// the tools, they compare at least one outcome for each broken member.
 #include "tests/faults/Calls.h"
 #include "tests/faults/Journeys.h"
 #include "tests/support/Printing.h"
@@ -16,8 +16,8 @@ const QString kWholePageCalls =
     "closeGuide disks cloneType disks invalidInfo closeGuide doprfunction | 1:no good | true";
 const QString kWholeLanguage = "onTranslate 1";
 
-// The journeys that reach what is broken, and one for every other host. The mood changes no scan, so one
-// journey is enough outside the first mood.
+// The journeys that use the broken member, and one for every other host. The mood does not affect a scan, so
+// one journey suffices outside the first mood.
 std::vector<const Journey*> journeysFor(const FaultCase& row)
 {
     std::vector<const Journey*> chosen;

@@ -19,7 +19,7 @@
 
 #include <gtest/gtest.h>
 
-// The component manager alone may release a component; the scan and the service are the bridge's own.
+// Only the component manager may release a component. The scan and the service are private to the bridge.
 class AIBridgeAccess
 {
 public:
@@ -64,7 +64,7 @@ QVariantMap part(int index, const char* letter, qlonglong usedGib, const QVarian
                 more);
 }
 
-// On this host no case fires but the one of the journey.
+// On this host only the case of the journey fires.
 void quiet(RecordingHost& host)
 {
     host.spec("partitionmanager").answer("isWin11CheckerEnable", QVariant(false));
@@ -99,7 +99,7 @@ QString conversionText(const QVariant& task)
         .arg(info.size());
 }
 
-// The service, whose handler carries out the answers, on a port of its own.
+// Starts the service, which creates the handler of the answers, on a separate port.
 void startService(AIBridge* bridge)
 {
     const ReservedPort port;
@@ -121,7 +121,7 @@ QVariantMap scan(AIBridge* bridge)
     return record;
 }
 
-// Returns when the action of the answer is over: this timer is due after it.
+// Returns after the action of the answer, because this timer is due later.
 void give(AIBridge* bridge, const QVariantMap& answer)
 {
     bool over = false;

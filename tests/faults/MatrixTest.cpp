@@ -1,5 +1,5 @@
-// Every name of the host that is looked up, with each thing that can be amiss with it, against every tool:
-// the answer is the documented one, and the call after it is served.
+// Every tool over the wire with every fault of every host member: the tool answers as documented, and the
+// next call is served.
 #include "tests/faults/Calls.h"
 #include "tests/faults/FaultHost.h"
 #include "tests/support/RawClient.h"
@@ -15,7 +15,7 @@ class Matrix : public testing::TestWithParam<FaultCase>
 {
 };
 
-TEST_P(Matrix, AllTools_AnswerAsDocumentedOneAfterTheOther)
+TEST_P(Matrix, AllTools_AnswerAsDocumentedInSequence)
 {
     FaultHost host(GetParam());
     host.build();
@@ -38,7 +38,7 @@ INSTANTIATE_TEST_SUITE_P(Host, Matrix, testing::ValuesIn(sampled(toolFaultCases(
 
 TEST(MatrixRows, AQmlFunctionThatThrows_IsReached)
 {
-    // Else the rows of that fault would show nothing.
+    // Shows that the rows of that fault can fail.
     FaultHost host({{"__zormain", "doToolBox", "QVariant,QVariant", "QVariant"}, Throws, Free});
     host.build();
     host.serve();

@@ -1,5 +1,5 @@
-// A member of the host that takes its time: the tool waits for it and answers as ever, and meanwhile the
-// other connections are served.
+// A slow host member: the tool waits for it and answers as usual, and the other connections are served
+// meanwhile.
 #include "tests/faults/Calls.h"
 #include "tests/faults/FaultHost.h"
 #include "tests/support/ProcessFigures.h"
@@ -15,7 +15,7 @@
 
 namespace {
 
-// Holds up whoever comes in until it is let go.
+// Blocks a caller until it is released.
 class Hold
 {
 public:
@@ -28,7 +28,7 @@ public:
             overdue_ = true;
         inside_ = false;
     }
-    /// True once somebody is inside, false once the tool has ended without.
+    /// True as soon as a caller is blocked, false if the tool has returned without a call.
     bool waitInside()
     {
         std::unique_lock<std::mutex> lock(mutex_);
@@ -69,7 +69,7 @@ FaultCase wholeHost()
 class Slow : public testing::TestWithParam<Member>
 {
 protected:
-    // The body that the member has in a whole host, with a wait before it.
+    // The body of the member in a host without a fault, after a wait.
     void hold(FaultHost& host)
     {
         FakeSpec& spec = host.host().spec(GetParam().object);
@@ -85,7 +85,7 @@ protected:
         });
     }
 
-    // Calls a tool on one connection and, while that is held up, reads on another. True if it was held up.
+    // Calls a tool on one connection and, while it is blocked, reads on another. True if it was blocked.
     bool callWithAnother(int port, const std::string& method)
     {
         hold_.close();
@@ -109,7 +109,7 @@ protected:
     std::atomic<bool> served_{false};
 };
 
-TEST_P(Slow, Member_HoldsUpItsToolsOnly)
+TEST_P(Slow, Member_DelaysOnlyItsTools)
 {
     FaultHost host(wholeHost());
     hold(host);

@@ -1,4 +1,4 @@
-// Pages in QML that are broken throughout: every function throws, and every binding of a property.
+// QML pages in which every function and every binding of a property throws.
 #include "plugin/AIBridge.h"
 #include "service/ZorHandle.h"
 #include "tests/faults/Calls.h"
@@ -122,7 +122,7 @@ TEST(ThrowingPages, AllTools_AnswerAsIfTheHostHadRefused)
                     << method;
         });
     }
-    // Each was really run, but for the orders behind a question that was refused and what takes other types.
+    // Each was run, except orders after a rejected question and functions of other types.
     const QStringList thrown = window->property("thrown").toStringList();
     for (const char* name :
          {"popuped", "busy", "closeGuide", "doToolBox", "passwordResetEnabled", "bootrepairEnabled",

@@ -1,4 +1,4 @@
-// The boot checker as a program: what it prints, how it ends, and when it does not.
+// The boot checker program: its output, its exit code, and a program that does not end.
 #include "recscan/BootChecker.h"
 
 #include "tests/recscan/ScanFixture.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-// Keeps a program from ending as long as its own file is there.
+// Keeps a program running as long as its file exists.
 const char kWaitWhileThere[] = "while [ -e \"$0\" ]; do sleep 0.1; done\n";
 
 class BootChecker : public testing::Test
@@ -27,13 +27,13 @@ TEST_F(BootChecker, NonZeroExitAndTheWord_IsAFinding)
     EXPECT_TRUE(bootCheckerFindsError());
 }
 
-TEST_F(BootChecker, ZeroExitWithTheWord_IsTheAllClear)
+TEST_F(BootChecker, ZeroExitWithTheWord_IsNotAFinding)
 {
     install("echo FindErrorItem\nexit 0\n");
     EXPECT_FALSE(bootCheckerFindsError());
 }
 
-TEST_F(BootChecker, NonZeroExitWithoutTheWord_SaysNothing)
+TEST_F(BootChecker, NonZeroExitWithoutTheWord_HasNoResult)
 {
     install("echo finderroritem\nexit 1\n");
     EXPECT_FALSE(bootCheckerFindsError());
@@ -45,32 +45,32 @@ TEST_F(BootChecker, TheWordOnStandardError_DoesNotCount)
     EXPECT_FALSE(bootCheckerFindsError());
 }
 
-TEST_F(BootChecker, ProgramThatIsNotThere_SaysNothing)
+TEST_F(BootChecker, MissingProgram_HasNoResult)
 {
     EXPECT_FALSE(bootCheckerFindsError());
 }
 
-TEST_F(BootChecker, FileThatIsNoProgram_SaysNothing)
+TEST_F(BootChecker, FileThatIsNotAProgram_HasNoResult)
 {
     application.write(program(), "FindErrorItem");
     EXPECT_FALSE(bootCheckerFindsError());
 }
 
-TEST_F(BootChecker, Program_GetsOneArgumentAndTheCurrentFolder)
+TEST_F(BootChecker, Program_ReceivesOneArgumentAndTheCurrentFolder)
 {
     install("echo \"$#\" \"$1\" > seen\n");
     bootCheckerFindsError();
     EXPECT_EQ(application.read(application.current() + "/seen"), "1 checkBCD\n");
 }
 
-TEST_F(BootChecker, MuchOutput_IsReadWhole)
+TEST_F(BootChecker, LongOutput_IsReadCompletely)
 {
     install("i=0\nwhile [ $i -lt 20000 ]; do echo 0123456789012345678901234567890; i=$((i+1)); done\n"
             "echo FindErrorItem\nexit 2\n");
     EXPECT_TRUE(bootCheckerFindsError());
 }
 
-TEST_F(BootChecker, StillRunningAtTheLimit_SaysNothingAndIsNotEnded)
+TEST_F(BootChecker, StillRunningAtTheTimeout_HasNoResultAndIsNotTerminated)
 {
     install(QByteArray("echo FindErrorItem\necho ") + kOwnProcess +
             " > \"$0.pid.new\"\nmv \"$0.pid.new\" \"$0.pid\"\n" + kWaitWhileThere);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The texts that the user reads, letter by letter, with the places of numbers and letters still open.
-// Kept apart from the texts of the library on purpose: a slip in one of the two has to show.
+// The strings that the user reads, with placeholders for numbers and letters. They are typed independently
+// of the strings of the library, so that a typing error in either is detected.
 
 #include <vector>
 

@@ -195,7 +195,7 @@ TEST_F(RecActions, NothingFound_DoesNothing)
 }
 
 // The actions that need no tool are not performed either.
-TEST_F(RecActions, WithoutAToolHandler_OpensNoAddressAndAsksForNoBootDisk)
+TEST_F(RecActions, WithoutAToolHandler_OpensNoAddressAndReadsNoBootDisk)
 {
     runScanFrom(12);
     host.recorder().clear();
@@ -277,7 +277,7 @@ TEST_F(RecActions, KeyOfAnAgentsFunction_CallsItsTool)
     EXPECT_EQ(tools->calls, QStringList());
 }
 
-TEST_F(RecActions, ReferralRecord_GoesBeforeTheWin11Page)
+TEST_F(RecActions, ReferralRecord_PrecedesTheWin11Page)
 {
     refer("disk_health");
     EXPECT_EQ(act({{"callByWin11Checker", true}, {"checkResultType", 1}}), QStringList("DiskHealthCheck -1"));
@@ -285,7 +285,7 @@ TEST_F(RecActions, ReferralRecord_GoesBeforeTheWin11Page)
 
 // --- the Windows 11 action
 
-TEST_F(RecActions, Win11Page_GoesBeforeTheCaseThatWasFound)
+TEST_F(RecActions, Win11Page_PrecedesTheCaseThatWasFound)
 {
     machine = {diskMap(4, {}, {{"isGPT", false}, {"size", qlonglong(2199023255553)}})};
     host.spec("deviceMgr").answer("bootDisks", QVariantList{QVariantMap{{"diskIndex", 8}}});
@@ -344,7 +344,7 @@ TEST_F(RecActions, Win11Outcome_OfAnyOtherNumber_DoesNothing)
     EXPECT_EQ(hostCalls(), QStringList());
 }
 
-TEST_F(RecActions, OpenUrl_GivesTheHostsAnswer)
+TEST_F(RecActions, OpenUrl_ReturnsTheHostsAnswer)
 {
     build();
     EXPECT_TRUE(openUrlOnHost("http://x"));
@@ -451,7 +451,7 @@ TEST_F(Answers, TwiceWithin100Milliseconds_ActTwice)
     EXPECT_EQ(hostCalls().count(kHealth), 2);
 }
 
-TEST_F(Answers, BeforeTheFirstScan_DoNothingAtAll)
+TEST_F(Answers, BeforeTheFirstScan_HaveNoEffect)
 {
     build();
     startService();
@@ -460,7 +460,7 @@ TEST_F(Answers, BeforeTheFirstScan_DoNothingAtAll)
     EXPECT_FALSE(QFile::exists(application.folder() + "/recscan.info"));
 }
 
-TEST_F(Answers, WithoutTheService_DoNothingAtAll)
+TEST_F(Answers, WithoutTheService_HaveNoEffect)
 {
     findSmartError();
     answer({{"result", 0}});
@@ -482,7 +482,7 @@ TEST_F(Answers, WhileTheServiceHasNoHandler_SaveTheStateAndCallNoTool)
     EXPECT_EQ(hostCalls().count(kHealth), 1);
 }
 
-TEST_F(Answers, AfterAScanWithoutARecord_SaveTheStateAndDoNothingMore)
+TEST_F(Answers, AfterAScanWithoutARecord_OnlySaveTheState)
 {
     EXPECT_TRUE(scanFrom(0).isEmpty());
     startService();
@@ -517,7 +517,7 @@ TEST_F(Answers, Log_NamesTheCallAndEachEntryInKeyOrder)
     EXPECT_EQ(log(), "doRecOperation callback\n");
 }
 
-TEST_F(Answers, TheAction_RunsOnTheApplicationThreadAndPassesNoGate)
+TEST_F(Answers, TheAction_RunsOnTheApplicationThreadWithoutTheGate)
 {
     host.spec("__zormain").answer("opendiskhealth", QVariant());
     findSmartError();

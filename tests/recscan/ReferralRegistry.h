@@ -4,8 +4,8 @@
 
 #include <memory>
 
-/// The branch of the registry that the product's installer writes, empty at first and this process's own.
-/// Where there is no registry, the file in the working directory that stands in for it.
+/// The registry branch that the product's installer writes, initially empty and private to this process.
+/// On systems without a registry, the file in the working directory that replaces it.
 class ReferralRegistry
 {
 public:

@@ -12,19 +12,19 @@ class QTcpSocket;
 class ReferralService : public QTcpServer
 {
 public:
-    /// What is done with one request, whose path is given.
+    /// Handles a request with this path.
     using Reply = std::function<void(QTcpSocket& socket, const QString& path)>;
 
     explicit ReferralService(Reply reply);
 
     /// "http://127.0.0.1:port" and this tail.
     QString address(const QString& tail = QString()) const;
-    /// The paths that were asked for, in order.
+    /// The requested paths, in order.
     QStringList paths() const { return paths_; }
     /// The header lines of the last request.
     QByteArray lastRequest() const { return lastRequest_; }
 
-    /// A reply with that status line and body, after which the connection closes.
+    /// Replies with that status line and body, and closes the connection.
     static Reply answering(const QByteArray& body, const QByteArray& status = "200 OK",
                            const QByteArray& headers = QByteArray());
 

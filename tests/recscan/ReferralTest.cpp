@@ -1,4 +1,4 @@
-// The chain from the number in the registry to a function, and everything that can break it.
+// The chain from the number in the registry to a function, and its failures.
 #include "tests/recscan/ReferralService.h"
 #include "tests/recscan/ScanFixture.h"
 
@@ -26,7 +26,7 @@ protected:
     {
         return "{\"url\":\"" + page + "\",\"zorfun\":[\"ZORNativePlugin::" + key + "\"]}";
     }
-    // The address that the service gives for its reply, asked on a thread of its own.
+    // The address in the reply of the service, fetched on another thread.
     QString fetch(const ReferralService::Reply& reply)
     {
         ReferralService service(reply);
@@ -36,7 +36,7 @@ protected:
         EXPECT_EQ(service.paths().value(0), "/?id=7");
         return result;
     }
-    // A first scan whose service gives the page; the one record of it.
+    // The record of a first scan whose service returns the page.
     QVariantMap refer(const QByteArray& functions)
     {
         ReferralService service(ReferralService::answering(kSuccess));
@@ -50,7 +50,7 @@ protected:
 
 // --- the number
 
-TEST_F(Referral, Number_IsTheDigitsBehindTheLastB)
+TEST_F(Referral, Number_IsTheDigitsAfterTheLastB)
 {
     const QList<QPair<QByteArray, QString>> table = {{"abc123b456x7", "456"},
                                                      {"b1", "1"},
@@ -68,12 +68,12 @@ TEST_F(Referral, Number_IsTheDigitsBehindTheLastB)
     }
 }
 
-TEST_F(Referral, Number_NothingInTheRegistry_IsNone)
+TEST_F(Referral, Number_MissingInTheRegistry_IsMissing)
 {
     EXPECT_EQ(readReferralNumber(), "-1");
 }
 
-TEST_F(Referral, Number_OtherNamesAndOtherCase_AreNotLookedAt)
+TEST_F(Referral, Number_OtherNamesAndOtherCase_AreIgnored)
 {
     for (const char* name : {"XURLID", "xurlid", "other"}) {
         registry.set(name, "b1");
@@ -83,7 +83,7 @@ TEST_F(Referral, Number_OtherNamesAndOtherCase_AreNotLookedAt)
     EXPECT_EQ(readReferralNumber(), "-1");
 }
 
-TEST_F(Referral, Number_EmptyValue_IsNone)
+TEST_F(Referral, Number_EmptyValue_IsMissing)
 {
     setReferralNumber("");
     EXPECT_EQ(readReferralNumber(), "-1");
@@ -102,7 +102,7 @@ TEST_F(Referral, Request_NumberFollowsTheAddressDirectly)
     EXPECT_TRUE(service.lastRequest().startsWith("GET "));
 }
 
-TEST_F(Referral, Request_WithoutANumber_AsksAboutMinusOne)
+TEST_F(Referral, Request_WithoutANumber_SendsMinusOne)
 {
     ReferralService service(ReferralService::answering("{}"));
     useService(service.address("/x"));
@@ -111,7 +111,7 @@ TEST_F(Referral, Request_WithoutANumber_AsksAboutMinusOne)
     EXPECT_EQ(service.paths(), QStringList("/x-1"));
 }
 
-TEST_F(Referral, Request_EmptyNumber_AsksTheBareAddress)
+TEST_F(Referral, Request_EmptyNumber_SendsTheBareAddress)
 {
     setReferralNumber("123b");
     ReferralService service(ReferralService::answering("{}"));
@@ -123,7 +123,7 @@ TEST_F(Referral, Request_EmptyNumber_AsksTheBareAddress)
     EXPECT_EQ(hostCalls(), QStringList());
 }
 
-TEST_F(Referral, Request_WithoutConfigIni_TakesTheRemoteConfiguration)
+TEST_F(Referral, Request_WithoutConfigIni_UsesTheRemoteConfiguration)
 {
     ReferralService service(ReferralService::answering(kSuccess));
     setRemoteConfig("{\"url_pattern_fetch_seo_page\":\"" + service.address("/remote").toUtf8() + "\"}");
@@ -132,7 +132,7 @@ TEST_F(Referral, Request_WithoutConfigIni_TakesTheRemoteConfiguration)
     EXPECT_EQ(service.paths(), QStringList("/remote-1"));
 }
 
-TEST_F(Referral, Request_WithConfigIni_LeavesTheRemoteConfigurationAlone)
+TEST_F(Referral, Request_WithConfigIni_DoesNotReadTheRemoteConfiguration)
 {
     ReferralService service(ReferralService::answering(kSuccess));
     ReferralService other(ReferralService::answering(kSuccess));
@@ -163,7 +163,7 @@ TEST_F(Referral, Request_AddressWithBlanksAndOtherLetters_IsSentEncoded)
     EXPECT_EQ(service.paths(), QStringList("/a%20b/%C3%A9?id=7"));
 }
 
-TEST_F(Referral, Report_WithoutANumber_HoldsTheIndexThatTheScanBeginsWith)
+TEST_F(Referral, Report_WithoutANumber_ContainsTheFirstIndexOfTheScan)
 {
     for (const qint32 index : {5, 11, 12, 2147483647, -3}) {
         setState(stateBytes(index, 0));
@@ -198,7 +198,7 @@ TEST_F(Referral, Answer_Redirect_IsNotFollowed)
     EXPECT_EQ(target.paths(), QStringList());
 }
 
-TEST_F(Referral, Answer_OtherStatusOrNone_IsNone)
+TEST_F(Referral, Answer_OtherOrMissingStatus_IsMissing)
 {
     for (const char* body :
          {"{\"status\":\"success\",\"url\":\"x\"}", "{\"status\":\"Failed\",\"url\":\"x\"}",
@@ -206,14 +206,14 @@ TEST_F(Referral, Answer_OtherStatusOrNone_IsNone)
         EXPECT_EQ(fetch(ReferralService::answering(body)), "-1") << body;
 }
 
-TEST_F(Referral, Answer_SuccessWithoutAUrl_IsTheEmptyText)
+TEST_F(Referral, Answer_SuccessWithoutAUrl_IsTheEmptyString)
 {
     for (const char* body : {"{\"status\":\"Success\"}", "{\"status\":\"Success\",\"url\":7}",
                              "{\"status\":\"Success\",\"url\":null}"})
         EXPECT_EQ(fetch(ReferralService::answering(body)), "") << body;
 }
 
-TEST_F(Referral, Answer_NotJson_IsNone)
+TEST_F(Referral, Answer_NotJson_IsMissing)
 {
     for (const char* body : {"", "<html></html>", "{\"status\":\"Success\",\"url\":\"x\"", "\xff\xfe\x00",
                              "[\"Success\"]", "\"Success\"", "12345678901234567890"})
@@ -221,7 +221,7 @@ TEST_F(Referral, Answer_NotJson_IsNone)
     EXPECT_EQ(fetch(ReferralService::answering(QByteArray(100000, '['))), "-1");
 }
 
-TEST_F(Referral, Answer_ConnectionClosedBeforeIt_IsNone)
+TEST_F(Referral, Answer_ConnectionClosedBeforeIt_IsMissing)
 {
     ReferralService service([](QTcpSocket& socket, const QString&) { socket.abort(); });
     useService(service.address("/?id="));
@@ -230,7 +230,7 @@ TEST_F(Referral, Answer_ConnectionClosedBeforeIt_IsNone)
     EXPECT_EQ(result, "-1");
 }
 
-TEST_F(Referral, Answer_ConnectionClosedInTheMiddle_IsNone)
+TEST_F(Referral, Answer_ConnectionClosedInTheMiddle_IsMissing)
 {
     EXPECT_EQ(fetch([](QTcpSocket& socket, const QString&) {
                   socket.write("HTTP/1.1 200 OK\r\nContent-Length: 500\r\n\r\n{\"status\":\"Succ");
@@ -249,7 +249,7 @@ TEST_F(Referral, Answer_InPiecesAndSlowly_IsWaitedFor)
               QString(kPage));
 }
 
-TEST_F(Referral, Answer_NobodyListens_IsNone)
+TEST_F(Referral, Answer_UnreachableService_IsMissing)
 {
     QString address;
     {
@@ -262,7 +262,7 @@ TEST_F(Referral, Answer_NobodyListens_IsNone)
     EXPECT_EQ(result, "-1");
 }
 
-TEST_F(Referral, Answer_AddressThatIsNone_IsNone)
+TEST_F(Referral, Answer_InvalidAddress_IsMissing)
 {
     for (const char* address : {"", "no such scheme://%%%", "http://[::bad", "file:///there/is/no/such/"}) {
         useService(address);
@@ -326,7 +326,7 @@ TEST_F(Referral, Functions_PrefixTwice_TakesWhatIsBetween)
     EXPECT_EQ(map, (QMap<QString, QString>{{"u", "a"}, {"empty", ""}}));
 }
 
-TEST_F(Referral, Functions_FileThatIsNoList_AddsNothing)
+TEST_F(Referral, Functions_FileThatIsNotAnArray_AddsNothing)
 {
     QMap<QString, QString> map;
     loadSeoToFun(map);
@@ -370,14 +370,14 @@ TEST_F(Referral, AgentFunction_NamesTheAgentAndItsFunction)
                   QString(kExpectedAgent[1].text) + "\"}");
 }
 
-TEST_F(Referral, SecureBoot_ShowsItsOwnTextAndAsksForTheConversion)
+TEST_F(Referral, SecureBoot_ShowsItsOwnTextAndOffersTheConversion)
 {
     const QVariantMap record = refer("[" + entry("enable_secure_boot") + "]");
     EXPECT_EQ(record.value("msg"), QVariant(QString(kExpectedAgent[0].text)));
     EXPECT_EQ(record.value("fun"), QVariant("convert_disk_to_gpt"));
 }
 
-TEST_F(Referral, AgentFunctionAccepted_SavesTheStateAndDoesNothingMore)
+TEST_F(Referral, AgentFunctionAccepted_OnlySavesTheState)
 {
     ASSERT_FALSE(refer("[" + entry("convert_disk_to_gpt") + "]").isEmpty());
     startService();
@@ -388,7 +388,7 @@ TEST_F(Referral, AgentFunctionAccepted_SavesTheStateAndDoesNothingMore)
     EXPECT_EQ(state(), stateBytes(0, 1));
 }
 
-TEST_F(Referral, KeyInNoTable_RecommendsNothing)
+TEST_F(Referral, UnknownKey_RecommendsNothing)
 {
     EXPECT_TRUE(refer("[" + entry("no_such_function") + "]").isEmpty());
 }
@@ -398,7 +398,7 @@ TEST_F(Referral, EmptyKey_RecommendsNothing)
     EXPECT_TRUE(refer("[" + entry("") + "]").isEmpty());
 }
 
-TEST_F(Referral, PageThatIsNotInTheFile_RecommendsNothing)
+TEST_F(Referral, PageMissingInTheFile_RecommendsNothing)
 {
     EXPECT_TRUE(refer("[" + entry("disk_health", kPage + "/") + "]").isEmpty());
 }

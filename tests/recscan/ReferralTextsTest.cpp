@@ -28,7 +28,7 @@ TEST(FunctionTexts, AgentFunctions_AreTheseInThisOrder)
     }
 }
 
-TEST(FunctionTexts, EveryOwnFunction_IsRecommendedWithItsKeyToActOn)
+TEST(FunctionTexts, EveryOwnFunction_IsRecommendedWithItsActionKey)
 {
     for (const ExpectedFunction& expected : kExpectedOwn) {
         const auto found = recommendFunction(expected.key);
@@ -41,7 +41,7 @@ TEST(FunctionTexts, EveryOwnFunction_IsRecommendedWithItsKeyToActOn)
     }
 }
 
-TEST(FunctionTexts, EveryAgentFunction_IsRecommendedWithNoKeyToActOn)
+TEST(FunctionTexts, EveryAgentFunction_IsRecommendedWithoutAnActionKey)
 {
     for (const ExpectedFunction& expected : kExpectedAgent) {
         const auto found = recommendFunction(expected.key);

@@ -1,5 +1,5 @@
-// How long the scan waits for the referral service, on a clock that the test moves: the calls that read the
-// system's clock pass through here.
+// The wait of the scan for the referral service, on a clock that the test moves. The calls that read the
+// system's clock are replaced here.
 #include "tests/recscan/ReferralService.h"
 #include "tests/recscan/ScanFixture.h"
 
@@ -21,8 +21,8 @@
 
 namespace {
 
-// How far the monotonic clock of every thread but the first is ahead, so that the test's own limits and
-// timers keep the real time.
+// Offset of the monotonic clock on all threads but the first, so that the test's own timeouts use the real
+// time.
 std::atomic<long> secondsAhead{0};
 
 } // namespace
@@ -39,8 +39,8 @@ namespace {
 
 const QByteArray kSuccess = "{\"status\":\"Success\",\"url\":\"the page\"}";
 
-// An object of the waiting thread. It is reached by events and not by functors, because the thread sanitizer
-// sees the order of events only.
+// An object of the waiting thread. It receives events and not functors, because the thread sanitizer
+// recognises only the order of events.
 class Waiting : public QObject
 {
 public:
@@ -63,7 +63,7 @@ public:
     std::atomic<bool> expired{false};
 };
 
-// fetchSeoPage on a thread of its own, whose event loop the test can reach.
+// fetchSeoPage on another thread, with an event loop that receives events of the test.
 class ReferralWait : public ScanFixture
 {
 protected:
@@ -80,8 +80,8 @@ protected:
         });
         EXPECT_TRUE(pumpUntil([this] { return asking != nullptr; }));
     }
-    // After this call every timer of the waiting thread that was to expire within a day has done so: the loop
-    // has gone round twice on the new time.
+    // After this call all timers of the waiting thread that are due within a day have expired: its event
+    // loop has run twice at the new time.
     void passADay()
     {
         secondsAhead += 86400;
@@ -120,7 +120,7 @@ protected:
     std::future<QString> result;
 };
 
-TEST_F(ReferralWait, ReplyAfterThreeDays_IsStillTaken)
+TEST_F(ReferralWait, ReplyAfterThreeDays_IsStillAccepted)
 {
     startRequest();
     for (int day = 1; day <= 3; ++day) {
@@ -132,8 +132,8 @@ TEST_F(ReferralWait, ReplyAfterThreeDays_IsStillTaken)
     EXPECT_EQ(end(), "the page");
 }
 
-// Without it the test above would prove nothing.
-TEST_F(ReferralWait, ClockThatTheTestMoves_IsTheOneOfTheWaitingThread)
+// Shows that the test above can fail.
+TEST_F(ReferralWait, ClockThatTheTestMoves_IsThatOfTheWaitingThread)
 {
     startRequest();
     post(Waiting::kStartTimer);

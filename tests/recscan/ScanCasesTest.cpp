@@ -21,7 +21,7 @@ QString filled(const char* text, const QString& value)
 class ScanCases : public ScanFixture
 {
 protected:
-    // Makes the one system partition short of space, with these partitions beside it.
+    // Makes the system partition low on space, with these partitions on its disk.
     void fillSystemDrive(const QVariantList& beside, const QVariantList& otherDisks = {})
     {
         machine = QVariantList{diskMap(0, QVariantList{partitionMap(0, "C", 10 * kGib, 9 * kGib)} + beside)} +
@@ -29,7 +29,7 @@ protected:
     }
     void bootDisks(const QVariantList& disks) { host.spec("deviceMgr").answer("bootDisks", disks); }
     void enableWin11() { host.spec("partitionmanager").answer("isWin11CheckerEnable", true); }
-    // Answers with the first button and gives the calls that reached the host.
+    // Answers with the first button and returns the host calls.
     QStringList accept(const QVariantMap& more = {})
     {
         startService();
@@ -66,7 +66,7 @@ TEST_F(ScanCases, Win10_BootDiskOfMbr_OffersTheConversionOfTheSystemDisk)
     EXPECT_EQ(state(), stateBytes(1, 1));
 }
 
-TEST_F(ScanCases, Win10_CheckerIsAskedOnTheApplicationThreadAndBootDisksOnTheScanThread)
+TEST_F(ScanCases, Win10_CheckerIsCalledOnTheApplicationThreadAndBootDisksOnTheScanThread)
 {
     enableWin11();
     scanFrom(0);
@@ -137,7 +137,7 @@ TEST_F(ScanCases, Win10_OnlyOfflineBootDisks_CountAsNotGpt)
     EXPECT_EQ(scanFrom(0).value("checkResultType"), QVariant(1));
 }
 
-TEST_F(ScanCases, Win10_Enabled_ComesBeforeEveryOtherCase)
+TEST_F(ScanCases, Win10_Enabled_PrecedesEveryOtherCase)
 {
     enableWin11();
     host.spec("partitionmanager").answer("hasDiskSmartInfoError", true);
@@ -173,7 +173,7 @@ TEST_F(ScanCases, DiskSmart_WithoutTheHostsMethod_DoesNotFire)
 
 // --- case 2
 
-TEST_F(ScanCases, SystemDrive_RoomBeside_OffersSmartLayoutForTheWholeDirectory)
+TEST_F(ScanCases, SystemDrive_RoomOnItsDisk_OffersSmartLayoutForTheWholeDirectory)
 {
     fillSystemDrive({partitionMap(0, "D", 100 * kGib, 0)});
     EXPECT_EQ(typed(withoutTime(scanFrom(2))), plainRecord(filled(kTextSmartLayoutSystem, "C")));
@@ -201,7 +201,7 @@ TEST_F(ScanCases, SystemDrive_RoomElsewhere_OffersDataMigrationWithoutAQuestion)
     EXPECT_EQ(accept(), QStringList({order.arg("TestFunValid=bool:true,"), kClose, order.arg("")}));
 }
 
-TEST_F(ScanCases, SystemDrive_PageRefuses_GoesOnWithTheNextCaseAndOffersNoMigration)
+TEST_F(ScanCases, SystemDrive_PageRefuses_ContinuesWithTheNextCaseAndOffersNoMigration)
 {
     fillSystemDrive({partitionMap(0, "D", 100 * kGib, 0)},
                     {diskMap(1, {partitionMap(1, "E", 100 * kGib, 0)})});
@@ -240,7 +240,7 @@ TEST_F(ScanCases, Drive_ShortOfSpace_OffersSmartLayoutForIt)
 
 TEST_F(ScanCases, Drive_SystemPartition_CountsNeitherAsShortNorAsRoom)
 {
-    // The drive of the running system is marked by its letter, so its 100 GiB are no room for the other.
+    // The drive of the running system is identified by its letter, so its 100 GiB do not count as room.
     machine = {diskMap(
         0, {partitionMap(0, "C", 200 * kGib, 100 * kGib), partitionMap(0, "D", 10 * kGib, 9 * kGib)})};
     EXPECT_EQ(scanFrom(3), QVariantMap());
@@ -398,7 +398,7 @@ TEST_F(ScanCases, EmptyDiskList_FindsNothing)
     EXPECT_EQ(events("Result_SmartReferScan"), QStringList("{\"smart-refer\":\"-1\"}"));
 }
 
-TEST_F(ScanCases, HostWithNothingInIt_FindsNothingAndDoesNotCrash)
+TEST_F(ScanCases, EmptyHost_FindsNothingAndDoesNotCrash)
 {
     for (const QString& name : RecordingHost::contextObjects())
         host.without(name);

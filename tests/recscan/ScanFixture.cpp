@@ -2,8 +2,8 @@
 
 #include "recscan/RecScanThread.h"
 #include "service/AIFuncallThread.h"
-#include "tests/support/UniqueComment.h"
 #include "tests/support/Threads.h"
+#include "tests/support/UniqueComment.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
@@ -15,7 +15,7 @@
 
 #include <stdexcept>
 
-// The bridge keeps its threads to itself; a test ends the service as the host's manager does.
+// The threads of the bridge are private. A test stops the service as the host's manager does.
 class AIBridgeAccess
 {
 public:
@@ -119,7 +119,7 @@ bool ScanFixture::waitForScan()
 
 bool ScanFixture::waitForScan(RecScanThread& scanThread)
 {
-    // A thread counts as finished a little before it has told so.
+    // A thread counts as finished shortly before it emits the signal.
     return pumpUntil([&] { return scanThread.isFinished(); }) && scanThread.wait(20000);
 }
 
@@ -149,7 +149,7 @@ void ScanFixture::answer(const QVariantMap& map)
 
 void ScanFixture::waitForAnswers()
 {
-    // Due after every answer that was given before.
+    // Due after every earlier answer.
     bool over = false;
     QTimer::singleShot(130, Qt::PreciseTimer, host.bridge(), [&] { over = true; });
     ASSERT_TRUE(pumpUntil([&] { return over; }));
@@ -198,7 +198,7 @@ void ScanFixture::waitForService()
 {
     AIFuncallThread* server = AIBridgeAccess::server(host.bridge());
     ASSERT_TRUE(pumpUntil([&] {
-        // Where somebody else has taken the port meanwhile, the handler is there all the same.
+        // The handler exists even if another process has bound the port.
         return server->isFinished() || (server->toolHandler() != nullptr && isListening(port_));
     }));
     ASSERT_NE(server->toolHandler(), nullptr);

@@ -22,8 +22,8 @@ QVariantMap diskMap(int diskIndex, const QVariantList& partitions, const QVarian
 QVariantMap partitionMap(int diskIndex, const QString& letter, qint64 size, qint64 used,
                          const QVariantMap& more = {});
 
-/// A scan in a scratch application on a host to order. The machine, as it stands at first, gives no case
-/// anything to say, and the registry has no referral number.
+/// A scan in a scratch application on a configurable host. On the initial machine no case fires, and the
+/// registry has no referral number.
 class ScanFixture : public testing::Test
 {
 protected:
@@ -32,19 +32,19 @@ protected:
 
     /// Builds the host and pushes the machine.
     void build();
-    /// beginRecScan, and waits until its end has been told; gives the records that came out.
+    /// Calls beginRecScan, waits for the end of the scan and returns its records.
     QVariantList scan();
-    /// build and scan with the saved index, the referral rule being over; gives the one record, empty if
-    /// there is none.
+    /// Builds and scans from the saved index after the referral rule. Returns the record, or an empty map
+    /// without a record.
     QVariantMap scanFrom(int index);
-    /// doRecOperation, and waits until its action is over.
+    /// Calls doRecOperation and waits for the end of its action.
     void answer(const QVariantMap& answer);
     void waitForAnswers();
-    /// Starts the agent service, whose handler the actions need, and waits for it.
+    /// Starts the agent service, which creates the handler of the actions, and waits for it.
     void startService();
-    /// Starts the agent service and leaves it at its search for a port, without a handler.
+    /// Starts the agent service and blocks it in its port search, without a handler.
     void startServiceHeld();
-    /// Lets that service go on, and waits for it.
+    /// Unblocks that service and waits for it.
     void letServiceGoOn();
     bool serviceHasHandler();
 
@@ -58,8 +58,8 @@ protected:
     static QByteArray stateBytes(qint32 index, char done);
     /// The details of all events of that name that were sent.
     QStringList events(const QString& name);
-    /// The calls that reached the host, without telemetry and the push of the machine: "object.member
-    /// arguments".
+    /// The host calls as "object.member arguments", without telemetry and without those of the push of the
+    /// machine.
     QStringList hostCalls();
 
     void setReferralNumber(const QByteArray& text);
@@ -67,9 +67,9 @@ protected:
     void setRemoteConfig(const QByteArray& json);
 
     RecScanThread* thread();
-    /// Ends the service and the scan, as the host's manager does.
+    /// Stops the service and the scan, as the host's manager does.
     void release();
-    /// Serves the event loop until the bridge's scan, or that one, has ended.
+    /// Serves the event loop until the bridge's scan, or @p scanThread, has ended.
     bool waitForScan();
     static bool waitForScan(RecScanThread& scanThread);
 
@@ -79,7 +79,7 @@ protected:
     RecordingHost host;
     QVariantList machine;
     QVariantList emitted;
-    /// What the conversion tools put before the host's guide.
+    /// The tasks that the conversion tools send to the host's guide.
     QVariantList conversions;
 
 private:
@@ -92,8 +92,8 @@ private:
     int port_ = 0;
 };
 
-/// The record without its time, after a look at the time's type and value.
+/// Checks the type and value of the time and returns the record without it.
 QVariantMap withoutTime(const QVariantMap& record);
 
-/// The whole plain record as typed() shows it, less its time.
+/// A record with the default buttons in the format of typed(), without its time.
 QString plainRecord(const QString& message);

@@ -82,7 +82,7 @@ protected:
     ScanSubject subject;
 };
 
-TEST_F(ScanLimits, UnknownIndex_HasNothingToSay)
+TEST_F(ScanLimits, UnknownIndex_DoesNotFire)
 {
     for (const int index : {-1, 12, 13, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()})
         EXPECT_FALSE(fires(index));
@@ -166,7 +166,7 @@ TEST_P(SystemDriveLimits, SystemDrive_IsRecommendedAsItsRowExpects)
 INSTANTIATE_TEST_SUITE_P(Limits, SystemDriveLimits, testing::ValuesIn(systemDriveRows()),
                          [](const auto& row) { return row.param.behaviour; });
 
-TEST_F(ScanLimits, SystemDrive_RoomOnTheSameDisk_GoesBeforeRoomElsewhere)
+TEST_F(ScanLimits, SystemDrive_RoomOnTheSameDisk_PrecedesRoomElsewhere)
 {
     addSystem(partition(0, "C", 10 * kGib, 9 * kGib));
     add(partition(1, "E", 100 * kGib, 0));
@@ -186,7 +186,7 @@ TEST_F(ScanLimits, SystemDrive_RoomElsewhereOnly_HasNoTarget)
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 
-TEST_F(ScanLimits, SystemDrive_PartitionOfTheSystemLetterOnItsDisk_IsLeftOut)
+TEST_F(ScanLimits, SystemDrive_PartitionOfTheSystemLetterOnItsDisk_IsIgnored)
 {
     subject.partitionsByLetter['C'] = partition(0, "C", 10 * kGib, 9 * kGib);
     add(partition(0, "C:", 100 * kGib, 0));
@@ -219,9 +219,9 @@ TEST_F(ScanLimits, SystemDriveCases_WithoutSystemDirectoryOrLetter_DoNotFire)
         EXPECT_FALSE(fires(index)) << index;
 }
 
-// Only two of these pairs have a drive short of space and another with room: the free bytes wrap round at 64
-// bits, and nothing divided by nothing is above no limit.
-TEST_F(ScanLimits, Drives_WithSizesOutOfRange_AreJudgedByTheSameTwoLimits)
+// Only two of these pairs have a drive low on space and another with room: the free bytes wrap around at 64
+// bits, and 0 / 0 is NaN, which exceeds no limit.
+TEST_F(ScanLimits, Drives_WithSizesOutOfRange_HaveTheSameTwoLimits)
 {
     const qint64 least = std::numeric_limits<qint64>::min();
     const qint64 most = std::numeric_limits<qint64>::max();
@@ -311,7 +311,7 @@ TEST_F(ScanLimits, Drive_DiskThatIsNotInTheDiskList_IsNotWalked)
     EXPECT_FALSE(fires(3));
 }
 
-TEST_F(ScanLimits, Drive_LowerCaseLetter_StaysAsItStands)
+TEST_F(ScanLimits, Drive_LowerCaseLetter_IsUnchanged)
 {
     addDisk(0);
     add(partition(0, "d:", 10 * kGib, 9 * kGib));
@@ -601,13 +601,13 @@ TEST_F(ScanLimits, Raw_WithoutALetter_FiresWithAnEmptyTarget)
     EXPECT_EQ(params(10), QVariantMap({{"driveLetter", ""}}));
 }
 
-TEST_F(ScanLimits, Raw_None_DoesNotFire)
+TEST_F(ScanLimits, Raw_WithoutSuchAPartition_DoesNotFire)
 {
     add(partition(7, "H", kGib, 0));
     EXPECT_FALSE(fires(10));
 }
 
-TEST_F(ScanLimits, Locked_TheFirstOfTheLastDiskIsNamedAsItStands)
+TEST_F(ScanLimits, Locked_TheFirstOfTheLastDiskIsNamedUnchanged)
 {
     add(partition(7, "h:", kGib, 0)).bitlockerState = "encryption not unlocked";
     add(partition(7, "I", kGib, 0)).bitlockerState = "encryption not unlocked";

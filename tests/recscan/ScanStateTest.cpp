@@ -1,4 +1,4 @@
-// The thread and its memory: what runs when, what the five bytes hold, what survives a second run.
+// The scan thread and its saved state: the order of its steps, the five bytes, and a second run.
 #include "tests/recscan/ExpectedTexts.h"
 #include "tests/recscan/ScanFixture.h"
 
@@ -40,7 +40,7 @@ TEST_F(ScanRun, FirstScan_NothingUsable_TriesAllCasesAndSavesIndex0AndReferralDo
                                         "partitionmanager.hasDiskSmartInfoError list[int:0]"}));
 }
 
-TEST_F(ScanRun, FirstScan_ACaseFires_FileHoldsIndex0AllTheSame)
+TEST_F(ScanRun, FirstScan_ACaseFires_FileStillContainsIndex0)
 {
     failDisk(0);
     build();
@@ -67,7 +67,7 @@ TEST_F(ScanRun, FirstScan_SavesTheStateAfterTheReferralRuleAndBeforeTheFirstCase
     EXPECT_EQ(duringCases, stateBytes(0, 1));
 }
 
-TEST_F(ScanRun, ReferralNumberWithNoMatch_RunsNoCaseThatTimeAndTheCasesNextTime)
+TEST_F(ScanRun, ReferralNumberWithoutAMatch_RunsTheCasesOnlyInTheNextScan)
 {
     setReferralNumber("ab123");
     failDisk(0);
@@ -85,7 +85,7 @@ TEST_F(ScanRun, ReferralNumberWithNoMatch_RunsNoCaseThatTimeAndTheCasesNextTime)
     EXPECT_EQ(events("Result_SmartReferScan"), QStringList("{\"smart-refer\":\"1\"}"));
 }
 
-TEST_F(ScanRun, AnsweredWithEitherButton_MovesTheIndexBehindTheCase)
+TEST_F(ScanRun, AnsweredWithEitherButton_MovesTheIndexAfterTheCase)
 {
     failDisk(0);
     build();
@@ -99,7 +99,7 @@ TEST_F(ScanRun, AnsweredWithEitherButton_MovesTheIndexBehindTheCase)
     EXPECT_EQ(state(), stateBytes(2, 1));
 }
 
-TEST_F(ScanRun, Case2FiresFromIndex0_FileKeeps0UntilTheAnswerAndHolds3AfterIt)
+TEST_F(ScanRun, Case2FiresFromIndex0_FileContains0UntilTheAnswerAnd3AfterIt)
 {
     machine = {diskMap(0, {partitionMap(0, "C", 10 * kGib, 9 * kGib)}),
                diskMap(1, {partitionMap(1, "E", 100 * kGib, 0)})};
@@ -138,14 +138,14 @@ TEST_F(ScanRun, NegativeIndex_StartsWithCase0)
     }
     startService();
     answer({{"result", 1}});
-    // The second run of the object found its record held and tried no case: the index is as it was read.
+    // The second run of the object already has its record and tries no case, so the index is unchanged.
     EXPECT_EQ(state(), stateBytes(-2147483647 - 1, 1));
 }
 
-TEST_F(ScanRun, NegativeIndex_OneRun_LeavesTheIndexBehindTheCase)
+TEST_F(ScanRun, NegativeIndex_OneRun_LeavesTheIndexAfterTheCase)
 {
     failDisk(0);
-    // The walk up to case 0 costs nothing, however far it is.
+    // The walk up to case 0 costs nothing at any distance.
     EXPECT_EQ(scanFrom(-2147483647 - 1).value("msg"), QVariant(smart(0)));
     startService();
     answer({{"result", 1}});
@@ -158,7 +158,7 @@ TEST_F(ScanRun, SecondScanAfterARecord_EmitsTheSameRecordWithItsOldTime)
     const QVariantMap first = scanFrom(0);
     ASSERT_FALSE(first.isEmpty());
     host.recorder().clear();
-    // The times of two records differ only from one second to the next.
+    // The times of records have a resolution of one second.
     ASSERT_TRUE(
         pumpUntil([&] { return QDateTime::currentSecsSinceEpoch() > first.value("time").toLongLong(); }));
     const QVariantList again = scan();
@@ -191,7 +191,7 @@ TEST_F(ScanRun, SecondScanAfterTheDisksChanged_SeesTheFirstSnapshot)
     EXPECT_EQ(hostCalls(), QStringList("partitionmanager.hasDiskSmartInfoError list[int:0]"));
 }
 
-TEST_F(ScanRun, SecondScanWithTheFileGone_LeavesReferralUndoneWhileARecordIsHeld)
+TEST_F(ScanRun, SecondScanWithTheFileRemoved_LeavesReferralUndoneWhileARecordIsHeld)
 {
     failDisk(0);
     ASSERT_FALSE(scanFrom(0).isEmpty());
@@ -334,7 +334,7 @@ TEST_F(StateFile, Missing_ReadsAsIndex0AndNotDone)
     EXPECT_FALSE(state.referralDone);
 }
 
-TEST_F(StateFile, CutAtEveryLength_ReadsWhatIsWhole)
+TEST_F(StateFile, TruncatedAtEveryLength_ReadsTheCompleteValues)
 {
     const QByteArray whole = QByteArray::fromHex("000000070155");
     for (int length = 0; length <= 6; ++length) {
@@ -345,7 +345,7 @@ TEST_F(StateFile, CutAtEveryLength_ReadsWhatIsWhole)
     }
 }
 
-TEST_F(StateFile, EachByteFlipped_ReadsAsTheNumberThatItThenIs)
+TEST_F(StateFile, EachByteFlipped_ReadsAsTheResultingNumber)
 {
     const qint32 expected[] = {int(0xff000007), 0x00ff0007, 0x0000ff07, 0x000000f8, 7};
     for (int place = 0; place < 5; ++place) {
@@ -360,7 +360,7 @@ TEST_F(StateFile, EachByteFlipped_ReadsAsTheNumberThatItThenIs)
     EXPECT_FALSE(readScanState().referralDone);
 }
 
-TEST_F(StateFile, Written_IsFiveBytesHighestFirst)
+TEST_F(StateFile, Written_IsFiveBytesInBigEndianOrder)
 {
     writeScanState({0x01020304, true});
     EXPECT_EQ(bytes().toHex(), "0102030401");
@@ -375,7 +375,7 @@ TEST_F(StateFile, WrittenOverALongerFile_LeavesNoTail)
     EXPECT_EQ(bytes().toHex(), "0000000301");
 }
 
-TEST_F(ScanRun, WholeScanOnEveryCutAndFlippedFile_EndsWithoutACrash)
+TEST_F(ScanRun, WholeScanOnEveryTruncatedAndFlippedFile_EndsWithoutACrash)
 {
     build();
     QList<QByteArray> files;
@@ -394,7 +394,7 @@ TEST_F(ScanRun, WholeScanOnEveryCutAndFlippedFile_EndsWithoutACrash)
     }
 }
 
-// --- together with the rest
+// --- together with other operations
 
 TEST_F(ScanRun, InventoryRefreshedWhileAScanRuns_BothEnd)
 {

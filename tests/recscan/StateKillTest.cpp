@@ -1,5 +1,5 @@
-// A process that is killed while it saves the state: what lies on the disk then, and what a reader makes of
-// it.
+// A process that is killed while it saves the state: the file that it leaves, and the state that a reader
+// gets from it.
 #include "recscan/ScanStateFile.h"
 #include "tests/support/ScratchApplication.h"
 
@@ -19,7 +19,7 @@ struct Moment
     QByteArray left; ///< the file afterwards; it held index 3 before, index 7 is saved
 };
 
-// The name of the test shows it.
+// For the name of the test.
 void PrintTo(const Moment& moment, std::ostream* out)
 {
     *out << moment.name;

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-/// The translation of a source text by the translator below; placeholders stay.
+/// The translation of a source string by the translator below. Placeholders are kept.
 inline QString translated(const QString& source)
 {
     return QLatin1Char('<') + source + QLatin1Char('>');

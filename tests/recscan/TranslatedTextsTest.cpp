@@ -1,5 +1,5 @@
-// Each recommendation of a case in the user's language: its text and its buttons, each translated as a whole
-// before its placeholders are filled.
+// Each recommendation of a case in the user's language: text and buttons are translated as whole strings
+// before their placeholders are replaced.
 #include "tests/recscan/ExpectedTexts.h"
 #include "tests/recscan/ScanFixture.h"
 #include "tests/recscan/TextTranslator.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-// What brings the case about.
+// The machine on which the case fires.
 enum class Situation {
     NeedsGpt,
     NotReady,

@@ -1,5 +1,5 @@
-// Saves a scan state in its own folder and dies at a chosen moment of it: state_saver INDEX MOMENT. The calls
-// into the system by which the file is written pass through here.
+// Saves a scan state in its own folder and kills itself at a chosen moment: state_saver INDEX MOMENT. The
+// system calls that write the file are replaced here.
 #include "recscan/ScanStateFile.h"
 
 #include <QtCore/QCoreApplication>

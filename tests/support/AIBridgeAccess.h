@@ -2,7 +2,7 @@
 
 #include "plugin/AIBridge.h"
 
-/// What only the component manager may do.
+/// Access to the members that only the component manager may use.
 class AIBridgeAccess
 {
 public:

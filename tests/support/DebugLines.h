@@ -5,7 +5,7 @@
 
 #include <mutex>
 
-/// Collects the lines that qDebug gets on any thread, for the life of this object. One at a time.
+/// Collects the messages of qDebug on any thread, during the lifetime of this object. One at a time.
 class DebugLines
 {
 public:

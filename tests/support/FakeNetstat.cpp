@@ -12,7 +12,7 @@ FakeNetstat::FakeNetstat(const QByteArray& body)
                 "cd '" + QFile::encodeName(folder_.path()) + "'\n" + body);
     qputenv("PATH", QFile::encodeName(folder_.path()) + QDir::listSeparator().toLatin1() + previousPath_);
 #ifdef Q_OS_WIN
-    // The system's own folders come before the path there, and before them the working directory.
+    // Windows searches the working directory, then the system's folders, then the path.
     QDir::setCurrent(folder_.path());
 #endif
 }

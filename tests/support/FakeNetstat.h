@@ -4,17 +4,17 @@
 #include <QtCore/QString>
 #include <QtCore/QTemporaryDir>
 
-/// A `netstat` of our own, first in the path for the life of this object. One at a time.
+/// A fake `netstat`, first in the path during the lifetime of this object. One at a time.
 class FakeNetstat
 {
 public:
-    /// @p body is a shell script, run in folder(); the rest of the path stays as it was.
+    /// @p body is a shell script that runs in folder(). The rest of the path is unchanged.
     explicit FakeNetstat(const QByteArray& body);
     ~FakeNetstat();
     FakeNetstat(const FakeNetstat&) = delete;
     FakeNetstat& operator=(const FakeNetstat&) = delete;
 
-    /// The folder of the script, and of what it writes.
+    /// The folder of the script and of its output files.
     QString folder() const { return folder_.path(); }
     QByteArray readFile(const QString& name) const;
 

@@ -15,7 +15,7 @@ QByteArray bareName(const QByteArray& signature)
     return parenthesis < 0 ? signature : signature.left(parenthesis);
 }
 
-// Copies a value into the place that the caller holds ready, as the type that the member declares.
+// Copies a value to the caller's storage, converted to the declared type of the member.
 void store(void* place, const QByteArray& type, QVariant value)
 {
     const int id = QMetaType::type(type.constData());

@@ -8,7 +8,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-// A socket in the system's nameless folder.
+// A socket in the abstract namespace.
 int lockPort(int port)
 {
     sockaddr_un address{};

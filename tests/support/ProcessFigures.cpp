@@ -22,7 +22,7 @@ long statusNumber(const QByteArray& key)
 ProcessFigures ProcessFigures::now()
 {
     ProcessFigures figures;
-    // The listing itself opens one; it does so each time.
+    // The listing opens one descriptor itself, each time.
     figures.fileDescriptors = QDir(QStringLiteral("/proc/self/fd"))
                                   .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
                                   .size();

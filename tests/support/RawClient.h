@@ -4,21 +4,21 @@
 
 #include <string>
 
-/// A client that sends whatever bytes it is told to. Every wait ends after @c limitMs and then throws
+/// A client that sends arbitrary bytes. Every wait has a timeout of @c limitMs milliseconds and then throws
 /// std::runtime_error.
 class RawClient : public wire::Source
 {
 public:
     static constexpr int limitMs = 20000;
 
-    /// Connects to the port on "localhost"; throws std::runtime_error if nobody listens.
+    /// Connects to the port on "localhost". Throws std::runtime_error if the connection is refused.
     explicit RawClient(int port);
     ~RawClient() override;
     RawClient(const RawClient&) = delete;
     RawClient& operator=(const RawClient&) = delete;
 
     void send(const std::string& bytes);
-    /// Each byte in a packet of its own.
+    /// Sends each byte in a separate packet.
     void sendByteByByte(const std::string& bytes);
     std::string take(std::size_t count) override;
     wire::Message receive() { return wire::readMessage(*this); }
@@ -32,7 +32,7 @@ public:
     /// True if bytes or an end can be read now or within @p waitMs.
     bool hasInput(int waitMs = 0);
 
-    /// True if somebody listens on the port.
+    /// True if a connection to the port is accepted.
     static bool isListening(int port);
 
 private:

@@ -14,7 +14,7 @@ struct HostCallRecord
     QString member;
     QVariantList arguments;
     QThread* thread = nullptr;
-    bool withResult = false; ///< the caller asked for a result
+    bool withResult = false; ///< the caller requested a result
 
     /// "object.member"
     QString where() const { return object + QLatin1Char('.') + member; }
@@ -35,6 +35,6 @@ private:
     std::vector<HostCallRecord> calls_;
 };
 
-/// A text for a value that tells its type too: `int:5`, `QString:"x"`, `map{key=int:1}`, `list[bool:true]`,
-/// `invalid`. Two values with the same text are the same value of the same type.
+/// A value with its type as a string: `int:5`, `QString:"x"`, `map{key=int:1}`, `list[bool:true]`, `invalid`.
+/// Two values with the same string have the same type and value.
 QString typed(const QVariant& value);

@@ -104,7 +104,7 @@ void RecordingHost::buildObjects()
         return;
     window_ = std::make_unique<FakeWindow>(kWindow, specs_[kWindow], &recorder_);
     if (specs_.count(kExecuter) != 0) {
-        // One level down, as a real window has it somewhere inside.
+        // One level down, because a real window contains it at some depth.
         auto* content = new QObject(window_.get());
         executer_ = new FakeObject(kExecuter, specs_[kExecuter], &recorder_);
         executer_->setObjectName(kExecuter);

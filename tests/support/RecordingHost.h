@@ -8,8 +8,8 @@
 #include <map>
 #include <memory>
 
-/// A host to order: every object of the real one under its real name, each object and member removable before
-/// build(). It says yes to every question, is neither busy nor covered by a dialog, and records each call.
+/// A configurable host with every object of the real one under its real name. Objects and members can be
+/// removed before build(). It accepts every question, is neither busy nor covered, and records each call.
 ///
 ///     RecordingHost host;
 ///     host.spec("partitionmanager").answer("doFunFromAI", false);
@@ -23,11 +23,11 @@ public:
 
     /// The description of an object: a context property, "__zormain", "window" or "__qml_executer".
     FakeSpec& spec(const QString& object);
-    /// Leaves the object out. Without "window" there is none, nor its child.
+    /// Omits the object. Without "window", its child is omitted too.
     RecordingHost& without(const QString& object);
     /// Makes the objects, the engine and the bridge. Application thread, once.
     void build();
-    /// As build, but the bridge has no engine.
+    /// Like build(), but the bridge has no engine.
     void buildWithoutEngine();
 
     Recorder& recorder() { return recorder_; }

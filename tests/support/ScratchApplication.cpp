@@ -36,7 +36,7 @@ ScratchApplication::~ScratchApplication()
 
 void ScratchApplication::moveTo(const QString& executable)
 {
-    // Qt keeps both where they can be set; there is no public door to them.
+    // Qt has no public setter for either path.
     QCoreApplicationPrivate::setApplicationFilePath(executable);
     auto* application =
         static_cast<QCoreApplicationPrivate*>(QObjectPrivate::get(QCoreApplication::instance()));

@@ -4,9 +4,9 @@
 #include <QtCore/QString>
 #include <QtCore/QTemporaryDir>
 
-/// For the life of this object the application's executable seems to lie in a scratch folder, and another one
-/// beside it is the working directory and holds the TEMP folder. One at a time, on the application thread,
-/// while no other thread runs.
+/// During the lifetime of this object, the path of the application's executable is in a scratch folder. A
+/// sibling of that folder is the working directory, another is TEMP. One at a time, on the application
+/// thread, while no other thread runs.
 class ScratchApplication
 {
 public:
@@ -31,7 +31,7 @@ public:
     static void write(const QString& path, const QByteArray& content);
     /// Writes an executable shell script.
     static void script(const QString& path, const QByteArray& body);
-    /// The content of a file; empty if it is not there.
+    /// The content of a file, empty if it is missing.
     static QByteArray read(const QString& path);
 
 private:

@@ -32,7 +32,7 @@ void writeScript(const QString& path, const QByteArray& body)
 
 void writeScript(const QString& path, const QByteArray& body)
 {
-    // Written under another name first: a program that is open for writing cannot be started.
+    // Written under another name first, because a program that is open for writing cannot be started.
     const QString fresh = path + QStringLiteral(".new");
     write(fresh, "#!/bin/sh\n" + body);
     QFile::setPermissions(fresh, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);

@@ -3,7 +3,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-/// Makes a program at @p path out of a shell script's body, replacing what is there. On Windows the program
-/// is a stand-in that runs the body with the shell of the system below Wine, and gets the suffix .exe if the
-/// path has none. Throws std::runtime_error if it cannot be written.
+/// Writes a program with the body of a shell script to @p path, replacing an existing file. On Windows it is
+/// a stand-in that runs the body with the host system's shell, with the suffix .exe if the path has no
+/// suffix. Throws std::runtime_error if it cannot be written.
 void writeScript(const QString& path, const QByteArray& body);

@@ -66,7 +66,7 @@ QByteArray listingThatLeadsTo(int port)
 
 ReservedPort::ReservedPort()
 {
-    // Processes that run side by side begin at different places.
+    // Concurrent processes start at different ports.
     static int next = static_cast<int>(QCoreApplication::applicationPid() % 128) * 7;
     for (int attempts = 0; attempts < 900; ++attempts) {
         number_ = 9100 + next++ % 900;
@@ -97,7 +97,7 @@ std::unique_ptr<AIFuncallThread> ServiceRunner::makePlainThread(AIBridge* bridge
 
 ServiceRunner::ServiceRunner(AIBridge* bridge, const MakeThread& makeThread)
 {
-    // Something else on the machine can take the port before it is bound: then it is another one's turn.
+    // Another process can bind the port first. Then the next port is tried.
     for (int attempts = 0; attempts < 20; ++attempts) {
         port_ = std::make_unique<ReservedPort>();
         const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(port())));

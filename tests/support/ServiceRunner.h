@@ -11,8 +11,8 @@ class AIBridge;
 /// The listing that leads the port search to @p port: every port from 9090 up to it is busy.
 QByteArray listingThatLeadsTo(int port);
 
-/// A port between 9100 and 9999 that nobody listens on, and that no other test of this kind takes while this
-/// object lives, in whatever process it runs.
+/// A port between 9100 and 9999 that is not bound. Other tests, in any process, do not use it during the
+/// lifetime of this object.
 class ReservedPort
 {
 public:
@@ -28,16 +28,16 @@ private:
     int lock_ = -1;
 };
 
-/// Such a port, reserved until the process ends; another one at each call.
+/// Returns another such port at each call, reserved until the process ends.
 int unusedPort();
 
-/// The service's real thread on a port of its own. The calling thread must be the application thread.
+/// The service's real thread on a separate port. The calling thread must be the application thread.
 class ServiceRunner
 {
 public:
     using MakeThread = std::function<std::unique_ptr<AIFuncallThread>(AIBridge*)>;
 
-    /// @p makeThread makes the thread, for tests with a class derived from it.
+    /// @p makeThread creates the thread, for tests with a derived class.
     explicit ServiceRunner(AIBridge* bridge, const MakeThread& makeThread = makePlainThread);
     /// Stops the service if it still runs, serving the event loop meanwhile.
     ~ServiceRunner();

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-// Every test runs with a GUI application, on its thread, as the library does in a host.
+// Every test runs on the thread of a GUI application, as the library does in a host.
 int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))

@@ -2,9 +2,9 @@
 
 #include <functional>
 
-/// Runs @p work on a thread of its own while the calling thread, which must be the application thread, serves
-/// its event loop; returns when it is done. Fails the test and the process after 30 seconds.
+/// Runs @p work on another thread. The calling thread must be the application thread; it serves its event
+/// loop until the work is done. Fails the test and the process after 30 seconds.
 void runOnOtherThread(const std::function<void()>& work);
 
-/// Serves the event loop until @p condition holds; false after @p limitMs.
+/// Serves the event loop until @p condition is true. Returns false after @p limitMs milliseconds.
 bool pumpUntil(const std::function<bool()>& condition, int limitMs = 20000);

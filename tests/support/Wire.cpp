@@ -14,7 +14,7 @@ std::string bigEndian(std::uint64_t value, int bytes)
     return out;
 }
 
-// Keeps what was taken, so that a message can be compared byte for byte.
+// Keeps the bytes that were read, so that a message can be compared byte for byte.
 class Keeping : public Source
 {
 public:

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-/// The binary protocol by hand, so that what is on the wire is tested against bytes and not against itself.
+/// The binary protocol, written by hand, so that the wire format is compared with bytes and not with itself.
 namespace wire {
 
 enum Type : int { Stop = 0, Bool = 2, I32 = 8, I64 = 10, String = 11, Struct = 12, List = 15 };
@@ -40,7 +40,7 @@ private:
 /// A whole call in the strict form.
 std::string call(const std::string& method, std::int32_t sequence, const Fields& fields = Fields());
 
-/// A value as it was read; which member counts is told by type.
+/// A decoded value. The type selects the member that is set.
 struct Value
 {
     int type = Stop;
@@ -65,7 +65,7 @@ struct Message
     std::string raw; ///< all its bytes
 };
 
-/// Where a decoder takes its bytes from; throws std::runtime_error when they end.
+/// The input of a decoder. Throws std::runtime_error at its end.
 class Source
 {
 public:

@@ -1,4 +1,4 @@
-// The refresh of the lists: the program that is started, the script, the whitelist.
+// The refresh of the lists: the child process, its script, and the whitelist.
 #include "win11/ProcessorLists.h"
 
 #include "tests/support/Processes.h"
@@ -43,7 +43,7 @@ protected:
     {
         application.write(application.folder() + "/remoteconfig.json", QJsonDocument(values).toJson());
     }
-    // A list program that writes down its arguments and the script that it was given.
+    // A list program that records its arguments and its script.
     void installFinder()
     {
         application.script(
@@ -86,7 +86,7 @@ TEST_F(ListRefresh, Refresh_StartsTheProgramForEachMakerWithSixArguments)
     }
 }
 
-TEST_F(ListRefresh, Refresh_ScriptFileIsNamedByTheTimeAndStaysBehind)
+TEST_F(ListRefresh, Refresh_ScriptFileIsNamedByTheTimeAndIsNotRemoved)
 {
     installFinder();
     refreshProcessorLists();
@@ -98,14 +98,14 @@ TEST_F(ListRefresh, Refresh_ScriptFileIsNamedByTheTimeAndStaysBehind)
     EXPECT_TRUE(QFile::exists(argument.mid(17)));
 }
 
-TEST_F(ListRefresh, Refresh_WithoutConfiguration_GivesTheBuiltInScript)
+TEST_F(ListRefresh, Refresh_WithoutConfiguration_PassesTheBuiltInScript)
 {
     installFinder();
     refreshProcessorLists();
     EXPECT_EQ(script(), QByteArray(kExpectedScript));
 }
 
-TEST_F(ListRefresh, Refresh_ConfiguredScriptAndAddresses_TakeTheirPlace)
+TEST_F(ListRefresh, Refresh_ConfiguredScriptAndAddresses_ReplaceThem)
 {
     installFinder();
     configure({{"url_win11_cpulist_function_text", "doOther(\u00e9)"},
@@ -132,14 +132,14 @@ TEST_F(ListRefresh, Refresh_WithoutTheProgram_KeepsTheOldListsAndPausesThreeTime
     EXPECT_EQ(application.read(list), "Core i5-8400\n");
 }
 
-TEST_F(ListRefresh, Refresh_ProgramThatDoesNotEnd_IsEndedAfterTheLimit)
+TEST_F(ListRefresh, Refresh_ProgramThatDoesNotEnd_IsTerminatedAfterTheTimeout)
 {
     const QString list = application.root() + "/pids";
     application.script(application.folder() + "/WebViewFinder.exe",
                        QByteArray("echo ") + kOwnProcess + " >> \"" + QFile::encodeName(list) +
                            "\"\nwhile [ -e \"$0\" ]; do sleep 0.1; done\n");
-    // A limit in which a program has not yet written its number proves nothing. On a busy machine such a
-    // round is repeated with twice the limit.
+    // The round counts only if the program writes its process number before the timeout. On a busy machine
+    // it is repeated with twice the timeout.
     QList<QByteArray> pids;
     for (int limitMs = 250; limitMs <= 32000 && pids.size() != 3; limitMs *= 2) {
         QFile::remove(list);
@@ -163,7 +163,7 @@ TEST_F(ListRefresh, Refresh_ConfiguredWhitelist_IsWritten)
     EXPECT_EQ(application.read(whitelistPath()), QByteArray("VIA N\xc3\xa4no\nOther"));
 }
 
-TEST_F(ListRefresh, Refresh_EmptyWhitelist_LeavesTheFileAsItWas)
+TEST_F(ListRefresh, Refresh_EmptyWhitelist_DoesNotChangeTheFile)
 {
     application.write(whitelistPath(), "old\n");
     configure({{"url_win11_cpu_whitelist", ""}});
@@ -201,7 +201,7 @@ TEST_F(ListRefresh, ServerName_IsInLowerCaseBeforeItLosesExe_AndLosesExeBeforeIt
     EXPECT_EQ(webViewServerName("x"), "a_b_c_x");
 }
 
-TEST_F(ListRefresh, FunctionFile_WhereNoneCanBeWritten_StillHasAPath)
+TEST_F(ListRefresh, FunctionFile_ThatCannotBeWritten_StillHasAPath)
 {
     const QString file = application.root() + "/notAFolder";
     application.write(file, "x");

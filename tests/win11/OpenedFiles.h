@@ -5,15 +5,15 @@
 
 #include <algorithm>
 
-/// The paths for which a QFile asks the file system during the life of this object, by an open or a test
-/// for existence; one thread at a time.
+/// The paths that a QFile opens, or tests for existence, during the lifetime of this object. One thread at
+/// a time.
 class OpenedFiles : public QAbstractFileEngineHandler
 {
 public:
     QAbstractFileEngine* create(const QString& path) const override
     {
         paths_ << path;
-        // The system's own engine does the work.
+        // The engine of the system performs the operation.
         return nullptr;
     }
     /// How many of them end in @p tail.

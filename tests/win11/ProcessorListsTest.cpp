@@ -141,19 +141,19 @@ TEST_F(ProcessorLists, VendorListPath_NameWithTwoMakers_TakesAmdBeforeIntelBefor
     EXPECT_EQ(vendorListPath("VIA Nano"), QString());
 }
 
-TEST(ProcessorWords, TokensMatch_OnlyTheFirstPlaceOfTheFirstWordIsTried)
+TEST(ProcessorWords, TokensMatch_TriesOnlyTheFirstOccurrenceOfTheFirstWord)
 {
     EXPECT_FALSE(tokensMatch({"core", "x", "core", "i5"}, {"core", "i5"}));
     EXPECT_TRUE(tokensMatch({"a", "core", "i5", "b"}, {"core", "i5"}));
 }
 
-TEST(ProcessorWords, TokensMatch_LineLongerThanTheRest_IsADifference)
+TEST(ProcessorWords, TokensMatch_LineLongerThanTheRest_DoesNotMatch)
 {
     EXPECT_FALSE(tokensMatch({"core", "i5"}, {"core", "i5", "8400"}));
     EXPECT_FALSE(tokensMatch({"x", "core"}, {"core", "i5"}));
 }
 
-TEST(ProcessorWords, TokensMatch_EmptyLists_AreNoMatch)
+TEST(ProcessorWords, TokensMatch_EmptyLists_DoNotMatch)
 {
     EXPECT_FALSE(tokensMatch({}, {"core"}));
     EXPECT_FALSE(tokensMatch({"core"}, {}));

@@ -1,4 +1,4 @@
-// What is read out of the answers of the system, from answers in the form in which the system gives them.
+// The parsers of the answers of the system, with answers in the original format.
 #include "win11/ReadinessParsers.h"
 
 #include <QtCore/QString>
@@ -17,7 +17,7 @@ QVariantMap processor(const char* name, int width)
     return {{"Name", name}, {"AddressWidth", width}, {"NumberOfCores", 4}, {"MaxClockSpeed", 2800}};
 }
 
-TEST(ProcessorRows, OneSocket_IsReadAsItStands)
+TEST(ProcessorRows, OneSocket_IsReadUnchanged)
 {
     const ProcessorFacts facts =
         readProcessorFacts({processor("Intel(R) Core(TM) i5-8400 CPU @ 2.80GHz", 64)}, systems("64-bit"));
@@ -34,7 +34,7 @@ TEST(ProcessorRows, TwoSockets_TheLastCounts)
     EXPECT_EQ(facts.addressWidth, 32);
 }
 
-TEST(ProcessorRows, NoRow_LeavesEverythingAtNothing)
+TEST(ProcessorRows, NoRow_LeavesTheDefaults)
 {
     const ProcessorFacts facts = readProcessorFacts({}, {});
     EXPECT_EQ(facts.name, QString());
@@ -42,7 +42,7 @@ TEST(ProcessorRows, NoRow_LeavesEverythingAtNothing)
     EXPECT_EQ(facts.systemWidth, 0);
 }
 
-TEST(ProcessorRows, SystemWidth_Is64OnlyIfTheTextHoldsTheNumber)
+TEST(ProcessorRows, SystemWidth_Is64OnlyIfTheStringContainsTheNumber)
 {
     EXPECT_EQ(readProcessorFacts({}, systems("64-bit")).systemWidth, 64);
     EXPECT_EQ(readProcessorFacts({}, systems("ARM 64-bit Processor")).systemWidth, 64);
@@ -50,7 +50,7 @@ TEST(ProcessorRows, SystemWidth_Is64OnlyIfTheTextHoldsTheNumber)
     EXPECT_EQ(readProcessorFacts({}, systems("")).systemWidth, 32);
 }
 
-TEST(ProcessorRows, LastRowWithoutTheProperties_OverwritesWithNothing)
+TEST(ProcessorRows, LastRowWithoutTheProperties_OverwritesWithDefaults)
 {
     const ProcessorFacts facts =
         readProcessorFacts({processor("First", 64), QVariantMap()}, systems("64-bit"));
@@ -103,14 +103,14 @@ TEST(TpmRows, LaterRow_OverwritesTheEarlier)
     EXPECT_TRUE(isTpmReady({tpm(false, false, "1.2"), tpm(true, true, "2.0")}));
 }
 
-TEST(TpmRows, VersionThatIsNoNumber_IsNotReady)
+TEST(TpmRows, VersionThatIsNotANumber_IsNotReady)
 {
     EXPECT_FALSE(isTpmReady({tpm(true, true, "Not Supported")}));
     EXPECT_FALSE(isTpmReady({tpm(true, true, "")}));
     EXPECT_FALSE(isTpmReady({QVariantMap()}));
 }
 
-// One display adapter of the listing, as the tool sets it out: lines end in CR LF.
+// One display adapter in the format of the tool: lines end in CR LF.
 QByteArray adapter(const QByteArray& ddi, const QByteArray& model)
 {
     return "---------------\r\nDisplay Devices\r\n---------------\r\n"
@@ -153,7 +153,7 @@ TEST(DirectXListing, Ddi11_IsNotReady)
     EXPECT_FALSE(isDirectXReady(adapter("11.2", "WDDM 2.7")));
 }
 
-TEST(DirectXListing, SecondAdapterOfALowerModel_IsReadyStill)
+TEST(DirectXListing, SecondAdapterOfALowerModel_IsStillReady)
 {
     EXPECT_TRUE(isDirectXReady(adapter("12", "WDDM 3.1") + adapter("11", "WDDM 2.0")));
     EXPECT_TRUE(isDirectXReady(adapter("12", "WDDM 2.7") + adapter("11", "WDDM 1.3")));

@@ -22,7 +22,7 @@ const QString kSystemQuery = QStringLiteral("SELECT * FROM Win32_OperatingSystem
 const QString kTpmQuery = QStringLiteral("SELECT * FROM Win32_TPM");
 constexpr quint64 kGib = 1073741824;
 
-// The check that asks a question of the platform.
+// The check that makes a query of the platform.
 QString checkOf(const QString& question)
 {
     static const QList<QPair<QString, QString>> checks = {
@@ -44,7 +44,7 @@ QString checkOf(const QString& question)
     return "unknown: " + question;
 }
 
-// The platform of a test that looks at the moment of the first WMI query.
+// A platform that runs a function of the test at the first WMI query.
 class QueriedPlatform : public FakePlatform
 {
 public:
@@ -59,7 +59,7 @@ public:
     }
 };
 
-// A machine that passes, from which each test takes one thing away.
+// A machine that passes. Each test changes one property.
 class Win11CheckMachine : public testing::Test
 {
 protected:
@@ -104,7 +104,7 @@ protected:
         return win11.checkAll();
     }
 
-    // The checks that asked for something, in the order of their first question.
+    // The checks that queried the platform, in the order of their first query.
     QStringList checksThatRan() const
     {
         QStringList checks;
@@ -191,7 +191,7 @@ TEST_F(Win11CheckMachine, MissingProperty_FailsTheCheckThatReadsIt)
 class Win11CheckLists : public Win11CheckMachine
 {
 protected:
-    // A list program that records its call and writes the list that it was asked for.
+    // A list program that records its call and writes the requested list.
     void installFinder(const QByteArray& intelList)
     {
         application.write(application.root() + "/fetched", intelList);
@@ -256,7 +256,7 @@ TEST_F(Win11CheckLists, OfAMachineOf32Bits_AreRefreshedButNotRead)
 
 // --- one check at a time
 
-TEST_F(Win11CheckMachine, OutputFiles_StayBehind)
+TEST_F(Win11CheckMachine, OutputFiles_AreNotRemoved)
 {
     EXPECT_TRUE(check());
     EXPECT_TRUE(QFile::exists(directXFile()));
@@ -282,14 +282,14 @@ TEST_F(Win11CheckMachine, SystemOf32BitsOnAProcessorOf64_Fails)
     EXPECT_EQ(checksThatRan(), QStringList("checkProcessor"));
 }
 
-TEST_F(Win11CheckMachine, ProcessorOnNoList_Fails)
+TEST_F(Win11CheckMachine, UnlistedProcessor_Fails)
 {
     platform.rows[{kMachine, kProcessorQuery}] = {processor(64, "Intel(R) Core(TM) i5-7400 CPU")};
     EXPECT_FALSE(check());
     EXPECT_EQ(checksThatRan(), QStringList("checkProcessor"));
 }
 
-TEST_F(Win11CheckMachine, TwoSockets_TheLastOneIsLookedUp)
+TEST_F(Win11CheckMachine, TwoSockets_TheLastIsLookedUp)
 {
     platform.rows[{kMachine, kProcessorQuery}] = {processor(64), processor(64, "Intel Other")};
     EXPECT_FALSE(check());
@@ -314,7 +314,7 @@ TEST_F(Win11CheckMachine, FirmwareOtherThanUefi_Fails)
     EXPECT_EQ(platform.asked.last(), "firmware");
 }
 
-TEST_F(Win11CheckMachine, FirmwareOfWindows61_IsToldByTheErrorOfAVariable)
+TEST_F(Win11CheckMachine, FirmwareOfWindows61_IsDerivedFromTheErrorOfAVariable)
 {
     platform.firmware.reset();
     for (const WindowsVersion old : {WindowsVersion{6, 1}, WindowsVersion{5, 9}}) {
@@ -327,7 +327,7 @@ TEST_F(Win11CheckMachine, FirmwareOfWindows61_IsToldByTheErrorOfAVariable)
     EXPECT_FALSE(platform.asked.contains("firmware"));
 }
 
-TEST_F(Win11CheckMachine, FirmwareOfWindows62_IsAskedFor)
+TEST_F(Win11CheckMachine, FirmwareOfWindows62_IsQueried)
 {
     platform.version = {6, 2};
     EXPECT_TRUE(check());
@@ -364,7 +364,7 @@ TEST_F(Win11CheckMachine, Volume_OfManyClusters_IsCountedIn64Bits)
     EXPECT_TRUE(check());
 }
 
-TEST_F(Win11CheckMachine, Volume_IsThatOfCWhereverTheSystemLies)
+TEST_F(Win11CheckMachine, Volume_IsCForAnySystemDrive)
 {
     platform.directory = "D:\\Windows\\system32";
     platform.volumes["D:"] = {8, 512, 1};
@@ -413,7 +413,7 @@ TEST_F(Win11CheckMachine, SecureBootUnknown_Fails)
     EXPECT_FALSE(check());
 }
 
-TEST_F(Win11CheckMachine, EmptyTemp_PutsTheFilesBehindABareBackslash)
+TEST_F(Win11CheckMachine, EmptyTemp_NamesTheFilesAfterABareBackslash)
 {
     qunsetenv("TEMP");
     directX = QByteArray();
@@ -421,7 +421,7 @@ TEST_F(Win11CheckMachine, EmptyTemp_PutsTheFilesBehindABareBackslash)
     EXPECT_EQ(platform.asked.last(), "dxdiag /whql:off /t \\TVDxCheck.txt");
 }
 
-TEST(Win11CheckOutcome, SetGptDisk_IsKeptAndAsked)
+TEST(Win11CheckOutcome, SetGptDisk_IsKeptAndReturned)
 {
     Win11Check win11;
     EXPECT_FALSE(win11.isGptDisk());

@@ -11,8 +11,8 @@ const std::string kKey = "SOFTWARE\\TARVEX\\ZOR\\PackParam";
 
 } // namespace
 
-// The machine's branch is led to a key of this process's own, so that tests that run side by side, and a
-// product that is installed, have nothing to do with it.
+// The machine's branch is redirected to a key of this process, so that concurrent tests and an installed
+// product are not affected.
 struct ReferralRegistry::Redirection
 {
     Redirection()

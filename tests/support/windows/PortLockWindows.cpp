@@ -14,7 +14,7 @@ HANDLE handleOf(int lock)
 
 } // namespace
 
-// A mutex of a name that the whole machine knows.
+// A mutex with a machine-wide name.
 int lockPort(int port)
 {
     const std::wstring name = L"aibridge-test-port-" + std::to_wstring(port);

@@ -4,7 +4,7 @@
 
 namespace {
 
-// The process with that number, opened; null if there is none.
+// Opens the process with that number. Null if it is not running.
 HANDLE opened(const QByteArray& number)
 {
     return OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, number.trimmed().toULong());
