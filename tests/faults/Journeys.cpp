@@ -262,13 +262,13 @@ QString pageCallsOutcome(const FaultCase& row)
         row, [](RecordingHost& pages) { pages.spec("clone").answer("invalidInfo", QVariant("no good")); });
     host.host().build();
     AIBridge* bridge = host.host().bridge();
-    QString told = "no signal";
-    QObject::connect(bridge, &AIBridge::sigCloneResult, [&told](const QVariant& v) {
-        told = v.toMap()["goToPageIndex"].toString() + ':' + v.toMap()["errMsg"].toString();
+    QString result = "no signal";
+    QObject::connect(bridge, &AIBridge::sigCloneResult, [&result](const QVariant& v) {
+        result = v.toMap()["goToPageIndex"].toString() + ':' + v.toMap()["errMsg"].toString();
     });
     runCloneTask(bridge, {{"diskIndex", 0}}, {{"diskIndex", 1}, {"cloneType", 2}}, -2);
     const bool started = bridge->doPrFunForAI(true, {{"diskIndex", 1}});
-    return callsOf(host.host().recorder().calls()) + " | " + told + " | " + (started ? "true" : "false");
+    return callsOf(host.host().recorder().calls()) + " | " + result + " | " + (started ? "true" : "false");
 }
 
 QString languageOutcome(const FaultCase& row)

@@ -22,10 +22,11 @@ class ScanCases : public ScanFixture
 {
 protected:
     // Makes the system partition low on space, with these partitions on its disk.
-    void fillSystemDrive(const QVariantList& beside, const QVariantList& otherDisks = {})
+    void fillSystemDrive(const QVariantList& onItsDisk, const QVariantList& otherDisks = {})
     {
-        machine = QVariantList{diskMap(0, QVariantList{partitionMap(0, "C", 10 * kGib, 9 * kGib)} + beside)} +
-                  otherDisks;
+        machine =
+            QVariantList{diskMap(0, QVariantList{partitionMap(0, "C", 10 * kGib, 9 * kGib)} + onItsDisk)} +
+            otherDisks;
     }
     void bootDisks(const QVariantList& disks) { host.spec("deviceMgr").answer("bootDisks", disks); }
     void enableWin11() { host.spec("partitionmanager").answer("isWin11CheckerEnable", true); }

@@ -10,7 +10,7 @@
 #include <mutex>
 #include <vector>
 
-/// What a fake method does with its arguments; its result is turned into the method's return type.
+/// The body of a fake method. Its result is converted to the return type of the method.
 using FakeBody = std::function<QVariant(const QVariantList& arguments)>;
 
 /// One member of a fake object. Methods record each call before their body runs.
@@ -19,12 +19,12 @@ struct FakeMember
     QByteArray name; ///< signature of a method ("disks(int,bool)"), or name of a property
     QByteArray type; ///< return type of a method, empty for none; type of a property
     bool isProperty = false;
-    FakeBody body;  ///< method: what it answers, null the type's default; property: what it reads as
+    FakeBody body;  ///< method: its answer, null for the default of the type; property: its reads
     QVariant value; ///< property: its value
     bool isSignal = false;
 };
 
-/// The description of a fake host object, from which members can be taken away or exchanged before it is
+/// The description of a fake host object. Members can be removed or replaced before the object is
 /// built.
 class FakeSpec
 {
@@ -33,12 +33,12 @@ public:
     /// A signal; the only kind of member of its object.
     FakeSpec& signal(const QByteArray& signature);
     FakeSpec& property(const QByteArray& name, const QByteArray& type, const QVariant& value);
-    /// Calls @p body, with no arguments, at each read of that property; its result is what is read. The reads
-    /// of other properties leave no trace.
+    /// Calls @p body, without arguments, at each read of that property and returns its result. Reads of other
+    /// properties are not recorded.
     FakeSpec& reading(const QByteArray& property, FakeBody body);
-    /// Takes away every member of that bare name.
+    /// Removes every member with that name, for methods without the signature.
     FakeSpec& remove(const QByteArray& bareName);
-    /// Gives the methods of that bare name another body.
+    /// Replaces the body of the methods with that name.
     FakeSpec& answer(const QByteArray& bareName, FakeBody body);
     FakeSpec& answer(const QByteArray& bareName, const QVariant& value);
 
@@ -50,7 +50,7 @@ private:
 
 namespace fake {
 
-/// The meta-object of a fake and what stands behind it; shared by the two classes below.
+/// The meta-object of a fake and the state of its members; shared by the two classes below.
 class Body
 {
 public:
@@ -94,7 +94,7 @@ public:
         id = Base::qt_metacall(call, id, arguments);
         return id < 0 ? id : body_->metacall(call, id, arguments);
     }
-    /// The property as it stands now.
+    /// The current value of the property.
     QVariant value(const QByteArray& property) const { return body_->value(property); }
     void setValue(const QByteArray& property, const QVariant& value) { body_->setValue(property, value); }
     /// Emits the first signal of the description, without arguments.

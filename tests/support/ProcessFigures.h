@@ -1,6 +1,6 @@
 #pragma once
 
-/// What this process holds at this moment, as its system tells.
+/// The resources of this process, as the system reports them.
 struct ProcessFigures
 {
     int fileDescriptors = 0; ///< all handles, on Windows

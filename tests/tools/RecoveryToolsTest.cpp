@@ -191,13 +191,13 @@ TEST(ToolsWithRecords, DoNotChangeTheParameters)
 TEST(RunToolBoxTask, ReadsTheHostsAnswerAsABool)
 {
     ToolBench bench;
-    QVariant said;
-    bench.host().spec("__zormain").answer("doToolBox", [&](const QVariantList&) { return said; });
+    QVariant hostAnswer;
+    bench.host().spec("__zormain").answer("doToolBox", [&](const QVariantList&) { return hostAnswer; });
     bench.build();
     const std::pair<QVariant, bool> answers[] = {{true, true},     {1, true},  {"yes", true},
                                                  {"false", false}, {0, false}, {QVariant(), false}};
     for (const auto& [value, accepted] : answers) {
-        said = value;
+        hostAnswer = value;
         EXPECT_EQ(runToolBoxTask(bench.host().bridge(), 8, {}), accepted) << typed(value).toStdString();
     }
 }

@@ -1,6 +1,5 @@
-// Stands in for a program that a test wants to find under a name of its choice: it runs the shell script
-// beside it,
-// `<own path>.sh`, and ends as that does. Under Wine alone, where the system's own shell can be reached; a
+// A stand-in for a program under any name: it runs the shell script next to it, `<own path>.sh`, and exits
+// with the exit code of the script. Under Wine alone, where the system's own shell can be reached; a
 // program started that way has neither pipes nor an exit code, so both go through files.
 #include <windows.h>
 
@@ -25,7 +24,7 @@ const char* const kReader = "cat() {\n"
                             "    done\n"
                             "}\n";
 
-// The system's own name of a file, in the way that Wine alone tells it.
+// The file's name on the host system, which only Wine can report.
 std::string unixName(const std::wstring& path)
 {
     using Translate = char*(__cdecl*)(const wchar_t*);
