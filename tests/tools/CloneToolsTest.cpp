@@ -137,7 +137,7 @@ TEST_F(Clone, FromADiskThatIsNotTheSystemDisk_WithMinusOneInEitherIndex_Continue
 
 TEST_F(Clone, FromMinusOneWithoutABridge_IsNotValidWithTheGuideClosed)
 {
-    bench.build(ToolBench::NoBridge);
+    bench.build(ToolBench::Bridge::NoBridge);
     EXPECT_EQ(run(tool(&CZorHandle::CloneOSDataFromDisk, 1, -1)), answers::notValid);
     EXPECT_TRUE(guideClosed());
 }

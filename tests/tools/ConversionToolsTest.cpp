@@ -130,7 +130,7 @@ TEST_F(ConvertTaskCheck, WithoutTheHostsConverter_IsTrue)
 
 TEST_F(ConvertTaskCheck, WithoutAnEngine_IsTrue)
 {
-    bench.build(ToolBench::NoEngine);
+    bench.build(ToolBench::Bridge::NoEngine);
     EXPECT_TRUE(valid(0));
 }
 

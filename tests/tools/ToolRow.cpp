@@ -65,11 +65,11 @@ ToolBench::ToolBench()
 
 void ToolBench::build(Bridge bridge)
 {
-    if (bridge == NoEngine)
+    if (bridge == Bridge::NoEngine)
         host_.buildWithoutEngine();
     else
         host_.build();
-    if (bridge != NoBridge)
+    if (bridge != Bridge::NoBridge)
         tools_.setBridge(host_.bridge());
     host_.bridge()->setDiskInfo(machine::inventory());
     recordSignals(host_.bridge(), host_.recorder());

@@ -20,12 +20,12 @@ class ToolBench
     };
 
 public:
-    enum Bridge { Whole, NoEngine, NoBridge };
+    enum class Bridge { Whole, NoEngine, NoBridge };
 
     ToolBench();
     RecordingHost& host() { return host_; }
     /// Builds the host, pushes the inventory and clears the recorder.
-    void build(Bridge bridge = Whole);
+    void build(Bridge bridge = Bridge::Whole);
     CZorHandle& tools() { return tools_; }
     /// Runs @p work on another thread, as a connection does. calls() reports that thread as "caller".
     void onConnectionThread(const std::function<void()>& work);
