@@ -22,19 +22,19 @@ constexpr int kExitNotReleased = 1;
 constexpr int kExitIncomplete = 1;
 constexpr int kExitBadStart = 2;
 constexpr int kDrainPollMs = 20;
-// No host method called for this long: longer than any tool computes between two calls.
+// Time without a call of a host method; longer than any tool computes between two calls.
 constexpr int kQuietMs = 250;
-// An agent that was admitted and is gone never says that its call has ended.
+// A disconnected agent never reports the end of its call.
 constexpr int kAnnouncedLimitMs = 3000;
-// A client that goes on calling tools past the gate would hold the end up for ever, and so could a scan; a
-// scan alone may wait 30 seconds for another program.
+// A client that keeps calling tools without the gate, or a scan, must not block the shutdown. A scan can wait
+// 30 seconds for another program.
 constexpr int kCallsLimitMs = 5000;
 constexpr int kScanLimitMs = 45000;
-// Where nobody can click: sooner than the gate opens again after a call.
+// Without a window; shorter than the pause of the gate after a call.
 constexpr int kClickMs = 1500;
 const QString kComponent = QStringLiteral("AIBridge");
 
-QString whyNotLoaded()
+QString loadError()
 {
     const QString folder = QCoreApplication::applicationDirPath();
     if (!QFileInfo::exists(folder + QLatin1String("/components.ini")))
@@ -54,7 +54,7 @@ QElapsedTimer startedTimer()
 
 } // namespace
 
-void complain(const QString& text)
+void printError(const QString& text)
 {
     std::fprintf(stderr, "zorhost: %s\n", text.toUtf8().constData());
 }
@@ -104,25 +104,25 @@ int HostApp::checkHost()
 bool HostApp::openFiles()
 {
     Transcript& transcript = scene_.core().transcript();
-    const QString fault = options_.transcript.isEmpty() ? QString() : transcript.open(options_.transcript);
-    if (!fault.isEmpty()) {
-        complain(QStringLiteral("transcript %1: %2").arg(options_.transcript, fault));
+    const QString error = options_.transcript.isEmpty() ? QString() : transcript.open(options_.transcript);
+    if (!error.isEmpty()) {
+        printError(QStringLiteral("transcript %1: %2").arg(options_.transcript, error));
         return false;
     }
-    const QString unwritable =
+    const QString saveError =
         options_.save.isEmpty() ? QString() : writeMachineFile(*scene_.core().machine(), options_.save);
-    if (!unwritable.isEmpty())
-        complain(QStringLiteral("save %1: %2").arg(options_.save, unwritable));
+    if (!saveError.isEmpty())
+        printError(QStringLiteral("save %1: %2").arg(options_.save, saveError));
     transcript.add(QStringLiteral("begin"), {{QStringLiteral("machine"), scene_.core().machineName()}});
-    return unwritable.isEmpty();
+    return saveError.isEmpty();
 }
 
 void HostApp::closeFiles()
 {
     if (!options_.save.isEmpty()) {
-        const QString fault = writeMachineFile(*scene_.core().machine(), options_.save);
-        if (!fault.isEmpty()) {
-            complain(QStringLiteral("save %1: %2").arg(options_.save, fault));
+        const QString error = writeMachineFile(*scene_.core().machine(), options_.save);
+        if (!error.isEmpty()) {
+            printError(QStringLiteral("save %1: %2").arg(options_.save, error));
             exitCode_ = kExitBadStart;
         }
     }
@@ -132,7 +132,7 @@ void HostApp::closeFiles()
 bool HostApp::build()
 {
     if (scene_.window() == nullptr) {
-        complain(QStringLiteral("the window's QML files could not be loaded"));
+        printError(QStringLiteral("the window's QML files could not be loaded"));
         return false;
     }
     connect(scene_.window(), &HostWindow::closed, this, [this] { requestStop(0); });
@@ -145,9 +145,9 @@ bool HostApp::show()
         scene_.window()->setVisible(!options_.headless);
         return true;
     }
-    const QString fault = screenshot_.open();
-    if (!fault.isEmpty()) {
-        complain(fault);
+    const QString error = screenshot_.open();
+    if (!error.isEmpty()) {
+        printError(error);
         return false;
     }
     connect(scene_.window(), &QQuickWindow::frameSwapped, this, [this] {
@@ -162,18 +162,18 @@ void HostApp::takeScreenshot()
 {
     if (options_.screenshot.isEmpty() || stopping_)
         return;
-    const QString fault = screenshot_.take(*scene_.window());
-    if (fault.isEmpty())
+    const QString error = screenshot_.take(*scene_.window());
+    if (error.isEmpty())
         HostLog::print(QStringLiteral("screenshot %1: %2x%3, first frame after %4 ms")
                            .arg(options_.screenshot)
                            .arg(scene_.window()->width())
                            .arg(scene_.window()->height())
                            .arg(firstFrame_));
     else
-        complain(fault);
+        printError(error);
     options_.screenshot.clear();
-    if (!fault.isEmpty() || options_.agent.isEmpty())
-        requestStop(fault.isEmpty() ? 0 : kExitBadStart);
+    if (!error.isEmpty() || options_.agent.isEmpty())
+        requestStop(error.isEmpty() ? 0 : kExitBadStart);
 }
 
 bool HostApp::loadComponent()
@@ -183,7 +183,7 @@ bool HostApp::loadComponent()
     components_->loadComponents();
     QObject* bridge = components_->component(kComponent);
     if (bridge == nullptr) {
-        complain(whyNotLoaded());
+        printError(loadError());
         return false;
     }
     scene_.link().attach(bridge);
@@ -196,7 +196,7 @@ void HostApp::onReady()
     state_ = Service::Up;
     if (stopping_)
         return beginDrain();
-    scene_.core().setServicePlace(service_.place());
+    scene_.core().setServiceAddress(service_.place());
     HostLog::print(QStringLiteral("agent service on %1").arg(service_.place()));
     if (!options_.agent.isEmpty())
         agent_.run(options_.agent);
@@ -214,7 +214,7 @@ void HostApp::onReady()
 void HostApp::onFailed()
 {
     state_ = Service::Down;
-    complain(QStringLiteral("the agent service could not listen on %1").arg(service_.place()));
+    printError(QStringLiteral("the agent service could not listen on %1").arg(service_.place()));
     exitCode_ = kExitNoService;
     stopping_ = true;
     QCoreApplication::quit();
@@ -241,7 +241,7 @@ void HostApp::requestStop(int exitCode)
 void HostApp::beginDrain()
 {
     scene_.core().setClosing();
-    // What is not done by now will not be: it is left where it is, as when a user cancels it.
+    // Unfinished tasks are cancelled, as by the user.
     scene_.core().tasks()->cancelAll();
     agent_.endGroup();
     sinceDrain_.start();
@@ -258,7 +258,7 @@ void HostApp::drain()
     const int limit = scene_.link().isScanRunning() ? kScanLimitMs : kCallsLimitMs;
     if (sinceDrain_.elapsed() < limit)
         return;
-    complain(QStringLiteral("tools are still being called; ending without the release of the component"));
+    printError(QStringLiteral("tools are still being called; ending without the release of the component"));
     exitCode_ = kExitNotReleased;
     closeFiles();
     std::fflush(stdout);

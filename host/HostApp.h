@@ -16,15 +16,14 @@ class CComponentMgr;
 
 namespace host {
 
-/// The application: makes the objects, loads the component, and sees to the end.
+/// The application: creates the objects, loads the component and shuts down.
 ///
-/// The end. The component's Release blocks the application thread until every tool has ended, and it never
-/// returns if the service is not up yet or if a tool then needs this thread. So a stop first waits for the
-/// service, with the event loop running. Then the host says no to every question and counts as occupied, so
-/// that nothing new begins; the agent that it started is ended; and the loop goes on until no tool call is
-/// announced, the scan's thread has ended and no host method has been called for a while. Only then are the
-/// loop left and the component released. Where that does not come within seconds, the process ends without
-/// the release, which could not return.
+/// Shutdown: the component's Release blocks the application thread until every tool has ended, and it hangs
+/// if the service is not up yet or if a tool needs this thread. Therefore a stop first waits for the service,
+/// with the event loop running. Then the host rejects every question and counts as busy, and the agent is
+/// terminated. The event loop runs until no tool call is announced, the scan has ended and no host method has
+/// been called for a while. Then the component is released. If this takes more than a few seconds, the
+/// process ends without the release, which would hang.
 class HostApp : public QObject
 {
     Q_OBJECT
@@ -33,7 +32,7 @@ public:
     HostApp(Options options, Machine machine);
     ~HostApp() override;
 
-    /// Builds everything and serves until the end. Gives the process's exit code.
+    /// Runs until the shutdown. Returns the exit code of the process.
     int run();
 
 private:
@@ -52,7 +51,7 @@ private:
     void drain();
     bool isQuiet();
 
-    QElapsedTimer sinceStart_; // before the scene, whose making it counts
+    QElapsedTimer sinceStart_; // before the scene, because it measures its creation
     Options options_;
     Scene scene_;
     Screenshot screenshot_;
@@ -62,13 +61,13 @@ private:
     AgentProcess agent_;
     QTimer drainTimer_;
     QElapsedTimer sinceDrain_;
-    qint64 firstFrame_ = -1; ///< milliseconds after the start; -1 before it
+    qint64 firstFrame_ = -1; ///< milliseconds after the start; -1 before the first frame
     enum class Service { Starting, Up, Down } state_ = Service::Starting;
     bool stopping_ = false;
     int exitCode_ = 0;
 };
 
-/// Writes "zorhost: " and the text as one line to standard error.
-void complain(const QString& text);
+/// Writes "zorhost: " and the error as one line to standard error.
+void printError(const QString& text);
 
 } // namespace host

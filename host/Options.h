@@ -11,41 +11,40 @@
 
 namespace host {
 
-/// What the command line asks for.
+/// The options of the command line.
 struct Options
 {
     QString machine = QStringLiteral("laptop"); ///< a file, the name of a shipped machine, or "system"
     bool headless = false;
-    QString agent; ///< command to start once the service answers; empty for none
+    QString agent; ///< command to start once the service answers; empty: no agent
     bool exitWithAgent = false;
-    int answer = -1; ///< button that answers a recommendation; -1 leaves it to the user
+    int answer = -1; ///< button that answers a recommendation; -1: the user answers
     bool scan = false;
     std::optional<bool> win11;
     QString language = QStringLiteral("en"); ///< of the window and of recommendations
     ThemeMode theme = ThemeMode::System;
-    QString screenshot; ///< file for a picture of the window; empty for none
-    /// A dialog is clicked away after so many milliseconds; without a value at once where there is no window
-    /// that a user could click, and never where there is.
+    QString screenshot; ///< file for a picture of the window; empty: no picture
+    /// Milliseconds after which a dialog is closed. Without a value: 1500 without a window, never with one.
     std::optional<int> click;
     bool checkHost = false;
-    Pace pace;                            ///< how fast tasks run
-    std::vector<PlannedFailure> failures; ///< tasks that are to fail
-    bool startGuides = false;             ///< starts what a guide stands before as it opens
-    QString transcript;                   ///< file for what happens; empty for none
-    QString save;                         ///< file for the machine at the end; empty for none
+    Pace pace;                            ///< speed of tasks
+    std::vector<PlannedFailure> failures; ///< tasks that must fail
+    bool startGuides = false;             ///< starts the work of each guide as it opens
+    QString transcript;                   ///< file for the events; empty: no transcript
+    QString save;                         ///< file for the machine at the end; empty: not saved
     bool verbose = false;                 ///< shows debug messages
     bool help = false;
-    QString error; ///< what is wrong with the command line, one line; empty if nothing
+    QString error; ///< error in the command line, one line; empty if valid
 };
 
-/// @p arguments without the program's name.
+/// @p arguments: without the program's name.
 Options readOptions(const QStringList& arguments);
 
 /// The text of --help.
 QString helpText();
 
-/// The file that the option --machine means: the path itself, else the shipped machine of that name in
-/// @p machinesFolder. Empty if there is neither.
+/// The file for the option --machine: the path itself, or the shipped machine of that name in @p
+/// machinesFolder. Empty if neither exists.
 QString machineFile(const QString& machine, const QString& machinesFolder);
 
 } // namespace host

@@ -9,14 +9,14 @@ namespace host {
 
 namespace {
 
-// PNG loses nothing; the "quality" is how much time is left for packing.
+// PNG is lossless; "quality" 0 means the best compression.
 constexpr int kSmallest = 0;
 
 } // namespace
 
 QString Screenshot::open()
 {
-    return file_.open(QIODevice::WriteOnly) ? QString() : fault();
+    return file_.open(QIODevice::WriteOnly) ? QString() : error();
 }
 
 QString Screenshot::take(QQuickWindow& window)
@@ -24,10 +24,10 @@ QString Screenshot::take(QQuickWindow& window)
     const QImage picture = pictureOf(window);
     if (picture.isNull())
         return QStringLiteral("the window could not be drawn");
-    return picture.save(&file_, "PNG", kSmallest) && file_.commit() ? QString() : fault();
+    return picture.save(&file_, "PNG", kSmallest) && file_.commit() ? QString() : error();
 }
 
-QString Screenshot::fault() const
+QString Screenshot::error() const
 {
     return QStringLiteral("screenshot %1: %2").arg(file_.fileName(), file_.errorString());
 }
@@ -35,7 +35,7 @@ QString Screenshot::fault() const
 QImage pictureOf(QQuickWindow& window)
 {
     const QImage drawn = window.grabWindow();
-    // Without a display the window is drawn by now, but gives nothing away itself; its screen does.
+    // On the offscreen platform the window cannot be grabbed, but its screen can.
     return drawn.isNull() ? window.screen()->grabWindow(window.winId()).toImage() : drawn;
 }
 

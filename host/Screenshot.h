@@ -8,24 +8,24 @@ class QQuickWindow;
 
 namespace host {
 
-/// The window as it is now, drawn anew; null if that cannot be done. It must be shown, be it without a
-/// display. Application thread.
+/// Renders the window; null on failure. The window must be visible, possibly on the offscreen platform.
+/// Application thread.
 QImage pictureOf(QQuickWindow& window);
 
-/// The file that a picture of the window goes to. It is opened before anything else is done, so that a bad
-/// path is known at once, and takes its name only when the picture is whole.
+/// The file for a picture of the window. It is opened at the start, so that an invalid path is reported at
+/// once, and replaced only by a complete picture.
 class Screenshot
 {
 public:
     explicit Screenshot(const QString& path) : file_(path) {}
 
-    /// Makes the file ready. Gives what is wrong with it in one line, empty if nothing.
+    /// Opens the file. Returns the error in one line; empty on success.
     QString open();
-    /// Draws the window as it is now and writes it as PNG. Gives the error as open() does.
+    /// Renders the window and writes it as PNG. Returns the error like open().
     QString take(QQuickWindow& window);
 
 private:
-    QString fault() const;
+    QString error() const;
 
     QSaveFile file_;
 };

@@ -8,23 +8,23 @@
 
 namespace host {
 
-/// Watches the agent service come up, without blocking the event loop: waits until the service has published
-/// its port, listens there, and a TCP connection succeeds. Says once how that ended.
+/// Waits for the agent service without blocking the event loop: until the service has published its port,
+/// listens on it and accepts a TCP connection. Emits ready() or failed() once.
 class ServiceWatcher : public QObject
 {
     Q_OBJECT
 
 public:
-    /// @p isRunning: whether the service's thread lives.
+    /// @p isRunning: whether the service's thread runs.
     ServiceWatcher(QString address, std::function<bool()> isRunning, QObject* parent = nullptr);
 
-    /// Forgets ports that the environment brought along. Before the service starts.
+    /// Removes inherited ports from the environment. Must be called before the service starts.
     static void clearPorts();
-    /// The address that the service is told to bind, from `config.ini` beside the application.
+    /// The address that the service binds, from `config.ini` in the application's folder.
     static QString configuredAddress();
 
     void start();
-    /// "ADDRESS:PORT"; the port is 0 before it is known.
+    /// "ADDRESS:PORT"; the port is 0 until it is known.
     QString place() const;
 
 Q_SIGNALS:

@@ -21,7 +21,7 @@ QStringList argumentsOf(int argc, char** argv)
     return arguments;
 }
 
-// The choice must stand before the application object is made.
+// Must be called before the application object is created.
 void choosePlatform(host::Options& options)
 {
     const bool needsDisplayServer = QSysInfo::kernelType() == QLatin1String("linux");
@@ -31,13 +31,12 @@ void choosePlatform(host::Options& options)
     options.headless = options.headless || noDisplay;
     if (options.headless || !options.screenshot.isEmpty())
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    // The pages are simple; drawn without the graphics card they look the same on every machine.
+    // Software rendering looks the same on every computer.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
         QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
 }
 
-// Without --verbose a reader sees what matters to him: warnings, and of these not the one about a folder that
-// only desktop sessions have.
+// Without --verbose only warnings are printed, except one about a folder that only desktop sessions have.
 void writeMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
     const bool isNoise = type == QtDebugMsg || type == QtInfoMsg ||
@@ -53,7 +52,7 @@ std::variant<host::Machine, host::MachineError> readMachine(const QString& name)
     const QString folder = QCoreApplication::applicationDirPath() + QLatin1String("/machines");
     const QString file = host::machineFile(name, folder);
     if (file.isEmpty())
-        return host::MachineError{QStringLiteral("no such file and no machine of that name")};
+        return host::MachineError{QStringLiteral("neither a file nor a shipped machine has that name")};
     return host::readMachineFile(file);
 }
 
@@ -63,7 +62,7 @@ int main(int argc, char** argv)
 {
     host::Options options = host::readOptions(argumentsOf(argc, argv));
     if (!options.error.isEmpty()) {
-        host::complain(options.error);
+        host::printError(options.error);
         return kExitUsage;
     }
     if (options.help) {
@@ -78,7 +77,7 @@ int main(int argc, char** argv)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     auto machine = readMachine(options.machine);
     if (const auto* error = std::get_if<host::MachineError>(&machine)) {
-        host::complain(QStringLiteral("machine %1: %2").arg(options.machine, error->text));
+        host::printError(QStringLiteral("machine %1: %2").arg(options.machine, error->text));
         return kExitUsage;
     }
     auto& read = std::get<host::Machine>(machine);

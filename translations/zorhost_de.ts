@@ -30,8 +30,8 @@
 <context>
     <name>DiskCard</name>
     <message>
-        <source>Nothing to show</source>
-        <translation>Keine Einträge</translation>
+        <source>Empty</source>
+        <translation>Leer</translation>
     </message>
 </context>
 <context>
@@ -112,8 +112,8 @@
         </translation>
     </message>
     <message>
-        <source>Nothing has been ordered yet.</source>
-        <translation>Noch kein Auftrag.</translation>
+        <source>No tasks yet.</source>
+        <translation>Noch keine Aufgaben.</translation>
     </message>
 </context>
 <context>

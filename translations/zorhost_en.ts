@@ -30,8 +30,8 @@
 <context>
     <name>DiskCard</name>
     <message>
-        <source>Nothing to show</source>
-        <translation>Nothing to show</translation>
+        <source>Empty</source>
+        <translation>Empty</translation>
     </message>
 </context>
 <context>
@@ -112,8 +112,8 @@
         </translation>
     </message>
     <message>
-        <source>Nothing has been ordered yet.</source>
-        <translation>Nothing has been ordered yet.</translation>
+        <source>No tasks yet.</source>
+        <translation>No tasks yet.</translation>
     </message>
 </context>
 <context>

@@ -14,7 +14,7 @@ namespace {
 
 constexpr qint64 kAlignment = 4096;
 
-// The least that a copy can be cut to.
+// Minimum size of a copy.
 qint64 leastSize(const Partition& part)
 {
     const FileSystem* kind = fileSystem(part.fsString);
@@ -119,7 +119,7 @@ std::optional<Disk> alignedDisk(const Disk& disk)
     Disk aligned = disk;
     aligned.partitions.clear();
     const qint64 listEnd = disk.partitions.empty() ? 0 : disk.partitions.back().endOffset();
-    // What lies in front of the first partition is free space only where the list says so.
+    // Space before the first partition is free only if the list contains a free region for it.
     qint64 cursor = disk.partitions.empty() || !disk.partitions.front().unallocated
                         ? -1
                         : disk.partitions.front().startOffset();

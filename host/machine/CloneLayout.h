@@ -7,22 +7,21 @@
 
 namespace host {
 
-/// The disk that a clone leaves of @p destination: a table like the source's, and the copies one after the
-/// other in their order, each beginning at a mebibyte. They keep their sizes where there is room; else each
-/// shrinks to no less than its data. A copy is not encrypted and gets a letter of its own if its original has
-/// one and one is left. None if they do not fit.
+/// The result of a clone to @p destination: a table of the source's type, and the copies in order, each
+/// aligned to a mebibyte. Copies shrink, but not below their data, if there is not enough room. A copy is not
+/// encrypted, and gets an unused letter if the original has a letter. Empty if the copies do not fit.
 std::optional<Disk> clonedDisk(const Machine& machine, const Disk& source,
                                const std::vector<Partition>& parts, const Disk& destination);
 
-/// What a clone of the whole disk copies.
+/// The partitions that a disk clone copies.
 std::vector<Partition> partsOfDisk(const Disk& disk);
 
-/// What a clone of the system copies: what it starts from, what it runs on, what belongs to these, and the
-/// partition @p named if that is not null.
+/// The partitions that a system clone copies: boot, system, EFI, reserved and recovery partitions, and @p
+/// named unless it is null.
 std::vector<Partition> partsOfSystem(const Disk& disk, const Partition* named);
 
-/// The disk whose partitions all begin at a multiple of 4096 bytes: those that do not move to the next
-/// mebibyte, and push those behind. None if there is no room for that, or one in the way cannot be moved.
+/// The disk with every partition aligned to 4096 bytes: unaligned partitions move to the next mebibyte and
+/// shift the partitions after them. Empty if there is not enough room, or if one of them cannot be moved.
 std::optional<Disk> alignedDisk(const Disk& disk);
 
 } // namespace host

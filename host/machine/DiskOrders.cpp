@@ -1,4 +1,4 @@
-// The functions of the partition page that act on a disk, the system or a stick as a whole.
+// The functions of the partition page that act on a whole disk.
 #include "host/machine/OrderParts.h"
 #include "host/machine/Records.h"
 
@@ -32,7 +32,7 @@ void initializeToGpt(Machine& machine, const QVariantMap& params)
     initialize(machine, params, true);
 }
 
-// The table lies at the front, so it is the first that goes.
+// The partition table is at the start of the disk, so it is erased first.
 void eraseDisk(Machine& machine, const QVariantMap& params)
 {
     Disk& disk = targetDisk(machine, params);
@@ -55,7 +55,7 @@ qint64 diskBytes(const Machine& machine, const QVariantMap& params)
     return targetDisk(machine, params).size;
 }
 
-// The disk is emptied first, then the partitions are made one after the other.
+// The disk is emptied first, then the partitions are created in order.
 void createSome(Machine& machine, const QVariantMap& params, int count)
 {
     Disk& disk = targetDisk(machine, params);
@@ -93,7 +93,7 @@ void ejectDisk(Machine& machine, const QVariantMap& params)
                         machine.disks.end());
 }
 
-// The user's files, which are taken to be half of what the system's drive holds.
+// The user's files are assumed to be half of the data on the system drive.
 qint64 migratedBytes(const Machine& machine, const QVariantMap& params)
 {
     return target(machine, params).usedSize / 2;

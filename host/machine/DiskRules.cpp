@@ -1,4 +1,4 @@
-// Functions that act on a disk, the system or a stick as a whole.
+// Functions that act on a whole disk.
 #include "host/machine/RuleParts.h"
 #include "host/machine/Spaces.h"
 

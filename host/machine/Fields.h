@@ -9,7 +9,7 @@
 
 namespace host {
 
-/// A key of the inventory's vocabulary and the member that holds its value.
+/// A key of the inventory and the member with its value.
 template <class Record> struct Field
 {
     using Member = std::variant<bool Record::*, int Record::*, qint64 Record::*, QString Record::*>;
@@ -17,12 +17,12 @@ template <class Record> struct Field
     Member member;
 };
 
-/// Every key of a disk's map but `partitions`.
+/// Every key of a disk's map except `partitions`.
 const std::vector<Field<Disk>>& diskFields();
 /// Every key of a partition's map.
 const std::vector<Field<Partition>>& partitionFields();
 
-/// The record as a map with all its keys: a size as qlonglong, the others as bool, int and QString.
+/// The record as a map with all keys: sizes as qlonglong, the others as bool, int or QString.
 template <class Record> QVariantMap toMap(const Record& record, const std::vector<Field<Record>>& fields)
 {
     QVariantMap map;

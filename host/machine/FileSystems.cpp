@@ -47,7 +47,7 @@ const FileSystem* fileSystem(const QString& name)
     return found == std::end(kFileSystems) ? nullptr : found;
 }
 
-// The sizes at which a usual system changes the cluster; beyond the last step it grows with the volume.
+// The size steps of common systems; after the last step the cluster grows with the volume.
 int defaultCluster(const FileSystem& kind, qint64 size)
 {
     qint64 cluster = 4 * kKiB;

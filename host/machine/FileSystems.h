@@ -6,24 +6,24 @@
 
 namespace host {
 
-/// What a file system can be. Sizes and clusters are bytes.
+/// The limits of a file system. Sizes and clusters are bytes.
 struct FileSystem
 {
     const char* name;
     qint64 smallest;
-    qint64 largestMade; ///< largest that the host makes; a larger one can come from elsewhere
-    qint64 largest;     ///< largest that there can be
-    int label;          ///< longest label
+    qint64 largestMade; ///< largest volume that the host creates; existing volumes can be larger
+    qint64 largest;     ///< largest possible volume
+    int label;          ///< maximum length of the label
     int smallestCluster;
     int largestCluster;
-    qint64 clusters;        ///< most clusters that it counts
-    const char* badInLabel; ///< characters that no label may have
+    qint64 clusters;        ///< maximum number of clusters
+    const char* badInLabel; ///< characters that are invalid in a label
 };
 
-/// The file system of that name in any case; null if the host cannot make one.
+/// Case-insensitive; null if the host cannot create that file system.
 const FileSystem* fileSystem(const QString& name);
 
-/// The cluster that a volume of that size gets if none is asked for; bytes.
+/// The default cluster of a volume of that size, in bytes.
 int defaultCluster(const FileSystem& kind, qint64 size);
 
 /// Sizes and clusters are bytes. A cluster of 0 means the default.

@@ -66,7 +66,7 @@ qint64 cloneSystemBytes(const Machine& machine, const QVariantMap& params)
     return usedOf(clonedParts(machine, params, false));
 }
 
-// The destination's new table stands, and no partition of it is complete.
+// The destination has its new table, and no partition is complete.
 void cloneToDiskPart(Machine& machine, const QVariantMap& params, double)
 {
     Disk& destination = *machine.disk(diskOf(record(params, "destination")));
@@ -94,7 +94,7 @@ void clonePartition(Machine& machine, const QVariantMap& params)
     Disk& disk = *machine.disk(found->diskIndex);
     const std::size_t place = placeOf(disk, *found);
     if (found->unallocated) {
-        const Kind kind = kindBetween(disk, partitionBefore(disk, place), partitionBehind(disk, place));
+        const Kind kind = kindBetween(disk, partitionBefore(disk, place), partitionAfter(disk, place));
         Partition copy = newPartition(machine, disk, newSpan(disk, *found, source.size), kind);
         copyVolume(source, copy);
         putInto(disk, place, copy);
@@ -109,7 +109,7 @@ qint64 clonePartitionBytes(const Machine& machine, const QVariantMap& params)
     return entryOf(machine, record(params, "source"))->usedSize;
 }
 
-// Free space gets its partition with the last step; a partition that is written over has nothing left.
+// A partition in free space is created in the last step; an overwritten partition has lost its data.
 void clonePartitionPart(Machine& machine, const QVariantMap& params, double)
 {
     const Partition* found = entryOf(machine, record(params, "destination"));
@@ -139,7 +139,7 @@ void convertToGpt(Machine& machine, const QVariantMap& params)
     settle(disk);
 }
 
-// What only a GPT has use for becomes free space. More than four partitions: the first three stay primary.
+// Reserved partitions become free space. If more than four partitions remain, the first three stay primary.
 void convertToMbr(Machine& machine, const QVariantMap& params)
 {
     Disk& disk = targetDisk(machine, params);
@@ -182,7 +182,7 @@ void convertToDynamic(Machine& machine, const QVariantMap& params)
     setDynamic(targetDisk(machine, params), true);
 }
 
-// The files stay, and so do label and use.
+// Files, label and used size are kept.
 template <Conversion conversion> void convertPartition(Machine& machine, const QVariantMap& params)
 {
     Partition& partition = target(machine, params);

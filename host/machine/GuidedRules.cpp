@@ -1,4 +1,4 @@
-// What speaks against the work of the host's own guides.
+// Rules for the work of the host's guides.
 #include "host/machine/CloneLayout.h"
 #include "host/machine/GuidedTasks.h"
 #include "host/machine/RuleParts.h"
@@ -72,7 +72,7 @@ Rejection intoRegion(const Disk& disk, const Partition& region, const Partition&
     if (const Rejection rejection = basicDisk(disk))
         return rejection;
     const std::size_t place = placeOf(disk, region);
-    if (kindBetween(disk, partitionBefore(disk, place), partitionBehind(disk, place)) == Kind::None)
+    if (kindBetween(disk, partitionBefore(disk, place), partitionAfter(disk, place)) == Kind::None)
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The partition table is full."));
     const Span span = newSpan(disk, region, source.size);
     if (!disk.isGPT && span.end > kMbrLimit)

@@ -71,7 +71,7 @@ Rejection destinationRejection(const Machine& machine, const QVariantMap& source
                     QT_TRANSLATE_NOOP("Sandbox", "The destination is too small."));
 }
 
-// What is needed to find the entry again.
+// The keys that identify the entry.
 QVariantMap shortRecord(const QVariantMap& record)
 {
     const QString keys[] = {QStringLiteral("diskIndex"), QStringLiteral("isDiskItem"),

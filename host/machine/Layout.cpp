@@ -87,7 +87,7 @@ const Partition* partitionBefore(const Disk& disk, std::size_t place)
     return nullptr;
 }
 
-const Partition* partitionBehind(const Disk& disk, std::size_t place)
+const Partition* partitionAfter(const Disk& disk, std::size_t place)
 {
     while (++place < disk.partitions.size()) {
         if (!disk.partitions[place].unallocated)
@@ -96,7 +96,7 @@ const Partition* partitionBehind(const Disk& disk, std::size_t place)
     return nullptr;
 }
 
-Kind kindBetween(const Disk& disk, const Partition* before, const Partition* behind)
+Kind kindBetween(const Disk& disk, const Partition* before, const Partition* after)
 {
     int primaries = 0;
     int logicals = 0;
@@ -106,11 +106,11 @@ Kind kindBetween(const Disk& disk, const Partition* before, const Partition* beh
     }
     if (disk.isGPT)
         return primaries + logicals < kGptPlaces ? Kind::Primary : Kind::None;
-    if (isLogical(before) && isLogical(behind))
+    if (isLogical(before) && isLogical(after))
         return Kind::Logical;
     if (primaries + (logicals > 0 ? 1 : 0) < kMbrPlaces)
         return Kind::Primary;
-    return isLogical(before) || isLogical(behind) ? Kind::Logical : Kind::None;
+    return isLogical(before) || isLogical(after) ? Kind::Logical : Kind::None;
 }
 
 void putInto(Disk& disk, std::size_t place, const Partition& partition)
@@ -158,7 +158,7 @@ void giveSpace(Disk& disk, std::size_t from, std::size_t to, qint64 bytes)
 qint64 movedByGiving(const Disk& disk, std::size_t from, std::size_t to)
 {
     qint64 moved = 0;
-    // The one that lies further back gets another start, and its data with it.
+    // The entry after the moved boundary gets a new start, so its data moves.
     for (std::size_t i = std::min(from, to) + 1; i <= std::max(from, to); ++i)
         moved += disk.partitions[i].usedSize;
     return moved;

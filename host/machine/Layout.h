@@ -6,60 +6,60 @@
 #include <cstddef>
 #include <optional>
 
-// Where partitions lie on a disk, and what moves them. For the files of the rules and the orders only.
+// Positions of partitions on a disk, and operations that move them. For rules and orders only.
 //
-// An MBR disk keeps its logical drives in one extended area. The area itself is no entry of the list: it
-// reaches from the first logical drive to the last, takes one of the table's four places while there is one,
-// and no primary partition lies inside it. What its own bookkeeping takes from the disk is not counted.
+// An MBR disk has its logical drives in one extended partition, which is not an entry of the list. It extends
+// from the first logical drive to the last, uses one of the table's four entries and contains no primary
+// partition. The space for its own tables is not counted.
 namespace host {
 
 constexpr qint64 kMebibyte = 1024 * 1024;
-constexpr qint64 kMbrLimit = qint64(512) << 32; ///< bytes of a disk that an MBR table can address
+constexpr qint64 kMbrLimit = qint64(512) << 32; ///< bytes that an MBR table can address
 constexpr int kMbrPlaces = 4;
 constexpr int kGptPlaces = 128;
-constexpr int kGptTailSectors = 33; ///< the second copy of a GPT, at the end of the disk
+constexpr int kGptTailSectors = 33; ///< the backup GPT at the end of the disk
 
 qint64 alignedDown(qint64 bytes);
 qint64 alignedUp(qint64 bytes);
 int sectorSizeOf(const Disk& disk);
 
-/// First byte that a partition may have on a disk with a table, and the byte behind the last one.
+/// The bytes that partitions can use on a disk with a table: first byte, and end (exclusive).
 qint64 usableBegin();
 qint64 usableEnd(const Disk& disk);
 
-/// A free region of the bytes from @p begin to before @p end, in whole sectors.
+/// A free region from @p begin to @p end (exclusive), in whole sectors.
 Partition freeRegion(const Disk& disk, qint64 begin, qint64 end);
-/// One free region in place of all entries: what the table leaves, or the whole disk if it has none.
+/// Replaces all entries by one free region: the usable bytes, or the whole disk if it has no table.
 void emptyDisk(Disk& disk);
 
-/// Where in its list an entry of the disk stands.
+/// Index of an entry in the disk's list.
 std::size_t placeOf(const Disk& disk, const Partition& entry);
-/// The nearest partitions around a place of the list; null if there is none.
+/// The nearest partitions before and after an index of the list; null if not found.
 const Partition* partitionBefore(const Disk& disk, std::size_t place);
-const Partition* partitionBehind(const Disk& disk, std::size_t place);
+const Partition* partitionAfter(const Disk& disk, std::size_t place);
 
-/// What a new partition between two others would be: primary or logical. None if the table has no room.
+/// The kind of a new partition between two others. Kind::None if the table is full.
 enum class Kind { None, Primary, Logical };
-Kind kindBetween(const Disk& disk, const Partition* before, const Partition* behind);
+Kind kindBetween(const Disk& disk, const Partition* before, const Partition* after);
 
-/// Replaces the free region at @p place by @p partition, which lies inside it, and by what is left of it.
+/// Replaces the free region at @p place by @p partition, which is inside it, and by the remaining free space.
 void putInto(Disk& disk, std::size_t place, const Partition& partition);
 /// Replaces the entry at @p place by free space.
 void setFree(Disk& disk, std::size_t place);
-/// Sets a partition's start, and with it that of its boot record.
+/// Sets the start of a partition and of its boot record.
 void moveTo(Partition& entry, qint64 begin);
 
 /// Takes @p bytes from the entry at @p from, a partition or a free region of at least that size, and gives
-/// them to the partition at @p to. What lies between moves by as much, in its order. A free region that gave
-/// everything leaves the list.
+/// them to the partition at @p to. The entries in between move by the same distance. A free region of size 0
+/// is removed from the list.
 void giveSpace(Disk& disk, std::size_t from, std::size_t to, qint64 bytes);
-/// Bytes in use that giveSpace moves.
+/// Used bytes that giveSpace() moves.
 qint64 movedByGiving(const Disk& disk, std::size_t from, std::size_t to);
 /// Rejects giveSpace() if a partition in between cannot be moved, an MBR table cannot address the result, or
 /// a file system does not support the new size.
 Rejection givingRejection(const Disk& disk, std::size_t from, std::size_t to, qint64 bytes);
 
-/// True if a partition ends beyond what an MBR table can address.
+/// True if a partition ends beyond kMbrLimit.
 bool reachesBeyondMbr(const Disk& disk);
 
 } // namespace host

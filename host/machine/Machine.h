@@ -8,9 +8,9 @@
 
 namespace host {
 
-/// One entry of a disk's partition list: a partition, or a region of free space. The fields bear the names of
-/// the inventory's keys. Sizes are bytes; the sector numbers count sectors of `sectorSize` bytes;
-/// `clusterSize` counts sectors.
+/// One entry of a disk's partition list: a partition or a free region. The fields have the names of the
+/// inventory's keys. Sizes are bytes; sector numbers count sectors of `sectorSize` bytes; `clusterSize`
+/// counts sectors.
 struct Partition
 {
     bool unallocated = false;
@@ -47,13 +47,13 @@ struct Partition
     bool gptRecovery = false;
     QString partGUID;
     int bltState = 0;
-    QString driveLetter; ///< one letter, "*" or empty for none
+    QString driveLetter; ///< one letter; "*" or empty without a letter
     QString label;
     QString fsString;
     int dynamicVolumeType = 0;
 
     qint64 freeSize() const { return size - usedSize; }
-    /// First byte of the entry and first byte behind it, counted from the start of the disk.
+    /// First byte of the entry and the first byte after it, from the start of the disk.
     qint64 startOffset() const { return startSector * sectorSize; }
     qint64 endOffset() const { return startOffset() + size; }
     bool isLocked() const { return bltState == 3; }
@@ -84,38 +84,38 @@ struct Disk
     bool isOfflineBoot = false;
     int emptyPartitionCount = 0;
     QString serialNO;
-    std::vector<Partition> partitions; ///< in the order of their places, free regions included
+    std::vector<Partition> partitions; ///< in the order of their positions, free regions included
 
     bool holdsRunningSystem() const;
     bool isWritable() const { return !readonly && !isProtected && !isOffline && !isBad; }
 };
 
-/// A simulated machine: its disks, and what else its host would know. A plain value; copies are independent.
+/// A machine: its disks and its settings. A plain value; copies are independent.
 struct Machine
 {
     QString name;
     std::vector<Disk> disks;
-    QMap<QString, bool> toolbox; ///< a function of the toolbox that is absent here is switched on
+    QMap<QString, bool> toolbox; ///< a function that is absent is switched on
     bool preOsEnabled = false;
     bool win11CheckerEnabled = false;
     bool bootMediaEnabled = true;
-    bool busy = false;          ///< the machine pretends that a task runs
-    bool popuped = false;       ///< the machine pretends that a dialog covers the window
-    int taskMilliseconds = 200; ///< the fixed part of how long a task takes
-    QSet<int> smartErrors;      ///< disks whose health is bad
+    bool busy = false;          ///< always reports a running task
+    bool popuped = false;       ///< always reports an open dialog
+    int taskMilliseconds = 200; ///< fixed duration of each task
+    QSet<int> smartErrors;      ///< disks with health errors
 
     const Disk* disk(int diskIndex) const;
     Disk* disk(int diskIndex);
-    /// The partition whose letter is the first character of @p text in any case; null if there is none.
+    /// The partition whose letter is the first character of @p text, case-insensitive; null if not found.
     const Partition* partition(const QString& text) const;
     Partition* partition(const QString& text);
-    /// The disk's free regions, in the order of their places.
+    /// The disk's free regions, in the order of their positions.
     std::vector<const Partition*> freeRegions(int diskIndex) const;
-    /// The first letter from D on that no partition has; empty if all are taken.
+    /// The first unused letter from D on; empty if all are in use.
     QString firstFreeLetter() const;
 };
 
-/// The upper-case drive letter that a text begins with, empty if it begins with none.
+/// The drive letter at the start of @p text, in upper case; empty if it does not start with a letter.
 QString letterOf(const QString& text);
 
 } // namespace host

@@ -17,11 +17,11 @@ namespace {
 
 const QString kPartitions = QStringLiteral("partitions");
 
-// Bounds within which no sum or product of sizes overflows; far beyond any disk.
+// Limits within which no sum or product of sizes overflows; far beyond any disk.
 constexpr qint64 kLargestSize = qint64(1) << 50;
 constexpr qint64 kLastSector = qint64(1) << 44;
 constexpr int kLargestSector = 1 << 16;
-// What a description can have at most: far beyond any machine, and read in a moment.
+// Limits of a description, far beyond any machine and still fast to read.
 constexpr qint64 kLargestFile = 16 * 1024 * 1024;
 constexpr int kMostDisks = 1024;
 constexpr int kMostPartitions = 4096;
@@ -52,7 +52,7 @@ void assign(bool& target, const QJsonValue& value, const QString& place)
 void assign(QString& target, const QJsonValue& value, const QString& place)
 {
     if (!value.isString())
-        throw InvalidMachine{QStringLiteral("%1 must be a text").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be a string").arg(place)};
     target = value.toString();
 }
 
@@ -89,7 +89,7 @@ QJsonObject objectAt(const QJsonValue& value, const QString& place)
 QJsonArray listAt(const QJsonValue& value, const QString& place)
 {
     if (!value.isArray())
-        throw InvalidMachine{QStringLiteral("%1 must be a list").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be an array").arg(place)};
     return value.toArray();
 }
 
@@ -104,7 +104,7 @@ void requireKey(const QJsonObject& object, const char* key, const QString& place
         throw InvalidMachine{QStringLiteral("%1.%2 is missing").arg(place, QLatin1String(key))};
 }
 
-// What a partition takes over from its disk and from its place, unless its own keys say otherwise.
+// A partition with the values that it inherits from its disk; its own keys override them.
 Partition partitionIn(const Disk& disk)
 {
     Partition partition;
@@ -140,7 +140,7 @@ Partition readPartition(const QJsonObject& object, const Disk& disk, const QStri
     return partition;
 }
 
-// What follows from the partitions; the disk's own keys go before it.
+// Derives values from the partitions; the disk's own keys take precedence.
 void fillFromPartitions(Disk& disk, const QJsonObject& object)
 {
     Disk settled = disk;
@@ -319,7 +319,7 @@ std::variant<Machine, MachineError> readMachineFile(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return MachineError{file.errorString()};
-    // A pipe or a device has no size, so the bound is on what is read.
+    // A pipe or a device has no size, so the number of bytes read is limited.
     const QByteArray json = file.read(kLargestFile + 1);
     if (json.size() > kLargestFile)
         return MachineError{QStringLiteral("the file is larger than %1 bytes").arg(kLargestFile)};

@@ -9,19 +9,19 @@
 
 namespace host {
 
-/// What is wrong with a machine's description, as one line that names the place.
+/// An error in a machine description: one line with the JSON path.
 struct MachineError
 {
     QString text;
 };
 
-/// The machine that a JSON text describes. The top object holds `disks`, a list in the vocabulary of the
-/// inventory, and the switches that docs/sandbox.md lists. `diskIndex` and `size` of a disk and `size` of a
-/// partition must be there; any other key that is missing reads as false, 0 or empty, or follows from its
-/// surroundings. A key that is unknown or has a value of another type is an error.
+/// Reads a machine from JSON. The top object contains `disks`, an array with the keys of the inventory, and
+/// the settings listed in docs/sandbox.md. `diskIndex` and `size` of a disk and `size` of a partition are
+/// required; a missing key defaults to false, 0 or empty, or is derived from the others. An unknown key or a
+/// value of the wrong type is an error.
 std::variant<Machine, MachineError> readMachine(const QByteArray& json);
 
-/// readMachine on the content of a file of at most 16 MiB; no more than that is read of a larger one.
+/// Calls readMachine() with the content of a file of at most 16 MiB; the rest of a larger file is not read.
 std::variant<Machine, MachineError> readMachineFile(const QString& path);
 
 /// Rejects a machine that cannot exist: duplicate disk numbers or drive letters; partitions that overlap,

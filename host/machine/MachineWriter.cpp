@@ -34,7 +34,7 @@ QJsonValue json(const QString& value)
     return value;
 }
 
-// Every key whose value differs from that of a bare record, and the few that are always read from elsewhere.
+// Every key whose value differs from that of a bare record, and the keys in @p always.
 template <class Record>
 QJsonObject changedKeys(const Record& record, const std::vector<Field<Record>>& fields, const Record& bare,
                         const std::vector<QLatin1String>& always)
@@ -55,7 +55,7 @@ QJsonObject changedKeys(const Record& record, const std::vector<Field<Record>>& 
 
 QJsonObject partitionObject(const Partition& partition)
 {
-    // What the reader takes from the disk or the place if the key is left out.
+    // The reader derives these from the disk or the position, so a default cannot be omitted.
     static const std::vector<QLatin1String> always = {
         QLatin1String("diskIndex"),   QLatin1String("partitionIndex"), QLatin1String("size"),
         QLatin1String("startSector"), QLatin1String("endSector"),      QLatin1String("isGPT"),

@@ -74,7 +74,7 @@ Partition newPartition(const Machine& machine, const Disk& disk, Span place, Kin
     created.unallocated = false;
     created.isPrimary = kind != Kind::Logical;
     created.driveLetter = machine.firstFreeLetter();
-    // The GUID follows from the place, so that the same orders give the same machine.
+    // The GUID is derived from the position, so that the same orders give the same machine.
     static const QUuid space(QStringLiteral("{2f3a5c9e-6f0b-4d5e-9a41-7c1d0b8e5a10}"));
     const QString where =
         QStringLiteral("%1/%2/%3").arg(disk.serialNO).arg(disk.diskIndex).arg(created.startSector);

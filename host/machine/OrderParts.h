@@ -10,12 +10,12 @@
 
 #include <map>
 
-// What the files of the orders share; for these only.
+// Shared by the files of the orders.
 namespace host {
 
-/// How a function is carried out. @p bytes says how many bytes it moves, none if that is missing. @p
-/// interrupt does to the machine what the function has done by that share of its way, which is more than 0;
-/// where it is missing, an interrupted function leaves the machine as it was.
+/// The implementation of a function. @p bytes returns the number of bytes that it moves; null means 0. @p
+/// interrupt applies the effect of a function that ends after a share above 0; null means that the machine is
+/// unchanged.
 struct Operation
 {
     using Work = void (*)(Machine&, const QVariantMap&);
@@ -36,21 +36,21 @@ QString textOf(const QVariantMap& params, const char* key);
 int numberOf(const QVariantMap& params, const char* key);
 qint64 bytesOf(const QVariantMap& params, const char* key);
 
-/// The order's partition, disk, and the partition's disk. They exist: the order was accepted.
+/// The order's partition and disk. They exist because the order was accepted.
 Partition& target(Machine& machine, const QVariantMap& params);
 const Partition& target(const Machine& machine, const QVariantMap& params);
 Disk& targetDisk(Machine& machine, const QVariantMap& params);
 const Disk& targetDisk(const Machine& machine, const QVariantMap& params);
 
-/// Gives a partition an empty volume, not encrypted. A cluster of 0 bytes is the default one.
+/// Gives a partition an empty unencrypted volume. A cluster of 0 bytes means the default.
 void giveFileSystem(Partition& partition, const QString& fileSystem, const QString& label, int clusterBytes);
-/// Takes a partition's file system away, and with it all that it held.
+/// Removes a partition's file system and its data.
 void makeRaw(Partition& partition);
-/// A new empty partition at that place: a letter, and on a GPT disk a GUID.
+/// A new empty partition with a letter and, on a GPT disk, a GUID.
 Partition newPartition(const Machine& machine, const Disk& disk, Span place, Kind kind);
-/// The disk without its table.
+/// Removes the disk's partition table.
 void loseTable(Disk& disk);
-/// The disk with an empty table.
+/// Writes an empty partition table.
 void writeTable(Disk& disk, bool gpt);
 
 } // namespace host

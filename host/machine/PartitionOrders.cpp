@@ -19,7 +19,7 @@ void createPartition(Machine& machine, const QVariantMap& params)
     Disk& disk = targetDisk(machine, params);
     const Partition* region = namedRegion(machine, params);
     const std::size_t place = placeOf(disk, *region);
-    const Kind kind = kindBetween(disk, partitionBefore(disk, place), partitionBehind(disk, place));
+    const Kind kind = kindBetween(disk, partitionBefore(disk, place), partitionAfter(disk, place));
     Partition created =
         newPartition(machine, disk, newSpan(disk, *region, bytesOf(params, "capacity")), kind);
     giveFileSystem(created, textOf(params, "fileSystem"), textOf(params, "label"), 0);
@@ -60,26 +60,26 @@ qint64 formatBytes(const Machine& machine, const QVariantMap& params)
     return params.value(QStringLiteral("quickFormat")).toBool() ? 0 : target(machine, params).size;
 }
 
-// The free region behind the partition takes what the partition gives up, and gives what it takes.
+// The free region after the partition grows or shrinks by the difference.
 void resizePartition(Machine& machine, const QVariantMap& params)
 {
     Partition& partition = target(machine, params);
     Disk& disk = diskOf(machine, partition);
     const std::size_t place = placeOf(disk, partition);
-    const qint64 room = partition.endOffset() + freeBehind(disk, partition);
+    const qint64 room = partition.endOffset() + freeSpaceAfter(disk, partition);
     const bool hasRegion = room > partition.endOffset();
     partition.size = bytesOf(params, "size") / partition.sectorSize * partition.sectorSize;
     if (partition.isDynamic)
         partition.volumeSize = partition.size;
     const qint64 end = partition.endOffset();
-    const auto behind = disk.partitions.begin() + static_cast<std::ptrdiff_t>(place) + 1;
-    const auto next = hasRegion ? disk.partitions.erase(behind) : behind;
+    const auto after = disk.partitions.begin() + static_cast<std::ptrdiff_t>(place) + 1;
+    const auto next = hasRegion ? disk.partitions.erase(after) : after;
     if (room > end)
         disk.partitions.insert(next, freeRegion(disk, end, room));
     settle(disk);
 }
 
-// The new partition takes the end of the drive.
+// The new partition is at the end of the drive.
 void cutOff(Machine& machine, const QVariantMap& params, qint64 size, const char* fileSystemKey,
             const char* labelKey)
 {
@@ -87,7 +87,7 @@ void cutOff(Machine& machine, const QVariantMap& params, qint64 size, const char
     Disk& disk = diskOf(machine, source);
     const std::size_t place = placeOf(disk, source);
     const Span span{alignedUp(source.endOffset() - size), source.endOffset()};
-    const Kind kind = kindBetween(disk, &source, partitionBehind(disk, place));
+    const Kind kind = kindBetween(disk, &source, partitionAfter(disk, place));
     Partition created = newPartition(machine, disk, span, kind);
     giveFileSystem(created, textOf(params, fileSystemKey), textOf(params, labelKey), 0);
     source.size = span.begin - source.startOffset();
@@ -144,7 +144,7 @@ qint64 smartBytes(const Machine& machine, const QVariantMap& params)
     return movedByGiving(*machine.disk(drive.diskIndex), transfer.from, transfer.to);
 }
 
-// The first drive takes in the second with its files, and the free space that lies between them.
+// The first drive takes over the second drive, its files and the free space in between.
 void mergePartitions(Machine& machine, const QVariantMap& params)
 {
     const Partition& first = target(machine, params);
@@ -201,7 +201,7 @@ void setActive(Machine& machine, const QVariantMap& params)
         entry.isActive = &entry == &partition;
 }
 
-// A hidden partition loses its letter, as it does on a real machine.
+// A hidden partition loses its letter, as on a real machine.
 void setHidden(Machine& machine, const QVariantMap& params)
 {
     Partition& partition = target(machine, params);

@@ -32,7 +32,7 @@ Rejection resize(const Question& q)
     const qint64 size = q.bytes("size") / partition.sectorSize * partition.sectorSize;
     if (size <= 0 || size < partition.usedSize)
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The data does not fit into that size."));
-    if (q.bytes("size") > partition.size + freeBehind(disk, partition))
+    if (q.bytes("size") > partition.size + freeSpaceAfter(disk, partition))
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The free space after the drive is too small."));
     if (!disk.isGPT && size > partition.size && partition.startOffset() + size > kMbrLimit)
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "An MBR disk cannot use space beyond 2 TiB."));
@@ -49,8 +49,9 @@ Rejection format(const Question& q)
     return newVolume(q, q.partition()->size, cluster, "fileSystem", "label");
 }
 
-// A new partition at the end of the drive, out of the drive's free space.
-Rejection newBehind(const Question& q, const char* sizeKey, const char* fileSystemKey, const char* labelKey)
+// A new partition at the end of the drive, from the drive's free space.
+Rejection newPartitionAtEnd(const Question& q, const char* sizeKey, const char* fileSystemKey,
+                            const char* labelKey)
 {
     if (const Rejection rejection = layoutOf(q))
         return rejection;
@@ -65,14 +66,14 @@ Rejection newBehind(const Question& q, const char* sizeKey, const char* fileSyst
     if (const Rejection rejection =
             sizeRejection(*fileSystem(source.fsString), begin - source.startOffset(), 0))
         return rejection;
-    if (kindBetween(disk, &source, partitionBehind(disk, placeOf(disk, source))) == Kind::None)
+    if (kindBetween(disk, &source, partitionAfter(disk, placeOf(disk, source))) == Kind::None)
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The partition table is full."));
     return lettersLeft(q.machine);
 }
 
 Rejection split(const Question& q)
 {
-    return newBehind(q, "newPartitionCapacity", "newPartitionFileSystem", "newPartitionLabel");
+    return newPartitionAtEnd(q, "newPartitionCapacity", "newPartitionFileSystem", "newPartitionLabel");
 }
 
 Rejection regionFits(const Question& q)
@@ -95,7 +96,7 @@ Rejection create(const Question& q)
         return rejection;
     const std::size_t place = placeOf(*q.disk(), *namedRegion(q.machine, q.params));
     const bool full = kindBetween(*q.disk(), partitionBefore(*q.disk(), place),
-                                  partitionBehind(*q.disk(), place)) == Kind::None;
+                                  partitionAfter(*q.disk(), place)) == Kind::None;
     return full ? Rejection(QT_TRANSLATE_NOOP("Sandbox", "The partition table is full."))
                 : lettersLeft(q.machine);
 }
@@ -122,7 +123,7 @@ Rejection merge(const Question& q)
 Rejection allocate(const Question& q)
 {
     if (q.text("targetDriveLetter") == QLatin1String("CreateNew"))
-        return newBehind(q, "partitionCapacity", "fileSystem", "label");
+        return newPartitionAtEnd(q, "partitionCapacity", "fileSystem", "label");
     if (const Rejection rejection = layoutOf(q))
         return rejection;
     const Partition& source = *q.partition();
@@ -145,10 +146,10 @@ Rejection wipePartition(const Question& q)
     return firstOf(q, {erasablePartition, positiveEraseCount});
 }
 
-bool hasLogicals(const Disk& disk, const Partition& besides)
+bool hasLogicals(const Disk& disk, const Partition& except)
 {
     return std::any_of(disk.partitions.begin(), disk.partitions.end(), [&](const Partition& entry) {
-        return &entry != &besides && !entry.unallocated && !entry.isPrimary;
+        return &entry != &except && !entry.unallocated && !entry.isPrimary;
     });
 }
 
@@ -166,16 +167,16 @@ Rejection convertKind(const Question& q, bool toPrimary)
     const Disk& disk = *q.diskOf(partition);
     const std::size_t place = placeOf(disk, partition);
     const Partition* before = partitionBefore(disk, place);
-    const Partition* behind = partitionBehind(disk, place);
-    const int logicalsAround =
-        int(before != nullptr && !before->isPrimary) + int(behind != nullptr && !behind->isPrimary);
+    const Partition* after = partitionAfter(disk, place);
+    const int adjacentLogicals =
+        int(before != nullptr && !before->isPrimary) + int(after != nullptr && !after->isPrimary);
     if (!toPrimary && (partition.isActive || partition.isBoot))
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The computer starts from the drive."));
     if (!toPrimary)
         return rejectIf(
-            !(logicalsAround > 0 || !hasLogicals(disk, partition)),
+            !(adjacentLogicals > 0 || !hasLogicals(disk, partition)),
             QT_TRANSLATE_NOOP("Sandbox", "The drive is not adjacent to the other logical drives."));
-    if (logicalsAround == 2)
+    if (adjacentLogicals == 2)
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The drive is between logical drives."));
     Disk without = disk;
     without.partitions.erase(without.partitions.begin() + static_cast<std::ptrdiff_t>(place));

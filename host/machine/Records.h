@@ -6,21 +6,21 @@
 
 namespace host {
 
-/// The machine's disks as the host's records: every inventory key, and beside these `isDiskItem`, a disk's
-/// `isBoot` and its `partitions`. What the inventory is filled from and what the lookups read.
+/// The machine's disks as records of the host: every inventory key, and `isDiskItem`, a disk's `isBoot` and
+/// its `partitions`.
 QVariantList diskRecords(const Machine& machine);
 
-/// The records of those disks that a system starts from.
+/// The records of the disks with a boot partition.
 QVariantList bootDiskRecords(const Machine& machine);
 
-/// True if every partition of the disk record begins at a multiple of 4096 bytes.
+/// True if every partition of the disk record starts at a multiple of 4096 bytes.
 bool isAlignedTo4k(const QVariantMap& disk);
 
-/// True if the partition record has a file system that cannot be read.
+/// True if the partition record has an unreadable file system.
 bool isRawPartition(const QVariantMap& partition);
 
-/// Brings what follows from the partitions up to date: their places in the list, the disk's use and counts.
-/// Called after each change of a disk's list. Free regions that border on each other become one.
+/// Updates the values derived from the partitions: their indices, the disk's used size and counts. Joins
+/// adjacent free regions. Must be called after each change of a disk's list.
 void settle(Disk& disk);
 
 } // namespace host

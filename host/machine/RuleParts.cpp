@@ -130,7 +130,7 @@ QString knownFileSystem(const QString& name)
     return kind == nullptr ? QString() : QString::fromLatin1(kind->name);
 }
 
-qint64 freeBehind(const Disk& disk, const Partition& partition)
+qint64 freeSpaceAfter(const Disk& disk, const Partition& partition)
 {
     for (const Partition& entry : disk.partitions) {
         if (entry.unallocated && entry.startOffset() == partition.endOffset())

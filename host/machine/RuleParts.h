@@ -11,10 +11,10 @@
 #include <initializer_list>
 #include <map>
 
-// What the rules of the partition page share. For the files of the rules only.
+// Shared by the files of the rules.
 namespace host {
 
-/// A question as a rule sees it: the machine and the order's keys. A pointer is null for what does not exist.
+/// A question to a rule: the machine and the order's keys. Pointers are null if the object does not exist.
 struct Question
 {
     const Machine& machine;
@@ -30,8 +30,7 @@ struct Question
 
 using Rule = Rejection (*)(const Question&);
 
-/// The rules of the functions that act on a disk, of those that act on a partition or a free region, and of
-/// the host's own guides.
+/// The rules for functions of a disk, for functions of a partition or a free region, and for guides.
 const std::map<Function, Rule>& diskRules();
 const std::map<Function, Rule>& partitionRules();
 const std::map<Function, Rule>& guidedRules();
@@ -58,14 +57,14 @@ Rejection basicDiskOfOrder(const Question& q);
 
 Rejection positiveEraseCount(const Question& q);
 
-/// Whether a volume of that size can be made as the keys of the order want it.
+/// Whether a volume with the size and the keys of the order can be created.
 Rejection newVolume(const Question& q, qint64 size, int cluster, const char* fileSystemKey,
                     const char* labelKey);
-/// Whether the disk is a basic one: a dynamic disk keeps its layout.
+/// Rejects a dynamic disk, whose layout is fixed.
 Rejection basicDisk(const Disk& disk);
-/// Whether a drive letter is left for @p count more partitions.
+/// Rejects if fewer than @p count drive letters are unused.
 Rejection lettersLeft(const Machine& machine, int count = 1);
-/// True if no partition lies between the two entries.
+/// True if no partition is between the two entries.
 bool areNeighbours(const Disk& disk, const Partition& one, const Partition& other);
 
 } // namespace host

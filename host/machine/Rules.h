@@ -14,13 +14,13 @@ Rejection orderRejection(const Machine& machine, int function, const QVariantMap
 /// Whether a function of the page or of one of the host's guides can run now.
 Rejection taskRejection(const Machine& machine, int function, const QVariantMap& params);
 
-/// The file system's name as the host spells it, empty if it cannot make one.
+/// The file system's name in the host's spelling; empty if the host cannot create it.
 QString knownFileSystem(const QString& name);
 
-/// Bytes of free space that begin where the partition ends.
-qint64 freeBehind(const Disk& disk, const Partition& partition);
+/// Bytes of free space directly after the partition.
+qint64 freeSpaceAfter(const Disk& disk, const Partition& partition);
 
-/// The free region that an order for a new partition names, null if there is none.
+/// The free region that an order for a new partition names; null if it does not exist.
 const Partition* namedRegion(const Machine& machine, const QVariantMap& params);
 
 } // namespace host

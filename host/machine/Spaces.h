@@ -5,21 +5,21 @@
 #include <cstddef>
 #include <optional>
 
-// Which space an order takes, told once for the rule that asks and for the work that takes it.
+// The space that an order uses, shared by its rule and its implementation.
 namespace host {
 
-/// Bytes from @p begin to before @p end of a disk.
+/// Bytes of a disk from @p begin to @p end (exclusive).
 struct Span
 {
     qint64 begin;
     qint64 end;
 };
 
-/// The place of a new partition of @p capacity bytes in a free region: its start is aligned to a mebibyte
-/// where the region's is not, and whole sectors that still fit are its size.
+/// The position of a new partition of @p capacity bytes in a free region: its start is aligned to a mebibyte,
+/// and its size is the whole sectors that fit.
 Span newSpan(const Disk& disk, const Partition& region, qint64 capacity);
 
-/// Space that a partition or free region, by its place in the disk's list, gives to a partition.
+/// Space that a partition or free region gives to a partition; both are indices in the disk's list.
 struct Transfer
 {
     std::size_t from;
@@ -27,15 +27,15 @@ struct Transfer
     qint64 bytes;
 };
 
-/// What the adjustment of a drive's space does: the largest free region goes to it, or, where there is none,
-/// half of what is free on the drive with the most free space. Always whole mebibytes.
+/// The transfer of the smart adjustment: the largest free region or, without a free region, half of the free
+/// space of the drive with the most free space. Whole mebibytes.
 std::optional<Transfer> smartTransfer(const Machine& machine, const Partition& partition);
 
-/// Where the data of a system drive goes: the letter of the readable drive with the most room on another
-/// disk. None if it has less room than the drive's data takes.
+/// The target of a data migration: the letter of the readable drive with the most free space on another disk.
+/// Empty if the data does not fit.
 std::optional<QString> migrationTarget(const Machine& machine, const Partition& source);
 
-/// Bytes of each of @p count equal partitions on an emptied disk; whole mebibytes.
+/// Size in bytes of each of @p count equal partitions on an emptied disk; whole mebibytes.
 qint64 autoShare(const Disk& disk, bool gpt, int count);
 
 } // namespace host

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kLimitMs = 10000;
 constexpr int kSysfsSector = 512;
-// What alignment and the tables themselves take away is no space that anybody could use.
+// Gaps caused by alignment and partition tables are not usable free space.
 constexpr qint64 kLargestRemnant = 1024 * 1024;
 const QString kEfiType = QStringLiteral("c12a7328-f81f-11d2-ba4b-00a0c93ec93b");
 
@@ -24,7 +24,7 @@ QString text(const QJsonObject& device, const char* key)
     return device.value(QLatin1String(key)).toString();
 }
 
-// Older releases write numbers and truth values as texts.
+// Older releases write numbers and booleans as strings.
 qint64 number(const QJsonObject& device, const char* key)
 {
     return device.value(QLatin1String(key)).toVariant().toLongLong();
@@ -57,8 +57,7 @@ QString fileSystemName(const QString& type)
     return names.value(type, type.toUpper());
 }
 
-// A file system can lie behind encryption or a volume group: the mount point and the use are those of what is
-// inside.
+// A file system can be inside encryption or a volume group, so mount point and usage come from the children.
 bool isMountedAt(const QJsonObject& device, const QString& place)
 {
     if (text(device, "mountpoint") == place ||
@@ -125,8 +124,8 @@ std::vector<Partition> partitionsOf(const QJsonObject& device, const Disk& disk,
         if (text(entry, "type") == QLatin1String("part"))
             found.push_back(readPartition(entry, disk, sectorSize));
     }
-    // A file system without a partition table is one partition over the whole disk. Where lsblk cannot tell
-    // the file system, the mount tells that there is one.
+    // A file system without a partition table is one partition over the whole disk. A mount point implies a
+    // file system that lsblk does not report.
     const bool isMounted = !text(device, "mountpoint").isEmpty();
     if (found.empty() && (isMounted || !text(device, "fstype").isEmpty()))
         found.push_back(readPartition(device, disk, sectorSize));
@@ -152,7 +151,7 @@ Disk readDisk(const QJsonObject& device, int index)
     disk.isUnInitialize = partitions.empty() && text(device, "pttype").isEmpty();
     qint64 end = 0;
     for (const Partition& partition : partitions) {
-        // An extended partition is only a frame around the logical ones.
+        // Skips an extended partition, which only contains the logical ones.
         if (partition.startSector * sectorSize < end)
             continue;
         addGap(disk, end, partition.startSector * sectorSize, sectorSize);
@@ -196,7 +195,7 @@ std::variant<Machine, MachineError> machineFromLsblk(const QByteArray& json)
     const QJsonArray list = devices.toArray();
     for (const QJsonValue& value : list) {
         const QJsonObject device = value.toObject();
-        // Memory that poses as a disk is none that anybody would partition.
+        // Skips compressed memory, which appears as a disk.
         const bool isDisk = text(device, "type") == QLatin1String("disk") && number(device, "size") > 0 &&
                             !text(device, "name").startsWith(QLatin1String("zram"));
         if (isDisk)

@@ -37,7 +37,7 @@ QString Text::translated() const
                                          : data_;
 }
 
-// All placeholders in one pass: an argument may itself contain a per cent sign and a digit.
+// Replaces all placeholders in one pass, because an argument can contain "%1" itself.
 QString Text::filled(const QString& pattern, QString (Text::*language)() const) const
 {
     const auto argument = [&](std::size_t place) { return (arguments_[place].*language)(); };

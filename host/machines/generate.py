@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the shipped machines beside itself. Sizes are worked out here so that the partitions fill their disks."""
+"""Writes the shipped machines into its own folder. Computes the sizes so that the partitions fill their disks."""
 
 import json
 import pathlib
@@ -19,7 +19,7 @@ def part(size, fs="NTFS", letter="", label="", used=0, **more):
 
 
 def disk(index, size, interface, entries, first=FIRST, **keys):
-    """Places the entries one after the other; what is left becomes a free region."""
+    """Places the entries in order; the remaining space becomes a free region."""
     sector = first
     for entry in entries:
         entry["startSector"] = sector

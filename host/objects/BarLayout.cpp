@@ -6,8 +6,7 @@ namespace host {
 
 namespace {
 
-// Gives the least width to each piece that would be under it, until no further one would be: each gift makes
-// the rest narrower.
+// Repeated until no piece is below the minimum, because each widened piece makes the others narrower.
 std::vector<double> widthsOf(const std::vector<qint64>& sizes, double room, double least)
 {
     std::vector<double> widths(sizes.size(), 0.0);

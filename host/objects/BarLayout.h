@@ -6,7 +6,7 @@
 
 namespace host {
 
-/// A piece of a bar, in its units of length.
+/// A piece of a bar, in the bar's units.
 struct BarPiece
 {
     double x;
@@ -15,9 +15,9 @@ struct BarPiece
     bool operator==(const BarPiece& other) const { return x == other.x && width == other.width; }
 };
 
-/// Divides a bar of @p width among pieces of the given sizes (bytes), @p gap apart: to scale, but none under
-/// @p least; what the small ones get too much is taken from the others in proportion. Where even the least
-/// widths do not fit, all are equal.
+/// Divides a bar of @p width to scale among pieces of the given sizes (bytes), @p gap apart and at least @p
+/// least wide; the larger pieces shrink in proportion. If even the minimum widths do not fit, all pieces are
+/// equal.
 std::vector<BarPiece> layoutBar(const std::vector<qint64>& sizes, double width, double least, double gap);
 
 } // namespace host

@@ -32,7 +32,7 @@ void BridgeLink::attach(QObject* bridge)
     connect(bridge, SIGNAL(sigConvertResult(QVariant)), this, SLOT(onConvertResult(QVariant)));
     connect(bridge, SIGNAL(sigRecScanResult(QVariant)), this, SLOT(onRecommendation(QVariant)));
     connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(onToolAnnounced(QString)));
-    // Straight from the connection's thread, so that the transcript tells which it was.
+    // Direct, so that the transcript records the connection's thread.
     connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(recordGateCall(QString)),
             Qt::DirectConnection);
     connect(bridge, SIGNAL(sigAfterCallFun(QString, bool)), this, SLOT(recordToolCall(QString, bool)),
@@ -70,8 +70,7 @@ void BridgeLink::scanNow()
     watchScanThread();
 }
 
-// A scan that finds nothing is told by no signal; its end is that of the thread that the component made for
-// it.
+// No signal reports an empty scan, so the end of the scan's thread marks the end of the scan.
 void BridgeLink::watchScanThread()
 {
     if (scanThread_.isNull()) {
@@ -94,7 +93,8 @@ void BridgeLink::answer(int button)
     if (recommendation_.contains(kCheckResultType))
         reply[kCheckResultType] = recommendation_.value(kCheckResultType);
     core_.log()->write(QStringLiteral("recommendation answered with button %1").arg(button));
-    // Some recommendations are the agent's to carry out; how it is told is between it and its host.
+    // The agent carries out some recommendations. How the host notifies it is not defined, so it is only
+    // logged.
     if (button == 0 && recommendation_.contains(kAgentFunction))
         core_.log()->write(
             QStringLiteral("for the agent: %1").arg(recommendation_.value(kAgentFunction).toString()));

@@ -10,8 +10,8 @@
 
 namespace host {
 
-/// The host's side of the component `aibridge`, which it knows by names only: pushes the inventory, listens
-/// to the signals, starts scans and answers recommendations. Application thread.
+/// The host's connection to the component `aibridge`, whose members it calls by name: pushes the inventory,
+/// receives the signals, starts scans and answers recommendations. Application thread.
 class BridgeLink : public QObject
 {
     Q_OBJECT
@@ -19,32 +19,31 @@ class BridgeLink : public QObject
     Q_PROPERTY(QStringList buttons READ buttons NOTIFY recommendationChanged)
 
 public:
-    /// @p automaticAnswer: the button that answers each recommendation; -1 leaves it to the user.
+    /// @p automaticAnswer: button that answers each recommendation; -1: the user answers.
     BridgeLink(HostCore& core, int automaticAnswer, QObject* parent = nullptr);
 
-    /// Connects to the component and pushes the first inventory. From then on each change of the machine is
-    /// pushed.
+    /// Connects to the component and pushes the inventory, now and after each change of the machine.
     void attach(QObject* bridge);
 
-    /// Whether the service's thread lives.
+    /// Whether the service's thread runs.
     bool isServerRunning() const;
-    /// True between the announcement of a tool call and its end.
+    /// True between the announcement and the end of a tool call.
     bool isToolAnnounced() const { return toolAnnounced_; }
     bool isScanRunning() const { return !scanThread_.isNull() && scanThread_->isRunning(); }
 
-    /// What the agent has done.
+    /// The agent's calls.
     Timeline& timeline() { return timeline_; }
     QString message() const;
     QStringList buttons() const;
 
-    /// Starts a scan; without effect while one runs, and while the host closes.
+    /// Starts a scan. No effect while a scan runs or the host closes.
     Q_INVOKABLE void scanNow();
-    /// The user pressed a button of the message card.
+    /// The user pressed a button of the recommendation.
     Q_INVOKABLE void answer(int button);
 
 Q_SIGNALS:
     void recommendationChanged();
-    /// The recommendation, if there is one, was told before.
+    /// Emitted after the recommendation, if any.
     void scanEnded();
 
 private Q_SLOTS:
@@ -54,7 +53,7 @@ private Q_SLOTS:
     void onToolAnnounced(QString toolCalls);
     void onToolEnded(QString result, bool queued);
     void onScanFinished();
-    // On the thread that the component tells it from.
+    // Called on the thread of the signal.
     void recordGateCall(QString toolCalls);
     void recordToolCall(QString result, bool queued);
 
@@ -72,7 +71,7 @@ private:
     bool recommended_ = false;
     bool toolAnnounced_ = false;
     std::mutex announcedMutex_;
-    QString announced_; ///< what the agent announced last, for the transcript
+    QString announced_; ///< last announcement of the agent, for the transcript
 };
 
 } // namespace host

@@ -9,8 +9,8 @@
 
 namespace host {
 
-/// The machine's disks as rows for the window; each has the rows of its bar in a model of its own. A change
-/// of the machine touches only the rows that it changes. Application thread.
+/// The machine's disks, each with a SegmentModel for its bar. A change of the machine changes only the rows
+/// that differ. Application thread.
 class DiskModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -22,20 +22,21 @@ public:
         NameRole = Qt::UserRole,
         KindRole,
         SizeRole,
-        FlagsRole,   ///< list of texts
-        AlarmRole,   ///< bool: something is wrong with the disk
-        SegmentsRole ///< the SegmentModel, owned by this
+        FlagsRole,   ///< QStringList
+        AlarmRole,   ///< bool: the disk has a problem
+        SegmentsRole ///< the SegmentModel, owned by this model
     };
 
     explicit DiskModel(HostCore& core, QObject* parent = nullptr);
 
-    /// Takes over the machine of the core in the language of the moment, and tells only of what differs.
+    /// Shows the current machine in the current language. Change signals are emitted only for rows that
+    /// differ.
     void refresh();
 
     int count() const { return static_cast<int>(rows_.size()); }
     /// "4 disks, 4.8 TB"
     QString summary() const { return summary_; }
-    /// The SegmentModel of a row, null for a row that is not there.
+    /// The SegmentModel of a row; null if the row does not exist.
     Q_INVOKABLE QObject* segments(int row) const;
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;

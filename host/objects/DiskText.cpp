@@ -39,7 +39,7 @@ constexpr EntryFlag kEntryFlags[] = {{&Partition::isBoot, QT_TRANSLATE_NOOP("San
                                      {&Partition::isBad, QT_TRANSLATE_NOOP("Sandbox", "Bad")},
                                      {&Partition::isLowSpace, QT_TRANSLATE_NOOP("Sandbox", "Low space")}};
 
-// By bltState; the first says nothing.
+// Indexed by bltState; state 0 has no flag.
 constexpr const char* kBitLocker[] = {"", QT_TRANSLATE_NOOP("Sandbox", "BitLocker"),
                                       QT_TRANSLATE_NOOP("Sandbox", "BitLocker unlocked"),
                                       QT_TRANSLATE_NOOP("Sandbox", "BitLocker locked")};

@@ -6,23 +6,23 @@
 
 namespace host {
 
-/// Texts about the machine for the window's user, in the language of the window.
+/// Descriptions of disks and partitions, in the language of the window.
 
-/// "465 GB", "931.5 GB", "16 MB": three or four digits, 1024 bytes to the KB.
+/// "465 GB", "931.5 GB", "16 MB": three or four digits, 1 KB = 1024 bytes.
 QString sizeText(qint64 bytes);
 
-/// "SATA  MBR": how the disk is connected and what its table is.
+/// "SATA  MBR": interface and partition table.
 QString diskKindText(const Disk& disk);
-/// What is out of the ordinary about the disk: "Offline", "Read-only" and the like.
+/// Unusual properties of the disk, such as "Offline" or "Read-only".
 QStringList diskFlags(const Disk& disk, bool hasSmartError);
 
-/// "C: Windows", "EFI system", "Free": what the entry is called.
+/// The name of the entry: "C: Windows", "EFI system", "Free".
 QString entryTitle(const Partition& entry);
 /// "NTFS  465 GB"
 QString entrySubtitle(const Partition& entry);
-/// The entry's flags: "Boot", "Active", "Hidden", "BitLocker unlocked" and the like.
+/// The properties of the entry, such as "Boot", "Active" or "BitLocker unlocked".
 QStringList entryFlags(const Partition& entry);
-/// All about the entry in one line, its disk and its use included.
+/// All details of the entry in one line, including its disk and used size.
 QString entryDetails(const Partition& entry);
 
 } // namespace host

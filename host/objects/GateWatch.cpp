@@ -41,7 +41,7 @@ void GateWatch::record(bool ofPopuped, bool value) const
         first = reads_.empty();
         reads_.push_back({thisThread(), ofPopuped, value});
     }
-    // By its name: nothing of the call then lies in memory of ours that the other thread would read.
+    // By name, because a functor would be shared memory between the two threads.
     if (first)
         QMetaObject::invokeMethod(const_cast<GateWatch*>(this), "takeReads", Qt::QueuedConnection);
 }

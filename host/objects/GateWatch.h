@@ -8,31 +8,32 @@
 
 namespace host {
 
-/// Notices where the library's gate has refused a call, of which it tells its host nothing. The gate alone
-/// reads `popuped`, on a thread of its own, and goes on to read `busy` on that thread unless it has refused
-/// already: for an open dialog, or because it was asked too soon after another call.
+/// Detects rejections by the library's gate, which no signal reports. Only the gate reads `popuped` on
+/// another thread. It then reads `busy` on that thread, unless it has already rejected the call because of an
+/// open dialog or a call shortly before.
 class GateWatch : public QObject
 {
     Q_OBJECT
 
 public:
-    /// @p patience: how long, in milliseconds, the second read may come after the first.
+    /// @p patience: maximum milliseconds between the two reads.
     explicit GateWatch(int patience = 1000) : patience_(patience) {}
 
-    /// `popuped` was read as @p open. Any thread; reads on this object's own thread are not the gate's.
+    /// Records a read of `popuped`. Any thread; reads on this object's thread are ignored, because they are
+    /// not the gate's.
     void recordPopupedRead(bool open) const;
-    /// `busy` was read as @p busy. Any thread, as above.
+    /// Records a read of `busy`. Any thread, as above.
     void recordBusyRead(bool busy) const;
 
 Q_SIGNALS:
-    /// The gate has refused, in these words.
+    /// The gate has rejected a call with this message.
     void rejected(QString text);
 
 private Q_SLOTS:
     void takeReads();
 
 private:
-    // One read of a property, as it came.
+    // One read of a property.
     struct Read
     {
         quintptr thread;
@@ -45,9 +46,9 @@ private:
     void onBusyRead(quintptr thread, bool busy);
 
     mutable std::mutex mutex_;
-    mutable std::vector<Read> reads_; ///< those that this object's thread has not looked at yet
+    mutable std::vector<Read> reads_; ///< not yet processed by this object's thread
     int patience_;
-    QSet<quintptr> between_; ///< threads that have read `popuped` and not yet `busy`
+    QSet<quintptr> between_; ///< threads that have read `popuped`, but not yet `busy`
 };
 
 } // namespace host

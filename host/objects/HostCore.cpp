@@ -103,7 +103,7 @@ void HostCore::order(int function, const QVariantMap& params)
     log_.write(
         QStringLiteral("order %1 %2").arg(describeFunction(function).english(), describeParams(params)));
     Q_EMIT ordered(describeFunction(function), describeParams(params));
-    // Accepted before the end began, and too late for it.
+    // An order that arrives during the shutdown is discarded.
     if (!isClosing())
         addTask(function, params);
 }
@@ -127,7 +127,7 @@ TaskPlan HostCore::planTask(int function, const QVariantMap& params)
 {
     const auto now = machine();
     TaskPlan plan;
-    // An earlier task may have changed what this one was accepted for.
+    // An earlier task may have changed the machine since the order was accepted.
     plan.rejection = taskRejection(*now, function, params);
     if (plan.rejection)
         return plan;
@@ -246,10 +246,10 @@ void HostCore::openAddress(const QString& address)
     Q_EMIT addressChanged();
 }
 
-void HostCore::setServicePlace(const QString& place)
+void HostCore::setServiceAddress(const QString& place)
 {
-    servicePlace_ = place;
-    Q_EMIT servicePlaceChanged();
+    serviceAddress_ = place;
+    Q_EMIT serviceAddressChanged();
 }
 
 void HostCore::setDialogOpen(bool open)

@@ -21,16 +21,16 @@
 
 namespace host {
 
-/// What all of the host's objects share: the machine, the work in hand, the open guide and the log.
+/// The state that the host's objects share: the machine, the tasks, the open guide and the log.
 ///
-/// machine(), isBusy() and isPopuped() may be called from any thread; everything else belongs to the
-/// application thread. The machine is never changed in place: a change is made on a copy, which then takes
-/// its place, so that a reader keeps the machine that it has begun with.
+/// machine(), isBusy() and isPopuped(): any thread; everything else: application thread, unless stated
+/// otherwise. The machine is never changed in place: a changed copy replaces it, so that a reader keeps its
+/// version.
 class HostCore : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QString machineName READ machineName CONSTANT)
-    Q_PROPERTY(QString servicePlace READ servicePlace NOTIFY servicePlaceChanged)
+    Q_PROPERTY(QString serviceAddress READ serviceAddress NOTIFY serviceAddressChanged)
     Q_PROPERTY(QString work READ work NOTIFY workChanged)
     Q_PROPERTY(QString address READ address NOTIFY addressChanged)
     Q_PROPERTY(bool dialogOpen READ isDialogOpen WRITE setDialogOpen NOTIFY dialogOpenChanged)
@@ -42,34 +42,33 @@ class HostCore : public QObject
 public:
     explicit HostCore(Machine machine, QObject* parent = nullptr);
 
-    /// How fast tasks run; for tasks that have not begun.
+    /// The speed of tasks that have not started.
     void setPace(Pace pace) { pace_ = pace; }
-    /// The tasks that are to fail, each once, in this order among those of one function.
+    /// The tasks that must fail, each once, in this order for one function.
     void setFailures(std::vector<PlannedFailure> failures) { failures_ = std::move(failures); }
-    /// Whether each guide that stands before work is started as it opens, as by a user.
+    /// Whether the work of each guide is started as the guide opens, as a user would.
     void setStartsGuides(bool starts) { startsGuides_ = starts; }
-    /// What the host's objects report their calls to. Any thread.
+    /// Receives the calls of the host's objects. Any thread.
     Transcript& transcript() { return transcript_; }
 
     std::shared_ptr<const Machine> machine() const;
     bool isBusy() const { return busy_ || closing_; }
     bool isPopuped() const { return popuped_ || pageOpen_ || closing_; }
 
-    /// From now on every question is answered with no, and the gate finds the host occupied: nothing new
-    /// begins.
+    /// From now on every question is rejected, and the host counts as busy and covered by a dialog.
     void setClosing();
     bool isClosing() const { return closing_; }
-    /// Notes a call on a host object, and gives its result back. Any thread.
+    /// Records a call of a host object and returns its result. Any thread.
     template <class Result>
     Result recordCall(const char* object, const char* member, const QVariantList& arguments, Result result)
     {
         transcript_.hostCall(object, member, arguments, QVariant::fromValue(result));
         return result;
     }
-    /// Notes that another thread has read a property, and gives its value back; the window's own reads are no
-    /// news. Any thread.
+    /// Records a read of a property by another thread and returns its value. Reads by the application thread,
+    /// which are the window's, are not recorded. Any thread.
     bool recordRead(const char* object, const char* property, bool value);
-    /// Each host method that a thread can be waiting for says here that it was called.
+    /// Called by each host method that another thread can wait for.
     void restartIdleTimer() { sinceLastCall_.restart(); }
     qint64 millisecondsSinceLastCall() const { return sinceLastCall_.elapsed(); }
 
@@ -77,9 +76,9 @@ public:
     Rejection rejection(int function, const QVariantMap& params);
     /// Rejects everything once the host is closing.
     Rejection closingRejection() const;
-    /// Records an order and carries it out after this call has returned, one order after the other.
+    /// Queues an order, which is carried out after this call has returned.
     void order(int function, const QVariantMap& params);
-    /// Replaces the machine and tells machineChanged().
+    /// Replaces the machine and emits machineChanged().
     void change(Machine machine);
 
     /// Replaces the open guide. Work that is rejected is removed, so that the guide only informs.
@@ -89,13 +88,13 @@ public:
     /// False if no guide was open.
     bool closeGuide();
     void openAddress(const QString& address);
-    void setServicePlace(const QString& place);
+    void setServiceAddress(const QString& place);
 
-    /// A page covers the window, or no longer does.
+    /// Whether a page covers the window.
     void setPageOpen(bool open) { pageOpen_ = open; }
-    /// Tells that a page said no to a question, and why; @p arguments as describeParams() has them.
+    /// Logs and emits a rejection; @p arguments: from describeParams().
     void recordRejection(const Text& function, const QString& arguments, const Text& reason);
-    /// The language has changed: everything that the window shows of this is said to have changed.
+    /// Called after a change of the language: emits the change signals of all translated values.
     void retranslate();
 
     HostLog* log() { return &log_; }
@@ -103,7 +102,7 @@ public:
     GuideView* guideView() { return &guideView_; }
     GateWatch& gate() { return gate_; }
     QString machineName() const { return machine()->name; }
-    QString servicePlace() const { return servicePlace_; }
+    QString serviceAddress() const { return serviceAddress_; }
     QString work() const { return work_.translated(); }
     QString address() const { return address_; }
     bool isDialogOpen() const { return dialogOpen_; }
@@ -111,7 +110,7 @@ public:
     bool isWin11Checker() const { return machine()->win11CheckerEnabled; }
     void setWin11Checker(bool enabled);
 
-    /// The close button of the window's guide panel.
+    /// The guide's close button.
     Q_INVOKABLE void dismissGuide() { closeGuide(); }
     /// Whether the user can start the work of the open guide.
     bool guideCanStart() const { return guide_ && guide_->work; }
@@ -120,12 +119,12 @@ public:
 
 Q_SIGNALS:
     void machineChanged();
-    void servicePlaceChanged();
+    void serviceAddressChanged();
     void workChanged();
     void guideChanged();
     void addressChanged();
     void dialogOpenChanged();
-    /// An order has come in.
+    /// An order has arrived.
     void ordered(host::Text function, QString arguments);
     void rejected(host::Text function, QString arguments, host::Text reason);
 
@@ -147,7 +146,7 @@ private:
     std::atomic<bool> closing_{false};
     QElapsedTimer sinceLastCall_;
     TaskQueue tasks_;
-    QString servicePlace_;
+    QString serviceAddress_;
     Text work_;
     std::optional<Guide> guide_;
     QString address_;
@@ -161,7 +160,7 @@ private:
     GateWatch gate_;
 };
 
-/// An order's parameters on one line, in the form `key=value key=value`; texts stand in quotes.
+/// An order's parameters on one line, in the form `key=value key=value`; strings are quoted.
 QString describeParams(const QVariantMap& params);
 
 } // namespace host

@@ -8,7 +8,7 @@ namespace host {
 
 namespace {
 
-// What the window keeps; standard output has them all.
+// Lines in the window; standard output has all lines.
 constexpr int kKeptLines = 500;
 
 } // namespace

@@ -4,8 +4,8 @@
 
 namespace host {
 
-/// The host's log: each line goes to standard output with its time and into the model that the window shows.
-/// Application thread.
+/// The host's log: each line goes to standard output with its time and to the window's model. Application
+/// thread.
 class HostLog : public QStringListModel
 {
     Q_OBJECT
@@ -13,10 +13,10 @@ class HostLog : public QStringListModel
 public:
     using QStringListModel::QStringListModel;
 
-    /// Writes a line that begins with the local time, hh:mm:ss.zzz.
+    /// Writes a line that starts with the local time, hh:mm:ss.zzz.
     void write(const QString& line);
 
-    /// Writes a line to standard output alone, as it stands, and at once.
+    /// Writes a line without a time to standard output only, and flushes it.
     static void print(const QString& line);
 };
 

@@ -57,8 +57,8 @@ void MultiLanguage::changeLanguage()
     setLanguage(codes.at((codes.indexOf(language_) + 1) % codes.size()));
 }
 
-// A translator is loaded before it is installed, because the scan's thread may read those that are installed.
-// Its destructor takes it out of use under Qt's lock.
+// A translator is loaded before it is installed, because the scan's thread may read installed translators.
+// Its destructor removes it under Qt's lock.
 void MultiLanguage::install()
 {
     std::vector<std::unique_ptr<QTranslator>> next;

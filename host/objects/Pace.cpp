@@ -12,7 +12,7 @@ namespace host {
 namespace {
 
 constexpr double kBytesPerMillisecond = 4.0 * 1024 * 1024 * 1024 / 1000;
-// A task that would take longer than this would as well never end.
+// Limits the duration, so that it fits into the integer type.
 constexpr double kLongest = 1e12;
 
 } // namespace

@@ -7,8 +7,8 @@
 
 namespace host {
 
-/// How fast the simulated machine works. A task takes a fixed time, and the time in which its bytes are moved
-/// at 4 GiB a second; both are divided by the factor.
+/// The speed of the simulated machine. A task takes a fixed time, and the time to move its bytes at 4 GiB per
+/// second; both are divided by the factor.
 struct Pace
 {
     bool instant = false; ///< every task takes no time
@@ -18,17 +18,17 @@ struct Pace
     qint64 milliseconds(qint64 fixed, qint64 bytes) const;
 };
 
-/// A factor above 0, or "instant"; none for another text.
+/// Reads a factor above 0 or "instant"; empty if invalid.
 std::optional<Pace> readPace(const QString& text);
 
-/// A task that is to fail: the next one of that function, after that share of its work, 0 to 1.
+/// Makes the next task of a function fail after that share of its work, 0 to 1.
 struct PlannedFailure
 {
     int function;
     double share;
 };
 
-/// "FormatPartition after 40%"; none for a text of another form, or with a name or a share that there is not.
+/// Reads "FormatPartition after 40%"; empty if the form, the name or the share is invalid.
 std::optional<PlannedFailure> readFailure(const QString& text);
 
 } // namespace host

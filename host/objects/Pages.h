@@ -18,8 +18,8 @@ class PartitionManager : public QObject
 public:
     explicit PartitionManager(HostCore& core, QObject* parent = nullptr);
 
-    /// With the key `TestFunValid`, true, a question: whether the page would carry out the function. Without
-    /// it an order, which is carried out after this has returned; its result says whether the page took it.
+    /// With `TestFunValid` true, a question: returns whether the page accepts the order. Otherwise an order,
+    /// which is carried out after the return; returns true.
     Q_INVOKABLE bool doFunFromAI(int functionIndex, QVariantMap params);
     Q_INVOKABLE bool isWin11CheckerEnable();
     /// Any thread.
@@ -51,7 +51,7 @@ class PartitionRecovery : public QObject
 public:
     explicit PartitionRecovery(HostCore& core, QObject* parent = nullptr);
 
-    /// Whether the task's disk can be searched.
+    /// Whether the task's disk is readable.
     Q_INVOKABLE bool isDiskIndexValid(QVariant task);
     /// Any thread.
     Q_INVOKABLE bool isRawPart(QVariant partition) const;
@@ -83,9 +83,9 @@ class DeviceManager : public QObject
 public:
     explicit DeviceManager(HostCore& core, QObject* parent = nullptr);
 
-    /// All disks, whatever the selector.
+    /// All disks; the selector is ignored.
     Q_INVOKABLE QVariantList disks(int selector, bool flag) const;
-    /// The disks that a system starts from, whatever the selector.
+    /// The disks with a boot partition; the selector is ignored.
     Q_INVOKABLE QVariantList bootDisks(int selector, bool flag) const;
 
 private:
@@ -105,7 +105,7 @@ public:
     int cloneType() const { return cloneType_; }
     void setCloneType(int type);
 
-    /// What the guide has against the task at that step, empty if nothing.
+    /// The reason why the guide rejects the task at that step; empty if accepted.
     Q_INVOKABLE QString invalidInfo(QVariantMap source, QVariantMap destination, int step,
                                     QVariantMap defBoot);
 
@@ -130,7 +130,7 @@ private:
     HostCore& core_;
 };
 
-/// Makes all of these as children of @p core and publishes them under their names.
+/// Creates all pages as children of @p core and publishes them under their names.
 void publishPages(HostCore& core, QQmlContext& context);
 
 } // namespace host

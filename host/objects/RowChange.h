@@ -5,8 +5,8 @@
 
 namespace host {
 
-/// Where two lists differ: behind @p first equal elements, @p removed of the old list stand in the place of
-/// @p inserted of the new; all further ones are equal again.
+/// The difference between two lists: after @p first equal elements, @p removed elements are replaced by @p
+/// inserted elements; the rest is equal.
 struct RowChange
 {
     int first = 0;
@@ -14,7 +14,7 @@ struct RowChange
     int inserted = 0;
 };
 
-/// The change that leads from one list to another, elements compared by @p same.
+/// The change from one list to another; @p same compares two elements.
 template <class List, class Same> RowChange findRowChange(const List& from, const List& to, Same same)
 {
     const std::size_t shorter = std::min(from.size(), to.size());

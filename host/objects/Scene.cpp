@@ -7,7 +7,7 @@
 
 #include <utility>
 
-// The macro declares a function of the global namespace.
+// Q_INIT_RESOURCE must be used in the global namespace.
 static void registerPages()
 {
     Q_INIT_RESOURCE(qml);
@@ -40,8 +40,8 @@ Scene::Scene(Machine machine, int automaticAnswer, ThemeMode theme, const QStrin
                      [this] { retranslate(); });
 }
 
-// The texts of the QML files, and those that C++ makes for them. A recommendation is a text of the library
-// and stays in the language in which it was made.
+// Translates the strings of QML and C++ again. A recommendation comes from the library and keeps its
+// language.
 void Scene::retranslate()
 {
     engine_.retranslate();

@@ -12,13 +12,13 @@ namespace host {
 
 class HostWindow;
 
-/// Every object that the library looks for, each under its name: the pages as context properties, the window,
-/// and the two items inside it. Application thread.
+/// Every object that the library looks for, under its name: the pages as context properties, the window and
+/// its two items. Application thread.
 class Scene
 {
 public:
-    /// @p automaticAnswer: see BridgeLink. @p language: one of MultiLanguage::languages(). The window is made
-    /// but not shown.
+    /// @p automaticAnswer: see BridgeLink. @p language: one of MultiLanguage::languages(). Creates the window
+    /// without showing it.
     Scene(Machine machine, int automaticAnswer, ThemeMode theme = ThemeMode::System,
           const QString& language = QStringLiteral("en"));
 
@@ -35,7 +35,7 @@ private:
     void connectWindow();
     void retranslate();
 
-    MultiLanguage language_; // before everything that shows texts
+    MultiLanguage language_; // before all objects with translated strings
     HostCore core_;
     DiskModel disks_;
     Theme theme_;

@@ -7,7 +7,7 @@ namespace host {
 
 namespace {
 
-// Enough to be seen and to be hit with a pointer.
+// Wide enough to see and to click.
 constexpr double kLeastWidth = 18;
 constexpr double kGap = 2;
 
@@ -45,12 +45,12 @@ void SegmentModel::update(const std::vector<Partition>& entries)
         Q_EMIT countChanged();
 }
 
-// Makes rows come and go so that each row stands for the place that it will show.
+// Inserts and removes rows, so that each row keeps its position.
 void SegmentModel::replaceRows(std::vector<Row>& next)
 {
     RowChange change =
         findRowChange(rows_, next, [](const Row& a, const Row& b) { return a.isSamePlace(b); });
-    // What merely moved keeps its row.
+    // An entry that only moved keeps its row.
     const int kept = std::min(change.removed, change.inserted);
     const int first = change.first + kept;
     if (change.removed > kept) {

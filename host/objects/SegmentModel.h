@@ -10,8 +10,8 @@
 
 namespace host {
 
-/// One disk's bar as rows for the window: a row for each entry of its partition list, with its place in the
-/// bar. Application thread.
+/// The bar of one disk: a row for each entry of its partition list, with its position in the bar. Application
+/// thread.
 class SegmentModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -22,24 +22,24 @@ public:
     enum Role {
         TitleRole = Qt::UserRole,
         SubtitleRole,
-        FlagsRole,   ///< list of texts
-        DetailsRole, ///< all about the entry, one line
+        FlagsRole,   ///< QStringList
+        DetailsRole, ///< all details of the entry, one line
         FileSystemRole,
-        ShareRole, ///< how much of it is in use, 0 to 1
+        ShareRole, ///< used share, 0 to 1
         FreeRole,  ///< bool: a region of free space
-        LeftRole,  ///< in the bar, in its units
+        LeftRole,  ///< position, in the bar's units
         WidthRole
     };
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// Takes the entries over and tells only of those rows that differ.
+    /// Shows the entries. Change signals are emitted only for rows that differ.
     void update(const std::vector<Partition>& entries);
 
     double barWidth() const { return barWidth_; }
     void setBarWidth(double width);
     int count() const { return static_cast<int>(rows_.size()); }
-    /// A row's line of details, empty for a row that is not there.
+    /// The details of a row; empty if the row does not exist.
     Q_INVOKABLE QString details(int row) const;
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -49,7 +49,7 @@ public:
 Q_SIGNALS:
     void barWidthChanged();
     void countChanged();
-    /// Some row's details may read otherwise now.
+    /// The details of some rows may have changed.
     void detailsChanged();
 
 private:

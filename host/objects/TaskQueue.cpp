@@ -8,7 +8,7 @@ namespace host {
 namespace {
 
 constexpr std::size_t kKeptRows = 200;
-// How often the progress is told while a task runs.
+// Interval between progress updates.
 constexpr int kStepMs = 50;
 
 const QString kWaiting = QStringLiteral("waiting");
@@ -62,7 +62,7 @@ void TaskQueue::retranslate()
 
 void TaskQueue::cancelAll()
 {
-    // From the back, so that none is begun on the way.
+    // From the last task to the first, so that no waiting task starts.
     for (int id = lastId_; id > 0; --id)
         cancel(id);
 }

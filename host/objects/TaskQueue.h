@@ -12,30 +12,29 @@
 
 namespace host {
 
-/// What a task turns out to be when its turn comes.
+/// Made when a task starts.
 struct TaskPlan
 {
     Rejection rejection;           ///< why the task can no longer run
-    qint64 milliseconds = 0;       ///< how long it takes
-    std::optional<double> failsAt; ///< the share of the work, 0 to 1, after which it fails
+    qint64 milliseconds = 0;       ///< duration
+    std::optional<double> failsAt; ///< share of the work, 0 to 1, after which it fails
     Text failure;                  ///< the error of that failure
 };
 
-/// A piece of work as the queue sees it. All of the functions are called on the queue's thread.
+/// A task of the queue. All functions are called on the queue's thread.
 struct TaskWork
 {
     Text title;
-    QString detail; ///< its parameters, one line
+    QString detail; ///< parameters, one line
     std::function<TaskPlan()> plan;
     std::function<Rejection()> finish;     ///< carries out the work unless it is rejected
-    std::function<void(double)> interrupt; ///< leaves what work leaves that ended at that share
+    std::function<void(double)> interrupt; ///< applies the effect of work that ends at that share
 };
 
-/// The host's work: tasks that run one after the other, the newest last. Tasks that have ended stay in the
-/// list, of these the latest two hundred.
+/// The host's tasks, which run one at a time in order. The latest two hundred ended tasks stay in the list.
 ///
 /// Rows have the roles title, detail, state ("waiting", "running", "done", "failed" or "cancelled"), progress
-/// (0 to 1), error (empty unless failed) and taskId (counts from 1). Application thread.
+/// (0 to 1), error (empty unless failed) and taskId (from 1). Application thread.
 class TaskQueue : public QAbstractListModel
 {
     Q_OBJECT
@@ -45,23 +44,22 @@ public:
 
     explicit TaskQueue(QObject* parent = nullptr);
 
-    /// Appends a task, which begins no earlier than the event loop's next turn. Gives its id.
+    /// Appends a task, which starts in a later iteration of the event loop. Returns its id.
     int add(TaskWork work);
     /// True while a task waits or runs.
     bool isAtWork() const;
-    /// The title of the task that runs or comes next, empty if there is none.
+    /// The title of the running or next task; empty for an empty queue.
     Text currentTitle() const;
-    /// The title of a task, empty if it is not in the list.
+    /// The title of a task; empty if it is not in the list.
     Text titleOf(int taskId) const;
     /// The row of a task; invalid if it is not in the list.
     QModelIndex indexOf(int taskId) const;
-    /// The language has changed: titles and errors read otherwise now.
+    /// Called after a change of the language.
     void retranslate();
     /// Cancels every task that waits or runs.
     void cancelAll();
 
-    /// Takes a waiting task out of the queue, and ends a running one where it is. Without effect on one that
-    /// has ended or never was.
+    /// Cancels a waiting task, or ends a running one. No effect on an ended or unknown task.
     Q_INVOKABLE void cancel(int taskId);
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -70,8 +68,7 @@ public:
 
 Q_SIGNALS:
     void taskStarted(int id, QString title);
-    /// @p state: "done", "failed" or "cancelled"; @p error in English. The machine is already what the task
-    /// has left of it.
+    /// @p state: "done", "failed" or "cancelled"; @p error in English. The machine has already been changed.
     void taskEnded(int id, QString state, QString error);
     /// The last task has ended.
     void idle();

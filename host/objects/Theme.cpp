@@ -38,7 +38,7 @@ struct FileSystemColour
     Pair used;
 };
 
-// The last row is for every other name.
+// The last row matches every other name.
 constexpr FileSystemColour kFileSystems[] = {
     {"NTFS", {0xff2f6fde, 0xff5b97f5}, {0xffc9dcfb, 0xff28447a}},
     {"FAT32", {0xff12876f, 0xff3fc4a5}, {0xffbfe8de, 0xff1d5549}},

@@ -5,11 +5,11 @@
 
 namespace host {
 
-/// Which of the two sets of colours the window uses.
+/// The colours of the window.
 enum class ThemeMode { System, Light, Dark };
 
-/// The window's colours and fonts, for the QML files as `theme`. With ThemeMode::System it follows the
-/// application's palette, also when that changes. Application thread.
+/// The window's colours and fonts, for the QML files as `theme`. ThemeMode::System follows the application's
+/// palette. Application thread.
 class Theme : public QObject
 {
     Q_OBJECT
@@ -38,12 +38,12 @@ public:
 
     bool isDark() const { return dark_; }
 
-    QColor window() const;  ///< behind everything
+    QColor window() const;  ///< background
     QColor surface() const; ///< panels
-    QColor raised() const;  ///< buttons and wells on a panel
+    QColor raised() const;  ///< buttons and fields on a panel
     QColor border() const;
     QColor text() const;
-    QColor muted() const; ///< text of less weight
+    QColor muted() const; ///< secondary text
     QColor accent() const;
     QColor accentText() const; ///< on accent
     QColor accentSurface() const;
@@ -53,12 +53,11 @@ public:
     QColor badSurface() const;
     QColor warn() const;
     QColor warnSurface() const;
-    QColor shade() const; ///< over the window, under a dialog
+    QColor shade() const; ///< between the window and a dialog
     QString font() const { return font_; }
     QString fixedFont() const { return fixedFont_; }
 
-    /// The colour of a file system in the disk bars: of the strip above a segment, and @p used of the part of
-    /// it that is in use.
+    /// The colour of a file system in the disk bars: of its used part if @p used, else of the strip above it.
     Q_INVOKABLE QColor fileSystem(const QString& name, bool used) const;
 
 Q_SIGNALS:

@@ -15,7 +15,7 @@ const QString kAnswered = QStringLiteral("answered");
 const Text kCall(QT_TRANSLATE_NOOP("Sandbox", "call"));
 const Text kGate(QT_TRANSLATE_NOOP("Sandbox", "Gate"));
 
-// The clone tools say no in words of their own; every other text is what a tool found out.
+// The clone tools reject with their own message; every other string is a result.
 bool isRejection(const QString& result)
 {
     return result == QLatin1String("Task NotValid") || result.startsWith(QLatin1String("It seems that disk"));

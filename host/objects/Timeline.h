@@ -9,9 +9,8 @@
 
 namespace host {
 
-/// What the agent has done, for the window: a row for each tool call that was announced at the gate, for
-/// what the gate has refused, and for each order or refusal outside an announced call. Newest last.
-/// Application thread.
+/// The agent's calls for the window: a row for each announced tool call, for rejections by the gate, and for
+/// each order or rejection outside an announced call. Newest last. Application thread.
 class Timeline : public QAbstractListModel
 {
     Q_OBJECT
@@ -22,28 +21,28 @@ public:
         TimeRole = Qt::UserRole, ///< hh:mm:ss
         ToolRole,
         ArgumentsRole,
-        ResultRole, ///< the answer in the words that the agent got; empty while there is none
-        ReasonRole, ///< why the host said no, which the agent does not learn; mostly empty
-        StateRole,  ///< "running", "queued", "rejected", "answered", or "held": refused by the gate
-        TimesRole   ///< of a refusal by the gate: how often in a row; else 0
+        ResultRole, ///< the agent's answer, not translated; empty until the call ends
+        ReasonRole, ///< reason for a rejection, which the agent does not get
+        StateRole,  ///< "running", "queued", "rejected", "answered", or "held": rejected by the gate
+        TimesRole   ///< number of consecutive rejections by the gate; 0 for other rows
     };
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// The agent is about to call a tool, in its own words: the tool's name, then what it likes.
+    /// The agent announces a call: the tool's name, then any text.
     void announce(const QString& toolCalls);
-    /// The announced call got its answer.
+    /// The announced call has ended.
     void answer(const QString& result, bool queued);
-    /// The host was given an order.
+    /// The host received an order.
     void recordOrder(const Text& function, const QString& arguments);
-    /// The host said no to a question.
+    /// The host rejected an order.
     void recordRejection(const Text& function, const QString& arguments, const Text& reason);
 
-    /// The gate has refused a call, in these words. Refusals in a row, for the same reason, are one row.
+    /// The gate rejected a call with this message. Consecutive rejections with the same message share one
+    /// row.
     void recordGateRejection(const QString& text);
 
-    /// The language has changed: tools and reasons read otherwise now. Results are the answers that the agent
-    /// got, and stay.
+    /// Called after a change of the language. Results are not translated.
     void retranslate();
 
     int count() const { return static_cast<int>(rows_.size()); }
@@ -63,7 +62,7 @@ private:
         QString result;
         Text reason;
         QString state;
-        int times = 0; ///< a refusal of the gate: how often; else 0
+        int times = 0; ///< number of consecutive rejections by the gate; 0 for other rows
     };
 
     bool isCallOpen() const { return open_ >= 0; }
@@ -71,7 +70,7 @@ private:
     void changed(int row);
 
     std::deque<Row> rows_;
-    int open_ = -1; ///< the row of the announced call that has no answer yet; -1 if there is none
+    int open_ = -1; ///< row of the announced call without an answer; -1 if no call is open
 };
 
 } // namespace host

@@ -28,7 +28,7 @@ QString threadName()
     const QThread* thread = QThread::currentThread();
     if (QCoreApplication::instance() == nullptr || thread == QCoreApplication::instance()->thread())
         return QStringLiteral("application");
-    // A connection's thread is none of Qt's own; the scan's is, and has a class of its own.
+    // The scan's thread is a subclass of QThread; a connection's thread is not created by Qt.
     if (std::strcmp(thread->metaObject()->className(), "QThread") != 0 &&
         std::strcmp(thread->metaObject()->className(), "QAdoptedThread") != 0)
         return QStringLiteral("scan");
@@ -70,7 +70,7 @@ void Transcript::add(const QString& kind, QJsonObject fields)
         return;
     fields.insert(QStringLiteral("kind"), kind);
     fields.insert(QStringLiteral("thread"), threadName());
-    // Under the guard, so that the lines stand in the order of their times.
+    // The lock keeps the lines in the order of their times.
     const std::lock_guard<std::mutex> lock(mutex_);
     fields.insert(QStringLiteral("time"), QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs));
     fields.insert(QStringLiteral("ms"), clock_.elapsed());

@@ -10,14 +10,12 @@
 
 namespace host {
 
-/// What happened, a JSON object on a line of a file each: `time` (UTC, ISO 8601 with milliseconds), `ms`
-/// (milliseconds of a clock that never jumps, from the opening on), `thread` ("application", "scan", or
-/// "connection N", counted in the order in which they first did something here), `kind`, and what belongs to
-/// that kind. Each line is handed to the system at once, so that a killed process leaves all but at most the
-/// last.
+/// A file of events, one JSON object per line: `time` (UTC, ISO 8601 with milliseconds), `ms` (milliseconds
+/// of a monotonic clock since open()), `thread` ("application", "scan", or "connection N", numbered by first
+/// use), `kind`, and the fields of that kind. Each line is flushed at once, so that a killed process loses at
+/// most the last line.
 ///
-/// add() and hostCall() may be called from any thread; open() belongs before all others. Without a file all
-/// do nothing.
+/// add() and hostCall(): any thread; open() must be called first. Without a file they have no effect.
 class Transcript
 {
 public:
@@ -26,12 +24,12 @@ public:
     Transcript(const Transcript&) = delete;
     Transcript& operator=(const Transcript&) = delete;
 
-    /// Begins a file in place of what stood there; the error, empty if it could be opened.
+    /// Creates or truncates the file. Returns the error; empty on success.
     QString open(const QString& path);
     bool isOpen() const { return file_ != nullptr; }
 
     void add(const QString& kind, QJsonObject fields);
-    /// A call on one of the host's objects. Records stand in it by name; a list in the result by its length.
+    /// A call of a host object. Records are written by name, lists by their length.
     void hostCall(const char* object, const char* member, const QVariantList& arguments,
                   const QVariant& result = QVariant(), const QString& reason = QString());
 

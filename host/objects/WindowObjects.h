@@ -9,10 +9,10 @@ namespace host {
 
 /// The application's main window, the root of the QML tree and its only window.
 ///
-/// It and the two items below are C++ classes because the library reads their properties from threads of its
-/// own, and a property declared in QML must not be touched there. For the same reason the QML file declares
-/// no member on any of them, and keeps both items directly under the window: the library looks them up by
-/// name from those threads, and so never walks into the part of the tree that the pages change.
+/// It and the two items below are C++ classes, because the library reads their properties on its own threads,
+/// where QML properties must not be accessed. For the same reason the QML file declares no member on them and
+/// keeps both items directly under the window: the library finds them by name on those threads without
+/// entering the part of the tree that the pages change.
 class HostWindow : public QQuickWindow
 {
     Q_OBJECT
@@ -24,9 +24,9 @@ public:
 
     /// True while a dialog covers the window. Any thread.
     bool isPopuped() const;
-    /// Closes the guide that is open; the argument carries nothing. True if there was one.
+    /// Closes the open guide; the argument is ignored. True if a guide was open.
     Q_INVOKABLE QVariant closeGuide(QVariant unused);
-    /// Shows the address; nothing is fetched. True.
+    /// Shows the address without fetching it. Returns true.
     Q_INVOKABLE QVariant openUrl(QVariant address);
 
 Q_SIGNALS:
@@ -40,7 +40,7 @@ private:
     HostCore* core_ = nullptr;
 };
 
-/// The item `__zormain`: the application's other pages.
+/// The item `__zormain`: the other pages.
 class MainPage : public QQuickItem
 {
     Q_OBJECT
@@ -66,7 +66,7 @@ private:
     HostCore* core_ = nullptr;
 };
 
-/// The item `__qml_executer`: takes the telemetry events, which go into the log and nowhere else.
+/// The item `__qml_executer`: writes the telemetry events to the log only.
 class QmlExecuter : public QQuickItem
 {
     Q_OBJECT
@@ -81,7 +81,7 @@ private:
     HostCore* core_ = nullptr;
 };
 
-/// Makes the three classes known to QML, as module `Sandbox` 1.0.
+/// Registers the three classes with QML, as module `Sandbox` 1.0.
 void registerWindowTypes();
 
 } // namespace host

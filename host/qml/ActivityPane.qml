@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// What the agent does; a button turns it into the host's log.
+// The agent's calls; a button switches to the host's log.
 Panel {
     id: pane
 

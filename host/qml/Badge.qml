@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A word on a coloured ground; `tone` is plain, accent, good, bad or warn.
+// A word on a coloured background; `tone` is plain, accent, good, bad or warn.
 Rectangle {
     property alias text: label.text
     property string tone: "plain"

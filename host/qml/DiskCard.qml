@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A disk: what it is, and its bar.
+// A disk: its properties and its bar.
 Rectangle {
     id: card
 
@@ -53,7 +53,7 @@ Rectangle {
             visible: card.pieces.count === 0
             color: theme.window
             radius: 5
-            Words { anchors.centerIn: parent; text: qsTr("Nothing to show"); font.pixelSize: 12; color: theme.muted }
+            Words { anchors.centerIn: parent; text: qsTr("Empty"); font.pixelSize: 12; color: theme.muted }
         }
     }
 }

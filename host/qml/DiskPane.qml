@@ -1,8 +1,7 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 
-// All disks, and the details of the entry that is selected. Up and Down choose the disk, Left and Right the
-// entry.
+// All disks, and the details of the selected entry. Up and Down select the disk, Left and Right the entry.
 Item {
     id: pane
 

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// What the open guide or page is about, a line for each fact.
+// The facts of the open guide or page, one per line.
 Column {
     spacing: 3
 

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// Lies around an item that the keyboard acts on.
+// The frame around the item with the keyboard focus.
 Rectangle {
     property bool shown: parent.activeFocus
 

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// The guide that a tool has opened, at its step, with what speaks against it. Escape closes it.
+// The open guide at its current step, with the reason for a rejection. Escape closes it.
 Panel {
     id: pane
 

@@ -11,12 +11,12 @@ RowLayout {
     }
     Badge {
         objectName: "serviceBadge"
-        tone: host.servicePlace === "" ? "warn" : "good"
-        text: host.servicePlace === "" ? qsTr("service is starting") : qsTr("agent service on %1").arg(host.servicePlace)
+        tone: host.serviceAddress === "" ? "warn" : "good"
+        text: host.serviceAddress === "" ? qsTr("service is starting") : qsTr("agent service on %1").arg(host.serviceAddress)
     }
     Badge {
         objectName: "busyBadge"
-        // The only part that may be cut off: the list of tasks has the name too.
+        // The only part that may be elided, because the list of tasks shows the name as well.
         Layout.fillWidth: true
         Layout.minimumWidth: 0
         Layout.maximumWidth: implicitWidth

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 
-// Everything that is seen in the window.
+// The content of the window.
 Rectangle {
     color: theme.window
 

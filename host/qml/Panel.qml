@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A titled surface; what is put into it fills the space under the title.
+// A surface with a title; its content fills the space below the title.
 Rectangle {
     property alias title: heading.text
     property alias note: aside.text

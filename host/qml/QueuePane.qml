@@ -25,7 +25,7 @@ Panel {
     Words {
         anchors.centerIn: parent
         visible: list.count === 0
-        text: qsTr("Nothing has been ordered yet.")
+        text: qsTr("No tasks yet.")
         font.pixelSize: 12
         color: theme.muted
     }

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A task: its title, how far it is, and the button that cancels it while that is possible.
+// A task: its title, its progress, and a button that cancels it.
 Item {
     id: row
 

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// The recommendation that the scan has made, with its buttons. Escape presses the last of them.
+// The scan's recommendation with its buttons. Escape presses the last button.
 Rectangle {
     id: card
 

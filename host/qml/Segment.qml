@@ -7,7 +7,7 @@ Rectangle {
     property bool selected: false
     readonly property bool roomy: width >= 50
 
-    // Where there is no room for more.
+    // Shown if there is not enough room for the title.
     readonly property string letter: width >= 24 && model.title[1] === ":" ? model.title.substring(0, 2) : ""
 
     signal chosen()

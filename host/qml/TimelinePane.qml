@@ -10,7 +10,7 @@ ListView {
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
     ScrollBar.vertical: Scroller {}
-    // The newest stays in sight unless the reader has gone back.
+    // The newest row stays visible unless the user has scrolled back.
     property bool atEnd: true
     onMovementEnded: atEnd = atYEnd
     onCountChanged: if (atEnd) Qt.callLater(positionViewAtEnd)

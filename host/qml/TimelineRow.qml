@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A call of the agent: when, which tool, with what, and what came of it.
+// A call of the agent: time, tool, arguments and result.
 Item {
     id: row
 

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 import Sandbox 1.0
 
-// No property, function or signal is declared on these three: their members are read from other threads.
+// These three must not declare a property, function or signal, because other threads read their members.
 HostWindow {
     width: 1280
     height: 720

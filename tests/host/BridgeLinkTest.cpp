@@ -1,5 +1,5 @@
-// The host's side of the component: what it pushes, what it shows, how it answers. The component is the real
-// one, without its service.
+// The host's connection to the component: inventory, guides and recommendations. The component is real,
+// without its service.
 #include "host/objects/Scene.h"
 #include "plugin/AIBridge.h"
 #include "service/ZorHandle.h"
@@ -56,7 +56,7 @@ TEST_F(BridgeLinkTest, CreatePartition_OfAnAgent_ShowsInTheInventory)
     EXPECT_EQ(created.label, "Fresh");
 }
 
-TEST_F(BridgeLinkTest, RefusedQuestion_LeavesTheMachineAlone)
+TEST_F(BridgeLinkTest, RejectedQuestion_LeavesTheMachineUnchanged)
 {
     std::string answer;
     runOnOtherThread([&] { tools.DeletePartition(answer, "C"); });
@@ -77,7 +77,7 @@ TEST_F(BridgeLinkTest, CloneDiskToDisk_OpensTheGuideAtItsLastStep)
         [&] { return scene.core().guide() != nullptr && scene.core().guide()->summary == "step 3"; }));
 }
 
-TEST_F(BridgeLinkTest, CloneDiskToDisk_OfADiskThatIsNotThere_TellsTheAgent)
+TEST_F(BridgeLinkTest, CloneDiskToDisk_OfAMissingDisk_IsAnsweredToTheAgent)
 {
     EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 0, 7), "It seems that disk7 is not exist");
     EXPECT_EQ(scene.core().guide(), nullptr);
@@ -93,7 +93,7 @@ TEST_F(BridgeLinkTest, ConvertDiskToGpt_OpensTheGuide)
     EXPECT_EQ(scene.core().guide()->title, "Convert: disk 1 to GPT");
 }
 
-TEST_F(BridgeLinkTest, InstallAndEnablePreOS_IsTakenOnceUntilItIsDisabled)
+TEST_F(BridgeLinkTest, InstallAndEnablePreOS_IsAcceptedOnceUntilItIsDisabled)
 {
     const auto install = [&] {
         std::string answer;

@@ -1,5 +1,4 @@
-// The rows behind the disk bars: what they say, how they are laid out, and that a change touches only what it
-// changes.
+// The rows of the disk bars: content, layout, and minimal changes.
 #include "host/objects/DiskModel.h"
 #include "host/objects/DiskText.h"
 #include "host/objects/Timeline.h"
@@ -26,7 +25,7 @@ TEST(BarLayout, WideEnough_IsToScale)
     EXPECT_DOUBLE_EQ(pieces[2].x + pieces[2].width, 504);
 }
 
-TEST(BarLayout, TinyPieces_GetTheLeastWidthAndTheRestStaysInProportion)
+TEST(BarLayout, TinyPieces_GetTheMinimumWidthAndTheRestStaysInProportion)
 {
     const auto pieces = layoutBar({1, 1000000, 2000000, 1}, 1000, 20, 0);
     EXPECT_DOUBLE_EQ(pieces[0].width, 20);
@@ -35,8 +34,8 @@ TEST(BarLayout, TinyPieces_GetTheLeastWidthAndTheRestStaysInProportion)
     EXPECT_DOUBLE_EQ(pieces[2].width, 640);
 }
 
-// The second piece would be wide enough, had the first not to be widened.
-TEST(BarLayout, PieceThatFallsUnderTheLeastWidthByAnothersGain_IsWidenedToo)
+// The second piece would be wide enough if the first were not widened.
+TEST(BarLayout, PieceNarrowedBelowTheMinimumByAnother_IsWidened)
 {
     const auto pieces = layoutBar({0, 20, 80}, 100, 20, 0);
     EXPECT_DOUBLE_EQ(pieces[0].width, 20);
@@ -44,7 +43,7 @@ TEST(BarLayout, PieceThatFallsUnderTheLeastWidthByAnothersGain_IsWidenedToo)
     EXPECT_DOUBLE_EQ(pieces[2].width, 60);
 }
 
-TEST(BarLayout, TooNarrow_GivesAllTheSame)
+TEST(BarLayout, TooNarrow_GivesEqualWidths)
 {
     const auto pieces = layoutBar({1, 5, 9}, 34, 18, 2);
     for (const host::BarPiece& piece : pieces)
@@ -112,7 +111,7 @@ TEST_F(DiskModelTest, Rows_AreTheDisksWithTheirEntries)
     EXPECT_EQ(model.segments(6), nullptr);
 }
 
-TEST_F(DiskModelTest, ChangedLabel_TouchesOneRowOfOneDisk)
+TEST_F(DiskModelTest, ChangedLabel_ChangesOneRowOfOneDisk)
 {
     QSignalSpy rows(segments(0), &QAbstractItemModel::dataChanged);
     QSignalSpy others(segments(1), &QAbstractItemModel::dataChanged);
@@ -147,7 +146,7 @@ TEST_F(DiskModelTest, NewPartition_IsOneNewRow)
     EXPECT_EQ(entry(0, 4, host::SegmentModel::SubtitleRole), "9 GB");
 }
 
-TEST_F(DiskModelTest, VanishedDisk_TakesItsRowAndLeavesTheOthers)
+TEST_F(DiskModelTest, RemovedDisk_RemovesItsRowOnly)
 {
     QObject* last = model.segments(5);
     QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
@@ -168,7 +167,7 @@ TEST_F(DiskModelTest, BarWidth_LaysTheEntriesOut)
     EXPECT_GE(entry(0, 0, host::SegmentModel::WidthRole).toDouble(), 18);
 }
 
-TEST(TimelineModel, Announcement_IsTakenApartAtTheEndOfTheName)
+TEST(TimelineModel, Announcement_IsSplitAfterTheName)
 {
     host::Timeline timeline;
     for (const char* call :
@@ -184,7 +183,7 @@ TEST(TimelineModel, Announcement_IsTakenApartAtTheEndOfTheName)
     EXPECT_EQ(cell(3, host::Timeline::ToolRole), "call");
 }
 
-TEST(TimelineModel, OrderAndRefusalOutsideACall_HaveRowsOfTheirOwn)
+TEST(TimelineModel, OrderAndRejectionOutsideACall_HaveTheirOwnRows)
 {
     host::Timeline timeline;
     timeline.recordOrder("FormatPartition", "driveLetter=E");
@@ -204,7 +203,7 @@ TEST(TimelineModel, OrderWithinACall_BelongsToIt)
     EXPECT_EQ(timeline.count(), 1);
 }
 
-TEST(TimelineModel, AnswerBehindAGateRefusal_BelongsToItsCall)
+TEST(TimelineModel, AnswerAfterAGateRejection_BelongsToItsCall)
 {
     host::Timeline timeline;
     timeline.announce("FormatPartition driveLetter=E");
@@ -215,7 +214,7 @@ TEST(TimelineModel, AnswerBehindAGateRefusal_BelongsToItsCall)
     EXPECT_EQ(timeline.data(timeline.index(1), host::Timeline::StateRole), "held");
 }
 
-TEST(TimelineModel, OldestRows_AreForgotten)
+TEST(TimelineModel, OldestRows_AreRemoved)
 {
     host::Timeline timeline;
     for (int call = 0; call < 510; ++call)

@@ -1,4 +1,4 @@
-// What a file system can be.
+// The limits of file systems.
 #include "host/machine/FileSystems.h"
 #include "tests/host/MachineText.h"
 
@@ -61,14 +61,14 @@ const VolumeRow kVolumes[] = {
 INSTANTIATE_TEST_SUITE_P(All, Volumes, testing::ValuesIn(kVolumes),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(FileSystems, UnknownName_IsNone)
+TEST(FileSystems, UnknownName_IsNull)
 {
     EXPECT_EQ(host::fileSystem("RAW"), nullptr);
     EXPECT_EQ(host::fileSystem(""), nullptr);
     EXPECT_STREQ(host::fileSystem("EXFAT")->name, "exFAT");
 }
 
-TEST(FileSystems, Fat32FromElsewhere_MayHaveTwoTiB)
+TEST(FileSystems, ExistingFat32_CanHaveTwoTiB)
 {
     EXPECT_EQ(reasonOf(host::sizeRejection(*host::fileSystem("FAT32"), 2 * kTiB, 32768)), "");
     EXPECT_NE(reasonOf(host::sizeRejection(*host::fileSystem("FAT32"), 2 * kTiB + 512, 32768)), "");

@@ -1,4 +1,4 @@
-// What the guides and the toolbox have against a task.
+// The checks of the guides and the toolbox.
 #include "host/machine/GuidedTasks.h"
 #include "host/machine/Records.h"
 #include "tests/host/MachineText.h"
@@ -22,7 +22,7 @@ QString clone(const QVariantMap& source, const QVariantMap& destination, int ste
     return reasonOf(host::cloneRejection(testMachine(), source, destination, step));
 }
 
-TEST(CloneGuide, SourceAlone_IsLookedAtInTheFirstStep)
+TEST(CloneGuide, FirstStep_ChecksTheSourceOnly)
 {
     EXPECT_EQ(clone(diskRecord(0), {}, 1), "");
     EXPECT_NE(clone(diskRecord(3), {}, 1), "");
@@ -39,13 +39,13 @@ TEST(CloneGuide, LargeEnoughDestination_IsAccepted)
     EXPECT_EQ(clone(partitionRecord(0, 2), partitionRecord(1, 2)), "");
 }
 
-TEST(CloneGuide, DestinationThatIsTooSmall_IsRefused)
+TEST(CloneGuide, DestinationThatIsTooSmall_IsRejected)
 {
     EXPECT_EQ(clone(diskRecord(0), diskRecord(5)), "The destination is too small.");
     EXPECT_EQ(clone(partitionRecord(0, 2), partitionRecord(1, 0)), "The destination is too small.");
 }
 
-TEST(CloneGuide, DestinationOfTheDataExactly_IsAccepted)
+TEST(CloneGuide, DestinationOfExactlyTheDataSize_IsAccepted)
 {
     host::Machine machine = testMachine();
     machine.disk(5)->size = machine.disk(0)->usedSize;
@@ -55,7 +55,7 @@ TEST(CloneGuide, DestinationOfTheDataExactly_IsAccepted)
     EXPECT_NE(reasonOf(host::cloneRejection(machine, records.at(0).toMap(), records.at(5).toMap(), 2)), "");
 }
 
-TEST(CloneGuide, CloneOntoItself_IsRefused)
+TEST(CloneGuide, CloneOntoItself_IsRejected)
 {
     const QString itself = "The source cannot be cloned onto itself.";
     EXPECT_EQ(clone(diskRecord(1), diskRecord(1)), itself);
@@ -63,21 +63,21 @@ TEST(CloneGuide, CloneOntoItself_IsRefused)
     EXPECT_EQ(clone(partitionRecord(1, 1), diskRecord(1)), itself);
 }
 
-TEST(CloneGuide, RunningSystemAsDestination_IsRefused)
+TEST(CloneGuide, RunningSystemAsDestination_IsRejected)
 {
     EXPECT_EQ(clone(diskRecord(1), diskRecord(0)), "The destination holds the running system.");
     EXPECT_EQ(clone(partitionRecord(1, 1), partitionRecord(0, 1)),
               "The destination holds the running system.");
 }
 
-TEST(CloneGuide, Machine_DecidesAndNotTheRecord)
+TEST(CloneGuide, Check_UsesTheMachineAndNotTheRecord)
 {
     QVariantMap destination = diskRecord(5);
     destination["size"] = Q_INT64_C(1) << 50;
     EXPECT_EQ(clone(diskRecord(0), destination), "The destination is too small.");
 }
 
-TEST(ConversionGuide, OfADisk_RefusesWhatItIsAlready)
+TEST(ConversionGuide, OfADisk_RejectsItsPresentKind)
 {
     const host::Machine machine = testMachine();
     EXPECT_NE(reasonOf(host::conversionRejection(machine, host::Conversion::ToGpt, diskRecord(0))), "");
@@ -89,7 +89,7 @@ TEST(ConversionGuide, OfADisk_RefusesWhatItIsAlready)
     EXPECT_NE(reasonOf(host::conversionRejection(machine, host::Conversion::ToGpt, {{"diskIndex", 9}})), "");
 }
 
-TEST(ConversionGuide, OfAPartition_RefusesItsOwnFileSystem)
+TEST(ConversionGuide, OfAPartition_RejectsItsPresentFileSystem)
 {
     const host::Machine machine = testMachine();
     EXPECT_NE(reasonOf(host::conversionRejection(machine, host::Conversion::ToNtfs, partitionRecord(0, 2))),
@@ -101,13 +101,13 @@ TEST(ConversionGuide, OfAPartition_RefusesItsOwnFileSystem)
               "");
 }
 
-TEST(ConversionGuide, UnknownConversion_IsRefused)
+TEST(ConversionGuide, UnknownConversion_IsRejected)
 {
     EXPECT_NE(reasonOf(host::conversionRejection(testMachine(), host::conversionOf(7), diskRecord(1))), "");
     EXPECT_NE(reasonOf(host::conversionRejection(testMachine(), host::conversionOf(-1), diskRecord(1))), "");
 }
 
-TEST(ConversionGuide, Names_AreThoseOfTheNumbers)
+TEST(ConversionGuide, Numbers_HaveTheirNames)
 {
     const QStringList names = {"GPT", "MBR", "basic", "dynamic", "NTFS", "FAT", "exFAT"};
     for (int i = 0; i < names.size(); ++i)

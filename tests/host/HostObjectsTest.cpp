@@ -1,5 +1,4 @@
-// Every object, method, property and signal that the library looks for is there, under its name, with the
-// types that it is called with.
+// Every object, method, property and signal that the library looks for exists with its name and types.
 #include "host/objects/Scene.h"
 #include "host/objects/WindowObjects.h"
 #include "plugin/HostCall.h"
@@ -18,7 +17,7 @@ struct MemberRow
     const char* result;
 };
 
-// "window" stands for the application's first top-level window.
+// "window" means the first top-level window.
 QObject* hostObject(host::Scene& scene, const QString& name)
 {
     if (name == "window")
@@ -78,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(All, HostMethods, testing::ValuesIn(kMethods), [](const
     return std::string(row.param.object) + "_" + method.substr(0, method.find('('));
 });
 
-TEST(HostProperties, AllThatAreReadAndWritten_HaveTheirTypes)
+TEST(HostProperties, All_HaveTheirTypes)
 {
     host::Scene scene(testMachine(), -1);
     const QMetaProperty busy = findHostProperty(hostObject(scene, "__zormain"), "busy");
@@ -99,7 +98,7 @@ TEST(HostProperties, LanguageSignal_IsASignal)
               QMetaMethod::Signal);
 }
 
-TEST(HostScene, Window_IsTheOnlyOneAndTheRootAndStandsBeforeTheComponent)
+TEST(HostScene, Window_IsTheOnlyRootAndExistsBeforeTheComponent)
 {
     host::Scene scene(testMachine(), -1);
     ASSERT_NE(scene.window(), nullptr);
@@ -108,15 +107,15 @@ TEST(HostScene, Window_IsTheOnlyOneAndTheRootAndStandsBeforeTheComponent)
     EXPECT_EQ(scene.engine().rootObjects().first(), scene.window());
 }
 
-// A look-up from another thread must not walk into the parts of the tree that the pages change.
-TEST(HostScene, ItemsThatAreLookedUp_LieDirectlyUnderTheWindow)
+// A lookup from another thread must not enter the parts of the tree that the pages change.
+TEST(HostScene, ItemsFoundByName_AreChildrenOfTheWindow)
 {
     host::Scene scene(testMachine(), -1);
     EXPECT_EQ(hostObject(scene, "__zormain")->parent(), scene.window());
     EXPECT_EQ(hostObject(scene, "__qml_executer")->parent(), scene.window());
 }
 
-// A member declared in QML would be read through the script engine, which is not safe from another thread.
+// A member declared in QML would be read through the script engine, which is not thread-safe.
 TEST(HostScene, ObjectsReadFromOtherThreads_HaveTheMetaObjectsOfTheirClasses)
 {
     host::Scene scene(testMachine(), -1);
@@ -147,7 +146,7 @@ TEST(HostAnswers, PreOsState_ChangesWithInstallAndDisable)
     EXPECT_FALSE(enabled());
 }
 
-TEST(HostAnswers, ToolboxGates_AreSwitchesOfTheMachine)
+TEST(HostAnswers, ToolboxFunctions_FollowTheMachinesSettings)
 {
     host::Scene scene(testMachine(), -1);
     QObject* main = hostObject(scene, "__zormain");
@@ -162,7 +161,7 @@ TEST(HostAnswers, ToolboxGates_AreSwitchesOfTheMachine)
     EXPECT_EQ(scene.core().guide()->title, "Toolbox: bootRepair");
 }
 
-TEST(HostAnswers, CloseGuide_ClosesWhatIsOpenOnce)
+TEST(HostAnswers, CloseGuide_ClosesTheOpenGuideOnce)
 {
     host::Scene scene(testMachine(), -1);
     toolBox(scene, 2, {});
@@ -199,7 +198,7 @@ TEST(HostAnswers, RecoveryAndHealth_KnowTheDisks)
     EXPECT_FALSE(sick(0));
 }
 
-TEST(HostAnswers, BusyAndPopuped_AreSwitchesOfTheMachineToo)
+TEST(HostAnswers, BusyAndPopuped_FollowTheMachinesSettings)
 {
     host::Machine machine = testMachine();
     machine.busy = true;
@@ -217,7 +216,7 @@ TEST(HostAnswers, OpenDialog_IsPopuped)
     EXPECT_TRUE(readWindowProperty("popuped").toBool());
 }
 
-TEST(HostAnswers, ClosingHost_IsOccupiedAndSaysNo)
+TEST(HostAnswers, ClosingHost_IsBusyAndRejectsQuestions)
 {
     host::Scene scene(testMachine(), -1);
     scene.core().setClosing();

@@ -1,5 +1,4 @@
-// The members that the library calls on threads of its own, while the machine changes on the application
-// thread.
+// Members that the library calls on its own threads while the machine changes on the application thread.
 #include "host/objects/Scene.h"
 #include "plugin/HostCall.h"
 #include "tests/host/MachineText.h"
@@ -15,7 +14,7 @@ namespace {
 
 constexpr int kRounds = 200;
 
-// One round of everything that is called or read directly.
+// Calls each direct method and reads each property once.
 bool readAll(const host::Scene& scene, QObject* manager, QObject* devices, QObject* recovery,
              QObject* toolbox)
 {
@@ -31,14 +30,14 @@ bool readAll(const host::Scene& scene, QObject* manager, QObject* devices, QObje
         callHost<bool>(recovery, "isRawPart", ConnectionRule::Direct, QVariant(partition)).has_value() &&
         callHost<bool>(manager, "hasDiskSmartInfoError", ConnectionRule::Direct, 1).value_or(false);
     readWindowProperty("popuped");
-    // Each label was set together with the use of its drive.
+    // Each label was set together with the used size of its drive.
     const bool whole =
         partition.value("label").toString() == "Data" ||
         partition.value("usedSize").toLongLong() == partition.value("label").toString().toLongLong();
     return called && whole && disks.size() == 6 && boot.size() == 1;
 }
 
-TEST(HostThreads, DirectCallsAndReads_WhileTheMachineChanges_SeeAWholeMachine)
+TEST(HostThreads, DirectCallsAndReads_DuringChanges_SeeAConsistentMachine)
 {
     host::Scene scene(testMachine(), -1);
     QObject* manager = contextObject(&scene.engine(), "partitionmanager");
@@ -72,7 +71,7 @@ TEST(HostThreads, DirectCallsAndReads_WhileTheMachineChanges_SeeAWholeMachine)
     EXPECT_EQ(bad, 0);
 }
 
-TEST(HostThreads, Order_ReturnsBeforeItIsCarriedOutAndKeepsTheHostBusyUntilThen)
+TEST(HostThreads, Order_ReturnsAtOnceAndKeepsTheHostBusyUntilItEnds)
 {
     host::Scene scene(testMachine(), -1);
     QObject* manager = contextObject(&scene.engine(), "partitionmanager");
@@ -84,7 +83,7 @@ TEST(HostThreads, Order_ReturnsBeforeItIsCarriedOutAndKeepsTheHostBusyUntilThen)
     EXPECT_EQ(scene.core().machine()->partition("D")->label, "Late");
 }
 
-TEST(HostThreads, Orders_AreCarriedOutOneAfterTheOther)
+TEST(HostThreads, Orders_RunInSequence)
 {
     host::Scene scene(testMachine(), -1);
     scene.core().order(30, {{"driveLetter", "D"}, {"newDriveLetter", "Q:"}});
@@ -96,7 +95,7 @@ TEST(HostThreads, Orders_AreCarriedOutOneAfterTheOther)
     EXPECT_EQ(scene.core().machine()->partition("Q")->label, "Moved");
 }
 
-TEST(HostThreads, OrderThatAnEarlierOneMadeImpossible_FailsAndChangesNothing)
+TEST(HostThreads, OrderMadeImpossibleByAnEarlierOne_FailsAndChangesNothing)
 {
     host::Scene scene(testMachine(), -1);
     scene.core().order(16, {{"driveLetter", "D"}});

@@ -1,4 +1,4 @@
-// Orders and guides that move, join and copy partitions: where everything lies afterwards.
+// Orders and guides that move, join and copy partitions: the resulting positions.
 #include "host/machine/GuidedTasks.h"
 #include "host/machine/Orders.h"
 #include "host/machine/Records.h"
@@ -31,7 +31,7 @@ QVariantMap entryRecord(const host::Machine& machine, int disk, int place)
     return diskRecord(machine, disk).value("partitions").toList().at(place).toMap();
 }
 
-TEST(LayoutOrders, AllocateToTheDriveInFront_MovesTheSourcesStart)
+TEST(LayoutOrders, AllocateToThePrecedingDrive_MovesTheSourcesStart)
 {
     const host::Machine machine =
         after(22, {{"driveLetter", "D"}, {"targetDriveLetter", "C"}, {"partitionCapacity", 10 * kGiB}});
@@ -54,7 +54,7 @@ TEST(LayoutOrders, AllocateToANewDrive_PutsItAtTheSourcesEnd)
     EXPECT_EQ(machine.partition("G")->startOffset(), machine.partition("D")->endOffset());
 }
 
-TEST(LayoutOrders, Split_KeepsTheDataInFront)
+TEST(LayoutOrders, Split_KeepsTheDataAtTheStart)
 {
     const host::Machine machine = after(17, {{"driveLetter", "D"},
                                              {"newPartitionCapacity", 20 * kGiB},
@@ -66,7 +66,7 @@ TEST(LayoutOrders, Split_KeepsTheDataInFront)
     EXPECT_EQ(machine.partition("G")->usedSize, 0);
 }
 
-TEST(LayoutOrders, Merge_JoinsPlaceAndData)
+TEST(LayoutOrders, Merge_JoinsSpaceAndData)
 {
     const host::Machine machine = after(20, {{"driveLetter", "C"}, {"driveLetter2", "D"}});
     EXPECT_EQ(machine.partition("D"), nullptr);
@@ -83,7 +83,7 @@ TEST(LayoutOrders, SmartAdjustment_TakesTheLargestFreeRegion)
     EXPECT_EQ(machine.partition("D")->startOffset(), machine.partition("C")->endOffset());
 }
 
-TEST(LayoutOrders, AutoCreate_MakesEqualDrives)
+TEST(LayoutOrders, AutoCreate_CreatesEqualDrives)
 {
     const host::Machine machine = after(43, {{"diskIndex", 3}, {"partitionCount", 3}, {"GptOrMbr", "gpt"}});
     const host::Disk& disk = *machine.disk(3);
@@ -97,14 +97,14 @@ TEST(LayoutOrders, AutoCreate_MakesEqualDrives)
     EXPECT_EQ(unlisted(disk), reservedByTable(disk));
 }
 
-TEST(LayoutOrders, WipeDisk_TakesItsTable)
+TEST(LayoutOrders, WipeDisk_RemovesItsTable)
 {
     EXPECT_TRUE(after(7, {{"diskIndex", 1}, {"eraseCount", 1}}).disk(1)->isUnInitialize);
     EXPECT_EQ(after(7, {{"diskIndex", 1}, {"eraseCount", 1}}).partition("E"), nullptr);
 }
 
-// Five primaries and logicals on a disk of one MBR table: what a fifth one becomes, and what is refused.
-TEST(LayoutOrders, MbrTable_HasFourPlacesAndOneAreaOfLogicalDrives)
+// A full MBR table: the type of a fifth partition, and the rejected orders.
+TEST(LayoutOrders, MbrTable_HasFourEntriesAndOneExtendedPartition)
 {
     host::Machine machine = testMachine();
     const auto create = [](qint64 size, int region) {
@@ -118,13 +118,13 @@ TEST(LayoutOrders, MbrTable_HasFourPlacesAndOneAreaOfLogicalDrives)
         machine = after(18, create(10 * kGiB, 1), machine);
     EXPECT_NE(reasonOf(host::orderRejection(machine, 18, create(10 * kGiB, 1))), "");
     machine = after(25, {{"driveLetter", "I"}}, machine);
-    // Behind the logical drive the next one is logical too; in front of the disk there is no place left.
+    // A partition after the logical drive becomes logical; before the primaries the table is full.
     machine = after(18, create(10 * kGiB, 1), machine);
     ASSERT_NE(machine.partition("J"), nullptr);
     EXPECT_FALSE(machine.partition("J")->isPrimary);
     EXPECT_NE(reasonOf(host::orderRejection(machine, 18, create(kGiB / 2, 0))), "");
     EXPECT_NE(reasonOf(host::orderRejection(machine, 25, {{"driveLetter", "E"}})), "");
-    EXPECT_EQ(machineFault(machine).toStdString(), "");
+    EXPECT_EQ(machineViolation(machine).toStdString(), "");
 }
 
 TEST(GuidedOrders, CloneDisk_CopiesTheTableAndEveryPartition)
@@ -140,10 +140,10 @@ TEST(GuidedOrders, CloneDisk_CopiesTheTableAndEveryPartition)
     EXPECT_TRUE(clone.partitions.at(1).isOfflineBoot);
     EXPECT_EQ(clone.partitions.at(1).driveLetter, "E");
     EXPECT_TRUE(clone.partitions.at(0).gptEFI);
-    EXPECT_EQ(machineFault(machine).toStdString(), "");
+    EXPECT_EQ(machineViolation(machine).toStdString(), "");
 }
 
-TEST(GuidedOrders, CloneSystem_LeavesTheDataDriveOut)
+TEST(GuidedOrders, CloneSystem_OmitsTheDataDrive)
 {
     host::Machine machine = testMachine();
     machine = afterGuide(*host::cloneWork(0, entryRecord(machine, 0, 1), diskRecord(machine, 1)), machine);
@@ -157,10 +157,10 @@ TEST(GuidedOrders, CloneToASmallerDisk_ShrinksTheCopies)
     machine.disk(2)->size = 80 * kGiB;
     machine = afterGuide(*host::cloneWork(2, diskRecord(machine, 0), diskRecord(machine, 2)), machine);
     EXPECT_EQ(machine.disk(2)->usedSize, machine.disk(0)->usedSize);
-    EXPECT_EQ(machineFault(machine).toStdString(), "");
+    EXPECT_EQ(machineViolation(machine).toStdString(), "");
 }
 
-TEST(GuidedOrders, ClonePartition_FillsTheTargetAndKeepsItsPlace)
+TEST(GuidedOrders, ClonePartition_FillsTheTargetAndKeepsItsPosition)
 {
     host::Machine machine = testMachine();
     machine =
@@ -170,7 +170,7 @@ TEST(GuidedOrders, ClonePartition_FillsTheTargetAndKeepsItsPlace)
     EXPECT_EQ(machine.partition("E")->size, 1024 * kGiB);
 }
 
-TEST(GuidedOrders, ClonePartitionIntoFreeSpace_MakesOne)
+TEST(GuidedOrders, ClonePartitionIntoFreeSpace_CreatesAPartition)
 {
     host::Machine machine = testMachine();
     machine =
@@ -221,7 +221,7 @@ TEST(GuidedOrders, FileSystemConversions_KeepTheData)
               "");
 }
 
-TEST(GuidedOrders, BootMedium_TakesTheStick)
+TEST(GuidedOrders, BootMedium_OverwritesTheStick)
 {
     const host::Machine machine = afterGuide(host::bootMediaWork({{"diskIndex", -1}, {"isBurn", false}}));
     const host::Partition* volume = machine.partition("F");
@@ -232,7 +232,7 @@ TEST(GuidedOrders, BootMedium_TakesTheStick)
     EXPECT_EQ(volume->size, 32 * kGiB);
 }
 
-TEST(GuidedOrders, AlignDisk_MovesWhatBeginsBetweenTwoBlocks)
+TEST(GuidedOrders, AlignDisk_MovesUnalignedPartitions)
 {
     host::Machine machine = testMachine();
     host::Disk& stick = *machine.disk(2);
@@ -270,7 +270,7 @@ class Interrupted : public testing::TestWithParam<InterruptRow>
 {
 };
 
-TEST_P(Interrupted, OperationThatOnlyMoves_LeavesTheMachineAsItWas)
+TEST_P(Interrupted, MovingOperation_LeavesTheMachineUnchanged)
 {
     host::Machine machine = testMachine();
     ASSERT_EQ(reasonOf(host::taskRejection(machine, GetParam().function, GetParam().params)), "");
@@ -289,7 +289,7 @@ const InterruptRow kInterrupted[] = {
 INSTANTIATE_TEST_SUITE_P(All, Interrupted, testing::ValuesIn(kInterrupted),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(Interrupted, WhatWritesOverData_LeavesNothingOfIt)
+TEST(Interrupted, OverwritingOperation_DestroysTheData)
 {
     host::Machine machine = testMachine();
     EXPECT_TRUE(host::leaveInterrupted(machine, 23, {{"driveLetter", "D"}, {"eraseCount", 1}}, 0.1));
@@ -298,7 +298,7 @@ TEST(Interrupted, WhatWritesOverData_LeavesNothingOfIt)
     EXPECT_TRUE(machine.disk(1)->isUnInitialize);
 }
 
-TEST(Interrupted, AutoCreate_LeavesThePartitionsThatWereDone)
+TEST(Interrupted, AutoCreate_LeavesTheFinishedPartitions)
 {
     host::Machine machine = testMachine();
     EXPECT_TRUE(host::leaveInterrupted(machine, 43,
@@ -307,7 +307,7 @@ TEST(Interrupted, AutoCreate_LeavesThePartitionsThatWereDone)
     EXPECT_TRUE(machine.disk(3)->partitions.at(2).unallocated);
 }
 
-TEST(BytesMoved, FollowWhatIsMoved)
+TEST(BytesMoved, FollowTheMovedData)
 {
     const host::Machine machine = testMachine();
     EXPECT_EQ(host::bytesMoved(machine, 31, {{"driveLetter", "D"}}), 0);

@@ -17,9 +17,9 @@ using host::Partition;
 
 constexpr qint64 kTwoTiB = 2048 * kGiB;
 
-QString on(const Disk& disk, const char* fault)
+QString on(const Disk& disk, const char* violation)
 {
-    return QString("disk %1: %2").arg(disk.diskIndex).arg(fault);
+    return QString("disk %1: %2").arg(disk.diskIndex).arg(violation);
 }
 
 template <class Record>
@@ -30,7 +30,7 @@ bool sameFields(const Record& one, const Record& other, const std::vector<host::
     });
 }
 
-QString diskPlacesFault(const Disk& disk)
+QString diskPlacesViolation(const Disk& disk)
 {
     qint64 end = disk.partitions.empty() ? 0 : disk.partitions.front().startOffset();
     for (const Partition& entry : disk.partitions) {
@@ -47,7 +47,7 @@ QString diskPlacesFault(const Disk& disk)
     return end > disk.size ? on(disk, "an entry outside") : QString();
 }
 
-QString diskTableFault(const Disk& disk)
+QString diskTableViolation(const Disk& disk)
 {
     int primaries = 0;
     int areas = 0;
@@ -74,7 +74,7 @@ QString diskTableFault(const Disk& disk)
     return active > 1 ? on(disk, "two active partitions") : QString();
 }
 
-// The limits, told once more than in the code that is tried.
+// The limits, independent of the tested code.
 struct Limit
 {
     const char* fileSystem;
@@ -87,7 +87,7 @@ const Limit kLimits[] = {{"NTFS", 8 * kMiB, 256 * 1024 * kGiB, 32},  {"FAT", 4 *
                          {"exFAT", 4 * kMiB, 256 * 1024 * kGiB, 11}, {"EXT2", 4 * kMiB, 8 * kTwoTiB, 16},
                          {"EXT3", 4 * kMiB, 8 * kTwoTiB, 16},        {"EXT4", 4 * kMiB, 8 * kTwoTiB, 16}};
 
-QString partitionVolumeFault(const Disk& disk, const Partition& entry)
+QString partitionVolumeViolation(const Disk& disk, const Partition& entry)
 {
     const auto limit = std::find_if(std::begin(kLimits), std::end(kLimits), [&](const Limit& row) {
         return entry.fsString == QLatin1String(row.fileSystem);
@@ -95,7 +95,7 @@ QString partitionVolumeFault(const Disk& disk, const Partition& entry)
     if (entry.unallocated || limit == std::end(kLimits))
         return QString();
     const qint64 cluster = qint64(entry.clusterSize) * entry.sectorSize;
-    // A machine written by hand may leave its clusters out.
+    // A hand-written machine can omit its clusters.
     const bool tooMany = cluster != 0 && entry.size >> 32 >= cluster;
     if (entry.size > limit->largest || entry.size < limit->smallest || tooMany)
         return on(disk, "a volume of a size that it cannot have");
@@ -104,10 +104,10 @@ QString partitionVolumeFault(const Disk& disk, const Partition& entry)
     return entry.label.size() <= limit->label ? QString() : on(disk, "a label that is too long");
 }
 
-template <class Fault> QString firstOf(const Machine& machine, Fault fault)
+template <class Property> QString firstOf(const Machine& machine, Property violation)
 {
     for (const Disk& disk : machine.disks) {
-        const QString text = fault(disk);
+        const QString text = violation(disk);
         if (!text.isEmpty())
             return text;
     }
@@ -116,12 +116,12 @@ template <class Fault> QString firstOf(const Machine& machine, Fault fault)
 
 } // namespace
 
-QString placesFault(const Machine& machine)
+QString placesViolation(const Machine& machine)
 {
-    return firstOf(machine, diskPlacesFault);
+    return firstOf(machine, diskPlacesViolation);
 }
 
-QString lettersFault(const Machine& machine)
+QString lettersViolation(const Machine& machine)
 {
     QStringList letters;
     for (const Disk& disk : machine.disks) {
@@ -129,14 +129,14 @@ QString lettersFault(const Machine& machine)
             if (entry.driveLetter.isEmpty())
                 continue;
             if (entry.unallocated || letters.contains(entry.driveLetter))
-                return on(disk, "a letter that stands twice, or on nothing");
+                return on(disk, "a duplicate letter, or a letter of a free region");
             letters.append(entry.driveLetter);
         }
     }
     return QString();
 }
 
-QString useFault(const Machine& machine)
+QString useViolation(const Machine& machine)
 {
     return firstOf(machine, [](const Disk& disk) {
         qint64 used = 0;
@@ -149,24 +149,24 @@ QString useFault(const Machine& machine)
     });
 }
 
-QString tableFault(const Machine& machine)
+QString tableViolation(const Machine& machine)
 {
-    return firstOf(machine, diskTableFault);
+    return firstOf(machine, diskTableViolation);
 }
 
-QString volumeFault(const Machine& machine)
+QString volumeViolation(const Machine& machine)
 {
     return firstOf(machine, [](const Disk& disk) {
         for (const Partition& entry : disk.partitions) {
-            const QString fault = partitionVolumeFault(disk, entry);
-            if (!fault.isEmpty())
-                return fault;
+            const QString violation = partitionVolumeViolation(disk, entry);
+            if (!violation.isEmpty())
+                return violation;
         }
         return QString();
     });
 }
 
-QString tripFault(const Machine& machine)
+QString tripViolation(const Machine& machine)
 {
     const auto read = host::readMachine(host::writeMachine(machine));
     if (const auto* error = std::get_if<host::MachineError>(&read))
@@ -174,10 +174,11 @@ QString tripFault(const Machine& machine)
     return isSame(std::get<Machine>(read), machine) ? QString() : "comes back changed";
 }
 
-QString machineFault(const Machine& machine)
+QString machineViolation(const Machine& machine)
 {
-    for (const auto& fault : {placesFault, lettersFault, useFault, tableFault, volumeFault}) {
-        const QString text = fault(machine);
+    for (const auto& violation :
+         {placesViolation, lettersViolation, useViolation, tableViolation, volumeViolation}) {
+        const QString text = violation(machine);
         if (!text.isEmpty())
             return text;
     }

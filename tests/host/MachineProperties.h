@@ -2,36 +2,36 @@
 
 #include "host/machine/Machine.h"
 
-/// @name What holds for a machine whatever is done to it
-/// Each gives what is wrong, empty if nothing.
+/// @name Properties of every valid machine
+/// Each returns the violation; empty if the property holds.
 /// @{
 
-/// Partitions lie one behind the other without overlap or hole, inside their disk.
-QString placesFault(const host::Machine& machine);
-/// No letter stands twice, and no free region has one.
-QString lettersFault(const host::Machine& machine);
-/// No partition holds more than its size; a disk's sums are those of its partitions.
-QString useFault(const host::Machine& machine);
-/// An MBR table has four places, one of them for all logical drives, which lie together; it reaches 2 TiB.
-QString tableFault(const host::Machine& machine);
-/// Every volume has a size, cluster and label that its file system can have.
-QString volumeFault(const host::Machine& machine);
+/// Partitions are in order, without overlaps and gaps, inside their disk.
+QString placesViolation(const host::Machine& machine);
+/// Letters are unique, and free regions have no letter.
+QString lettersViolation(const host::Machine& machine);
+/// No used size exceeds its partition; a disk's sums match its partitions.
+QString useViolation(const host::Machine& machine);
+/// An MBR table has four entries, one of them for all logical drives, which are adjacent; it addresses 2 TiB.
+QString tableViolation(const host::Machine& machine);
+/// Every volume has a size, a cluster and a label within the limits of its file system.
+QString volumeViolation(const host::Machine& machine);
 /// The machine, written as JSON and read again, is the same.
-QString tripFault(const host::Machine& machine);
+QString tripViolation(const host::Machine& machine);
 /// @}
 
-/// The first that is wrong, but for the trip, which costs more.
-QString machineFault(const host::Machine& machine);
+/// The first violation, except of the round trip, which is slower.
+QString machineViolation(const host::Machine& machine);
 
-/// True if they are the same in every field.
+/// True if all fields are equal.
 bool isSame(const host::Disk& one, const host::Disk& other);
 bool isSame(const host::Machine& one, const host::Machine& other);
 
-/// Bytes of a disk that no entry of its list covers.
+/// Bytes of a disk outside its entries.
 qint64 unlisted(const host::Disk& disk);
 
-/// What a new table takes from its disk: its own place, and the bytes that fill no sector.
+/// Bytes that a new table uses, and the bytes after the last whole sector.
 qint64 reservedByTable(const host::Disk& disk);
 
-/// Bytes in use on the whole machine.
+/// Used bytes of all disks.
 qint64 usedOf(const host::Machine& machine);

@@ -1,5 +1,5 @@
-// Whatever is tried on whatever machine, some things always hold. The operations come by chance:
-// AIBRIDGE_PROPERTY_SEED sets the seed, which is printed, and AIBRIDGE_PROPERTY_OPERATIONS their number.
+// Properties that hold after random operations on random machines. AIBRIDGE_PROPERTY_SEED sets the seed,
+// which is printed, and AIBRIDGE_PROPERTY_OPERATIONS the number of operations.
 #include "host/machine/Functions.h"
 #include "host/machine/Orders.h"
 #include "host/machine/Rules.h"
@@ -37,20 +37,20 @@ int setting(const char* name, int otherwise)
 
 using Names = std::set<QString>;
 
-// These write a new table, so what they leave of the disk follows from it alone.
+// These write a new table, which alone determines the free space.
 const Names kNewTable = {"DeleteAllPartitions", "InitializeDiskToMbr",  "InitializeDiskToGpt", "WipeDisk",
                          "LowLevelFormat",      "AutoCreatePartitions", "CloneDisk",           "CloneSystem",
                          "CreateBootMedia"};
-// These change how much is in use on purpose; all others must lose nothing and add nothing.
+// These change the used size; all others must keep it.
 const Names kChangesUse = {"DeleteAllPartitions", "WipeDisk",      "LowLevelFormat",  "AutoCreatePartitions",
                            "CloneDisk",           "CloneSystem",   "ClonePartition",  "CreateBootMedia",
                            "FormatPartition",     "WipePartition", "DeletePartition", "EjectUsb"};
-// These make partitions.
+// These create partitions.
 const Names kCreates = {"CreatePartition", "SplitPartition", "AllocateSpace",  "AutoCreatePartitions",
                         "CloneDisk",       "CloneSystem",    "ClonePartition", "CreateBootMedia"};
 
-// The free space and the partitions of a disk are what they were, or what a new table leaves.
-QString spaceFault(const QString& name, const Disk& before, const Disk& after)
+// The sum of free space and partitions is unchanged, or determined by a new table.
+QString spaceViolation(const QString& name, const Disk& before, const Disk& after)
 {
     const qint64 grown = unlisted(after) - unlisted(before);
     const qint64 sector = after.partitions.empty() ? 512 : after.partitions.front().sectorSize;
@@ -63,7 +63,7 @@ QString spaceFault(const QString& name, const Disk& before, const Disk& after)
     return grown == 0 ? QString() : QString("%1 bytes of disk %2 are lost").arg(grown).arg(after.diskIndex);
 }
 
-QString alignmentFault(const QString& name, const Disk& before, const Disk& after)
+QString alignmentViolation(const QString& name, const Disk& before, const Disk& after)
 {
     std::set<qint64> known;
     for (const Partition& entry : before.partitions)
@@ -76,9 +76,9 @@ QString alignmentFault(const QString& name, const Disk& before, const Disk& afte
     return QString();
 }
 
-// A disk that cannot be written to stays as it is; so does the place of a drive that cannot, while its disk
-// keeps its table. A letter is the system's, and no part of either.
-QString protectionFault(const QString& name, const Disk& before, const Disk& after)
+// An unwritable disk is unchanged, and so is the position of an unwritable drive while its disk keeps its
+// table. Letters are stored in the system, not on the disk, so they may change.
+QString protectionViolation(const QString& name, const Disk& before, const Disk& after)
 {
     static const Names switches = {"DiskBringOnline", "ToggleWriteProtection", "ChangePartitionDriveLetter"};
     const bool writable = !before.readonly && !before.isProtected && !before.isOffline && !before.isBad;
@@ -108,7 +108,7 @@ int runningSystems(const Machine& machine)
     return count;
 }
 
-QString changeFault(const QString& name, const Machine& before, const Machine& after)
+QString changeViolation(const QString& name, const Machine& before, const Machine& after)
 {
     if (kChangesUse.count(name) == 0 && usedOf(before) != usedOf(after))
         return "data was lost or came from nowhere";
@@ -116,19 +116,19 @@ QString changeFault(const QString& name, const Machine& before, const Machine& a
         return "the running system is gone";
     for (const Disk& disk : after.disks) {
         const Disk& old = *before.disk(disk.diskIndex);
-        for (const QString& fault : {spaceFault(name, old, disk), alignmentFault(name, old, disk),
-                                     protectionFault(name, old, disk)}) {
-            if (!fault.isEmpty())
-                return fault;
+        for (const QString& violation : {spaceViolation(name, old, disk), alignmentViolation(name, old, disk),
+                                         protectionViolation(name, old, disk)}) {
+            if (!violation.isEmpty())
+                return violation;
         }
     }
-    return machineFault(after);
+    return machineViolation(after);
 }
 
 class MachineProperties : public testing::Test
 {
 protected:
-    // One operation; gives what it broke.
+    // Runs one operation; returns the violated property.
     QString tryOne(Machine& machine)
     {
         const int function = chance.function();
@@ -139,14 +139,14 @@ protected:
         if (chance.chance(15) && !host::taskRejection(machine, function, params)) {
             host::leaveInterrupted(machine, function, params, chance.share());
             ++interrupted;
-            return changeFault(name, before, machine);
+            return changeViolation(name, before, machine);
         }
         if (host::attempt(machine, function, params)) {
-            ++refused;
-            return isSame(before, machine) ? QString() : "a refused operation changed the machine";
+            ++rejected;
+            return isSame(before, machine) ? QString() : "a rejected operation changed the machine";
         }
         ++accepted[name];
-        return changeFault(name, before, machine);
+        return changeViolation(name, before, machine);
     }
 
     void SetUp() override { std::cout << "seed " << seed << ", " << operations << " operations\n"; }
@@ -158,27 +158,27 @@ protected:
     QVariantMap params;
     std::map<QString, int> accepted;
     int tried = 0;
-    int refused = 0;
+    int rejected = 0;
     int interrupted = 0;
 };
 
-TEST_F(MachineProperties, WhateverIsTried_TheMachineStaysOneThatCanBe)
+TEST_F(MachineProperties, RandomOperations_KeepTheMachineValid)
 {
     Machine machine;
     while (tried < operations) {
         if (tried % kOperationsOnAMachine == 0)
             machine = chance.machine();
-        ASSERT_EQ(machineFault(machine).toStdString(), "") << "a machine by chance";
-        const QString fault = tryOne(machine);
-        ASSERT_EQ(fault.toStdString(), "")
+        ASSERT_EQ(machineViolation(machine).toStdString(), "") << "a machine by chance";
+        const QString violation = tryOne(machine);
+        ASSERT_EQ(violation.toStdString(), "")
             << "seed " << seed << ", operation " << tried << ": " << name.toStdString();
         if (tried % kTripEvery == 0) {
-            ASSERT_EQ(tripFault(machine).toStdString(), "") << "seed " << seed << ", operation " << tried;
+            ASSERT_EQ(tripViolation(machine).toStdString(), "") << "seed " << seed << ", operation " << tried;
         }
     }
-    std::cout << refused << " refused, " << interrupted << " interrupted\n";
-    // A property of operations that never happen would say nothing.
-    EXPECT_GT(refused, operations / 10);
+    std::cout << rejected << " rejected, " << interrupted << " interrupted\n";
+    // The properties are only tested if operations are rejected and interrupted.
+    EXPECT_GT(rejected, operations / 10);
     EXPECT_GT(interrupted, operations / 100);
     if (operations >= kOperations) {
         EXPECT_EQ(accepted.size(), 47u);

@@ -1,4 +1,4 @@
-// The machine file: what it must hold, what follows by itself, and how a fault is told.
+// The machine file: required keys, derived values and errors.
 #include "host/machine/MachineReader.h"
 #include "host/machine/Fields.h"
 #include "host/machine/MachineWriter.h"
@@ -13,27 +13,27 @@
 
 namespace {
 
-struct FaultRow
+struct InvalidMachine
 {
     const char* name;
     QByteArray json;
     const char* fault;
 };
 
-class MachineFaults : public testing::TestWithParam<FaultRow>
+class InvalidMachines : public testing::TestWithParam<InvalidMachine>
 {
 };
 
-TEST_P(MachineFaults, ReadMachine_OfABadDescription_NamesThePlace)
+TEST_P(InvalidMachines, InvalidDescription_ReportsTheJsonPath)
 {
-    EXPECT_EQ(faultOf(GetParam().json).toStdString(), GetParam().fault);
+    EXPECT_EQ(errorOf(GetParam().json).toStdString(), GetParam().fault);
 }
 
-const FaultRow kFaults[] = {
+const InvalidMachine kInvalidMachines[] = {
     {"NotJson", "{", "not JSON: unterminated object at byte 1"},
     {"TopIsAList", "[]", "the top must be an object"},
     {"NoDisks", "{}", "disks is missing"},
-    {"DisksIsNoList", R"({"disks": 3})", "disks must be a list"},
+    {"DisksIsNoList", R"({"disks": 3})", "disks must be an array"},
     {"DiskIsNoObject", R"({"disks": [3]})", "disks[0] must be an object"},
     {"DiskWithoutIndex", R"({"disks": [{"size": 1}]})", "disks[0].diskIndex is missing"},
     {"DiskWithoutSize", R"({"disks": [{"diskIndex": 0}]})", "disks[0].size is missing"},
@@ -48,18 +48,18 @@ const FaultRow kFaults[] = {
     {"SizeIsBeyondAllNumbers", R"({"disks": [{"diskIndex": 0, "size": 1e300}]})",
      "disks[0].size must be a whole number"},
     {"TextIsANumber", R"({"disks": [{"diskIndex": 0, "size": 1, "serialNO": 5}]})",
-     "disks[0].serialNO must be a text"},
+     "disks[0].serialNO must be a string"},
     {"MisspeltKey", R"({"disks": [{"diskIndex": 0, "size": 1, "isGpt": true}]})",
      "disks[0].isGpt is not a key of the inventory"},
     {"PartitionsIsNoList", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": {}}]})",
-     "disks[0].partitions must be a list"},
+     "disks[0].partitions must be an array"},
     {"PartitionIsNoObject", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [null]}]})",
      "disks[0].partitions[0] must be an object"},
     {"PartitionWithoutSize", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{}]}]})",
      "disks[0].partitions[0].size is missing"},
     {"PartitionKeyOfWrongType",
      R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "driveLetter": true}]}]})",
-     "disks[0].partitions[0].driveLetter must be a text"},
+     "disks[0].partitions[0].driveLetter must be a string"},
     {"NegativeSize", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": -1}]}]})",
      "disks[0].partitions[0] has a size or place that no partition can have"},
     {"NegativeDisk", R"({"disks": [{"diskIndex": 0, "size": -1}]})",
@@ -100,7 +100,7 @@ const FaultRow kFaults[] = {
      "smartErrors must be a whole number"},
 };
 
-INSTANTIATE_TEST_SUITE_P(All, MachineFaults, testing::ValuesIn(kFaults),
+INSTANTIATE_TEST_SUITE_P(All, InvalidMachines, testing::ValuesIn(kInvalidMachines),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST(MachineReader, ReadMachineFile_ThatDoesNotExist_IsAnError)
@@ -118,16 +118,16 @@ QByteArray repeated(const QByteArray& entry, int times)
     return list;
 }
 
-TEST(MachineReader, ListsBeyondAnyMachine_AreRefused)
+TEST(MachineReader, OversizeArrays_AreRejected)
 {
     const QByteArray disk = R"({"diskIndex": 0, "size": 1})";
-    EXPECT_EQ(faultOf(R"({"disks": [)" + repeated(disk, 1025) + "]}"), "disks has more than 1024 entries");
-    EXPECT_EQ(faultOf(R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [)" +
+    EXPECT_EQ(errorOf(R"({"disks": [)" + repeated(disk, 1025) + "]}"), "disks has more than 1024 entries");
+    EXPECT_EQ(errorOf(R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [)" +
                       repeated(R"({"size": 1})", 4097) + "]}]}"),
               "disks[0].partitions has more than 4096 entries");
 }
 
-TEST(MachineReader, FileOfExactlyTheLimit_IsStillRead)
+TEST(MachineReader, FileOfExactlyTheLimit_IsRead)
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath("large.json"));
@@ -144,35 +144,35 @@ TEST(MachineReader, FileOfExactlyTheLimit_IsStillRead)
     EXPECT_EQ(std::get<host::MachineError>(read).text, "the file is larger than 16777216 bytes");
 }
 
-TEST(MachineWriter, EveryShippedAndTestMachine_ComesBackTheSame)
+TEST(MachineWriter, ShippedAndTestMachines_SurviveARoundTrip)
 {
     for (const char* name : {"laptop", "desktop", "server"}) {
         const auto read = host::readMachineFile(QString(SHIPPED_MACHINES "/%1.json").arg(name));
         ASSERT_TRUE(std::holds_alternative<host::Machine>(read));
-        EXPECT_EQ(tripFault(std::get<host::Machine>(read)).toStdString(), "") << name;
+        EXPECT_EQ(tripViolation(std::get<host::Machine>(read)).toStdString(), "") << name;
     }
-    EXPECT_EQ(tripFault(testMachine()).toStdString(), "");
+    EXPECT_EQ(tripViolation(testMachine()).toStdString(), "");
 }
 
-TEST(MachineWriter, EverySwitch_ComesBackTheSame)
+TEST(MachineWriter, EverySetting_SurvivesARoundTrip)
 {
     host::Machine machine = testMachine();
     machine.preOsEnabled = machine.win11CheckerEnabled = machine.busy = machine.popuped = true;
     machine.bootMediaEnabled = false;
     machine.taskMilliseconds = 7;
     machine.smartErrors = {1, 3, 2};
-    EXPECT_EQ(tripFault(machine).toStdString(), "");
+    EXPECT_EQ(tripViolation(machine).toStdString(), "");
     EXPECT_EQ(host::writeMachine(machine), host::writeMachine(machine));
 }
 
-TEST(MachineWriter, FileThatCannotBeWritten_IsAnError)
+TEST(MachineWriter, UnwritableFile_IsAnError)
 {
     const QTemporaryDir folder;
     EXPECT_NE(host::writeMachineFile(testMachine(), folder.filePath("none/m.json")), "");
     EXPECT_EQ(host::writeMachineFile(testMachine(), folder.filePath("m.json")), "");
 }
 
-TEST(MachineReader, Switches_LeftOut_AreOffButForBootMedia)
+TEST(MachineReader, MissingSettings_AreFalseExceptBootMedia)
 {
     const host::Machine machine = machineOf(R"({"disks": []})");
     EXPECT_FALSE(machine.preOsEnabled);
@@ -183,7 +183,7 @@ TEST(MachineReader, Switches_LeftOut_AreOffButForBootMedia)
     EXPECT_TRUE(machine.smartErrors.isEmpty());
 }
 
-TEST(MachineReader, Switches_Given_AreTakenOver)
+TEST(MachineReader, GivenSettings_AreRead)
 {
     const host::Machine machine =
         machineOf(R"({"disks": [], "preOsEnabled": true, "win11CheckerEnabled": true,
@@ -200,7 +200,7 @@ TEST(MachineReader, Switches_Given_AreTakenOver)
     EXPECT_EQ(machine.name, "mine");
 }
 
-TEST(MachineReader, Partition_TakesOverFromItsDiskAndPlace)
+TEST(MachineReader, Partition_InheritsFromItsDiskAndPosition)
 {
     const host::Machine machine = machineOf(R"({"disks": [{"diskIndex": 4, "size": 4096, "isGPT": true,
         "isRemoveUsb": true, "partitions": [{"size": 1024}, {"size": 512, "bltState": 3}]}]})");
@@ -215,7 +215,7 @@ TEST(MachineReader, Partition_TakesOverFromItsDiskAndPlace)
     EXPECT_EQ(machine.disks.at(0).bltState, 3);
 }
 
-TEST(MachineReader, Partition_OwnKeys_WinOverWhatFollows)
+TEST(MachineReader, Partition_OwnKeysOverrideDerivedValues)
 {
     const host::Machine machine = machineOf(R"({"disks": [{"diskIndex": 4, "size": 4096, "isGPT": true,
         "usedSize": 77, "emptyPartitionCount": 9, "partitions": [{"size": 1024, "isGPT": false, "endSector": 5,
@@ -228,13 +228,13 @@ TEST(MachineReader, Partition_OwnKeys_WinOverWhatFollows)
     EXPECT_EQ(disk.partitions.at(0).partitionIndex, 8);
 }
 
-TEST(MachineReader, Numbers_KeepAllTheirDigits)
+TEST(MachineReader, LargeNumbers_KeepAllDigits)
 {
     const host::Machine machine = machineOf(R"({"disks": [{"diskIndex": 0, "size": 1125899906842623}]})");
     EXPECT_EQ(machine.disks.at(0).size, Q_INT64_C(1125899906842623));
 }
 
-TEST(Records, OfADisk_HoldEveryInventoryKeyWithItsType)
+TEST(Records, OfADisk_ContainEveryInventoryKeyWithItsType)
 {
     const QVariantMap disk = host::diskRecords(testMachine()).at(0).toMap();
     const QMap<QString, QString> types = {{"diskInterface", "QString"},
@@ -268,7 +268,7 @@ TEST(Records, OfADisk_HoldEveryInventoryKeyWithItsType)
         EXPECT_EQ(QString(disk.value(it.key()).typeName()), it.value()) << it.key().toStdString();
 }
 
-TEST(Records, OfAPartition_HoldEveryInventoryKeyWithItsType)
+TEST(Records, OfAPartition_ContainEveryInventoryKeyWithItsType)
 {
     const QVariantMap partition =
         host::diskRecords(testMachine()).at(0).toMap().value("partitions").toList().at(1).toMap();
@@ -316,7 +316,7 @@ TEST(Records, OfAPartition_HoldEveryInventoryKeyWithItsType)
         EXPECT_EQ(QString(partition.value(it.key()).typeName()), it.value()) << it.key().toStdString();
 }
 
-TEST(Records, TellDisksFromPartitionsAndWhatTheSystemStartsFrom)
+TEST(Records, DistinguishDisksPartitionsAndBootDisks)
 {
     const QVariantList disks = host::diskRecords(testMachine());
     ASSERT_EQ(disks.size(), 6);
@@ -335,7 +335,7 @@ TEST(Records, TellDisksFromPartitionsAndWhatTheSystemStartsFrom)
     EXPECT_TRUE(boot.at(0).toMap().value("isGPT").toBool());
 }
 
-TEST(Records, Alignment_IsThatOfEveryPartitionAndNotOfFreeSpace)
+TEST(Records, Alignment_ChecksPartitionsAndIgnoresFreeSpace)
 {
     const QVariantList disks = host::diskRecords(testMachine());
     EXPECT_TRUE(host::isAlignedTo4k(disks.at(0).toMap()));
@@ -345,7 +345,7 @@ TEST(Records, Alignment_IsThatOfEveryPartitionAndNotOfFreeSpace)
     EXPECT_TRUE(host::isAlignedTo4k(host::diskRecords(odd).at(0).toMap()));
 }
 
-TEST(Records, Raw_IsAPartitionWhoseFileSystemCannotBeRead)
+TEST(Records, Raw_IsAPartitionWithAnUnreadableFileSystem)
 {
     EXPECT_TRUE(host::isRawPartition({{"fsString", "RAW"}}));
     EXPECT_FALSE(host::isRawPartition({{"fsString", "NTFS"}}));

@@ -45,7 +45,7 @@ host::Machine machineOf(const QByteArray& json)
     return std::get<host::Machine>(read);
 }
 
-QString faultOf(const QByteArray& json)
+QString errorOf(const QByteArray& json)
 {
     const auto read = host::readMachine(json);
     const auto* error = std::get_if<host::MachineError>(&read);

@@ -10,7 +10,7 @@ namespace {
 
 using host::readOptions;
 
-TEST(Options, None_AreTheDefaults)
+TEST(Options, EmptyCommandLine_GivesTheDefaults)
 {
     const host::Options options = readOptions({});
     EXPECT_EQ(options.error, "");
@@ -37,7 +37,7 @@ TEST(Options, All_AreRead)
     EXPECT_TRUE(options.verbose);
 }
 
-TEST(Options, OfTheWindow_AreRead)
+TEST(Options, WindowOptions_AreRead)
 {
     const host::Options options =
         readOptions({"--theme", "dark", "--screenshot", "window.png", "--click", "20", "--check-host"});
@@ -51,7 +51,7 @@ TEST(Options, OfTheWindow_AreRead)
     EXPECT_FALSE(readOptions({}).click.has_value());
 }
 
-TEST(Options, Language_IsEnglishUnlessItIsNamed)
+TEST(Options, Language_DefaultsToEnglish)
 {
     EXPECT_EQ(readOptions({}).language, "en");
     EXPECT_EQ(readOptions({"--language", "de"}).language, "de");
@@ -84,7 +84,7 @@ TEST(Options, ValueAfterAnEqualsSign_IsTheSame)
     EXPECT_EQ(readOptions({"--win11=off"}).win11, std::optional<bool>(false));
 }
 
-TEST(Options, WhatConcernsTasksAndTheirRecord_IsRead)
+TEST(Options, TaskAndRecordOptions_AreRead)
 {
     const host::Options options = readOptions({"--speed", "20", "--fail", "FormatPartition after 40%",
                                                "--fail=MergePartitions after 5%", "--start-guides",
@@ -101,7 +101,7 @@ TEST(Options, WhatConcernsTasksAndTheirRecord_IsRead)
     EXPECT_DOUBLE_EQ(readOptions({}).pace.factor, 1);
 }
 
-TEST(Options, MistakesAboutTasksAndTheirRecord_AreNamed)
+TEST(Options, InvalidTaskAndRecordOptions_AreNamed)
 {
     EXPECT_TRUE(readOptions({"--speed", "0"}).error.contains("--speed"));
     EXPECT_TRUE(readOptions({"--speed"}).error.contains("--speed"));
@@ -111,7 +111,7 @@ TEST(Options, MistakesAboutTasksAndTheirRecord_AreNamed)
     EXPECT_TRUE(readOptions({"--save", ""}).error.contains("--save"));
 }
 
-TEST(Options, Mistakes_AreNamed)
+TEST(Options, InvalidOptions_AreNamed)
 {
     EXPECT_NE(readOptions({"--nonsense"}).error, "");
     EXPECT_TRUE(readOptions({"--nonsense"}).error.contains("nonsense"));

@@ -1,4 +1,4 @@
-// What an order does to the simulated machine.
+// Effects of orders on the simulated machine.
 #include "host/machine/Orders.h"
 #include "host/machine/MachineReader.h"
 #include "host/machine/Records.h"
@@ -22,7 +22,7 @@ QVariantMap create(int disk, qint64 capacity, int region)
             {"label", "new"},    {"unallocatedIndex", region}, {"driveLetter", "dummy"}};
 }
 
-TEST(Orders, CreatePartition_TakesTheFrontOfTheRegionAndTheFirstFreeLetter)
+TEST(Orders, CreatePartition_UsesTheStartOfTheRegionAndTheFirstFreeLetter)
 {
     const host::Machine machine = after(18, create(0, 4 * kGiB, 0));
     const host::Partition* created = machine.partition("G");
@@ -39,7 +39,7 @@ TEST(Orders, CreatePartition_TakesTheFrontOfTheRegionAndTheFirstFreeLetter)
     EXPECT_EQ(regions[0]->startSector * 512, created->endOffset());
 }
 
-TEST(Orders, CreatePartition_OfTheWholeRegion_LeavesNone)
+TEST(Orders, CreatePartition_OfTheWholeRegion_RemovesIt)
 {
     EXPECT_TRUE(after(18, create(0, 10 * kGiB, 0)).freeRegions(0).empty());
 }
@@ -52,7 +52,7 @@ TEST(Orders, CreatePartition_InTheSecondRegion_LeavesTheFirst)
     EXPECT_GT(machine.partition("G")->startSector, machine.partition("E")->startSector);
 }
 
-TEST(Orders, CreatePartition_OfABrokenSector_IsCutToWholeSectors)
+TEST(Orders, CreatePartition_OfAPartialSector_IsRoundedDown)
 {
     EXPECT_EQ(after(18, create(0, kGiB + 1, 0)).partition("G")->size, kGiB);
 }
@@ -66,7 +66,7 @@ TEST(Orders, DeletePartition_JoinsItsSpaceWithTheFreeSpaceAround)
     EXPECT_EQ(machine.disk(1)->usedSize, 0);
 }
 
-TEST(Orders, FormatPartition_EmptiesItAndNamesIt)
+TEST(Orders, FormatPartition_EmptiesAndLabelsIt)
 {
     const host::Machine machine = after(
         15, {{"driveLetter", "D"}, {"fileSystem", "EXFAT"}, {"label", "Films"}, {"clusterSize", 65536}});
@@ -85,7 +85,7 @@ TEST(Orders, ChangePartitionLabel_ChangesTheLabelOnly)
     EXPECT_EQ(machine.partition("D")->usedSize, 10 * kGiB);
 }
 
-TEST(Orders, ChangePartitionDriveLetter_MovesTheDriveToIt)
+TEST(Orders, ChangePartitionDriveLetter_ChangesTheLetter)
 {
     const host::Machine machine = after(30, {{"driveLetter", "D"}, {"newDriveLetter", "Q:"}});
     EXPECT_EQ(machine.partition("D"), nullptr);
@@ -93,7 +93,7 @@ TEST(Orders, ChangePartitionDriveLetter_MovesTheDriveToIt)
     EXPECT_EQ(machine.partition("Q")->driveLetter, "Q");
 }
 
-TEST(Orders, ResizePartition_ToLess_GivesTheRestToTheSpaceBehind)
+TEST(Orders, ResizePartition_ToLess_EnlargesTheFreeSpaceAfterIt)
 {
     const host::Machine machine = after(14, {{"driveLetter", "D"}, {"size", 20 * kGiB}});
     EXPECT_EQ(machine.partition("D")->size, 20 * kGiB);
@@ -101,20 +101,20 @@ TEST(Orders, ResizePartition_ToLess_GivesTheRestToTheSpaceBehind)
     EXPECT_EQ(machine.freeRegions(0)[0]->size, 40 * kGiB);
 }
 
-TEST(Orders, ResizePartition_ToMore_TakesFromTheSpaceBehind)
+TEST(Orders, ResizePartition_ToMore_UsesTheFreeSpaceAfterIt)
 {
     EXPECT_EQ(after(14, {{"driveLetter", "D"}, {"size", 55 * kGiB}}).freeRegions(0).at(0)->size, 5 * kGiB);
     EXPECT_TRUE(after(14, {{"driveLetter", "D"}, {"size", 60 * kGiB}}).freeRegions(0).empty());
 }
 
-TEST(Orders, ResizePartition_WithNoFreeSpaceBehind_LeavesAGap)
+TEST(Orders, ResizePartition_WithoutFreeSpaceAfterIt_LeavesAGap)
 {
     const host::Machine machine = after(14, {{"driveLetter", "C"}, {"size", 60 * kGiB}});
     ASSERT_EQ(machine.freeRegions(0).size(), 2u);
     EXPECT_EQ(machine.freeRegions(0)[0]->size, 40 * kGiB);
 }
 
-TEST(Orders, InitializeDisk_GivesItATableAndOneFreeRegion)
+TEST(Orders, InitializeDisk_WritesATableAndOneFreeRegion)
 {
     const host::Machine machine = after(6, {{"diskIndex", 3}});
     EXPECT_FALSE(machine.disk(3)->isUnInitialize);
@@ -131,30 +131,30 @@ TEST(Orders, DeleteAllPartitions_LeavesOneFreeRegionOfAllButTheTablesMebibyte)
     EXPECT_EQ(machine.freeRegions(1)[0]->size, machine.disk(1)->size - kMiB);
 }
 
-TEST(Orders, SetPartitionActive_IsTheOnlyActiveOneOfItsDisk)
+TEST(Orders, SetPartitionActive_MakesItTheOnlyActiveOne)
 {
     EXPECT_TRUE(after(33, {{"driveLetter", "E"}}).partition("E")->isActive);
 }
 
-TEST(Orders, SetPartitionHidden_TakesTheLetterAway)
+TEST(Orders, SetPartitionHidden_RemovesTheLetter)
 {
     const host::Machine machine = after(34, {{"driveLetter", "D"}});
     EXPECT_EQ(machine.partition("D"), nullptr);
     EXPECT_TRUE(machine.disk(0)->partitions.at(2).isHidden);
 }
 
-TEST(Orders, ConvertPartition_ChangesItsKind)
+TEST(Orders, ConvertPartition_ChangesItsType)
 {
     EXPECT_FALSE(after(25, {{"driveLetter", "E"}}).partition("E")->isPrimary);
 }
 
-TEST(Orders, DiskBringOnline_And_EjectUsb_ChangeWhatIsThere)
+TEST(Orders, DiskBringOnlineAndEjectUsb_ChangeTheDisks)
 {
     EXPECT_FALSE(after(45, {{"diskIndex", 4}}).disk(4)->isOffline);
     EXPECT_EQ(after(46, {{"driveLetter", "F"}}).disk(2), nullptr);
 }
 
-TEST(Orders, FunctionThatOnlyShowsSomething_ChangesNothing)
+TEST(Orders, ReadOnlyFunction_ChangesNothing)
 {
     host::Machine machine = testMachine();
     EXPECT_FALSE(host::carryOut(machine, 19, {{"driveLetter", "C"}}));

@@ -1,4 +1,4 @@
-// How long a task takes, and how the command line says it and what is to fail.
+// Duration of tasks, and the values of --speed and --fail.
 #include "host/objects/Pace.h"
 
 #include <gtest/gtest.h>
@@ -11,14 +11,14 @@ using host::readPace;
 
 constexpr qint64 kGiB = 1024 * 1024 * 1024;
 
-TEST(Pace, Task_TakesItsFixedTimeAndThatOfItsBytesAtFourGibibytesASecond)
+TEST(Pace, Task_TakesItsFixedTimePlusItsBytesAtFourGibibytesPerSecond)
 {
     EXPECT_EQ(Pace().milliseconds(200, 0), 200);
     EXPECT_EQ(Pace().milliseconds(0, 4 * kGiB), 1000);
     EXPECT_EQ(Pace().milliseconds(200, 40 * kGiB), 10200);
 }
 
-TEST(Pace, Factor_DividesAllOfIt)
+TEST(Pace, Factor_DividesTheWholeTime)
 {
     EXPECT_EQ((Pace{false, 10}).milliseconds(200, 40 * kGiB), 1020);
     EXPECT_EQ((Pace{false, 0.5}).milliseconds(200, 40 * kGiB), 20400);
@@ -34,7 +34,7 @@ TEST(Pace, SlowestFactor_DoesNotOverflow)
     EXPECT_GT((Pace{false, 1e-300}).milliseconds(200, 1000 * kGiB), 0);
 }
 
-TEST(Pace, Read_TakesFactorsAboveZeroAndInstant)
+TEST(Pace, Read_AcceptsFactorsAboveZeroAndInstant)
 {
     EXPECT_TRUE(readPace("instant")->instant);
     EXPECT_DOUBLE_EQ(readPace("0.25")->factor, 0.25);
@@ -43,7 +43,7 @@ TEST(Pace, Read_TakesFactorsAboveZeroAndInstant)
         EXPECT_FALSE(readPace(bad).has_value()) << bad;
 }
 
-TEST(PlannedFailure, Read_TakesATaskAndAShare)
+TEST(PlannedFailure, Read_AcceptsATaskAndAShare)
 {
     const auto failure = readFailure("FormatPartition after 40%");
     ASSERT_TRUE(failure.has_value());
@@ -54,7 +54,7 @@ TEST(PlannedFailure, Read_TakesATaskAndAShare)
     EXPECT_DOUBLE_EQ(readFailure("MergePartitions after 100%")->share, 1);
 }
 
-TEST(PlannedFailure, Read_RefusesOtherTexts)
+TEST(PlannedFailure, Read_RejectsOtherStrings)
 {
     for (const char* bad : {"", "FormatPartition", "FormatPartition after 40", "FormatPartition after 101%",
                             "FormatPartition after -1%", "Nothing after 40%", "after 40%",

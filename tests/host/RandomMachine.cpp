@@ -128,7 +128,7 @@ void RandomMachine::giveVolume(host::Partition& partition)
     partition.volumeSize = partition.isDynamic ? partition.size : 0;
 }
 
-// On an MBR disk the last ones are logical: all but three if there are more than four.
+// On an MBR disk with more than four partitions, all but the first three are logical.
 void RandomMachine::giveKinds(host::Disk& disk)
 {
     if (disk.isGPT)
@@ -160,7 +160,7 @@ void RandomMachine::giveLetters(host::Machine& machine)
 
 int RandomMachine::function()
 {
-    // New partitions need most to come together, and what fills a disk is what the rules are about.
+    // New partitions have the most preconditions, and the rules are about full disks.
     constexpr int kCreatePartition = 18;
     return chance(8) ? kCreatePartition : kFunctions[static_cast<std::size_t>(below(kFunctions.size()))];
 }
@@ -184,7 +184,7 @@ int RandomMachine::diskIndex(const host::Machine& machine)
     return static_cast<int>(below(static_cast<qint64>(machine.disks.size()) + (chance(5) ? 2 : 0)));
 }
 
-// Near what the drive has, or anything.
+// Near the size of the drive, or any size.
 qint64 RandomMachine::size(const host::Machine& machine, const QString& letter)
 {
     const host::Partition* partition = machine.partition(letter);

@@ -6,19 +6,19 @@
 
 #include <random>
 
-/// Machines and orders by chance. The same seed gives the same ones.
+/// Random machines and orders. The same seed gives the same sequence.
 class RandomMachine
 {
 public:
     explicit RandomMachine(unsigned seed) : engine_(seed) {}
 
-    /// A machine that can be: up to five disks of all kinds, the first with the running system. The entries
-    /// of a disk's list lie one behind the other without holes.
+    /// A valid machine: up to five disks of all kinds, the first with the running system. The entries of a
+    /// disk are in order, without gaps.
     host::Machine machine();
 
-    /// One of all functions, those of the page and those of the guides.
+    /// A function of the page or of a guide.
     int function();
-    /// Keys for it that often name what the machine has, and often ask for what cannot be.
+    /// Parameters that often name existing objects and often request the impossible.
     QVariantMap params(const host::Machine& machine, int function);
     /// 0 to 1.
     double share() { return std::uniform_real_distribution<double>(0, 1)(engine_); }

@@ -1,4 +1,4 @@
-// What the partition page answers to the question whether it would carry out a function.
+// Orders that the partition page accepts or rejects.
 #include "host/machine/Rules.h"
 #include "host/machine/Functions.h"
 #include "tests/host/MachineText.h"
@@ -19,7 +19,7 @@ class Questions : public testing::TestWithParam<QuestionRow>
 {
 };
 
-TEST_P(Questions, Refusal_OnTheTestMachine)
+TEST_P(Questions, OrderRejection_OnTheTestMachine)
 {
     const QString reason =
         reasonOf(host::orderRejection(testMachine(), GetParam().function, GetParam().params));
@@ -192,7 +192,7 @@ const QuestionRow kQuestions[] = {
 INSTANTIATE_TEST_SUITE_P(All, Questions, testing::ValuesIn(kQuestions),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(Rules, LockedDrive_TakesNoFunctionThatNeedsItsFiles)
+TEST(Rules, LockedDrive_RejectsFunctionsThatNeedItsFiles)
 {
     host::Machine machine = testMachine();
     machine.partition("D")->bltState = 3;
@@ -200,7 +200,7 @@ TEST(Rules, LockedDrive_TakesNoFunctionThatNeedsItsFiles)
     EXPECT_FALSE(host::orderRejection(machine, 16, {{"driveLetter", "D"}}));
 }
 
-TEST(Rules, FullMbrTable_TakesNoFifthPrimary)
+TEST(Rules, FullMbrTable_RejectsAFifthPrimary)
 {
     host::Machine machine = testMachine();
     host::Disk& disk = *machine.disk(1);
@@ -210,7 +210,7 @@ TEST(Rules, FullMbrTable_TakesNoFifthPrimary)
     EXPECT_TRUE(host::orderRejection(machine, 18, create(1, kGiB / 2)));
 }
 
-TEST(Rules, NoLetterLeft_TakesNoNewPartition)
+TEST(Rules, AllLettersInUse_RejectsANewPartition)
 {
     host::Machine machine = testMachine();
     const host::Partition pattern = *machine.partition("D");

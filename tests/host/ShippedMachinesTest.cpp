@@ -1,4 +1,4 @@
-// The machines that come with the host are readable and are what their descriptions promise.
+// The shipped machines are readable and match their descriptions.
 #include "host/machine/MachineReader.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The description of the computer that this runs on, from a recorded answer of lsblk.
+// The machine of this computer, from recorded output of lsblk.
 #include "host/machine/SystemMachine.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ host::Machine listed()
     return std::get<host::Machine>(read);
 }
 
-TEST(SystemMachine, Disks_AreNumberedInTheirOrderWithoutLoopsAndMemory)
+TEST(SystemMachine, Disks_AreNumberedInOrderWithoutLoopAndMemoryDevices)
 {
     const host::Machine machine = listed();
     ASSERT_EQ(machine.disks.size(), 4u);
@@ -64,7 +64,7 @@ TEST(SystemMachine, FirmwarePartition_IsTheSystemPartitionAndHasNoLetter)
     EXPECT_EQ(efi.fsString, "FAT32");
 }
 
-TEST(SystemMachine, SpaceBehindTheLastPartition_IsAFreeRegion)
+TEST(SystemMachine, SpaceAfterTheLastPartition_IsAFreeRegion)
 {
     const host::Machine machine = listed();
     const auto regions = machine.freeRegions(0);
@@ -88,12 +88,12 @@ TEST(SystemMachine, EmptyDisk_HasNoTable)
     EXPECT_EQ(machine.freeRegions(3).size(), 1u);
 }
 
-TEST(SystemMachine, WhatIsFound_HasNoContradiction)
+TEST(SystemMachine, DetectedMachine_IsAccepted)
 {
     EXPECT_FALSE(host::machineRejection(listed()));
 }
 
-TEST(SystemMachine, AnotherText_IsAnError)
+TEST(SystemMachine, UnexpectedOutput_IsAnError)
 {
     EXPECT_TRUE(std::holds_alternative<host::MachineError>(host::machineFromLsblk("lsblk: bad usage")));
     EXPECT_TRUE(std::holds_alternative<host::MachineError>(host::machineFromLsblk("{}")));

@@ -1,4 +1,4 @@
-// The queue of the host's work: order, progress, failure and cancelling, and what its rows say.
+// The task queue: order, progress, failure, cancellation and rows.
 #include "host/objects/TaskQueue.h"
 #include "tests/support/Threads.h"
 
@@ -50,7 +50,7 @@ TaskPlan endless()
     return plan;
 }
 
-TEST(TaskQueue, Tasks_RunOneAfterTheOtherAndNotBeforeTheEventLoop)
+TEST(TaskQueue, Tasks_RunInSequenceFromTheEventLoop)
 {
     Trace trace;
     TaskQueue queue;
@@ -62,7 +62,7 @@ TEST(TaskQueue, Tasks_RunOneAfterTheOtherAndNotBeforeTheEventLoop)
     EXPECT_EQ(trace.lines, QStringList({"plan a", "finish a", "plan b", "finish b"}));
 }
 
-TEST(TaskQueue, Rows_TellTitleDetailStateProgressErrorAndId)
+TEST(TaskQueue, Rows_HaveTitleDetailStateProgressErrorAndId)
 {
     Trace trace;
     TaskQueue queue;
@@ -80,7 +80,7 @@ TEST(TaskQueue, Rows_TellTitleDetailStateProgressErrorAndId)
     EXPECT_EQ(cell(queue, 1, "taskId"), 2);
 }
 
-TEST(TaskQueue, Signals_TellStartAndEndOfEachTask)
+TEST(TaskQueue, Signals_ReportStartAndEndOfEachTask)
 {
     Trace trace;
     TaskQueue queue;
@@ -96,7 +96,7 @@ TEST(TaskQueue, Signals_TellStartAndEndOfEachTask)
     EXPECT_EQ(ended.at(1), QVariantList({2, "failed", "no room"}));
 }
 
-TEST(TaskQueue, TaskThatIsRefusedAtItsTurn_FailsWithoutWork)
+TEST(TaskQueue, TaskRejectedAtItsStart_FailsWithoutWork)
 {
     Trace trace;
     TaskQueue queue;
@@ -135,7 +135,7 @@ TEST(TaskQueue, Progress_GrowsWhileATaskRuns)
     EXPECT_EQ(queue.currentTitle(), "long");
 }
 
-TEST(TaskQueue, Cancel_OfTheRunningTask_InterruptsItAndBeginsTheNext)
+TEST(TaskQueue, CancelOfTheRunningTask_InterruptsItAndStartsTheNext)
 {
     Trace trace;
     TaskQueue queue;
@@ -151,7 +151,7 @@ TEST(TaskQueue, Cancel_OfTheRunningTask_InterruptsItAndBeginsTheNext)
     EXPECT_EQ(trace.lines.at(3), "finish next");
 }
 
-TEST(TaskQueue, Cancel_OfAWaitingTask_LeavesTheOthers)
+TEST(TaskQueue, CancelOfAWaitingTask_LeavesTheOthers)
 {
     Trace trace;
     TaskQueue queue;
@@ -163,7 +163,7 @@ TEST(TaskQueue, Cancel_OfAWaitingTask_LeavesTheOthers)
     EXPECT_EQ(cell(queue, 1, "state"), "cancelled");
 }
 
-TEST(TaskQueue, Cancel_OfAnEndedOrUnknownTask_DoesNothing)
+TEST(TaskQueue, CancelOfAnEndedOrUnknownTask_HasNoEffect)
 {
     Trace trace;
     TaskQueue queue;
@@ -174,7 +174,7 @@ TEST(TaskQueue, Cancel_OfAnEndedOrUnknownTask_DoesNothing)
     EXPECT_EQ(cell(queue, 0, "state"), "done");
 }
 
-TEST(TaskQueue, CancelAll_EndsWhatRunsAndBeginsNothing)
+TEST(TaskQueue, CancelAll_EndsTheRunningTaskAndStartsNoOther)
 {
     Trace trace;
     TaskQueue queue;

@@ -1,4 +1,4 @@
-// What becomes of orders and guides: time, failure, cancelling, and what the machine is afterwards.
+// Orders and guides as tasks: duration, failure, cancellation and the resulting machine.
 #include "host/machine/Records.h"
 #include "host/objects/HostCore.h"
 #include "tests/host/MachineText.h"
@@ -35,7 +35,7 @@ protected:
 
 TEST_F(Tasks, FullFormat_TakesTheTimeOfItsBytes)
 {
-    // 50 GiB at 4 MiB a second: nobody waits for it here.
+    // 50 GiB at 4 MiB per second: longer than any test.
     core.setPace(Pace{false, 0.001});
     core.order(kFormat, format);
     ASSERT_TRUE(pumpUntil([&] { return cell(0, TaskQueue::ProgressRole).toDouble() > 0; }));
@@ -47,7 +47,7 @@ TEST_F(Tasks, FullFormat_TakesTheTimeOfItsBytes)
     EXPECT_FALSE(core.isBusy());
 }
 
-TEST_F(Tasks, Instant_TakesNoTimeAtAll)
+TEST_F(Tasks, Instant_TakesNoTime)
 {
     core.setPace(Pace{true, 1});
     core.order(kFormat, format);
@@ -56,21 +56,21 @@ TEST_F(Tasks, Instant_TakesNoTimeAtAll)
     EXPECT_EQ(state(0), "done");
 }
 
-TEST_F(Tasks, FormatThatFails_LeavesThePartitionRaw)
+TEST_F(Tasks, FailedFormat_LeavesThePartitionRaw)
 {
     core.setPace(Pace{true, 1});
     core.setFailures({{kFormat, 0.4}});
     core.order(kFormat, format);
     ASSERT_TRUE(finish());
     EXPECT_EQ(state(0), "failed");
-    EXPECT_EQ(cell(0, TaskQueue::ErrorRole), "failed after 40% as --fail asks");
+    EXPECT_EQ(cell(0, TaskQueue::ErrorRole), "The task failed after 40%, as --fail requests.");
     EXPECT_EQ(drive("D").fsString, "RAW");
     EXPECT_TRUE(drive("D").isUnformattedType);
     EXPECT_EQ(drive("D").usedSize, 0);
     EXPECT_EQ(drive("D").size, 50 * kGiB);
 }
 
-TEST_F(Tasks, PlannedFailure_IsThatOfTheNextTaskOfItsFunctionAlone)
+TEST_F(Tasks, PlannedFailure_AffectsOnlyTheNextTaskOfItsFunction)
 {
     core.setPace(Pace{true, 1});
     core.setFailures({{kFormat, 0.5}, {kFormat, 0.0}});
@@ -86,7 +86,7 @@ TEST_F(Tasks, PlannedFailure_IsThatOfTheNextTaskOfItsFunctionAlone)
     EXPECT_EQ(drive("D").label, "New");
 }
 
-TEST_F(Tasks, FailureBeforeTheFirstPercent_LeavesTheMachineAsItWas)
+TEST_F(Tasks, FailureAtZeroPercent_LeavesTheMachineUnchanged)
 {
     core.setPace(Pace{true, 1});
     core.setFailures({{kFormat, 0.0}});
@@ -96,7 +96,7 @@ TEST_F(Tasks, FailureBeforeTheFirstPercent_LeavesTheMachineAsItWas)
     EXPECT_EQ(host::diskRecords(*core.machine()), host::diskRecords(testMachine()));
 }
 
-TEST_F(Tasks, ResizeThatFails_LeavesTheMachineAsItWas)
+TEST_F(Tasks, FailedResize_LeavesTheMachineUnchanged)
 {
     core.setPace(Pace{true, 1});
     core.setFailures({{14, 0.9}});
@@ -120,7 +120,7 @@ TEST_F(Tasks, CancelledFormat_LeavesThePartitionRawAndTheNextTaskRuns)
     EXPECT_TRUE(drive("E").isActive);
 }
 
-TEST_F(Tasks, OrderOfAClosingHost_IsNotTaken)
+TEST_F(Tasks, OrderToAClosingHost_IsDiscarded)
 {
     core.setClosing();
     core.order(kLabel, {{"driveLetter", "D"}, {"newLabel", "late"}});
@@ -132,7 +132,7 @@ host::GuidedWork toMbr()
     return host::conversionWork(host::Conversion::ToMbr, {{"diskIndex", 5}, {"isDiskItem", true}});
 }
 
-TEST_F(Tasks, Guide_BeginsItsWorkWhenItsUserStartsIt)
+TEST_F(Tasks, Guide_StartsItsWorkOnRequest)
 {
     core.openGuide({"Convert", "", toMbr()});
     EXPECT_TRUE(core.guideCanStart());
@@ -145,7 +145,7 @@ TEST_F(Tasks, Guide_BeginsItsWorkWhenItsUserStartsIt)
     EXPECT_EQ(cell(0, TaskQueue::TitleRole), "ConvertDiskToMbr");
 }
 
-TEST_F(Tasks, GuideThatInformsOrIsRefused_CannotBeStarted)
+TEST_F(Tasks, InformingOrRejectedGuide_CannotBeStarted)
 {
     core.openGuide({"Health", "good"});
     EXPECT_FALSE(core.guideCanStart());
@@ -167,7 +167,7 @@ TEST_F(Tasks, ClosedGuide_CannotBeStarted)
     EXPECT_FALSE(core.isBusy());
 }
 
-TEST_F(Tasks, StartsGuides_StartsEachAsItOpens)
+TEST_F(Tasks, StartsGuides_StartsEachGuideAsItOpens)
 {
     core.setStartsGuides(true);
     core.openGuide({"Convert", "", toMbr()});

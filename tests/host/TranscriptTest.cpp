@@ -1,4 +1,4 @@
-// The transcript: its lines, their threads, and what is written for calls, tasks and guides.
+// The transcript: lines, threads, and the events of calls, tasks and guides.
 #include "host/objects/Transcript.h"
 #include "host/objects/Scene.h"
 #include "plugin/AIBridge.h"
@@ -52,7 +52,7 @@ TEST(Transcript, Line_HasTimeClockThreadAndKindAtOnce)
     host::Transcript transcript;
     ASSERT_EQ(transcript.open(folder.filePath("t")), "");
     transcript.add("begin", {{"machine", "test"}});
-    // Nothing was closed: the line must be with the system already.
+    // The file is still open: the line must already be flushed.
     const auto lines = linesOf(folder.filePath("t"));
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_EQ(lines[0].value("kind"), "begin");
@@ -64,7 +64,7 @@ TEST(Transcript, Line_HasTimeClockThreadAndKindAtOnce)
     EXPECT_TRUE(QDateTime::fromString(time, Qt::ISODateWithMs).isValid()) << time.toStdString();
 }
 
-TEST(Transcript, File_ThatCannotBeWritten_IsAnError)
+TEST(Transcript, UnwritableFile_IsAnError)
 {
     const QTemporaryDir folder;
     host::Transcript transcript;
@@ -73,7 +73,7 @@ TEST(Transcript, File_ThatCannotBeWritten_IsAnError)
     transcript.add("begin", {});
 }
 
-TEST(Transcript, Threads_WriteWholeLinesUnderNamesOfTheirOwn)
+TEST(Transcript, Threads_WriteWholeLinesWithTheirNames)
 {
     const QTemporaryDir folder;
     host::Transcript transcript;
@@ -145,11 +145,11 @@ TEST_F(TranscriptOfAScene, OrderedTool_IsQuestionOrderTaskAndPush)
     EXPECT_EQ(lines("taskStart")[0].value("task").toInt(), 1);
     ASSERT_EQ(lines("taskEnd").size(), 1u);
     EXPECT_EQ(lines("taskEnd")[0].value("state"), "done");
-    // The one when the component was attached, and the one for the new label.
+    // One at the attachment of the component, and one for the new label.
     EXPECT_EQ(lines("inventoryPush").size(), 2u);
 }
 
-TEST_F(TranscriptOfAScene, RefusedQuestion_TellsTheReason)
+TEST_F(TranscriptOfAScene, RejectedQuestion_HasTheReason)
 {
     std::string answer;
     runOnOtherThread([&] { tools.DeletePartition(answer, "C"); });
@@ -160,7 +160,7 @@ TEST_F(TranscriptOfAScene, RefusedQuestion_TellsTheReason)
     EXPECT_TRUE(lines("order").empty());
 }
 
-TEST_F(TranscriptOfAScene, DirectCall_IsWrittenWithItsConnection)
+TEST_F(TranscriptOfAScene, DirectCall_IsRecordedWithItsConnection)
 {
     std::string answer;
     runOnOtherThread([&] { tools.CloneDiskToDisk(answer, 0, 1); });
@@ -197,7 +197,7 @@ TEST_F(TranscriptOfAScene, AnnouncedCall_IsAGateCallAndItsReportAToolCall)
     EXPECT_EQ(lines("toolCall")[0].value("queued"), true);
 }
 
-TEST_F(TranscriptOfAScene, PropertyReads_AreWrittenForOtherThreadsOnly)
+TEST_F(TranscriptOfAScene, PropertyReads_AreRecordedForOtherThreadsOnly)
 {
     readWindowProperty("popuped");
     EXPECT_TRUE(lines("hostCall").empty() || lines("hostCall").back().value("member") != "popuped");

@@ -1,4 +1,4 @@
-// What the window shows of the agent's calls and of the tasks.
+// The agent's calls and the tasks in the window.
 #include "tests/host/WindowTest.h"
 
 #include "host/objects/TaskQueue.h"
@@ -12,7 +12,7 @@ namespace {
 using WindowTimeline = WindowTest;
 using WindowQueue = WindowTest;
 
-// A task that lasts until it is cancelled.
+// A task that runs until it is cancelled.
 host::TaskWork endlessTask(const QString& title, int& interrupted)
 {
     host::TaskWork work;
@@ -40,7 +40,7 @@ TEST_F(WindowTimeline, QueuedCall_ShowsToolArgumentsAndAnswer)
     EXPECT_EQ(items("callTool").size(), 1u);
 }
 
-TEST_F(WindowTimeline, Refusal_StandsOutAndHasTheHostsReason)
+TEST_F(WindowTimeline, Rejection_IsHighlightedWithTheHostsReason)
 {
     Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
     EXPECT_TRUE(scene.core().rejection(16, {{"driveLetter", "C"}}));
@@ -52,7 +52,7 @@ TEST_F(WindowTimeline, Refusal_StandsOutAndHasTheHostsReason)
     EXPECT_EQ(item("callReason")->property("color").value<QColor>(), scene.theme().bad());
 }
 
-TEST_F(WindowTimeline, RefusalInWordsOfItsOwn_ShowsThemWhole)
+TEST_F(WindowTimeline, RejectionWithItsOwnMessage_ShowsItWhole)
 {
     Q_EMIT bridge.sigAbout2CallFun("CloneDiskToDisk sourceDiskIndex=0 destDiskIndex=9");
     Q_EMIT bridge.sigAfterCallFun("It seems that disk9 is not exist", false);
@@ -61,7 +61,7 @@ TEST_F(WindowTimeline, RefusalInWordsOfItsOwn_ShowsThemWhole)
     EXPECT_EQ(item("callResult")->property("color").value<QColor>(), scene.theme().bad());
 }
 
-// The gate reads on threads of its own.
+// The gate reads on its own threads.
 void readAsTheGate(QObject* window, QObject* page, bool goesOn)
 {
     runOnOtherThread([&] {
@@ -71,7 +71,7 @@ void readAsTheGate(QObject* window, QObject* page, bool goesOn)
     });
 }
 
-TEST_F(WindowTimeline, GateThatRefusesForADialog_IsOneRowHoweverOftenItIsAsked)
+TEST_F(WindowTimeline, GateRejectionsForADialog_ShareOneRow)
 {
     scene.core().setDialogOpen(true);
     for (int times = 0; times < 3; ++times)
@@ -82,7 +82,7 @@ TEST_F(WindowTimeline, GateThatRefusesForADialog_IsOneRowHoweverOftenItIsAsked)
     EXPECT_EQ(item("callOutcome")->property("tone"), "warn");
 }
 
-TEST_F(WindowTimeline, GateThatRefusesForATask_SaysSo)
+TEST_F(WindowTimeline, GateRejectionForATask_ShowsItsMessage)
 {
     int interrupted = 0;
     scene.core().tasks()->add(endlessTask("FormatPartition", interrupted));
@@ -91,7 +91,7 @@ TEST_F(WindowTimeline, GateThatRefusesForATask_SaysSo)
     EXPECT_TRUE(waitForText("callResult", answers::inExecution));
 }
 
-TEST_F(WindowTimeline, GateThatAdmits_LeavesNoTrace)
+TEST_F(WindowTimeline, AdmittingGate_AddsNoRow)
 {
     readAsTheGate(scene.window(), mainPage(), true);
     Q_EMIT bridge.sigAbout2CallFun("Eject");
@@ -99,8 +99,8 @@ TEST_F(WindowTimeline, GateThatAdmits_LeavesNoTrace)
     EXPECT_EQ(items("callTool").size(), 1u);
 }
 
-// Asked too soon after another call, it goes no further than the first read.
-TEST(GateWatch, FirstReadWithoutTheSecond_IsARefusalOnceThePatienceIsOver)
+// Too soon after another call, the gate stops after the first read.
+TEST(GateWatch, FirstReadWithoutTheSecond_IsARejectionAfterTheTimeout)
 {
     host::GateWatch gate(0);
     QStringList rejections;
@@ -111,7 +111,7 @@ TEST(GateWatch, FirstReadWithoutTheSecond_IsARefusalOnceThePatienceIsOver)
     EXPECT_EQ(rejections, QStringList(answers::inProgress.text()));
 }
 
-TEST(GateWatch, ReadsOnTheApplicationThread_AreNotTheGates)
+TEST(GateWatch, ReadsOnTheApplicationThread_AreIgnored)
 {
     host::GateWatch gate(0);
     int rejections = 0;
@@ -123,7 +123,7 @@ TEST(GateWatch, ReadsOnTheApplicationThread_AreNotTheGates)
     EXPECT_EQ(rejections, 0);
 }
 
-TEST_F(WindowTimeline, AnswerOfAReadingTool_IsNeitherQueuedNorRefused)
+TEST_F(WindowTimeline, AnswerOfAReadingTool_IsNeitherQueuedNorRejected)
 {
     Q_EMIT bridge.sigAbout2CallFun("ShowBitLockerStatus");
     Q_EMIT bridge.sigAfterCallFun("not encrypted", false);
@@ -131,7 +131,7 @@ TEST_F(WindowTimeline, AnswerOfAReadingTool_IsNeitherQueuedNorRefused)
     EXPECT_EQ(item("callOutcome")->property("tone"), "plain");
 }
 
-TEST_F(WindowTimeline, CallsStandInTheirOrder)
+TEST_F(WindowTimeline, Calls_AreInOrder)
 {
     for (const char* call : {"First", "Second", "Third"}) {
         Q_EMIT bridge.sigAbout2CallFun(call);
@@ -142,7 +142,7 @@ TEST_F(WindowTimeline, CallsStandInTheirOrder)
     EXPECT_EQ(texts("callTool"), QStringList({"First", "Second", "Third"}));
 }
 
-TEST_F(WindowTimeline, LogButton_ShowsTheLogInItsPlace)
+TEST_F(WindowTimeline, LogButton_SwitchesToTheLog)
 {
     scene.core().log()->write("something happened");
     click(item("logButton"));
@@ -151,7 +151,7 @@ TEST_F(WindowTimeline, LogButton_ShowsTheLogInItsPlace)
     EXPECT_EQ(text("logButton"), "Show agent");
 }
 
-TEST_F(WindowQueue, WithoutTasks_SaysSo)
+TEST_F(WindowQueue, EmptyQueue_ShowsAHint)
 {
     EXPECT_TRUE(items("taskTitle").empty());
 }
@@ -168,7 +168,7 @@ TEST_F(WindowQueue, Tasks_ShowTitleParametersAndState)
     EXPECT_EQ(text("busyBadge"), "busy: FormatPartition");
 }
 
-TEST_F(WindowQueue, CancelButton_EndsTheTaskAndGoes)
+TEST_F(WindowQueue, CancelButton_EndsTheTaskAndDisappears)
 {
     int interrupted = 0;
     scene.core().tasks()->add(endlessTask("FormatPartition", interrupted));

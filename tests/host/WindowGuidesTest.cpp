@@ -37,7 +37,7 @@ TEST_P(WindowCloneSteps, CloneGuide_OpensAtItsStep)
 
 INSTANTIATE_TEST_SUITE_P(All, WindowCloneSteps, testing::Values(1, 2, 3));
 
-TEST_F(WindowGuide, CloneGuide_ShowsWhatTheHostHasAgainstIt)
+TEST_F(WindowGuide, CloneGuide_ShowsTheRejection)
 {
     Q_EMIT bridge.sigCloneResult(cloneResult(2, "The destination is too small."));
     ASSERT_NE(awaited("guidePane"), nullptr);
@@ -84,7 +84,7 @@ TEST_F(WindowGuide, StartButton_WorksByKeyboard)
     EXPECT_TRUE(waitForText("taskState", "done"));
 }
 
-TEST_F(WindowGuide, WorkThatIsImpossible_HasNoStartButton)
+TEST_F(WindowGuide, ImpossibleWork_HasNoStartButton)
 {
     Q_EMIT bridge.sigConvertResult(convertDisk(*scene.core().machine(), 0, 0));
     ASSERT_NE(awaited("guideRejection"), nullptr);
@@ -118,7 +118,7 @@ TEST_F(WindowGuide, CloseGuideOfAnAgent_ClosesIt)
     EXPECT_EQ(item("guidePane"), nullptr);
 }
 
-TEST_F(WindowGuide, Recovery_OpensAGuideThatCoversNothing)
+TEST_F(WindowGuide, Recovery_OpensAGuideThatIsNoDialog)
 {
     orderHost(mainPage(), "doprfunction", ConnectionRule::Call, QVariant(QVariantMap{{"diskIndex", 1}}));
     ASSERT_NE(item("guidePane"), nullptr);
@@ -162,7 +162,7 @@ TEST_F(WindowDialog, Tab_StaysInIt)
     EXPECT_EQ(focused(), "dialogClose");
 }
 
-TEST_F(WindowDialog, ClickBesideIt_ClosesIt)
+TEST_F(WindowDialog, ClickOutside_ClosesIt)
 {
     openHealth(mainPage(), 0);
     ASSERT_TRUE(pumpUntil([&] { return focused() == "dialogClose"; }));
@@ -179,7 +179,7 @@ TEST_F(WindowDialog, CloseGuideOfAnAgent_ClosesIt)
     EXPECT_TRUE(pumpUntil([&] { return item("dialogTitle") == nullptr; }));
 }
 
-TEST_F(WindowDialog, BootMediaAndToolbox_AreDialogsToo)
+TEST_F(WindowDialog, BootMediaAndToolbox_AreDialogs)
 {
     orderHost(mainPage(), "dobmfunction", ConnectionRule::Call,
               QVariant(QVariantMap{{"usbDriveLetter", "F"}}));
@@ -203,7 +203,7 @@ TEST_F(WindowDialog, StartButton_QueuesTheWorkAndClosesIt)
     EXPECT_EQ(text("taskTitle"), "CreateBootMedia");
 }
 
-TEST_F(WindowDialog, DiskHealth_HasNothingToStart)
+TEST_F(WindowDialog, DiskHealth_HasNoStartButton)
 {
     openHealth(mainPage(), 0);
     ASSERT_NE(awaited("dialogClose"), nullptr);

@@ -1,4 +1,4 @@
-// The keyboard, and light and dark.
+// Keyboard use, and light and dark colours.
 #include "tests/host/WindowTest.h"
 
 #include "tests/support/Threads.h"
@@ -12,7 +12,7 @@ namespace {
 
 using WindowKeys = WindowTest;
 
-TEST_F(WindowKeys, Tab_WalksThroughEverythingThatCanBeUsedInReadingOrder)
+TEST_F(WindowKeys, Tab_ReachesEveryControlInReadingOrder)
 {
     QStringList order;
     press(Qt::Key_Tab);
@@ -31,7 +31,7 @@ TEST_F(WindowKeys, BackTab_GoesBack)
     EXPECT_EQ(focused(), "scanButton");
 }
 
-TEST_F(WindowKeys, ItemWithTheKeyboard_HasARing)
+TEST_F(WindowKeys, FocusedItem_HasARing)
 {
     for (const char* name : {"scanButton", "win11Toggle", "timelineList"}) {
         EXPECT_TRUE(items("focusRing").empty() || focused() != name);
@@ -52,7 +52,7 @@ TEST_F(WindowKeys, EnterAndSpace_PressAButton)
     EXPECT_EQ(text("logButton"), "Show agent");
 }
 
-TEST_F(WindowKeys, Enter_TurnsASwitch)
+TEST_F(WindowKeys, Enter_TogglesASwitch)
 {
     ASSERT_TRUE(tabTo("win11Toggle"));
     press(Qt::Key_Return);
@@ -63,7 +63,7 @@ TEST_F(WindowKeys, Enter_TurnsASwitch)
     EXPECT_NE(item("popupBadge"), nullptr);
 }
 
-TEST_F(WindowKeys, Arrows_ChooseDiskAndEntry)
+TEST_F(WindowKeys, Arrows_SelectDiskAndEntry)
 {
     ASSERT_TRUE(tabTo("diskList"));
     EXPECT_TRUE(text("details").contains("EFI"));
@@ -77,7 +77,7 @@ TEST_F(WindowKeys, Arrows_ChooseDiskAndEntry)
     EXPECT_TRUE(text("details").contains("EFI"));
 }
 
-TEST_F(WindowKeys, Click_ChoosesTheEntryUnderIt)
+TEST_F(WindowKeys, Click_SelectsTheEntry)
 {
     scene.window()->grabWindow();
     for (QQuickItem* title : items("segmentTitle")) {
@@ -99,7 +99,7 @@ double luminance(const QColor& colour)
            0.0722 * channel(colour.blueF());
 }
 
-// The ratio of the accessibility guidelines, 1 to 21; 4.5 is what they ask of a text of this size.
+// Contrast ratio of the accessibility guidelines, 1 to 21; they require 4.5 for text of this size.
 double contrast(const QColor& a, const QColor& b)
 {
     const double first = luminance(a);
@@ -113,7 +113,7 @@ protected:
     host::Theme theme{GetParam()};
 };
 
-TEST_P(ThemeColours, Texts_CanBeReadOnWhatTheyStandOn)
+TEST_P(ThemeColours, Texts_HaveEnoughContrast)
 {
     constexpr double kLeast = 4.5;
     for (const QColor& ground : {theme.window(), theme.surface(), theme.raised()}) {

@@ -1,4 +1,4 @@
-// The language of the window: every text of it comes from a catalogue, and the button changes them all.
+// The language of the window: every string comes from a catalogue, and the button changes all of them.
 #include "tests/host/WindowTest.h"
 
 #include "host/machine/Records.h"
@@ -20,7 +20,7 @@ namespace {
 
 using host::MultiLanguage;
 
-// Puts every text that is translated into brackets.
+// Puts every translated string into brackets.
 class Brackets : public QTranslator
 {
 public:
@@ -32,7 +32,7 @@ public:
     }
 };
 
-// What is left of a text without that in brackets.
+// The text without the parts in brackets.
 QString outsideBrackets(const QString& text)
 {
     QString rest;
@@ -48,7 +48,7 @@ QString outsideBrackets(const QString& text)
     return rest;
 }
 
-// The agent's own words, its answers, the parameters of its orders, the log, and what the library recommends.
+// The agent's announcements, its answers, the parameters of its orders, the log and recommendations.
 const QStringList kVerbatim = {"machineName",        "callArguments",        "callResult", "taskDetail",
                                "recommendationText", "recommendationButton", "logList"};
 
@@ -70,17 +70,17 @@ protected:
     void SetUp() override
     {
         WindowTest::SetUp();
-        scene.core().setServicePlace("localhost:9090");
+        scene.core().setServiceAddress("localhost:9090");
     }
 
     void TearDown() override
     {
-        // The scan's thread must have ended before its owner does.
+        // The scan's thread must end before its owner is destroyed.
         EXPECT_TRUE(pumpUntil([&] { return !scene.link().isScanRunning(); }));
         WindowTest::TearDown();
     }
 
-    // Every text that can be seen, with the name of its item or of the nearest one around it that has a name.
+    // Every visible text, with the name of its item or of the nearest named ancestor.
     std::vector<std::pair<QString, QQuickItem*>> shown()
     {
         std::vector<std::pair<QString, QQuickItem*>> found;
@@ -102,7 +102,7 @@ protected:
         }
     }
 
-    // What the agent and the host have done: a row of each kind in both lists.
+    // A row of each kind in both lists.
     void fillLists()
     {
         Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
@@ -343,21 +343,21 @@ const char* const kRecommendations[] = {
     "Learn more",
     "Got it"};
 
-TEST(Languages, German_TranslatesEveryTextOfTheCases)
+TEST(Languages, German_TranslatesEveryStringOfTheCases)
 {
     const MultiLanguage german("de");
     for (const char* text : kRecommendations)
         EXPECT_NE(QCoreApplication::translate("QObject", text), text);
 }
 
-TEST(Languages, English_LeavesEveryTextOfTheLibraryAsItIs)
+TEST(Languages, English_LeavesEveryStringOfTheLibraryUnchanged)
 {
     const MultiLanguage english("en");
     for (const char* text : kRecommendations)
         EXPECT_EQ(QCoreApplication::translate("QObject", text), text);
 }
 
-TEST_F(WindowLanguage, Button_SwitchesEveryTextToGermanAndBack)
+TEST_F(WindowLanguage, Button_SwitchesEveryStringToGermanAndBack)
 {
     fillLists();
     openClone("The destination is too small.");
@@ -405,7 +405,7 @@ TEST_F(WindowLanguage, GermanScan_ShowsAGermanRecommendation)
     EXPECT_EQ(texts("recommendationButton"), QStringList({"Annehmen", "Abbrechen"}));
 }
 
-TEST_F(WindowLanguage, RecommendationOnScreen_KeepsTheLanguageInWhichItWasMade)
+TEST_F(WindowLanguage, VisibleRecommendation_KeepsItsLanguage)
 {
     scene.link().scanNow();
     ASSERT_NE(awaited("recommendationCard"), nullptr);
@@ -462,8 +462,8 @@ class WindowGermanLayout : public WindowLanguage, public testing::WithParamInter
 {
 };
 
-// Titles, buttons and messages must be readable whole; what names things of the machine may be shortened.
-TEST_P(WindowGermanLayout, NoTextOfTheWindowIsCutOff)
+// Titles, buttons and messages must not be elided; names of disks and partitions may be.
+TEST_P(WindowGermanLayout, Texts_AreNotCutOff)
 {
     static const QStringList mayBeCut = {"details",   "segmentTitle", "segmentSubtitle", "segmentFlags",
                                          "diskFlags", "taskError",    "busyBadge"};

@@ -1,5 +1,5 @@
-// What is really drawn: checked for what it must hold, not for each pixel. The pictures stay in
-// build/screenshots for whoever wants to see them.
+// The rendered window, checked for its parts and not for each pixel. The pictures remain in
+// build/screenshots.
 #include "host/Screenshot.h"
 #include "tests/host/WindowTest.h"
 
@@ -58,7 +58,7 @@ protected:
         return nullptr;
     }
 
-    // The row half-way down the segment's lower part, where there is no text.
+    // The middle row of the segment's lower part, which has no text.
     double shareOfColour(const QImage& picture, QQuickItem* segment, const QColor& colour)
     {
         const QRect place = placeOf(segment);
@@ -71,7 +71,7 @@ protected:
         ASSERT_EQ(picture.size(), QSize(1280, 720));
         QQuickItem* system = segmentTitled("C: Windows");
         ASSERT_NE(system, nullptr);
-        // Half of C is in use.
+        // Half of C is used.
         EXPECT_NEAR(shareOfColour(picture, system, scene.theme().fileSystem("NTFS", true)), 0.5, 0.03);
         EXPECT_NEAR(shareOfColour(picture, system, scene.theme().raised()), 0.5, 0.03);
         const QRect stick = placeOf(segmentTitled("F:"));
@@ -83,7 +83,7 @@ protected:
             EXPECT_GE(coloursIn(picture, placeOf(bar)), 3);
     }
 
-    // A text is there if its place has more colours than its ground and its ink.
+    // A text is drawn if its area has more colours than background and text colour.
     void checkText(const QImage& picture, const QString& name, const QString& expected)
     {
         QQuickItem* label = item(name);
@@ -95,7 +95,7 @@ protected:
     }
 };
 
-TEST_F(WindowPicture, Light_HoldsBarsAndTimelineAndTasks)
+TEST_F(WindowPicture, Light_ShowsBarsTimelineAndTasks)
 {
     Q_EMIT bridge.sigAbout2CallFun("ChangePartitionLabel driveLetter=D newLabel=Photos");
     scene.core().order(31, {{"driveLetter", "E"}, {"newLabel", "Photos"}});
@@ -121,7 +121,7 @@ protected:
     DarkPicture() : WindowPicture(host::ThemeMode::Dark) {}
 };
 
-TEST_F(DarkPicture, Dark_HoldsBarsAndGuideAndRecommendation)
+TEST_F(DarkPicture, Dark_ShowsBarsGuideAndRecommendation)
 {
     const QVariantMap source{{"diskIndex", 1}, {"isDiskItem", true}};
     const QVariantMap destination{{"diskIndex", 2}, {"isDiskItem", true}};
@@ -143,13 +143,13 @@ TEST_F(DarkPicture, Dark_HoldsBarsAndGuideAndRecommendation)
     EXPECT_GT(pixelsOf(picture, placeOf(item("guidePane")), scene.theme().badSurface()), 1000);
 }
 
-TEST_F(WindowPicture, BadPath_IsOneLine)
+TEST_F(WindowPicture, InvalidPath_IsOneLine)
 {
     const QTemporaryDir folder;
     host::Screenshot nowhere(folder.filePath("no/such/folder/x.png"));
-    const QString fault = nowhere.open();
-    EXPECT_TRUE(fault.contains("no/such/folder/x.png"));
-    EXPECT_FALSE(fault.contains('\n'));
+    const QString error = nowhere.open();
+    EXPECT_TRUE(error.contains("no/such/folder/x.png"));
+    EXPECT_FALSE(error.contains('\n'));
 }
 
 TEST_F(WindowPicture, PictureThatIsNotTaken_LeavesNoFile)

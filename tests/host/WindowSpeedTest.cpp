@@ -1,6 +1,5 @@
-// A large machine: how long the window takes to open and to refresh. Judged is the time that the application
-// thread computes, which other work on the machine does not lengthen; the time on the clock is printed beside
-// it.
+// A large machine: the time to open and to refresh the window. The test judges the CPU time of the
+// application thread, which is independent of other load, and also prints the elapsed time.
 #include "host/Screenshot.h"
 #include "tests/host/MachineText.h"
 #include "tests/host/WindowTest.h"
@@ -16,7 +15,7 @@ namespace {
 constexpr int kDisks = 24;
 constexpr int kPartitions = 500;
 constexpr int kRefreshes = 20;
-// Under sanitizers all of this takes ten times as long.
+// Sanitizers make this ten times slower.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr int kSlower = 15;
 #else
@@ -52,7 +51,7 @@ host::Machine largeMachine()
     return machine;
 }
 
-// Time since its making, in milliseconds: on the clock, and computed by this thread.
+// Milliseconds since construction: elapsed time and CPU time of this thread.
 class Watch
 {
 public:
@@ -104,8 +103,8 @@ class LargeWindow : public WindowTest
 protected:
     LargeWindow() : WindowTest(largeMachine(), host::ThemeMode::Light) {}
 
-    // From the change to the drawn window, the push of the inventory to the component included: how long the
-    // window cannot answer.
+    // Time during which the window cannot respond: from the change to the rendered window, including the
+    // inventory push.
     void refresh(int round)
     {
         host::Machine next = *scene.core().machine();
@@ -135,14 +134,14 @@ TEST_F(LargeWindow, Refresh_DoesNotStall)
     EXPECT_LT(longestComputed_, 100 * kSlower);
 }
 
-TEST_F(LargeWindow, OnlyDisksInSight_HaveItems)
+TEST_F(LargeWindow, OnlyVisibleDisks_HaveItems)
 {
     host::pictureOf(*scene.window());
     EXPECT_GT(items("diskName").size(), 3u);
     EXPECT_LT(items("diskName").size(), 12u);
 }
 
-TEST_F(LargeWindow, Refresh_MakesNoItemsAnew)
+TEST_F(LargeWindow, Refresh_ReusesTheItems)
 {
     host::pictureOf(*scene.window());
     const std::vector<QQuickItem*> before = items("usedPart");

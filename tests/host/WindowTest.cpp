@@ -94,7 +94,7 @@ bool WindowTest::waitForText(const QString& name, const QString& text)
 void WindowTest::click(QQuickItem* target)
 {
     ASSERT_NE(target, nullptr);
-    // Lays out what has just come.
+    // Lays out new items.
     scene.window()->grabWindow();
     QTest::mouseClick(scene.window(), Qt::LeftButton, Qt::NoModifier, placeOf(target).center());
 }

@@ -9,24 +9,23 @@
 
 #include <gtest/gtest.h>
 
-/// The real window on a simulated machine, shown without a display, with the real component beside it
-/// (without its service). Items are found by their names, in the order in which they are drawn; only those
-/// count that can be seen.
+/// The real window on a simulated machine, on the offscreen platform, with the real component without its
+/// service. Items are found by name in drawing order; only visible items count.
 class WindowTest : public testing::Test
 {
 protected:
     explicit WindowTest(host::ThemeMode theme = host::ThemeMode::Light);
     WindowTest(host::Machine machine, host::ThemeMode theme);
 
-    /// Shows the window and waits until it has the keyboard.
+    /// Shows the window and waits until it has the keyboard focus.
     void SetUp() override;
-    /// A page with a mistake in it says so on the way; that fails the test.
+    /// An error message of a QML page fails the test.
     void TearDown() override;
 
     std::vector<QQuickItem*> items(const QString& name);
-    /// The first of that name, null if there is none.
+    /// The first item of that name; null if not found.
     QQuickItem* item(const QString& name);
-    /// Waits until there is one of that name.
+    /// Waits until an item of that name exists.
     QQuickItem* awaited(const QString& name);
     /// The property `text` of all items of that name.
     QStringList texts(const QString& name);
@@ -36,9 +35,9 @@ protected:
 
     void click(QQuickItem* target);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    /// The name of the item that the keyboard acts on, or of the nearest one around it that has a name.
+    /// The name of the focused item, or of its nearest named ancestor.
     QString focused();
-    /// Presses Tab until the item of that name has the keyboard; false if it never gets it.
+    /// Presses Tab until the item of that name has the focus; false if it never gets it.
     bool tabTo(const QString& name);
 
     QObject* mainPage();
@@ -52,5 +51,5 @@ protected:
     AIBridge bridge;
 };
 
-/// The place of an item in the window, in whole pixels.
+/// The position of an item in the window, in whole pixels.
 QRect placeOf(const QQuickItem* item);

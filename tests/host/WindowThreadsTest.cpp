@@ -1,4 +1,4 @@
-// The library looks the window's objects up on threads of its own while pages come and go.
+// The library finds the window's objects on its own threads while pages open and close.
 #include "tests/host/WindowTest.h"
 
 #include "plugin/HostCall.h"
@@ -38,7 +38,7 @@ void openAndClosePages(host::Scene& scene, QObject* page, AIBridge& bridge)
     scene.window()->grabWindow();
 }
 
-TEST_F(WindowThreads, ChildrenOfTheWindow_StayTheSameWhilePagesComeAndGo)
+TEST_F(WindowThreads, ChildrenOfTheWindow_StayTheSameWhilePagesOpenAndClose)
 {
     const QObjectList before = scene.window()->children();
     for (int round = 0; round < 3; ++round) {
@@ -50,11 +50,11 @@ TEST_F(WindowThreads, ChildrenOfTheWindow_StayTheSameWhilePagesComeAndGo)
     EXPECT_EQ(QGuiApplication::topLevelWindows().size(), 1);
 }
 
-TEST_F(WindowThreads, LookUpsOnOtherThreads_FindTheirObjectsWhilePagesComeAndGo)
+TEST_F(WindowThreads, LookupsOnOtherThreads_SucceedWhilePagesOpenAndClose)
 {
     std::atomic<bool> ended{false};
     std::atomic<int> lost{0};
-    // So many reads a round: each leaves a note in the event queue, which would else never be empty.
+    // Limits the reads per round: each posts an event, and the event queue would otherwise never be empty.
     std::atomic<int> allowed{0};
     std::vector<std::thread> readers;
     for (int number = 0; number < 2; ++number) {

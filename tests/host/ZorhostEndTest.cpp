@@ -1,4 +1,4 @@
-// How the program ends: by signals at any moment, and at once for what cannot work.
+// Shutdown by signals at any moment, and starts that fail.
 #include "tests/host/ZorhostProcess.h"
 
 #include <QtCore/QFile>
@@ -126,7 +126,7 @@ const FailedStart kFailedStarts[] = {
 INSTANTIATE_TEST_SUITE_P(All, ZorhostRejects, testing::ValuesIn(kFailedStarts),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(ZorhostEnd, TaskThatStillRuns_IsCancelledAndTheMachineSavedAsItLeavesIt)
+TEST(ZorhostEnd, RunningTask_IsCancelledAndTheMachineSaved)
 {
     ZorhostProcess host;
     ASSERT_TRUE(
@@ -159,8 +159,8 @@ TEST(ZorhostEnd, TaskThatStillRuns_IsCancelledAndTheMachineSavedAsItLeavesIt)
     EXPECT_TRUE(saved.readAll().contains("\"fsString\": \"RAW\""));
 }
 
-// Whatever ends the host, the lines are with the system already.
-TEST(ZorhostEnd, KilledHost_LeavesItsTranscriptUpToTheLastLine)
+// Every line is flushed at once, so that it survives a kill.
+TEST(ZorhostEnd, KilledHost_LeavesACompleteTranscript)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady({"--headless", "--transcript", "t.jsonl"}));
@@ -174,7 +174,7 @@ TEST(ZorhostEnd, KilledHost_LeavesItsTranscriptUpToTheLastLine)
     EXPECT_TRUE(text.contains("\"kind\":\"inventoryPush\""));
 }
 
-TEST(ZorhostEnd, PortThatIsTaken_IsToldWithExitCodeOne)
+TEST(ZorhostEnd, PortInUse_IsReportedWithExitCode1)
 {
     QTcpServer other;
     ASSERT_TRUE(other.listen(QHostAddress::Any, static_cast<quint16>(freePort())));
@@ -187,7 +187,7 @@ TEST(ZorhostEnd, PortThatIsTaken_IsToldWithExitCodeOne)
         << host.errors().constData();
 }
 
-TEST(ZorhostEnd, AddressThatCannotBeBound_IsToldWithExitCodeOne)
+TEST(ZorhostEnd, UnboundableAddress_IsReportedWithExitCode1)
 {
     ZorhostProcess host;
     host.write("config.ini", "[main]\naiAddress=192.0.2.1\n");
@@ -196,7 +196,7 @@ TEST(ZorhostEnd, AddressThatCannotBeBound_IsToldWithExitCodeOne)
     EXPECT_TRUE(host.errors().contains("could not listen on 192.0.2.1:")) << host.errors().constData();
 }
 
-// Released before the service is up, the component would wait for ever.
+// Release would hang before the service is up.
 TEST(ZorhostEnd, SignalBeforeTheServiceIsUp_WaitsForItAndEndsCleanly)
 {
     ZorhostProcess host;
@@ -212,7 +212,7 @@ TEST(ZorhostEnd, SignalBeforeTheServiceIsUp_WaitsForItAndEndsCleanly)
     EXPECT_FALSE(host.output().contains("agent service on"));
 }
 
-TEST(ZorhostEnd, Signal_EndsTheAgentAndWhatItStarted)
+TEST(ZorhostEnd, Signal_EndsTheAgentAndItsChildren)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady({"--headless", "--agent", "sleep 300 & echo child $!; wait"}));
@@ -223,13 +223,13 @@ TEST(ZorhostEnd, Signal_EndsTheAgentAndWhatItStarted)
     ASSERT_GT(child, 1);
     host.signal(SIGINT);
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
-    // Whoever adopts orphans may take a moment to collect it: gone, or no longer running.
+    // The process may still be a zombie until its new parent collects it.
     QFile status(QString("/proc/%1/stat").arg(child));
     const bool gone = !status.open(QIODevice::ReadOnly);
     EXPECT_TRUE(gone || status.readAll().contains(") Z ")) << child;
 }
 
-TEST(ZorhostEnd, IdleClientThatStaysConnected_DoesNotHoldTheEndUp)
+TEST(ZorhostEnd, IdleConnectedClient_DoesNotDelayTheShutdown)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady({"--headless"}));
@@ -240,7 +240,7 @@ TEST(ZorhostEnd, IdleClientThatStaysConnected_DoesNotHoldTheEndUp)
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
-// A client in a loop of tools, without the gate; in the folder of the program, as "loop.py".
+// A client that calls tools in a loop without the gate; "loop.py" in the program's folder.
 void writeLoopingClient(const ZorhostProcess& host)
 {
     const QString code = QString("import sys; sys.path.insert(0, '%1')\n"
@@ -257,7 +257,7 @@ void writeLoopingClient(const ZorhostProcess& host)
     host.write("loop.py", code.toUtf8());
 }
 
-TEST(ZorhostEnd, SignalWhileTheAgentCallsTools_EndsTheAgentAndThenCleanly)
+TEST(ZorhostEnd, SignalWhileTheAgentCallsTools_EndsTheAgentThenTheHost)
 {
     ZorhostProcess host;
     writeLoopingClient(host);
@@ -268,8 +268,8 @@ TEST(ZorhostEnd, SignalWhileTheAgentCallsTools_EndsTheAgentAndThenCleanly)
     EXPECT_EQ(host.errors().count("ending without"), 0);
 }
 
-// Nothing but its end can stop such a client, and the release would wait for its tool for ever.
-TEST(ZorhostEnd, SignalWhileAClientKeepsCallingTools_EndsWithoutTheReleaseAndSaysSo)
+// Such a client never stops, and Release would hang.
+TEST(ZorhostEnd, SignalWhileAClientKeepsCallingTools_EndsWithoutTheReleaseAndReportsIt)
 {
     ZorhostProcess host;
     writeLoopingClient(host);

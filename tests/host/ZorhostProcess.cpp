@@ -28,9 +28,8 @@ void copyFolder(const QString& from, const QString& to)
 
 int freePort()
 {
-    // Below the range from which the system gives ports away, so that nothing takes it by chance; and near
-    // the port where the search begins, since the search looks through the whole listing for each port before
-    // it.
+    // Below the system's ephemeral ports, so that no other process gets it by chance; and near the first port
+    // of the search, because the search scans the whole listing for each port.
     for (;;) {
         const int port = QRandomGenerator::system()->bounded(10000, 16000);
         QTcpServer server;

@@ -5,8 +5,8 @@
 
 #include <functional>
 
-/// The program as a child process, in a scratch folder of its own: a copy of the program, its libraries and
-/// its machines, a `netstat` first in its path that leads the port search to a free port, and no display.
+/// The program as a child process in its own scratch folder: a copy of the program, its libraries and its
+/// machines, a fake `netstat` that leads the port search to a free port, and no display.
 class ZorhostProcess
 {
 public:
@@ -18,21 +18,21 @@ public:
     void write(const QString& name, const QByteArray& content) const;
     void remove(const QString& name) const;
 
-    /// Makes `netstat` say that every port below this one is taken.
+    /// Makes `netstat` report every lower port as used.
     void setFirstPort(int port);
     int firstPort() const { return port_; }
     QProcessEnvironment& environment() { return environment_; }
 
     void start(const QStringList& arguments);
-    /// Starts, and waits for the ready line; another port is tried if this one was taken meanwhile.
+    /// Starts and waits for the ready line; retries with another port if the port is in use.
     bool startReady(const QStringList& arguments);
-    /// Waits until standard output holds the text.
+    /// Waits until standard output contains the text.
     bool waitForOutput(const QByteArray& text);
-    /// Waits until there is a file of that name in the program's folder.
+    /// Waits until a file of that name exists in the program's folder.
     bool waitForFile(const QString& name);
-    /// Waits until that file in the program's folder holds the text.
+    /// Waits until that file in the program's folder contains the text.
     bool waitForContent(const QString& name, const QByteArray& text);
-    /// Waits for the end; -1 if it does not come, or came by a signal.
+    /// Waits for the end; -1 on a timeout or after a signal.
     int exitCode();
     void signal(int number) const;
     bool isRunning() const { return process_.state() != QProcess::NotRunning; }
@@ -51,5 +51,5 @@ private:
     int port_ = 0;
 };
 
-/// A port of the loopback that nobody listens on now.
+/// An unused port of the loopback interface.
 int freePort();

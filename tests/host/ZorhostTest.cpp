@@ -1,4 +1,4 @@
-// The program as its users start it: the line when it is ready, its ports, its agent.
+// The program as users start it: ready line, ports and agent.
 #include "tests/host/ZorhostProcess.h"
 
 #include <QtCore/QFile>
@@ -48,7 +48,7 @@ TEST(Zorhost, ConfiguredAddress_IsUsedAndNamed)
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
-TEST(Zorhost, Agent_GetsBothPortsAndItsOutputComesThrough)
+TEST(Zorhost, Agent_GetsBothPortsAndItsOutputIsForwarded)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady(
@@ -60,14 +60,14 @@ TEST(Zorhost, Agent_GetsBothPortsAndItsOutputComesThrough)
     EXPECT_TRUE(host.output().contains(expected)) << host.output().constData();
 }
 
-TEST(Zorhost, ExitWithAgent_HandsTheAgentsExitCodeOn)
+TEST(Zorhost, ExitWithAgent_ReturnsTheAgentsExitCode)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady({"--headless", "--exit-with-agent", "--agent", "exit 7"}));
     EXPECT_EQ(host.exitCode(), 7) << host.errors().constData();
 }
 
-TEST(Zorhost, AgentThatEnds_LeavesTheHostUp)
+TEST(Zorhost, AgentThatEnds_LeavesTheHostRunning)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady({"--headless", "--agent", "exit 7"}));
@@ -77,7 +77,7 @@ TEST(Zorhost, AgentThatEnds_LeavesTheHostUp)
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
-TEST(Zorhost, AgentInPython_ListsCreatesRenamesAndIsRefusedOnce)
+TEST(Zorhost, AgentInPython_ListsCreatesRenamesAndIsRejectedOnce)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady(
@@ -107,7 +107,7 @@ echo '{"blockdevices": [{"name": "sda", "type": "disk", "size": 1073741824, "fst
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
-TEST(Zorhost, Scan_PrintsTheRecordOnWhichAMachineFires)
+TEST(Zorhost, Scan_PrintsTheRecommendation)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady({"--headless", "--machine", "desktop", "--scan", "--answer", "1"}));
@@ -116,13 +116,13 @@ TEST(Zorhost, Scan_PrintsTheRecordOnWhichAMachineFires)
         host.waitForOutput("recommendation {\"buttons\":[\"Accept\",\"Cancel\"],\"default\":0,\"msg\":"))
         << host.output().constData();
     EXPECT_TRUE(host.waitForOutput("recommendation answered with button 1\n"));
-    // The answer is recorded: the next start does not come back to the same case.
+    // The answer is recorded, so that the next start skips this case.
     EXPECT_TRUE(host.waitForFile("recscan.info"));
     host.signal(SIGTERM);
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
-TEST(Zorhost, Scan_ThatFindsNothing_IsToldToo)
+TEST(Zorhost, EmptyScan_IsReported)
 {
     ZorhostProcess host;
     host.write("empty.json", R"({"disks": []})");

@@ -1,4 +1,4 @@
-// The program's window without a display, and what it says of itself as a host.
+// The program's window on the offscreen platform, and --check-host.
 #include "tests/host/ZorhostProcess.h"
 
 #include <QtCore/QFile>
@@ -42,7 +42,7 @@ TEST(ZorhostWindow, Screenshot_IsWrittenWithoutADisplayAndTheProgramEnds)
     EXPECT_LT(QFile(host.file("window.png")).size(), 150000);
 }
 
-TEST(ZorhostWindow, ScreenshotWithAnAgent_IsTakenWhenItEndsAndKeepsItsExitCode)
+TEST(ZorhostWindow, ScreenshotWithAnAgent_IsTakenAtItsEndAndKeepsItsExitCode)
 {
     ZorhostProcess host;
     ASSERT_TRUE(host.startReady({"--headless", "--theme", "light", "--screenshot", "window.png", "--agent",
@@ -52,7 +52,7 @@ TEST(ZorhostWindow, ScreenshotWithAnAgent_IsTakenWhenItEndsAndKeepsItsExitCode)
     EXPECT_GT(QImage(host.file("window.png")).pixelColor(1, 1).lightness(), 200);
 }
 
-TEST(ZorhostWindow, ScreenshotAtABadPath_IsOneLineAndExitCode2)
+TEST(ZorhostWindow, ScreenshotAtAnInvalidPath_IsOneLineAndExitCode2)
 {
     ZorhostProcess host;
     host.start({"--screenshot", "no/such/folder/window.png"});
@@ -62,7 +62,7 @@ TEST(ZorhostWindow, ScreenshotAtABadPath_IsOneLineAndExitCode2)
     EXPECT_EQ(host.output(), "");
 }
 
-TEST(ZorhostWindow, UnknownLanguage_IsOneLineThatListsTheLanguagesAndExitCode2)
+TEST(ZorhostWindow, UnknownLanguage_ListsTheLanguagesInOneLineWithExitCode2)
 {
     ZorhostProcess host;
     host.start({"--language", "fr"});
@@ -71,7 +71,7 @@ TEST(ZorhostWindow, UnknownLanguage_IsOneLineThatListsTheLanguagesAndExitCode2)
     EXPECT_EQ(host.output(), "");
 }
 
-TEST(ZorhostWindow, GermanScan_PrintsTheRecordAsTheLibraryMadeIt)
+TEST(ZorhostWindow, GermanScan_PrintsTheRecordOfTheLibrary)
 {
     ZorhostProcess host;
     host.write("unwell.json", R"({"smartErrors": [1], "disks": [{"diskIndex": 1, "size": 1073741824}]})");
@@ -87,7 +87,7 @@ TEST(ZorhostWindow, GermanScan_PrintsTheRecordAsTheLibraryMadeIt)
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
-// What the host prints and writes about an agent's work, without what differs between any two runs.
+// The output and the transcript of an agent's run, without the parts that differ between runs.
 struct Account
 {
     QStringList output;
@@ -115,7 +115,7 @@ Account accountOf(const QString& language)
     QFile file(host.file("transcript"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     QStringList transcript = linesWithout(file.readAll(), "\"(ms|time)\":(\"[^\"]*\"|\\d+),?");
-    // The number and the results of the gate's reads depend on how often the agent had to ask.
+    // The number and the results of the gate's reads depend on the agent's retries.
     transcript.erase(std::remove_if(transcript.begin(), transcript.end(),
                                     [](const QString& line) {
                                         return line.contains("\"member\":\"popuped\"") ||
@@ -125,7 +125,7 @@ Account accountOf(const QString& language)
     return {linesWithout(host.output(), "(?m)^\\d\\d:\\d\\d:\\d\\d\\.\\d{3} |:\\d+$"), transcript};
 }
 
-TEST(ZorhostWindow, German_ChangesNoWordOfTheTranscriptTheLogAndTheAnswers)
+TEST(ZorhostWindow, German_LeavesTranscriptLogAndAnswersUnchanged)
 {
     const Account english = accountOf("en");
     const Account german = accountOf("de");

@@ -1,4 +1,4 @@
-"""An agent in another language: drives the sandbox host over the wire and says on standard output what it saw.
+"""An agent in another language: drives the sandbox host over the wire and prints the results.
 
 usage: agent.py FOLDER-OF-GENERATED-CODE
 """
@@ -17,13 +17,13 @@ from ZORNativePlugin import ZORNativePlugin  # noqa: E402
 LIMIT = 60
 
 
-def say(*words):
+def report(*words):
     """One write a line, so that the host's own lines cannot fall into it."""
     sys.stdout.write(" ".join(str(word) for word in words) + "\n")
     sys.stdout.flush()
 
 
-def until(question, what):
+def until(question, condition):
     """Asks again until the answer is a yes; the gate and the host's work both take their time."""
     deadline = time.monotonic() + LIMIT
     while time.monotonic() < deadline:
@@ -31,14 +31,14 @@ def until(question, what):
         if answer:
             return answer
         time.sleep(0.05)
-    sys.exit("gave up waiting: " + what)
+    sys.exit("timeout: " + condition)
 
 
 def gated(agent, name, tool):
     until(lambda: agent.PreProcessing(name).allow, "the gate, for " + name)
     answer = tool()
     counted = agent.PostProcessing(answer)
-    say(name, "->", answer, counted)
+    report(name, "->", answer, counted)
     return answer
 
 
@@ -48,11 +48,11 @@ def main():
     agent = ZORNativePlugin.Client(TBinaryProtocol.TBinaryProtocol(transport))
     transport.open()
     disks = agent.ListAllDisks()
-    say("disks", [disk.diskIndex for disk in disks])
+    report("disks", [disk.diskIndex for disk in disks])
     gib = 1024**3
     gated(agent, "CreatePartition", lambda: agent.CreatePartition(0, 10 * gib, "NTFS", "Fresh", -1))
     fresh = until(lambda: [p for p in agent.ListPartitionsOnDisk(0) if p.label == "Fresh"], "the new partition")[0]
-    say("created", fresh.driveLetter, fresh.rawCapacity, fresh.fileSystemType, fresh.isUnallocated)
+    report("created", fresh.driveLetter, fresh.rawCapacity, fresh.fileSystemType, fresh.isUnallocated)
     gated(agent, "ChangePartitionLabel", lambda: agent.ChangePartitionLabel(fresh.driveLetter, "Renamed"))
     until(lambda: agent.GetPartitionInfo(fresh.driveLetter).label == "Renamed", "the new label")
     gated(agent, "DeletePartition", lambda: agent.DeletePartition("C"))

@@ -1,4 +1,4 @@
-"""Lets an agent change the desktop machine and compares what is saved with the expected machine.
+"""Lets an agent change the desktop machine and compares the saved machine with the expected one.
 
 usage: desktop.py BIN_DIR EXPECTED [--write]     --write makes the saved machine the expected one
 """

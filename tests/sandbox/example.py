@@ -1,4 +1,4 @@
-"""Runs the worked example of the document as it stands there: agent, command and check.
+"""Runs the worked example of the document unchanged: agent, command and check.
 
 usage: example.py BIN_DIR DOCUMENT
 """
@@ -26,7 +26,7 @@ def block_after(text, words):
 
 
 def judged(bin_dir, folder, options, agent):
-    """What the document's check says about a run."""
+    """The output and exit code of the document's check for a run."""
     code, output = run_host(bin_dir, folder, agent, *options)
     if code != 0:
         sys.exit(f"ended with {code}:\n{output}")
@@ -40,7 +40,7 @@ def main():
     command = shlex.split(block_after(text, "The run, a hundred times").replace("\\\n", " "))
     if command[0] != "zorhost" or "python3 free20.py" not in command or "--exit-with-agent" not in command:
         sys.exit(f"not the command that was expected: {command}")
-    # The agent's option and the two that run_host adds by itself.
+    # The agent's option and the two that run_host adds.
     options = [word for word in command[1:]
                if word not in ("--agent", "python3 free20.py", "--exit-with-agent", "--headless")]
     agent = f"{sys.executable} free20.py"
@@ -51,10 +51,10 @@ def main():
         pathlib.Path(folder, "check.py").write_text(check)
         if len(check.splitlines()) != 10:
             sys.exit("the check has not ten lines")
-        for name, verdict in (("as it stands", judged(bin_dir, folder, options, agent)),
+        for name, verdict in (("unchanged", judged(bin_dir, folder, options, agent)),
                               ("with the task failing", judged(bin_dir, folder, options + broken, agent)),
                               ("with an agent that does nothing", judged(bin_dir, folder, options, "true"))):
-            wanted = ("freed", 0) if name == "as it stands" else ("not freed", 1)
+            wanted = ("freed", 0) if name == "unchanged" else ("not freed", 1)
             print(name, verdict)
             if verdict != wanted:
                 sys.exit(f"expected {wanted}")

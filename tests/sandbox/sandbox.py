@@ -47,7 +47,7 @@ def act(*arguments):
         raise SystemExit(f"{' '.join(arguments)}: {answer}")
 
 
-def until(question, what):
+def until(question, condition):
     """Polls the inventory until the question is answered with yes: an accepted order is not yet done."""
     deadline = time.monotonic() + LIMIT
     while time.monotonic() < deadline:
@@ -55,7 +55,7 @@ def until(question, what):
         if answer:
             return answer
         time.sleep(0.02)
-    raise SystemExit("gave up waiting: " + what)
+    raise SystemExit("timeout: " + condition)
 
 
 def partitions(disk):
@@ -63,6 +63,6 @@ def partitions(disk):
 
 
 def drive(letter):
-    """The partition of that letter as the latest inventory has it; none if there is none."""
+    """The partition of that letter in the latest inventory, or None."""
     found = [p for p in zorcall("GetAllPartitionInfo") if p["driveLetter"][:1] == letter and not p["isUnallocated"]]
     return found[0] if found else None
