@@ -3,8 +3,9 @@
 #include "bench/Ratios.h"
 #include "bench/WireService.h"
 
-#include "plugin/AIBridge.h"
-#include "service/ZorHandle.h"
+#include "tests/support/AIBridgeAccess.h"
+#include "bridge/AIBridge.h"
+#include "tools/ZorHandle.h"
 
 #include <benchmark/benchmark.h>
 
@@ -57,7 +58,7 @@ struct Pair
     {
         bridge.setEngine(&host.engine);
         const auto handler = std::make_shared<CZorHandle>();
-        handler->setBridge(&bridge);
+        handler->setBridge(AIBridgeAccess::toolBridge(&bridge));
         ours = std::make_unique<WireService>(handler, WireService::Kind::Ours);
         bare = std::make_unique<WireService>(std::make_shared<BareFormat>(host), WireService::Kind::Bare);
     }

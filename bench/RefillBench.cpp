@@ -2,7 +2,7 @@
 #include "bench/Inventories.h"
 #include "bench/Ratios.h"
 
-#include "plugin/AIBridge.h"
+#include "bridge/AIBridge.h"
 
 #include <benchmark/benchmark.h>
 

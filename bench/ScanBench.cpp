@@ -3,7 +3,8 @@
 #include "bench/Inventories.h"
 #include "bench/Ratios.h"
 
-#include "plugin/AIBridge.h"
+#include "tests/support/AIBridgeAccess.h"
+#include "bridge/AIBridge.h"
 #include "recscan/ScanCases.h"
 
 #include <array>
@@ -40,7 +41,7 @@ struct Machine
     {
         bridge.setEngine(&host.engine);
         bridge.setDiskInfo(makeRoomyInventory(kDisks, kPartitions));
-        subject.bridge = &bridge;
+        subject.pages = AIBridgeAccess::pages(&bridge);
         subject.engine = &host.engine;
         bridge.getDiskInfo(subject.disks);
         for (const DiskInfo& disk : subject.disks) {

@@ -4,8 +4,9 @@
 #include "bench/Ratios.h"
 #include "bench/WireService.h"
 
-#include "plugin/AIBridge.h"
-#include "service/ZorHandle.h"
+#include "tests/support/AIBridgeAccess.h"
+#include "bridge/AIBridge.h"
+#include "tools/ZorHandle.h"
 
 #include <benchmark/benchmark.h>
 
@@ -22,7 +23,7 @@ struct Pair
     {
         bridge.setDiskInfo(makeInventory(disks, partitions));
         const auto handler = std::make_shared<CZorHandle>();
-        handler->setBridge(&bridge);
+        handler->setBridge(AIBridgeAccess::toolBridge(&bridge));
         std::vector<DiskInfo> diskList;
         std::vector<PartitionInfo> partitionList;
         bridge.getDiskInfo(diskList);

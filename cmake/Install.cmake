@@ -16,7 +16,7 @@ install(TARGETS AIBridge EXPORT AIBridgeTargets
     LIBRARY DESTINATION ${AIBRIDGE_INSTALL_LIBDIR} RUNTIME DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
 install(EXPORT AIBridgeTargets NAMESPACE AIBridge:: DESTINATION ${AIBRIDGE_INSTALL_CMAKEDIR})
 
-foreach(header ComponentBase ComponentMgr HostAccess HostCall TestTime)
+foreach(header ComponentBase ComponentMgr HostAccess HostCall)
     install(FILES ${CMAKE_SOURCE_DIR}/plugin/${header}.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/aibridge/plugin)
 endforeach()
 install(FILES ${CMAKE_SOURCE_DIR}/hostcheck/HostCheck.h ${CMAKE_SOURCE_DIR}/hostcheck/ComponentCheck.h

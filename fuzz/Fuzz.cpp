@@ -1,6 +1,6 @@
 #include "fuzz/Fuzz.h"
 
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 
 #include <QtGui/QGuiApplication>
 
@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
         if (type == QtFatalMsg)
             std::fprintf(stderr, "%s\n", qPrintable(text));
     });
-    static const auto* const application = new handover::Marked<QGuiApplication>(*argc, *argv);
+    static const auto* const application = new TsanAnnotations::Annotated<QGuiApplication>(*argc, *argv);
     Q_UNUSED(application)
     return 0;
 }

@@ -5,6 +5,7 @@
 #include "fuzz/Tree.h"
 #include "recscan/RecScanThread.h"
 #include "recscan/ScanCases.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/ScratchApplication.h"
 
 #include <thrift/protocol/TBinaryProtocol.h>
@@ -52,7 +53,7 @@ void readInventory(AIBridge& bridge, const QVariantList& info, const std::string
 void scan(AIBridge& bridge, QQmlEngine* engine)
 {
     ScanSubject subject;
-    subject.bridge = &bridge;
+    subject.pages = AIBridgeAccess::pages(&bridge);
     subject.engine = engine;
     bridge.getDiskInfo(subject.disks);
     std::vector<PartitionInfo> partitions;
@@ -83,7 +84,7 @@ void runRecordTools(CZorHandle& tools, int disk, int other, const std::string& l
 
 void answerRecommendation(ToolHost& host, const QVariant& answer)
 {
-    RecScanThread thread(&host.bridge());
+    RecScanThread thread(&host.bridge(), *AIBridgeAccess::pages(&host.bridge()));
     thread.setToolHandler(host.tools());
     thread.performRecAction(answer.toMap());
 }

@@ -29,7 +29,7 @@ ToolHost::ToolHost() : disks_(inventory()), tools_(std::make_shared<Tools>(this)
 {
     fillSpecs();
     host_.build();
-    tools_->setBridge(host_.bridge());
+    tools_->setBridge(host_.toolBridge());
     host_.bridge()->setDiskInfo(inventory());
     host_.recorder().clear();
 }

@@ -1,7 +1,7 @@
 #include "host/HostApp.h"
 #include "host/machine/MachineReader.h"
 #include "host/machine/SystemMachine.h"
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 
 #include <QtCore/QSysInfo>
 #include <QtGui/QGuiApplication>
@@ -72,7 +72,7 @@ int main(int argc, char** argv)
     if (!options.verbose)
         qInstallMessageHandler(writeMessage);
     choosePlatform(options);
-    handover::Marked<QGuiApplication> application(argc, argv);
+    TsanAnnotations::Annotated<QGuiApplication> application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("zorhost"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     auto machine = readMachine(options.machine);

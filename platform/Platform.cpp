@@ -29,3 +29,11 @@ QByteArray upperSystemDirectory()
                    [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
     return directory;
 }
+
+bool isArm64Machine()
+{
+    const std::optional<QString> processor = Platform::instance().registryString(
+        QStringLiteral("SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment"),
+        QStringLiteral("PROCESSOR_ARCHITECTURE"));
+    return processor == QStringLiteral("ARM64");
+}

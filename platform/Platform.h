@@ -85,3 +85,6 @@ std::unique_ptr<Platform> makeSystemPlatform();
 
 /// The system directory with ASCII letters in upper case; its first byte is the system drive's letter.
 QByteArray upperSystemDirectory();
+
+/// True if the system's environment names the processor "ARM64". Any thread.
+bool isArm64Machine();

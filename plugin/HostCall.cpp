@@ -1,6 +1,6 @@
 #include "plugin/HostCall.h"
 
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 #include "plugin/HostSignature.h"
 
 #include <QtCore/QCoreApplication>
@@ -54,9 +54,9 @@ bool HostMethod::invoke(ConnectionRule rule, QGenericReturnArgument result,
             break;
         }
     }
-    handover::give();
+    TsanAnnotations::release();
     const bool called = method_.invoke(object_.data(), connectionType(rule), result, places[0], places[1],
                                        places[2], places[3]);
-    handover::take();
+    TsanAnnotations::acquire();
     return called;
 }

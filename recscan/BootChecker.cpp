@@ -1,12 +1,6 @@
-// The case of faulty boot entries, and the program that looks for them.
 #include "recscan/BootChecker.h"
 
-#include "recscan/CaseTools.h"
-#include "recscan/RecActions.h"
-#include "telemetry/Telemetry.h"
-
 #include <QtCore/QDir>
-#include <QtCore/QObject>
 #include <QtCore/QProcess>
 
 #include <memory>
@@ -15,8 +9,8 @@
 
 namespace {
 
-// A QProcess takes its program with it when it goes. A checker that is still at work must not be cut off, and
-// the object cannot move to another thread on every system, so it stays until the end of the process.
+// The destructor of QProcess kills its program, and a running checker must not be interrupted. The object cannot move to
+// another thread on every system, so it exists until the end of the process.
 void leaveRunning(std::unique_ptr<QProcess> process)
 {
     static std::mutex mutex;
@@ -40,14 +34,4 @@ bool bootCheckerFindsError(int limitMs)
     if (process->state() != QProcess::NotRunning)
         leaveRunning(std::move(process));
     return found;
-}
-
-std::optional<Recommendation> checkBootEntries(const ScanSubject&)
-{
-    if (isArm64Machine() || !bootCheckerFindsError())
-        return std::nullopt;
-    return recommend(
-        ActionRepairBoot,
-        QObject::tr("Invalid or duplicate boot entries were found in the system boot menu. We recommend "
-                    "removing them with one click! "));
 }

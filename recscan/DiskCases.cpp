@@ -3,7 +3,7 @@
 
 #include "closed/LLFProc/LLFProc.h"
 #include "plugin/HostCall.h"
-#include "recscan/RecActions.h"
+#include "recscan/ActionIndex.h"
 
 #include <QtCore/QObject>
 #include <QtQml/QQmlEngine>
@@ -43,7 +43,7 @@ std::optional<Recommendation> checkDiskSmart(const ScanSubject& subject)
 
 std::optional<Recommendation> checkWastedMbrSpace(const ScanSubject& subject)
 {
-    // The first large disk decides; one behind it is not looked at.
+    // Only the first large disk counts.
     const auto disk = std::find_if(subject.disks.begin(), subject.disks.end(), [](const DiskInfo& candidate) {
         return !candidate.isGpt && candidate.totalCapacity > kMbrLimit;
     });

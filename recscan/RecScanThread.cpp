@@ -1,7 +1,6 @@
 #include "recscan/RecScanThread.h"
 
-#include "plugin/AIBridge.h"
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 #include "recscan/Referral.h"
 #include "telemetry/Telemetry.h"
 
@@ -10,7 +9,7 @@
 
 namespace {
 
-// A value is not escaped: the text only looks like an object.
+// The value is not escaped, so the string is not always valid JSON.
 void report(const QString& event, const QString& detail, const QString& value)
 {
     reportUserInfo(kTelemetryCategory, event, detail.arg(value), QVariant());
@@ -18,10 +17,10 @@ void report(const QString& event, const QString& detail, const QString& value)
 
 } // namespace
 
-RecScanThread::RecScanThread(AIBridge* parent)
-    : QThread(parent), scanOwner(parent), referralUrl(QChar(0xFFFF))
+RecScanThread::RecScanThread(QObject* parent, const HostPages& pages)
+    : QThread(parent), referralUrl(QChar(0xFFFF))
 {
-    subject_.bridge = parent;
+    subject_.pages = &pages;
 }
 
 void RecScanThread::setScanEngine(QQmlEngine* engine)
@@ -40,7 +39,7 @@ void RecScanThread::setScanData(const std::vector<DiskInfo>& diskList,
 
 void RecScanThread::run()
 {
-    handover::take();
+    TsanAnnotations::acquire();
     const ScanState saved = readScanState();
     referralId = kNoReferral;
     update([&](Progress& now) { now.state = saved; });
@@ -48,12 +47,12 @@ void RecScanThread::run()
         scanReferral();
         saveScanState();
     }
-    // A machine with a referral number gets the referral rule alone, whatever that has found.
+    // With a referral number, the referral rule replaces the cases, even if it finds nothing.
     if (referralId == kNoReferral)
         scanCasesFrom(saved.nextCaseIndex);
     report(QStringLiteral("Result_SmartReferScan"), QStringLiteral("{\"smart-refer\":\"%1\"}"),
            referralOr(progress().held.actionIndex));
-    handover::give();
+    TsanAnnotations::release();
 }
 
 void RecScanThread::requestStop()
@@ -109,7 +108,7 @@ void RecScanThread::scanReferral()
     if (stopRequested || hasResult())
         return;
     referralId = readReferralNumber();
-    // The service is asked about a missing number too.
+    // A missing number is requested too.
     referralUrl = fetchSeoPage(referralId);
     report(QStringLiteral("Info_SmartReferScan"), QStringLiteral("{\"case-index-start\":\"%1\"}"),
            referralOr(progress().state.nextCaseIndex));
@@ -130,7 +129,7 @@ void RecScanThread::scanCasesFrom(int first)
 {
     if (stopRequested || hasResult())
         return;
-    // Below 0 there is no case to run, only an index to move on.
+    // A negative index is reset; it has no case.
     if (first < 0)
         update([](Progress& now) { now.state.nextCaseIndex = 0; });
     for (int index = std::max(first, 0); index < kCaseCount; ++index) {
@@ -142,7 +141,7 @@ void RecScanThread::scanCasesFrom(int first)
     }
 }
 
-// A page address of one character names a case that is not to be tried.
+// A page address of one character is the number of a case to skip.
 bool RecScanThread::isSkipped(int index) const
 {
     return referralUrl.size() == 1 && referralUrl.at(0).unicode() == index;
@@ -152,10 +151,4 @@ void RecScanThread::runCase(int index)
 {
     update([=](Progress& now) { now.state.nextCaseIndex = index + 1; });
     hold(runScanCase(index, subject_));
-}
-
-void AIBridge::onRecScanFinished()
-{
-    if (recScanThread != nullptr && recScanThread->hasResult())
-        Q_EMIT sigRecScanResult(QVariant(recScanThread->result().toMap()));
 }

@@ -2,7 +2,6 @@
 
 #include "recscan/ScanCases.h"
 #include "recscan/ScanStateFile.h"
-#include "service/WireTypes.h"
 
 #include <QtCore/QMap>
 #include <QtCore/QString>
@@ -10,26 +9,31 @@
 #include <QtCore/QVariantMap>
 
 #include <atomic>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <vector>
 
-class AIBridge;
-class CZorHandle;
+class HostPages;
 class QQmlEngine;
+class ZORNativePluginIf;
 
-/// The recommendation scan: looks at its private copy of the inventory and holds at most one recommendation,
-/// which stays once it is found. The object lives as long as the bridge and can be started again.
+/// The recommendation scan. It checks its private copy of the inventory and holds at most one recommendation, which
+/// remains once it is found. The object can be started again.
 ///
-/// run and what it calls belong to the scan thread; the actions belong to the application thread. Both may
-/// happen at once: an answer of the host's Windows 11 page can come while a scan runs.
+/// run belongs to the scan thread, the actions to the application thread. Both can happen at the same time: the host's
+/// Windows 11 page can answer while a scan runs.
 class RecScanThread : public QThread
 {
     Q_OBJECT
 
 public:
-    explicit RecScanThread(AIBridge* parent);
+    /// Gives the handler of the service; null without one.
+    using ToolHandlerSource = std::function<std::shared_ptr<ZORNativePluginIf>()>;
+
+    /// @p pages is not owned and exists longer than this object.
+    RecScanThread(QObject* parent, const HostPages& pages);
 
     /// The engine through which the scan reaches the host; not owned. Before start.
     void setScanEngine(QQmlEngine* engine);
@@ -37,26 +41,28 @@ public:
     void setScanData(const std::vector<DiskInfo>& diskList,
                      const std::map<int, std::vector<PartitionInfo>>& partitionsByDisk,
                      const std::map<char, PartitionInfo>& partitionsByLetter);
-    /// What the actions call. Application thread.
-    void setToolHandler(std::shared_ptr<CZorHandle> handler);
+    /// Sets the handler whose tools the actions call. Application thread.
+    void setToolHandler(std::shared_ptr<ZORNativePluginIf> handler);
 
     void run() override;
 
-    /// Asks the scan to end before its next case; interrupts nothing. Any thread.
+    /// Requests the scan to end before its next case. Does not interrupt a case. Any thread.
     void requestStop();
     /// True once a recommendation is held. Any thread.
     bool hasResult() const;
-    /// The recommendation for the host, a QVariantMap inside; invalid while none is held. Any thread.
+    /// The recommendation for the host as a QVariantMap; invalid before hasResult. Any thread.
     QVariant result() const;
-    /// Writes what the next launch needs to know; a failure is silent. Any thread.
+    /// Writes the state for the next launch. A failure is silent. Any thread.
     void saveScanState() const;
 
-    /// Carries out the recommendation that is held, or what the host's Windows 11 page asks for. Application
-    /// thread.
+    /// Records that the recommendation has been answered and, if @p answer accepts it, carries it out with the tools that
+    /// @p handler gives then. Application thread.
+    void takeAnswer(const QVariantMap& answer, const ToolHandlerSource& handler);
+    /// Carries out the recommendation, or the request of the host's Windows 11 page. Application thread.
     void performRecAction(QVariantMap answer);
 
 private:
-    // Everything that the scan writes and an answer reads.
+    // The data that the scan writes and an answer reads.
     struct Progress
     {
         bool found = false;
@@ -75,12 +81,7 @@ private:
     bool isSkipped(int index) const;
     QString referralOr(int number) const;
 
-    void performReferralFun(const QString& funKey);
-    void performCaseAction(int actionIndex, const QVariantMap& actionParams);
-    void performWin11Action(const QVariantMap& answer, const QVariantMap& actionParams);
-
     std::atomic<bool> stopRequested{false};
-    AIBridge* scanOwner;
 
     // Scan thread only, once it has started.
     ScanSubject subject_;
@@ -89,9 +90,9 @@ private:
     QMap<QString, QString> urlToFun;
 
     // Application thread only.
-    std::shared_ptr<CZorHandle> toolHandler;
+    std::shared_ptr<ZORNativePluginIf> toolHandler;
 
-    // Held only to copy or change the progress, never across a call to anything else.
+    // Held only to copy or change the progress, never during another call.
     mutable std::mutex guard_;
     Progress progress_;
 };

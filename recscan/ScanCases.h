@@ -1,31 +1,36 @@
 #pragma once
 
+#include "inventory/WireTypes.h"
 #include "recscan/Recommendation.h"
-#include "service/WireTypes.h"
 
 #include <map>
 #include <optional>
 #include <vector>
 
-class AIBridge;
+class HostPages;
 class QQmlEngine;
+class ZORNativePluginIf;
 
-/// The machine as the scan sees it: a copy of the inventory, never refreshed, and the roads to the host.
+/// The machine as the scan sees it: a copy of the inventory, never refreshed, and access to the host.
 struct ScanSubject
 {
-    AIBridge* bridge = nullptr;         ///< for questions to the host; not owned
+    const HostPages* pages = nullptr;   ///< for questions to the host; not owned
     const QQmlEngine* engine = nullptr; ///< for the host's objects; not owned
     std::map<char, PartitionInfo> partitionsByLetter;
     std::map<int, std::vector<PartitionInfo>> partitionsByDisk;
     std::vector<DiskInfo> disks;
 };
 
-/// The number of cases; they are tried in order from 0.
-constexpr int kCaseCount = 12;
+/// The number of cases. They are tried in order from 0.
+extern const int kCaseCount;
 
-/// Runs one case; empty if it has nothing to say, or if @p index names no case. Scan thread: some cases call
-/// the host on the calling thread, some wait for the application thread.
+/// Runs one case. Empty if the case does not apply, or if @p index is not the number of a case. Scan thread: some cases
+/// call the host on the calling thread, some wait for the application thread.
 std::optional<Recommendation> runScanCase(int index, const ScanSubject& subject);
+
+/// Carries out the action of a case with the parameters of its recommendation. No effect if the case has no action of its
+/// own, or if @p index is not the number of a case. Application thread.
+void runCaseAction(ZORNativePluginIf& tools, int index, const QVariantMap& actionParams);
 
 /// @name The cases, in order
 /// @{

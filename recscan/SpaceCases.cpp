@@ -1,9 +1,9 @@
 // The cases that judge how full the partitions are.
 #include "recscan/CaseTools.h"
 
-#include "plugin/AIBridge.h"
-#include "recscan/RecActions.h"
-#include "service/FunctionIndex.h"
+#include "recscan/ActionIndex.h"
+#include "tools/FunctionIndex.h"
+#include "tools/HostPages.h"
 
 #include <QtCore/QObject>
 
@@ -68,8 +68,8 @@ std::optional<Recommendation> recommendSmartLayout(const ScanSubject& subject, c
                                                    const QString& driveLetter)
 {
     const Recommendation result = recommendForDrive(ActionSmartLayout, message, driveLetter);
-    if (subject.bridge == nullptr ||
-        !subject.bridge->isFunValidForAI(FunSmartSpaceAdjustment, result.actionParams))
+    if (subject.pages == nullptr ||
+        !subject.pages->isFunValidForAI(FunSmartSpaceAdjustment, result.actionParams))
         return std::nullopt;
     return result;
 }

@@ -1,9 +1,9 @@
 // The cases that judge single partitions.
 #include "recscan/CaseTools.h"
 
-#include "recscan/RecActions.h"
-#include "service/ZorHandle.h"
-#include "telemetry/Telemetry.h"
+#include "platform/Platform.h"
+#include "recscan/ActionIndex.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QObject>
 

@@ -2,8 +2,8 @@
 #include "recscan/CaseTools.h"
 
 #include "plugin/HostCall.h"
-#include "recscan/BootDisk.h"
-#include "recscan/RecActions.h"
+#include "recscan/ActionIndex.h"
+#include "tools/HostRecords.h"
 #include "win11/Win11Check.h"
 
 #include <QtCore/QObject>
@@ -42,7 +42,7 @@ std::optional<Recommendation> checkWin10EndOfSupport(const ScanSubject& subject)
         return std::nullopt;
     // No parent: the scan's thread object belongs to another thread than this one.
     Win11Check check;
-    check.setGptDisk(isBootDiskGpt(subject.bridge));
+    check.setGptDisk(isBootDiskGpt(subject.pages));
     if (!check.isGptDisk())
         return recommendGpt(subject);
     if (!check.checkAll())

@@ -1,11 +1,11 @@
 #include "service/AIFuncallThread.h"
 
 #include "closed/Log/LogWriter.h"
-#include "plugin/AIBridge.h"
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 #include "service/PortSearch.h"
 #include "service/ToolServer.h"
-#include "service/ZorHandle.h"
+
+#include "ZORNativePlugin.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDebug>
@@ -13,15 +13,20 @@
 
 #include <thrift/server/TThreadedServer.h>
 
+#include <utility>
+
 namespace thrift = apache::thrift;
 
-AIFuncallThread::AIFuncallThread(AIBridge* theOwner) : QThread(theOwner), owner(theOwner) {}
+AIFuncallThread::AIFuncallThread(QObject* parent, MakeHandler makeHandler)
+    : QThread(parent), makeHandler_(std::move(makeHandler))
+{
+}
 
 AIFuncallThread::~AIFuncallThread()
 {
-    handover::take();
-    // After an exception from serve, connection threads may still be using the server and what it holds: it
-    // is left to the end of the process. After an ordinary end, or where no client ever came, nobody is.
+    TsanAnnotations::acquire();
+    // After an exception from serve, connection threads can still use the server and its parts, so it remains until the
+    // end of the process. After an ordinary end, or without any client, it is unused.
     thrift::server::TThreadedServer* ended = server.load();
     if (ended != nullptr && (served_ || ended->getConcurrentClientCountHWM() == 0))
         delete ended;
@@ -29,7 +34,7 @@ AIFuncallThread::~AIFuncallThread()
 
 void AIFuncallThread::run()
 {
-    handover::take();
+    TsanAnnotations::acquire();
     const QString address = configuredAddress();
     int nativePort = 0;
     int chatPort = 0;
@@ -46,7 +51,7 @@ void AIFuncallThread::run()
         serverRunning = false;
         qDebug("AIFuncallThread::run() exception");
     }
-    handover::give();
+    TsanAnnotations::release();
 }
 
 void AIFuncallThread::stopServer()
@@ -71,7 +76,7 @@ void AIFuncallThread::findFreePorts(int* nativePort, int* chatPort)
     pickFreePorts(busyPortListing(), nativePort, chatPort);
 }
 
-std::shared_ptr<CZorHandle> AIFuncallThread::toolHandler() const
+std::shared_ptr<ZORNativePluginIf> AIFuncallThread::toolHandler() const
 {
     return std::atomic_load(&handler);
 }
@@ -86,14 +91,13 @@ QString AIFuncallThread::configuredAddress()
 
 void AIFuncallThread::buildServer(const QString& address, int port)
 {
-    const auto newHandler = std::make_shared<CZorHandle>();
-    newHandler->setBridge(owner);
+    const std::shared_ptr<ZORNativePluginIf> newHandler = makeHandler_();
     std::atomic_store(&handler, newHandler);
     server.store(makeServer(newHandler, address.toStdString(), port).release());
 }
 
 std::unique_ptr<thrift::server::TThreadedServer>
-AIFuncallThread::makeServer(const std::shared_ptr<CZorHandle>& tools, const std::string& address, int port)
+AIFuncallThread::makeServer(const std::shared_ptr<ZORNativePluginIf>& tools, const std::string& address, int port)
 {
     return makeToolServer(tools, address, port);
 }

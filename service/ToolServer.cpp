@@ -1,6 +1,6 @@
 #include "service/ToolServer.h"
 
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 #include "service/ServerSocket.h"
 #include "service/StreamTransport.h"
 
@@ -30,7 +30,7 @@ public:
     {
         try {
             const bool goesOn = ZORNativePluginProcessor::process(in, out, context);
-            handover::give();
+            TsanAnnotations::release();
             return goesOn;
         } catch (const thrift::TException&) {
             throw;

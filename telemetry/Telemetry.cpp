@@ -1,6 +1,5 @@
 #include "telemetry/Telemetry.h"
 
-#include "platform/Platform.h"
 #include "plugin/HostCall.h"
 
 #include <QtGui/QWindow>
@@ -16,12 +15,4 @@ bool reportUserInfo(QVariant category, QVariant event, QVariant detail, QVariant
         window->findChild<QObject*>(QStringLiteral("__qml_executer"), Qt::FindChildrenRecursively);
     return callHost<QVariant>(executer, "sendUserInfo", ConnectionRule::Call, category, event, detail, extra)
         .has_value();
-}
-
-bool isArm64Machine()
-{
-    const std::optional<QString> processor = Platform::instance().registryString(
-        QStringLiteral("SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment"),
-        QStringLiteral("PROCESSOR_ARCHITECTURE"));
-    return processor == QStringLiteral("ARM64");
 }

@@ -10,6 +10,3 @@ extern const QString kTelemetryCategory;
 /// application thread it waits until the host's method has run. False if the host has no window or no such
 /// method.
 bool reportUserInfo(QVariant category, QVariant event, QVariant detail, QVariant extra);
-
-/// True if the machine's own environment calls the processor "ARM64". Any thread.
-bool isArm64Machine();

@@ -1,10 +1,8 @@
 // Boot media and the pre-OS environment.
-#include "plugin/AIBridge.h"
-#include "plugin/HostCall.h"
-#include "service/ZorHandle.h"
-#include "tools/ToolBox.h"
-
-#include <QtQml/QQmlApplicationEngine>
+#include "tools/HostPages.h"
+#include "tools/Reply.h"
+#include "tools/ToolBridge.h"
+#include "tools/ZorHandle.h"
 
 namespace {
 
@@ -12,42 +10,15 @@ const QString kIsBurn = QStringLiteral("isBurn");
 
 } // namespace
 
-bool AIBridge::isBmFunValid(QVariantMap info)
-{
-    // Only a task that carries the key with the value false is put to the host.
-    if (!info.contains(kIsBurn) || info.value(kIsBurn).toBool())
-        return true;
-    return callHost<QVariant>(hostMainObject(*this), "createBootMediaEnabled", ConnectionRule::Call,
-                              QVariant(info))
-        .value_or(QVariant())
-        .toBool();
-}
-
-bool AIBridge::doBmFunForAI(QVariantMap info)
-{
-    closeGuide();
-    const bool valid = isBmFunValid(info);
-    // A host without the method does nothing, and that is no refusal.
-    if (valid)
-        orderHost(hostMainObject(*this), "dobmfunction", ConnectionRule::Call, QVariant(info));
-    return valid;
-}
-
-bool AIBridge::isAlreadyPreOS()
-{
-    QObject* media = contextObject(engine(), QStringLiteral("bootablemedia"));
-    return callHost<bool>(media, "isAlreadyEnable", ConnectionRule::Call).value_or(false);
-}
-
 void CZorHandle::runBootMediaTask(std::string& answer)
 {
-    if (bridge->doBmFunForAI(paramsCopy()))
-        answer = kTaskQueued;
+    if (bridge->pages.doBmFunForAI(paramsCopy()))
+        answer = reply(true);
 }
 
 void CZorHandle::CreateBootableISO(std::string& answer)
 {
-    answer = kTaskNotValid;
+    answer = reply(false);
     if (bridge == nullptr)
         return;
     ResetParams();
@@ -58,7 +29,7 @@ void CZorHandle::CreateBootableISO(std::string& answer)
 
 void CZorHandle::CreateBootableUsbByDisk(std::string& answer, int32_t diskIndex)
 {
-    answer = kTaskNotValid;
+    answer = reply(false);
     if (bridge == nullptr)
         return;
     ResetParams();
@@ -69,7 +40,7 @@ void CZorHandle::CreateBootableUsbByDisk(std::string& answer, int32_t diskIndex)
 
 void CZorHandle::CreateBootableUsbByDriveLetter(std::string& answer, const std::string& driveLetter)
 {
-    answer = kTaskNotValid;
+    answer = reply(false);
     if (bridge == nullptr)
         return;
     ResetParams();
@@ -80,7 +51,7 @@ void CZorHandle::CreateBootableUsbByDriveLetter(std::string& answer, const std::
 
 void CZorHandle::CreateWindowsInstallerMedia(std::string& answer)
 {
-    answer = kTaskNotValid;
+    answer = reply(false);
     if (bridge == nullptr)
         return;
     ResetParams();
@@ -90,8 +61,8 @@ void CZorHandle::CreateWindowsInstallerMedia(std::string& answer)
 
 void CZorHandle::InstallAndEnablePreOS(std::string& answer)
 {
-    answer = kTaskNotValid;
-    if (bridge == nullptr || bridge->isAlreadyPreOS())
+    answer = reply(false);
+    if (bridge == nullptr || bridge->pages.isAlreadyPreOS())
         return;
     ResetParams();
     setParam(QStringLiteral("isInstallPreOs"), QVariant(true));
@@ -100,12 +71,12 @@ void CZorHandle::InstallAndEnablePreOS(std::string& answer)
 
 void CZorHandle::DisablePreOS(std::string& answer)
 {
-    answer = kTaskNotValid;
-    if (bridge == nullptr || !bridge->isAlreadyPreOS())
+    answer = reply(false);
+    if (bridge == nullptr || !bridge->pages.isAlreadyPreOS())
         return;
     // Unlike its mirror, this tool answers before the task is run, and the task does not change the answer.
-    answer = kTaskQueued;
+    answer = reply(true);
     ResetParams();
     setParam(QStringLiteral("isDisablePreOs"), QVariant(true));
-    bridge->doBmFunForAI(paramsCopy());
+    bridge->pages.doBmFunForAI(paramsCopy());
 }

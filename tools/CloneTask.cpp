@@ -1,11 +1,10 @@
 #include "tools/CloneTask.h"
 
-#include "plugin/AIBridge.h"
-#include "plugin/HandOver.h"
 #include "plugin/HostCall.h"
-#include "service/ZorHandle.h"
+#include "tools/HostPages.h"
 #include "tools/HostRecords.h"
-#include "tools/ToolBox.h"
+#include "tools/Reply.h"
+#include "tools/ToolBridge.h"
 
 #include <QtQml/QQmlApplicationEngine>
 
@@ -39,9 +38,9 @@ struct Verdict
 };
 
 // False, with the verdict filled, if the host does not list the record's disk.
-bool isListed(const AIBridge* bridge, const QVariantMap& record, Verdict& verdict)
+bool isListed(const ToolBridge* bridge, const QVariantMap& record, Verdict& verdict)
 {
-    if (hostHasDisk(bridge, record.value(kDiskIndex).toInt(), SelectForClone))
+    if (hostHasDisk(&bridge->pages, record.value(kDiskIndex).toInt(), SelectForClone))
         return true;
     verdict.queued = false;
     verdict.errMsg = missingDiskText(record);
@@ -55,13 +54,13 @@ QString complaint(const HostMethod& invalidInfo, const QVariantMap& source, cons
         .value_or(QString());
 }
 
-Verdict judge(const AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
+Verdict judge(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
               QVariantMap& result)
 {
     Verdict verdict;
-    if (bridge->engine() == nullptr || !applyCloneType(bridge, source, destination, result))
+    if (bridge->pages.engine() == nullptr || !applyCloneType(bridge, source, destination, result))
         return verdict;
-    const HostMethod invalidInfo(contextObject(bridge->engine(), QStringLiteral("clone")), "invalidInfo");
+    const HostMethod invalidInfo(contextObject(bridge->pages.engine(), QStringLiteral("clone")), "invalidInfo");
     if (!invalidInfo.isValid())
         return verdict;
     verdict.queued = true;
@@ -95,10 +94,10 @@ int deduceCloneType(const QVariantMap& source, const QVariantMap& destination)
     return -1;
 }
 
-bool applyCloneType(const AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
+bool applyCloneType(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
                     QVariantMap& result)
 {
-    QObject* clone = bridge == nullptr ? nullptr : contextObject(bridge->engine(), QStringLiteral("clone"));
+    QObject* clone = bridge == nullptr ? nullptr : contextObject(bridge->pages.engine(), QStringLiteral("clone"));
     const QMetaProperty property = findHostProperty(clone, "cloneType");
     if (clone == nullptr || !property.isValid())
         return false;
@@ -110,7 +109,7 @@ bool applyCloneType(const AIBridge* bridge, const QVariantMap& source, const QVa
     return true;
 }
 
-bool validateCloneTask(AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
+bool validateCloneTask(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
                        QVariantMap& result)
 {
     if (bridge == nullptr)
@@ -120,21 +119,19 @@ bool validateCloneTask(AIBridge* bridge, const QVariantMap& source, const QVaria
     result[QStringLiteral("destination")] = destination;
     result[QStringLiteral("errMsg")] = verdict.errMsg;
     result[QStringLiteral("goToPageIndex")] = verdict.page;
-    if (verdict.queued) {
-        handover::give();
-        Q_EMIT bridge->sigCloneResult(QVariant(result));
-    }
+    if (verdict.queued)
+        bridge->events.emitCloneResult(QVariant(result));
     return verdict.queued;
 }
 
-std::string runCloneTask(AIBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
+std::string runCloneTask(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
                          int selector)
 {
     closeGuide();
     if (bridge == nullptr)
-        return kTaskNotValid;
-    QVariantMap result{{kDefBoot, findDefaultBootPartition(bridge, selector, SelectNone)}};
+        return reply(false);
+    QVariantMap result{{kDefBoot, findDefaultBootPartition(&bridge->pages, selector, SelectNone)}};
     if (validateCloneTask(bridge, source, destination, result))
-        return kTaskQueued;
+        return reply(true);
     return result.value(QStringLiteral("errMsg")).toString().toStdString();
 }

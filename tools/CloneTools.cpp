@@ -1,8 +1,9 @@
 // The clone tools: each turns its arguments into a source and a destination record.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 
 #include "tools/CloneTask.h"
 #include "tools/HostRecords.h"
+#include "tools/ToolBridge.h"
 
 #include <QtCore/QDir>
 
@@ -19,14 +20,14 @@ bool isBoot(const QVariantMap& record)
     return record.value(QStringLiteral("isBoot")).toBool();
 }
 
-QVariantMap partition(const AIBridge* bridge, const std::string& letter)
+QVariantMap partition(const ToolBridge* bridge, const std::string& letter)
 {
-    return findPartitionRecord(bridge, QString::fromStdString(letter), SelectForClone);
+    return findPartitionRecord(pagesOf(bridge), QString::fromStdString(letter), SelectForClone);
 }
 
-QVariantMap disk(const AIBridge* bridge, int32_t diskIndex)
+QVariantMap disk(const ToolBridge* bridge, int32_t diskIndex)
 {
-    return findDiskRecord(bridge, SelectForClone, diskIndex);
+    return findDiskRecord(pagesOf(bridge), SelectForClone, diskIndex);
 }
 
 } // namespace
@@ -38,7 +39,7 @@ QString driveLetterOf(const QString& rootPath)
 
 void CZorHandle::CloneOSDataFromCurrent(std::string& answer, int32_t targetDiskIndex)
 {
-    const QVariantMap source = findPartitionRecord(bridge, driveLetterOf(QDir::rootPath()), SelectForClone);
+    const QVariantMap source = findPartitionRecord(pagesOf(bridge), driveLetterOf(QDir::rootPath()), SelectForClone);
     answer = runCloneTask(bridge, source, withType(disk(bridge, targetDiskIndex), CloneSystemPartition),
                           SelectNone);
 }
@@ -81,6 +82,6 @@ void CZorHandle::ClonePartitionToDisk(std::string& answer, const std::string& so
     const QVariantMap target = disk(bridge, destDiskIndex);
     const QVariantMap destination = isBoot(source)
                                         ? withType(target, CloneSystemPartition)
-                                        : withType(pickTargetPartition(bridge, target), ClonePartition);
+                                        : withType(pickTargetPartition(pagesOf(bridge), target), ClonePartition);
     answer = runCloneTask(bridge, source, destination, SelectNone);
 }

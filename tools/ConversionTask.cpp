@@ -1,10 +1,9 @@
 #include "tools/ConversionTask.h"
 
-#include "plugin/AIBridge.h"
-#include "plugin/HandOver.h"
 #include "plugin/HostCall.h"
+#include "tools/HostPages.h"
 #include "tools/HostRecords.h"
-#include "tools/ToolBox.h"
+#include "tools/ToolBridge.h"
 
 #include <QtQml/QQmlApplicationEngine>
 
@@ -25,32 +24,31 @@ const char* detailQuestion(int funIdx)
 
 } // namespace
 
-bool queueDiskConversion(AIBridge* bridge, int funIdx, int diskIndex)
+bool queueDiskConversion(const ToolBridge* bridge, int funIdx, int diskIndex)
 {
     closeGuide();
-    return emitConvertTask(bridge, funIdx, findDiskRecord(bridge, SelectForTask, diskIndex));
+    return emitConvertTask(bridge, funIdx, findDiskRecord(pagesOf(bridge), SelectForTask, diskIndex));
 }
 
-bool queuePartitionConversion(AIBridge* bridge, int funIdx, const QString& letter)
+bool queuePartitionConversion(const ToolBridge* bridge, int funIdx, const QString& letter)
 {
-    return emitConvertTask(bridge, funIdx, findPartitionRecord(bridge, letter, SelectForTask));
+    return emitConvertTask(bridge, funIdx, findPartitionRecord(pagesOf(bridge), letter, SelectForTask));
 }
 
-bool emitConvertTask(AIBridge* bridge, int funIdx, const QVariantMap& info)
+bool emitConvertTask(const ToolBridge* bridge, int funIdx, const QVariantMap& info)
 {
     if (bridge == nullptr)
         return false;
     const QVariantMap task{{QStringLiteral("funIdx"), funIdx}, {QStringLiteral("info"), info}};
-    handover::give();
-    Q_EMIT bridge->sigConvertResult(QVariant(task));
+    bridge->events.emitConvertResult(QVariant(task));
     return true;
 }
 
-bool isConvertTaskValid(const AIBridge* bridge, const QVariantMap& task)
+bool isConvertTaskValid(const ToolBridge* bridge, const QVariantMap& task)
 {
     if (bridge == nullptr)
         return true;
-    QObject* converter = contextObject(bridge->engine(), QStringLiteral("diskconverter"));
+    QObject* converter = contextObject(bridge->pages.engine(), QStringLiteral("diskconverter"));
     const HostMethod isFunValid(converter, "isFunValid");
     if (!isFunValid.isValid())
         return true;

@@ -1,5 +1,6 @@
 #include "tools/ConversionTask.h"
 #include "tools/Reply.h"
+#include "tools/ZorHandle.h"
 
 void CZorHandle::ConvertDiskToGpt(std::string& answer, int32_t diskIndex)
 {

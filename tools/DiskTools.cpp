@@ -1,5 +1,5 @@
 // Tools of the partition page that are addressed by disk, and those that open one of its pages for a drive.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 
 #include "platform/Platform.h"
 

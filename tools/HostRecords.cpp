@@ -1,7 +1,7 @@
 #include "tools/HostRecords.h"
 
-#include "plugin/AIBridge.h"
 #include "plugin/HostCall.h"
+#include "tools/HostPages.h"
 
 #include <QtQml/QQmlApplicationEngine>
 
@@ -25,24 +25,24 @@ QString firstUpper(const QString& text)
 
 } // namespace
 
-QObject* hostDeviceManager(const AIBridge* bridge)
+QObject* hostDeviceManager(const HostPages* pages)
 {
-    return bridge == nullptr ? nullptr : contextObject(bridge->engine(), QStringLiteral("deviceMgr"));
+    return pages == nullptr ? nullptr : contextObject(pages->engine(), QStringLiteral("deviceMgr"));
 }
 
-QVariantList listHostDisks(const AIBridge* bridge, int selector)
+QVariantList listHostDisks(const HostPages* pages, int selector)
 {
-    return callHost<QVariantList>(hostDeviceManager(bridge), "disks", ConnectionRule::Direct, selector, false)
+    return callHost<QVariantList>(hostDeviceManager(pages), "disks", ConnectionRule::Direct, selector, false)
         .value_or(QVariantList());
 }
 
-QVariantMap findPartitionRecord(const AIBridge* bridge, const QString& letter, int selector)
+QVariantMap findPartitionRecord(const HostPages* pages, const QString& letter, int selector)
 {
     QVariantMap result{{kDiskIndex, -1}, {kDriveLetter, letter.toUpper()}};
-    if (bridge == nullptr)
+    if (pages == nullptr)
         return result;
     const QString wanted = firstUpper(letter);
-    const QVariantList disks = listHostDisks(bridge, selector);
+    const QVariantList disks = listHostDisks(pages, selector);
     for (const QVariant& disk : disks) {
         const QVariantList partitions = partitionsOf(disk.toMap());
         const auto found =
@@ -57,9 +57,9 @@ QVariantMap findPartitionRecord(const AIBridge* bridge, const QString& letter, i
     return result;
 }
 
-QVariantMap findDiskRecord(const AIBridge* bridge, int selector, int diskIndex)
+QVariantMap findDiskRecord(const HostPages* pages, int selector, int diskIndex)
 {
-    const QVariantList disks = listHostDisks(bridge, selector);
+    const QVariantList disks = listHostDisks(pages, selector);
     for (const QVariant& entry : disks) {
         const QVariantMap disk = entry.toMap();
         if (disk.value(kDiskIndex).toInt() == diskIndex)
@@ -68,9 +68,9 @@ QVariantMap findDiskRecord(const AIBridge* bridge, int selector, int diskIndex)
     return QVariantMap{{kDiskIndex, diskIndex}};
 }
 
-QVariantMap findDefaultBootPartition(const AIBridge* bridge, int selector, int diskIndex)
+QVariantMap findDefaultBootPartition(const HostPages* pages, int selector, int diskIndex)
 {
-    const QVariantList disks = listHostDisks(bridge, selector);
+    const QVariantList disks = listHostDisks(pages, selector);
     const auto chosen = std::find_if(disks.begin(), disks.end(), [diskIndex](const QVariant& entry) {
         const QVariantMap disk = entry.toMap();
         return disk.value(kDiskIndex).toInt() == diskIndex ||
@@ -87,10 +87,10 @@ QVariantMap findDefaultBootPartition(const AIBridge* bridge, int selector, int d
     return QVariantMap{{kDiskIndex, diskIndex}};
 }
 
-QVariantMap pickTargetPartition(const AIBridge* bridge, const QVariantMap& diskRecord)
+QVariantMap pickTargetPartition(const HostPages* pages, const QVariantMap& diskRecord)
 {
     QVariantMap result;
-    if (bridge == nullptr)
+    if (pages == nullptr)
         return result;
     const QVariantList partitions = partitionsOf(diskRecord);
     for (const QVariant& entry : partitions) {
@@ -103,10 +103,28 @@ QVariantMap pickTargetPartition(const AIBridge* bridge, const QVariantMap& diskR
     return result;
 }
 
-bool hostHasDisk(const AIBridge* bridge, int diskIndex, int selector)
+bool hostHasDisk(const HostPages* pages, int diskIndex, int selector)
 {
-    const QVariantList disks = listHostDisks(bridge, selector);
+    const QVariantList disks = listHostDisks(pages, selector);
     return std::any_of(disks.begin(), disks.end(), [diskIndex](const QVariant& entry) {
         return entry.toMap().value(kDiskIndex).toInt() == diskIndex;
     });
+}
+
+QVariantMap getBootDisk(const HostPages* pages)
+{
+    const QVariantList disks =
+        callHost<QVariantList>(hostDeviceManager(pages), "bootDisks", ConnectionRule::Direct, 0, true)
+            .value_or(QVariantList());
+    for (const QVariant& entry : disks) {
+        const QVariantMap disk = entry.toMap();
+        if (!disk.value(QStringLiteral("isOfflineBoot")).toBool())
+            return disk;
+    }
+    return QVariantMap();
+}
+
+bool isBootDiskGpt(const HostPages* pages)
+{
+    return getBootDisk(pages).value(QStringLiteral("isGPT")).toBool();
 }

@@ -1,8 +1,9 @@
 // Tools of the partition page that act on a partition or on unallocated space. The keys are the host's own,
 // which are not always the names of the arguments. Sizes are bytes and go out as they came.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 
-#include "plugin/AIBridge.h"
+#include "inventory/Inventory.h"
+#include "tools/ToolBridge.h"
 
 namespace {
 
@@ -63,7 +64,7 @@ void CZorHandle::ResizePartitionRelative(std::string& answer, const std::string&
 {
     // An unknown letter has the size 0, so that the adjustment alone goes out; a sum that overflows wraps
     // round.
-    const int64_t size = bridge == nullptr ? 0 : bridge->getPartitionSize(driveLetter);
+    const int64_t size = bridge == nullptr ? 0 : bridge->inventory.getPartitionSize(driveLetter);
     ResizePartition(
         answer, driveLetter,
         static_cast<int64_t>(static_cast<uint64_t>(size) + static_cast<uint64_t>(sizeAdjustment)));
@@ -136,7 +137,7 @@ void CZorHandle::CreatePartition(std::string& answer, int32_t diskIndex, int64_t
     setParam(QStringLiteral("unallocatedIndex"), QVariant(unallocatedIndex));
     if (unallocatedIndex == -1 && bridge != nullptr)
         setParam(QStringLiteral("unallocatedIndex"),
-                 QVariant(bridge->findOneUnallocatedPartition(diskIndex, capacity)));
+                 QVariant(bridge->inventory.findOneUnallocatedPartition(diskIndex, capacity)));
     // A new partition has no letter yet; any word that begins with one passes the letter test.
     setParam(kDriveLetter, QVariant(QStringLiteral("dummy")));
     RunDriveTask(answer, FunCreatePartition);

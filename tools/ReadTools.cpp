@@ -1,28 +1,29 @@
 // The tools that read the inventory: no host call, no gate.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 
-#include "plugin/AIBridge.h"
+#include "inventory/Inventory.h"
+#include "tools/ToolBridge.h"
 
 void CZorHandle::ListAllDisks(std::vector<DiskInfo>& out)
 {
     if (bridge != nullptr)
-        bridge->getDiskInfo(out);
+        bridge->inventory.getDiskInfo(out);
 }
 
 void CZorHandle::ListPartitionsOnDisk(std::vector<PartitionInfo>& out, int32_t diskIndex)
 {
     if (bridge != nullptr)
-        bridge->getPartitionInfo(out, diskIndex);
+        bridge->inventory.getPartitionInfo(out, diskIndex);
 }
 
 void CZorHandle::GetPartitionInfo(PartitionInfo& out, const std::string& driveLetter)
 {
     if (bridge != nullptr)
-        bridge->getPartitionInfo(out, driveLetter);
+        bridge->inventory.getPartitionInfo(out, driveLetter);
 }
 
 void CZorHandle::GetAllPartitionInfo(std::vector<PartitionInfo>& out)
 {
     if (bridge != nullptr)
-        bridge->getAllPartitionInfo(out);
+        bridge->inventory.getAllPartitionInfo(out);
 }

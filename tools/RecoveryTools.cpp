@@ -1,11 +1,10 @@
 // Recovery, health, BitLocker and the toolbox.
-#include "plugin/AIBridge.h"
-#include "plugin/HostCall.h"
+#include "tools/HostPages.h"
 #include "tools/HostRecords.h"
 #include "tools/Reply.h"
 #include "tools/ToolBox.h"
-
-#include <QtQml/QQmlApplicationEngine>
+#include "tools/ToolBridge.h"
+#include "tools/ZorHandle.h"
 
 namespace {
 
@@ -14,37 +13,18 @@ const QString kDiskIndex = QStringLiteral("diskIndex");
 // The repair of damaged partitions is switched off; its body stays beside it.
 constexpr bool kRepairRawEnabled = false;
 
-QVariantMap diskOf(const AIBridge* bridge, int32_t diskIndex)
+QVariantMap diskOf(const ToolBridge* bridge, int32_t diskIndex)
 {
-    return findDiskRecord(bridge, SelectForTask, diskIndex);
+    return findDiskRecord(pagesOf(bridge), SelectForTask, diskIndex);
 }
 
-QVariantMap partitionOf(const AIBridge* bridge, const std::string& driveLetter)
+QVariantMap partitionOf(const ToolBridge* bridge, const std::string& driveLetter)
 {
-    return findPartitionRecord(bridge, QString::fromStdString(driveLetter), SelectForTask);
-}
-
-// Orders a function of the main object. Once the method is there the order counts as given, whatever became
-// of it.
-bool startOnMain(const AIBridge* bridge, const char* method, const QVariantMap& info)
-{
-    const HostMethod start(hostMainObject(*bridge), method);
-    if (!start.isValid())
-        return false;
-    start.order(ConnectionRule::Call, QVariant(info));
-    return true;
-}
-
-// The inventory has no entry for a disk without partitions.
-bool hasPartitionsOf(AIBridge& bridge, int diskIndex)
-{
-    std::vector<PartitionInfo> partitions;
-    bridge.getPartitionInfo(partitions, diskIndex);
-    return !partitions.empty();
+    return findPartitionRecord(pagesOf(bridge), QString::fromStdString(driveLetter), SelectForTask);
 }
 
 // A virtual disk has no surface to test; it is refused before any guide is closed.
-bool scanBadSectors(const AIBridge* bridge, const QVariantMap& record)
+bool scanBadSectors(const ToolBridge* bridge, const QVariantMap& record)
 {
     return !record.value(QStringLiteral("isVirtualDisk")).toBool() &&
            runToolBoxTask(bridge, ToolBoxBadSectors, record);
@@ -52,53 +32,31 @@ bool scanBadSectors(const AIBridge* bridge, const QVariantMap& record)
 
 } // namespace
 
-bool AIBridge::doPrFunForAI(bool isPartRecov, QVariantMap info)
-{
-    closeGuide();
-    info[QStringLiteral("isPartRecov")] = isPartRecov;
-    // The check is for agents: a call on the application thread is the user's own.
-    if (isPartRecov && !isApplicationThread()) {
-        QObject* recovery = contextObject(engine(), QStringLiteral("partitionrecovery"));
-        if (!callHost<bool>(recovery, "isDiskIndexValid", ConnectionRule::Call, QVariant(info))
-                 .value_or(false))
-            return false;
-    }
-    return startOnMain(this, "doprfunction", info);
-}
-
-bool AIBridge::openDiskHealth(int diskIndex)
-{
-    closeGuide();
-    if (!isApplicationThread() && !hasPartitionsOf(*this, diskIndex))
-        return false;
-    return startOnMain(this, "opendiskhealth", {{kDiskIndex, diskIndex}});
-}
-
 void CZorHandle::RecoverLostPartition(std::string& answer, int32_t diskIndex)
 {
-    answer = kTaskNotValid;
+    answer = reply(false);
     if (bridge == nullptr)
         return;
     ResetParams();
     setParam(kDiskIndex, QVariant(diskIndex));
-    answer = reply(bridge->doPrFunForAI(true, paramsCopy()));
+    answer = reply(bridge->pages.doPrFunForAI(true, paramsCopy()));
 }
 
 void CZorHandle::RepairRawOrDamagedPartition(std::string& answer, const std::string& driveLetter)
 {
-    answer = kTaskNotValid;
+    answer = reply(false);
     if (!kRepairRawEnabled || bridge == nullptr)
         return;
-    answer = kTaskQueued;
+    answer = reply(true);
     ResetParams();
     setParam(QStringLiteral("driveLetter"), driveLetter);
-    if (bridge->doPrFunForAI(false, paramsCopy()))
-        answer = kTaskQueued;
+    if (bridge->pages.doPrFunForAI(false, paramsCopy()))
+        answer = reply(true);
 }
 
 void CZorHandle::DiskHealthCheck(std::string& answer, int32_t diskIndex)
 {
-    answer = reply(bridge != nullptr && bridge->openDiskHealth(diskIndex));
+    answer = reply(bridge != nullptr && bridge->pages.openDiskHealth(diskIndex));
 }
 
 void CZorHandle::ShowBitLockerStatus(std::string& answer, const std::string& driveLetter)

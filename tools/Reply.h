@@ -1,9 +1,11 @@
 #pragma once
 
-#include "service/ZorHandle.h"
+#include "ZORNativePlugin_constants.h"
 
-/// The answer of a tool that was taken or was not.
+#include <string>
+
+/// The answer of a tool that acts: whether the host accepted the order.
 inline const std::string& reply(bool queued)
 {
-    return queued ? kTaskQueued : kTaskNotValid;
+    return queued ? g_ZORNativePlugin_constants.TASK_QUEUED : g_ZORNativePlugin_constants.TASK_NOT_VALID;
 }

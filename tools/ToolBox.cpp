@@ -1,13 +1,14 @@
 #include "tools/ToolBox.h"
 
-#include "plugin/AIBridge.h"
 #include "plugin/HostCall.h"
+#include "tools/HostPages.h"
+#include "tools/ToolBridge.h"
 
 #include <QtQml/QQmlApplicationEngine>
 
 namespace {
 
-// The host's own gate in front of a function, null for a function without one.
+// The host's question before a function; null for a function without one.
 const char* gateOf(int index)
 {
     switch (index) {
@@ -22,22 +23,10 @@ const char* gateOf(int index)
 
 } // namespace
 
-void closeGuide()
-{
-    callWindowMethod("closeGuide", QVariant());
-}
-
-QObject* hostMainObject(const AIBridge& bridge)
-{
-    return findRootChild(bridge.engine(), QStringLiteral("__zormain"));
-}
-
-bool runToolBoxTask(const AIBridge* bridge, int index, const QVariantMap& info)
+bool runToolBoxTask(const ToolBridge* bridge, int index, const QVariantMap& info)
 {
     closeGuide();
-    if (bridge == nullptr || bridge->engine() == nullptr)
-        return false;
-    QObject* main = hostMainObject(*bridge);
+    QObject* main = bridge == nullptr ? nullptr : bridge->pages.mainObject();
     if (main == nullptr)
         return false;
     bool accepted = false;
@@ -47,7 +36,7 @@ bool runToolBoxTask(const AIBridge* bridge, int index, const QVariantMap& info)
             return false;
     }
     const HostMethod doToolBox(main, "doToolBox");
-    // Without the method the gate's answer stands.
+    // Without the method, the result is the gate's.
     if (!doToolBox.isValid())
         return accepted;
     return doToolBox.call<QVariant>(ConnectionRule::Call, QVariant(index), QVariant(info))

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZORNativePlugin.h"
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QByteArray>
 

@@ -29,7 +29,7 @@ struct GatedHost
     GatedHost()
     {
         host.build();
-        tools->setBridge(host.bridge());
+        tools->setBridge(host.toolBridge());
         service = std::make_unique<TestService>(tools);
     }
     Ran call(const char* line) { return zorcall(words(line), service->port()); }

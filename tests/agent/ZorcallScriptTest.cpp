@@ -18,7 +18,7 @@ struct ScriptedHost
     ScriptedHost()
     {
         host.build();
-        tools->setBridge(host.bridge());
+        tools->setBridge(host.toolBridge());
         service = std::make_unique<TestService>(tools);
     }
     Ran run(const QByteArray& script, const char* options = "")

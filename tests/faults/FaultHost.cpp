@@ -134,7 +134,7 @@ void FaultHost::build()
     else
         host_.build();
     if (fault_ != NoBridge)
-        tools_->setBridge(host_.bridge());
+        tools_->setBridge(host_.toolBridge());
     host_.bridge()->setDiskInfo(machine::inventory());
     recordSignals(host_.bridge(), host_.recorder());
 }

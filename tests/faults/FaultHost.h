@@ -1,6 +1,6 @@
 #pragma once
 
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "tests/faults/Fault.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RecordingHost.h"

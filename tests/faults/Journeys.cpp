@@ -1,3 +1,4 @@
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/faults/Journeys.h"
 
 #include "plugin/ComponentMgr.h"
@@ -18,15 +19,6 @@
 #include <QtTest/QSignalSpy>
 
 #include <gtest/gtest.h>
-
-// Only the component manager may release a component. The scan and the service are private to the bridge.
-class AIBridgeAccess
-{
-public:
-    static AIFuncallThread* server(AIBridge* bridge) { return bridge->serverThread; }
-    static RecScanThread* scan(AIBridge* bridge) { return bridge->recScanThread; }
-    static void release(AIBridge* bridge) { bridge->Release(); }
-};
 
 const char* const kConversionCheck = "ConversionCheck";
 const char* const kPageCalls = "PageCalls";
@@ -105,7 +97,7 @@ void startService(AIBridge* bridge)
     const ReservedPort port;
     const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(port.number())));
     bridge->init();
-    ASSERT_TRUE(pumpUntil([bridge] { return AIBridgeAccess::server(bridge)->toolHandler() != nullptr; }));
+    ASSERT_TRUE(pumpUntil([bridge] { return AIBridgeAccess::serverThread(*bridge)->toolHandler() != nullptr; }));
 }
 
 QVariantMap scan(AIBridge* bridge)
@@ -114,7 +106,7 @@ QVariantMap scan(AIBridge* bridge)
     QObject::connect(bridge, &AIBridge::sigRecScanResult,
                      [&record](const QVariant& v) { record = v.toMap(); });
     bridge->beginRecScan();
-    RecScanThread* thread = AIBridgeAccess::scan(bridge);
+    RecScanThread* thread = AIBridgeAccess::scanThread(*bridge);
     EXPECT_TRUE(pumpUntil([thread] { return thread->isFinished(); }) && thread->wait(20000));
     QCoreApplication::sendPostedEvents();
     QObject::disconnect(bridge, &AIBridge::sigRecScanResult, nullptr, nullptr);
@@ -238,7 +230,7 @@ QString outcomeOf(const Journey& journey, const FaultCase& row)
     if (record.contains("checkResultType"))
         answer["checkResultType"] = record["checkResultType"];
     give(bridge, answer);
-    AIBridgeAccess::release(bridge);
+    AIBridgeAccess::release(*bridge);
     const QString acted = (callsOf(recorder.calls()) + conversions.join(QString())).trimmed();
     if (row.fault == Throws && (scanned + ' ' + acted).contains(row.member.name)) {
         EXPECT_GT(host.thrown(), 0) << journey.name;
@@ -252,7 +244,7 @@ QString conversionCheckOutcome(const FaultCase& row)
     host.host().build();
     QStringList answers;
     for (int funIdx : {0, 1, 2})
-        answers << (isConvertTaskValid(host.host().bridge(), {{"funIdx", funIdx}}) ? "true" : "false");
+        answers << (isConvertTaskValid(host.host().toolBridge(), {{"funIdx", funIdx}}) ? "true" : "false");
     return callsOf(host.host().recorder().calls()) + " | " + answers.join(' ');
 }
 
@@ -266,7 +258,7 @@ QString pageCallsOutcome(const FaultCase& row)
     QObject::connect(bridge, &AIBridge::sigCloneResult, [&result](const QVariant& v) {
         result = v.toMap()["goToPageIndex"].toString() + ':' + v.toMap()["errMsg"].toString();
     });
-    runCloneTask(bridge, {{"diskIndex", 0}}, {{"diskIndex", 1}, {"cloneType", 2}}, -2);
+    runCloneTask(host.host().toolBridge(), {{"diskIndex", 0}}, {{"diskIndex", 1}, {"cloneType", 2}}, -2);
     const bool started = bridge->doPrFunForAI(true, {{"diskIndex", 1}});
     return callsOf(host.host().recorder().calls()) + " | " + result + " | " + (started ? "true" : "false");
 }

@@ -1,6 +1,7 @@
 // QML pages in which every function and every binding of a property throws.
-#include "plugin/AIBridge.h"
-#include "service/ZorHandle.h"
+#include "bridge/AIBridge.h"
+#include "tools/ZorHandle.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/faults/Calls.h"
 #include "tests/support/Answers.h"
 #include "tests/support/HandlerServer.h"
@@ -112,7 +113,7 @@ TEST(ThrowingPages, AllTools_AnswerAsIfTheHostHadRefused)
         engine.rootContext()->setContextProperty(name, window->findChild<QObject*>(name));
     bridge.setDiskInfo(machine::inventory());
     const auto tools = std::make_shared<OpenGate>();
-    tools->setBridge(&bridge);
+    tools->setBridge(AIBridgeAccess::toolBridge(&bridge));
     {
         HandlerServer server(tools);
         runOnOtherThread([&] {

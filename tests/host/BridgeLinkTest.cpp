@@ -1,8 +1,9 @@
 // The host's connection to the component: inventory, guides and recommendations. The component is real,
 // without its service.
 #include "host/objects/Scene.h"
-#include "plugin/AIBridge.h"
-#include "service/ZorHandle.h"
+#include "bridge/AIBridge.h"
+#include "tools/ZorHandle.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/host/MachineText.h"
 #include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
@@ -17,7 +18,7 @@ protected:
     void SetUp() override
     {
         bridge.setEngine(&scene.engine());
-        tools.setBridge(&bridge);
+        tools.setBridge(AIBridgeAccess::toolBridge(&bridge));
         scene.link().attach(&bridge);
     }
 

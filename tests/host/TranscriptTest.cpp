@@ -1,9 +1,10 @@
 // The transcript: lines, threads, and the events of calls, tasks and guides.
 #include "host/objects/Transcript.h"
 #include "host/objects/Scene.h"
-#include "plugin/AIBridge.h"
+#include "bridge/AIBridge.h"
 #include "plugin/HostCall.h"
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/host/MachineText.h"
 #include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
@@ -110,7 +111,7 @@ protected:
     {
         ASSERT_EQ(scene.core().transcript().open(folder.filePath("t")), "");
         bridge.setEngine(&scene.engine());
-        tools.setBridge(&bridge);
+        tools.setBridge(AIBridgeAccess::toolBridge(&bridge));
         scene.link().attach(&bridge);
     }
 

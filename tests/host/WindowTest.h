@@ -2,7 +2,7 @@
 
 #include "host/objects/Scene.h"
 #include "host/objects/WindowObjects.h"
-#include "plugin/AIBridge.h"
+#include "bridge/AIBridge.h"
 
 #include <QtCore/QStringList>
 #include <QtQuick/QQuickItem>

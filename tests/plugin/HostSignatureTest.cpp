@@ -1,7 +1,7 @@
 // Signatures of host methods that the library calls, with hosts written in C++ and in QML, from the
 // application thread and from another one.
 #include "plugin/HostSignature.h"
-#include "plugin/AIBridge.h"
+#include "bridge/AIBridge.h"
 #include "plugin/HostCall.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"

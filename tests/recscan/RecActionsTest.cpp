@@ -1,10 +1,10 @@
 // Answers to recommendations: the state that they save, and the tool that each one calls.
 #include "tests/recscan/ScanFixture.h"
 
-#include "recscan/HostUrl.h"
-#include "recscan/RecActions.h"
+#include "recscan/RecAction.h"
+#include "recscan/ActionIndex.h"
 #include "recscan/RecScanThread.h"
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "tests/recscan/ReferralService.h"
 #include "tests/support/Threads.h"
 
@@ -54,7 +54,7 @@ protected:
     {
         if (host.bridge() == nullptr)
             build();
-        own = std::make_unique<RecScanThread>(host.bridge());
+        own = std::make_unique<RecScanThread>(host.bridge(), *host.pages());
         own->setScanEngine(host.engine());
         std::vector<DiskInfo> disks;
         host.bridge()->getDiskInfo(disks);

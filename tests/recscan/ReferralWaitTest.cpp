@@ -3,7 +3,7 @@
 #include "tests/recscan/ReferralService.h"
 #include "tests/recscan/ScanFixture.h"
 
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 #include "recscan/Referral.h"
 #include "tests/support/Threads.h"
 
@@ -96,7 +96,7 @@ protected:
     void post(QEvent::Type type)
     {
         auto* event = new QEvent(type);
-        handover::give();
+        TsanAnnotations::release();
         QCoreApplication::postEvent(receiver, event);
     }
     void reply()

@@ -1,3 +1,4 @@
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/recscan/ScanFixture.h"
 
 #include "recscan/RecScanThread.h"
@@ -14,15 +15,6 @@
 #include <QtNetwork/QTcpSocket>
 
 #include <stdexcept>
-
-// The threads of the bridge are private. A test stops the service as the host's manager does.
-class AIBridgeAccess
-{
-public:
-    static AIFuncallThread* server(AIBridge* bridge) { return bridge->serverThread; }
-    static RecScanThread* scan(AIBridge* bridge) { return bridge->recScanThread; }
-    static void release(AIBridge* bridge) { bridge->Release(); }
-};
 
 namespace {
 
@@ -84,8 +76,8 @@ ScanFixture::ScanFixture() : previousPath_(qgetenv("PATH"))
 
 ScanFixture::~ScanFixture()
 {
-    if (host.bridge() != nullptr && AIBridgeAccess::server(host.bridge()) != nullptr)
-        AIBridgeAccess::release(host.bridge());
+    if (host.bridge() != nullptr && AIBridgeAccess::serverThread(*host.bridge()) != nullptr)
+        AIBridgeAccess::release(*host.bridge());
     if (RecScanThread* scanThread = host.bridge() == nullptr ? nullptr : thread())
         waitForScan(*scanThread);
     qputenv("PATH", previousPath_);
@@ -104,12 +96,12 @@ void ScanFixture::build()
 
 RecScanThread* ScanFixture::thread()
 {
-    return AIBridgeAccess::scan(host.bridge());
+    return AIBridgeAccess::scanThread(*host.bridge());
 }
 
 void ScanFixture::release()
 {
-    AIBridgeAccess::release(host.bridge());
+    AIBridgeAccess::release(*host.bridge());
 }
 
 bool ScanFixture::waitForScan()
@@ -175,7 +167,7 @@ void ScanFixture::letServiceGoOn()
 
 bool ScanFixture::serviceHasHandler()
 {
-    return AIBridgeAccess::server(host.bridge())->toolHandler() != nullptr;
+    return AIBridgeAccess::serverThread(*host.bridge())->toolHandler() != nullptr;
 }
 
 void ScanFixture::beginService()
@@ -196,7 +188,7 @@ void ScanFixture::beginService()
 
 void ScanFixture::waitForService()
 {
-    AIFuncallThread* server = AIBridgeAccess::server(host.bridge());
+    AIFuncallThread* server = AIBridgeAccess::serverThread(*host.bridge());
     ASSERT_TRUE(pumpUntil([&] {
         // The handler exists even if another process has bound the port.
         return server->isFinished() || (server->toolHandler() != nullptr && isListening(port_));

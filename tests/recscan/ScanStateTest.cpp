@@ -4,7 +4,7 @@
 
 #include "recscan/RecScanThread.h"
 #include "recscan/ScanStateFile.h"
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
 
@@ -281,7 +281,7 @@ TEST_F(ScanRun, RequestStopBeforeTheFirstScan_LeavesTheReferralRuleForLater)
 {
     setState(stateBytes(3, 0));
     build();
-    RecScanThread scanThread(host.bridge());
+    RecScanThread scanThread(host.bridge(), *host.pages());
     scanThread.setScanEngine(host.engine());
     scanThread.requestStop();
     scanThread.start();
@@ -413,7 +413,7 @@ TEST_F(ScanRun, ToolsThatRunWhileAScanRuns_AllEnd)
     setState(stateBytes(0, 1));
     build();
     CZorHandle tools;
-    tools.setBridge(host.bridge());
+    tools.setBridge(host.toolBridge());
     host.bridge()->beginRecScan();
     std::string reply;
     runOnOtherThread([&] {

@@ -1,5 +1,5 @@
 // The gate on the real clock: the construction of the handler and each PostProcessing start the pause.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
@@ -25,7 +25,7 @@ protected:
         : handler_(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}))
     {
         host.build();
-        gate.setBridge(host.bridge());
+        gate.setBridge(host.toolBridge());
     }
 
     ~GateClock() override { qInstallMessageHandler(handler_); }

@@ -1,5 +1,5 @@
 // The two run steps of the partition page's tools, and their parameter map.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
@@ -27,7 +27,7 @@ protected:
     void build()
     {
         host.build();
-        steps.setBridge(host.bridge());
+        steps.setBridge(host.toolBridge());
     }
 
     std::string runDriveTask(const QVariant& driveLetter)

@@ -1,6 +1,6 @@
 // The gate around a tool call: its two rejections and their order, the pause, its calls to the host, and the
 // recognition of a queued task.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/DebugLines.h"
 #include "tests/support/RecordingHost.h"
@@ -41,7 +41,7 @@ protected:
         recordReads("window", "popuped", popuped);
         recordReads("__zormain", "busy", busy);
         host.build();
-        gate.setBridge(host.bridge());
+        gate.setBridge(host.toolBridge());
     }
 
     TaskInfo preProcess(const std::string& toolCalls = "call")
@@ -188,7 +188,7 @@ TEST_F(Gate, PreProcessing_WithStringProperties_ConvertsThemToBool)
 {
     host.spec("window").remove("popuped").property("popuped", "QVariant", QVariant("yes"));
     host.build();
-    gate.setBridge(host.bridge());
+    gate.setBridge(host.toolBridge());
     EXPECT_EQ(preProcess().reasons, answers::inProgress);
     host.window()->setValue("popuped", QVariant());
     EXPECT_TRUE(preProcess().allow);

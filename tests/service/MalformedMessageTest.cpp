@@ -1,6 +1,6 @@
 // Malformed messages. Each may end its own connection and must not affect anything else.
 #include "service/ToolServer.h"
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/ProcessFigures.h"

@@ -1,6 +1,7 @@
 // The selection of the service's two ports from the text of a port listing.
 #include "service/PortSearch.h"
 #include "service/AIFuncallThread.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/FakeNetstat.h"
 
 #include <QtCore/QElapsedTimer>
@@ -34,7 +35,7 @@ QByteArray busy(int from, int to)
 
 Ports searchThroughThread()
 {
-    AIFuncallThread thread(nullptr);
+    AIFuncallThread thread(nullptr, AIBridgeAccess::makeHandler(nullptr));
     Ports ports{-1, -1};
     thread.findFreePorts(&ports.first, &ports.second);
     return ports;

@@ -1,5 +1,5 @@
 // Repeated init and Release on one component: each round behaves like the first.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RawClient.h"
@@ -157,7 +157,7 @@ TEST_F(ServiceRounds, HandlerOfAnEarlierRound_StaysUsable)
 {
     const ReservedPort firstPort;
     ASSERT_NO_FATAL_FAILURE(init(firstPort.number()));
-    const std::shared_ptr<CZorHandle> first = thread()->toolHandler();
+    const std::shared_ptr<ZORNativePluginIf> first = thread()->toolHandler();
     const QPointer<AIFuncallThread> firstThread = thread();
     AIBridgeAccess::release(bridge());
     EXPECT_EQ(thread(), firstThread);

@@ -1,5 +1,6 @@
 // Two thousand starts and stops, a tenth of that on Windows: each ends, the median is short, and descriptors
 // and threads do not leak.
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/BackgroundWork.h"
 #include "tests/support/Median.h"
 #include "tests/support/ProcessFigures.h"
@@ -128,7 +129,7 @@ TEST(StopCycles, FiftyStartsOnAnAddressInUse_DoNotLeak)
     const ServiceRunner other(nullptr);
     const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(other.port())));
     runCycles(50, [](int) {
-        AIFuncallThread thread(nullptr);
+        AIFuncallThread thread(nullptr, AIBridgeAccess::makeHandler(nullptr));
         thread.start();
         ASSERT_TRUE(thread.wait(20000));
         thread.stopServer();

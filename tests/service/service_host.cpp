@@ -1,7 +1,7 @@
 // A host of the service, for tests that prepare its application folder and for clients in other languages. It
 // prints one line of JSON when the service listens or has ended, and shuts down at the end of its standard
 // input.
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
@@ -77,7 +77,7 @@ extern "C" Q_DECL_EXPORT int getaddrinfo(const char* node, const char* service, 
 
 int main(int argc, char** argv)
 {
-    handover::Marked<QGuiApplication> application(argc, argv);
+    TsanAnnotations::Annotated<QGuiApplication> application(argc, argv);
     RecordingHost host;
     host.build();
     AIBridge& bridge = *host.bridge();

@@ -3,7 +3,7 @@
 // shuts down at the end of its standard input.
 //
 // soak_host SEED [FAULT]
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/FakeNetstat.h"
 #include "tests/support/ProcessFigures.h"
@@ -243,7 +243,7 @@ int main(int argc, char** argv)
     // Suppresses the runtime's message for each client that disconnects.
     apache::thrift::GlobalOutput.setOutputFunction([](const char*) {});
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    handover::Marked<QGuiApplication> application(argc, argv);
+    TsanAnnotations::Annotated<QGuiApplication> application(argc, argv);
     randomEngine().seed(argc > 1 ? static_cast<unsigned>(std::strtoul(argv[1], nullptr, 10)) : 0);
     SoakHost host(argc > 2 ? argv[2] : "");
     if (!host.start())

@@ -1,5 +1,6 @@
 #include "tests/support/RecordingHost.h"
 
+#include "tests/support/AIBridgeAccess.h"
 #include <QtQml/QQmlContext>
 
 namespace {
@@ -120,4 +121,14 @@ FakeObject* RecordingHost::object(const QString& name)
         return executer_;
     const auto found = contextObjects_.find(name);
     return found == contextObjects_.end() ? nullptr : found->second.get();
+}
+
+const ToolBridge* RecordingHost::toolBridge()
+{
+    return AIBridgeAccess::toolBridge(bridge());
+}
+
+const HostPages* RecordingHost::pages()
+{
+    return AIBridgeAccess::pages(bridge());
 }

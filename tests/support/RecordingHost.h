@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/AIBridge.h"
+#include "bridge/AIBridge.h"
 #include "tests/support/FakeObject.h"
 
 #include <QtQml/QQmlApplicationEngine>
@@ -14,7 +14,7 @@
 ///     RecordingHost host;
 ///     host.spec("partitionmanager").answer("doFunFromAI", false);
 ///     host.build();
-///     CZorHandle tools; tools.setBridge(host.bridge());
+///     CZorHandle tools; tools.setBridge(host.toolBridge());
 class RecordingHost
 {
 public:
@@ -32,6 +32,9 @@ public:
 
     Recorder& recorder() { return recorder_; }
     AIBridge* bridge() { return bridge_.get(); }
+    /// The parts of the bridge; null before build().
+    const ToolBridge* toolBridge();
+    const HostPages* pages();
     QQmlApplicationEngine* engine() { return engine_.get(); }
     /// A built object other than the window; null if it was left out.
     FakeObject* object(const QString& name);

@@ -1,6 +1,7 @@
 #include "tests/support/ServiceRunner.h"
 
-#include "plugin/AIBridge.h"
+#include "tests/support/AIBridgeAccess.h"
+#include "bridge/AIBridge.h"
 #include "tests/support/PortLock.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/Threads.h"
@@ -26,7 +27,7 @@ public:
 
 protected:
     std::unique_ptr<apache::thrift::server::TThreadedServer>
-    makeServer(const std::shared_ptr<CZorHandle>& tools, const std::string& address, int port) override
+    makeServer(const std::shared_ptr<ZORNativePluginIf>& tools, const std::string& address, int port) override
     {
         auto built = AIFuncallThread::makeServer(tools, address, port);
         built->setServerEventHandler(std::make_shared<Handler>(listens_));
@@ -92,7 +93,7 @@ int unusedPort()
 
 std::unique_ptr<AIFuncallThread> ServiceRunner::makePlainThread(AIBridge* bridge)
 {
-    return std::make_unique<AnnouncingThread>(bridge);
+    return std::make_unique<AnnouncingThread>(bridge, AIBridgeAccess::makeHandler(bridge));
 }
 
 ServiceRunner::ServiceRunner(AIBridge* bridge, const MakeThread& makeThread)

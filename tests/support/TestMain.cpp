@@ -1,4 +1,4 @@
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 
 #include <QtGui/QGuiApplication>
 
@@ -9,7 +9,7 @@ int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    handover::Marked<QGuiApplication> application(argc, argv);
+    TsanAnnotations::Annotated<QGuiApplication> application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

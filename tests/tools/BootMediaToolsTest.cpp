@@ -40,7 +40,7 @@ TEST(InstallAndEnablePreOS, WithTheEnvironmentEnabled_ChangesNeitherParametersNo
     bench.host().spec("bootablemedia").answer("isAlreadyEnable", true);
     bench.build();
     OpenParams tools;
-    tools.setBridge(bench.host().bridge());
+    tools.setBridge(bench.host().toolBridge());
     tools.setParam("kept", QVariant(1));
     bench.onConnectionThread(
         [&] { EXPECT_EQ(tool(&CZorHandle::InstallAndEnablePreOS)(tools), answers::notValid); });

@@ -75,7 +75,7 @@ protected:
     bool valid(const QVariant& funIdx)
     {
         bool answer = false;
-        bench.onConnectionThread([&] { answer = isConvertTaskValid(bench.host().bridge(), task(funIdx)); });
+        bench.onConnectionThread([&] { answer = isConvertTaskValid(bench.host().toolBridge(), task(funIdx)); });
         return answer;
     }
 };
@@ -99,7 +99,7 @@ TEST_F(ConvertTaskCheck, CallsTheConverterAndForTheTwoTableConversionsItsSecondM
 TEST_F(ConvertTaskCheck, OnTheApplicationThread_RunsDirectly)
 {
     bench.build();
-    EXPECT_TRUE(isConvertTaskValid(bench.host().bridge(), task(1)));
+    EXPECT_TRUE(isConvertTaskValid(bench.host().toolBridge(), task(1)));
     EXPECT_EQ(bench.host().recorder().sequence(),
               QStringList({"diskconverter.isFunValid", "diskconverter.isGPT2MBRValid"}));
 }

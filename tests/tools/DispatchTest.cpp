@@ -1,5 +1,5 @@
 // Calls of the partition page: the question, the order, and a missing page.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
@@ -15,7 +15,7 @@ TEST(Dispatch, FormatPartition_FromAnotherThread_AsksClosesGuideAndOrdersOnTheAp
     RecordingHost host;
     host.build();
     CZorHandle tools;
-    tools.setBridge(host.bridge());
+    tools.setBridge(host.toolBridge());
     std::string answer;
     runOnOtherThread([&] { tools.FormatPartition(answer, "D", "NTFS", "data", 4096, true); });
     EXPECT_EQ(answer, answers::queued);
@@ -41,7 +41,7 @@ TEST(Dispatch, AnyTool_HostWithoutThePage_IsRejectedAndNoGuideIsClosed)
     RecordingHost host;
     host.without("partitionmanager").build();
     CZorHandle tools;
-    tools.setBridge(host.bridge());
+    tools.setBridge(host.toolBridge());
     std::string answer;
     runOnOtherThread([&] { tools.FormatPartition(answer, "D", "NTFS", "data", 4096, true); });
     EXPECT_EQ(answer, answers::notValid);

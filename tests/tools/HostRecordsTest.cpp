@@ -22,11 +22,11 @@ protected:
 
     QString partitionText(const char* letter)
     {
-        return typed(findPartitionRecord(host.bridge(), QString::fromUtf8(letter), 1));
+        return typed(findPartitionRecord(host.pages(), QString::fromUtf8(letter), 1));
     }
     int tagOf(const char* letter)
     {
-        return findPartitionRecord(host.bridge(), QString::fromUtf8(letter), 1).value("tag").toInt();
+        return findPartitionRecord(host.pages(), QString::fromUtf8(letter), 1).value("tag").toInt();
     }
 
     RecordingHost host;
@@ -47,13 +47,13 @@ TEST_F(HostRecords, WithoutABridge_AreEmptyOrBare)
 TEST_F(HostRecords, TheDeviceManager_IsTheContextObject)
 {
     host.build();
-    EXPECT_EQ(hostDeviceManager(host.bridge()), host.object("deviceMgr"));
+    EXPECT_EQ(hostDeviceManager(host.pages()), host.object("deviceMgr"));
 }
 
 TEST_F(HostRecords, TheList_IsRequestedWithTheSelectorAndFalse)
 {
     build({5});
-    EXPECT_EQ(typed(listHostDisks(host.bridge(), -3)), "list[int:5]");
+    EXPECT_EQ(typed(listHostDisks(host.pages(), -3)), "list[int:5]");
     EXPECT_EQ(typed(host.recorder().calls().at(0).arguments), "list[int:-3,bool:false]");
 }
 
@@ -63,7 +63,7 @@ TEST_F(HostRecords, AListOfAnotherType_IsEmpty)
         return QVariant(5);
     });
     host.build();
-    EXPECT_TRUE(listHostDisks(host.bridge(), 1).isEmpty());
+    EXPECT_TRUE(listHostDisks(host.pages(), 1).isEmpty());
     EXPECT_TRUE(host.recorder().sequence().isEmpty());
 }
 
@@ -96,10 +96,10 @@ TEST_F(HostRecords, ADisk_IsTheFirstOfThatIndexWithAllItsKeys)
 {
     build({QVariantMap{{"diskIndex", 2}, {"tag", 1}}, QVariantMap{{"diskIndex", 5}, {"tag", 2}},
            QVariantMap{{"diskIndex", 5}, {"tag", 3}}});
-    EXPECT_EQ(typed(findDiskRecord(host.bridge(), 1, 5)), "map{diskIndex=int:5,tag=int:2}");
-    EXPECT_EQ(typed(findDiskRecord(host.bridge(), 1, -1)), "map{diskIndex=int:-1}");
-    EXPECT_TRUE(hostHasDisk(host.bridge(), 5, 1));
-    EXPECT_FALSE(hostHasDisk(host.bridge(), 6, 1));
+    EXPECT_EQ(typed(findDiskRecord(host.pages(), 1, 5)), "map{diskIndex=int:5,tag=int:2}");
+    EXPECT_EQ(typed(findDiskRecord(host.pages(), 1, -1)), "map{diskIndex=int:-1}");
+    EXPECT_TRUE(hostHasDisk(host.pages(), 5, 1));
+    EXPECT_FALSE(hostHasDisk(host.pages(), 6, 1));
 }
 
 QVariantMap bootDisk(int index, bool boot, int tag)
@@ -114,7 +114,7 @@ TEST_F(HostRecords, TheDefaultBootPartition_IsThatOfTheFirstDiskOfTheIndexOrTheF
 {
     build({bootDisk(0, false, 10), bootDisk(1, true, 11), bootDisk(2, false, 12)});
     const auto tag = [this](int index) {
-        return findDefaultBootPartition(host.bridge(), 4, index).value("tag").toInt();
+        return findDefaultBootPartition(host.pages(), 4, index).value("tag").toInt();
     };
     EXPECT_EQ(tag(0), 10);
     EXPECT_EQ(tag(1), 11);
@@ -127,27 +127,27 @@ TEST_F(HostRecords, TheDefaultBootPartition_IsThatOfTheFirstDiskOfTheIndexOrTheF
 TEST_F(HostRecords, TheDefaultBootPartitionOfMinusTwo_IgnoresBootDisks)
 {
     build({bootDisk(1, true, 11)});
-    EXPECT_EQ(typed(findDefaultBootPartition(host.bridge(), 1, -2)), "map{diskIndex=int:-2}");
+    EXPECT_EQ(typed(findDefaultBootPartition(host.pages(), 1, -2)), "map{diskIndex=int:-2}");
 }
 
 TEST_F(HostRecords, TheDefaultBootPartitionOfMinusTwo_IsFoundWhereTheHostListsSuchADisk)
 {
     build({bootDisk(1, true, 11), bootDisk(-2, false, 12)});
-    EXPECT_EQ(findDefaultBootPartition(host.bridge(), 1, -2).value("tag"), QVariant(12));
+    EXPECT_EQ(findDefaultBootPartition(host.pages(), 1, -2).value("tag"), QVariant(12));
 }
 
 TEST_F(HostRecords, AChosenDiskWithoutADefaultBootPartition_GivesTheBareRecordAndEndsTheWalk)
 {
     build({QVariantMap{{"diskIndex", 3}, {"partitions", QVariantList{QVariantMap{{"defBoot", false}}}}},
            bootDisk(3, true, 11)});
-    EXPECT_EQ(typed(findDefaultBootPartition(host.bridge(), 1, 3)), "map{diskIndex=int:3}");
+    EXPECT_EQ(typed(findDefaultBootPartition(host.pages(), 1, 3)), "map{diskIndex=int:3}");
 }
 
 TEST_F(HostRecords, TheTargetOnADisk_IsTheFirstRecordUnlessALaterOneIsFreeSpace)
 {
     host.build();
     const auto target = [this](const QVariantList& partitions) {
-        return pickTargetPartition(host.bridge(), {{"partitions", partitions}}).value("tag").toInt();
+        return pickTargetPartition(host.pages(), {{"partitions", partitions}}).value("tag").toInt();
     };
     const QVariantMap used1{{"tag", 1}}, used2{{"tag", 2}};
     const QVariantMap free3{{"tag", 3}, {"unallocated", true}}, free4{{"tag", 4}, {"unallocated", true}};
@@ -161,7 +161,7 @@ TEST_F(HostRecords, TheTargetOnADisk_IsTheFirstRecordUnlessALaterOneIsFreeSpace)
     // An empty record does not count as a partition.
     EXPECT_EQ(target({QVariantMap(), used1, free3}), 3);
     EXPECT_EQ(target({QVariantMap(), free3, used1}), 3);
-    EXPECT_TRUE(pickTargetPartition(host.bridge(), {}).isEmpty());
+    EXPECT_TRUE(pickTargetPartition(host.pages(), {}).isEmpty());
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // The two record tables: the field of each key of the host's maps, and its conversion.
-#include "plugin/AIBridge.h"
+#include "bridge/AIBridge.h"
 #include "tests/support/FakePlatform.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 // The inventory as a whole: its four lists, the letters and the lookups.
-#include "plugin/AIBridge.h"
-#include "service/ZorHandle.h"
+#include "tests/support/AIBridgeAccess.h"
+#include "bridge/AIBridge.h"
+#include "tools/ZorHandle.h"
 
 #include <gtest/gtest.h>
 
@@ -26,7 +27,7 @@ QVariantMap disk(int diskIndex, const QVariantList& partitions)
 class Inventory : public testing::Test
 {
 protected:
-    Inventory() { tools.setBridge(&bridge); }
+    Inventory() { tools.setBridge(AIBridgeAccess::toolBridge(&bridge)); }
 
     QString disks()
     {

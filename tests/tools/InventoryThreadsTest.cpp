@@ -1,5 +1,6 @@
 // A refill with concurrent readers: each answer comes completely from one refill.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/RecordingHost.h"
 
 #include <gtest/gtest.h>
@@ -112,7 +113,7 @@ TEST(InventoryThreads, RefillsInATightLoop_AreNeverSeenIncompleteByThreeReaders)
 {
     AIBridge bridge;
     CZorHandle tools;
-    tools.setBridge(&bridge);
+    tools.setBridge(AIBridgeAccess::toolBridge(&bridge));
     std::vector<QVariantList> inventories;
     for (int generation = 0; generation < kGenerations; ++generation)
         inventories.push_back(inventory(generation));

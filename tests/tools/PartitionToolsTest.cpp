@@ -192,7 +192,7 @@ TEST_F(PageTools, ResizePartitionRelative_CallsTheServicesOwnResizePartition)
         }
     };
     Overridden tools;
-    tools.setBridge(bench.host().bridge());
+    tools.setBridge(bench.host().toolBridge());
     EXPECT_EQ(tool(&CZorHandle::ResizePartitionRelative, "E", 5)(tools), "E 105");
 }
 

@@ -1,10 +1,11 @@
 // The library with objects of a QML file, as in the real host: a window with functions and properties, and a
 // named item inside.
-#include "plugin/AIBridge.h"
+#include "bridge/AIBridge.h"
 #include "plugin/HostAccess.h"
 #include "plugin/HostCall.h"
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "telemetry/Telemetry.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
 
@@ -72,7 +73,7 @@ protected:
     {
         bridge.setEngine(&engine);
         engine.loadData(kHost);
-        tools.setBridge(&bridge);
+        tools.setBridge(AIBridgeAccess::toolBridge(&bridge));
     }
 
     void SetUp() override { ASSERT_EQ(engine.rootObjects().size(), 1); }

@@ -29,7 +29,7 @@ TEST(RepairRawOrDamagedPartition, IsDisabled_AndChangesNeitherTheParametersNorTh
     ToolBench bench;
     bench.build();
     OpenParams tools;
-    tools.setBridge(bench.host().bridge());
+    tools.setBridge(bench.host().toolBridge());
     tools.setParam("kept", QVariant(1));
     for (const char* letter : {"E", "", "1", "C:"}) {
         bench.onConnectionThread([&] {
@@ -130,7 +130,7 @@ TEST(DiskHealthCheck, DoesNotChangeTheParameters)
     ToolBench bench;
     bench.build();
     OpenParams tools;
-    tools.setBridge(bench.host().bridge());
+    tools.setBridge(bench.host().toolBridge());
     tools.setParam("kept", QVariant(1));
     EXPECT_EQ(tool(&CZorHandle::DiskHealthCheck, 1)(tools), answers::queued);
     EXPECT_EQ(typed(tools.paramsCopy()), "map{kept=int:1}");
@@ -178,7 +178,7 @@ TEST(ToolsWithRecords, DoNotChangeTheParameters)
     ToolBench bench;
     bench.build();
     OpenParams tools;
-    tools.setBridge(bench.host().bridge());
+    tools.setBridge(bench.host().toolBridge());
     tools.setParam("kept", QVariant(1));
     const QStringList methods = toolsThatCall("__zormain.doToolBox") + toolsThatCall("clone.cloneType") +
                                 toolsThatCall("aibridge.sigConvertResult");
@@ -198,7 +198,7 @@ TEST(RunToolBoxTask, ReadsTheHostsAnswerAsABool)
                                                  {"false", false}, {0, false}, {QVariant(), false}};
     for (const auto& [value, accepted] : answers) {
         hostAnswer = value;
-        EXPECT_EQ(runToolBoxTask(bench.host().bridge(), 8, {}), accepted) << typed(value).toStdString();
+        EXPECT_EQ(runToolBoxTask(bench.host().toolBridge(), 8, {}), accepted) << typed(value).toStdString();
     }
 }
 

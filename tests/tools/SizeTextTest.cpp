@@ -1,5 +1,5 @@
 // Formatting of byte counts, at each boundary.
-#include "tools/SizeText.h"
+#include "inventory/SizeText.h"
 
 #include <gtest/gtest.h>
 

@@ -70,7 +70,7 @@ void ToolBench::build(Bridge bridge)
     else
         host_.build();
     if (bridge != Bridge::NoBridge)
-        tools_.setBridge(host_.bridge());
+        tools_.setBridge(host_.toolBridge());
     host_.bridge()->setDiskInfo(machine::inventory());
     recordSignals(host_.bridge(), host_.recorder());
     host_.recorder().clear();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 #include "tests/support/RecordingHost.h"
 
 #include <QtCore/QStringList>

@@ -17,7 +17,7 @@
 // clang-format on
 #include "plugin/ComponentBase.h"
 #include "plugin/ComponentMgr.h"
-#include "plugin/HandOver.h"
+#include "plugin/TsanAnnotations.h"
 
 #include <QtCore/QEvent>
 #include <QtCore/QJsonArray>
@@ -163,7 +163,7 @@ private:
 
 int main(int argc, char** argv)
 {
-    handover::Marked<QGuiApplication> application(argc, argv);
+    TsanAnnotations::Annotated<QGuiApplication> application(argc, argv);
     Host host;
     const QStringList arguments = application.arguments().mid(1);
     for (const QString& argument : arguments) {

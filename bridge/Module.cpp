@@ -1,4 +1,4 @@
-#include "plugin/AIBridge.h"
+#include "bridge/AIBridge.h"
 
 #include <new>
 

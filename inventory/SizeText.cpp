@@ -1,4 +1,4 @@
-#include "tools/SizeText.h"
+#include "inventory/SizeText.h"
 
 #include <QtCore/QByteArray>
 

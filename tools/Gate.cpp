@@ -1,22 +1,17 @@
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 
-#include "plugin/AIBridge.h"
-#include "plugin/HandOver.h"
 #include "plugin/HostAccess.h"
 #include "telemetry/Telemetry.h"
+#include "tools/HostPages.h"
+#include "tools/ToolBridge.h"
+
+#include "ZORNativePlugin_constants.h"
 
 #include <QtCore/QDebug>
 
 namespace {
 
 constexpr qint64 kPauseMs = 2000;
-
-const char* const kInProgress =
-    "An operation is currently in progress, please wait a few moments and try again. If you need further "
-    "assistance, please let me know!";
-const char* const kInExecution = "One or more tasks are currently in execution, please wait a few moments "
-                                 "and try again. If you need further "
-                                 "assistance, please let me know!";
 
 } // namespace
 
@@ -36,28 +31,25 @@ void CZorHandle::PreProcessing(TaskInfo& answer, const std::string& toolCalls)
 
     const bool popuped = readWindowProperty("popuped").toBool();
     if (popuped || sinceLastCall() < kPauseMs) {
-        answer.__set_reasons(kInProgress);
+        answer.__set_reasons(g_ZORNativePlugin_constants.OPERATION_IN_PROGRESS);
         return;
     }
-    const QObject* main = findRootChild(bridge->engine(), QStringLiteral("__zormain"));
+    const QObject* main = bridge->pages.mainObject();
     if (main != nullptr && findHostProperty(main, "busy").read(main).toBool()) {
-        answer.__set_reasons(kInExecution);
+        answer.__set_reasons(g_ZORNativePlugin_constants.TASKS_IN_EXECUTION);
         return;
     }
     answer.__set_allow(true);
     reportUserInfo(kTelemetryCategory, QStringLiteral("Info_SpriteCalling"),
                    QVariantMap{{QStringLiteral("function"), call}}, QVariant());
-    handover::give();
-    Q_EMIT bridge->sigAbout2CallFun(call);
+    bridge->events.emitAboutToCall(call);
 }
 
 bool CZorHandle::PostProcessing(const std::string& result)
 {
-    const bool queued = result == kTaskQueued;
-    if (bridge != nullptr) {
-        handover::give();
-        Q_EMIT bridge->sigAfterCallFun(QString::fromStdString(result), queued);
-    }
+    const bool queued = result == g_ZORNativePlugin_constants.TASK_QUEUED;
+    if (bridge != nullptr)
+        bridge->events.emitAfterCall(QString::fromStdString(result), queued);
     const std::lock_guard<std::mutex> lock(guard_);
     lastCallEnd.restart();
     return queued;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "service/FunctionIndex.h"
+#include "tools/FunctionIndex.h"
 
 #include "ZORNativePlugin.h"
 
@@ -13,24 +13,21 @@
 #include <string>
 #include <vector>
 
-class AIBridge;
+struct ToolBridge;
 
-/// The two answers of a tool that acts.
-extern const std::string kTaskQueued;
-extern const std::string kTaskNotValid;
-
-/// The service: one operation for each tool, and the gate around them. One object serves all connections and
-/// the recommendation actions, so every operation may be called from any thread; off the application thread
-/// those that reach the host wait until it has answered.
+/// The service: one operation for each tool, and the gate. One object serves all connections and the recommendation
+/// actions, so every operation may be called from any thread. Off the application thread, an operation that calls the
+/// host waits for its answer.
 ///
-/// Two tools that overlap share one parameter map: only the gate keeps them apart.
+/// Overlapping tools share one parameter map; only the gate keeps tools apart.
 class CZorHandle : public ZORNativePluginNull
 {
 public:
     CZorHandle();
 
-    /// What the tools work on; not owned, outlives this object's last call. Null makes every tool refuse.
-    void setBridge(AIBridge* bridge);
+    /// Sets the parts of the component that the tools use. Not owned; exists longer than this object's last call. With
+    /// null, every tool rejects its call.
+    void setBridge(const ToolBridge* bridge);
 
     bool Init() override;
     void PreProcessing(TaskInfo& answer, const std::string& toolCalls) override;
@@ -129,20 +126,22 @@ public:
     void Windows11UpgradeCheck(std::string& answer) override;
 
 protected:
-    /// Empties the parameter map.
+    /// Clears the parameter map.
     void ResetParams();
     /// Adds one entry to the parameter map.
     void setParam(const QString& key, const QVariant& value);
     void setParam(const QString& key, const std::string& value);
-    /// A copy of the parameter map as it is now.
+    /// One entry of the parameter map; invalid if missing.
+    QVariant param(const QString& key) const;
+    /// A copy of the current parameter map.
     QVariantMap paramsCopy() const;
 
-    /// Asks the partition page and, on yes, orders the function.
+    /// Asks the partition page whether it accepts the function and, if so, orders it.
     void RunTask(std::string& answer, int functionIndex);
-    /// As RunTask, but first refuses unless the text under `driveLetter` begins with an ASCII letter.
+    /// As RunTask, but rejects the call first unless the string under `driveLetter` begins with an ASCII letter.
     void RunDriveTask(std::string& answer, int functionIndex);
 
-    /// Milliseconds since the last PostProcessing, or since construction. A test puts its own clock here.
+    /// Milliseconds since the last PostProcessing, or since construction. Virtual so that a test can replace the clock.
     virtual qint64 sinceLastCall() const;
 
 private:
@@ -151,14 +150,14 @@ private:
     void runBootMediaTask(std::string& answer);
 
     QVariantMap params;
-    AIBridge* bridge = nullptr;
+    const ToolBridge* bridge = nullptr;
     QElapsedTimer lastCallEnd;
-    // Around each single access of params and lastCallEnd; a tool as a whole is not guarded.
+    // Guards each single access to params and lastCallEnd, not a tool as a whole.
     mutable std::mutex guard_;
 };
 
-/// True if @p text begins with an ASCII letter; nothing else of it is looked at.
-bool isDriveLetterValid(const std::string& text);
+/// True if @p text begins with an ASCII letter. The rest is ignored.
+bool isDriveLetterValid(const QString& text);
 
-/// @p text in upper case, cut to its first character; empty for an empty text.
+/// The first character of @p text in upper case; empty for an empty string.
 QString normalisedLetter(const std::string& text);

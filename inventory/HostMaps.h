@@ -1,6 +1,6 @@
 #pragma once
 
-#include "service/WireTypes.h"
+#include "inventory/WireTypes.h"
 
 #include <QtCore/QVariantMap>
 

@@ -1,19 +1,21 @@
 // The tool that opens the host's Windows 11 checker; its finding stays there.
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 
-#include "plugin/AIBridge.h"
 #include "plugin/HostCall.h"
+#include "tools/HostPages.h"
+#include "tools/Reply.h"
 #include "tools/ToolBox.h"
+#include "tools/ToolBridge.h"
 
 #include <QtQml/QQmlApplicationEngine>
 
 namespace {
 
-bool openChecker(const AIBridge* bridge)
+bool openChecker(const ToolBridge* bridge)
 {
-    if (bridge == nullptr || bridge->engine() == nullptr)
+    if (bridge == nullptr)
         return false;
-    QObject* page = contextObject(bridge->engine(), QStringLiteral("partitionmanager"));
+    QObject* page = contextObject(bridge->pages.engine(), QStringLiteral("partitionmanager"));
     return callHost<bool>(page, "isWin11CheckerEnable", ConnectionRule::Call).value_or(false) &&
            runToolBoxTask(bridge, ToolBoxWindows11Check, QVariantMap());
 }
@@ -22,5 +24,5 @@ bool openChecker(const AIBridge* bridge)
 
 void CZorHandle::Windows11UpgradeCheck(std::string& answer)
 {
-    answer = openChecker(bridge) ? kTaskQueued : kTaskNotValid;
+    answer = reply(openChecker(bridge));
 }

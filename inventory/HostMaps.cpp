@@ -1,6 +1,6 @@
-#include "tools/InventoryRecords.h"
+#include "inventory/HostMaps.h"
 
-#include "tools/SizeText.h"
+#include "inventory/SizeText.h"
 
 #include <QtCore/QString>
 #include <QtCore/QVariantList>

@@ -1,9 +1,8 @@
-#include "service/ZorHandle.h"
+#include "tools/ZorHandle.h"
 
-#include "plugin/AIBridge.h"
-
-const std::string kTaskQueued = "Task Queued";
-const std::string kTaskNotValid = "Task NotValid";
+#include "tools/HostPages.h"
+#include "tools/Reply.h"
+#include "tools/ToolBridge.h"
 
 namespace {
 
@@ -16,7 +15,7 @@ CZorHandle::CZorHandle()
     lastCallEnd.start();
 }
 
-void CZorHandle::setBridge(AIBridge* theBridge)
+void CZorHandle::setBridge(const ToolBridge* theBridge)
 {
     bridge = theBridge;
 }
@@ -38,6 +37,12 @@ void CZorHandle::setParam(const QString& key, const std::string& value)
     setParam(key, QVariant(QString::fromStdString(value)));
 }
 
+QVariant CZorHandle::param(const QString& key) const
+{
+    const std::lock_guard<std::mutex> lock(guard_);
+    return params.value(key);
+}
+
 QVariantMap CZorHandle::paramsCopy() const
 {
     const std::lock_guard<std::mutex> lock(guard_);
@@ -46,17 +51,18 @@ QVariantMap CZorHandle::paramsCopy() const
 
 void CZorHandle::RunTask(std::string& answer, int functionIndex)
 {
-    answer = kTaskNotValid;
-    if (bridge == nullptr || !bridge->isFunValidForAI(functionIndex, paramsCopy()))
+    answer = reply(false);
+    if (bridge == nullptr || !bridge->pages.isFunValidForAI(functionIndex, paramsCopy()))
         return;
-    answer = kTaskQueued;
-    bridge->doFunFromAI(functionIndex, paramsCopy());
+    answer = reply(true);
+    // Read anew: the order carries the entries of a tool that has overlapped meanwhile.
+    bridge->pages.doFunFromAI(functionIndex, paramsCopy());
 }
 
 void CZorHandle::RunDriveTask(std::string& answer, int functionIndex)
 {
-    answer = kTaskNotValid;
-    if (bridge == nullptr || !isDriveLetterValid(paramsCopy().value(kDriveLetter).toString().toStdString()))
+    answer = reply(false);
+    if (bridge == nullptr || !isDriveLetterValid(param(kDriveLetter).toString()))
         return;
     RunTask(answer, functionIndex);
 }
@@ -75,11 +81,11 @@ void CZorHandle::runLetterTask(std::string& answer, int functionIndex, const std
     RunDriveTask(answer, functionIndex);
 }
 
-bool isDriveLetterValid(const std::string& text)
+bool isDriveLetterValid(const QString& text)
 {
-    if (text.empty())
+    if (text.isEmpty())
         return false;
-    const char first = text.front();
+    const ushort first = text.at(0).unicode();
     return (first >= 'A' && first <= 'Z') || (first >= 'a' && first <= 'z');
 }
 

@@ -1,0 +1,237 @@
+#include "inventory/Inventory.h"
+
+#include "inventory/HostMaps.h"
+#include "platform/Platform.h"
+#include "plugin/HostCall.h"
+#include "plugin/TsanAnnotations.h"
+
+#include <QtQml/QQmlEngine>
+
+#include <array>
+#include <utility>
+
+namespace {
+
+char upperLetter(char letter)
+{
+    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+// Asks the host about one record, on this thread.
+std::optional<bool> askAbout(const HostMethod& method, const QVariantMap& record)
+{
+    return method.call<bool>(ConnectionRule::Direct, QVariant(record));
+}
+
+std::size_t partitionCount(const QVariantList& disks)
+{
+    std::size_t count = 0;
+    for (const QVariant& disk : disks)
+        count += static_cast<std::size_t>(disk.toMap().value(QStringLiteral("partitions")).toList().size());
+    return count;
+}
+
+// The nodes of a QMap are scattered in memory. Walking eight maps in lockstep overlaps their cache misses.
+class FetchAhead
+{
+public:
+    explicit FetchAhead(const QVariantList& maps) : maps_(maps) {}
+
+    /// Called for each entry in order, before it is read.
+    void reach(int entry)
+    {
+        if (entry % kTogether == 0)
+            fetch(entry);
+    }
+
+private:
+    static constexpr int kTogether = 8;
+
+    void fetch(int first)
+    {
+        using Walk = std::pair<QVariantMap::const_iterator, QVariantMap::const_iterator>;
+        std::array<Walk, kTogether> walks;
+        std::size_t count = 0;
+        for (int i = first; i < maps_.size() && count < walks.size(); ++i) {
+            if (maps_.at(i).userType() == QMetaType::QVariantMap) {
+                const auto& map = *static_cast<const QVariantMap*>(maps_.at(i).constData());
+                walks[count++] = {map.begin(), map.end()};
+            }
+        }
+        for (bool more = count > 0; more;) {
+            more = false;
+            for (std::size_t i = 0; i < count; ++i) {
+                if (walks[i].first != walks[i].second)
+                    more = ++walks[i].first != walks[i].second || more;
+            }
+        }
+    }
+
+    const QVariantList& maps_;
+};
+
+// The records of one disk's partition list, with the host's answers in them.
+std::vector<PartitionInfo> readPartitions(const QQmlEngine* engine, const QVariantList& partitions)
+{
+    const HostMethod isRawPart(contextObject(engine, QStringLiteral("partitionrecovery")), "isRawPart");
+    const QByteArray systemDirectory = upperSystemDirectory();
+    const char systemLetter = systemDirectory.isEmpty() ? '\0' : systemDirectory.at(0);
+    std::vector<PartitionInfo> records;
+    records.reserve(static_cast<std::size_t>(partitions.size()));
+    FetchAhead ahead(partitions);
+    for (int i = 0; i < partitions.size(); ++i) {
+        ahead.reach(i);
+        const QVariantMap map = partitions.at(i).toMap();
+        records.push_back(partitionRecord(map, systemLetter));
+        records.back().isRawPartition = askAbout(isRawPart, map).value_or(false);
+    }
+    return records;
+}
+
+DiskInfo readDisk(const HostMethod& check4kAlign, const QVariantMap& map)
+{
+    DiskInfo disk = diskRecord(map);
+    if (const std::optional<bool> aligned = askAbout(check4kAlign, map))
+        disk.not4kAligned = !*aligned;
+    return disk;
+}
+
+void addPartitions(InventoryRecords& records, std::vector<PartitionInfo> added)
+{
+    for (const PartitionInfo& record : added) {
+        if (!record.driveLetter.empty() && record.driveLetter != "*")
+            records.partitionsByLetter[upperLetter(record.driveLetter.front())] = record;
+    }
+    records.partitionList.insert(records.partitionList.end(), added.begin(), added.end());
+    // The key is the index in the partition's map, not in the disk's, and the earlier of two lists remains.
+    if (!added.empty()) {
+        const int diskIndex = added.front().diskIndex;
+        records.partitionsByDisk.emplace(diskIndex, std::move(added));
+    }
+}
+
+} // namespace
+
+// A QReadLocker that the thread sanitizer sees. The lock prefers a waiting writer to further readers: the writer is
+// the application thread, which a stream of readers must not delay.
+class Inventory::ReadLock
+{
+public:
+    explicit ReadLock(QReadWriteLock& lock) : lock_(&lock) { TsanAnnotations::acquire(); }
+    ~ReadLock() { TsanAnnotations::release(); }
+    ReadLock(const ReadLock&) = delete;
+    ReadLock& operator=(const ReadLock&) = delete;
+
+private:
+    QReadLocker lock_;
+};
+
+class Inventory::WriteLock
+{
+public:
+    explicit WriteLock(QReadWriteLock& lock) : lock_(&lock) { TsanAnnotations::acquire(); }
+    ~WriteLock() { TsanAnnotations::release(); }
+    WriteLock(const WriteLock&) = delete;
+    WriteLock& operator=(const WriteLock&) = delete;
+
+private:
+    QWriteLocker lock_;
+};
+
+void Inventory::setDiskInfo(const QQmlEngine* engine, const QVariantList& disks)
+{
+    InventoryRecords fresh;
+    const HostMethod check4kAlign(contextObject(engine, QStringLiteral("toolbox")), "check4kAlign");
+    fresh.diskList.reserve(static_cast<std::size_t>(disks.size()));
+    fresh.partitionList.reserve(partitionCount(disks));
+    for (const QVariant& entry : disks) {
+        const QVariantMap map = entry.toMap();
+        DiskInfo disk = readDisk(check4kAlign, map);
+        addPartitions(fresh, readPartitions(engine, map.value(QStringLiteral("partitions")).toList()));
+        fresh.diskList.push_back(std::move(disk));
+    }
+    const WriteLock lock(lock_);
+    records_.diskList.swap(fresh.diskList);
+    records_.partitionList.swap(fresh.partitionList);
+    records_.partitionsByDisk.swap(fresh.partitionsByDisk);
+    for (auto& [letter, record] : fresh.partitionsByLetter)
+        records_.partitionsByLetter[letter] = std::move(record);
+}
+
+void Inventory::parsePartitionInfo(const QQmlEngine* engine, const QVariantList& partitions)
+{
+    std::vector<PartitionInfo> added = readPartitions(engine, partitions);
+    const WriteLock lock(lock_);
+    addPartitions(records_, std::move(added));
+}
+
+void Inventory::getDiskInfo(std::vector<DiskInfo>& out) const
+{
+    const ReadLock lock(lock_);
+    out = records_.diskList;
+}
+
+void Inventory::getPartitionInfo(std::vector<PartitionInfo>& out, int diskIndex) const
+{
+    const ReadLock lock(lock_);
+    const auto found = records_.partitionsByDisk.find(diskIndex);
+    if (found != records_.partitionsByDisk.end())
+        out = found->second;
+}
+
+void Inventory::getAllPartitionInfo(std::vector<PartitionInfo>& out) const
+{
+    const ReadLock lock(lock_);
+    out = records_.partitionList;
+}
+
+void Inventory::getPartitionInfo(PartitionInfo& out, const std::string& driveLetter) const
+{
+    if (driveLetter.empty())
+        return;
+    const ReadLock lock(lock_);
+    const auto found = records_.partitionsByLetter.find(upperLetter(driveLetter.front()));
+    if (found != records_.partitionsByLetter.end())
+        out = found->second;
+}
+
+std::int64_t Inventory::getPartitionSize(const std::string& driveLetter) const
+{
+    const std::string letter = QString::fromStdString(driveLetter).toUpper().toStdString();
+    if (letter.empty())
+        return 0;
+    const ReadLock lock(lock_);
+    const auto found = records_.partitionsByLetter.find(letter.front());
+    return found == records_.partitionsByLetter.end() ? 0 : found->second.rawCapacity;
+}
+
+int Inventory::findOneUnallocatedPartition(int diskIndex, std::int64_t size) const
+{
+    const ReadLock lock(lock_);
+    const auto found = records_.partitionsByDisk.find(diskIndex);
+    if (found == records_.partitionsByDisk.end())
+        return 0;
+    int position = 0;
+    for (const PartitionInfo& record : found->second) {
+        if (!record.isUnallocated)
+            continue;
+        if (record.rawCapacity >= size)
+            return position;
+        ++position;
+    }
+    // There is no value for failure: the host rejects a size that does not fit.
+    return 0;
+}
+
+bool Inventory::hasPartitions(int diskIndex) const
+{
+    const ReadLock lock(lock_);
+    const auto found = records_.partitionsByDisk.find(diskIndex);
+    return found != records_.partitionsByDisk.end() && !found->second.empty();
+}
+
+InventoryRecords Inventory::records() const
+{
+    const ReadLock lock(lock_);
+    return records_;
+}
