@@ -29,7 +29,7 @@ protected:
             return QVariant(!refuse);
         });
         host.build();
-        subject.bridge = host.bridge();
+        subject.pages = host.pages();
         subject.engine = host.engine();
     }
     static PartitionInfo partition(int disk, const char* letter, qint64 size, qint64 used)
