@@ -1,10 +1,6 @@
 #include "recscan/ScanCases.h"
 
-#include "recscan/ActionIndex.h"
-
 #include "ZORNativePlugin.h"
-
-#include <iterator>
 
 namespace {
 
@@ -63,7 +59,7 @@ constexpr bool rowsAreInOrder()
         if (row.index != index++ || row.check == nullptr)
             return false;
     }
-    return index == ActionCount;
+    return index == kCaseCount;
 }
 static_assert(rowsAreInOrder(), "each number of RecActionIndex has one row, in order");
 
@@ -73,8 +69,6 @@ const CaseRow* caseAt(int index)
 }
 
 } // namespace
-
-const int kCaseCount = static_cast<int>(std::size(kCases));
 
 std::optional<Recommendation> runScanCase(int index, const ScanSubject& subject)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inventory/WireTypes.h"
+#include "recscan/ActionIndex.h"
 #include "recscan/Recommendation.h"
 
 #include <map>
@@ -22,7 +23,7 @@ struct ScanSubject
 };
 
 /// The number of cases. They are tried in order from 0.
-extern const int kCaseCount;
+constexpr int kCaseCount = ActionCount;
 
 /// Runs one case. Empty if the case does not apply, or if @p index is not the number of a case. Scan thread: some cases
 /// call the host on the calling thread, some wait for the application thread.
