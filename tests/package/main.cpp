@@ -3,7 +3,6 @@
 #include <plugin/ComponentBase.h>
 #include <plugin/ComponentMgr.h>
 #include <plugin/HostCall.h>
-#include <plugin/TestTime.h>
 
 #include <QtCore/QTranslator>
 #include <QtGui/QGuiApplication>
