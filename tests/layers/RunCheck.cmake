@@ -1,0 +1,47 @@
+# Writes a tree with the layers high/ and low/ and runs the check of low/, or of high/ in one case.
+cmake_minimum_required(VERSION 3.25)
+
+set(folder low)
+set(file low/File.cpp)
+set(rejected TRUE)
+if(CASE STREQUAL "UpwardInclude_IsRejected")
+    set(line "#include \"high/Other.h\"")
+elseif(CASE STREQUAL "AngleBracketInclude_IsRejected")
+    set(line "  #  include <high/Other.h>")
+elseif(CASE STREQUAL "UpwardIncludeInASubfolder_IsRejected")
+    set(file low/linux/File.h)
+    set(line "#include \"high/linux/Other.h\"")
+elseif(CASE STREQUAL "DownwardInclude_IsAccepted")
+    set(folder high)
+    set(file high/File.cpp)
+    set(line "#include \"low/Other.h\"")
+    set(allowed low)
+    set(rejected FALSE)
+elseif(CASE STREQUAL "OtherFolder_IsAccepted")
+    # Not a layer: the folder has no CMakeLists.txt.
+    set(line "#include \"linux/Other.h\"\n// #include \"high/Other.h\"\n#include <QtCore/QObject>")
+    set(rejected FALSE)
+else()
+    message(FATAL_ERROR "unknown case ${CASE}")
+endif()
+
+file(REMOVE_RECURSE ${ROOT})
+file(WRITE ${ROOT}/high/CMakeLists.txt "")
+file(WRITE ${ROOT}/low/CMakeLists.txt "")
+file(WRITE ${ROOT}/linux/Other.h "")
+file(WRITE ${ROOT}/${file} "${line}\n")
+execute_process(
+    COMMAND ${CMAKE_COMMAND} -D ROOT=${ROOT} -D FOLDER=${folder} -D ALLOWED=${allowed} -D STAMP=${ROOT}/stamp -P ${CHECK}
+    RESULT_VARIABLE code OUTPUT_VARIABLE output ERROR_VARIABLE output)
+
+if(rejected)
+    if(code EQUAL 0 OR EXISTS ${ROOT}/stamp)
+        message(FATAL_ERROR "The include is not rejected.")
+    endif()
+    # The message names the file. CMake wraps its lines, so spaces can be line breaks.
+    if(NOT output MATCHES "${file}:")
+        message(FATAL_ERROR "The message does not name ${file}:\n${output}")
+    endif()
+elseif(NOT code EQUAL 0 OR NOT EXISTS ${ROOT}/stamp)
+    message(FATAL_ERROR "The include is rejected:\n${output}")
+endif()
