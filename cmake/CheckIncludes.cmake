@@ -1,5 +1,5 @@
-# Rejects an include from FOLDER to a folder of ROOT that is not in ALLOWED, a list with commas. Writes STAMP, if given,
-# and prints each pair of folders with the number of includes.
+# Rejects an include from FOLDER to a folder of ROOT that is not in ALLOWED, a list with commas. Writes STAMP, or without it
+# prints each pair of folders with the number of includes.
 cmake_minimum_required(VERSION 3.25)
 
 string(REPLACE "," ";" allowed "${ALLOWED}")
@@ -22,9 +22,6 @@ foreach(source ${sources})
 endforeach()
 list(REMOVE_DUPLICATES targets)
 list(SORT targets)
-foreach(target ${targets})
-    message(STATUS "${FOLDER} -> ${target}: ${count_${target}}")
-endforeach()
 if(wrong)
     list(JOIN wrong "\n  " lines)
     list(JOIN allowed ", " names)
@@ -32,4 +29,8 @@ if(wrong)
 endif()
 if(STAMP)
     file(WRITE ${STAMP} "")
+    return()
 endif()
+foreach(target ${targets})
+    message(STATUS "${FOLDER} -> ${target}: ${count_${target}}")
+endforeach()
