@@ -1,7 +1,8 @@
 #pragma once
 
-/// The numbers of the cases and of their actions. A recommendation carries the number of its case as its action, except
-/// that the system drive's case uses ActionSmartLayout if its own disk has room. Each number has a row in ScanCases.cpp.
+/// Numbers of the cases and of their actions. A recommendation carries the number of its case as its action,
+/// with one exception: the system drive's case uses ActionSmartLayout if its own disk has room. Each number
+/// has a row in ScanCases.cpp.
 enum RecActionIndex : int {
     ActionWin10EndOfSupport = 0,
     ActionDiskHealth = 1,

@@ -1,4 +1,4 @@
-// The user's answer to a recommendation, and the action that it requests.
+// The user's answer to a recommendation and the action that it requests.
 #include "recscan/RecScanThread.h"
 
 #include "closed/Log/LogWriter.h"
@@ -23,7 +23,8 @@ QString logText(const QVariantMap& answer)
 
 void RecScanThread::takeAnswer(const QVariantMap& answer, const ToolHandlerSource& handler)
 {
-    // From now on the recommendation counts as answered, regardless of the button and of the action's success.
+    // The recommendation counts as answered from here on, regardless of the button and of the action's
+    // success.
     saveScanState();
     if (answer.value(QStringLiteral("result")).toInt() != 0)
         return;
@@ -39,7 +40,7 @@ void RecScanThread::setToolHandler(std::shared_ptr<ZORNativePluginIf> handler)
 
 void RecScanThread::performRecAction(QVariantMap answer)
 {
-    // The host's code runs inside an action and can end the service, or deliver another answer.
+    // An action runs code of the host, which can end the service or deliver another answer.
     const std::shared_ptr<ZORNativePluginIf> tools = toolHandler;
     if (tools == nullptr)
         return;

@@ -9,8 +9,8 @@
 
 namespace {
 
-// The destructor of QProcess kills its program, and a running checker must not be interrupted. The object cannot move to
-// another thread on every system, so it exists until the end of the process.
+// The destructor of QProcess kills its program, but a running checker must not be interrupted. The object
+// cannot move to another thread on every system, so it exists until the process ends.
 void leaveRunning(std::unique_ptr<QProcess> process)
 {
     static std::mutex mutex;

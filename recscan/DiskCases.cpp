@@ -1,4 +1,4 @@
-// The cases that judge whole disks.
+// Cases that check whole disks.
 #include "recscan/CaseTools.h"
 
 #include "closed/LLFProc/LLFProc.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-// What an MBR can address with sectors of 512 bytes.
+// Capacity that an MBR can address with sectors of 512 bytes, in bytes.
 constexpr qint64 kMbrLimit = 2199023255552;
 
 bool holdsBootPartition(const ScanSubject& subject, int diskIndex)
@@ -43,13 +43,13 @@ std::optional<Recommendation> checkDiskSmart(const ScanSubject& subject)
 
 std::optional<Recommendation> checkWastedMbrSpace(const ScanSubject& subject)
 {
-    // Only the first large disk counts.
+    // Only the first large disk is considered.
     const auto disk = std::find_if(subject.disks.begin(), subject.disks.end(), [](const DiskInfo& candidate) {
         return !candidate.isGpt && candidate.totalCapacity > kMbrLimit;
     });
     if (disk == subject.disks.end())
         return std::nullopt;
-    // A machine that cannot start by UEFI would not start from the converted disk.
+    // A machine without UEFI could not boot from the converted disk.
     if (holdsBootPartition(subject, disk->diskIndex) && !MayBeSupportUEFI())
         return std::nullopt;
     const QString text =

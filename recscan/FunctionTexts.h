@@ -2,16 +2,16 @@
 
 #include <array>
 
-/// What a page address can stand for: a function's key, and the sentence that recommends it, untranslated, in
-/// the context QObject.
+/// A function that a page address can refer to: its key and the sentence that recommends it. The sentence is
+/// untranslated, in the context QObject.
 struct FunctionText
 {
     const char* key;
     const char* text;
 };
 
-/// The functions that this library carries out itself.
+/// Functions that this library carries out itself.
 extern const std::array<FunctionText, 15> kOwnFunctions;
 
-/// The functions that are left to the agent. No key is in both tables.
+/// Functions that the agent carries out. The two tables have disjoint keys.
 extern const std::array<FunctionText, 27> kAgentFunctions;

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The value is not escaped, so the string is not always valid JSON.
+// The value is not escaped, so the string can be invalid JSON.
 void report(const QString& event, const QString& detail, const QString& value)
 {
     reportUserInfo(kTelemetryCategory, event, detail.arg(value), QVariant());
@@ -47,7 +47,8 @@ void RecScanThread::run()
         scanReferral();
         saveScanState();
     }
-    // With a referral number, the referral rule replaces the cases, even if it finds nothing.
+    // An installation with a referral number uses the referral rule instead of the cases, even if the rule
+    // finds nothing.
     if (referralId == kNoReferral)
         scanCasesFrom(saved.nextCaseIndex);
     report(QStringLiteral("Result_SmartReferScan"), QStringLiteral("{\"smart-refer\":\"%1\"}"),
@@ -108,7 +109,7 @@ void RecScanThread::scanReferral()
     if (stopRequested || hasResult())
         return;
     referralId = readReferralNumber();
-    // A missing number is requested too.
+    // A missing number (kNoReferral) is requested as well.
     referralUrl = fetchSeoPage(referralId);
     report(QStringLiteral("Info_SmartReferScan"), QStringLiteral("{\"case-index-start\":\"%1\"}"),
            referralOr(progress().state.nextCaseIndex));
@@ -129,7 +130,7 @@ void RecScanThread::scanCasesFrom(int first)
 {
     if (stopRequested || hasResult())
         return;
-    // A negative index is reset; it has no case.
+    // A negative index is invalid and is reset.
     if (first < 0)
         update([](Progress& now) { now.state.nextCaseIndex = 0; });
     for (int index = std::max(first, 0); index < kCaseCount; ++index) {

@@ -19,25 +19,25 @@ class HostPages;
 class QQmlEngine;
 class ZORNativePluginIf;
 
-/// The recommendation scan. It checks its private copy of the inventory and holds at most one recommendation, which
-/// remains once it is found. The object can be started again.
+/// The recommendation scan. It works on a private copy of the inventory and holds at most one recommendation,
+/// which it keeps once found. The thread can be started again.
 ///
-/// run belongs to the scan thread, the actions to the application thread. Both can happen at the same time: the host's
-/// Windows 11 page can answer while a scan runs.
+/// run executes on the scan thread, the actions on the application thread. Both can run at the same time: the
+/// host's Windows 11 page can answer during a scan.
 class RecScanThread : public QThread
 {
     Q_OBJECT
 
 public:
-    /// Gives the handler of the service; null without one.
+    /// Returns the handler of the service; null without a service.
     using ToolHandlerSource = std::function<std::shared_ptr<ZORNativePluginIf>()>;
 
-    /// @p pages is not owned and exists longer than this object.
+    /// @p pages is not owned and must outlive this object.
     RecScanThread(QObject* parent, const HostPages& pages);
 
-    /// The engine through which the scan reaches the host; not owned. Before start.
+    /// Sets the engine that gives access to the host's objects. Not owned. Must be called before start.
     void setScanEngine(QQmlEngine* engine);
-    /// Takes copies of the inventory. Before start.
+    /// Copies the inventory. Must be called before start.
     void setScanData(const std::vector<DiskInfo>& diskList,
                      const std::map<int, std::vector<PartitionInfo>>& partitionsByDisk,
                      const std::map<char, PartitionInfo>& partitionsByLetter);
@@ -46,23 +46,24 @@ public:
 
     void run() override;
 
-    /// Requests the scan to end before its next case. Does not interrupt a case. Any thread.
+    /// Requests the scan to stop before its next case. A running case is not interrupted. Any thread.
     void requestStop();
-    /// True once a recommendation is held. Any thread.
+    /// True once the scan holds a recommendation. Any thread.
     bool hasResult() const;
-    /// The recommendation for the host as a QVariantMap; invalid before hasResult. Any thread.
+    /// The recommendation for the host, a QVariantMap; invalid unless hasResult. Any thread.
     QVariant result() const;
-    /// Writes the state for the next launch. A failure is silent. Any thread.
+    /// Writes the state for the next launch. Write errors are ignored. Any thread.
     void saveScanState() const;
 
-    /// Records that the recommendation has been answered and, if @p answer accepts it, carries it out with the tools that
-    /// @p handler gives then. Application thread.
+    /// Records that the recommendation was answered. If @p answer accepts it, performs its action with the
+    /// tools that @p handler returns at that time. Application thread.
     void takeAnswer(const QVariantMap& answer, const ToolHandlerSource& handler);
-    /// Carries out the recommendation, or the request of the host's Windows 11 page. Application thread.
+    /// Performs the action of the recommendation, or the request of the host's Windows 11 page. Application
+    /// thread.
     void performRecAction(QVariantMap answer);
 
 private:
-    // The data that the scan writes and an answer reads.
+    // Written by the scan and read by the answers.
     struct Progress
     {
         bool found = false;

@@ -4,19 +4,19 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVariantMap>
 
-/// What a scan found: the record for the host, and what carries it out if the user accepts.
+/// Result of a scan: the record for the host and the action to perform if the user accepts.
 struct Recommendation
 {
-    QVariantMap record;        ///< msg, buttons, default, time, and keys of its kind
-    int actionIndex = -1;      ///< which action of a case
-    QVariantMap actionParams;  ///< its target: diskIndex or driveLetter
-    bool fromReferral = false; ///< the action goes by funKey instead
-    QString funKey;            ///< empty where the work is left to the agent
+    QVariantMap record;        ///< msg, buttons, default, time, and the keys of its kind
+    int actionIndex = -1;      ///< number of the action of a case
+    QVariantMap actionParams;  ///< target of the action: diskIndex or driveLetter
+    bool fromReferral = false; ///< funKey selects the action instead
+    QString funKey;            ///< empty if the agent does the work
 };
 
-/// The record of a translated text: the first of @p buttons, translated labels, is the default, and the time
-/// is now.
+/// Builds the record of a translated message. @p buttons holds translated labels, and the first one is the
+/// default. The time of the record is the current time.
 QVariantMap makeRecord(const QString& message, const QStringList& buttons);
 
-/// makeRecord with the usual buttons, which accept and refuse.
+/// makeRecord with the usual buttons, accept and refuse.
 QVariantMap makePlainRecord(const QString& message);

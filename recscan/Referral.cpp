@@ -24,7 +24,7 @@ namespace {
 
 const QString kKeyPrefix = QStringLiteral("ZORNativePlugin::");
 
-// The digits directly behind the last "b".
+// The digits directly after the last "b".
 QString numberInside(const QString& value)
 {
     const int mark = value.lastIndexOf(QLatin1Char('b'));
@@ -36,7 +36,7 @@ QString numberInside(const QString& value)
     return value.mid(mark + 1, static_cast<int>(end - begin));
 }
 
-// The first part of the service's address; the number follows directly.
+// Prefix of the request's address; the number is appended without a separator.
 QString serviceAddress()
 {
     QSettings settings(QCoreApplication::applicationDirPath() + QLatin1String("/config.ini"),
@@ -48,7 +48,7 @@ QString serviceAddress()
                              : address;
 }
 
-// Whatever came, also of a reply that failed.
+// Returns the received bytes even if the request failed.
 QByteArray get(const QUrl& address)
 {
     QNetworkAccessManager manager;
@@ -60,7 +60,7 @@ QByteArray get(const QUrl& address)
     return reply->readAll();
 }
 
-// Empty if the first entry names no function of ours.
+// Empty unless the first entry is the key of one of our functions.
 std::optional<QString> firstKey(const QJsonArray& functions)
 {
     const QString first = functions.isEmpty() ? QString() : functions.first().toString();
@@ -86,10 +86,10 @@ Recommendation recommendReferralFun(const QString& text, const QString& key)
     return result;
 }
 
-// The host and the agent do the work, so no key is left to act on here.
+// The host and the agent do the work, so the recommendation has an empty function key.
 Recommendation recommendAgentFun(const QString& text, const QString& key)
 {
-    // What Secure Boot needs first is the conversion.
+    // Secure Boot requires a GPT disk, so the conversion comes first.
     const bool secureBoot = key == QLatin1String("enable_secure_boot");
     Recommendation result;
     result.record = makePlainRecord(text);
@@ -106,7 +106,7 @@ QString readReferralNumber()
     QString key = QStringLiteral("HKEY_LOCAL_MACHINE/SOFTWARE/TARVEX/ZOR/PackParam");
     const QSettings settings(key.replace(QLatin1Char('/'), QLatin1Char('\\')), QSettings::NativeFormat);
     const QString name = QStringLiteral("xurlID");
-    // The list of names tells the case, which a look-up by name would not on every system.
+    // childKeys preserves upper and lower case, which a look-up by name ignores on some systems.
     if (!settings.childKeys().contains(name) || settings.value(name).isNull())
         return kNoReferral;
     return numberInside(settings.value(name).toString());

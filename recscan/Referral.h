@@ -7,21 +7,22 @@
 
 #include <optional>
 
-/// The steps of the referral rule: number, page address, function key, sentence. Blocking; scan thread.
+/// Steps of the referral rule: number, page address, function key, sentence. All of them block. Scan thread.
 
-/// Stands for "none" as a number and as an address.
+/// Value of a missing number and of a missing address.
 extern const QString kNoReferral;
 
-/// The installation's referral number, kNoReferral if it has none; empty if it is there without digits.
+/// The installation's referral number: kNoReferral if the value is missing or malformed, empty if its digits
+/// are missing.
 QString readReferralNumber();
 
-/// Asks the referral service for the page address of a number. Waits as long as the network keeps the
-/// connection open; any failure gives kNoReferral.
+/// Requests the page address of a number from the referral service. Has no timeout of its own: it waits as
+/// long as the connection stays open. Returns kNoReferral on any failure.
 QString fetchSeoPage(const QString& id);
 
-/// Adds the file "seo2fun.json" of the current directory: page address to function key. Adds nothing if the
-/// file is missing or something else.
+/// Adds the entries of the file "seo2fun.json" in the current directory to @p urlToFun: page address to
+/// function key. A missing or malformed file adds nothing.
 void loadSeoToFun(QMap<QString, QString>& urlToFun);
 
-/// The recommendation of a function, empty for a key that is in neither table.
+/// The recommendation of a function; empty if neither table contains the key.
 std::optional<Recommendation> recommendFunction(const QString& key);

@@ -12,7 +12,7 @@ namespace {
 
 using Action = void (*)(ZORNativePluginIf& tools, std::string& answer);
 
-// -1 and an empty letter let the host choose the target.
+// A disk index of -1 or an empty letter lets the host choose the target.
 const std::map<QByteArray, Action>& referralActions()
 {
     static const std::map<QByteArray, Action> actions = {
@@ -38,7 +38,8 @@ const std::map<QByteArray, Action>& referralActions()
         {"migrate_data", [](ZORNativePluginIf& t, std::string& a) { t.MigrateSystemDriveData(a); }},
         {"migrate_os",
          [](ZORNativePluginIf& t, std::string& a) { t.CloneOSDataFromPartition(a, -1, std::string()); }},
-        // The records of these functions have no key, because the agent does the work; so no answer reaches them.
+        // The agent does the work of these functions. Their recommendations have an empty key, so no answer
+        // selects them.
         {"clone_disk", [](ZORNativePluginIf& t, std::string& a) { t.CloneDiskToDisk(a, -1, -1); }},
         {"clone_os_data", [](ZORNativePluginIf& t, std::string& a) { t.CloneOSDataFromDisk(a, -1, -1); }},
         {"clone_partition",

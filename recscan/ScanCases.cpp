@@ -11,7 +11,7 @@ struct CaseRow
 {
     RecActionIndex index;
     Check check;
-    Action action; ///< null: nothing to do, or an action of its own (Win11Action.cpp)
+    Action action; ///< null: nothing to do, or implemented in Win11Action.cpp
 };
 
 int diskOf(const QVariantMap& params)

@@ -12,7 +12,7 @@ class HostPages;
 class QQmlEngine;
 class ZORNativePluginIf;
 
-/// The machine as the scan sees it: a copy of the inventory, never refreshed, and access to the host.
+/// Input of the scan: a copy of the inventory, which is never refreshed, and access to the host.
 struct ScanSubject
 {
     const HostPages* pages = nullptr;   ///< for questions to the host; not owned
@@ -22,15 +22,15 @@ struct ScanSubject
     std::vector<DiskInfo> disks;
 };
 
-/// The number of cases. They are tried in order from 0.
+/// Number of cases. The scan tries them in order from 0.
 constexpr int kCaseCount = ActionCount;
 
-/// Runs one case. Empty if the case does not apply, or if @p index is not the number of a case. Scan thread: some cases
-/// call the host on the calling thread, some wait for the application thread.
+/// Runs one case. Empty if the case does not apply or @p index is not the number of a case. Scan thread: some
+/// cases call the host on the calling thread, others wait for the application thread.
 std::optional<Recommendation> runScanCase(int index, const ScanSubject& subject);
 
-/// Carries out the action of a case with the parameters of its recommendation. No effect if the case has no action of its
-/// own, or if @p index is not the number of a case. Application thread.
+/// Performs the action of a case with the parameters of its recommendation. Has no effect if the case has no
+/// action of its own or @p index is not the number of a case. Application thread.
 void runCaseAction(ZORNativePluginIf& tools, int index, const QVariantMap& actionParams);
 
 /// @name The cases, in order

@@ -30,7 +30,7 @@ void writeScanState(const ScanState& state)
     QFile file(stateFilePath());
     if (!file.open(QIODevice::WriteOnly))
         return;
-    // The file's buffer holds both until it closes, so they reach the disk in one write.
+    // Both values stay in the file's buffer until it closes, so one write stores them.
     QDataStream stream(&file);
     stream << state.nextCaseIndex << state.referralDone;
 }

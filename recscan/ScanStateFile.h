@@ -2,17 +2,17 @@
 
 #include <QtCore/QtGlobal>
 
-/// What is remembered of the scan from one launch to the next.
+/// State of the scan that is kept from one launch to the next.
 struct ScanState
 {
-    qint32 nextCaseIndex = 0;  ///< the first case still to try
-    bool referralDone = false; ///< the referral rule has had its one turn
+    qint32 nextCaseIndex = 0;  ///< the first case that has not been tried yet
+    bool referralDone = false; ///< the referral rule has run; it runs only once
 };
 
-/// Reads "recscan.info" beside the application: four bytes of the index, the highest first, and one byte of
-/// the flag. What the file lacks reads as 0 and false.
+/// Reads "recscan.info" from the application's folder: the index as four bytes in big-endian order and the
+/// flag as one byte. Missing bytes read as 0 and false.
 ScanState readScanState();
 
-/// Writes that file anew; a failure is silent. A process that dies meanwhile leaves the old file, an empty
-/// one or the new one.
+/// Replaces that file. Write errors are ignored. If the process dies during the write, the file is old, empty
+/// or new.
 void writeScanState(const ScanState& state);

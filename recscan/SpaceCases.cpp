@@ -1,4 +1,4 @@
-// The cases that judge how full the partitions are.
+// Cases that check the free space of partitions.
 #include "recscan/CaseTools.h"
 
 #include "recscan/ActionIndex.h"
@@ -21,7 +21,8 @@ double usedRatio(const PartitionInfo& partition)
 
 qint64 freeBytes(const PartitionInfo& partition)
 {
-    // The host's numbers are not checked against a range, so this wraps round where it overflows.
+    // The host's numbers are unchecked and can overflow; unsigned arithmetic wraps without undefined
+    // behaviour.
     return static_cast<qint64>(static_cast<quint64>(partition.rawCapacity) -
                                static_cast<quint64>(partition.usedSize));
 }
@@ -31,7 +32,7 @@ bool isShortOfSpace(const PartitionInfo& partition)
     return usedRatio(partition) > kRatioLimit || freeBytes(partition) < kFreeLimit;
 }
 
-// Not the opposite of isShortOfSpace: a partition exactly on a limit can be neither.
+// Not the negation of isShortOfSpace: a partition exactly at a limit can fail both tests.
 bool hasRoom(const PartitionInfo& partition)
 {
     return usedRatio(partition) < kRatioLimit && freeBytes(partition) > kFreeLimit;
@@ -63,7 +64,7 @@ bool hasRoomElsewhere(const ScanSubject& subject, int diskIndex)
         });
 }
 
-// Nothing if the host's page would not take the function for that drive.
+// Empty if the host's page rejects the function for that drive.
 std::optional<Recommendation> recommendSmartLayout(const ScanSubject& subject, const QString& message,
                                                    const QString& driveLetter)
 {
@@ -74,7 +75,7 @@ std::optional<Recommendation> recommendSmartLayout(const ScanSubject& subject, c
     return result;
 }
 
-// The letter of the first drive short of space on a disk that also has a partition with room.
+// The letter of the first drive that is short of space, on a disk that also has a partition with room.
 std::optional<QString> findDriveToEnlarge(const std::vector<PartitionInfo>& partitions)
 {
     const PartitionInfo* low = nullptr;
@@ -102,7 +103,7 @@ std::optional<Recommendation> checkSystemDriveSpace(const ScanSubject& subject)
         const QString text =
             QObject::tr("Drive %1 has low space. We recommend using \"Smart Layout Adjust\" to "
                         "quickly expand %2 drive space!");
-        // The tool looks at the first letter only, so the whole directory serves as its drive.
+        // The tool reads the first letter only, so the directory can be passed as the drive.
         return recommendSmartLayout(subject, text.arg(drive->letter, drive->letter), drive->directory);
     }
     if (!hasRoomElsewhere(subject, diskIndex))

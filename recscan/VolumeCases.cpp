@@ -1,4 +1,4 @@
-// The cases that judge single partitions.
+// Cases that check single partitions.
 #include "recscan/CaseTools.h"
 
 #include "platform/Platform.h"

@@ -1,4 +1,4 @@
-// The case that offers the way to Windows 11.
+// The case that offers the upgrade to Windows 11.
 #include "recscan/CaseTools.h"
 
 #include "plugin/HostCall.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-// The answer that the record of each outcome carries, back and forth.
+// The host sends the outcome back with the user's answer.
 Recommendation recommendUpgrade(Win11CheckResult outcome, const QString& message, const QStringList& buttons)
 {
     Recommendation result;
@@ -40,7 +40,7 @@ std::optional<Recommendation> checkWin10EndOfSupport(const ScanSubject& subject)
     QObject* page = contextObject(subject.engine, QStringLiteral("partitionmanager"));
     if (!callHost<bool>(page, "isWin11CheckerEnable", ConnectionRule::Blocking).value_or(false))
         return std::nullopt;
-    // No parent: the scan's thread object belongs to another thread than this one.
+    // Without a parent, because the scan's thread object lives on a different thread.
     Win11Check check;
     check.setGptDisk(isBootDiskGpt(subject.pages));
     if (!check.isGptDisk())
