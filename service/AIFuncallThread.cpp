@@ -25,8 +25,8 @@ AIFuncallThread::AIFuncallThread(QObject* parent, MakeHandler makeHandler)
 AIFuncallThread::~AIFuncallThread()
 {
     TsanAnnotations::acquire();
-    // After an exception from serve, connection threads can still use the server and its parts, so it remains until the
-    // end of the process. After an ordinary end, or without any client, it is unused.
+    // After an exception from serve, connection threads can still use the server and its parts, so it is kept
+    // until the process ends. After a normal end, or if no client ever connected, it is unused.
     thrift::server::TThreadedServer* ended = server.load();
     if (ended != nullptr && (served_ || ended->getConcurrentClientCountHWM() == 0))
         delete ended;

@@ -26,7 +26,7 @@ class AIFuncallThread : public QThread
     Q_OBJECT
 
 public:
-    /// Makes the handler of the service. Called once, on this thread, after the port search.
+    /// Creates the handler of the service. Called once, on this thread, after the port search.
     using MakeHandler = std::function<std::shared_ptr<ZORNativePluginIf>()>;
 
     AIFuncallThread(QObject* parent, MakeHandler makeHandler);
@@ -35,22 +35,24 @@ public:
 
     void run() override;
 
-    /// Ends the service: idle connections are closed; a tool in progress completes and is answered. Returns before the
-    /// thread has ended. Has no effect before the server is built; the service then starts nevertheless. Called on any
-    /// thread except this one.
+    /// Stops the service: idle connections are closed; a running tool completes and its reply is sent.
+    /// Returns before the thread has ended. Has no effect before the server is built; the service then starts
+    /// nevertheless. Must not be called on this thread.
     void stopServer();
 
-    /// Searches two free ports from 9090 upward. A port is 0 if no free one exists. Takes up to 30 seconds.
+    /// Searches two free ports from 9090 upward. A port is set to 0 if the search finds no free one. Takes up
+    /// to 30 seconds.
     void findFreePorts(int* nativePort, int* chatPort);
 
-    /// The address to serve on: the value in config.ini, by default "localhost". Any thread.
+    /// The address to serve on: the value in config.ini, "localhost" by default. Any thread.
     static QString configuredAddress();
 
     /// The handler of the service; null before the server is built. Any thread.
     std::shared_ptr<ZORNativePluginIf> toolHandler() const;
 
 protected:
-    /// Makes the server. Virtual so that a test can add faults to its transport. Called on this thread.
+    /// Creates the server. Virtual so that a test can inject faults into its transport. Called on this
+    /// thread.
     virtual std::unique_ptr<apache::thrift::server::TThreadedServer>
     makeServer(const std::shared_ptr<ZORNativePluginIf>& tools, const std::string& address, int port);
 

@@ -16,9 +16,8 @@ constexpr int kStallMs = 500;
 
 #ifdef Q_OS_WIN
 
-// There a socket whose time for sending has run out is of no use any more. So it does not block, and what
-// cannot be sent is waited for. A read waits with the interrupt before it takes anything, so it never finds
-// the socket empty.
+// On Windows a socket is unusable after a send timeout, so it is non-blocking and write polls. Reads still
+// block: before each read the base class polls the socket together with the interrupt.
 void limitSending(TSocket& socket)
 {
     const int flags = THRIFT_FCNTL(socket.getSocketFD(), THRIFT_F_GETFL, 0);
@@ -40,7 +39,7 @@ void limitSending(TSocket& socket)
     socket.setSendTimeout(kStallMs);
 }
 
-// The time has passed in the call that sent nothing.
+// The send timeout has already expired in the call that sent nothing.
 bool waitToSend(TSocket&)
 {
     return false;
@@ -61,7 +60,7 @@ void ConnectionSocket::write(const std::uint8_t* bytes, std::uint32_t length)
 {
     for (std::uint32_t sent = 0; sent < length;) {
         const std::uint32_t count = write_partial(bytes + sent, length - sent);
-        // Nothing has left for the whole of the limit.
+        // Nothing was sent for the whole time limit.
         if (count == 0 && !waitToSend(*this) && *stopping_)
             throw TTransportException(TTransportException::TIMED_OUT, "the client does not read");
         sent += count;

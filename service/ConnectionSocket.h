@@ -5,12 +5,13 @@
 #include <atomic>
 #include <memory>
 
-/// One client's connection. A client that does not read its reply is waited for as long as the service runs,
-/// and no longer than half a second once it is to end: the runtime's own would hold up the end for ever.
+/// One client's connection. If the client does not read its reply, write waits as long as the service runs,
+/// and at most half a second once the service is stopping. The base class would wait without limit and block
+/// the stop.
 class ConnectionSocket : public apache::thrift::transport::TSocket
 {
 public:
-    /// @p stopping is set by the server when it is to end.
+    /// The server sets @p stopping when it is about to stop.
     ConnectionSocket(THRIFT_SOCKET socket, std::shared_ptr<THRIFT_SOCKET> interrupt,
                      std::shared_ptr<const std::atomic<bool>> stopping);
 

@@ -11,8 +11,9 @@ namespace {
 constexpr int kFirstPort = 9090;
 constexpr int kLastPort = 65534;
 
-// For each number whether ":<number>" stands anywhere in the text. A plain search on purpose: a busy port
-// also hides each number whose digits begin its own. One pass, since a busy machine's listing is long.
+// For each port number, true if the listing contains ":<number>" anywhere. The plain text search is
+// intentional: a busy port also excludes every number that is a prefix of its own. One pass, because the
+// listing of a busy machine is long.
 std::vector<bool> hiddenPorts(const QByteArray& listing)
 {
     std::vector<bool> hidden(kLastPort + 1, false);
@@ -51,6 +52,6 @@ void pickFreePorts(const QByteArray& listing, int* nativePort, int* chatPort)
 {
     const std::vector<bool> hidden = hiddenPorts(listing);
     *nativePort = firstFreePort(hidden, kFirstPort);
-    // With no first port the count for the second still starts above its value, which is then 0.
+    // If the first search found no port, the second search starts at 1.
     *chatPort = firstFreePort(hidden, *nativePort + 1);
 }

@@ -2,12 +2,13 @@
 
 #include <QtCore/QByteArray>
 
-/// Limit of the wait for the listing of busy ports, in milliseconds.
+/// Timeout of the port listing in milliseconds.
 constexpr int kNetstatLimitMs = 30000;
 
-/// The text that `netstat -ano` prints, as far as it came within @p limitMs; empty if it cannot be started.
+/// The output of `netstat -ano`, possibly incomplete after @p limitMs milliseconds; empty if the program
+/// cannot be started.
 QByteArray busyPortListing(int limitMs = kNetstatLimitMs);
 
-/// Picks the first two ports, the second above the first, whose ":<number>" stands nowhere in @p listing. A
-/// port stays 0 if there is none.
+/// Picks the first two ports, the second above the first, for which @p listing does not contain ":<number>".
+/// A port is set to 0 if the search finds no free one.
 void pickFreePorts(const QByteArray& listing, int* nativePort, int* chatPort);

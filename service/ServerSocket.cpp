@@ -9,14 +9,14 @@ using apache::thrift::transport::TSocket;
 using apache::thrift::transport::TTransport;
 using apache::thrift::transport::TTransportException;
 
-// Marks that the server's thread is inside the socket, for as long as it lives.
+// While this object exists, the server's thread counts as being inside the socket.
 class ServerSocket::Inside
 {
 public:
     Inside(ServerSocket* socket, Where where) : socket_(socket)
     {
         const std::lock_guard<std::mutex> lock(socket_->mutex_);
-        // Told to end before it came here: waiting for a client would never be interrupted again.
+        // After an interrupt that came earlier, nothing would wake a blocked accept again.
         if (*socket_->interrupted_ && where == Where::Accept)
             throw TTransportException(TTransportException::INTERRUPTED);
         socket_->where_ = where;
@@ -45,7 +45,7 @@ void ServerSocket::interrupt()
 {
     const std::lock_guard<std::mutex> lock(mutex_);
     *interrupted_ = true;
-    // While it listens the sockets for the wake-up come into being, and nobody waits on them yet.
+    // listen creates the wake-up sockets, and no thread waits on them yet.
     if (where_ != Where::Listen)
         TServerSocket::interrupt();
 }
@@ -60,14 +60,15 @@ void ServerSocket::interruptChildren()
 void ServerSocket::close()
 {
     std::unique_lock<std::mutex> lock(mutex_);
-    // A listen that fails closes on its own way out.
+    // A failed listen calls close itself, on the server's thread.
     const bool ownWay = where_ != Where::Outside && server_ == std::this_thread::get_id();
     if (!ownWay)
         left_.wait_for(lock, leaveLimit, [this] { return where_ == Where::Outside; });
-    // A slow name service holds it in listen. The accept that follows ends at once, and the server then
-    // closes.
+    // A slow name resolution can keep the server's thread in listen. The next accept then ends at once, and
+    // the server calls close.
     if (ownWay || where_ != Where::Listen) {
-        // Before the wake-up of the connections is closed: on Windows they see the byte in it, and not its end.
+        // Before the wake-up socket is closed: on Windows the connections detect a byte in it, but not its
+        // end.
         TServerSocket::interruptChildren();
         TServerSocket::close();
     }

@@ -9,15 +9,15 @@
 #include <mutex>
 #include <thread>
 
-/// A server socket whose accept loop ends every time that it is told to.
+/// A server socket whose accept loop ends reliably after an interrupt.
 ///
-/// The runtime's own can lose the race between the wake-up of a blocked accept and the closing of the sockets
-/// on which it waits, and then waits for ever; it also forgets an interrupt that comes before it listens, and
-/// closes the socket that another thread is about to bind. This one remembers the interrupt, and its close
-/// lets the server's thread leave listen or accept first.
+/// The base class has three defects: closing the wake-up sockets can overtake the wake-up itself, so that a
+/// blocked accept never returns; an interrupt before listen is lost; and close can close the socket that
+/// another thread is about to bind. This class remembers the interrupt, and its close waits until the
+/// server's thread has left listen or accept.
 ///
-/// interrupt, interruptChildren and close may be called from any thread; listen and accept are the server
-/// thread's.
+/// interrupt, interruptChildren and close can be called on any thread; listen and accept belong to the
+/// server's thread.
 class ServerSocket : public apache::thrift::transport::TServerSocket
 {
 public:
@@ -36,7 +36,7 @@ private:
     enum class Where { Outside, Listen, Accept };
     class Inside;
 
-    // Far above what a woken accept needs, and below what a stop may take.
+    // Much longer than a woken accept needs, and short enough for a stop.
     static constexpr std::chrono::milliseconds leaveLimit{500};
 
     std::mutex mutex_;

@@ -5,12 +5,12 @@
 #include <cstdint>
 #include <vector>
 
-/// The runtime's buffered transport, with its bound on a message's size (100 MiB) applied where it can help.
+/// The runtime's buffered transport with an effective limit on the size of a message (100 MiB).
 ///
-/// The runtime makes room for a string before it looks at the bound, so that four bytes from anybody cost two
-/// gibibytes; here the bound comes first, and room for a long string grows as its bytes come, so that a
-/// length alone costs nothing. And the runtime counts over the life of a connection what it bounds for a
-/// message; here the count begins anew with each message.
+/// The base class allocates a string before it checks the limit, so that four bytes from any client cost two
+/// GiB. This class checks first, and grows the buffer as the bytes arrive, so that a length alone allocates
+/// nothing. The base class also counts the bytes of a whole connection against the limit of one message; this
+/// class restarts the count with each message.
 class StreamTransport : public apache::thrift::transport::TBufferedTransport
 {
 public:
@@ -22,11 +22,11 @@ public:
 private:
     bool isReadingLong() const;
 
-    // A string that the runtime's own buffer cannot hold, until its message ends.
+    // A string that exceeds the base class's buffer. Kept until its message ends.
     std::vector<std::uint8_t> long_;
 };
 
-/// Puts a StreamTransport around each connection.
+/// Wraps each connection in a StreamTransport.
 class StreamTransportFactory : public apache::thrift::transport::TBufferedTransportFactory
 {
 public:

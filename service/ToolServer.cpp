@@ -18,8 +18,8 @@ namespace {
 
 constexpr int kClientLimit = 3;
 
-// The runtime ends a connection for its own exceptions, and the process for any other: memory that runs out
-// while a call is read must cost no more than the connection.
+// The runtime closes the connection for its own exceptions and terminates the process for any other. If
+// memory runs out while a call is read, only that connection must be lost.
 class ToolProcessor : public ZORNativePluginProcessor
 {
 public:

@@ -13,10 +13,9 @@ class TThreadedServer;
 } // namespace thrift
 } // namespace apache
 
-/// The server of the tools as the agent meets it: binary protocol, buffered transport, at most three
-/// connections at a time. It neither binds nor serves yet; serve() does both and throws if the address cannot
-/// be bound.
+/// Creates the server of the tools: binary protocol, buffered transport, at most three connections at a time.
+/// It is not bound yet; serve() binds it and throws if that fails.
 ///
-/// @p address is a host name or a number; port 0 takes any free one.
+/// @p address is a host name or a numeric address; @p port 0 selects any free port.
 std::unique_ptr<apache::thrift::server::TThreadedServer>
 makeToolServer(const std::shared_ptr<ZORNativePluginIf>& handler, const std::string& address, int port);
