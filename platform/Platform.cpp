@@ -24,7 +24,7 @@ Platform::Scope::~Scope()
 QByteArray upperSystemDirectory()
 {
     QByteArray directory = Platform::instance().systemDirectory();
-    // Only ASCII: the other letters depend on a code page that is not ours to guess.
+    // ASCII only: the case of other letters depends on an unknown code page.
     std::transform(directory.begin(), directory.end(), directory.begin(),
                    [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
     return directory;

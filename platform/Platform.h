@@ -9,14 +9,14 @@
 #include <optional>
 #include <vector>
 
-/// The number of a Windows version, 6.2 and the like.
+/// A Windows version number, such as 6.2.
 struct WindowsVersion
 {
     int major = 0;
     int minor = 0;
 };
 
-/// A volume as the system counts it. The products of these are the caller's to form, in 64 bits.
+/// Geometry of a volume. Callers must multiply the values in 64 bits.
 struct VolumeGeometry
 {
     quint64 sectorsPerCluster = 0;
@@ -24,8 +24,8 @@ struct VolumeGeometry
     quint64 clusters = 0; ///< of the whole volume, used and free
 };
 
-/// What the library asks of the operating system. Every member may be called from any thread and returns
-/// nothing, or the empty value that is named, when the system has no answer; none throws.
+/// Access to the operating system. Every member can be called on any thread. A failure gives an empty
+/// optional, or the value that the member documents. No member throws.
 class Platform
 {
 public:
@@ -34,39 +34,39 @@ public:
     /// The system directory as the system spells it, in the system's 8-bit encoding; empty on failure.
     virtual QByteArray systemDirectory() const = 0;
 
-    /// A plain string value below HKEY_LOCAL_MACHINE, without its one terminating zero; a zero before that
-    /// one is part of the string. @p key with backslashes.
+    /// A string value below HKEY_LOCAL_MACHINE, without its terminating zero. Only one zero is removed: an
+    /// earlier zero is part of the string. @p key uses backslashes.
     virtual std::optional<QString> registryString(const QString& key, const QString& value) const = 0;
 
     virtual WindowsVersion windowsVersion() const = 0;
 
-    /// How this machine was started: 1 BIOS, 2 UEFI. Only asked on Windows 6.2 or later.
+    /// The firmware that started this machine: 1 BIOS, 2 UEFI. Requires Windows 6.2 or later.
     virtual std::optional<quint32> firmwareType() const = 0;
 
-    /// The system's error number for reading a firmware variable that cannot exist; 1 where there is no UEFI.
-    /// For versions that cannot tell the firmware type.
+    /// The system's error number for reading a firmware variable that does not exist; 1 without UEFI. For
+    /// systems that cannot report the firmware type.
     virtual quint32 firmwareVariableError() const = 0;
 
-    /// Memory built into the machine, in KiB.
+    /// Installed memory in KiB.
     virtual std::optional<quint64> installedMemoryKib() const = 0;
 
-    /// The volume that answers to @p root, such as "C:".
+    /// The geometry of the volume at @p root, such as "C:".
     virtual std::optional<VolumeGeometry> volumeGeometry(const QByteArray& root) const = 0;
 
-    /// The rows of a WMI query in WQL, in their order, each with the named properties; a property that a row
-    /// lacks is missing or invalid. Texts come as QString, numbers as int, truth values as bool. Empty on any
-    /// failure.
+    /// The rows of a WMI query in WQL, in order, each with the named properties. A property that a row lacks
+    /// is missing or invalid. Strings are QString, numbers int, truth values bool. Empty on any failure.
     virtual std::vector<QVariantMap> wmiQuery(const QString& nameSpace, const QString& query,
                                               const QStringList& properties) const = 0;
 
-    /// Runs a command line with no window of its own and waits for its end, at most 24.8 days. A command that
-    /// cannot be started is over at once.
+    /// Runs a command line without a window and waits until it ends, at most 24.8 days. Returns at once if
+    /// the command cannot be started.
     virtual void runHidden(const QString& command) const = 0;
 
-    /// The instance in force: the system's own, unless a test put another in its place.
+    /// The current instance: the system's own, unless a test has replaced it.
     static const Platform& instance();
 
-    /// Puts another instance in force for the life of this object. Not owned; one thread at a time.
+    /// Replaces the instance for the lifetime of this object. The replacement is not owned. One thread at a
+    /// time.
     class Scope
     {
     public:
@@ -80,11 +80,11 @@ public:
     };
 };
 
-/// The platform of the system that this is built for.
+/// Creates the platform of the system that the library is built for.
 std::unique_ptr<Platform> makeSystemPlatform();
 
-/// The system directory with ASCII letters in upper case; its first byte is the system drive's letter.
+/// The system directory with ASCII letters in upper case; its first byte is the letter of the system drive.
 QByteArray upperSystemDirectory();
 
-/// True if the system's environment names the processor "ARM64". Any thread.
+/// True if the variable PROCESSOR_ARCHITECTURE of the system environment is "ARM64". Any thread.
 bool isArm64Machine();

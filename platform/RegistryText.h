@@ -4,6 +4,6 @@
 
 #include <string>
 
-/// The text of a registry string value: @p data without its one terminating zero. A zero before that one is
-/// part of the text, so that it does not compare equal to the text without it.
+/// The content of a registry string: @p data without its terminating zero. Only one zero is removed: a string
+/// with an earlier zero does not compare equal to the string without it.
 QString registryText(const std::wstring& data);

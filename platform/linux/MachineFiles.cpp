@@ -16,7 +16,7 @@ QByteArray readWhole(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// The memory blocks that the machine's memory is divided into; none on machines without memory hotplug.
+// Sum of the memory blocks; empty on a machine without memory hotplug.
 std::optional<quint64> readMemoryBlocksKib(const QString& root)
 {
     const QString folder = root + QLatin1String("/sys/devices/system/memory");
@@ -44,7 +44,7 @@ std::optional<quint64> readMemTotalKib(const QString& root)
 
 using Fields = QMap<QString, QString>;
 
-// The "key : value" blocks of /proc/cpuinfo, one for each logical processor.
+// The "key : value" blocks of /proc/cpuinfo, one per logical processor.
 std::vector<Fields> readCpuBlocks(const QString& root)
 {
     std::vector<Fields> blocks;
@@ -115,7 +115,7 @@ std::vector<QVariantMap> readTpmRows(const QString& root)
     if (!QFileInfo::exists(tpm))
         return {};
     const bool second = readWhole(tpm + QLatin1String("/tpm_version_major")).trimmed() == "2";
-    // A TPM that the kernel shows is switched on.
+    // The kernel lists a TPM only if it is activated.
     return {{{QStringLiteral("IsActivated_InitialValue"), true},
              {QStringLiteral("IsEnabled_InitialValue"), true},
              {QStringLiteral("SpecVersion"), second ? QStringLiteral("2.0") : QStringLiteral("1.2")}}};

@@ -11,7 +11,7 @@
 
 namespace {
 
-// A misspelt name finds nothing here either, so that the mistake shows on every system.
+// A misspelt property is missing here as well, so the mistake is visible on every system.
 QVariantMap namedOnly(const QVariantMap& row, const QStringList& properties)
 {
     QVariantMap named;
@@ -39,7 +39,7 @@ std::optional<QString> PlatformLinux::registryString(const QString&, const QStri
 
 WindowsVersion PlatformLinux::windowsVersion() const
 {
-    // New enough to be asked for its firmware type, which Linux knows.
+    // Any version from 6.2 on makes callers ask for the firmware type, which Linux reports.
     return {10, 0};
 }
 
@@ -62,7 +62,7 @@ std::optional<quint64> PlatformLinux::installedMemoryKib() const
 
 std::optional<VolumeGeometry> PlatformLinux::volumeGeometry(const QByteArray& root) const
 {
-    // The drive of the system directory is the volume that the running system lies on.
+    // The drive of the system directory corresponds to the root file system.
     struct statvfs volume = {};
     if (root != "C:" || statvfs("/", &volume) != 0)
         return std::nullopt;

@@ -2,12 +2,12 @@
 
 #include "platform/Platform.h"
 
-/// Answers from /sys and /proc where Linux knows a counterpart, and otherwise as a Windows machine does whose
-/// call fails.
+/// Answers from /sys and /proc where Linux has a counterpart, and otherwise as Windows does if the call
+/// fails.
 class PlatformLinux : public Platform
 {
 public:
-    /// @p root stands before every path that is read; a test puts a folder of its own there.
+    /// @p root is a prefix of every path that is read; tests pass a folder of their own.
     explicit PlatformLinux(QString root = QString());
 
     QByteArray systemDirectory() const override;
@@ -22,7 +22,7 @@ public:
     void runHidden(const QString& command) const override;
 
 private:
-    // The rows of a query with all the properties that are known of them.
+    // The rows of a query with all known properties.
     std::vector<QVariantMap> wholeRows(const QString& nameSpace, const QString& query) const;
 
     QString root_;

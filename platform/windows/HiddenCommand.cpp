@@ -33,7 +33,7 @@ void runHiddenProcess(const QString& command)
     constexpr DWORD limitMs = 2147483647;
     STARTUPINFOW start = hiddenStart();
     PROCESS_INFORMATION process = {};
-    // CreateProcessW may write into the command line, so it gets a copy of its own.
+    // CreateProcessW can modify the command line, so it needs a writable copy.
     std::wstring line = command.toStdWString();
     if (CreateProcessW(nullptr, &line[0], nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr, nullptr, &start,
                        &process) == 0)

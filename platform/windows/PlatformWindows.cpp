@@ -42,7 +42,7 @@ WindowsVersion PlatformWindows::windowsVersion() const
 
 std::optional<quint32> PlatformWindows::firmwareType() const
 {
-    // By name: older systems, on which this library loads too, do not export it.
+    // Resolved by name, because older systems do not export it and would fail to load this library.
     using GetFirmwareTypeCall = BOOL(WINAPI*)(quint32*);
     const HMODULE kernel = GetModuleHandleW(L"kernel32");
     const FARPROC found = kernel == nullptr ? nullptr : GetProcAddress(kernel, "GetFirmwareType");

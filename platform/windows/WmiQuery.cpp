@@ -8,7 +8,7 @@
 
 namespace {
 
-// Holds one COM object and releases it.
+// Owns one COM object.
 template <class Interface> class ComPtr
 {
 public:
@@ -29,7 +29,7 @@ private:
     Interface* pointer_ = nullptr;
 };
 
-// A text as COM wants it.
+// Owns a BSTR.
 class ComText
 {
 public:
@@ -44,8 +44,8 @@ private:
     BSTR text_;
 };
 
-// COM for the calling thread. What the calls answer is not looked at: a thread that was set up before, or a
-// process whose security is set already, can query all the same.
+// Initialises COM for the calling thread. Results are ignored: queries also work on a thread that is already
+// initialised and in a process whose security is already set.
 class ComSession
 {
 public:
@@ -74,7 +74,7 @@ bool connectTo(const QString& nameSpace, ComPtr<IWbemServices>& services)
                                        EOAC_NONE));
 }
 
-// Numbers are read as 32 bits and truth values as 16, whatever the row calls them.
+// Numbers are read as 32 bits and truth values as 16 bits, regardless of the declared type.
 QVariant fromComVariant(const VARIANT& value)
 {
     switch (value.vt) {
@@ -137,7 +137,7 @@ std::vector<QVariantMap> readRows(IWbemServices* services, const QString& query,
 std::vector<QVariantMap> runWmiQuery(const QString& nameSpace, const QString& query,
                                      const QStringList& properties)
 {
-    // The objects have to be gone before COM is.
+    // All COM objects must be released before COM is uninitialised.
     const ComSession session;
     ComPtr<IWbemServices> services;
     if (!connectTo(nameSpace, services))

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// Runs a WQL query and reads the named properties of each row. COM is set up for the calling thread and
-/// taken down again. Empty on any failure.
+/// Runs a WQL query and reads the named properties of each row. COM is initialised and uninitialised on the
+/// calling thread. Empty on any failure.
 std::vector<QVariantMap> runWmiQuery(const QString& nameSpace, const QString& query,
                                      const QStringList& properties);
