@@ -7,16 +7,16 @@
 /// The calls that report the machine's firmware. Any thread.
 struct FirmwareCalls
 {
-    /// Writes the firmware type, 2 for UEFI; false if the system cannot report it. Empty on a system without
-    /// this call.
+    /// Writes the firmware type, 2 for UEFI; returns false if the system cannot report it. Empty on a system
+    /// without this call.
     std::function<bool(quint32*)> type;
-    /// The system's error number for reading a firmware variable that cannot exist; 1 on a machine without
-    /// UEFI.
+    /// Returns the system's error number for reading a firmware variable that does not exist; 1 without UEFI.
     std::function<quint32()> variableError;
 };
 
 /// The calls of the running system.
 FirmwareCalls systemFirmwareCalls();
 
-/// True if the machine started through UEFI. Reads a variable only on a system that has no call for the type.
+/// True if the machine was started by UEFI. Reads a variable only if the system has no call for the firmware
+/// type.
 bool startedThroughUefi(const FirmwareCalls& calls);

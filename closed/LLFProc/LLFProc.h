@@ -2,5 +2,5 @@
 
 #include "closed/ClosedExport.h"
 
-/// True when this machine can start by UEFI. Any thread.
+/// True if this machine can start by UEFI. Any thread.
 AIBRIDGE_CLOSED_EXPORT bool MayBeSupportUEFI();

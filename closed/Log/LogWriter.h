@@ -6,6 +6,6 @@
 class AIBRIDGE_CLOSED_EXPORT CLogWriter
 {
 public:
-    /// Writes printf-style text as it stands; a line ends where the text has a line feed.
+    /// Writes printf-style output. Does not append a line feed.
     static void Log(const char* format, ...) Q_ATTRIBUTE_FORMAT_PRINTF(1, 2);
 };

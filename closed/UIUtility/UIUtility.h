@@ -10,7 +10,7 @@ class AIBRIDGE_CLOSED_EXPORT UIUtility
 public:
     static UIUtility* instance();
 
-    /// The text configured under @p key, else @p defaultText.
+    /// The string configured for @p key, or @p defaultText.
     QString GetFireBaseConfigString(const QString& key, const QString& defaultText);
 
 private:

@@ -4,5 +4,5 @@
 
 #include <QtCore/QString>
 
-/// The calls, with @p root in front of the kernel's path; empty for the running machine.
+/// The calls, with @p root as a prefix of the kernel's path; empty for the running machine.
 FirmwareCalls firmwareCallsOf(const QString& root);

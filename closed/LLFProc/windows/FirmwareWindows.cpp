@@ -4,7 +4,8 @@ FirmwareCalls firmwareCallsOf(HMODULE module)
 {
     using GetFirmwareTypeCall = BOOL(WINAPI*)(quint32*);
     FirmwareCalls calls;
-    // By name, since systems before Windows 8 do not export it and would not load a library that imports it.
+    // Resolved by name, because systems before Windows 8 do not export it and would fail to load a library
+    // that imports it.
     if (const FARPROC found = GetProcAddress(module, "GetFirmwareType")) {
         const auto call = reinterpret_cast<GetFirmwareTypeCall>(reinterpret_cast<void*>(found));
         calls.type = [call](quint32* type) { return call(type) != 0; };

@@ -4,5 +4,5 @@
 
 #include <windows.h>
 
-/// The calls, with the one for the type looked up in @p module, which must stay loaded.
+/// The calls. The one for the firmware type is resolved in @p module, which must stay loaded.
 FirmwareCalls firmwareCallsOf(HMODULE module);
