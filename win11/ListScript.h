@@ -1,5 +1,5 @@
 #pragma once
 
-/// The script that gives the rows of a page's tables, unless the remote configuration has another one. It
-/// reads the first table once for each table of the page.
+/// Default script that returns the rows of a page's tables; the remote configuration can replace it. It reads
+/// the first table once for each table of the page.
 extern const char kListScript[];

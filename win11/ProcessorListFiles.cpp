@@ -1,4 +1,4 @@
-// Where the processor lists lie, and how they are fetched.
+// Paths of the processor lists and their download.
 #include "closed/UIUtility/UIUtility.h"
 #include "win11/ListScript.h"
 #include "win11/ProcessorLists.h"
@@ -21,11 +21,11 @@ const QString kWhitelist = QStringLiteral("win11_cpu_whitelist.txt");
 
 struct Vendor
 {
-    const char* word; ///< what a processor's name holds
+    const char* word; ///< substring of the processor's name
     const char* file;
 };
 
-// In the order in which a name is tried.
+// Tried in this order; the first match counts.
 const std::array<Vendor, 3> kVendors = {{{"AMD", "SupportedProcessorsAMD.txt"},
                                          {"Intel", "SupportedProcessorsIntel.txt"},
                                          {"Qualcomm", "SupportedProcessorsQualcomm.txt"}}};
@@ -58,7 +58,7 @@ void fetchList(const QString& manufacturer, const QString& script, int limitMs)
                                    QLatin1String("WVF_server=") +
                                        webViewServerName(QStringLiteral("tvins_server")),
                                    QStringLiteral("willEmbed=false")};
-    // Its end takes a program with it that is still running.
+    // The destructor terminates a program that is still running.
     QProcess finder;
     finder.start(applicationFolder() + QLatin1String("/WebViewFinder.exe"), arguments, QIODevice::ReadWrite);
     finder.waitForFinished(limitMs);
@@ -70,7 +70,7 @@ void rewriteWhitelist()
     const QString text = configured(QStringLiteral("url_win11_cpu_whitelist"), QString());
     if (text.isEmpty())
         return;
-    // Not truncated: the tail of a longer old text stays behind the new one.
+    // The file is not truncated: if the old content was longer, its tail remains.
     QFile file(checkerFilePath(kWhitelist));
     if (file.open(QIODevice::ReadWrite))
         file.write(text.toUtf8());

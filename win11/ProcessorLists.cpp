@@ -1,4 +1,4 @@
-// Whether a processor's name is on one of the lists.
+// Search of the processor lists.
 #include "win11/ProcessorLists.h"
 
 #include <QtCore/QFile>
@@ -7,7 +7,7 @@ namespace {
 
 QString withoutMarks(QString text)
 {
-    // In this spelling only, and before the letters are made small.
+    // Case-sensitive, so before the conversion to lower case.
     for (const char* mark : {"(TM)", "(C)", "(R)"})
         text.remove(QLatin1String(mark));
     return normaliseProcessorText(text.toLower());
@@ -18,7 +18,7 @@ QStringList words(const QString& text)
     return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-// Reads lines until one matches. A line whose text is not part of the name leaves the result as it was.
+// Reads lines until one matches. A line that is not a substring of the name leaves @p result unchanged.
 void searchList(const QString& path, const QString& name, bool& result)
 {
     QFile file(path);

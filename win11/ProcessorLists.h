@@ -4,38 +4,38 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
-/// The lists of processors that the system's maker supports, as text files in the folder "Win11Checker"
-/// beside the application's own, and the question whether a processor is on one of them. Blocking; any
-/// thread, one at a time.
+/// The lists of processors that the system's maker supports: text files in the folder "Win11Checker" next to
+/// the application's folder. All functions block. Any thread, one at a time.
 
-/// How long the program that fetches one list may take.
+/// Timeout of the program that fetches one list, in milliseconds.
 constexpr int kListFinderLimitMs = 30000;
 
-/// Has each manufacturer's list fetched by the program "WebViewFinder.exe", and rewrites the whitelist from
-/// the remote configuration. A program that is over @p limitMs is ended. Failures are silent: the old files
-/// stay.
+/// Fetches each manufacturer's list with the program "WebViewFinder.exe" and rewrites the whitelist from the
+/// remote configuration. A program that still runs after @p limitMs is terminated. Failures are ignored: the
+/// old files remain.
 void refreshProcessorLists(int limitMs = kListFinderLimitMs);
 
-/// True if a line of the manufacturer's list or of the whitelist is a run of whole words of @p name. The
-/// whitelist is read after a match too, and its first lines can cancel it.
+/// True if the words of a line of the manufacturer's list or of the whitelist occur in @p name, in sequence.
+/// The whitelist is read even after a match, and its first lines can cancel the match.
 bool isProcessorSupported(const QString& name);
 
-/// The path of the manufacturer's list, empty for a name of no known manufacturer.
+/// The path of the manufacturer's list; empty for an unknown manufacturer.
 QString vendorListPath(const QString& name);
 
-/// The path of a file in the lists' folder.
+/// The path of a file in the folder of the lists.
 QString checkerFilePath(const QString& fileName);
 
-/// The words of a text, joined by single blanks.
+/// The words of @p text, joined by single spaces.
 QString normaliseProcessorText(const QString& text);
 
-/// True if the words of the line stand in the name, from the first place on at which the line's first word
-/// stands.
+/// True if the name contains the words of the line in sequence, starting at the first occurrence of the
+/// line's first word.
 bool tokensMatch(const QStringList& nameTokens, const QStringList& lineTokens);
 
-/// The server name that the list program is given: the application's file name, made plain, and @p suffix.
+/// The server name for the list program: the application's file name in lower case without ".exe", with
+/// underscores for spaces and dots, and @p suffix.
 QString webViewServerName(const QString& suffix);
 
-/// Writes @p script to a scratch file and gives its path, whether that worked or not. The file stays behind;
-/// calls within one second share it.
+/// Writes @p script to a temporary file and returns its path, even if writing fails. The file is not deleted;
+/// calls within the same second share it.
 QString writeFunctionFile(const QByteArray& script);

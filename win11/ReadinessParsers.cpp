@@ -9,7 +9,7 @@ namespace {
 
 enum DriverModel { ModelUnknown = 0, Model2 = 2, Model3 = 3 };
 
-// The spellings of one driver model; \xA0 is the no-break space, which stands in some languages.
+// Spellings of one driver model; \xA0 is the no-break space, which some languages use.
 DriverModel driverModel(const QByteArray& line)
 {
     if (line.contains("DriverModel:3") || line.contains("DriverModel:WDDM3") ||
@@ -65,7 +65,7 @@ bool isDirectXReady(QByteArray listing)
     for (const QByteArray& line : lines) {
         hasDdi12 = hasDdi12 || line.contains("DDIVersion:12");
         const DriverModel named = driverModel(line);
-        // With two adapters the last one counts.
+        // With several adapters, the last one counts.
         model = named == ModelUnknown ? model : named;
     }
     return hasDdi12 && model != ModelUnknown;

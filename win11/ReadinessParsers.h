@@ -5,9 +5,9 @@
 
 #include <vector>
 
-/// What the readiness checks read out of the answers of the system. Free of any system call.
+/// Parsers for the readiness checks. They make no system calls. Any thread.
 
-/// What is asked of the processor: its name, the address width that it has and that the running system uses.
+/// The processor's name, its address width, and the width of the running system.
 struct ProcessorFacts
 {
     QString name;
@@ -15,17 +15,17 @@ struct ProcessorFacts
     int systemWidth = 0;
 };
 
-/// @p processors are rows of Win32_Processor, of which the last counts; @p systems of Win32_OperatingSystem.
+/// @p processors are rows of Win32_Processor, of which the last counts; @p systems are rows of
+/// Win32_OperatingSystem.
 ProcessorFacts readProcessorFacts(const std::vector<QVariantMap>& processors,
                                   const std::vector<QVariantMap>& systems);
 
-/// True if the last row of Win32_TPM is activated, enabled and of version 2.0 or above.
+/// True if the last row of Win32_TPM is activated, enabled and of version 2.0 or later.
 bool isTpmReady(const std::vector<QVariantMap>& rows);
 
-/// True if the text that dxdiag writes names device driver interface 12 and a display driver model of 2 or 3.
+/// True if the output of dxdiag contains device driver interface 12 and a display driver model of 2 or 3.
 bool isDirectXReady(QByteArray listing);
 
-/// True if the command answered, whatever it answered: firmware that does not know Secure Boot gives neither
-/// word.
-/// @p output may be text of 8 or of 16 bits.
+/// True if the output contains "True" or "False". On firmware without Secure Boot the command fails and prints
+/// neither. @p output consists of 8-bit or 16-bit characters.
 bool isSecureBootKnown(const QByteArray& output);

@@ -30,7 +30,7 @@ std::optional<quint32> firmwareType(const Platform& platform)
 
 ProcessorFacts askForProcessor(const Platform& platform)
 {
-    // Cores and clock are not asked for: a processor on a list is good enough, however slow it is.
+    // Cores and clock are not queried: a listed processor is accepted regardless of its speed.
     const auto processors = platform.wmiQuery(kMachine, QStringLiteral("SELECT * FROM Win32_Processor"),
                                               {QStringLiteral("Name"), QStringLiteral("AddressWidth")});
     const auto systems = platform.wmiQuery(kMachine, QStringLiteral("SELECT * FROM Win32_OperatingSystem"),
@@ -51,7 +51,7 @@ void Win11Check::setGptDisk(bool value)
 bool Win11Check::checkAll()
 {
     using Check = void (Win11Check::*)();
-    // The slow ones last, so that a cheap failure spares them.
+    // The slow checks come last, so that an earlier failure skips them.
     constexpr Check checks[] = {&Win11Check::checkProcessor, &Win11Check::checkFirmware,
                                 &Win11Check::checkMemory,    &Win11Check::checkDiskSize,
                                 &Win11Check::checkTpm,       &Win11Check::checkDirectX,
@@ -80,13 +80,14 @@ void Win11Check::checkFirmware()
 
 void Win11Check::checkMemory()
 {
-    // Whole GiB: the fraction is cut off.
+    // Whole GiB; the division truncates.
     passed = Platform::instance().installedMemoryKib().value_or(0) / kKibInGib >= kLeastMemoryGib;
 }
 
 void Win11Check::checkDiskSize()
 {
-    // This letter, whatever the system drive is, and the whole volume, not what is free of it.
+    // Always this letter, whichever drive the system uses, and the size of the whole volume, not its free
+    // space.
     const auto volume =
         Platform::instance().volumeGeometry(QByteArrayLiteral("C:")).value_or(VolumeGeometry());
     passed = (volume.sectorsPerCluster * volume.bytesPerSector * volume.clusters) >> 30 >= kLeastVolumeGib;

@@ -4,8 +4,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 
-/// Whether this machine meets the hardware requirements of Windows 11: one yes or no, without reasons. Every
-/// failure to find out counts as no. Used by one thread; can block for minutes.
+/// Checks whether this machine meets the hardware requirements of Windows 11. The result is a single bool
+/// without reasons; a check that cannot be carried out counts as failed. One thread; can block for minutes.
 ///
 /// Calling order: construct, setGptDisk, isGptDisk and, if that is true, checkAll.
 class Win11Check : public QObject
@@ -13,11 +13,10 @@ class Win11Check : public QObject
 public:
     explicit Win11Check(QObject* parent = nullptr);
 
-    /// Whether the boot disk is GPT; the outcome until checkAll.
+    /// Sets whether the boot disk is GPT. This is also the result until checkAll.
     void setGptDisk(bool value);
     bool isGptDisk() const { return gptDisk; }
-    /// Runs the checks up to the first that fails. The output files of two of them stay in the scratch
-    /// folder.
+    /// Runs the checks until one fails. The output files of two checks remain in the temporary folder.
     bool checkAll();
 
 private:
@@ -29,7 +28,8 @@ private:
     void checkDirectX();
     void checkSecureBoot();
 
-    // Runs a command that writes @p outputFile, and gives what it wrote; empty if it wrote none.
+    // Runs a command that writes @p outputFile and returns the content of that file; empty if it was not
+    // written.
     static QByteArray runHiddenCommand(const QString& command, const QString& outputFile);
 
     bool passed = false;
