@@ -5,10 +5,11 @@ namespace {
 constexpr std::size_t kPathLimit = 260;
 const std::wstring kLibrary = L"AliyunWrap.DLL";
 
-// The path of the library in the folder of this module, empty if there is no folder or the path is too long.
+// The path of the library in the folder of this module; empty if the folder is unknown or the path is too
+// long.
 std::wstring libraryPath(const std::wstring& moduleFile)
 {
-    // Cut to the limit, a longer path would name another folder, from which nothing may be loaded.
+    // A longer path would be truncated and name another folder, from which nothing may be loaded.
     if (moduleFile.size() >= kPathLimit)
         return std::wstring();
     const std::size_t backslash = moduleFile.rfind(L'\\');
@@ -18,7 +19,7 @@ std::wstring libraryPath(const std::wstring& moduleFile)
     return folder.size() + kLibrary.size() < kPathLimit ? folder + kLibrary : std::wstring();
 }
 
-// Bound when the module loads.
+// Bound when the module is loaded.
 struct BoundTable : AliyunWrapTable
 {
     BoundTable()

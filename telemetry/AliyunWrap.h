@@ -6,22 +6,23 @@
 #include <mutex>
 #include <string>
 
-/// How a library beside this module is found and opened; a test puts its own here.
+/// Finds and opens a library next to this module; tests replace it.
 struct ModuleAccess
 {
-    /// Full path of this module, empty if unknown.
+    /// Returns the full path of this module; empty if unknown.
     std::function<std::wstring()> moduleFileName;
-    /// Opens a library for the rest of the process, null on failure.
+    /// Opens a library, which stays loaded until the process ends; null on failure.
     std::function<void*(const std::wstring& path)> load;
-    /// Address of an entry point, null if the library lacks it.
+    /// Returns the address of an entry point; null if the library lacks it.
     std::function<void*(void* module, const char* entryPoint)> resolve;
 
-    /// The system's own. Where the closed telemetry library does not exist it finds nothing.
+    /// The system's implementation. It finds nothing on systems for which the closed telemetry library does
+    /// not exist.
     static ModuleAccess system();
 };
 
-/// The closed telemetry library and its entry points. They are resolved and never called: what remains is
-/// that the library is loaded into the process.
+/// Entry points of the closed telemetry library. They are resolved but never called: the only effect is that
+/// the library is loaded into the process.
 struct AliyunWrapTable
 {
     static constexpr int entryPointCount = 16;
@@ -32,6 +33,6 @@ struct AliyunWrapTable
     std::mutex lock;
 };
 
-/// Finds the library beside this module, loads it and resolves the entry points; a gap stays null, and a
-/// missing library leaves the table empty.
+/// Finds the library next to this module, loads it and resolves the entry points. A missing entry point stays
+/// null; a missing library leaves the table empty.
 void bindAliyunWrap(AliyunWrapTable& table, const ModuleAccess& access = ModuleAccess::system());

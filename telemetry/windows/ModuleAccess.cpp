@@ -10,7 +10,7 @@ std::wstring ownFileName()
     HMODULE self = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                        reinterpret_cast<LPCWSTR>(&ownFileName), &self);
-    // A path that fills the buffer has been cut and names nothing.
+    // A path that fills the buffer was truncated and is invalid.
     const DWORD length = GetModuleFileNameW(self, buffer, 260);
     return length < 260 ? std::wstring(buffer, length) : std::wstring();
 }
