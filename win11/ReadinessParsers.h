@@ -26,6 +26,6 @@ bool isTpmReady(const std::vector<QVariantMap>& rows);
 /// True if the output of dxdiag contains device driver interface 12 and a display driver model of 2 or 3.
 bool isDirectXReady(QByteArray listing);
 
-/// True if the output contains "True" or "False". On firmware without Secure Boot the command fails and prints
-/// neither. @p output consists of 8-bit or 16-bit characters.
+/// True if the output contains "True" or "False". On firmware without Secure Boot the command fails and
+/// prints neither. @p output consists of 8-bit or 16-bit characters.
 bool isSecureBootKnown(const QByteArray& output);
