@@ -10,10 +10,9 @@
 class QQmlApplicationEngine;
 
 /// Base of every component that the host loads by name (see CComponentMgr). The order of the virtual
-/// operations is the binary contract between a host and its components: none may be moved, removed or put in
-/// between.
+/// functions is the binary contract between a host and its components: do not move, remove or insert any.
 ///
-/// All members are called on the application thread; engine() may be called from any thread.
+/// All members belong to the application thread, except engine(), which can be called on any thread.
 class CComponentBase : public QObject
 {
     Q_OBJECT
@@ -25,30 +24,30 @@ class CComponentBase : public QObject
 public:
     explicit CComponentBase(QObject* parent = nullptr);
 
-    /// The name shown to the user; the component's own name unless overridden.
+    /// The name that the user sees; by default the component's own name.
     virtual QString displayName() const;
     /// Address of the component's icon.
     virtual QString icon() const;
-    /// The component's name: by it the host finds the library, the icon, the page and the resource file.
+    /// The component's name. The host derives the paths of the library, icon, page and resource file from it.
     virtual QString name() const = 0;
-    /// Held for the binary contract; empty, and nothing calls it.
+    /// Reserved for the binary contract: empty and never called.
     virtual QString reservedText() const;
     /// Address of the component's page.
     virtual QString source() const;
     /// Called once by the loader, after setEngine. Registers the resource file `<name>.rcc`.
     virtual void init();
-    /// Whether the component has a page in the host's layout.
+    /// True if the component has a page in the host's layout.
     virtual bool canLayout() const;
-    /// Held for the binary contract; empty, and nothing calls it.
+    /// Reserved for the binary contract: empty and never called.
     virtual QVariantList reservedList() const;
     /// Registers `<application folder>/<resourceName>.rcc`; a missing file is ignored.
     virtual void loadResource(QString resourceName);
-    /// Stores @p engine (not owned, may be null) and publishes this object in its root context under the
-    /// lower-cased name. The object stays C++-owned.
+    /// Stores @p engine (not owned, can be null) and publishes this object in its root context under the name
+    /// in lower case. The object stays C++-owned.
     virtual void setEngine(QQmlApplicationEngine* engine);
-    /// The engine given to setEngine, null before that.
+    /// The engine passed to setEngine; null before that.
     virtual QQmlApplicationEngine* engine() const;
-    /// Properties that the host's layout shows for this component.
+    /// Properties of this component that the host's layout displays.
     virtual QVariantMap resProperty() const;
 
 Q_SIGNALS:
@@ -59,13 +58,13 @@ Q_SIGNALS:
     void sigCanLayoutChanged();
 
 protected:
-    /// Called by the manager before the object is deleted: the component stops all that it has running.
+    /// Called by the manager before it deletes the object. The component must stop all its activity.
     virtual void Release();
-    /// Called when the language has changed, after sigDisplayNameChanged.
+    /// Called after the language has changed and after sigDisplayNameChanged.
     virtual void retranslate();
 
 protected Q_SLOTS:
-    /// The loader connects the host's language signal to this.
+    /// The loader connects the host's language signal to this slot.
     void onTranslate();
 
 private:

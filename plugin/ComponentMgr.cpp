@@ -34,7 +34,7 @@ CComponentMgr::CComponentMgr(QQmlApplicationEngine* theEngine, QObject* parent)
 
 CComponentMgr::~CComponentMgr()
 {
-    // The destruction of a component can destroy others.
+    // Destroying one component can destroy others.
     QVector<QPointer<CComponentBase>> alive;
     for (const QVariant& record : qAsConst(componentList))
         alive.append(objectOf(record));
@@ -62,7 +62,7 @@ void CComponentMgr::loadComponents(QString componentName)
     const QString listFile = folder + QLatin1String("/components.ini");
     if (!QFileInfo::exists(listFile))
         return;
-    // A file that names its own folder, directly or indirectly, would make the walk endless.
+    // A file that names its own folder, directly or indirectly, would cause endless recursion.
     const QString canonical = QFileInfo(folder).canonicalFilePath();
     if (foldersInWalk_.contains(canonical))
         return;
@@ -70,8 +70,8 @@ void CComponentMgr::loadComponents(QString componentName)
 
     QSettings settings(listFile, QSettings::IniFormat);
     settings.setIniCodec("UTF-8");
-    // Looked up once: a language object that one of these components publishes is connected by loadComponent
-    // only.
+    // Looked up once: a language object that one of these components publishes is connected only by
+    // loadComponent.
     const QPointer<QObject> language = contextObject(engine, QStringLiteral("multilanguage"));
     for (int i = 1; i <= kLastGroup; ++i) {
         settings.beginGroup(QStringLiteral("COMPONENT%1").arg(i));
@@ -102,12 +102,12 @@ QObject* CComponentMgr::loadComponent(QString name, QString parentCom)
     const auto step = [&timer](int line) { timer.checkPoint("CComponentMgr::loadComponent", line); };
     QLibrary library(componentLibraryPath(name, parentCom));
     step(__LINE__);
-    // The library stays loaded when its QLibrary is destroyed.
+    // The library stays loaded after its QLibrary is destroyed.
     const ComponentFactory factory = library.load() ? componentFactory(library) : nullptr;
     if (factory == nullptr)
         return nullptr;
     step(__LINE__);
-    // A receiver of sigNewComponent can destroy it.
+    // A receiver of sigNewComponent can destroy the component.
     const QPointer<CComponentBase> component = factory();
     step(__LINE__);
     if (component == nullptr)
@@ -161,13 +161,15 @@ void CComponentMgr::unregisterComponent(QObject* component)
         const QVariantMap map = record.toMap();
         if (map.value(kObject).toLongLong() != address)
             continue;
-        // The index was recorded at registration: after earlier removals it can be that of another entry.
+        // The index was recorded at registration, so after earlier removals it can belong to a different
+        // entry.
         const int index = map.value(kIndex).toInt();
         if (index < componentList.size())
             componentList.removeAt(index);
         break;
     }
-    // If another entry was removed, the destroyed component's entry remains. It must not keep the pointer.
+    // If a different entry was removed, the destroyed component's entry remains and must not keep the
+    // pointer.
     for (QVariant& record : componentList) {
         QVariantMap map = record.toMap();
         if (map.value(kObject).toLongLong() == address) {

@@ -10,36 +10,38 @@ class QQmlApplicationEngine;
 
 /// Finds, loads and lists the components of a host.
 ///
-/// A folder's components are named in its `components.ini`, groups COMPONENT1 to COMPONENT99, key `name`.
-/// ComponentLibrary.h describes where their libraries are. A loaded library is never unloaded.
+/// The file `components.ini` of a folder names its components: groups COMPONENT1 to COMPONENT99, key `name`.
+/// ComponentLibrary.h describes the paths of their libraries. A loaded library is never unloaded.
 ///
 /// A component that cannot be loaded is not reported; hostcheck::checkComponent explains why.
 ///
-/// All members run on the application thread.
+/// All members belong to the application thread.
 class CComponentMgr : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QVariantList components READ components NOTIFY sigComponentsChanged)
 
 public:
-    /// @p engine is not owned; null loads components without publishing them to QML.
+    /// @p engine is not owned. With null, components are loaded but not published to QML.
     explicit CComponentMgr(QQmlApplicationEngine* engine = nullptr, QObject* parent = nullptr);
 
-    /// Releases every component and deletes it with deleteLater. Release of a component may wait without
-    /// limit.
+    /// Releases every component and deletes it with deleteLater. Has no timeout: Release of a component can
+    /// wait indefinitely.
     ~CComponentMgr() override;
 
     /// Loads each name as a top-level component, then emits sigComponentsChanged.
     Q_INVOKABLE void loadComponents(QStringList list);
-    /// Walks the tree of `components.ini` files from @p componentName, empty for the application folder. A
-    /// missing file ends that branch without a message; so does a folder that is already being walked.
+    /// Loads the tree of `components.ini` files, starting at @p componentName; an empty name is the
+    /// application folder. A missing file, or a folder that is already being walked, ends that branch
+    /// silently.
     Q_INVOKABLE void loadComponents(QString componentName = QString());
-    /// The component of that name in any letter case, null if none. Owned by the manager.
+    /// The component with that name, compared case-insensitively; null if it is not loaded. Owned by the
+    /// manager.
     Q_INVOKABLE QObject* component(QString name);
-    /// Loads one component, null on any failure.
+    /// Loads one component; null on any failure. Owned by the manager.
     Q_INVOKABLE QObject* loadComponent(QString name, QString parentCom = QString());
 
-    /// One map a component: id, name, resProperty, text, source, component, canLayout.
+    /// One map per component: id, name, resProperty, text, source, component, canLayout.
     QVariantList components() const;
 
 Q_SIGNALS:

@@ -16,7 +16,7 @@ QObject* findRootChild(const QQmlApplicationEngine* engine, const QString& objec
 {
     if (engine == nullptr)
         return nullptr;
-    // rootObjects() is not const although it changes nothing.
+    // rootObjects() does not modify the engine but is not const.
     const QList<QObject*> roots = const_cast<QQmlApplicationEngine*>(engine)->rootObjects();
     if (roots.isEmpty() || roots.first() == nullptr)
         return nullptr;

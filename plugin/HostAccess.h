@@ -11,26 +11,27 @@ class QQmlApplicationEngine;
 class QQmlEngine;
 class QWindow;
 
-/// How the host's objects are found and read. The host is known by names only; nothing that is found is owned
-/// or kept: each use looks it up again. Any thread may call these, and nothing here reports what is missing:
-/// a null object gives an invalid member, an invalid member reads as an invalid QVariant, which is false.
+/// Functions that find and read the host's objects by name. Each call looks the object up again; results are
+/// not owned and must not be stored. Any thread. Missing objects are not reported: a null object gives an
+/// invalid member, and an invalid member reads as an invalid QVariant, which converts to false.
 
-/// The object published in the engine's root context under @p name, null if there is none.
+/// The object published as @p name in the engine's root context; null if missing.
 QObject* contextObject(const QQmlEngine* engine, const QString& name);
 
-/// The first descendant named @p objectName of the engine's first root object, null if there is none.
+/// The first descendant named @p objectName of the engine's first root object; null if missing.
 QObject* findRootChild(const QQmlApplicationEngine* engine, const QString& objectName);
 
-/// The application's main window, null if there is none.
+/// The application's main window; null if missing.
 QWindow* firstTopLevelWindow();
 
-/// The method with that full signature, else the first one, by index, of that bare name.
+/// The method with @p name as its full signature, otherwise the first method, by index, with @p name as its
+/// bare name.
 QMetaMethod findHostMethod(const QObject* object, const QByteArray& name);
 
-/// The property of that name.
+/// The property with that name; invalid if missing.
 QMetaProperty findHostProperty(const QObject* object, const QByteArray& name);
 
-/// Calls a method of the main window that takes and gives one QVariant, under the window rule of HostCall.h.
+/// Calls a method of the main window that takes and returns one QVariant, with ConnectionRule::Window.
 QVariant callWindowMethod(const QByteArray& name, const QVariant& argument);
 
 /// Reads a property of the main window on the calling thread.

@@ -11,22 +11,22 @@
 #include <optional>
 #include <type_traits>
 
-/// Which thread a host method runs on, seen from the caller.
+/// The thread on which a host method runs, relative to the caller.
 enum class ConnectionRule {
     Call,    ///< application thread: automatic; any other: blocking queued
     Window,  ///< application thread: direct; any other: blocking queued
     Direct,  ///< always the caller's thread
-    Blocking ///< always blocking queued; would never return on the application thread
+    Blocking ///< always blocking queued; deadlocks on the application thread
 };
 
-/// The connection type that a rule means on the calling thread.
+/// The connection type of a rule on the calling thread.
 Qt::ConnectionType connectionType(ConnectionRule rule);
 
 /// True on the thread of the application object.
 bool isApplicationThread();
 
-/// A method of a host object, found once and called more than once. Not valid if either is missing, or once
-/// the object has gone.
+/// A method of a host object, looked up once for several calls. Invalid if the object or the method is
+/// missing, and after the object is destroyed.
 class HostMethod
 {
 public:
@@ -34,9 +34,9 @@ public:
 
     bool isValid() const { return !object_.isNull() && method_.isValid(); }
 
-    /// Calls the method with @p arguments under @p rule and gives back its result. With a blocking connection
-    /// it returns after the method has run, and waits for the application thread as long as that takes. Empty
-    /// if the method is not valid or has another signature (see HostSignature.h).
+    /// Calls the method with @p arguments under @p rule and returns its result. A blocking connection returns
+    /// after the method has run, and waits for the application thread without a timeout. Empty if the method
+    /// is invalid or its signature differs (see HostSignature.h).
     template <class Result, class... Arguments>
     std::optional<Result> call(ConnectionRule rule, const Arguments&... arguments) const
     {
@@ -47,7 +47,7 @@ public:
         return result;
     }
 
-    /// As call, for a method whose result is not asked for. True if the call was made.
+    /// As call, but discards the method's result. True if the call was made.
     template <class... Arguments> bool order(ConnectionRule rule, const Arguments&... arguments) const
     {
         return invoke(rule, QGenericReturnArgument(), {argument(arguments)...});
@@ -58,7 +58,7 @@ private:
     {
         int type;
         const void* value;
-        qint64 widened; ///< the value of an integer
+        qint64 widened; ///< value of an integer argument
     };
 
     template <class T> static const char* typeName() { return QMetaType::typeName(qMetaTypeId<T>()); }
@@ -70,8 +70,8 @@ private:
             return {qMetaTypeId<T>(), &value, 0};
     }
 
-    // The one place that crosses threads. QMetaMethod::invoke does not look at the types of arguments: a
-    // method of another signature would read them as something that they are not.
+    // The only function that crosses threads. QMetaMethod::invoke does not check the types of arguments, so a
+    // method with a different signature would misread memory.
     bool invoke(ConnectionRule rule, QGenericReturnArgument result,
                 std::initializer_list<Argument> arguments) const;
 
@@ -79,7 +79,7 @@ private:
     QMetaMethod method_;
 };
 
-/// HostMethod::call on the method that is found under @p name now.
+/// Looks the method up as @p name and calls it once, see HostMethod::call.
 template <class Result, class... Arguments>
 std::optional<Result> callHost(QObject* object, const QByteArray& name, ConnectionRule rule,
                                const Arguments&... arguments)
@@ -87,7 +87,7 @@ std::optional<Result> callHost(QObject* object, const QByteArray& name, Connecti
     return HostMethod(object, name).call<Result>(rule, arguments...);
 }
 
-/// HostMethod::order on the method that is found under @p name now.
+/// Looks the method up as @p name and calls it once, see HostMethod::order.
 template <class... Arguments>
 bool orderHost(QObject* object, const QByteArray& name, ConnectionRule rule, const Arguments&... arguments)
 {

@@ -5,7 +5,7 @@
 
 namespace {
 
-// An integer that is read from a wider one starts at the same address on little-endian systems only.
+// A narrow integer can be read from the address of a wider one on little-endian systems only.
 constexpr bool kCanWiden = Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
 
 bool isWholeNumber(int type)
@@ -28,7 +28,7 @@ bool isWholeNumber(int type)
     }
 }
 
-// A type that the class registers itself when asked: one with Q_DECLARE_METATYPE.
+// The type that the class registers on request; this works for types with Q_DECLARE_METATYPE.
 int registeredByClass(const QMetaMethod& method, int parameter)
 {
     const QMetaObject* meta = method.enclosingMetaObject();
@@ -39,8 +39,8 @@ int registeredByClass(const QMetaMethod& method, int parameter)
     return type < 0 ? int(QMetaType::UnknownType) : type;
 }
 
-// "Class::Name" of an enumeration that the method's class or a base class declares with Q_ENUM, whether the
-// method spells the class or not; empty for anything else. A flag type is a class.
+// "Class::Name" of an enumeration that the method's class or a base class declares with Q_ENUM, even if the
+// method's signature omits the class. Empty for any other type, including a flag type, which is a class.
 QByteArray declaredEnumeration(const QMetaMethod& method, int parameter)
 {
     const QByteArray spelled = method.parameterTypes().at(parameter);

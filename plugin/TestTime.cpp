@@ -22,7 +22,7 @@ int CTestTime::elapsedMs() const
 {
     constexpr int dayMs = 24 * 60 * 60 * 1000;
     const int elapsed = clock_.msecsTo(now_());
-    // The time of day starts again at midnight.
+    // The time of day restarts at midnight.
     return elapsed < 0 ? elapsed + dayMs : elapsed;
 }
 

@@ -3,29 +3,29 @@
 #include <QtCore/QString>
 #include <QtCore/QTime>
 
-/// A small scope timer: each check-point logs its label and the milliseconds since the one before.
+/// A scope timer: each check-point logs its label and the milliseconds since the previous one.
 class CTestTime
 {
 public:
-    /// The channels of the log that a line can go to.
+    /// Log channels.
     enum Level { Debug = 0, Warning = 1, Critical = 2, Info = 4 };
 
-    /// The time of day.
+    /// Returns the time of day.
     using Clock = QTime (*)();
 
-    /// Starts the clock. @p now is read at each check-point.
+    /// Starts the timer. Each check-point reads @p now.
     explicit CTestTime(int level = Debug, Clock now = &QTime::currentTime);
 
-    /// Logs the place "function(line)" with the elapsed milliseconds and restarts the clock. A line that took
-    /// the threshold or longer goes to the level Info.
+    /// Logs "function(line)" with the elapsed milliseconds and restarts the timer. From the threshold on, the
+    /// line is logged at the level Info.
     void checkPoint(const char* function, int line);
 
-    /// Starts the clock anew without a line.
+    /// Restarts the timer without logging.
     void restart();
 
     static constexpr int thresholdMs = 100;
 
-    /// The level that a line of @p level goes to after @p elapsedMs.
+    /// The level at which a line of @p level is logged after @p elapsedMs.
     static int effectiveLevel(int level, int elapsedMs);
 
 private:

@@ -3,16 +3,17 @@
 #include <QtCore/QEvent>
 #include <QtCore/QObject>
 
-/// Annotations for the thread sanitizer. Qt comes from packages and is not instrumented, so the sanitizer does not see the
-/// synchronisation of a queued call, a thread's start and a thread's end. A thread calls release() before it hands data to
-/// another one in such a way, and the other thread calls acquire() afterwards. Both are empty without that sanitizer.
+/// Annotations for the thread sanitizer. Qt comes from packages and is not instrumented, so the sanitizer
+/// cannot detect the synchronisation of a queued call, of a thread's start and of a thread's end. The sending
+/// thread calls release() before such a hand-over, and the receiving thread calls acquire() after it. Without
+/// the sanitizer both functions are empty.
 #if defined(__SANITIZE_THREAD__)
 
 #include <sanitizer/tsan_interface.h>
 
 namespace TsanAnnotations {
 
-// Any address that is the same in every module of the process.
+// The address must be the same in every module of the process.
 inline void* syncObject()
 {
     return const_cast<QMetaObject*>(&QObject::staticMetaObject);
@@ -43,8 +44,8 @@ inline void acquire() {}
 
 namespace TsanAnnotations {
 
-/// Annotates every event of an application, because queued calls arrive as events. @p Application is the application's
-/// class; the constructors are inherited.
+/// Annotates every event of an application, because queued calls arrive as events. @p Application is the
+/// class of the application; its constructors are inherited.
 template <class Application> class Annotated : public Application
 {
 public:
