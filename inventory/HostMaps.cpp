@@ -33,7 +33,7 @@ std::string sizeText(qint64 value)
     return ::sizeText(value, 2, false);
 }
 
-// The host's numbers are not checked against a range, so these wrap round where they overflow.
+// The host's numbers are unchecked and can overflow; unsigned arithmetic wraps without undefined behaviour.
 qint64 difference(qint64 a, qint64 b)
 {
     return static_cast<qint64>(static_cast<quint64>(a) - static_cast<quint64>(b));
@@ -50,7 +50,7 @@ bool startsWithLetter(const QString& driveLetter, char letter)
     return !upper.isEmpty() && letter != '\0' && upper.at(0) == QLatin1Char(letter);
 }
 
-// Values of a partition map that go into the record only together with others.
+// Values of a partition map that fill the record only in combination.
 struct PartitionRead
 {
     PartitionInfo record;
@@ -61,7 +61,7 @@ struct PartitionRead
     int volumeType = 0;
 };
 
-// One key of a host map and where its value goes.
+// A key of a host map and the function that stores its value.
 template <class Target> struct KeyRow
 {
     QString key;
@@ -76,8 +76,8 @@ template <class Target> KeyTable<Target> sortedByKey(KeyTable<Target> table)
     return table;
 }
 
-// Reads what the table names out of the map. Both are in key order, so that one walk does what would else be
-// a search for each key; what is missing keeps its default.
+// Reads the keys of the table from the map. Both are sorted by key, so one pass replaces a search per key.
+// Fields of missing keys keep their defaults.
 template <class Target> void readKeys(const QVariantMap& map, const KeyTable<Target>& table, Target& target)
 {
     auto row = table.begin();
@@ -109,7 +109,7 @@ template <class Target> void readKeys(const QVariantMap& map, const KeyTable<Tar
 const KeyTable<DiskInfo>& diskTable()
 {
     static const KeyTable<DiskInfo> table = sortedByKey<DiskInfo>({
-        UTF8("diskInterface", diskLabel), // the field called label carries the interface text
+        UTF8("diskInterface", diskLabel), // the field named label holds the interface
         NUMBER("diskIndex", diskIndex),
         {QStringLiteral("partitions"),
          [](DiskInfo& r, const QVariant& v) { r.partitionCount = v.toList().size(); }},

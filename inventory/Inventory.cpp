@@ -17,7 +17,7 @@ char upperLetter(char letter)
     return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
 
-// Asks the host about one record, on this thread.
+// Asks the host about one record. Runs the host's method on the calling thread.
 std::optional<bool> askAbout(const HostMethod& method, const QVariantMap& record)
 {
     return method.call<bool>(ConnectionRule::Direct, QVariant(record));
@@ -31,13 +31,13 @@ std::size_t partitionCount(const QVariantList& disks)
     return count;
 }
 
-// The nodes of a QMap are scattered in memory. Walking eight maps in lockstep overlaps their cache misses.
+// QMap nodes are scattered in memory; walking eight maps in lockstep overlaps their cache misses.
 class FetchAhead
 {
 public:
     explicit FetchAhead(const QVariantList& maps) : maps_(maps) {}
 
-    /// Called for each entry in order, before it is read.
+    /// Must be called for each entry in order, before the entry is read.
     void reach(int entry)
     {
         if (entry % kTogether == 0)
@@ -70,7 +70,7 @@ private:
     const QVariantList& maps_;
 };
 
-// The records of one disk's partition list, with the host's answers in them.
+// The records of one disk's partitions, including the host's answers.
 std::vector<PartitionInfo> readPartitions(const QQmlEngine* engine, const QVariantList& partitions)
 {
     const HostMethod isRawPart(contextObject(engine, QStringLiteral("partitionrecovery")), "isRawPart");
@@ -103,7 +103,8 @@ void addPartitions(InventoryRecords& records, std::vector<PartitionInfo> added)
             records.partitionsByLetter[upperLetter(record.driveLetter.front())] = record;
     }
     records.partitionList.insert(records.partitionList.end(), added.begin(), added.end());
-    // The key is the index in the partition's map, not in the disk's, and the earlier of two lists remains.
+    // The key comes from the partition's map, not from the disk's. If two lists have the same key, the first
+    // one is kept.
     if (!added.empty()) {
         const int diskIndex = added.front().diskIndex;
         records.partitionsByDisk.emplace(diskIndex, std::move(added));
@@ -112,8 +113,8 @@ void addPartitions(InventoryRecords& records, std::vector<PartitionInfo> added)
 
 } // namespace
 
-// A QReadLocker that the thread sanitizer sees. The lock prefers a waiting writer to further readers: the writer is
-// the application thread, which a stream of readers must not delay.
+// A QReadLocker that the thread sanitizer recognises. The lock prefers a waiting writer to new readers,
+// because the writer is the application thread, which continuous readers must not delay.
 class Inventory::ReadLock
 {
 public:
@@ -219,7 +220,7 @@ int Inventory::findOneUnallocatedPartition(int diskIndex, std::int64_t size) con
             return position;
         ++position;
     }
-    // There is no value for failure: the host rejects a size that does not fit.
+    // 0 also means failure; the host rejects a size that does not fit.
     return 0;
 }
 

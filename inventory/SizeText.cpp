@@ -17,7 +17,7 @@ int powerOfTen(int exponent)
     return power;
 }
 
-// The number in steps of the last decimal.
+// The number in units of the last decimal place.
 qint32 rounded(double number, int precision)
 {
     return static_cast<qint32>(qRound64(number * powerOfTen(precision)));
@@ -28,8 +28,9 @@ std::string withDecimals(double number, int precision)
     return QByteArray::number(number, 'f', precision).toStdString();
 }
 
-// A number that is rounded already: its digits are at hand, which spares the search for them. Without a digit
-// before the point, or wrapped round below zero, it is searched all the same.
+// Formats an already rounded number from its integer digits, which is faster than formatting a double.
+// Numbers below 1, including negative ones after an overflow, and numbers without decimals still use the
+// double.
 std::string withDecimals(qint32 steps, int precision)
 {
     const int one = powerOfTen(precision);

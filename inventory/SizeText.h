@@ -4,10 +4,10 @@
 
 #include <string>
 
-/// A byte count as text for display. Units are powers of 1024 under the names KB, MB, GB, TB; @p precision is
-/// the number of decimals, which the MB range leaves out unless @p showMegabyteDecimals. Not positive gives
-/// "0 Byte".
+/// A byte count as text for display. The units KB, MB, GB and TB are powers of 1024. @p precision is the
+/// number of decimals; sizes in MB have decimals only with @p showMegabyteDecimals. A value of 0 or less
+/// gives "0 Byte".
 QString formatSizeText(qint64 value, int precision, bool showMegabyteDecimals);
 
-/// The same text for the wire.
+/// The same text as UTF-8 for the wire.
 std::string sizeText(qint64 value, int precision, bool showMegabyteDecimals);

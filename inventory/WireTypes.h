@@ -1,7 +1,8 @@
 #pragma once
 
-// The generated records. Members of the exported class AIBridge use them, so the compiler requires the same visibility as
-// for that class. The version script, not this attribute, decides which symbols the module exports.
+// The generated records. Members of the exported class AIBridge use them, so the compiler requires the same
+// visibility as for that class. The version script, not this attribute, decides which symbols the module
+// exports.
 #if defined(__GNUC__) && !defined(_WIN32)
 #pragma GCC visibility push(default)
 #endif
