@@ -56,7 +56,7 @@ AIBridge::~AIBridge() = default;
 
 QString AIBridge::name() const
 {
-    // The meta-object has the same spelling with every compiler, unlike the run-time type name.
+    // The meta-object's class name is the same with every compiler, unlike the run-time type name.
     return QString::fromLatin1(staticMetaObject.className());
 }
 

@@ -1,4 +1,4 @@
-// The exported members that delegate to a part.
+// Exported members that delegate to a part.
 #include "bridge/AIBridge.h"
 
 #include <QtQml/QQmlApplicationEngine>

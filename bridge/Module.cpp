@@ -2,15 +2,15 @@
 
 #include <new>
 
-/// The factory that a host resolves: a new component on every call, owned by the caller; null if memory is
-/// out.
+/// The factory that a host resolves. Each call creates a component, which the caller owns; null if out of
+/// memory.
 extern "C" Q_DECL_EXPORT AIBridge* getInstance()
 {
     return new (std::nothrow) AIBridge;
 }
 
-// Q_OBJECT declares tr and trUtf8 inline, so no object file holds them unless something takes their
-// addresses. The external linkage keeps the compiler from dropping this array, which nothing reads.
+// Q_OBJECT declares tr and trUtf8 inline, so they are emitted only if their addresses are taken. External
+// linkage prevents the compiler from removing this array, which is never read.
 using Translate = QString (*)(const char*, const char*, int);
 extern const Translate exportedInlineMembers[2];
 QT_WARNING_PUSH
