@@ -74,7 +74,8 @@ void CZorHandle::DisablePreOS(std::string& answer)
     answer = reply(false);
     if (bridge == nullptr || !bridge->pages.isAlreadyPreOS())
         return;
-    // Unlike its mirror, this tool answers before the task is run, and the task does not change the answer.
+    // Unlike InstallAndEnablePreOS, this tool answers before the task runs, and the task does not change the
+    // answer.
     answer = reply(true);
     ResetParams();
     setParam(QStringLiteral("isDisablePreOs"), QVariant(true));

@@ -16,7 +16,7 @@ const QString kDefBoot = QStringLiteral("defBoot");
 const QString kIsDiskItem = QStringLiteral("isDiskItem");
 const QString kIsBoot = QStringLiteral("isBoot");
 
-// The steps of the guide.
+// Steps of the clone guide.
 enum Page { PageSource = 1, PageDestination = 2, PageOptions = 3 };
 
 bool hasDiskIndex(const QVariantMap& record)
@@ -29,7 +29,8 @@ QString missingDiskText(const QVariantMap& record)
     return QStringLiteral("It seems that disk%1 is not exist").arg(record.value(kDiskIndex).toInt());
 }
 
-// What the validation finds out: whether the guide is told, where it opens, and with which complaint.
+// Result of the validation: whether the clone result is emitted, the step that the guide opens at, and the
+// error message.
 struct Verdict
 {
     QString errMsg;
@@ -37,7 +38,7 @@ struct Verdict
     bool queued = false;
 };
 
-// False, with the verdict filled, if the host does not list the record's disk.
+// If the host does not list the record's disk, fills @p verdict and returns false.
 bool isListed(const ToolBridge* bridge, const QVariantMap& record, Verdict& verdict)
 {
     if (hostHasDisk(&bridge->pages, record.value(kDiskIndex).toInt(), SelectForClone))

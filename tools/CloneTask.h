@@ -7,27 +7,28 @@
 
 struct ToolBridge;
 
-/// The kinds of clone, by the numbers that the host knows.
+/// Clone types, by the host's numbers.
 enum CloneType : int { CloneSystemPartition = 0, CloneSystemDisk = 1, CloneDisk = 2, ClonePartition = 3 };
 
-/// Always -1: the tool's own choice stands. The candidate that the records suggest is worked out and dropped.
+/// Always returns -1, so the type in the destination record is used. The type that the records suggest is
+/// computed and discarded.
 int deduceCloneType(const QVariantMap& source, const QVariantMap& destination);
 
-/// Writes the clone type to the host's clone page, on the calling thread, and into @p result. False if the
-/// host has no such page or property.
+/// Writes the clone type to the property of the host's clone page, on the calling thread, and into @p result.
+/// Returns false if the page or the property is missing.
 bool applyCloneType(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
                     QVariantMap& result);
 
-/// Takes both records through the host's validation and, unless the page or a disk is missing, emits
-/// the clone result on the calling thread. @p result carries `defBoot` and gets the rest of the
-/// result map. True if the signal was emitted. Off the application thread it waits for that thread.
+/// Validates both records with the host's clone page and fills @p result, which already holds `defBoot`.
+/// Emits it as the clone result on the calling thread, unless the page or a disk is missing. Returns true if
+/// the signal was emitted. Off the application thread, waits for that thread.
 bool validateCloneTask(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
                        QVariantMap& result);
 
-/// The common tail of the clone tools, from closing the guide to the reply for the agent.
+/// The steps that all clone tools share: close the guide, validate, emit. Returns the reply for the agent.
 std::string runCloneTask(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
                          int selector);
 
-/// The first character of the root directory's path in upper case, which on Windows is the system drive's
-/// letter; "C" for an empty path.
+/// The first character of the root directory's path in upper case, which is the system drive's letter on
+/// Windows; "C" for an empty path.
 QString driveLetterOf(const QString& rootPath);

@@ -1,4 +1,4 @@
-// The clone tools: each turns its arguments into a source and a destination record.
+// The clone tools. Each converts its arguments to a source record and a destination record.
 #include "tools/ZorHandle.h"
 
 #include "tools/CloneTask.h"

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The host's second question about a conversion, null for one without.
+// The host's second check of a conversion; null if it has only one.
 const char* detailQuestion(int funIdx)
 {
     switch (funIdx) {

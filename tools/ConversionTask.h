@@ -5,7 +5,7 @@
 
 struct ToolBridge;
 
-/// The conversions, by the numbers that the host knows.
+/// Conversions, by the host's numbers.
 enum ConversionIndex : int {
     ConvertToGpt = 0,
     ConvertToMbr = 1,
@@ -16,15 +16,17 @@ enum ConversionIndex : int {
     ConvertToExfat = 6
 };
 
-/// Closes the guide, whatever the bridge, and hands the disk's record to the conversion guide. False for a
-/// null bridge. Any thread; off the application thread it waits for the guide to be closed.
+/// Closes the guide, even with a null bridge, and sends the disk's record to the conversion guide. Returns
+/// false for a null bridge. Any thread; off the application thread, waits until the guide is closed.
 bool queueDiskConversion(const ToolBridge* bridge, int funIdx, int diskIndex);
 
-/// Hands the partition's record to the conversion guide; an open guide stays open. False for a null bridge.
+/// Sends the partition's record to the conversion guide; an open guide stays open. Returns false for a null
+/// bridge.
 bool queuePartitionConversion(const ToolBridge* bridge, int funIdx, const QString& letter);
 
-/// Emits the conversion result on the calling thread. False for a null bridge.
+/// Emits the conversion result on the calling thread. Returns false for a null bridge.
 bool emitConvertTask(const ToolBridge* bridge, int funIdx, const QVariantMap& info);
 
-/// What the host's converter thinks of a task; true where it cannot be asked. No tool asks: the guide judges.
+/// Asks the host's converter whether a task is valid; true if the converter is missing. The tools do not call
+/// it, because the conversion guide checks the task.
 bool isConvertTaskValid(const ToolBridge* bridge, const QVariantMap& task);

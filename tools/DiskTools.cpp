@@ -1,4 +1,4 @@
-// Tools of the partition page that are addressed by disk, and those that open one of its pages for a drive.
+// Tools of the partition page that take a disk, and tools that open one of its pages for a drive.
 #include "tools/ZorHandle.h"
 
 #include "platform/Platform.h"
@@ -68,7 +68,7 @@ void CZorHandle::EjectUsb(std::string& answer, const std::string& driveLetter)
 
 void CZorHandle::MigrateSystemDriveData(std::string& answer)
 {
-    // The whole path goes out where other tools send a letter; its first byte passes the letter test.
+    // Sends the whole path where other tools send a letter; its first byte passes the letter check.
     runLetterTask(answer, FunMigrateSystemDriveData,
                   QString::fromLocal8Bit(upperSystemDirectory()).toStdString());
 }

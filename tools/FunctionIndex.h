@@ -1,6 +1,6 @@
 #pragma once
 
-/// The numbers that select a function of the host's partition page. These and no others are ever sent.
+/// Functions of the host's partition page, by the host's numbers. The library sends no other numbers.
 enum FunctionIndex : int {
     FunOpenDiskLayoutEditor = 0,
     FunSmartSpaceAdjustment = 1,

@@ -15,7 +15,7 @@ HostMethod partitionPage(const HostPages& pages)
     return HostMethod(contextObject(pages.engine(), QStringLiteral("partitionmanager")), "doFunFromAI");
 }
 
-// Orders a function of the main object. Once the method is found, the order counts as given.
+// Calls a function of the main object and discards its result. Returns true if the method exists.
 bool startOnMain(const HostPages& pages, const char* method, const QVariantMap& info)
 {
     const HostMethod start(pages.mainObject(), method);
@@ -56,7 +56,7 @@ bool HostPages::isFunValidForAI(int functionIndex, QVariantMap params) const
 void HostPages::doFunFromAI(int functionIndex, const QVariantMap& params) const
 {
     const HostMethod page = partitionPage(*this);
-    // An open guide is closed even when the order cannot be delivered.
+    // An open guide is closed even if the page is missing.
     closeGuide();
     page.order(ConnectionRule::Call, functionIndex, params);
 }
@@ -65,7 +65,7 @@ bool HostPages::doPrFunForAI(bool isPartRecov, QVariantMap info) const
 {
     closeGuide();
     info[QStringLiteral("isPartRecov")] = isPartRecov;
-    // Only an agent's call is checked; on the application thread the user's own action makes the call.
+    // Only an agent's call is checked. A call on the application thread is the user's own action.
     if (isPartRecov && !isApplicationThread()) {
         QObject* recovery = contextObject(engine(), QStringLiteral("partitionrecovery"));
         if (!callHost<bool>(recovery, "isDiskIndexValid", ConnectionRule::Call, QVariant(info))
@@ -85,7 +85,7 @@ bool HostPages::openDiskHealth(int diskIndex) const
 
 bool HostPages::isBmFunValid(const QVariantMap& info) const
 {
-    // The host is asked only about a task that has the key with the value false.
+    // The host checks only tasks whose key isBurn exists and is false.
     if (!info.contains(kIsBurn) || info.value(kIsBurn).toBool())
         return true;
     return callHost<QVariant>(mainObject(), "createBootMediaEnabled", ConnectionRule::Call, QVariant(info))

@@ -50,7 +50,7 @@ QVariantMap findPartitionRecord(const HostPages* pages, const QString& letter, i
                 const QString driveLetter = entry.toMap().value(kDriveLetter).toString();
                 return !driveLetter.isEmpty() && firstUpper(driveLetter) == wanted;
             });
-        // The walk goes on: a match on a later disk overrides this one.
+        // The search continues: a match on a later disk replaces this one.
         if (found != partitions.end())
             result = found->toMap();
     }

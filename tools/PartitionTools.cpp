@@ -1,5 +1,5 @@
-// Tools of the partition page that act on a partition or on unallocated space. The keys are the host's own,
-// which are not always the names of the arguments. Sizes are bytes and go out as they came.
+// Tools of the partition page that act on a partition or on unallocated space. The host defines the keys,
+// which can differ from the names of the arguments. Sizes are in bytes and are sent unchanged.
 #include "tools/ZorHandle.h"
 
 #include "inventory/Inventory.h"
@@ -62,8 +62,8 @@ void CZorHandle::ResizePartition(std::string& answer, const std::string& driveLe
 void CZorHandle::ResizePartitionRelative(std::string& answer, const std::string& driveLetter,
                                          int64_t sizeAdjustment)
 {
-    // An unknown letter has the size 0, so that the adjustment alone goes out; a sum that overflows wraps
-    // round.
+    // The size of an unknown letter is 0, so only the adjustment is sent. Unsigned arithmetic wraps without
+    // undefined behaviour.
     const int64_t size = bridge == nullptr ? 0 : bridge->inventory.getPartitionSize(driveLetter);
     ResizePartition(
         answer, driveLetter,
@@ -138,7 +138,7 @@ void CZorHandle::CreatePartition(std::string& answer, int32_t diskIndex, int64_t
     if (unallocatedIndex == -1 && bridge != nullptr)
         setParam(QStringLiteral("unallocatedIndex"),
                  QVariant(bridge->inventory.findOneUnallocatedPartition(diskIndex, capacity)));
-    // A new partition has no letter yet; any word that begins with one passes the letter test.
+    // A new partition has no letter yet; any word that starts with a letter passes the letter check.
     setParam(kDriveLetter, QVariant(QStringLiteral("dummy")));
     RunDriveTask(answer, FunCreatePartition);
 }
@@ -147,7 +147,7 @@ void CZorHandle::MergePartitions(std::string& answer, const std::string& driveLe
                                  const std::string& driveLetter2)
 {
     ResetParams();
-    // The first keeps the agent's form, only the second is normalised.
+    // Only the second letter is normalised; the host receives the first one unchanged.
     setParam(kDriveLetter, driveLetter1);
     setParam(QStringLiteral("driveLetter2"), QVariant(normalisedLetter(driveLetter2)));
     RunDriveTask(answer, FunMergePartitions);
@@ -173,7 +173,7 @@ void CZorHandle::AllocateSpaceFromPartitionToNewPartition(std::string& answer,
 {
     ResetParams();
     setParam(kDriveLetter, QVariant(normalisedLetter(sourceDriveLetter)));
-    // In the place of a letter this word makes the host create a partition.
+    // With this word instead of a letter, the host creates a partition.
     setParam(kTargetDriveLetter, QVariant(QStringLiteral("CreateNew")));
     setParam(kPartitionCapacity, bytes(partitionCapacity));
     setParam(kFileSystem, fileSystem);

@@ -1,4 +1,4 @@
-// The tools that read the inventory: no host call, no gate.
+// Tools that read the inventory. They do not call the host or check the gate.
 #include "tools/ZorHandle.h"
 
 #include "inventory/Inventory.h"

@@ -1,4 +1,4 @@
-// Recovery, health, BitLocker and the toolbox.
+// Tools for recovery, disk health, BitLocker and the toolbox.
 #include "tools/HostPages.h"
 #include "tools/HostRecords.h"
 #include "tools/Reply.h"
@@ -10,7 +10,7 @@ namespace {
 
 const QString kDiskIndex = QStringLiteral("diskIndex");
 
-// The repair of damaged partitions is switched off; its body stays beside it.
+// Disables the repair of damaged partitions, whose implementation is kept.
 constexpr bool kRepairRawEnabled = false;
 
 QVariantMap diskOf(const ToolBridge* bridge, int32_t diskIndex)
@@ -23,7 +23,7 @@ QVariantMap partitionOf(const ToolBridge* bridge, const std::string& driveLetter
     return findPartitionRecord(pagesOf(bridge), QString::fromStdString(driveLetter), SelectForTask);
 }
 
-// A virtual disk has no surface to test; it is refused before any guide is closed.
+// A virtual disk has no surface to test. It is rejected before any guide is closed.
 bool scanBadSectors(const ToolBridge* bridge, const QVariantMap& record)
 {
     return !record.value(QStringLiteral("isVirtualDisk")).toBool() &&

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The host's question before a function; null for a function without one.
+// The host's check of a function; null if the function has none.
 const char* gateOf(int index)
 {
     switch (index) {
@@ -36,7 +36,7 @@ bool runToolBoxTask(const ToolBridge* bridge, int index, const QVariantMap& info
             return false;
     }
     const HostMethod doToolBox(main, "doToolBox");
-    // Without the method, the result is the gate's.
+    // If the method is missing, the host's check decides.
     if (!doToolBox.isValid())
         return accepted;
     return doToolBox.call<QVariant>(ConnectionRule::Call, QVariant(index), QVariant(info))

@@ -4,11 +4,12 @@
 
 struct ToolBridge;
 
-/// Closes an open guide, then runs a function of the host's toolbox with a disk record, a partition record or an empty
-/// map. True if the host accepted it; false for a null bridge. Any thread; waits for the application thread.
+/// Closes an open guide, then runs a function of the host's toolbox with a disk record, a partition record or
+/// an empty map. Returns true if the host accepted it; false for a null bridge. Any thread; waits for the
+/// application thread.
 bool runToolBoxTask(const ToolBridge* bridge, int index, const QVariantMap& info);
 
-/// The functions of the toolbox, by the host's numbers.
+/// Functions of the toolbox, by the host's numbers.
 enum ToolBoxIndex : int {
     ToolBoxPasswordReset = 1,
     ToolBoxRepairWindowsBoot = 2,

@@ -1,4 +1,5 @@
-// The tool that opens the host's Windows 11 checker; its finding stays there.
+// Opens the host's Windows 11 checker. The checker displays its result to the user; the agent does not
+// receive it.
 #include "tools/ZorHandle.h"
 
 #include "plugin/HostCall.h"

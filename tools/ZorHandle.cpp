@@ -55,7 +55,7 @@ void CZorHandle::RunTask(std::string& answer, int functionIndex)
     if (bridge == nullptr || !bridge->pages.isFunValidForAI(functionIndex, paramsCopy()))
         return;
     answer = reply(true);
-    // Read anew: the order carries the entries of a tool that has overlapped meanwhile.
+    // A new copy: an overlapping tool can have changed the parameters, and the order includes its entries.
     bridge->pages.doFunFromAI(functionIndex, paramsCopy());
 }
 

@@ -15,9 +15,9 @@
 
 struct ToolBridge;
 
-/// The service: one operation for each tool, and the gate. One object serves all connections and the recommendation
-/// actions, so every operation may be called from any thread. Off the application thread, an operation that calls the
-/// host waits for its answer.
+/// The service: one operation per tool, and the gate. One object serves all connections and the
+/// recommendation actions, so every operation can be called on any thread. Off the application thread, an
+/// operation that calls the host waits for its answer.
 ///
 /// Overlapping tools share one parameter map; only the gate keeps tools apart.
 class CZorHandle : public ZORNativePluginNull
@@ -25,8 +25,8 @@ class CZorHandle : public ZORNativePluginNull
 public:
     CZorHandle();
 
-    /// Sets the parts of the component that the tools use. Not owned; exists longer than this object's last call. With
-    /// null, every tool rejects its call.
+    /// Sets the parts of the component that the tools use. They are not owned and must outlive this object's
+    /// last call. With null, every tool rejects its call.
     void setBridge(const ToolBridge* bridge);
 
     bool Init() override;
@@ -136,12 +136,13 @@ protected:
     /// A copy of the current parameter map.
     QVariantMap paramsCopy() const;
 
-    /// Asks the partition page whether it accepts the function and, if so, orders it.
+    /// Asks the partition page whether it accepts the function and, if so, calls the function.
     void RunTask(std::string& answer, int functionIndex);
-    /// As RunTask, but rejects the call first unless the string under `driveLetter` begins with an ASCII letter.
+    /// As RunTask, but first rejects the call unless the value of `driveLetter` begins with an ASCII letter.
     void RunDriveTask(std::string& answer, int functionIndex);
 
-    /// Milliseconds since the last PostProcessing, or since construction. Virtual so that a test can replace the clock.
+    /// Milliseconds since the last PostProcessing or since construction. Virtual so that a test can replace
+    /// the clock.
     virtual qint64 sinceLastCall() const;
 
 private:
@@ -152,11 +153,11 @@ private:
     QVariantMap params;
     const ToolBridge* bridge = nullptr;
     QElapsedTimer lastCallEnd;
-    // Guards each single access to params and lastCallEnd, not a tool as a whole.
+    // Guards each access to params and lastCallEnd, not a whole tool.
     mutable std::mutex guard_;
 };
 
-/// True if @p text begins with an ASCII letter. The rest is ignored.
+/// True if @p text begins with an ASCII letter. The remaining characters are ignored.
 bool isDriveLetterValid(const QString& text);
 
 /// The first character of @p text in upper case; empty for an empty string.
