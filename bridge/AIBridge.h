@@ -68,7 +68,7 @@ Q_SIGNALS:
     /// The agent has called a tool; @p b is true if the host accepted the order. Emitted on a connection
     /// thread.
     void sigAfterCallFun(QString result, bool b);
-    /// Never emitted by the library. It exists because hosts can connect to it.
+    /// Never emitted; it exists because hosts can connect to it.
     void sigClearRecScan();
 
 public:

@@ -24,7 +24,7 @@ class CComponentBase : public QObject
 public:
     explicit CComponentBase(QObject* parent = nullptr);
 
-    /// The name that the user sees; by default the component's own name.
+    /// The name that the user sees; the component's name by default.
     virtual QString displayName() const;
     /// Address of the component's icon.
     virtual QString icon() const;

@@ -84,7 +84,7 @@ private:
 
     std::atomic<bool> stopRequested{false};
 
-    // Scan thread only, once it has started.
+    // Scan thread only after start, except subject_.pages, which is constant.
     ScanSubject subject_;
     QString referralUrl;
     QString referralId;

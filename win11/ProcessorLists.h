@@ -33,7 +33,7 @@ QString normaliseProcessorText(const QString& text);
 bool tokensMatch(const QStringList& nameTokens, const QStringList& lineTokens);
 
 /// The server name for the list program: the application's file name in lower case without ".exe", with
-/// underscores for spaces and dots, and @p suffix.
+/// underscores for spaces and dots, followed by an underscore and @p suffix.
 QString webViewServerName(const QString& suffix);
 
 /// Writes @p script to a temporary file and returns its path, even if writing fails. The file is not deleted;
