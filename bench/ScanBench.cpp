@@ -3,9 +3,9 @@
 #include "bench/Inventories.h"
 #include "bench/Ratios.h"
 
-#include "tests/support/AIBridgeAccess.h"
 #include "bridge/AIBridge.h"
 #include "recscan/ScanCases.h"
+#include "tests/support/AIBridgeAccess.h"
 
 #include <array>
 #include <chrono>

@@ -4,8 +4,8 @@
 #include "bench/Ratios.h"
 #include "bench/WireService.h"
 
-#include "tests/support/AIBridgeAccess.h"
 #include "bridge/AIBridge.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tools/ZorHandle.h"
 
 #include <benchmark/benchmark.h>

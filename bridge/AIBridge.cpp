@@ -47,10 +47,7 @@ private:
     AIBridge& bridge_;
 };
 
-AIBridge::AIBridge()
-    : events_(std::make_unique<Events>(*this)), toolBridge_{inventory_, pages_, *events_}
-{
-}
+AIBridge::AIBridge() : events_(std::make_unique<Events>(*this)), toolBridge_{inventory_, pages_, *events_} {}
 
 AIBridge::~AIBridge() = default;
 

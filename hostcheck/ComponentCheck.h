@@ -11,10 +11,10 @@ namespace hostcheck {
 
 /// The step of the loading that fails.
 enum class LoadStep {
-    Complete, ///< every step succeeds
-    FindFile, ///< the library's file is missing
-    LoadFile, ///< the system's loader rejects the file: a library that it needs is missing, or the file is
-              ///< not a library for this system
+    Complete,    ///< every step succeeds
+    FindFile,    ///< the library's file is missing
+    LoadFile,    ///< the system's loader rejects the file: a library that it needs is missing, or the file is
+                 ///< not a library for this system
     FindFactory, ///< the library does not export `getInstance`
     CallFactory  ///< `getInstance` returns null
 };

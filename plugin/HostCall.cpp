@@ -1,7 +1,7 @@
 #include "plugin/HostCall.h"
 
-#include "plugin/TsanAnnotations.h"
 #include "plugin/HostSignature.h"
+#include "plugin/TsanAnnotations.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QThread>

@@ -18,7 +18,8 @@ const std::map<QByteArray, Action>& referralActions()
     static const std::map<QByteArray, Action> actions = {
         {"align_disk_to_4k", [](ZORNativePluginIf& t, std::string& a) { t.AlignDiskTo4k(a, -1); }},
         {"burn_windows_iso", [](ZORNativePluginIf& t, std::string& a) { t.CreateWindowsInstallerMedia(a); }},
-        {"create_windows_pe_image", [](ZORNativePluginIf& t, std::string& a) { t.CreateBootableUsbByDisk(a, -1); }},
+        {"create_windows_pe_image",
+         [](ZORNativePluginIf& t, std::string& a) { t.CreateBootableUsbByDisk(a, -1); }},
         {"get_bitlocker_recovery_key",
          [](ZORNativePluginIf& t, std::string& a) { t.RetrieveBitLockerRecoveryKey(a, std::string()); }},
         {"password_reset", [](ZORNativePluginIf& t, std::string& a) { t.PasswordReset(a); }},
@@ -43,12 +44,14 @@ const std::map<QByteArray, Action>& referralActions()
         {"clone_disk", [](ZORNativePluginIf& t, std::string& a) { t.CloneDiskToDisk(a, -1, -1); }},
         {"clone_os_data", [](ZORNativePluginIf& t, std::string& a) { t.CloneOSDataFromDisk(a, -1, -1); }},
         {"clone_partition",
-         [](ZORNativePluginIf& t, std::string& a) { t.ClonePartitionToPartition(a, std::string(), std::string()); }},
+         [](ZORNativePluginIf& t,
+            std::string& a) { t.ClonePartitionToPartition(a, std::string(), std::string()); }},
         {"convert_disk_to_gpt", [](ZORNativePluginIf& t, std::string& a) { t.ConvertDiskToGpt(a, -1); }},
         {"enable_secure_boot", [](ZORNativePluginIf& t, std::string& a) { t.ConvertDiskToGpt(a, -1); }},
         {"convert_disk_to_mbr", [](ZORNativePluginIf& t, std::string& a) { t.ConvertDiskToMbr(a, -1); }},
         {"convert_disk_to_basic", [](ZORNativePluginIf& t, std::string& a) { t.ConvertDiskToBasic(a, -1); }},
-        {"convert_disk_to_dynamic", [](ZORNativePluginIf& t, std::string& a) { t.ConvertDiskToDynamic(a, -1); }}};
+        {"convert_disk_to_dynamic",
+         [](ZORNativePluginIf& t, std::string& a) { t.ConvertDiskToDynamic(a, -1); }}};
     return actions;
 }
 

@@ -97,7 +97,8 @@ void AIFuncallThread::buildServer(const QString& address, int port)
 }
 
 std::unique_ptr<thrift::server::TThreadedServer>
-AIFuncallThread::makeServer(const std::shared_ptr<ZORNativePluginIf>& tools, const std::string& address, int port)
+AIFuncallThread::makeServer(const std::shared_ptr<ZORNativePluginIf>& tools, const std::string& address,
+                            int port)
 {
     return makeToolServer(tools, address, port);
 }

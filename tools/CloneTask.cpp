@@ -61,7 +61,8 @@ Verdict judge(const ToolBridge* bridge, const QVariantMap& source, const QVarian
     Verdict verdict;
     if (bridge->pages.engine() == nullptr || !applyCloneType(bridge, source, destination, result))
         return verdict;
-    const HostMethod invalidInfo(contextObject(bridge->pages.engine(), QStringLiteral("clone")), "invalidInfo");
+    const HostMethod invalidInfo(contextObject(bridge->pages.engine(), QStringLiteral("clone")),
+                                 "invalidInfo");
     if (!invalidInfo.isValid())
         return verdict;
     verdict.queued = true;
@@ -98,7 +99,8 @@ int deduceCloneType(const QVariantMap& source, const QVariantMap& destination)
 bool applyCloneType(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
                     QVariantMap& result)
 {
-    QObject* clone = bridge == nullptr ? nullptr : contextObject(bridge->pages.engine(), QStringLiteral("clone"));
+    QObject* clone =
+        bridge == nullptr ? nullptr : contextObject(bridge->pages.engine(), QStringLiteral("clone"));
     const QMetaProperty property = findHostProperty(clone, "cloneType");
     if (clone == nullptr || !property.isValid())
         return false;

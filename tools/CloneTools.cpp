@@ -39,7 +39,8 @@ QString driveLetterOf(const QString& rootPath)
 
 void CZorHandle::CloneOSDataFromCurrent(std::string& answer, int32_t targetDiskIndex)
 {
-    const QVariantMap source = findPartitionRecord(pagesOf(bridge), driveLetterOf(QDir::rootPath()), SelectForClone);
+    const QVariantMap source =
+        findPartitionRecord(pagesOf(bridge), driveLetterOf(QDir::rootPath()), SelectForClone);
     answer = runCloneTask(bridge, source, withType(disk(bridge, targetDiskIndex), CloneSystemPartition),
                           SelectNone);
 }
@@ -80,8 +81,8 @@ void CZorHandle::ClonePartitionToDisk(std::string& answer, const std::string& so
 {
     const QVariantMap source = partition(bridge, sourceDriveLetter);
     const QVariantMap target = disk(bridge, destDiskIndex);
-    const QVariantMap destination = isBoot(source)
-                                        ? withType(target, CloneSystemPartition)
-                                        : withType(pickTargetPartition(pagesOf(bridge), target), ClonePartition);
+    const QVariantMap destination =
+        isBoot(source) ? withType(target, CloneSystemPartition)
+                       : withType(pickTargetPartition(pagesOf(bridge), target), ClonePartition);
     answer = runCloneTask(bridge, source, destination, SelectNone);
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "tools/ZorHandle.h"
 #include "tests/faults/Fault.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RecordingHost.h"
+#include "tools/ZorHandle.h"
 
 #include <functional>
 #include <memory>

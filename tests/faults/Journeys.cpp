@@ -1,5 +1,5 @@
-#include "tests/support/AIBridgeAccess.h"
 #include "tests/faults/Journeys.h"
+#include "tests/support/AIBridgeAccess.h"
 
 #include "plugin/ComponentMgr.h"
 #include "recscan/RecScanThread.h"
@@ -97,7 +97,8 @@ void startService(AIBridge* bridge)
     const ReservedPort port;
     const FakeNetstat netstat(FakeNetstat::printing(listingThatLeadsTo(port.number())));
     bridge->init();
-    ASSERT_TRUE(pumpUntil([bridge] { return AIBridgeAccess::serverThread(*bridge)->toolHandler() != nullptr; }));
+    ASSERT_TRUE(
+        pumpUntil([bridge] { return AIBridgeAccess::serverThread(*bridge)->toolHandler() != nullptr; }));
 }
 
 QVariantMap scan(AIBridge* bridge)

@@ -1,13 +1,13 @@
 // QML pages in which every function and every binding of a property throws.
 #include "bridge/AIBridge.h"
-#include "tools/ZorHandle.h"
-#include "tests/support/AIBridgeAccess.h"
 #include "tests/faults/Calls.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Answers.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/Threads.h"
 #include "tests/tools/ToolRow.h"
+#include "tools/ZorHandle.h"
 
 #include <QtQml/QQmlApplicationEngine>
 #include <QtQml/QQmlContext>

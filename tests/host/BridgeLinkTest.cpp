@@ -1,12 +1,12 @@
 // The host's connection to the component: inventory, guides and recommendations. The component is real,
 // without its service.
-#include "host/objects/Scene.h"
 #include "bridge/AIBridge.h"
-#include "tools/ZorHandle.h"
-#include "tests/support/AIBridgeAccess.h"
+#include "host/objects/Scene.h"
 #include "tests/host/MachineText.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,13 @@
 // The transcript: lines, threads, and the events of calls, tasks and guides.
 #include "host/objects/Transcript.h"
-#include "host/objects/Scene.h"
 #include "bridge/AIBridge.h"
+#include "host/objects/Scene.h"
 #include "plugin/HostCall.h"
-#include "tools/ZorHandle.h"
-#include "tests/support/AIBridgeAccess.h"
 #include "tests/host/MachineText.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "bridge/AIBridge.h"
 #include "host/objects/Scene.h"
 #include "host/objects/WindowObjects.h"
-#include "bridge/AIBridge.h"
 
 #include <QtCore/QStringList>
 #include <QtQuick/QQuickItem>

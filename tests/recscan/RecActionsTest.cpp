@@ -1,12 +1,12 @@
 // Answers to recommendations: the state that they save, and the tool that each one calls.
 #include "tests/recscan/ScanFixture.h"
 
-#include "recscan/RecAction.h"
 #include "recscan/ActionIndex.h"
+#include "recscan/RecAction.h"
 #include "recscan/RecScanThread.h"
-#include "tools/ZorHandle.h"
 #include "tests/recscan/ReferralService.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>

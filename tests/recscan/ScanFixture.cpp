@@ -1,5 +1,5 @@
-#include "tests/support/AIBridgeAccess.h"
 #include "tests/recscan/ScanFixture.h"
+#include "tests/support/AIBridgeAccess.h"
 
 #include "recscan/RecScanThread.h"
 #include "service/AIFuncallThread.h"

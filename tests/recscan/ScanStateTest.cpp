@@ -4,9 +4,9 @@
 
 #include "recscan/RecScanThread.h"
 #include "recscan/ScanStateFile.h"
-#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>

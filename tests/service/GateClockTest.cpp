@@ -1,8 +1,8 @@
 // The gate on the real clock: the construction of the handler and each PostProcessing start the pause.
-#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QElapsedTimer>
 

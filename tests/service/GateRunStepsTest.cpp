@@ -1,8 +1,8 @@
 // The two run steps of the partition page's tools, and their parameter map.
-#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // The gate around a tool call: its two rejections and their order, the pause, its calls to the host, and the
 // recognition of a queued task.
-#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/DebugLines.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QRegularExpression>

@@ -1,11 +1,11 @@
 // Malformed messages. Each may end its own connection and must not affect anything else.
 #include "service/ToolServer.h"
-#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/ServiceRunner.h"
+#include "tools/ZorHandle.h"
 
 #include <thrift/server/TThreadedServer.h>
 #include <thrift/transport/TVirtualTransport.h>

@@ -2,7 +2,6 @@
 #include "service/ConnectionSocket.h"
 #include "service/ServerSocket.h"
 #include "service/ToolServer.h"
-#include "tools/ZorHandle.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Answers.h"
 #include "tests/support/BackgroundWork.h"
@@ -14,6 +13,7 @@
 #include "tests/support/RecordingHost.h"
 #include "tests/support/ServiceRunner.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <thrift/protocol/TBinaryProtocol.h>
 #include <thrift/server/TThreadedServer.h>
@@ -505,7 +505,10 @@ private:
 class ThreadOnThrowingSocket : public AIFuncallThread
 {
 public:
-    ThreadOnThrowingSocket(AIBridge* bridge, ThrowingSocket::At at) : AIFuncallThread(bridge, AIBridgeAccess::makeHandler(bridge)), at_(at) {}
+    ThreadOnThrowingSocket(AIBridge* bridge, ThrowingSocket::At at)
+        : AIFuncallThread(bridge, AIBridgeAccess::makeHandler(bridge)), at_(at)
+    {
+    }
 
 protected:
     std::unique_ptr<apache::thrift::server::TThreadedServer>

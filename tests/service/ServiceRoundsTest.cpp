@@ -1,11 +1,11 @@
 // Repeated init and Release on one component: each round behaves like the first.
-#include "tools/ZorHandle.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/ServiceRunner.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QPointer>
 

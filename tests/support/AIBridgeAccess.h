@@ -6,8 +6,8 @@
 
 #include <memory>
 
-/// Private members of the component. Release belongs to the component manager; the rest are the component's parts. Each
-/// function accepts a null pointer if its result can be null.
+/// Private members of the component. Release belongs to the component manager; the rest are the component's
+/// parts. Each function accepts a null pointer if its result can be null.
 class AIBridgeAccess
 {
 public:

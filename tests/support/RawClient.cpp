@@ -37,8 +37,8 @@ void RawClient::sendByteByByte(const std::string& bytes)
 
 std::string RawClient::take(std::size_t count)
 {
-    // Read in pieces: allocating and clearing the buffer of a long reply in one go can take longer on a loaded
-    // machine than a stopping server waits for a client that reads nothing.
+    // Read in pieces: allocating and clearing the buffer of a long reply in one go can take longer on a
+    // loaded machine than a stopping server waits for a client that reads nothing.
     constexpr std::size_t piece = 256 * 1024;
     std::string bytes;
     bytes.reserve(count);

@@ -1,7 +1,7 @@
 #include "tests/support/ServiceRunner.h"
 
-#include "tests/support/AIBridgeAccess.h"
 #include "bridge/AIBridge.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/PortLock.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/Threads.h"

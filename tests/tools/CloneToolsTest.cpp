@@ -275,7 +275,8 @@ TEST_F(Clone, ARefusedValidation_StillFillsTheResult)
     bench.host().without("clone");
     bench.build();
     QVariantMap result{{"defBoot", QVariantMap()}};
-    EXPECT_FALSE(validateCloneTask(bench.host().toolBridge(), {{"diskIndex", 0}}, {{"diskIndex", 1}}, result));
+    EXPECT_FALSE(
+        validateCloneTask(bench.host().toolBridge(), {{"diskIndex", 0}}, {{"diskIndex", 1}}, result));
     EXPECT_EQ(typed(result),
               "map{defBoot=map{},destination=map{diskIndex=int:1},errMsg=QString:\"\",goToPageIndex=int:1,"
               "source=map{diskIndex=int:0}}");

@@ -75,7 +75,8 @@ protected:
     bool valid(const QVariant& funIdx)
     {
         bool answer = false;
-        bench.onConnectionThread([&] { answer = isConvertTaskValid(bench.host().toolBridge(), task(funIdx)); });
+        bench.onConnectionThread(
+            [&] { answer = isConvertTaskValid(bench.host().toolBridge(), task(funIdx)); });
         return answer;
     }
 };

@@ -1,8 +1,8 @@
 // Calls of the partition page: the question, the order, and a missing page.
-#include "tools/ZorHandle.h"
 #include "tests/support/Answers.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QCoreApplication>
 

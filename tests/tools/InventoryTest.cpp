@@ -1,6 +1,6 @@
 // The inventory as a whole: its four lists, the letters and the lookups.
-#include "tests/support/AIBridgeAccess.h"
 #include "bridge/AIBridge.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tools/ZorHandle.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // A refill with concurrent readers: each answer comes completely from one refill.
-#include "tools/ZorHandle.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/RecordingHost.h"
+#include "tools/ZorHandle.h"
 
 #include <gtest/gtest.h>
 

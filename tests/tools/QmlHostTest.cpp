@@ -3,11 +3,11 @@
 #include "bridge/AIBridge.h"
 #include "plugin/HostAccess.h"
 #include "plugin/HostCall.h"
-#include "tools/ZorHandle.h"
 #include "telemetry/Telemetry.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Answers.h"
 #include "tests/support/Threads.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QWindow>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/ZorHandle.h"
 #include "tests/support/RecordingHost.h"
+#include "tools/ZorHandle.h"
 
 #include <QtCore/QStringList>
 

@@ -41,8 +41,8 @@ void ReferralRegistry::set(const QByteArray& name, const QByteArray& text, const
 {
     const std::string path = below.isEmpty() ? kKey : kKey + ("\\" + below.toStdString());
     HKEY key = nullptr;
-    if (RegCreateKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_SET_VALUE, nullptr,
-                        &key, nullptr) != ERROR_SUCCESS ||
+    if (RegCreateKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_SET_VALUE,
+                        nullptr, &key, nullptr) != ERROR_SUCCESS ||
         RegSetValueExA(key, name.constData(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.constData()),
                        static_cast<DWORD>(text.size() + 1)) != ERROR_SUCCESS)
         throw std::runtime_error("cannot write the registry");

@@ -106,8 +106,8 @@ std::string launcher(const std::string& program, const std::string& folder, int 
         call += ' ' + quoted(utf8(arguments[i]));
     const std::string unixNames = "s|\\b\\([CZ]\\):/|'\"$WINEPREFIX\"'/dosdevices/\\L\\1:/|g";
     return "export at=" + quoted(folder) + " STAND_IN_PROCESS=" + std::to_string(GetCurrentProcessId()) +
-           "\nprintf '%s' " + quoted(kReader) + " >\"$at/script\"\nsed '" +
-           unixNames + "' " + quoted(program + ".sh") + " >>\"$at/script\"\n" + call +
+           "\nprintf '%s' " + quoted(kReader) + " >\"$at/script\"\nsed '" + unixNames + "' " +
+           quoted(program + ".sh") + " >>\"$at/script\"\n" + call +
            " >\"$at/out\" 2>\"$at/err\"\necho $? >\"$at/part\"\nmv \"$at/part\" \"$at/code\"\n";
 }
 
