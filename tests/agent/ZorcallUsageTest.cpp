@@ -56,7 +56,7 @@ struct UsageError
     const char* name;
     QStringList arguments;
     const char* nativePort; ///< value of AGENT_NATIVE_PORT, unset if empty
-    const char* message;    ///< "..." at its end stands for further suggestions of names
+    const char* message;    ///< a final "..." matches further suggested names
 };
 
 void PrintTo(const UsageError& row, std::ostream* out)

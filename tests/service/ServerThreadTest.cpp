@@ -8,10 +8,10 @@
 #include "tests/support/DebugLines.h"
 #include "tests/support/HandlerServer.h"
 #include "tests/support/Median.h"
-#include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/ServiceRunner.h"
+#include "tests/support/SettledFigures.h"
 #include "tests/support/Threads.h"
 #include "tools/ZorHandle.h"
 
@@ -113,14 +113,7 @@ TEST(ServerThread, ConsecutiveClients_AreServedWithoutLeaks)
     const ProcessFigures before = ProcessFigures::now();
     for (int i = 0; i < 300; ++i)
         RawClient(service.port()).ask(kInit);
-    // The threads of the last connections end a little later than their clients.
-    ProcessFigures after;
-    pumpUntil([&] {
-        after = ProcessFigures::now();
-        return after.fileDescriptors <= before.fileDescriptors && after.threads <= before.threads;
-    });
-    EXPECT_LE(after.fileDescriptors, before.fileDescriptors);
-    EXPECT_LE(after.threads, before.threads);
+    expectSettled(before);
 }
 
 TEST(ServerThread, AfterStart_ThreadRunsAndHasAHandler)

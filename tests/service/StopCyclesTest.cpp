@@ -3,10 +3,10 @@
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/BackgroundWork.h"
 #include "tests/support/Median.h"
-#include "tests/support/ProcessFigures.h"
 #include "tests/support/RawClient.h"
 #include "tests/support/RecordingHost.h"
 #include "tests/support/ServiceRunner.h"
+#include "tests/support/SettledFigures.h"
 
 #include <QtCore/QElapsedTimer>
 
@@ -40,14 +40,7 @@ template <class Cycle> void runCycles(int count, Cycle cycle)
             before = ProcessFigures::now();
         ASSERT_NO_FATAL_FAILURE(cycle(round)) << round;
     }
-    ProcessFigures after;
-    // The system counts a finished thread for a moment.
-    pumpUntil([&] {
-        after = ProcessFigures::now();
-        return after.fileDescriptors <= before.fileDescriptors && after.threads <= before.threads;
-    });
-    EXPECT_LE(after.fileDescriptors, before.fileDescriptors);
-    EXPECT_LE(after.threads, before.threads);
+    const ProcessFigures after = expectSettled(before);
     if (kMemoryIsOurs) {
         EXPECT_LT(after.peakKilobytes - before.peakKilobytes, 32 * 1024);
     }

@@ -99,7 +99,7 @@ export class HostConnection {
     }
 
     /**
-     * The first bytes identify the protocol. The reader would wait for ever for the rest of another one.
+     * The first bytes identify the protocol. With another protocol, the reader would never complete a message.
      * @param {Buffer} bytes
      */
     checkProtocol(bytes) {
