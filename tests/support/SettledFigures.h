@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-/// Expects that file descriptors and threads return to @p before, and gives the final figures. It waits, because the system
-/// counts a finished thread for a moment and a connection's thread ends after its client.
+/// Expects that file descriptors and threads return to @p before, and gives the final figures. It waits,
+/// because the system counts a finished thread for a moment and a connection's thread ends after its client.
 inline ProcessFigures expectSettled(const ProcessFigures& before)
 {
     ProcessFigures after;
