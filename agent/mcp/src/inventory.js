@@ -1,4 +1,4 @@
-import { fromWire, isDiskIndex, isDriveLetter } from './wire.js';
+import { fromWire } from './wire.js';
 
 /** @import { CallScope, PlainRecord, Table, Tool } from './types.js' */
 /** @import { Host } from './host.js' */
@@ -35,7 +35,7 @@ export async function factsAbout(host, table, tool, args, scope) {
     return {
         disks,
         partitions,
-        namedDisks: tool.args.filter(isDiskIndex).map(({ name }) => {
+        namedDisks: tool.args.filter((arg) => arg.role === 'disk').map(({ name }) => {
             const index = Number(args[name]);
             return {
                 arg: name,
@@ -43,9 +43,8 @@ export async function factsAbout(host, table, tool, args, scope) {
                 disk: disks.find((/** @type {PlainRecord} */ d) => d.diskIndex === index),
             };
         }),
-        // A new letter does not identify an existing partition.
         namedDrives: tool.args
-            .filter((arg) => isDriveLetter(arg) && arg.name !== 'newDriveLetter')
+            .filter((arg) => arg.role === 'drive')
             .map(({ name }) => {
                 const letter = String(args[name]).slice(0, 1).toUpperCase();
                 return { arg: name, letter, partition: partitionOf(partitions, letter) };

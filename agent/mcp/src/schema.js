@@ -17,7 +17,7 @@ const inputTypes = { ...outputTypes, i64: { type: ['integer', 'string'] } };
 export function inputSchema(tool) {
     /** @type {Record<string, any>} */
     const properties = {};
-    for (const arg of tool.args) properties[arg.name] = described(inputTypes[simple(arg.type)], arg.about);
+    for (const arg of tool.args) properties[arg.name] = { ...inputTypes[simple(arg.type)], description: arg.about };
     return {
         type: 'object',
         properties,
@@ -71,14 +71,6 @@ function simple(type) {
     if (typeof type !== 'string') throw new Error('The arguments of a tool must have simple types.');
     return type;
 }
-
-/**
- * The schema with its description, unless that only repeats the argument's name (driveLetter, diskIndex).
- * @param {any} schema
- * @param {string} description
- */
-const described = (schema, description) =>
-    /^(Drive letter\.|Disk number\.|)$/.test(description) ? schema : { ...schema, description };
 
 /** @param {Tool} tool */
 export function annotations(tool) {

@@ -1,13 +1,13 @@
 import { readFileSync } from 'node:fs';
 
-/** @import { Field, Table, Tool, WireType } from './types.js' */
+/** @import { Argument, Field, Table, Tool, WireType } from './types.js' */
 
 /** @param {string} path */
 const readJson = (path) => JSON.parse(readFileSync(new URL(path, import.meta.url), 'utf8'));
 
 /**
  * The table of the tools: the Thrift compiler's JSON of the interface file (names, arguments, comments) joined with
- * tools.json (title, group, class). Throws if the two contain different tools.
+ * tools.json (title, group, class, the facts about each argument). Comments are shown and never interpreted. Throws if the two contain different tools.
  * @returns {Table}
  */
 export function loadTable() {
@@ -27,11 +27,8 @@ export function joinTable(api, own) {
         acting.map((/** @type {any} */ f) => f.name),
         Object.keys(own.tools),
     );
-    const phrases = own.commonPhrases.map((/** @type {string} */ phrase) =>
-        withConstants(phrase, api.constants),
-    );
     return {
-        tools: acting.map((/** @type {any} */ f) => tool(f, own, phrases)),
+        tools: acting.map((/** @type {any} */ f) => tool(f, own)),
         groups: own.groups,
         records: Object.fromEntries(api.structs.map((/** @type {any} */ s) => [s.name, s.fields.map(field)])),
         methods,
@@ -51,13 +48,8 @@ function requireSameTools(methods, described) {
         );
 }
 
-/**
- * @param {any} f
- * @param {any} own
- * @param {string[]} phrases those of own.commonPhrases
- * @returns {Tool}
- */
-function tool(f, own, phrases) {
+/** @param {any} f @param {any} own @returns {Tool} */
+function tool(f, own) {
     const details = own.tools[f.name];
     if (!own.groups[details.group]) throw new Error(`${f.name} has the unknown group ${details.group}.`);
     return {
@@ -66,21 +58,18 @@ function tool(f, own, phrases) {
         group: details.group,
         class: details.class,
         repeatable: Boolean(details.repeatable),
-        about: withoutCommonPhrases(f.doc, phrases),
-        args: f.arguments
-            .map(field)
-            .map((/** @type {Field} */ a) => ({ ...a, about: withoutCommonPhrases(a.about, phrases) })),
+        about: oneLine(f.doc),
+        args: f.arguments.map((/** @type {any} */ a) => argument(a, own, details)),
         result: wireType(f.returnTypeId, f.returnType),
     };
 }
 
-/**
- * The phrase with each {NAME} replaced by the value of that constant of the interface.
- * @param {string} phrase
- * @param {Array<{ name: string, value: string }>} constants
- */
-export const withConstants = (phrase, constants) =>
-    constants.reduce((text, { name, value }) => text.replaceAll(`{${name}}`, value), phrase);
+/** @param {any} a @param {any} own @param {any} details those of its tool @returns {Argument} */
+function argument(a, own, details) {
+    const facts = own.arguments[a.name];
+    if (!facts) throw new Error(`tools.json does not describe the argument ${a.name}.`);
+    return { ...field(a), ...facts, ...details.arguments?.[a.name] };
+}
 
 /** @param {any} f @returns {Field} */
 const field = (f) => ({ name: f.name, type: wireType(f.typeId, f.type), about: oneLine(f.doc) });
@@ -95,15 +84,3 @@ function wireType(id, detail) {
 
 /** @param {string | undefined} text */
 const oneLine = (text) => (text ?? '').split(/\s+/).join(' ').trim();
-
-/**
- * A comment without the phrases that the server's instructions contain, and without the value of a missing argument,
- * because the gateway requires all arguments.
- * @param {string} text
- * @param {string[]} phrases
- */
-function withoutCommonPhrases(text, phrases) {
-    let short = oneLine(text).replace(/ ?Absent: [^.]*\./, '');
-    for (const phrase of phrases) short = short.replace(phrase, '');
-    return oneLine(short).replace(/ ([.;,])/g, '$1');
-}

@@ -8,6 +8,33 @@ export interface Field {
     about: string;
 }
 
+/** The kind of value that an argument takes. */
+export type Role =
+    | 'drive'
+    | 'newLetter'
+    | 'disk'
+    | 'region'
+    | 'size'
+    | 'clusterSize'
+    | 'fileSystem'
+    | 'label'
+    | 'switch'
+    | 'passes'
+    | 'count'
+    | 'style';
+
+/** An argument of a tool, with the facts of tools.json. */
+export interface Argument extends Field {
+    role: Role;
+    unit?: 'bytes';
+    minimum?: number;
+    /** The value that leaves the choice to the host. */
+    automatic?: number;
+    /** The only accepted values. */
+    values?: string[];
+    mayBeEmpty?: boolean;
+}
+
 /** The permission that a tool needs: read the inventory, open a page, change data, destroy data. */
 export type ToolClass = 'reads' | 'opens' | 'changes' | 'destroys';
 
@@ -19,7 +46,7 @@ export interface Tool {
     /** A repeated call with the same arguments has no further effect. */
     repeatable: boolean;
     about: string;
-    args: Field[];
+    args: Argument[];
     result: WireType;
 }
 

@@ -2,7 +2,7 @@ import Int64 from 'node-int64';
 import { HostError } from './errors.js';
 import { listName } from './schema.js';
 
-/** @import { Field, Plain, PlainRecord, Table, Tool, WireType } from './types.js' */
+/** @import { Argument, Plain, PlainRecord, Table, Tool, WireType } from './types.js' */
 
 const I32 = [-(2n ** 31n), 2n ** 31n - 1n];
 const I64 = [-(2n ** 63n), 2n ** 63n - 1n];
@@ -18,7 +18,7 @@ export function toWire(tool, given) {
     return tool.args.map((arg) => valueToWire(tool, arg, given[arg.name]));
 }
 
-/** @param {Tool} tool @param {Field} arg @param {unknown} value */
+/** @param {Tool} tool @param {Argument} arg @param {unknown} value */
 function valueToWire(tool, arg, value) {
     if (value === undefined || value === null) throw invalid(tool, `${arg.name} is missing`);
     switch (arg.type) {
@@ -31,32 +31,25 @@ function valueToWire(tool, arg, value) {
             return toInt64(integer(tool, arg, value, I64));
         default:
             if (typeof value !== 'string') throw invalid(tool, `${arg.name} must be a string`);
-            return isDriveLetter(arg) ? driveLetter(tool, arg, value) : value;
+            return arg.role === 'drive' || arg.role === 'newLetter' ? driveLetter(tool, arg, value) : value;
     }
 }
-
-/** @param {Field} arg */
-export const isDriveLetter = (arg) => arg.type === 'string' && /driveLetter\d?$/i.test(arg.name);
-
-/** @param {Field} arg */
-export const isDiskIndex = (arg) => arg.type === 'i32' && /diskIndex$/i.test(arg.name);
 
 /**
  * The service reads only the first byte, so "Data" would select drive D. Only a single letter is accepted.
  * @param {Tool} tool
- * @param {Field} arg
+ * @param {Argument} arg
  * @param {string} value
  */
 function driveLetter(tool, arg, value) {
-    const mayBeEmpty = /may be empty/i.test(arg.about);
-    if (/^[A-Za-z](:\\?)?$/.test(value) || (mayBeEmpty && value === '')) return value;
+    if (/^[A-Za-z](:\\?)?$/.test(value) || (arg.mayBeEmpty && value === '')) return value;
     throw invalid(
         tool,
-        `${arg.name} must be one letter, such as "E" or "E:"${mayBeEmpty ? ', or empty' : ''}, but is "${value}"`,
+        `${arg.name} must be one letter, such as "E" or "E:"${arg.mayBeEmpty ? ', or empty' : ''}, but is "${value}"`,
     );
 }
 
-/** @param {Tool} tool @param {Field} arg @param {unknown} value @param {bigint[]} range */
+/** @param {Tool} tool @param {Argument} arg @param {unknown} value @param {bigint[]} range */
 function integer(tool, arg, value, [min, max]) {
     if (typeof value === 'number' && Number.isInteger(value) && !Number.isSafeInteger(value))
         throw invalid(

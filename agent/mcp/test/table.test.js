@@ -4,7 +4,7 @@ import { test } from 'node:test';
 import { Gateway } from '../src/gateway.js';
 import { readOptions } from '../src/options.js';
 import { annotations, inputSchema, outputSchema, recordSchema } from '../src/schema.js';
-import { joinTable, loadTable, withConstants } from '../src/table.js';
+import { joinTable, loadTable } from '../src/table.js';
 
 const table = loadTable();
 const named = (/** @type {string} */ name) =>
@@ -46,20 +46,86 @@ test('TableWithAnUnknownTool_IsRejected', () => {
     assert.throws(() => joinTable(json('../generated/ZORNativePlugin.json'), own), /FormatMoon/);
 });
 
-test('Classes_MatchTheCommentsOfTheInterface', () => {
-    const starts = {
-        reads: 'Reads the inventory',
-        changes: 'Changes data.',
-        destroys: 'Destroys data.',
-        opens: 'Opens a page of the host; changes nothing by itself.',
-    };
-    for (const f of json('../generated/ZORNativePlugin.json').services[0].functions.filter(
-        (/** @type {any} */ f) => !table.gate.includes(f.name),
-    )) {
-        const comment = f.doc.split(/\s+/).join(' ').trim();
-        if (f.name === 'RepairRawOrDamagedPartition') assert.match(comment, /^Switched off/);
-        else assert.ok(comment.startsWith(starts[named(f.name).class]), `${f.name}: ${comment}`);
+// Typed by hand: a class that is too weak lets a model destroy data without a question.
+test('Classes_AreThoseOfTheEffects', () => {
+    const ofClass = (/** @type {string} */ wanted) =>
+        table.tools.filter((tool) => tool.class === wanted).map((tool) => tool.name);
+    assert.deepEqual(ofClass('reads'), [
+        'ListAllDisks',
+        'ListPartitionsOnDisk',
+        'GetPartitionInfo',
+        'GetAllPartitionInfo',
+    ]);
+    assert.deepEqual(ofClass('opens'), [
+        'ShowBitLockerStatus',
+        'RetrieveBitLockerRecoveryKey',
+        'CreateBootableISO',
+        'CreateWindowsInstallerMedia',
+        'SmartSpaceAdjustment',
+        'OpenPartitionLayoutEditor',
+        'OpenDiskLayoutEditor',
+        'CheckPartitionFileSystem',
+        'DiskHealthCheck',
+        'MigrateSystemDriveData',
+        'RecoverLostPartition',
+        'RepairRawOrDamagedPartition',
+        'ScanDiskBadSectors',
+        'ScanPartitionBadSectors',
+        'Windows11UpgradeCheck',
+    ]);
+    assert.deepEqual(ofClass('destroys'), [
+        'CreateBootableUsbByDisk',
+        'CreateBootableUsbByDriveLetter',
+        'CloneOSDataFromCurrent',
+        'CloneOSDataFromDisk',
+        'CloneOSDataFromPartition',
+        'CloneDiskToDisk',
+        'ClonePartitionToPartition',
+        'ClonePartitionToDisk',
+        'DeleteAllPartitions',
+        'InitializeDiskToGpt',
+        'InitializeDiskToMbr',
+        'WipeDisk',
+        'FormatPartition',
+        'DeletePartition',
+        'WipePartition',
+        'AutoCreatePartitions',
+        'LowLevelFormat',
+    ]);
+});
+
+test('EditedComments_ChangeOnlyTheDescriptions', () => {
+    const api = json('../generated/ZORNativePlugin.json');
+    const comments = ['', 'Drive letter.', 'Destroys data. May be empty. Absent: 0. "Task Queued"'];
+    for (const comment of comments) {
+        const edited = JSON.parse(
+            JSON.stringify(api, (key, value) => (key === 'doc' ? comment : value)),
+        );
+        const other = joinTable(edited, json('../tools.json'));
+        assert.deepEqual(withoutDescriptions(other), withoutDescriptions(table));
+        for (const [i, tool] of other.tools.entries()) {
+            const parts = (/** @type {import('../src/types.js').Tool} */ one) =>
+                withoutDescriptions([inputSchema(one), outputSchema(one, table), annotations(one)]);
+            assert.deepEqual(parts(tool), parts(table.tools[i]));
+        }
     }
+});
+
+/** @param {any} value @returns {any} */
+const withoutDescriptions = (value) =>
+    JSON.parse(
+        JSON.stringify(value, (key, part) => (key === 'about' || key === 'description' ? undefined : part)),
+    );
+
+test('TableWithAnUndescribedArgument_IsRejected', () => {
+    const own = json('../tools.json');
+    delete own.arguments.eraseCount;
+    assert.throws(() => joinTable(json('../generated/ZORNativePlugin.json'), own), /eraseCount/);
+});
+
+test('ArgumentsOfToolsJson_OccurInTheInterface', () => {
+    const names = new Set(table.tools.flatMap((tool) => tool.args.map((arg) => arg.name)));
+    assert.deepEqual(Object.keys(json('../tools.json').arguments).filter((name) => !names.has(name)), []);
 });
 
 test('Annotations_FollowTheClass', () => {
@@ -142,19 +208,6 @@ test('OutputSchemas_ExistOnlyForToolsThatRead', () => {
 test('EveryTool_HasATitleAndADescription', () => {
     for (const tool of table.tools) {
         assert.ok(tool.title.length > 0 && tool.about.length > 0, tool.name);
-        assert.doesNotMatch(tool.about, /PreProcessing|Absent/);
-        for (const arg of tool.args) assert.doesNotMatch(arg.about, /Absent/, `${tool.name}.${arg.name}`);
+        for (const arg of tool.args) assert.ok(arg.about.length > 0, `${tool.name}.${arg.name}`);
     }
-});
-
-test('CommonPhrases_OccurInTheInterface', () => {
-    const { constants, services } = json('../generated/ZORNativePlugin.json');
-    const comments = services[0].functions
-        .flatMap((/** @type {any} */ f) => [f, ...f.arguments])
-        .map((/** @type {any} */ c) => c.doc.split(/\s+/).join(' '));
-    for (const phrase of json('../tools.json').commonPhrases)
-        assert.ok(
-            comments.some((/** @type {string} */ c) => c.includes(withConstants(phrase, constants))),
-            phrase,
-        );
 });
