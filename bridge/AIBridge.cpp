@@ -114,7 +114,7 @@ void AIBridge::doRecOperation(QVariant info)
     CLogWriter::Log("doRecOperation callback\n");
     QTimer::singleShot(kAnswerDelayMs, this, [this, info] {
         if (recScanThread != nullptr && serverThread != nullptr)
-            recScanThread->takeAnswer(info.toMap(), [this] { return serverThread->toolHandler(); });
+            recScanThread->handleAnswer(info.toMap(), [this] { return serverThread->toolHandler(); });
     });
 }
 

@@ -196,8 +196,8 @@ void HostApp::onReady()
     state_ = Service::Up;
     if (stopping_)
         return beginDrain();
-    scene_.core().setServiceAddress(service_.place());
-    HostLog::print(QStringLiteral("agent service on %1").arg(service_.place()));
+    scene_.core().setServiceAddress(service_.address());
+    HostLog::print(QStringLiteral("agent service on %1").arg(service_.address()));
     if (!options_.agent.isEmpty())
         agent_.run(options_.agent);
     if (options_.scan) {
@@ -214,7 +214,7 @@ void HostApp::onReady()
 void HostApp::onFailed()
 {
     state_ = Service::Down;
-    printError(QStringLiteral("the agent service could not listen on %1").arg(service_.place()));
+    printError(QStringLiteral("the agent service could not listen on %1").arg(service_.address()));
     exitCode_ = kExitNoService;
     stopping_ = true;
     QCoreApplication::quit();

@@ -48,7 +48,7 @@ void ServiceWatcher::start()
     timer_.start();
 }
 
-QString ServiceWatcher::place() const
+QString ServiceWatcher::address() const
 {
     return QStringLiteral("%1:%2").arg(address_).arg(publishedPort());
 }

@@ -25,7 +25,7 @@ public:
 
     void start();
     /// "ADDRESS:PORT"; the port is 0 until it is known.
-    QString place() const;
+    QString address() const;
 
 Q_SIGNALS:
     void ready();

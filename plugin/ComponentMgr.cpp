@@ -64,9 +64,9 @@ void CComponentMgr::loadComponents(QString componentName)
         return;
     // A file that names its own folder, directly or indirectly, would cause endless recursion.
     const QString canonical = QFileInfo(folder).canonicalFilePath();
-    if (foldersInWalk_.contains(canonical))
+    if (activeFolders_.contains(canonical))
         return;
-    foldersInWalk_.insert(canonical);
+    activeFolders_.insert(canonical);
 
     QSettings settings(listFile, QSettings::IniFormat);
     settings.setIniCodec("UTF-8");
@@ -82,7 +82,7 @@ void CComponentMgr::loadComponents(QString componentName)
         }
         settings.endGroup();
     }
-    foldersInWalk_.remove(canonical);
+    activeFolders_.remove(canonical);
 }
 
 QObject* CComponentMgr::component(QString name)

@@ -55,5 +55,5 @@ private:
 
     QVariantList componentList;
     QQmlApplicationEngine* engine;
-    QSet<QString> foldersInWalk_;
+    QSet<QString> activeFolders_;
 };

@@ -44,7 +44,7 @@ bool HostMethod::invoke(ConnectionRule rule, QGenericReturnArgument result,
     for (int i = 0; i < method_.parameterCount(); ++i) {
         const Argument& argument = arguments.begin()[i];
         switch (passingOf(method_, i, argument.type)) {
-        case Passing::Refused:
+        case Passing::Rejected:
             return false;
         case Passing::Direct:
             places[i] = QGenericArgument(QMetaType::typeName(argument.type), argument.value);

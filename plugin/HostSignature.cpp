@@ -8,7 +8,7 @@ namespace {
 // A narrow integer can be read from the address of a wider one on little-endian systems only.
 constexpr bool kCanWiden = Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
 
-bool isWholeNumber(int type)
+bool isInteger(int type)
 {
     switch (type) {
     case QMetaType::Char:
@@ -43,16 +43,16 @@ int registeredByClass(const QMetaMethod& method, int parameter)
 // method's signature omits the class. Empty for any other type, including a flag type, which is a class.
 QByteArray declaredEnumeration(const QMetaMethod& method, int parameter)
 {
-    const QByteArray spelled = method.parameterTypes().at(parameter);
-    const int colons = spelled.lastIndexOf("::");
-    const QByteArray name = colons < 0 ? spelled : spelled.mid(colons + 2);
+    const QByteArray typeName = method.parameterTypes().at(parameter);
+    const int colons = typeName.lastIndexOf("::");
+    const QByteArray name = colons < 0 ? typeName : typeName.mid(colons + 2);
     const QMetaObject* meta = method.enclosingMetaObject();
     const QMetaEnum found = meta->enumerator(meta->indexOfEnumerator(name.constData()));
     if (!found.isValid() || (found.isFlag() && name == found.name()))
         return QByteArray();
     const QByteArray scope = found.scope();
-    const QByteArray spelledScope = colons < 0 ? scope : spelled.left(colons);
-    return scope == spelledScope || scope.endsWith("::" + spelledScope) ? scope + "::" + name : QByteArray();
+    const QByteArray typeScope = colons < 0 ? scope : typeName.left(colons);
+    return scope == typeScope || scope.endsWith("::" + typeScope) ? scope + "::" + name : QByteArray();
 }
 
 } // namespace
@@ -62,20 +62,20 @@ Passing passingOf(const QMetaMethod& method, int parameter, int argument)
     int type = method.parameterType(parameter);
     if (type == argument)
         return Passing::Direct;
-    if (!isWholeNumber(argument))
-        return Passing::Refused;
+    if (!isInteger(argument))
+        return Passing::Rejected;
     if (type == QMetaType::UnknownType)
         type = registeredByClass(method, parameter);
     if (type == QMetaType::UnknownType) {
         const QByteArray enumeration = declaredEnumeration(method, parameter);
         if (enumeration.isEmpty())
-            return Passing::Refused;
+            return Passing::Rejected;
         type = QMetaType::type(enumeration);
         if (type == QMetaType::UnknownType)
-            return kCanWiden ? Passing::Widened : Passing::Refused;
+            return kCanWiden ? Passing::Widened : Passing::Rejected;
     }
-    return isWholeNumber(type) && QMetaType::sizeOf(type) == QMetaType::sizeOf(argument) ? Passing::Direct
-                                                                                         : Passing::Refused;
+    return isInteger(type) && QMetaType::sizeOf(type) == QMetaType::sizeOf(argument) ? Passing::Direct
+                                                                                     : Passing::Rejected;
 }
 
 bool acceptsArguments(const QMetaMethod& method, const int* arguments, int count)
@@ -83,7 +83,7 @@ bool acceptsArguments(const QMetaMethod& method, const int* arguments, int count
     if (method.parameterCount() > count)
         return false;
     for (int i = 0; i < method.parameterCount(); ++i) {
-        if (passingOf(method, i, arguments[i]) == Passing::Refused)
+        if (passingOf(method, i, arguments[i]) == Passing::Rejected)
             return false;
     }
     return true;

@@ -4,9 +4,9 @@
 
 /// How an argument is passed to a parameter of a host method.
 enum class Passing {
-    Refused, ///< rejected: the method would read the argument's memory as another type
-    Direct,  ///< by the argument's own address
-    Widened  ///< by the address of its value as a 64-bit integer, readable as an integer of any size
+    Rejected, ///< rejected: the method would read the argument's memory as another type
+    Direct,   ///< by the argument's own address
+    Widened   ///< by the address of its value as a 64-bit integer, readable as an integer of any size
 };
 
 /// Decides whether a parameter accepts an argument of the meta type @p argument. It does if both types are

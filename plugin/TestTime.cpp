@@ -20,15 +20,15 @@ void CTestTime::restart()
 
 int CTestTime::elapsedMs() const
 {
-    constexpr int dayMs = 24 * 60 * 60 * 1000;
+    constexpr int kDayMs = 24 * 60 * 60 * 1000;
     const int elapsed = clock_.msecsTo(now_());
     // The time of day restarts at midnight.
-    return elapsed < 0 ? elapsed + dayMs : elapsed;
+    return elapsed < 0 ? elapsed + kDayMs : elapsed;
 }
 
 int CTestTime::effectiveLevel(int level, int elapsedMs)
 {
-    return elapsedMs >= thresholdMs && level < Info ? Info : level;
+    return elapsedMs >= kThresholdMs && level < Info ? Info : level;
 }
 
 void CTestTime::log(int level, int elapsedMs)

@@ -23,7 +23,7 @@ public:
     /// Restarts the timer without logging.
     void restart();
 
-    static constexpr int thresholdMs = 100;
+    static constexpr int kThresholdMs = 100;
 
     /// The level at which a line of @p level is logged after @p elapsedMs.
     static int effectiveLevel(int level, int elapsedMs);
@@ -36,6 +36,6 @@ private:
     QTime clock_;
     QString label_;
     int level_;
-    int threshold_ = thresholdMs;
+    int threshold_ = kThresholdMs;
     QString text_;
 };

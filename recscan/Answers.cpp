@@ -21,7 +21,7 @@ QString logText(const QVariantMap& answer)
 
 } // namespace
 
-void RecScanThread::takeAnswer(const QVariantMap& answer, const ToolHandlerSource& handler)
+void RecScanThread::handleAnswer(const QVariantMap& answer, const ToolHandlerSource& handler)
 {
     // The recommendation counts as answered from here on, regardless of the button and of the action's
     // success.
@@ -44,11 +44,11 @@ void RecScanThread::performRecAction(QVariantMap answer)
     const std::shared_ptr<ZORNativePluginIf> tools = toolHandler;
     if (tools == nullptr)
         return;
-    const Recommendation held = progress().held;
-    if (held.fromReferral)
-        runReferralAction(*tools, held.funKey.toUtf8());
-    else if (isCalledByWin11Checker(answer) || held.actionIndex == ActionWin10EndOfSupport)
-        runWin11Action(*tools, subject_.pages, answer, held.actionParams);
+    const Recommendation recommendation = progress().recommendation;
+    if (recommendation.fromReferral)
+        runReferralAction(*tools, recommendation.funKey.toUtf8());
+    else if (isCalledByWin11Checker(answer) || recommendation.actionIndex == ActionWin10EndOfSupport)
+        runWin11Action(*tools, subject_.pages, answer, recommendation.actionParams);
     else
-        runCaseAction(*tools, held.actionIndex, held.actionParams);
+        runCaseAction(*tools, recommendation.actionIndex, recommendation.actionParams);
 }

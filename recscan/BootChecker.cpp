@@ -21,7 +21,7 @@ void leaveRunning(std::unique_ptr<QProcess> process)
 
 } // namespace
 
-bool bootCheckerFindsError(int limitMs)
+bool bootCheckerFindsError(int timeoutMs)
 {
     const QString folder = QDir::currentPath();
     const QString program =
@@ -29,7 +29,7 @@ bool bootCheckerFindsError(int limitMs)
     auto process = std::make_unique<QProcess>();
     process->setWorkingDirectory(folder);
     process->start(program, {QStringLiteral("checkBCD")}, QIODevice::ReadWrite);
-    process->waitForFinished(limitMs);
+    process->waitForFinished(timeoutMs);
     const bool found = process->exitCode() != 0 && process->readAllStandardOutput().contains("FindErrorItem");
     if (process->state() != QProcess::NotRunning)
         leaveRunning(std::move(process));

@@ -52,7 +52,7 @@ void RecScanThread::run()
     if (referralId == kNoReferral)
         scanCasesFrom(saved.nextCaseIndex);
     report(QStringLiteral("Result_SmartReferScan"), QStringLiteral("{\"smart-refer\":\"%1\"}"),
-           referralOr(progress().held.actionIndex));
+           referralOrNumber(progress().recommendation.actionIndex));
     TsanAnnotations::release();
 }
 
@@ -69,7 +69,7 @@ bool RecScanThread::hasResult() const
 QVariant RecScanThread::result() const
 {
     const Progress now = progress();
-    return now.found ? QVariant(now.held.record) : QVariant();
+    return now.found ? QVariant(now.recommendation.record) : QVariant();
 }
 
 void RecScanThread::saveScanState() const
@@ -89,17 +89,17 @@ template <class Change> void RecScanThread::update(Change change)
     change(progress_);
 }
 
-void RecScanThread::hold(const std::optional<Recommendation>& recommendation)
+void RecScanThread::setRecommendation(const std::optional<Recommendation>& recommendation)
 {
     if (!recommendation)
         return;
     update([&](Progress& now) {
         now.found = true;
-        now.held = *recommendation;
+        now.recommendation = *recommendation;
     });
 }
 
-QString RecScanThread::referralOr(int number) const
+QString RecScanThread::referralOrNumber(int number) const
 {
     return referralId == kNoReferral ? QString::number(number) : QLatin1String("seo ") + referralId;
 }
@@ -112,7 +112,7 @@ void RecScanThread::scanReferral()
     // A missing number (kNoReferral) is requested as well.
     referralUrl = fetchSeoPage(referralId);
     report(QStringLiteral("Info_SmartReferScan"), QStringLiteral("{\"case-index-start\":\"%1\"}"),
-           referralOr(progress().state.nextCaseIndex));
+           referralOrNumber(progress().state.nextCaseIndex));
     if (referralUrl != kNoReferral)
         matchReferralFun();
     update([](Progress& now) { now.state.referralDone = true; });
@@ -123,7 +123,7 @@ void RecScanThread::matchReferralFun()
     loadSeoToFun(urlToFun);
     const auto found = urlToFun.constFind(referralUrl);
     if (found != urlToFun.constEnd())
-        hold(recommendFunction(found.value()));
+        setRecommendation(recommendFunction(found.value()));
 }
 
 void RecScanThread::scanCasesFrom(int first)
@@ -151,5 +151,5 @@ bool RecScanThread::isSkipped(int index) const
 void RecScanThread::runCase(int index)
 {
     update([=](Progress& now) { now.state.nextCaseIndex = index + 1; });
-    hold(runScanCase(index, subject_));
+    setRecommendation(runScanCase(index, subject_));
 }

@@ -57,7 +57,7 @@ public:
 
     /// Records that the recommendation was answered. If @p answer accepts it, performs its action with the
     /// tools that @p handler returns at that time. Application thread.
-    void takeAnswer(const QVariantMap& answer, const ToolHandlerSource& handler);
+    void handleAnswer(const QVariantMap& answer, const ToolHandlerSource& handler);
     /// Performs the action of the recommendation, or the request of the host's Windows 11 page. Application
     /// thread.
     void performRecAction(QVariantMap answer);
@@ -67,20 +67,20 @@ private:
     struct Progress
     {
         bool found = false;
-        Recommendation held;
+        Recommendation recommendation;
         ScanState state;
     };
 
     Progress progress() const;
     template <class Change> void update(Change change);
-    void hold(const std::optional<Recommendation>& recommendation);
+    void setRecommendation(const std::optional<Recommendation>& recommendation);
 
     void scanReferral();
     void matchReferralFun();
     void scanCasesFrom(int first);
     void runCase(int index);
     bool isSkipped(int index) const;
-    QString referralOr(int number) const;
+    QString referralOrNumber(int number) const;
 
     std::atomic<bool> stopRequested{false};
 

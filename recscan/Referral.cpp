@@ -25,7 +25,7 @@ namespace {
 const QString kKeyPrefix = QStringLiteral("ZORNativePlugin::");
 
 // The digits directly after the last "b".
-QString numberInside(const QString& value)
+QString digitsAfterLastB(const QString& value)
 {
     const int mark = value.lastIndexOf(QLatin1Char('b'));
     if (mark < 0)
@@ -109,7 +109,7 @@ QString readReferralNumber()
     // childKeys preserves upper and lower case, which a look-up by name ignores on some systems.
     if (!settings.childKeys().contains(name) || settings.value(name).isNull())
         return kNoReferral;
-    return numberInside(settings.value(name).toString());
+    return digitsAfterLastB(settings.value(name).toString());
 }
 
 QString fetchSeoPage(const QString& id)

@@ -45,7 +45,7 @@ bool isPartitionSkippedForSpace(const PartitionInfo& partition)
            partition.gptReserved || partition.isDynamic || partition.bitlockerState == kBitLockerLocked;
 }
 
-bool hasRoomBeside(const ScanSubject& subject, int diskIndex, char systemLetter)
+bool hasRoomOnDisk(const ScanSubject& subject, int diskIndex, char systemLetter)
 {
     const std::vector<PartitionInfo>* partitions = partitionsOf(subject, diskIndex);
     return partitions != nullptr &&
@@ -56,7 +56,7 @@ bool hasRoomBeside(const ScanSubject& subject, int diskIndex, char systemLetter)
            });
 }
 
-bool hasRoomElsewhere(const ScanSubject& subject, int diskIndex)
+bool hasRoomOnOtherDisk(const ScanSubject& subject, int diskIndex)
 {
     return std::any_of(
         subject.partitionsByDisk.begin(), subject.partitionsByDisk.end(), [=](const auto& entry) {
@@ -99,14 +99,14 @@ std::optional<Recommendation> checkSystemDriveSpace(const ScanSubject& subject)
     if (!drive || !isShortOfSpace(*drive->partition))
         return std::nullopt;
     const int diskIndex = drive->partition->diskIndex;
-    if (hasRoomBeside(subject, diskIndex, drive->letterByte)) {
+    if (hasRoomOnDisk(subject, diskIndex, drive->letterByte)) {
         const QString text =
             QObject::tr("Drive %1 has low space. We recommend using \"Smart Layout Adjust\" to "
                         "quickly expand %2 drive space!");
         // The tool reads the first letter only, so the directory can be passed as the drive.
         return recommendSmartLayout(subject, text.arg(drive->letter, drive->letter), drive->directory);
     }
-    if (!hasRoomElsewhere(subject, diskIndex))
+    if (!hasRoomOnOtherDisk(subject, diskIndex))
         return std::nullopt;
     const QString text =
         QObject::tr("Drive %1 has low space. We recommend using the \"Data Migration\" feature to "

@@ -12,13 +12,13 @@ using apache::thrift::transport::TTransportException;
 
 namespace {
 
-constexpr int kStallMs = 500;
+constexpr int kSendTimeoutMs = 500;
 
 #ifdef Q_OS_WIN
 
 // On Windows a socket is unusable after a send timeout, so it is non-blocking and write polls. Reads still
 // block: before each read the base class polls the socket together with the interrupt.
-void limitSending(TSocket& socket)
+void configureSendTimeout(TSocket& socket)
 {
     const int flags = THRIFT_FCNTL(socket.getSocketFD(), THRIFT_F_GETFL, 0);
     THRIFT_FCNTL(socket.getSocketFD(), THRIFT_F_SETFL, flags | THRIFT_O_NONBLOCK);
@@ -29,14 +29,14 @@ bool waitToSend(TSocket& socket)
     struct THRIFT_POLLFD own = {};
     own.fd = socket.getSocketFD();
     own.events = THRIFT_POLLOUT;
-    return THRIFT_POLL(&own, 1, kStallMs) != 0;
+    return THRIFT_POLL(&own, 1, kSendTimeoutMs) != 0;
 }
 
 #else
 
-void limitSending(TSocket& socket)
+void configureSendTimeout(TSocket& socket)
 {
-    socket.setSendTimeout(kStallMs);
+    socket.setSendTimeout(kSendTimeoutMs);
 }
 
 // The send timeout has already expired in the call that sent nothing.
@@ -53,7 +53,7 @@ ConnectionSocket::ConnectionSocket(THRIFT_SOCKET socket, std::shared_ptr<THRIFT_
                                    std::shared_ptr<const std::atomic<bool>> stopping)
     : TSocket(socket, std::move(interrupt)), stopping_(std::move(stopping))
 {
-    limitSending(*this);
+    configureSendTimeout(*this);
 }
 
 void ConnectionSocket::write(const std::uint8_t* bytes, std::uint32_t length)

@@ -3,11 +3,11 @@
 #include <QtCore/QByteArray>
 
 /// Timeout of the port listing in milliseconds.
-constexpr int kNetstatLimitMs = 30000;
+constexpr int kNetstatTimeoutMs = 30000;
 
-/// The output of `netstat -ano`, possibly incomplete after @p limitMs milliseconds; empty if the program
+/// The output of `netstat -ano`, possibly incomplete after @p timeoutMs milliseconds; empty if the program
 /// cannot be started.
-QByteArray busyPortListing(int limitMs = kNetstatLimitMs);
+QByteArray busyPortListing(int timeoutMs = kNetstatTimeoutMs);
 
 /// Picks the first two ports, the second above the first, for which @p listing does not contain ":<number>".
 /// A port is set to 0 if the search finds no free one.

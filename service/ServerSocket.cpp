@@ -10,26 +10,26 @@ using apache::thrift::transport::TTransport;
 using apache::thrift::transport::TTransportException;
 
 // While this object exists, the server's thread counts as being inside the socket.
-class ServerSocket::Inside
+class ServerSocket::StateScope
 {
 public:
-    Inside(ServerSocket* socket, Where where) : socket_(socket)
+    StateScope(ServerSocket* socket, State state) : socket_(socket)
     {
         const std::lock_guard<std::mutex> lock(socket_->mutex_);
         // After an interrupt that came earlier, nothing would wake a blocked accept again.
-        if (*socket_->interrupted_ && where == Where::Accept)
+        if (*socket_->interrupted_ && state == State::Accepting)
             throw TTransportException(TTransportException::INTERRUPTED);
-        socket_->where_ = where;
-        socket_->server_ = std::this_thread::get_id();
+        socket_->state_ = state;
+        socket_->serverThread_ = std::this_thread::get_id();
     }
-    ~Inside()
+    ~StateScope()
     {
         const std::lock_guard<std::mutex> lock(socket_->mutex_);
-        socket_->where_ = Where::Outside;
+        socket_->state_ = State::Idle;
         socket_->left_.notify_all();
     }
-    Inside(const Inside&) = delete;
-    Inside& operator=(const Inside&) = delete;
+    StateScope(const StateScope&) = delete;
+    StateScope& operator=(const StateScope&) = delete;
 
 private:
     ServerSocket* socket_;
@@ -37,7 +37,7 @@ private:
 
 void ServerSocket::listen()
 {
-    const Inside inside(this, Where::Listen);
+    const StateScope scope(this, State::Listening);
     TServerSocket::listen();
 }
 
@@ -46,14 +46,14 @@ void ServerSocket::interrupt()
     const std::lock_guard<std::mutex> lock(mutex_);
     *interrupted_ = true;
     // listen creates the wake-up sockets, and no thread waits on them yet.
-    if (where_ != Where::Listen)
+    if (state_ != State::Listening)
         TServerSocket::interrupt();
 }
 
 void ServerSocket::interruptChildren()
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    if (where_ != Where::Listen)
+    if (state_ != State::Listening)
         TServerSocket::interruptChildren();
 }
 
@@ -61,12 +61,12 @@ void ServerSocket::close()
 {
     std::unique_lock<std::mutex> lock(mutex_);
     // A failed listen calls close itself, on the server's thread.
-    const bool ownWay = where_ != Where::Outside && server_ == std::this_thread::get_id();
-    if (!ownWay)
-        left_.wait_for(lock, leaveLimit, [this] { return where_ == Where::Outside; });
+    const bool onServerThread = state_ != State::Idle && serverThread_ == std::this_thread::get_id();
+    if (!onServerThread)
+        left_.wait_for(lock, kLeaveTimeout, [this] { return state_ == State::Idle; });
     // A slow name resolution can keep the server's thread in listen. The next accept then ends at once, and
     // the server calls close.
-    if (ownWay || where_ != Where::Listen) {
+    if (onServerThread || state_ != State::Listening) {
         // Before the wake-up socket is closed: on Windows the connections detect a byte in it, but not its
         // end.
         TServerSocket::interruptChildren();
@@ -76,7 +76,7 @@ void ServerSocket::close()
 
 std::shared_ptr<TTransport> ServerSocket::acceptImpl()
 {
-    const Inside inside(this, Where::Accept);
+    const StateScope scope(this, State::Accepting);
     return TServerSocket::acceptImpl();
 }
 

@@ -33,15 +33,15 @@ protected:
     std::shared_ptr<apache::thrift::transport::TSocket> createSocket(THRIFT_SOCKET client) override;
 
 private:
-    enum class Where { Outside, Listen, Accept };
-    class Inside;
+    enum class State { Idle, Listening, Accepting };
+    class StateScope;
 
     // Much longer than a woken accept needs, and short enough for a stop.
-    static constexpr std::chrono::milliseconds leaveLimit{500};
+    static constexpr std::chrono::milliseconds kLeaveTimeout{500};
 
     std::mutex mutex_;
     std::condition_variable left_;
     const std::shared_ptr<std::atomic<bool>> interrupted_ = std::make_shared<std::atomic<bool>>(false);
-    Where where_ = Where::Outside;
-    std::thread::id server_;
+    State state_ = State::Idle;
+    std::thread::id serverThread_;
 };

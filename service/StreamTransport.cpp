@@ -10,7 +10,7 @@ using apache::thrift::transport::TTransportException;
 
 namespace {
 
-constexpr std::size_t kPiece = 16 * 1024;
+constexpr std::size_t kChunkBytes = 16 * 1024;
 
 } // namespace
 
@@ -21,33 +21,33 @@ const std::uint8_t* StreamTransport::borrowSlow(std::uint8_t* buffer, std::uint3
         return TBufferedTransport::borrowSlow(buffer, length);
     std::vector<std::uint8_t> bytes(rBase_, rBound_);
     while (bytes.size() < *length) {
-        const std::size_t had = bytes.size();
-        bytes.resize(std::min<std::size_t>(*length, had + kPiece));
-        const std::uint32_t came =
-            transport_->read(bytes.data() + had, static_cast<std::uint32_t>(bytes.size() - had));
-        if (came == 0)
+        const std::size_t offset = bytes.size();
+        bytes.resize(std::min<std::size_t>(*length, offset + kChunkBytes));
+        const std::uint32_t received =
+            transport_->read(bytes.data() + offset, static_cast<std::uint32_t>(bytes.size() - offset));
+        if (received == 0)
             throw TTransportException(TTransportException::END_OF_FILE,
                                       "the client has gone within a string");
-        bytes.resize(had + came);
+        bytes.resize(offset + received);
     }
-    long_.swap(bytes);
-    setReadBuffer(long_.data(), *length);
-    return long_.data();
+    oversizeBuffer_.swap(bytes);
+    setReadBuffer(oversizeBuffer_.data(), *length);
+    return oversizeBuffer_.data();
 }
 
 std::uint32_t StreamTransport::readEnd()
 {
     resetConsumedMessageSize();
-    if (isReadingLong() && rBase_ == rBound_)
+    if (isReadingOversizeBuffer() && rBase_ == rBound_)
         setReadBuffer(rBuf_.get(), 0);
-    if (!isReadingLong())
-        std::vector<std::uint8_t>().swap(long_);
+    if (!isReadingOversizeBuffer())
+        std::vector<std::uint8_t>().swap(oversizeBuffer_);
     return TBufferedTransport::readEnd();
 }
 
-bool StreamTransport::isReadingLong() const
+bool StreamTransport::isReadingOversizeBuffer() const
 {
-    return !long_.empty() && rBound_ == long_.data() + long_.size();
+    return !oversizeBuffer_.empty() && rBound_ == oversizeBuffer_.data() + oversizeBuffer_.size();
 }
 
 std::shared_ptr<TTransport> StreamTransportFactory::getTransport(std::shared_ptr<TTransport> connection)

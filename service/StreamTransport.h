@@ -20,10 +20,10 @@ public:
     std::uint32_t readEnd() override;
 
 private:
-    bool isReadingLong() const;
+    bool isReadingOversizeBuffer() const;
 
     // A string that exceeds the base class's buffer. Kept until its message ends.
-    std::vector<std::uint8_t> long_;
+    std::vector<std::uint8_t> oversizeBuffer_;
 };
 
 /// Wraps each connection in a StreamTransport.

@@ -31,52 +31,53 @@ QString missingDiskText(const QVariantMap& record)
 
 // Result of the validation: whether the clone result is emitted, the step that the guide opens at, and the
 // error message.
-struct Verdict
+struct Validation
 {
     QString errMsg;
     int page = PageSource;
     bool queued = false;
 };
 
-// If the host does not list the record's disk, fills @p verdict and returns false.
-bool isListed(const ToolBridge* bridge, const QVariantMap& record, Verdict& verdict)
+// If the host does not list the record's disk, fills @p validation and returns false.
+bool isListed(const ToolBridge* bridge, const QVariantMap& record, Validation& validation)
 {
     if (hostHasDisk(&bridge->pages, record.value(kDiskIndex).toInt(), SelectForClone))
         return true;
-    verdict.queued = false;
-    verdict.errMsg = missingDiskText(record);
+    validation.queued = false;
+    validation.errMsg = missingDiskText(record);
     return false;
 }
 
-QString complaint(const HostMethod& invalidInfo, const QVariantMap& source, const QVariantMap& destination,
+QString rejection(const HostMethod& invalidInfo, const QVariantMap& source, const QVariantMap& destination,
                   int step, const QVariantMap& defBoot)
 {
     return invalidInfo.call<QString>(ConnectionRule::Call, source, destination, step, defBoot)
         .value_or(QString());
 }
 
-Verdict judge(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
-              QVariantMap& result)
+Validation validate(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,
+                    QVariantMap& result)
 {
-    Verdict verdict;
+    Validation validation;
     if (bridge->pages.engine() == nullptr || !applyCloneType(bridge, source, destination, result))
-        return verdict;
+        return validation;
     const HostMethod invalidInfo(contextObject(bridge->pages.engine(), QStringLiteral("clone")),
                                  "invalidInfo");
     if (!invalidInfo.isValid())
-        return verdict;
-    verdict.queued = true;
+        return validation;
+    validation.queued = true;
     const QVariantMap defBoot = result.value(kDefBoot).toMap();
-    if (!hasDiskIndex(source) || !isListed(bridge, source, verdict))
-        return verdict;
-    verdict.errMsg = complaint(invalidInfo, source, QVariantMap(), PageSource, defBoot);
-    if (!verdict.errMsg.isEmpty() || !hasDiskIndex(destination) || !isListed(bridge, destination, verdict))
-        return verdict;
-    verdict.page = PageDestination;
-    verdict.errMsg = complaint(invalidInfo, source, destination, PageDestination, defBoot);
-    if (verdict.errMsg.isEmpty())
-        verdict.page = PageOptions;
-    return verdict;
+    if (!hasDiskIndex(source) || !isListed(bridge, source, validation))
+        return validation;
+    validation.errMsg = rejection(invalidInfo, source, QVariantMap(), PageSource, defBoot);
+    if (!validation.errMsg.isEmpty() || !hasDiskIndex(destination) ||
+        !isListed(bridge, destination, validation))
+        return validation;
+    validation.page = PageDestination;
+    validation.errMsg = rejection(invalidInfo, source, destination, PageDestination, defBoot);
+    if (validation.errMsg.isEmpty())
+        validation.page = PageOptions;
+    return validation;
 }
 
 } // namespace
@@ -117,14 +118,14 @@ bool validateCloneTask(const ToolBridge* bridge, const QVariantMap& source, cons
 {
     if (bridge == nullptr)
         return false;
-    const Verdict verdict = judge(bridge, source, destination, result);
+    const Validation validation = validate(bridge, source, destination, result);
     result[QStringLiteral("source")] = source;
     result[QStringLiteral("destination")] = destination;
-    result[QStringLiteral("errMsg")] = verdict.errMsg;
-    result[QStringLiteral("goToPageIndex")] = verdict.page;
-    if (verdict.queued)
+    result[QStringLiteral("errMsg")] = validation.errMsg;
+    result[QStringLiteral("goToPageIndex")] = validation.page;
+    if (validation.queued)
         bridge->events.emitCloneResult(QVariant(result));
-    return verdict.queued;
+    return validation.queued;
 }
 
 std::string runCloneTask(const ToolBridge* bridge, const QVariantMap& source, const QVariantMap& destination,

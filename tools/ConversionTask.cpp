@@ -10,7 +10,7 @@
 namespace {
 
 // The host's second check of a conversion; null if it has only one.
-const char* detailQuestion(int funIdx)
+const char* secondCheck(int funIdx)
 {
     switch (funIdx) {
     case ConvertToMbr:
@@ -56,8 +56,8 @@ bool isConvertTaskValid(const ToolBridge* bridge, const QVariantMap& task)
     const QVariantMap info = task.value(QStringLiteral("info")).toMap();
     if (!isFunValid.call<bool>(ConnectionRule::Call, funIdx, info).value_or(true))
         return false;
-    const char* question = detailQuestion(funIdx);
-    if (question == nullptr)
+    const char* check = secondCheck(funIdx);
+    if (check == nullptr)
         return true;
-    return callHost<QString>(converter, question, ConnectionRule::Call, info).value_or(QString()).isEmpty();
+    return callHost<QString>(converter, check, ConnectionRule::Call, info).value_or(QString()).isEmpty();
 }

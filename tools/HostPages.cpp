@@ -16,12 +16,12 @@ HostMethod partitionPage(const HostPages& pages)
 }
 
 // Calls a function of the main object and discards its result. Returns true if the method exists.
-bool startOnMain(const HostPages& pages, const char* method, const QVariantMap& info)
+bool callMainObject(const HostPages& pages, const char* method, const QVariantMap& info)
 {
-    const HostMethod start(pages.mainObject(), method);
-    if (!start.isValid())
+    const HostMethod function(pages.mainObject(), method);
+    if (!function.isValid())
         return false;
-    start.order(ConnectionRule::Call, QVariant(info));
+    function.order(ConnectionRule::Call, QVariant(info));
     return true;
 }
 
@@ -72,7 +72,7 @@ bool HostPages::doPrFunForAI(bool isPartRecov, QVariantMap info) const
                  .value_or(false))
             return false;
     }
-    return startOnMain(*this, "doprfunction", info);
+    return callMainObject(*this, "doprfunction", info);
 }
 
 bool HostPages::openDiskHealth(int diskIndex) const
@@ -80,7 +80,7 @@ bool HostPages::openDiskHealth(int diskIndex) const
     closeGuide();
     if (!isApplicationThread() && !inventory_.hasPartitions(diskIndex))
         return false;
-    return startOnMain(*this, "opendiskhealth", {{QStringLiteral("diskIndex"), diskIndex}});
+    return callMainObject(*this, "opendiskhealth", {{QStringLiteral("diskIndex"), diskIndex}});
 }
 
 bool HostPages::isBmFunValid(const QVariantMap& info) const

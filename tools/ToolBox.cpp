@@ -9,7 +9,7 @@
 namespace {
 
 // The host's check of a function; null if the function has none.
-const char* gateOf(int index)
+const char* checkOf(int index)
 {
     switch (index) {
     case ToolBoxPasswordReset:
@@ -30,8 +30,8 @@ bool runToolBoxTask(const ToolBridge* bridge, int index, const QVariantMap& info
     if (main == nullptr)
         return false;
     bool accepted = false;
-    if (const char* gate = gateOf(index)) {
-        accepted = callHost<QVariant>(main, gate, ConnectionRule::Call).value_or(QVariant()).toBool();
+    if (const char* check = checkOf(index)) {
+        accepted = callHost<QVariant>(main, check, ConnectionRule::Call).value_or(QVariant()).toBool();
         if (!accepted)
             return false;
     }

@@ -15,9 +15,9 @@ CZorHandle::CZorHandle()
     lastCallEnd.start();
 }
 
-void CZorHandle::setBridge(const ToolBridge* theBridge)
+void CZorHandle::setBridge(const ToolBridge* toolBridge)
 {
-    bridge = theBridge;
+    bridge = toolBridge;
 }
 
 void CZorHandle::ResetParams()

@@ -48,7 +48,7 @@ QString listAddress(const QString& manufacturer)
     return configured(QStringLiteral("url_win11_cpulist_%1").arg(manufacturer), builtIn.arg(manufacturer));
 }
 
-void fetchList(const QString& manufacturer, const QString& script, int limitMs)
+void fetchList(const QString& manufacturer, const QString& script, int timeoutMs)
 {
     const QString address = listAddress(manufacturer);
     const QStringList arguments = {QLatin1String("url=") + address,
@@ -61,7 +61,7 @@ void fetchList(const QString& manufacturer, const QString& script, int limitMs)
     // The destructor terminates a program that is still running.
     QProcess finder;
     finder.start(applicationFolder() + QLatin1String("/WebViewFinder.exe"), arguments, QIODevice::ReadWrite);
-    finder.waitForFinished(limitMs);
+    finder.waitForFinished(timeoutMs);
     QThread::msleep(kPauseMs);
 }
 
@@ -78,12 +78,12 @@ void rewriteWhitelist()
 
 } // namespace
 
-void refreshProcessorLists(int limitMs)
+void refreshProcessorLists(int timeoutMs)
 {
     const QString script =
         configured(QStringLiteral("url_win11_cpulist_function_text"), QString::fromLatin1(kListScript));
     for (const char* manufacturer : {"intel", "amd", "qualcomm"})
-        fetchList(QString::fromLatin1(manufacturer), script, limitMs);
+        fetchList(QString::fromLatin1(manufacturer), script, timeoutMs);
     rewriteWhitelist();
 }
 

@@ -5,7 +5,7 @@
 
 namespace {
 
-QString withoutMarks(QString text)
+QString normalizedName(QString text)
 {
     // Case-sensitive, so before the conversion to lower case.
     for (const char* mark : {"(TM)", "(C)", "(R)"})
@@ -25,7 +25,7 @@ void searchList(const QString& path, const QString& name, bool& result)
     if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
         return;
     while (!file.atEnd()) {
-        const QString line = withoutMarks(QString::fromUtf8(file.readLine()).trimmed());
+        const QString line = normalizedName(QString::fromUtf8(file.readLine()).trimmed());
         if (name.contains(line))
             result = tokensMatch(words(name), words(line));
         if (result)
@@ -65,7 +65,7 @@ bool isProcessorSupported(const QString& name)
     bool result = false;
     if (name.isEmpty())
         return result;
-    const QString plainName = withoutMarks(name);
+    const QString plainName = normalizedName(name);
     for (const QString& path :
          {vendorListPath(name), checkerFilePath(QStringLiteral("win11_cpu_whitelist.txt"))})
         searchList(path, plainName, result);

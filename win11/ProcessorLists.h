@@ -8,12 +8,12 @@
 /// the application's folder. All functions block. Any thread, one at a time.
 
 /// Timeout of the program that fetches one list, in milliseconds.
-constexpr int kListFinderLimitMs = 30000;
+constexpr int kListFinderTimeoutMs = 30000;
 
 /// Fetches each manufacturer's list with the program "WebViewFinder.exe" and rewrites the whitelist from the
-/// remote configuration. A program that still runs after @p limitMs is terminated. Failures are ignored: the
-/// old files remain.
-void refreshProcessorLists(int limitMs = kListFinderLimitMs);
+/// remote configuration. A program that still runs after @p timeoutMs is terminated. Failures are ignored:
+/// the old files remain.
+void refreshProcessorLists(int timeoutMs = kListFinderTimeoutMs);
 
 /// True if the words of a line of the manufacturer's list or of the whitelist occur in @p name, in sequence.
 /// The whitelist is read even after a match, and its first lines can cancel the match.

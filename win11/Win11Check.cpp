@@ -13,8 +13,8 @@ constexpr quint32 kFirmwareBios = 1;
 constexpr quint32 kFirmwareUefi = 2;
 constexpr quint32 kErrorInvalidFunction = 1;
 constexpr quint64 kKibInGib = 1048576;
-constexpr quint64 kLeastMemoryGib = 4;
-constexpr quint64 kLeastVolumeGib = 64;
+constexpr quint64 kMinMemoryGib = 4;
+constexpr quint64 kMinVolumeGib = 64;
 
 const QString kMachine = QStringLiteral("ROOT\\CIMV2");
 const QString kTpm = QStringLiteral("ROOT\\CIMV2\\Security\\MicrosoftTPM");
@@ -28,7 +28,7 @@ std::optional<quint32> firmwareType(const Platform& platform)
     return platform.firmwareVariableError() == kErrorInvalidFunction ? kFirmwareBios : kFirmwareUefi;
 }
 
-ProcessorFacts askForProcessor(const Platform& platform)
+ProcessorFacts queryProcessor(const Platform& platform)
 {
     // Cores and clock are not queried: a listed processor is accepted regardless of its speed.
     const auto processors = platform.wmiQuery(kMachine, QStringLiteral("SELECT * FROM Win32_Processor"),
@@ -69,7 +69,7 @@ bool Win11Check::checkAll()
 void Win11Check::checkProcessor()
 {
     refreshProcessorLists();
-    const ProcessorFacts facts = askForProcessor(Platform::instance());
+    const ProcessorFacts facts = queryProcessor(Platform::instance());
     passed = facts.addressWidth == 64 && facts.systemWidth == 64 && isProcessorSupported(facts.name);
 }
 
@@ -81,7 +81,7 @@ void Win11Check::checkFirmware()
 void Win11Check::checkMemory()
 {
     // Whole GiB; the division truncates.
-    passed = Platform::instance().installedMemoryKib().value_or(0) / kKibInGib >= kLeastMemoryGib;
+    passed = Platform::instance().installedMemoryKib().value_or(0) / kKibInGib >= kMinMemoryGib;
 }
 
 void Win11Check::checkDiskSize()
@@ -90,7 +90,7 @@ void Win11Check::checkDiskSize()
     // space.
     const auto volume =
         Platform::instance().volumeGeometry(QByteArrayLiteral("C:")).value_or(VolumeGeometry());
-    passed = (volume.sectorsPerCluster * volume.bytesPerSector * volume.clusters) >> 30 >= kLeastVolumeGib;
+    passed = (volume.sectorsPerCluster * volume.bytesPerSector * volume.clusters) >> 30 >= kMinVolumeGib;
 }
 
 void Win11Check::checkTpm()

@@ -44,10 +44,9 @@ std::optional<std::vector<qint64>> sizesWithin(const std::vector<Partition>& par
     return sizes;
 }
 
-Partition copyOf(const Partition& part, const Machine& machine, const Disk& disk, Span place)
+Partition copyOf(const Partition& part, const Machine& machine, const Disk& disk, Span span)
 {
-    const Partition fresh =
-        newPartition(machine, disk, place, part.isPrimary ? Kind::Primary : Kind::Logical);
+    const Partition fresh = newPartition(machine, disk, span, part.isPrimary ? Kind::Primary : Kind::Logical);
     Partition copy = fresh;
     copy.usedSize = part.usedSize;
     copy.clusterSize = part.clusterSize;

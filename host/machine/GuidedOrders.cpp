@@ -92,14 +92,14 @@ void clonePartition(Machine& machine, const QVariantMap& params)
     const Partition source = *entryOf(machine, record(params, "source"));
     const Partition* found = entryOf(machine, record(params, "destination"));
     Disk& disk = *machine.disk(found->diskIndex);
-    const std::size_t place = placeOf(disk, *found);
+    const std::size_t index = indexOf(disk, *found);
     if (found->unallocated) {
-        const Kind kind = kindBetween(disk, partitionBefore(disk, place), partitionAfter(disk, place));
+        const Kind kind = kindBetween(disk, partitionBefore(disk, index), partitionAfter(disk, index));
         Partition copy = newPartition(machine, disk, newSpan(disk, *found, source.size), kind);
         copyVolume(source, copy);
-        putInto(disk, place, copy);
+        putInto(disk, index, copy);
     } else {
-        copyVolume(source, disk.partitions[place]);
+        copyVolume(source, disk.partitions[index]);
     }
     settle(disk);
 }
@@ -115,7 +115,7 @@ void clonePartitionPart(Machine& machine, const QVariantMap& params, double)
     const Partition* found = entryOf(machine, record(params, "destination"));
     Disk& disk = *machine.disk(found->diskIndex);
     if (!found->unallocated)
-        makeRaw(disk.partitions[placeOf(disk, *found)]);
+        makeRaw(disk.partitions[indexOf(disk, *found)]);
     settle(disk);
 }
 
@@ -128,11 +128,11 @@ void convertToGpt(Machine& machine, const QVariantMap& params)
         entry.isGPT = true;
         entry.isPrimary = true;
         entry.isActive = false;
-        const Span place{entry.startOffset(), std::min(entry.endOffset(), end)};
+        const Span span{entry.startOffset(), std::min(entry.endOffset(), end)};
         if (entry.unallocated)
-            entry.size = std::max<qint64>(place.end - place.begin, 0);
+            entry.size = std::max<qint64>(span.end - span.begin, 0);
         else
-            entry.partGUID = newPartition(machine, disk, place, Kind::Primary).partGUID;
+            entry.partGUID = newPartition(machine, disk, span, Kind::Primary).partGUID;
     }
     if (!disk.partitions.empty() && disk.partitions.back().size == 0)
         disk.partitions.pop_back();

@@ -71,8 +71,8 @@ Rejection intoRegion(const Disk& disk, const Partition& region, const Partition&
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The disk has no partition table."));
     if (const Rejection rejection = basicDisk(disk))
         return rejection;
-    const std::size_t place = placeOf(disk, region);
-    if (kindBetween(disk, partitionBefore(disk, place), partitionAfter(disk, place)) == Kind::None)
+    const std::size_t index = indexOf(disk, region);
+    if (kindBetween(disk, partitionBefore(disk, index), partitionAfter(disk, index)) == Kind::None)
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The partition table is full."));
     const Span span = newSpan(disk, region, source.size);
     if (!disk.isGPT && span.end > kMbrLimit)

@@ -73,25 +73,25 @@ void emptyDisk(Disk& disk)
         disk.partitions.push_back(whole);
 }
 
-std::size_t placeOf(const Disk& disk, const Partition& entry)
+std::size_t indexOf(const Disk& disk, const Partition& entry)
 {
     return static_cast<std::size_t>(&entry - disk.partitions.data());
 }
 
-const Partition* partitionBefore(const Disk& disk, std::size_t place)
+const Partition* partitionBefore(const Disk& disk, std::size_t index)
 {
-    while (place-- > 0) {
-        if (!disk.partitions[place].unallocated)
-            return &disk.partitions[place];
+    while (index-- > 0) {
+        if (!disk.partitions[index].unallocated)
+            return &disk.partitions[index];
     }
     return nullptr;
 }
 
-const Partition* partitionAfter(const Disk& disk, std::size_t place)
+const Partition* partitionAfter(const Disk& disk, std::size_t index)
 {
-    while (++place < disk.partitions.size()) {
-        if (!disk.partitions[place].unallocated)
-            return &disk.partitions[place];
+    while (++index < disk.partitions.size()) {
+        if (!disk.partitions[index].unallocated)
+            return &disk.partitions[index];
     }
     return nullptr;
 }
@@ -113,10 +113,10 @@ Kind kindBetween(const Disk& disk, const Partition* before, const Partition* aft
     return isLogical(before) || isLogical(after) ? Kind::Logical : Kind::None;
 }
 
-void putInto(Disk& disk, std::size_t place, const Partition& partition)
+void putInto(Disk& disk, std::size_t index, const Partition& partition)
 {
-    const Partition region = disk.partitions[place];
-    const auto at = disk.partitions.begin() + static_cast<std::ptrdiff_t>(place);
+    const Partition region = disk.partitions[index];
+    const auto at = disk.partitions.begin() + static_cast<std::ptrdiff_t>(index);
     std::vector<Partition> entries;
     if (partition.startOffset() > region.startOffset())
         entries.push_back(freeRegion(disk, region.startOffset(), partition.startOffset()));
@@ -126,9 +126,9 @@ void putInto(Disk& disk, std::size_t place, const Partition& partition)
     disk.partitions.insert(disk.partitions.erase(at), entries.begin(), entries.end());
 }
 
-void setFree(Disk& disk, std::size_t place)
+void setFree(Disk& disk, std::size_t index)
 {
-    Partition& entry = disk.partitions[place];
+    Partition& entry = disk.partitions[index];
     entry = freeRegion(disk, entry.startOffset(), entry.endOffset());
 }
 
@@ -174,10 +174,10 @@ Rejection givingRejection(const Disk& disk, std::size_t from, std::size_t to, qi
     giveSpace(trial, from, to, bytes);
     if (!disk.isGPT && reachesBeyondMbr(trial))
         return Text(QT_TRANSLATE_NOOP("Sandbox", "An MBR disk cannot use space beyond 2 TiB."));
-    for (const std::size_t place : {from, to}) {
-        const Partition& entry = disk.partitions[place];
+    for (const std::size_t index : {from, to}) {
+        const Partition& entry = disk.partitions[index];
         const FileSystem* kind = entry.unallocated ? nullptr : fileSystem(entry.fsString);
-        const qint64 size = place == to ? entry.size + bytes : entry.size - bytes;
+        const qint64 size = index == to ? entry.size + bytes : entry.size - bytes;
         if (kind == nullptr)
             continue;
         if (const Rejection rejection = sizeRejection(*kind, size, entry.clusterSize * entry.sectorSize))

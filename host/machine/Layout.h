@@ -33,19 +33,19 @@ Partition freeRegion(const Disk& disk, qint64 begin, qint64 end);
 void emptyDisk(Disk& disk);
 
 /// Index of an entry in the disk's list.
-std::size_t placeOf(const Disk& disk, const Partition& entry);
+std::size_t indexOf(const Disk& disk, const Partition& entry);
 /// The nearest partitions before and after an index of the list; null if not found.
-const Partition* partitionBefore(const Disk& disk, std::size_t place);
-const Partition* partitionAfter(const Disk& disk, std::size_t place);
+const Partition* partitionBefore(const Disk& disk, std::size_t index);
+const Partition* partitionAfter(const Disk& disk, std::size_t index);
 
 /// The kind of a new partition between two others. Kind::None if the table is full.
 enum class Kind { None, Primary, Logical };
 Kind kindBetween(const Disk& disk, const Partition* before, const Partition* after);
 
-/// Replaces the free region at @p place by @p partition, which is inside it, and by the remaining free space.
-void putInto(Disk& disk, std::size_t place, const Partition& partition);
-/// Replaces the entry at @p place by free space.
-void setFree(Disk& disk, std::size_t place);
+/// Replaces the free region at @p index by @p partition, which is inside it, and by the remaining free space.
+void putInto(Disk& disk, std::size_t index, const Partition& partition);
+/// Replaces the entry at @p index by free space.
+void setFree(Disk& disk, std::size_t index);
 /// Sets the start of a partition and of its boot record.
 void moveTo(Partition& entry, qint64 begin);
 

@@ -32,64 +32,64 @@ struct InvalidMachine
     QString text;
 };
 
-template <class Number> Number wholeNumber(const QJsonValue& value, const QString& place)
+template <class Number> Number wholeNumber(const QJsonValue& value, const QString& path)
 {
     const double number = value.toDouble(std::nan(""));
     const auto whole = value.toVariant().toLongLong();
     if (!value.isDouble() || number != std::floor(number) || std::fabs(number) > 9.2e18 ||
         whole > std::numeric_limits<Number>::max() || whole < std::numeric_limits<Number>::min())
-        throw InvalidMachine{QStringLiteral("%1 must be a whole number").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be a whole number").arg(path)};
     return static_cast<Number>(whole);
 }
 
-void assign(bool& target, const QJsonValue& value, const QString& place)
+void assign(bool& target, const QJsonValue& value, const QString& path)
 {
     if (!value.isBool())
-        throw InvalidMachine{QStringLiteral("%1 must be true or false").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be true or false").arg(path)};
     target = value.toBool();
 }
 
-void assign(QString& target, const QJsonValue& value, const QString& place)
+void assign(QString& target, const QJsonValue& value, const QString& path)
 {
     if (!value.isString())
-        throw InvalidMachine{QStringLiteral("%1 must be a string").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be a string").arg(path)};
     target = value.toString();
 }
 
-void assign(int& target, const QJsonValue& value, const QString& place)
+void assign(int& target, const QJsonValue& value, const QString& path)
 {
-    target = wholeNumber<int>(value, place);
+    target = wholeNumber<int>(value, path);
 }
 
-void assign(qint64& target, const QJsonValue& value, const QString& place)
+void assign(qint64& target, const QJsonValue& value, const QString& path)
 {
-    target = wholeNumber<qint64>(value, place);
+    target = wholeNumber<qint64>(value, path);
 }
 
 template <class Record>
 void assignKey(Record& record, const std::vector<Field<Record>>& fields, const QString& key,
-               const QJsonValue& value, const QString& place)
+               const QJsonValue& value, const QString& path)
 {
     for (const Field<Record>& field : fields) {
         if (key != QLatin1String(field.key))
             continue;
-        std::visit([&](auto member) { assign(record.*member, value, place); }, field.member);
+        std::visit([&](auto member) { assign(record.*member, value, path); }, field.member);
         return;
     }
-    throw InvalidMachine{QStringLiteral("%1 is not a key of the inventory").arg(place)};
+    throw InvalidMachine{QStringLiteral("%1 is not a key of the inventory").arg(path)};
 }
 
-QJsonObject objectAt(const QJsonValue& value, const QString& place)
+QJsonObject objectAt(const QJsonValue& value, const QString& path)
 {
     if (!value.isObject())
-        throw InvalidMachine{QStringLiteral("%1 must be an object").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be an object").arg(path)};
     return value.toObject();
 }
 
-QJsonArray listAt(const QJsonValue& value, const QString& place)
+QJsonArray listAt(const QJsonValue& value, const QString& path)
 {
     if (!value.isArray())
-        throw InvalidMachine{QStringLiteral("%1 must be an array").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 must be an array").arg(path)};
     return value.toArray();
 }
 
@@ -98,10 +98,10 @@ bool isSize(qint64 bytes)
     return bytes >= 0 && bytes <= kLargestSize;
 }
 
-void requireKey(const QJsonObject& object, const char* key, const QString& place)
+void requireKey(const QJsonObject& object, const char* key, const QString& path)
 {
     if (!object.contains(QLatin1String(key)))
-        throw InvalidMachine{QStringLiteral("%1.%2 is missing").arg(place, QLatin1String(key))};
+        throw InvalidMachine{QStringLiteral("%1.%2 is missing").arg(path, QLatin1String(key))};
 }
 
 // A partition with the values that it inherits from its disk; its own keys override them.
@@ -117,16 +117,16 @@ Partition partitionIn(const Disk& disk)
     return partition;
 }
 
-Partition readPartition(const QJsonObject& object, const Disk& disk, const QString& place)
+Partition readPartition(const QJsonObject& object, const Disk& disk, const QString& path)
 {
-    requireKey(object, "size", place);
+    requireKey(object, "size", path);
     Partition partition = partitionIn(disk);
     for (auto it = object.begin(); it != object.end(); ++it)
-        assignKey(partition, partitionFields(), it.key(), it.value(), place + QLatin1Char('.') + it.key());
+        assignKey(partition, partitionFields(), it.key(), it.value(), path + QLatin1Char('.') + it.key());
     if (!isSize(partition.size) || !isSize(partition.usedSize) || partition.startSector < 0 ||
         partition.startSector > kLastSector || partition.sectorSize <= 0 ||
         partition.sectorSize > kLargestSector)
-        throw InvalidMachine{QStringLiteral("%1 has a size or place that no partition can have").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 has a size or place that no partition can have").arg(path)};
     const int sectorSize = partition.sectorSize;
     if (!object.contains(QStringLiteral("startSector")))
         partition.startSector =
@@ -153,27 +153,27 @@ void fillFromPartitions(Disk& disk, const QJsonObject& object)
         disk.bltState = settled.bltState;
 }
 
-Disk readDisk(const QJsonObject& object, const QString& place)
+Disk readDisk(const QJsonObject& object, const QString& path)
 {
-    requireKey(object, "diskIndex", place);
-    requireKey(object, "size", place);
+    requireKey(object, "diskIndex", path);
+    requireKey(object, "size", path);
     Disk disk;
     for (auto it = object.begin(); it != object.end(); ++it) {
         if (it.key() != kPartitions)
-            assignKey(disk, diskFields(), it.key(), it.value(), place + QLatin1Char('.') + it.key());
+            assignKey(disk, diskFields(), it.key(), it.value(), path + QLatin1Char('.') + it.key());
     }
     if (!isSize(disk.size))
-        throw InvalidMachine{QStringLiteral("%1 has a size that no disk can have").arg(place)};
+        throw InvalidMachine{QStringLiteral("%1 has a size that no disk can have").arg(path)};
     if (!object.contains(kPartitions))
         return disk;
-    const QString listPlace = place + QLatin1String(".partitions");
-    const QJsonArray partitions = listAt(object.value(kPartitions), listPlace);
+    const QString listPath = path + QLatin1String(".partitions");
+    const QJsonArray partitions = listAt(object.value(kPartitions), listPath);
     if (partitions.size() > kMostPartitions)
         throw InvalidMachine{
-            QStringLiteral("%1 has more than %2 entries").arg(listPlace).arg(kMostPartitions)};
+            QStringLiteral("%1 has more than %2 entries").arg(listPath).arg(kMostPartitions)};
     for (int i = 0; i < partitions.size(); ++i) {
-        const QString entryPlace = QStringLiteral("%1[%2]").arg(listPlace).arg(i);
-        disk.partitions.push_back(readPartition(objectAt(partitions.at(i), entryPlace), disk, entryPlace));
+        const QString entryPath = QStringLiteral("%1[%2]").arg(listPath).arg(i);
+        disk.partitions.push_back(readPartition(objectAt(partitions.at(i), entryPath), disk, entryPath));
     }
     fillFromPartitions(disk, object);
     return disk;
@@ -185,8 +185,8 @@ void readDisks(Machine& machine, const QJsonValue& value)
     if (disks.size() > kMostDisks)
         throw InvalidMachine{QStringLiteral("disks has more than %1 entries").arg(kMostDisks)};
     for (int i = 0; i < disks.size(); ++i) {
-        const QString place = QStringLiteral("disks[%1]").arg(i);
-        machine.disks.push_back(readDisk(objectAt(disks.at(i), place), place));
+        const QString path = QStringLiteral("disks[%1]").arg(i);
+        machine.disks.push_back(readDisk(objectAt(disks.at(i), path), path));
     }
 }
 

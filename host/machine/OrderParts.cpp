@@ -68,9 +68,9 @@ void makeRaw(Partition& partition)
     partition.isOfflineBoot = false;
 }
 
-Partition newPartition(const Machine& machine, const Disk& disk, Span place, Kind kind)
+Partition newPartition(const Machine& machine, const Disk& disk, Span span, Kind kind)
 {
-    Partition created = freeRegion(disk, place.begin, place.end);
+    Partition created = freeRegion(disk, span.begin, span.end);
     created.unallocated = false;
     created.isPrimary = kind != Kind::Logical;
     created.driveLetter = machine.firstFreeLetter();

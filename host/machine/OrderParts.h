@@ -47,7 +47,7 @@ void giveFileSystem(Partition& partition, const QString& fileSystem, const QStri
 /// Removes a partition's file system and its data.
 void makeRaw(Partition& partition);
 /// A new empty partition with a letter and, on a GPT disk, a GUID.
-Partition newPartition(const Machine& machine, const Disk& disk, Span place, Kind kind);
+Partition newPartition(const Machine& machine, const Disk& disk, Span span, Kind kind);
 /// Removes the disk's partition table.
 void loseTable(Disk& disk);
 /// Writes an empty partition table.

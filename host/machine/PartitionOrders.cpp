@@ -18,12 +18,12 @@ void createPartition(Machine& machine, const QVariantMap& params)
 {
     Disk& disk = targetDisk(machine, params);
     const Partition* region = namedRegion(machine, params);
-    const std::size_t place = placeOf(disk, *region);
-    const Kind kind = kindBetween(disk, partitionBefore(disk, place), partitionAfter(disk, place));
+    const std::size_t index = indexOf(disk, *region);
+    const Kind kind = kindBetween(disk, partitionBefore(disk, index), partitionAfter(disk, index));
     Partition created =
         newPartition(machine, disk, newSpan(disk, *region, bytesOf(params, "capacity")), kind);
     giveFileSystem(created, textOf(params, "fileSystem"), textOf(params, "label"), 0);
-    putInto(disk, place, created);
+    putInto(disk, index, created);
     settle(disk);
 }
 
@@ -31,7 +31,7 @@ void deletePartition(Machine& machine, const QVariantMap& params)
 {
     const Partition& gone = target(machine, params);
     Disk& disk = *machine.disk(gone.diskIndex);
-    setFree(disk, placeOf(disk, gone));
+    setFree(disk, indexOf(disk, gone));
     settle(disk);
 }
 
@@ -65,14 +65,14 @@ void resizePartition(Machine& machine, const QVariantMap& params)
 {
     Partition& partition = target(machine, params);
     Disk& disk = diskOf(machine, partition);
-    const std::size_t place = placeOf(disk, partition);
+    const std::size_t index = indexOf(disk, partition);
     const qint64 room = partition.endOffset() + freeSpaceAfter(disk, partition);
     const bool hasRegion = room > partition.endOffset();
     partition.size = bytesOf(params, "size") / partition.sectorSize * partition.sectorSize;
     if (partition.isDynamic)
         partition.volumeSize = partition.size;
     const qint64 end = partition.endOffset();
-    const auto after = disk.partitions.begin() + static_cast<std::ptrdiff_t>(place) + 1;
+    const auto after = disk.partitions.begin() + static_cast<std::ptrdiff_t>(index) + 1;
     const auto next = hasRegion ? disk.partitions.erase(after) : after;
     if (room > end)
         disk.partitions.insert(next, freeRegion(disk, end, room));
@@ -85,13 +85,13 @@ void cutOff(Machine& machine, const QVariantMap& params, qint64 size, const char
 {
     Partition& source = target(machine, params);
     Disk& disk = diskOf(machine, source);
-    const std::size_t place = placeOf(disk, source);
+    const std::size_t index = indexOf(disk, source);
     const Span span{alignedUp(source.endOffset() - size), source.endOffset()};
-    const Kind kind = kindBetween(disk, &source, partitionAfter(disk, place));
+    const Kind kind = kindBetween(disk, &source, partitionAfter(disk, index));
     Partition created = newPartition(machine, disk, span, kind);
     giveFileSystem(created, textOf(params, fileSystemKey), textOf(params, labelKey), 0);
     source.size = span.begin - source.startOffset();
-    disk.partitions.insert(disk.partitions.begin() + static_cast<std::ptrdiff_t>(place) + 1, created);
+    disk.partitions.insert(disk.partitions.begin() + static_cast<std::ptrdiff_t>(index) + 1, created);
     settle(disk);
 }
 
@@ -114,7 +114,7 @@ void allocateSpace(Machine& machine, const QVariantMap& params)
     const Partition& source = target(machine, params);
     Disk& disk = *machine.disk(source.diskIndex);
     const Partition& taker = *machine.partition(textOf(params, "targetDriveLetter"));
-    giveSpace(disk, placeOf(disk, source), placeOf(disk, taker), alignedDown(size));
+    giveSpace(disk, indexOf(disk, source), indexOf(disk, taker), alignedDown(size));
     settle(disk);
 }
 
@@ -125,7 +125,7 @@ qint64 allocateBytes(const Machine& machine, const QVariantMap& params)
     const Partition& source = target(machine, params);
     const Disk& disk = *machine.disk(source.diskIndex);
     const Partition& taker = *machine.partition(textOf(params, "targetDriveLetter"));
-    return movedByGiving(disk, placeOf(disk, source), placeOf(disk, taker));
+    return movedByGiving(disk, indexOf(disk, source), indexOf(disk, taker));
 }
 
 void smartAdjust(Machine& machine, const QVariantMap& params)
@@ -155,8 +155,8 @@ void mergePartitions(Machine& machine, const QVariantMap& params)
     moveTo(merged, std::min(first.startOffset(), second.startOffset()));
     merged.size = end - merged.startOffset();
     merged.usedSize += second.usedSize;
-    const auto one = disk.partitions.begin() + static_cast<std::ptrdiff_t>(placeOf(disk, first));
-    const auto other = disk.partitions.begin() + static_cast<std::ptrdiff_t>(placeOf(disk, second));
+    const auto one = disk.partitions.begin() + static_cast<std::ptrdiff_t>(indexOf(disk, first));
+    const auto other = disk.partitions.begin() + static_cast<std::ptrdiff_t>(indexOf(disk, second));
     disk.partitions.insert(disk.partitions.erase(std::min(one, other), std::max(one, other) + 1), merged);
     settle(disk);
 }

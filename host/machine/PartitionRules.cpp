@@ -66,7 +66,7 @@ Rejection newPartitionAtEnd(const Question& q, const char* sizeKey, const char* 
     if (const Rejection rejection =
             sizeRejection(*fileSystem(source.fsString), begin - source.startOffset(), 0))
         return rejection;
-    if (kindBetween(disk, &source, partitionAfter(disk, placeOf(disk, source))) == Kind::None)
+    if (kindBetween(disk, &source, partitionAfter(disk, indexOf(disk, source))) == Kind::None)
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The partition table is full."));
     return lettersLeft(q.machine);
 }
@@ -94,9 +94,9 @@ Rejection create(const Question& q)
 {
     if (const Rejection rejection = firstOf(q, {writableDisk, diskWithTable, basicDiskOfOrder, regionFits}))
         return rejection;
-    const std::size_t place = placeOf(*q.disk(), *namedRegion(q.machine, q.params));
-    const bool full = kindBetween(*q.disk(), partitionBefore(*q.disk(), place),
-                                  partitionAfter(*q.disk(), place)) == Kind::None;
+    const std::size_t index = indexOf(*q.disk(), *namedRegion(q.machine, q.params));
+    const bool full = kindBetween(*q.disk(), partitionBefore(*q.disk(), index),
+                                  partitionAfter(*q.disk(), index)) == Kind::None;
     return full ? Rejection(QT_TRANSLATE_NOOP("Sandbox", "The partition table is full."))
                 : lettersLeft(q.machine);
 }
@@ -138,7 +138,7 @@ Rejection allocate(const Question& q)
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The size must be at least one mebibyte."));
     if (target->isLocked() || fileSystem(target->fsString) == nullptr)
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The target has no readable file system."));
-    return givingRejection(disk, placeOf(disk, source), placeOf(disk, *target), alignedDown(size));
+    return givingRejection(disk, indexOf(disk, source), indexOf(disk, *target), alignedDown(size));
 }
 
 Rejection wipePartition(const Question& q)
@@ -165,9 +165,9 @@ Rejection convertKind(const Question& q, bool toPrimary)
     if (const Rejection rejection = basicDisk(*q.diskOf(partition)))
         return rejection;
     const Disk& disk = *q.diskOf(partition);
-    const std::size_t place = placeOf(disk, partition);
-    const Partition* before = partitionBefore(disk, place);
-    const Partition* after = partitionAfter(disk, place);
+    const std::size_t index = indexOf(disk, partition);
+    const Partition* before = partitionBefore(disk, index);
+    const Partition* after = partitionAfter(disk, index);
     const int adjacentLogicals =
         int(before != nullptr && !before->isPrimary) + int(after != nullptr && !after->isPrimary);
     if (!toPrimary && (partition.isActive || partition.isBoot))
@@ -179,7 +179,7 @@ Rejection convertKind(const Question& q, bool toPrimary)
     if (adjacentLogicals == 2)
         return Rejection(QT_TRANSLATE_NOOP("Sandbox", "The drive is between logical drives."));
     Disk without = disk;
-    without.partitions.erase(without.partitions.begin() + static_cast<std::ptrdiff_t>(place));
+    without.partitions.erase(without.partitions.begin() + static_cast<std::ptrdiff_t>(index));
     return rejectIf(!(kindBetween(without, nullptr, nullptr) == Kind::Primary),
                     QT_TRANSLATE_NOOP("Sandbox", "The partition table is full."));
 }

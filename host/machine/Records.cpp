@@ -96,10 +96,10 @@ void settle(Disk& disk)
     disk.usedSize = 0;
     disk.emptyPartitionCount = 0;
     disk.bltState = 0;
-    int place = 0;
+    int index = 0;
     for (Partition& entry : disk.partitions) {
         entry.diskIndex = disk.diskIndex;
-        entry.partitionIndex = place++;
+        entry.partitionIndex = index++;
         entry.endSector = entry.startSector + entry.size / entry.sectorSize - 1;
         disk.usedSize += entry.usedSize;
         disk.bltState = std::max(disk.bltState, entry.bltState);

@@ -54,7 +54,7 @@ Span newSpan(const Disk& disk, const Partition& region, qint64 capacity)
 std::optional<Transfer> smartTransfer(const Machine& machine, const Partition& partition)
 {
     const Disk& disk = *machine.disk(partition.diskIndex);
-    const std::size_t to = placeOf(disk, partition);
+    const std::size_t to = indexOf(disk, partition);
     const std::optional<Transfer> region = bestOffer(disk, to, true);
     return region.has_value() ? region : bestOffer(disk, to, false);
 }

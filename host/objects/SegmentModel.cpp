@@ -8,7 +8,7 @@ namespace host {
 namespace {
 
 // Wide enough to see and to click.
-constexpr double kLeastWidth = 18;
+constexpr double kMinWidth = 18;
 constexpr double kGap = 2;
 
 } // namespace
@@ -84,7 +84,7 @@ void SegmentModel::layOut()
     std::vector<qint64> sizes;
     for (const Row& row : rows_)
         sizes.push_back(row.size);
-    const std::vector<BarPiece> pieces = layoutBar(sizes, barWidth_, kLeastWidth, kGap);
+    const std::vector<BarPiece> pieces = layoutBar(sizes, barWidth_, kMinWidth, kGap);
     for (int row = 0; row < count(); ++row) {
         BarPiece& piece = rows_[static_cast<std::size_t>(row)].piece;
         const BarPiece& wanted = pieces[static_cast<std::size_t>(row)];

@@ -10,7 +10,7 @@
 
 namespace {
 
-QByteArray readWhole(const QString& path)
+QByteArray readFile(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -22,7 +22,7 @@ std::optional<quint64> readMemoryBlocksKib(const QString& root)
     const QString folder = root + QLatin1String("/sys/devices/system/memory");
     bool isNumber = false;
     const quint64 blockBytes =
-        readWhole(folder + QLatin1String("/block_size_bytes")).trimmed().toULongLong(&isNumber, 16);
+        readFile(folder + QLatin1String("/block_size_bytes")).trimmed().toULongLong(&isNumber, 16);
     const QStringList blocks = QDir(folder).entryList({QStringLiteral("memory[0-9]*")}, QDir::Dirs);
     if (!isNumber || blockBytes < 1024 || blocks.isEmpty())
         return std::nullopt;
@@ -31,7 +31,7 @@ std::optional<quint64> readMemoryBlocksKib(const QString& root)
 
 std::optional<quint64> readMemTotalKib(const QString& root)
 {
-    const QList<QByteArray> lines = readWhole(root + QLatin1String("/proc/meminfo")).split('\n');
+    const QList<QByteArray> lines = readFile(root + QLatin1String("/proc/meminfo")).split('\n');
     for (const QByteArray& line : lines) {
         if (!line.startsWith("MemTotal:"))
             continue;
@@ -48,7 +48,7 @@ using Fields = QMap<QString, QString>;
 std::vector<Fields> readCpuBlocks(const QString& root)
 {
     std::vector<Fields> blocks;
-    const QString text = QString::fromUtf8(readWhole(root + QLatin1String("/proc/cpuinfo")));
+    const QString text = QString::fromUtf8(readFile(root + QLatin1String("/proc/cpuinfo")));
     const QStringList parts = text.split(QStringLiteral("\n\n"), Qt::SkipEmptyParts);
     for (const QString& part : parts) {
         Fields fields;
@@ -114,7 +114,7 @@ std::vector<QVariantMap> readTpmRows(const QString& root)
     const QString tpm = root + QLatin1String("/sys/class/tpm/tpm0");
     if (!QFileInfo::exists(tpm))
         return {};
-    const bool second = readWhole(tpm + QLatin1String("/tpm_version_major")).trimmed() == "2";
+    const bool second = readFile(tpm + QLatin1String("/tpm_version_major")).trimmed() == "2";
     // The kernel lists a TPM only if it is activated.
     return {{{QStringLiteral("IsActivated_InitialValue"), true},
              {QStringLiteral("IsEnabled_InitialValue"), true},

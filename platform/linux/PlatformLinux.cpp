@@ -12,7 +12,7 @@
 namespace {
 
 // A misspelt property is missing here as well, so the mistake is visible on every system.
-QVariantMap namedOnly(const QVariantMap& row, const QStringList& properties)
+QVariantMap selectProperties(const QVariantMap& row, const QStringList& properties)
 {
     QVariantMap named;
     for (const QString& name : properties) {
@@ -73,12 +73,13 @@ std::vector<QVariantMap> PlatformLinux::wmiQuery(const QString& nameSpace, const
                                                  const QStringList& properties) const
 {
     std::vector<QVariantMap> rows;
-    for (const QVariantMap& whole : wholeRows(nameSpace, query))
-        rows.push_back(namedOnly(whole, properties));
+    for (const QVariantMap& allProperties : queryAllProperties(nameSpace, query))
+        rows.push_back(selectProperties(allProperties, properties));
     return rows;
 }
 
-std::vector<QVariantMap> PlatformLinux::wholeRows(const QString& nameSpace, const QString& query) const
+std::vector<QVariantMap> PlatformLinux::queryAllProperties(const QString& nameSpace,
+                                                           const QString& query) const
 {
     const bool tpm = nameSpace.endsWith(QLatin1String("MicrosoftTPM"));
     if (tpm)

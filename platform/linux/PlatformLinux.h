@@ -23,7 +23,7 @@ public:
 
 private:
     // The rows of a query with all known properties.
-    std::vector<QVariantMap> wholeRows(const QString& nameSpace, const QString& query) const;
+    std::vector<QVariantMap> queryAllProperties(const QString& nameSpace, const QString& query) const;
 
     QString root_;
 };

@@ -80,7 +80,7 @@ void RandomMachine::makeSystem(host::Partition& partition)
 
 void RandomMachine::fill(host::Disk& disk, bool system)
 {
-    constexpr qint64 kLeast = 40 * kMiB;
+    constexpr qint64 kMinBytes = 40 * kMiB;
     const int sector = chance(85) ? 512 : 4096;
     const qint64 unit = chance(25) ? sector : kMiB;
     const qint64 end = disk.size / sector * sector - (disk.isGPT ? kGptTail * sector : 0);
@@ -90,9 +90,9 @@ void RandomMachine::fill(host::Disk& disk, bool system)
         const bool isSystem = system && i == 0;
         const qint64 limit = std::min(end, disk.isGPT ? end : 2 * kTiB) - cursor;
         const qint64 most = isSystem ? 100 * kGiB : std::min(limit, (entries > 3 ? 1 : 3) * disk.size / 4);
-        if (limit < 2 * kLeast || most < 2 * kLeast)
+        if (limit < 2 * kMinBytes || most < 2 * kMinBytes)
             break;
-        const qint64 size = isSystem ? most : kLeast + below(most - kLeast);
+        const qint64 size = isSystem ? most : kMinBytes + below(most - kMinBytes);
         host::Partition entry = entryOf(disk, sector, cursor, size / unit * unit);
         entry.unallocated = !isSystem && chance(25);
         if (isSystem)

@@ -115,21 +115,21 @@ protected:
 
 TEST_P(ThemeColours, Texts_HaveEnoughContrast)
 {
-    constexpr double kLeast = 4.5;
+    constexpr double kMinContrast = 4.5;
     for (const QColor& ground : {theme.window(), theme.surface(), theme.raised()}) {
-        EXPECT_GE(contrast(theme.text(), ground), kLeast);
-        EXPECT_GE(contrast(theme.muted(), ground), kLeast);
+        EXPECT_GE(contrast(theme.text(), ground), kMinContrast);
+        EXPECT_GE(contrast(theme.muted(), ground), kMinContrast);
     }
     for (const QColor& ink : {theme.good(), theme.bad(), theme.warn(), theme.accent()})
-        EXPECT_GE(contrast(ink, theme.surface()), kLeast) << ink.name().toStdString();
-    EXPECT_GE(contrast(theme.good(), theme.goodSurface()), kLeast);
-    EXPECT_GE(contrast(theme.bad(), theme.badSurface()), kLeast);
-    EXPECT_GE(contrast(theme.warn(), theme.warnSurface()), kLeast);
-    EXPECT_GE(contrast(theme.accent(), theme.accentSurface()), kLeast);
-    EXPECT_GE(contrast(theme.text(), theme.accentSurface()), kLeast);
-    EXPECT_GE(contrast(theme.accentText(), theme.accent()), kLeast);
+        EXPECT_GE(contrast(ink, theme.surface()), kMinContrast) << ink.name().toStdString();
+    EXPECT_GE(contrast(theme.good(), theme.goodSurface()), kMinContrast);
+    EXPECT_GE(contrast(theme.bad(), theme.badSurface()), kMinContrast);
+    EXPECT_GE(contrast(theme.warn(), theme.warnSurface()), kMinContrast);
+    EXPECT_GE(contrast(theme.accent(), theme.accentSurface()), kMinContrast);
+    EXPECT_GE(contrast(theme.text(), theme.accentSurface()), kMinContrast);
+    EXPECT_GE(contrast(theme.accentText(), theme.accent()), kMinContrast);
     for (const char* name : {"NTFS", "FAT32", "exFAT", "ReFS", "ext4", ""})
-        EXPECT_GE(contrast(theme.text(), theme.fileSystem(name, true)), kLeast) << name;
+        EXPECT_GE(contrast(theme.text(), theme.fileSystem(name, true)), kMinContrast) << name;
 }
 
 TEST_P(ThemeColours, FileSystems_DifferFromEachOtherAndUsedFromFree)

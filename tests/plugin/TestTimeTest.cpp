@@ -105,7 +105,7 @@ TEST_F(TestTime, LevelAboveInfo_IsNeitherLoggedNorRaised)
 
 TEST_F(TestTime, EffectiveLevel_IsRaisedAtTheThreshold)
 {
-    EXPECT_EQ(CTestTime::thresholdMs, 100);
+    EXPECT_EQ(CTestTime::kThresholdMs, 100);
     for (const int level : {0, 1, 2}) {
         EXPECT_EQ(CTestTime::effectiveLevel(level, 99), level);
         EXPECT_EQ(CTestTime::effectiveLevel(level, 100), 4);

@@ -87,7 +87,7 @@ TEST_F(BootChecker, StillRunningAtTheTimeout_HasNoResultAndIsNotTerminated)
 
 TEST(BootCheckerLimit, IsThirtySeconds)
 {
-    EXPECT_EQ(kBootCheckerLimitMs, 30000);
+    EXPECT_EQ(kBootCheckerTimeoutMs, 30000);
 }
 
 } // namespace

@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr qlonglong kLeast = std::numeric_limits<qlonglong>::min();
-constexpr qlonglong kMost = std::numeric_limits<qlonglong>::max();
+constexpr qlonglong kMin = std::numeric_limits<qlonglong>::min();
+constexpr qlonglong kMax = std::numeric_limits<qlonglong>::max();
 
 template <class Record> QStringList fieldsOf(const Record& record)
 {
@@ -130,7 +130,7 @@ TEST(DiskFields, FreeSpace_IsTheDifferenceAndMayBeNegative)
     const DiskInfo over = disk(QVariantMap{{"size", 10}, {"usedSize", 11}});
     EXPECT_EQ(over.availableSpace, -1);
     EXPECT_EQ(over.displayAvailableSpace, "0 Byte");
-    EXPECT_EQ(disk(QVariantMap{{"size", kLeast}, {"usedSize", 1}}).availableSpace, kMost);
+    EXPECT_EQ(disk(QVariantMap{{"size", kMin}, {"usedSize", 1}}).availableSpace, kMax);
 }
 
 TEST(DiskFields, SizesBeyond32Bits_AreNotTruncated)
@@ -324,7 +324,7 @@ TEST(PartitionFields, ProductsAndDifferencesThatOverflow_WrapAround)
         512);
     EXPECT_EQ(partition(QVariantMap{{"startSector", 5}, {"sectorSize", -1}}).startingOffset, -5);
     EXPECT_EQ(partition(QVariantMap{{"clusterSize", 65536}, {"sectorSize", 65537}}).clusterSize, 65536);
-    EXPECT_EQ(partition(QVariantMap{{"size", kLeast}, {"usedSize", 1}}).freeSize, kMost);
+    EXPECT_EQ(partition(QVariantMap{{"size", kMin}, {"usedSize", 1}}).freeSize, kMax);
 }
 
 TEST(Conversions, NumericStringsAreRead_AndOtherStringsAreZero)

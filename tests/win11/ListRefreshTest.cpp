@@ -153,7 +153,7 @@ TEST_F(ListRefresh, Refresh_ProgramThatDoesNotEnd_IsTerminatedAfterTheTimeout)
 
 TEST(ListRefreshLimit, Finder_MayTakeThirtySeconds)
 {
-    EXPECT_EQ(kListFinderLimitMs, 30000);
+    EXPECT_EQ(kListFinderTimeoutMs, 30000);
 }
 
 TEST_F(ListRefresh, Refresh_ConfiguredWhitelist_IsWritten)
