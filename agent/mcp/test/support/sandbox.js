@@ -17,19 +17,19 @@ const notListening = 1;
 /**
  * Starts the sandbox host with one of the included machines.
  * @param {import('node:test').TestContext} t ends the host at its end
- * @param {{ machine?: string, change?: (machine: any) => void }} [options] change edits a copy of the machine file
+ * @param {{ machine?: string, change?: (machine: any) => void, args?: string[] }} [options] change edits a copy of the machine file
  */
-export async function startHost(t, { machine = 'desktop', change } = {}) {
+export async function startHost(t, { machine = 'desktop', change, args = [] } = {}) {
     for (let i = 0; i < attempts; i++) {
-        const host = await startOnce(t, change ? editedMachine(t, machine, change) : machine);
+        const host = await startOnce(t, change ? editedMachine(t, machine, change) : machine, args);
         if (host) return host;
     }
     throw new Error(`zorhost did not find a free port in ${attempts} attempts.`);
 }
 
-/** @param {import('node:test').TestContext} t @param {string} machine */
-async function startOnce(t, machine) {
-    const child = spawn(join(binaries, 'zorhost'), ['--machine', machine, '--headless'], {
+/** @param {import('node:test').TestContext} t @param {string} machine @param {string[]} args */
+async function startOnce(t, machine, args) {
+    const child = spawn(join(binaries, 'zorhost'), ['--machine', machine, '--headless', ...args], {
         env: { ...process.env, QT_QPA_PLATFORM: 'offscreen' },
         stdio: ['ignore', 'pipe', 'pipe'],
     });

@@ -1,0 +1,9 @@
+// Ten requests of users on the sandbox host, from the first read to the end state.
+import { test } from 'node:test';
+import { carryOut } from './support/conversation.js';
+import { requests } from './support/requests.js';
+
+for (const request of requests)
+    test(request.name, async (t) => {
+        await carryOut(t, request);
+    });
