@@ -5,11 +5,16 @@
 #include "recscan/RecAction.h"
 #include "recscan/RecScanThread.h"
 #include "tests/recscan/ReferralService.h"
+#include "tests/support/AIBridgeAccess.h"
 #include "tests/support/Threads.h"
 #include "tools/ZorHandle.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
+
+#include <functional>
+#include <memory>
+#include <utility>
 
 namespace {
 
@@ -527,6 +532,38 @@ TEST_F(Answers, TheAction_RunsOnTheApplicationThreadWithoutTheGate)
     ASSERT_TRUE(hostCalls().contains(kHealth));
     for (const HostCallRecord& call : host.recorder().calls())
         EXPECT_EQ(call.thread, QCoreApplication::instance()->thread());
+}
+
+// The tool asks the page whether the order is valid. The host's code replaces the service inside that call.
+TEST_F(Answers, ActionDuringWhichTheServiceEndsAndAnotherAnswerArrives_CompletesWithItsHandler)
+{
+    std::function<void()> duringNextCall;
+    host.spec("partitionmanager").answer("doFunFromAI", [&](const QVariantList&) {
+        if (const auto run = std::exchange(duringNextCall, nullptr))
+            run();
+        return QVariant(true);
+    });
+    machine = {diskMap(0, {partitionMap(0, "D", 10 * kGib, 9 * kGib), partitionMap(0, "E", 100 * kGib, 0)})};
+    ASSERT_FALSE(scanFrom(3).isEmpty());
+    startService();
+    host.recorder().clear();
+    const std::weak_ptr<ZORNativePluginIf> handler =
+        AIBridgeAccess::serverThread(*host.bridge())->toolHandler();
+    duringNextCall = [&] {
+        release();
+        startServiceHeld();
+        answer({{"result", 0}});
+        EXPECT_FALSE(serviceHasHandler());
+        EXPECT_FALSE(handler.expired());
+    };
+    answer({{"result", 0}});
+    EXPECT_EQ(hostCalls(),
+              QStringList({"partitionmanager.doFunFromAI "
+                           "list[int:1,map{TestFunValid=bool:true,driveLetter=QString:\"D\"}]",
+                           "window.closeGuide list[invalid]",
+                           "partitionmanager.doFunFromAI list[int:1,map{driveLetter=QString:\"D\"}]"}));
+    EXPECT_TRUE(handler.expired());
+    letServiceGoOn();
 }
 
 } // namespace
