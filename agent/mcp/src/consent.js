@@ -5,7 +5,7 @@ import {
     inputRequired,
     inputResponse,
 } from '@modelcontextprotocol/server';
-import { targetLines } from './answers.js';
+import { questionText } from './question.js';
 
 /** @import { McpServer, ServerContext } from '@modelcontextprotocol/server' */
 /** @import { Options, PlainRecord, Tool } from './types.js' */
@@ -77,18 +77,6 @@ export class Consent {
             requestState: await this.codec.mint({ call: fingerprint(tool, args), nonce }),
         });
     }
-}
-
-/** @param {Tool} tool @param {PlainRecord} args @param {Facts} facts */
-function questionText(tool, args, facts) {
-    const values = Object.entries(args)
-        .map(([name, value]) => `${name}: ${value}`)
-        .join(', ');
-    return [
-        `An AI agent requests ${tool.title} (${tool.name}${values && `; ${values}`}). ${tool.about}`,
-        ...targetLines(facts),
-        'Data may be permanently lost. Continue?',
-    ].join('\n');
 }
 
 /** @param {McpServer} server @param {ServerContext} context */

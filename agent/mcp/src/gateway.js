@@ -8,6 +8,7 @@ import { Gate } from './gate.js';
 import { Host } from './host.js';
 import { instructions } from './instructions.js';
 import { factsAbout } from './inventory.js';
+import { quoted, unquoted } from './quote.js';
 import { offerResources } from './resources.js';
 import { annotations, inputSchema, outputSchema } from './schema.js';
 import { loadTable } from './table.js';
@@ -160,4 +161,8 @@ export function offered(table, options) {
 
 /** The argument of PreProcessing for a call; the host may show it. @param {Tool} tool @param {PlainRecord} args */
 const callText = (tool, args) =>
-    [tool.name, ...tool.args.map((arg) => `${arg.name}=${args[arg.name]}`)].join(' ');
+    [tool.name, ...tool.args.map((arg) => `${arg.name}=${valueText(String(args[arg.name]))}`)].join(' ');
+
+// In quotation marks, a text with spaces cannot look like a further argument.
+/** @param {string} value */
+const valueText = (value) => (/^[^\s"=]{1,64}$/.test(value) ? unquoted(value) : quoted(value));

@@ -1,3 +1,4 @@
+import { quoted, unquoted } from './quote.js';
 import { fromWire } from './wire.js';
 
 /** @import { CallScope, PlainRecord, Table, Tool } from './types.js' */
@@ -100,7 +101,7 @@ const flags = (names, record) =>
 export function diskLine(d) {
     const kind = d.isUninitialized ? [] : [d.isGpt ? 'GPT' : 'MBR'];
     const parts = [
-        d.diskLabel,
+        unquoted(d.diskLabel),
         `${d.displayTotalCapacity} (${d.totalCapacity} bytes)`,
         ...kind,
         `${d.partitionCount} entries`,
@@ -118,8 +119,8 @@ export function partitionLine(p) {
         ? `${p.driveLetter.slice(0, 1).toUpperCase()}:`
         : 'No letter:';
     const parts = [
-        `"${p.label}"`,
-        p.fileSystemType,
+        quoted(p.label),
+        unquoted(p.fileSystemType),
         size,
         `${p.displayUsedSize} used`,
         `disk ${p.diskIndex}`,

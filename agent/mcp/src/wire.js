@@ -1,9 +1,11 @@
 import Int64 from 'node-int64';
 import { HostError } from './errors.js';
+import { quoted } from './quote.js';
 import { listName } from './schema.js';
 
 /** @import { Argument, Plain, PlainRecord, Table, Tool, WireType } from './types.js' */
 
+const maxNames = 3;
 const I32 = [-(2n ** 31n), 2n ** 31n - 1n];
 const I64 = [-(2n ** 63n), 2n ** 63n - 1n];
 
@@ -14,7 +16,10 @@ const I64 = [-(2n ** 63n), 2n ** 63n - 1n];
  */
 export function toWire(tool, given) {
     const unknown = Object.keys(given).filter((name) => !tool.args.some((arg) => arg.name === name));
-    if (unknown.length > 0) throw invalid(tool, `it has no argument ${unknown.join(', ')}`);
+    if (unknown.length > 0) {
+        const names = unknown.slice(0, maxNames).map((name) => quoted(name));
+        throw invalid(tool, `it has no argument ${names.join(', ')}`);
+    }
     return tool.args.map((arg) => valueToWire(tool, arg, given[arg.name]));
 }
 
@@ -45,7 +50,7 @@ function driveLetter(tool, arg, value) {
     if (/^[A-Za-z](:\\?)?$/.test(value) || (arg.mayBeEmpty && value === '')) return value;
     throw invalid(
         tool,
-        `${arg.name} must be one letter, such as "E" or "E:"${arg.mayBeEmpty ? ', or empty' : ''}, but is "${value}"`,
+        `${arg.name} must be one letter, such as "E" or "E:"${arg.mayBeEmpty ? ', or empty' : ''}, but is ${quoted(value)}`,
     );
 }
 

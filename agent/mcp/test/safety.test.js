@@ -36,8 +36,8 @@ for (const modern of [false, true]) {
         const answer = await client.callTool(format);
         assert.ok(!answer.isError, text(answer));
         assert.equal(asked.length, 1);
-        assert.match(asked[0].message, /FormatPartition; driveLetter: E, fileSystem: NTFS/);
-        assert.match(asked[0].message, /E: "Dätà", exFAT, 8\.00 PB/);
+        assert.match(asked[0].message, /\(FormatPartition\)\n- driveLetter: "E"\n- fileSystem: "NTFS"/);
+        assert.match(asked[0].message, /Drive E: label "Dätà", file system "exFAT", 8\.00 PB/);
         assert.deepEqual(service.calls.find((call) => call.method === 'FormatPartition')?.args, [
             'E',
             'NTFS',
