@@ -50,33 +50,58 @@ function summary(tool, args, found) {
 }
 
 /**
- * The answer for TASK_QUEUED. It warns the model that the work is not done yet.
+ * The answer for TASK_QUEUED. It warns the model that the work is not done yet, or that the user has to do it.
  * @param {Tool} tool
  * @param {PlainRecord} args
+ * @param {Facts} [facts] before the call
  */
-export function queuedAnswer(tool, args) {
-    const accepted = `"${TASK_QUEUED}": the application accepted the order ${tool.name}.`;
-    if (tool.class === 'opens')
+export function queuedAnswer(tool, args, facts) {
+    const content = { answer: TASK_QUEUED, queued: true };
+    if (tool.onScreen !== undefined)
         return result(
-            `${accepted} It opens a page on the user's screen, where the user continues. Nothing has been changed, and no result is returned.`,
-            { answer: TASK_QUEUED, queued: true },
+            `"${TASK_QUEUED}": the application opened a page for ${tool.name}. ${tool.onScreen} Nothing has been changed yet, and no result will be returned.` +
+                ' Explain to the user what to do on the screen, and wait until the user has finished: the work does not start by itself, so polling the inventory does not help.',
+            { ...content, userContinues: true },
         );
     return result(
-        `${accepted} This does NOT mean that the work is done or will succeed: the application works independently, may ask the user, and does` +
-            ` not report the end. To see the effect, call ${readsToCheck(args)} after a while. Do not report success to the user before the inventory shows it.`,
-        { answer: TASK_QUEUED, queued: true },
+        `"${TASK_QUEUED}": the application accepted the order ${tool.name}. This does NOT mean that the work is done or will succeed: the application works independently, may ask the user, and does` +
+            ` not report the end. ${howToSee(tool, args, facts)} Do not report success to the user before the inventory shows it.`,
+        content,
     );
 }
 
-/** The calls that show the effect on the targets. @param {PlainRecord} args */
-function readsToCheck(args) {
-    const reads = Object.entries(args).flatMap(([name, value]) => {
-        if (/driveLetter\d?$/i.test(name))
-            return [`GetPartitionInfo (driveLetter "${String(value).slice(0, 1).toUpperCase()}")`];
-        return /diskIndex$/i.test(name) ? [`ListPartitionsOnDisk (diskIndex ${value})`] : [];
-    });
-    return reads.length > 0 ? reads.join(' and ') : 'ListPartitionsOnDisk or GetPartitionInfo';
+/** @param {Tool} tool @param {PlainRecord} args @param {Facts} [facts] */
+function howToSee(tool, args, facts) {
+    const reads = facts ? diskReads(facts) : namedReads(tool, args);
+    const calls = reads.length > 0 ? reads.join(' and ') : 'ListAllDisks and GetAllPartitionInfo';
+    const effect = `To see the effect, call ${calls} after a while.`;
+    const source = facts?.namedDrives[0];
+    const addsAfterDrive = tool.class === 'changes' && tool.args.some((arg) => arg.role === 'fileSystem');
+    return addsAfterDrive && source
+        ? `${effect} The new partition is the entry after ${source.letter}:. The application chooses its letter, which is the driveLetter of that entry.`
+        : effect;
 }
+
+// The record of one partition can be older than the list: a letter that is no longer in use keeps its last record.
+/** The reads of the disks that a call names, directly or through a drive. @param {Facts} facts */
+const diskReads = (facts) => [
+    ...new Set(
+        [
+            ...facts.namedDisks.map(({ disk }) => disk),
+            ...facts.namedDrives.map(({ partition }) => partition),
+        ].flatMap((record) => (record ? [`ListPartitionsOnDisk (diskIndex ${record.diskIndex})`] : [])),
+    ),
+];
+
+/** The reads of the targets if the inventory is not known. @param {Tool} tool @param {PlainRecord} args */
+const namedReads = (tool, args) =>
+    tool.args.flatMap(({ name, role }) => {
+        if (role === 'drive' && args[name] !== '')
+            return [`GetPartitionInfo (driveLetter "${String(args[name]).slice(0, 1).toUpperCase()}")`];
+        return role === 'disk' && Number(args[name]) >= 0
+            ? [`ListPartitionsOnDisk (diskIndex ${args[name]})`]
+            : [];
+    });
 
 /**
  * Any answer except TASK_QUEUED, with the inventory's data on the targets and the possible causes.

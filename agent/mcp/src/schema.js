@@ -76,7 +76,8 @@ function simple(type) {
 export function annotations(tool) {
     return {
         readOnlyHint: tool.class === 'reads',
-        destructiveHint: tool.class === 'destroys',
+        // In the protocol, false means that the tool only adds.
+        destructiveHint: tool.class === 'changes' || tool.class === 'destroys',
         idempotentHint: tool.class === 'reads' || tool.class === 'opens' || tool.repeatable,
         openWorldHint: false,
     };

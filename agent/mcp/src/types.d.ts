@@ -35,16 +35,25 @@ export interface Argument extends Field {
     mayBeEmpty?: boolean;
 }
 
-/** The permission that a tool needs: read the inventory, open a page, change data, destroy data. */
-export type ToolClass = 'reads' | 'opens' | 'changes' | 'destroys';
+/**
+ * The effect of a tool: reads the inventory; opens a page and changes nothing by itself; only adds; changes existing
+ * objects without losing data; can lose data, so that the user is asked first.
+ */
+export type ToolClass = 'reads' | 'opens' | 'adds' | 'changes' | 'destroys';
 
 export interface Tool {
     name: string;
     title: string;
     group: string;
     class: ToolClass;
+    /** The reason for the class, a sentence. */
+    reason: string;
     /** A repeated call with the same arguments has no further effect. */
     repeatable: boolean;
+    /** The arguments whose disk or drive loses its data. */
+    loses: string[];
+    /** The page that the tool opens and the user's part, in sentences; undefined if the tool opens no page. */
+    onScreen: string | undefined;
     about: string;
     args: Argument[];
     result: WireType;

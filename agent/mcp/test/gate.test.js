@@ -40,7 +40,9 @@ test('QueuedToolWithADisk_NamesTheReadForThatDisk', async (t) => {
 test('ToolThatOpensAPage_ReportsThatNothingChangedAndNoResultFollows', async (t) => {
     const { client } = await start(t, { args: ['--tools', 'care'] });
     const answer = await client.callTool({ name: 'DiskHealthCheck', arguments: { diskIndex: 1 } });
-    assert.match(text(answer), /Nothing has been changed, and no result is returned/);
+    assert.match(text(answer), /The health page shows the state of the disk\. Only the user sees it\./);
+    assert.match(text(answer), /Nothing has been changed yet, and no result will be returned/);
+    assert.match(text(answer), /polling the inventory does not help/);
 });
 
 test('ReadingTool_NeedsNoGate', async (t) => {

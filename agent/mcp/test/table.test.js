@@ -59,23 +59,56 @@ test('Classes_AreThoseOfTheEffects', () => {
     assert.deepEqual(ofClass('opens'), [
         'ShowBitLockerStatus',
         'RetrieveBitLockerRecoveryKey',
-        'CreateBootableISO',
-        'CreateWindowsInstallerMedia',
-        'SmartSpaceAdjustment',
         'OpenPartitionLayoutEditor',
         'OpenDiskLayoutEditor',
         'CheckPartitionFileSystem',
         'DiskHealthCheck',
-        'MigrateSystemDriveData',
         'RecoverLostPartition',
         'RepairRawOrDamagedPartition',
         'ScanDiskBadSectors',
         'ScanPartitionBadSectors',
         'Windows11UpgradeCheck',
     ]);
+    assert.deepEqual(ofClass('adds'), [
+        'CreateBootableISO',
+        'InstallAndEnablePreOS',
+        'CreatePartition',
+        'DiskBringOnline',
+    ]);
+    assert.deepEqual(ofClass('changes'), [
+        'DisablePreOS',
+        'ConvertDiskToGpt',
+        'ConvertDiskToMbr',
+        'ConvertDiskToDynamic',
+        'ConvertDiskToBasic',
+        'ConvertPartitionToPrimary',
+        'ConvertPartitionToLogical',
+        'ConvertPartitionToFat',
+        'ConvertPartitionToExfat',
+        'ConvertPartitionToNtfs',
+        'SmartSpaceAdjustment',
+        'SplitPartition',
+        'ResizePartition',
+        'ResizePartitionRelative',
+        'AllocateSpaceFromPartitionToNewPartition',
+        'AllocateSpaceFromPartitionToPartition',
+        'ChangePartitionClusterSize',
+        'ChangePartitionDriveLetter',
+        'ChangePartitionLabel',
+        'SetPartitionHidden',
+        'SetPartitionActive',
+        'EjectUsb',
+        'MigrateSystemDriveData',
+        'RebuildMbr',
+        'ToggleWriteProtection',
+        'AlignDiskTo4k',
+        'RepairWindowsBoot',
+        'PasswordReset',
+    ]);
     assert.deepEqual(ofClass('destroys'), [
         'CreateBootableUsbByDisk',
         'CreateBootableUsbByDriveLetter',
+        'CreateWindowsInstallerMedia',
         'CloneOSDataFromCurrent',
         'CloneOSDataFromDisk',
         'CloneOSDataFromPartition',
@@ -88,10 +121,56 @@ test('Classes_AreThoseOfTheEffects', () => {
         'WipeDisk',
         'FormatPartition',
         'DeletePartition',
+        'MergePartitions',
         'WipePartition',
         'AutoCreatePartitions',
         'LowLevelFormat',
     ]);
+});
+
+test('DestructiveHint_IsFalseOnlyForToolsThatReadOpenOrAdd', () => {
+    for (const tool of table.tools) {
+        assert.equal(
+            annotations(tool).destructiveHint,
+            ['changes', 'destroys'].includes(tool.class),
+            tool.name,
+        );
+        assert.match(tool.reason, /^[A-Z].*\.$/, tool.name);
+    }
+});
+
+test('LostData_IsNamedByArgumentsOfTheToolAndOnlyForToolsThatDestroy', () => {
+    for (const tool of table.tools) {
+        const targets = tool.args.filter((arg) => arg.role === 'drive' || arg.role === 'disk');
+        for (const name of tool.loses) assert.ok(targets.some((arg) => arg.name === name), tool.name);
+        assert.equal(tool.loses.length > 0, tool.class === 'destroys' && targets.length > 0, tool.name);
+    }
+    assert.deepEqual(named('MergePartitions').loses, ['driveLetter2']);
+    assert.deepEqual(named('ClonePartitionToPartition').loses, ['destDriveLetter']);
+});
+
+// The tools of the clone, conversion, boot media, recovery, health and toolbox pages, and of the layout editors.
+test('Pages_AreDescribedForExactlyTheToolsThatOpenOne', () => {
+    const groups = ['clone', 'care', 'guides'];
+    const others = [
+        'CreateBootableISO',
+        'CreateBootableUsbByDisk',
+        'CreateBootableUsbByDriveLetter',
+        'CreateWindowsInstallerMedia',
+        'ConvertDiskToGpt',
+        'ConvertDiskToMbr',
+        'ConvertDiskToDynamic',
+        'ConvertDiskToBasic',
+        'ConvertPartitionToFat',
+        'ConvertPartitionToExfat',
+        'ConvertPartitionToNtfs',
+        'ToggleWriteProtection',
+    ];
+    const without = ['SmartSpaceAdjustment', 'MigrateSystemDriveData', 'RepairRawOrDamagedPartition'];
+    for (const { name, group, onScreen } of table.tools) {
+        const opens = (groups.includes(group) || others.includes(name)) && !without.includes(name);
+        assert.equal(onScreen !== undefined, opens, name);
+    }
 });
 
 test('EditedComments_ChangeOnlyTheDescriptions', () => {
@@ -149,7 +228,7 @@ test('Annotations_FollowTheClass', () => {
     });
     assert.deepEqual(annotations(named('ChangePartitionLabel')), {
         readOnlyHint: false,
-        destructiveHint: false,
+        destructiveHint: true,
         idempotentHint: true,
         openWorldHint: false,
     });
