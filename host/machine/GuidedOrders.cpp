@@ -1,5 +1,6 @@
 // The work of the host's own guides.
 #include "host/machine/CloneLayout.h"
+#include "host/machine/Conversions.h"
 #include "host/machine/GuidedTasks.h"
 #include "host/machine/OrderParts.h"
 #include "host/machine/Records.h"

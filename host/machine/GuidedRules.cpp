@@ -1,5 +1,6 @@
 // Rules for the work of the host's guides.
 #include "host/machine/CloneLayout.h"
+#include "host/machine/Conversions.h"
 #include "host/machine/GuidedTasks.h"
 #include "host/machine/RuleParts.h"
 #include "host/machine/Spaces.h"

@@ -1,5 +1,7 @@
 #include "host/objects/GuidePages.h"
 
+#include "host/machine/Conversions.h"
+#include "host/machine/Toolbox.h"
 #include "host/objects/DiskText.h"
 #include "host/objects/HostCore.h"
 

@@ -93,7 +93,7 @@ Rejection HostCore::rejection(int function, const QVariantMap& params)
 
 void HostCore::recordRejection(const Text& function, const QString& arguments, const Text& reason)
 {
-    log_.write(QStringLiteral("refused %1 %2: %3").arg(function.english(), arguments, reason.english()));
+    log_.write(QStringLiteral("rejected %1 %2: %3").arg(function.english(), arguments, reason.english()));
     Q_EMIT rejected(function, arguments, reason);
 }
 

@@ -1,5 +1,6 @@
 #include "host/objects/Pages.h"
 
+#include "host/machine/Conversions.h"
 #include "host/machine/GuidedTasks.h"
 #include "host/machine/Records.h"
 

@@ -2,6 +2,7 @@
 
 #include "host/machine/GuidedTasks.h"
 #include "host/machine/Orders.h"
+#include "host/machine/Toolbox.h"
 #include "host/objects/GuidePages.h"
 
 #include <QtQml/qqml.h>

@@ -1,6 +1,8 @@
 // The checks of the guides and the toolbox.
 #include "host/machine/GuidedTasks.h"
+#include "host/machine/Conversions.h"
 #include "host/machine/Records.h"
+#include "host/machine/Toolbox.h"
 #include "tests/host/MachineText.h"
 
 #include <gtest/gtest.h>

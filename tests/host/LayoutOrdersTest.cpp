@@ -1,8 +1,10 @@
 // Orders and guides that move, join and copy partitions: the resulting positions.
+#include "host/machine/Conversions.h"
 #include "host/machine/GuidedTasks.h"
 #include "host/machine/Orders.h"
 #include "host/machine/Records.h"
 #include "host/machine/Rules.h"
+#include "host/machine/Toolbox.h"
 #include "tests/host/MachineProperties.h"
 #include "tests/host/MachineText.h"
 

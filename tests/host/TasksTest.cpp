@@ -1,4 +1,5 @@
 // Orders and guides as tasks: duration, failure, cancellation and the resulting machine.
+#include "host/machine/Conversions.h"
 #include "host/machine/Records.h"
 #include "host/objects/HostCore.h"
 #include "tests/host/MachineText.h"

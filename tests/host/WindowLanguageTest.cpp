@@ -447,7 +447,7 @@ TEST_F(WindowLanguage, German_LeavesTheLogTheTranscriptAndTheAnswersEnglish)
     QStringList log;
     for (int row = 0; row < scene.core().log()->rowCount(); ++row)
         log.append(scene.core().log()->index(row).data().toString().section(' ', 1));
-    EXPECT_TRUE(log.contains("refused DeletePartition driveLetter=\"Q\": No drive has the letter Q."))
+    EXPECT_TRUE(log.contains("rejected DeletePartition driveLetter=\"Q\": No drive has the letter Q."))
         << log.join("\n").toStdString();
     EXPECT_TRUE(log.contains("guide opened: Clone: disk 1 to disk 2 (step 2)"));
     EXPECT_TRUE(log.contains("failed DeletePartition: The drive holds the running system."));

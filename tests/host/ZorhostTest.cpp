@@ -90,9 +90,9 @@ TEST(Zorhost, AgentInPython_ListsCreatesRenamesAndIsRejectedOnce)
           "DeletePartition -> Task NotValid False\n",
           "order CreatePartition capacity=10737418240 diskIndex=0", "done CreatePartition\n",
           "order ChangePartitionLabel driveLetter=\"I\" newLabel=\"Renamed\"\n",
-          "refused DeletePartition driveLetter=\"C\": The drive holds the running system.\n"})
+          "rejected DeletePartition driveLetter=\"C\": The drive holds the running system.\n"})
         EXPECT_TRUE(output.contains(line)) << line << "\n" << output.constData();
-    EXPECT_EQ(output.count("refused "), 1);
+    EXPECT_EQ(output.count("rejected "), 1);
 }
 
 TEST(Zorhost, MachineSystem_DescribesThisComputer)

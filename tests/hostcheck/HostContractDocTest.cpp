@@ -52,7 +52,7 @@ TEST(HostContractDoc, TableOfEffects_HasTheRowsOfTheIndex)
 
 TEST(HostContractDoc, TablesOfMembers_ListEachMemberOfTheIndex)
 {
-    const QString section = document().section("\n## What the host offers\n", 1).section("\n## ", 0, 0);
+    const QString section = document().section("\n## Members of the host\n", 1).section("\n## ", 0, 0);
     QString tables;
     for (const QString& line : section.split('\n')) {
         if (line.startsWith("| "))
