@@ -13,7 +13,7 @@
 // partition. The space for its own tables is not counted.
 namespace host {
 
-constexpr qint64 kMebibyte = 1024 * 1024;
+constexpr qint64 kMebibyte = qint64(1024) * 1024;
 constexpr qint64 kMbrLimit = qint64(512) << 32; ///< bytes that an MBR table can address
 constexpr int kMbrPlaces = 4;
 constexpr int kGptPlaces = 128;

@@ -22,7 +22,7 @@ constexpr qint64 kLargestSize = qint64(1) << 50;
 constexpr qint64 kLastSector = qint64(1) << 44;
 constexpr int kLargestSector = 1 << 16;
 // Limits of a description, far beyond any machine and still fast to read.
-constexpr qint64 kLargestFile = 16 * 1024 * 1024;
+constexpr qint64 kLargestFile = qint64(16) * 1024 * 1024;
 constexpr int kMostDisks = 1024;
 constexpr int kMostPartitions = 4096;
 
