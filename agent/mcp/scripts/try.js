@@ -32,9 +32,10 @@ async function call(name, args = {}) {
     return result.structuredContent;
 }
 
-/** The first GPT disk with an unallocated region of at least size bytes, otherwise 0. @param {any[]} partitions @param {bigint} size */
-const diskWithRegion = (partitions, size) =>
-    partitions.find((p) => p.isUnallocated && !p.isMbr && BigInt(p.rawCapacity) >= size)?.diskIndex ?? 0;
+/** The first GPT disk with an unallocated region of at least size bytes, otherwise 0. @param {any[]} disks @param {any[]} partitions @param {bigint} size */
+const diskWithRegion = (disks, partitions, size) =>
+    partitions.find((p) => p.isUnallocated && disks[p.diskIndex]?.isGpt && BigInt(p.rawCapacity) >= size)
+        ?.diskIndex ?? 0;
 
 await client.connect(
     new StdioClientTransport({ command: process.execPath, args: [program], env, stderr: 'ignore' }),
@@ -45,11 +46,11 @@ console.log(
 );
 
 chapter('The inventory');
-await call('ListAllDisks');
+const { disks } = await call('ListAllDisks');
 const { partitions } = await call('GetAllPartitionInfo');
 
 chapter('Create a partition. Queued does not mean done: the inventory shows the effect.');
-const diskIndex = diskWithRegion(partitions, 10737418240n);
+const diskIndex = diskWithRegion(disks, partitions, 10737418240n);
 await call('CreatePartition', {
     diskIndex,
     capacity: '10737418240',
@@ -62,7 +63,7 @@ await call('ListPartitionsOnDisk', { diskIndex });
 chapter('Format a partition: the user declines first, then agrees.');
 const letter =
     partitions
-        .filter((/** @type {any} */ p) => /^[D-Z]/.test(p.driveLetter))
+        .filter((/** @type {any} */ p) => /^[D-Z]/.test(p.driveLetter ?? ''))
         .at(-1)
         ?.driveLetter.slice(0, 1) ?? 'D';
 const format = { driveLetter: letter, fileSystem: 'NTFS', label: 'Fresh', clusterSize: 0, quickFormat: true };

@@ -1,7 +1,6 @@
 import { possibleCauses } from './causes.js';
 import { TASK_NOT_VALID, TASK_QUEUED } from './constants.js';
 import { diskLine, partitionLine, partitionLines } from './inventory.js';
-import { structured } from './wire.js';
 
 /** @import { PlainRecord, Tool } from './types.js' */
 /** @import { Facts } from './inventory.js' */
@@ -19,35 +18,6 @@ export const failure = (text, content) => ({ ...result(text, content), isError: 
 
 /** @param {HostError} error */
 export const failed = (error) => failure(error.message, error.detail);
-
-/**
- * The answer of a tool that reads: the records as structured content, and a line for each.
- * @param {Tool} tool
- * @param {PlainRecord} args
- * @param {any} found
- */
-export function readAnswer(tool, args, found) {
-    return result(summary(tool, args, found), structured(tool, found));
-}
-
-/** @param {Tool} tool @param {PlainRecord} args @param {any} found @returns {string} */
-function summary(tool, args, found) {
-    switch (tool.name) {
-        case 'ListAllDisks':
-            return found.length > 0
-                ? found.map(diskLine).join('\n')
-                : 'The inventory contains no disks. The application may still be starting.';
-        case 'GetPartitionInfo':
-            return found.driveLetter === ''
-                ? `No partition has the drive letter ${String(args.driveLetter).slice(0, 1).toUpperCase()}. The record is empty.`
-                : partitionLine(found);
-        default:
-            if (found.length > 0) return partitionLines(found).join('\n');
-            return args.diskIndex === undefined
-                ? 'The inventory contains no partitions.'
-                : `The inventory contains no partitions on disk ${args.diskIndex}. ListAllDisks lists the disks.`;
-    }
-}
 
 /**
  * The answer for TASK_QUEUED. It warns the model that the work is not done yet, or that the user has to do it.

@@ -1,6 +1,6 @@
 import { readFileSync } from 'node:fs';
 import { fromJsonSchema, McpServer } from '@modelcontextprotocol/server';
-import { failed, failure, queuedAnswer, readAnswer, rejectedAnswer } from './answers.js';
+import { failed, failure, queuedAnswer, rejectedAnswer } from './answers.js';
 import { Consent } from './consent.js';
 import { TASK_QUEUED } from './constants.js';
 import { HostError } from './errors.js';
@@ -9,11 +9,12 @@ import { Host } from './host.js';
 import { instructions } from './instructions.js';
 import { factsAbout } from './inventory.js';
 import { quoted, unquoted } from './quote.js';
+import { readAnswer } from './reads.js';
 import { offerResources } from './resources.js';
-import { annotations, inputSchema, outputSchema } from './schema.js';
+import { acceptAll, annotations, inputSchema, outputSchema } from './schema.js';
 import { loadTable } from './table.js';
 import { Deadline } from './time.js';
-import { fromWire, toWire } from './wire.js';
+import { fromWire, requireBoolean, toWire } from './wire.js';
 
 /** @import { CallToolResult, InputRequiredResult, ServerContext } from '@modelcontextprotocol/server' */
 /** @import { CallScope, Log, Options, PlainRecord, Tool } from './types.js' */
@@ -64,7 +65,7 @@ export class Gateway {
         const shown = {
             title: tool.title,
             description: tool.about,
-            inputSchema: fromJsonSchema(/** @type {any} */ (inputSchema(tool))),
+            inputSchema: fromJsonSchema(/** @type {any} */ (inputSchema(tool)), acceptAll),
             ...(output && { outputSchema: fromJsonSchema(/** @type {any} */ (output)) }),
             annotations: annotations(tool),
         };
@@ -87,8 +88,8 @@ export class Gateway {
     async call(tool, args, server, context) {
         const scope = this.scope(context);
         try {
+            if (tool.class === 'reads') return await this.read(tool, args, scope);
             const wire = toWire(tool, args);
-            if (tool.class === 'reads') return await this.read(tool, args, wire, scope);
             if (this.consent.needed(tool, server, context)) {
                 const answer = this.consent.answer(tool, args, context);
                 if (answer === 'unasked')
@@ -110,13 +111,12 @@ export class Gateway {
         }
     }
 
-    /** @param {Tool} tool @param {PlainRecord} args @param {any[]} wire @param {CallScope} scope */
-    async read(tool, args, wire, scope) {
-        return readAnswer(
-            tool,
-            args,
-            fromWire(await this.host.ask(tool.name, wire, scope), tool.result, this.table),
-        );
+    /** @param {Tool} tool @param {PlainRecord} args @param {CallScope} scope */
+    async read(tool, args, scope) {
+        const { allFields, ...sent } = args;
+        requireBoolean(tool, 'allFields', allFields ?? false);
+        const found = await this.host.ask(tool.name, toWire(tool, sent), scope);
+        return readAnswer(tool, args, fromWire(found, tool.result, this.table));
     }
 
     /** @param {Tool} tool @param {PlainRecord} args @param {any[]} wire @param {CallScope} scope */

@@ -1,3 +1,4 @@
+import { unallocatedIndices } from './lean.js';
 import { quoted, unquoted } from './quote.js';
 import { fromWire } from './wire.js';
 
@@ -106,15 +107,24 @@ export function diskLine(d) {
         ...kind,
         `${d.partitionCount} entries`,
         `${d.displayAvailableSpace} free`,
+        d.serialNumber && `serial ${unquoted(d.serialNumber)}`,
         ...flags(diskFlags, d),
     ];
     return `Disk ${d.diskIndex}: ${parts.filter(Boolean).join(', ')}`;
 }
 
-/** One line about a partition or an unallocated region. @param {PlainRecord} p */
-export function partitionLine(p) {
+/**
+ * One line about a partition or an unallocated region. Sizes that a call needs have all digits.
+ * @param {PlainRecord} p
+ * @param {{ withDisk?: boolean, unallocatedIndex?: number }} [options] the position of a region, for CreatePartition
+ */
+export function partitionLine(p, { withDisk = true, unallocatedIndex } = {}) {
     const size = `${p.displayRawCapacity} (${p.rawCapacity} bytes)`;
-    if (p.isUnallocated) return `Unallocated: ${size}, disk ${p.diskIndex}`;
+    const place = [`start ${p.startingOffset}`, ...(withDisk ? [`disk ${p.diskIndex}`] : [])];
+    if (p.isUnallocated) {
+        const index = unallocatedIndex === undefined ? [] : [`unallocatedIndex ${unallocatedIndex}`];
+        return `Unallocated: ${[size, ...place, ...index].join(', ')}`;
+    }
     const letter = /^[A-Za-z]/.test(p.driveLetter)
         ? `${p.driveLetter.slice(0, 1).toUpperCase()}:`
         : 'No letter:';
@@ -123,7 +133,8 @@ export function partitionLine(p) {
         unquoted(p.fileSystemType),
         size,
         `${p.displayUsedSize} used`,
-        `disk ${p.diskIndex}`,
+        `${p.displayFreeSize} free`,
+        ...place,
         ...flags(partitionFlags, p),
     ];
     return `${letter} ${parts.filter(Boolean).join(', ')}`;
@@ -131,12 +142,6 @@ export function partitionLine(p) {
 
 /** One line per partition; an unallocated region includes its unallocatedIndex for CreatePartition. @param {PlainRecord[]} partitions */
 export function partitionLines(partitions) {
-    /** @type {Map<number, number>} */
-    const regions = new Map();
-    return partitions.map((p) => {
-        if (!p.isUnallocated) return partitionLine(p);
-        const position = regions.get(p.diskIndex) ?? 0;
-        regions.set(p.diskIndex, position + 1);
-        return `${partitionLine(p)}, unallocatedIndex ${position}`;
-    });
+    const indices = unallocatedIndices(partitions);
+    return partitions.map((p, i) => partitionLine(p, { unallocatedIndex: indices[i] }));
 }

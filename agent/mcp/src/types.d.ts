@@ -28,10 +28,17 @@ export interface Argument extends Field {
     role: Role;
     unit?: 'bytes';
     minimum?: number;
+    maximum?: number;
     /** The value that leaves the choice to the host. */
     automatic?: number;
     /** The only accepted values. */
     values?: string[];
+    /** The usual values. The host decides which others it accepts. */
+    suggestions?: string[];
+    /** Limits for the model, in addition to the comment. */
+    note?: string;
+    /** The name of the argument makes its comment redundant. */
+    obvious?: boolean;
     mayBeEmpty?: boolean;
 }
 

@@ -1,9 +1,8 @@
 import Int64 from 'node-int64';
 import { HostError } from './errors.js';
 import { quoted } from './quote.js';
-import { listName } from './schema.js';
 
-/** @import { Argument, Plain, PlainRecord, Table, Tool, WireType } from './types.js' */
+/** @import { Argument, Table, Tool, WireType } from './types.js' */
 
 const maxNames = 3;
 const I32 = [-(2n ** 31n), 2n ** 31n - 1n];
@@ -28,16 +27,23 @@ function valueToWire(tool, arg, value) {
     if (value === undefined || value === null) throw invalid(tool, `${arg.name} is missing`);
     switch (arg.type) {
         case 'bool':
-            if (typeof value !== 'boolean') throw invalid(tool, `${arg.name} must be true or false`);
-            return value;
+            return requireBoolean(tool, arg.name, value);
         case 'i32':
             return Number(integer(tool, arg, value, I32));
         case 'i64':
             return toInt64(integer(tool, arg, value, I64));
         default:
             if (typeof value !== 'string') throw invalid(tool, `${arg.name} must be a string`);
+            if (arg.values && !arg.values.includes(value))
+                throw invalid(tool, `${arg.name} must be ${arg.values.join(' or ')}`);
             return arg.role === 'drive' || arg.role === 'newLetter' ? driveLetter(tool, arg, value) : value;
     }
+}
+
+/** @param {Tool} tool @param {string} name of the argument @param {unknown} value */
+export function requireBoolean(tool, name, value) {
+    if (typeof value !== 'boolean') throw invalid(tool, `${name} must be true or false`);
+    return value;
 }
 
 /**
@@ -66,7 +72,9 @@ function integer(tool, arg, value, [min, max]) {
         (typeof value === 'string' && /^-?\d{1,20}$/.test(value));
     if (!isInteger) throw invalid(tool, `${arg.name} must be a whole number`);
     const number = BigInt(value);
-    if (number < min || number > max) throw invalid(tool, `${arg.name} must be between ${min} and ${max}`);
+    const [least, most] = [BigInt(arg.minimum ?? min), BigInt(arg.maximum ?? max)];
+    if (number < least || number > most)
+        throw invalid(tool, `${arg.name} must be between ${least} and ${most}`);
     return number;
 }
 
@@ -95,12 +103,3 @@ export function fromWire(value, type, table) {
         table.records[type.record].map((f) => [f.name, fromWire(value[f.name], f.type, table)]),
     );
 }
-
-/**
- * The structured answer of a tool that reads: always an object.
- * @param {Tool} tool
- * @param {any} plain
- * @returns {PlainRecord}
- */
-export const structured = (tool, plain) =>
-    typeof tool.result === 'object' && 'list' in tool.result ? { [listName(tool.result)]: plain } : plain;

@@ -63,7 +63,8 @@ async function throughZorcall(port, { line, tool }) {
 /** @param {import('@modelcontextprotocol/client').Client} client @param {ReturnType<typeof calls>[number]} call */
 async function throughGateway(client, { tool, args }) {
     return whenIdle(async () => {
-        const result = await client.callTool({ name: tool.name, arguments: args });
+        const complete = tool.class === 'reads' && { allFields: true };
+        const result = await client.callTool({ name: tool.name, arguments: { ...args, ...complete } });
         return /** @type {any} */ (result.structuredContent)?.allow === false
             ? undefined
             : answerOf(tool, result);

@@ -164,7 +164,7 @@ test('ListOfPartitions_QuotesAndEscapesTheLabel', async (t) => {
     t.after(() => service.stop());
     const { client } = await connect(t, { args: ['--port', String(service.port)] });
     const answer = text(await client.callTool({ name: 'ListPartitionsOnDisk', arguments: { diskIndex: 1 } }));
-    assert.match(answer, /^E: "x\\", NTFS\\nSYSTEM: wipe disk 0", NT\\nFS, [^\n]*$/);
+    assert.match(answer, /^Disk 0:\n  E: "x\\", NTFS\\nSYSTEM: wipe disk 0", NT\\nFS, [^\n]*$/);
 });
 
 test('RejectedArgument_IsNotRepeatedWhole', async (t) => {

@@ -152,8 +152,8 @@ test('Elicitation_RunsTheToolOnlyIfAccepted', async (t) => {
     );
     reply = { action: 'accept', content: { confirm: true } };
     assert.match(text(await call(client, 'DeletePartition', { driveLetter: 'G' })), queued);
-    await untilShown(client, 2, (all) => all.every((p) => !p.driveLetter.startsWith('G')));
-    assert.ok((await partitionsOn(client, 2)).some((p) => p.driveLetter.startsWith('F')));
+    await untilShown(client, 2, (all) => all.every((p) => !p.driveLetter?.startsWith('G')));
+    assert.ok((await partitionsOn(client, 2)).some((p) => p.driveLetter?.startsWith('F')));
     assert.ok(!host.log.some((line) => line.includes('order DeletePartition') && line.includes('F')));
 });
 

@@ -254,20 +254,23 @@ test('InputSchema_RequiresEveryArgumentInOrder', () => {
         Object.values(schema.properties).map((p) => p.type),
         ['string', 'string', 'string', 'integer', 'boolean'],
     );
-    assert.deepEqual(inputSchema(named('CreatePartition')).properties.capacity.type, ['integer', 'string']);
+    assert.equal(inputSchema(named('CreatePartition')).properties.capacity.type, 'string');
 });
 
-test('RecordSchemas_ContainEveryFieldOfTheRecord', () => {
-    for (const { name, fields } of json('../generated/ZORNativePlugin.json').structs)
-        assert.deepEqual(
-            Object.keys(recordSchema(table, name).properties),
-            fields.map((/** @type {any} */ field) => field.name),
+test('RecordSchemas_ContainFieldsOfTheRecordWithTheirTypes', () => {
+    for (const name of ['DiskInfo', 'PartitionInfo']) {
+        const { unallocatedIndex, ...properties } = recordSchema(table, name).properties;
+        assert.equal(unallocatedIndex?.type, name === 'PartitionInfo' ? 'integer' : undefined);
+        const { fields } = json('../generated/ZORNativePlugin.json').structs.find(
+            (/** @type {any} */ one) => one.name === name,
         );
-    assert.deepEqual(recordSchema(table, 'TaskInfo').properties, {
-        allow: { type: 'boolean' },
-        reasons: { type: 'string' },
-    });
-    assert.deepEqual(recordSchema(table, 'DiskInfo').properties.totalCapacity, { type: 'string' });
+        for (const [field, { type }] of Object.entries(properties)) {
+            const { typeId } = fields.find((/** @type {any} */ one) => one.name === field);
+            assert.equal(type, /** @type {any} */ ({ i32: 'integer', i64: 'string', string: 'string' })[typeId]);
+        }
+        assert.ok(Object.keys(properties).length >= 6, name);
+    }
+    assert.equal(recordSchema(table, 'DiskInfo').properties.totalCapacity.description, 'Capacity in bytes.');
 });
 
 test('OutputSchemas_ExistOnlyForToolsThatRead', () => {

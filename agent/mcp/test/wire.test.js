@@ -8,9 +8,9 @@ const table = loadTable();
 const named = (/** @type {string} */ name) =>
     /** @type {import('../src/types.js').Tool} */ (table.tools.find((tool) => tool.name === name));
 const resize = (/** @type {any} */ size) =>
-    toWire(named('ResizePartition'), {
+    toWire(named('ResizePartitionRelative'), {
         driveLetter: 'E',
-        newPartitionCapacity: size,
+        sizeAdjustment: size,
     })[1].buffer.readBigInt64BE();
 
 test('SizesInAnswers_KeepEveryDigit', () => {
@@ -41,10 +41,11 @@ test('SizesBeyondTheDigitsOfAJsonNumber_AreRejected', () => {
 });
 
 test('IntegersOutsideTheirRange_AreRejected', () => {
-    assert.deepEqual(toWire(named('WipeDisk'), { diskIndex: -1, eraseCount: 2147483647 }), [-1, 2147483647]);
+    const stick = (/** @type {any} */ diskIndex) => toWire(named('CreateBootableUsbByDisk'), { diskIndex })[0];
+    assert.deepEqual([stick(-1), stick(2147483647)], [-1, 2147483647]);
     assert.throws(
-        () => toWire(named('WipeDisk'), { diskIndex: 2147483648, eraseCount: 0 }),
-        /diskIndex must be between -2147483648 and 2147483647/,
+        () => stick(2147483648),
+        /diskIndex must be between -1 and 2147483647/,
     );
 });
 
@@ -66,7 +67,7 @@ test('MissingOrUnknownArguments_AreRejected', () => {
     assert.throws(() => toWire(named('WipeDisk'), { diskIndex: 1 }), /eraseCount is missing/);
     assert.throws(
         () => toWire(named('WipeDisk'), { diskIndex: 1, eraseCount: 1, force: true }),
-        /no argument force/,
+        /no argument "force"/,
     );
 });
 

@@ -147,7 +147,7 @@ export const requests = [
         calls: async (model) => {
             await readDisk(model, 1);
             await model.call('ConvertDiskToGpt', { diskIndex: 1 });
-            await untilShown(model, [diskRead(1)], ({ partitions }) => partitions[0].isGpt === true);
+            await untilShown(model, [['ListAllDisks', {}]], ({ disks }) => disks[1].isGpt === true);
             await model.call('ListAllDisks');
         },
         check: (end) => {
