@@ -18,5 +18,13 @@ public:
     void write(const std::uint8_t* bytes, std::uint32_t length) override;
 
 private:
+    static constexpr int kSendTimeoutMs = 500;
+
+    // The operating system's part: linux/ and windows/.
+    void configureSendTimeout();
+    // Called when a send has sent nothing. Waits until the client reads or the time limit has expired, and
+    // returns false in the latter case.
+    bool waitToSend();
+
     std::shared_ptr<const std::atomic<bool>> stopping_;
 };
