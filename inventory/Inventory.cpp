@@ -7,7 +7,6 @@
 
 #include <QtQml/QQmlEngine>
 
-#include <array>
 #include <utility>
 
 namespace {
@@ -31,45 +30,6 @@ std::size_t partitionCount(const QVariantList& disks)
     return count;
 }
 
-// QMap nodes are scattered in memory; walking eight maps in lockstep overlaps their cache misses.
-class FetchAhead
-{
-public:
-    explicit FetchAhead(const QVariantList& maps) : maps_(maps) {}
-
-    /// Must be called for each entry in order, before the entry is read.
-    void reach(int entry)
-    {
-        if (entry % kTogether == 0)
-            fetch(entry);
-    }
-
-private:
-    static constexpr int kTogether = 8;
-
-    void fetch(int first)
-    {
-        using Walk = std::pair<QVariantMap::const_iterator, QVariantMap::const_iterator>;
-        std::array<Walk, kTogether> walks;
-        std::size_t count = 0;
-        for (int i = first; i < maps_.size() && count < walks.size(); ++i) {
-            if (maps_.at(i).userType() == QMetaType::QVariantMap) {
-                const auto& map = *static_cast<const QVariantMap*>(maps_.at(i).constData());
-                walks[count++] = {map.begin(), map.end()};
-            }
-        }
-        for (bool more = count > 0; more;) {
-            more = false;
-            for (std::size_t i = 0; i < count; ++i) {
-                if (walks[i].first != walks[i].second)
-                    more = ++walks[i].first != walks[i].second || more;
-            }
-        }
-    }
-
-    const QVariantList& maps_;
-};
-
 // The records of one disk's partitions, including the host's answers.
 std::vector<PartitionInfo> readPartitions(const QQmlEngine* engine, const QVariantList& partitions)
 {
@@ -78,10 +38,8 @@ std::vector<PartitionInfo> readPartitions(const QQmlEngine* engine, const QVaria
     const char systemLetter = systemDirectory.isEmpty() ? '\0' : systemDirectory.at(0);
     std::vector<PartitionInfo> records;
     records.reserve(static_cast<std::size_t>(partitions.size()));
-    FetchAhead ahead(partitions);
-    for (int i = 0; i < partitions.size(); ++i) {
-        ahead.reach(i);
-        const QVariantMap map = partitions.at(i).toMap();
+    for (const QVariant& entry : partitions) {
+        const QVariantMap map = entry.toMap();
         records.push_back(partitionRecord(map, systemLetter));
         records.back().isRawPartition = askAbout(isRawPart, map).value_or(false);
     }
