@@ -1,4 +1,3 @@
-import { readFileSync } from 'node:fs';
 import { fromJsonSchema, McpServer } from '@modelcontextprotocol/server';
 import { failed, failure, queuedAnswer, rejectedAnswer } from './answers.js';
 import { Consent } from './consent.js';
@@ -9,6 +8,8 @@ import { Host } from './host.js';
 import { instructions } from './instructions.js';
 import { factsAbout } from './inventory.js';
 import { quoted, unquoted } from './quote.js';
+import { version } from './options.js';
+import { cacheHints, capabilities } from './protocol.js';
 import { readAnswer } from './reads.js';
 import { offerResources } from './resources.js';
 import { acceptAll, annotations, inputSchema, outputSchema } from './schema.js';
@@ -18,8 +19,6 @@ import { fromWire, requireBoolean, toWire } from './wire.js';
 
 /** @import { CallToolResult, InputRequiredResult, ServerContext } from '@modelcontextprotocol/server' */
 /** @import { CallScope, Log, Options, PlainRecord, Tool } from './types.js' */
-
-const { version } = JSON.parse(readFileSync(new URL('../package.json', import.meta.url), 'utf8'));
 
 /**
  * The gateway between MCP clients and the host: one connection pool and one gate for all clients, and one server per
@@ -43,7 +42,8 @@ export class Gateway {
             { name: 'aibridge-mcp', title: 'Disk and partition manager', version },
             {
                 instructions: instructions(this.table, this.tools),
-                capabilities: { tools: {}, resources: {} },
+                capabilities,
+                cacheHints,
                 inputRequired: { roundTimeoutMs: this.options.askTimeoutMs, maxRounds: 2 },
                 requestState: { verify: this.consent.codec.verify },
             },

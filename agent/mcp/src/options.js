@@ -1,18 +1,33 @@
+import { readFileSync } from 'node:fs';
 import { parseArgs } from 'node:util';
 
 /** @import { Options } from './types.js' */
 
+/** The version of this package. */
+export const { version } = JSON.parse(readFileSync(new URL('../package.json', import.meta.url), 'utf8'));
+
+const text = { type: /** @type {const} */ ('string') };
+const flag = { type: /** @type {const} */ ('boolean') };
 const known = {
-    port: { type: /** @type {const} */ ('string') },
-    timeout: { type: /** @type {const} */ ('string'), default: '30' },
-    'ask-timeout': { type: /** @type {const} */ ('string'), default: '300' },
-    tools: { type: /** @type {const} */ ('string') },
-    'read-only': { type: /** @type {const} */ ('boolean'), default: false },
-    yes: { type: /** @type {const} */ ('boolean'), default: false },
-    help: { type: /** @type {const} */ ('boolean'), short: 'h', default: false },
+    port: text,
+    tools: text,
+    'read-only': flag,
+    yes: flag,
+    timeout: text,
+    'ask-timeout': text,
+    help: { ...flag, short: 'h' },
+    version: flag,
 };
+/** The options that a variable can set as well: clients with a form for settings pass them as variables. */
+const settable = /** @type {const} */ (['port', 'tools', 'read-only', 'yes', 'timeout', 'ask-timeout']);
+
+/** @typedef {typeof settable[number]} Name */
+
+/** @param {Name} name of an option @returns {string} */
+export const variableOf = (name) => `AIBRIDGE_MCP_${name.toUpperCase().replace('-', '_')}`;
 
 export const usage = `usage: aibridge-mcp [--port N] [--tools GROUP,...|all] [--read-only] [--yes] [--timeout S] [--ask-timeout S]
+       aibridge-mcp --help | --version
   --port         port of the application's agent service on this computer; default: AGENT_NATIVE_PORT,
                  otherwise the first port from 9090 to 9153 on which it answers
   --tools        groups of tools to offer; default: inventory,partitions,disks
@@ -20,6 +35,7 @@ export const usage = `usage: aibridge-mcp [--port N] [--tools GROUP,...|all] [--
   --yes          do not ask the user before a tool that destroys data
   --timeout      time limit of a call, in seconds (30)
   --ask-timeout  time limit of the user's answer to a question, in seconds (300)
+An environment variable sets an option that is not given: ${settable.map(variableOf).join(', ')}.
 The program uses the Model Context Protocol on standard input and output, and logs to standard error.
 `;
 
@@ -31,52 +47,81 @@ The program uses the Model Context Protocol on standard input and output, and lo
  */
 export function readOptions(argv, env, groupNames) {
     const { values } = parseArgs({ args: argv, options: known });
-    const option = values.port === undefined ? undefined : portNumber(values.port);
+    /** The value of an option and its source for messages. @param {Name} name */
+    const setting = (name) =>
+        values[name] !== undefined
+            ? { value: values[name], source: `--${name}` }
+            : { value: variable(env, variableOf(name)), source: variableOf(name) };
+    const port = setting('port');
+    const configured = port.value === undefined ? undefined : portNumber(String(port.value), port.source);
     const inherited = isPort(env.AGENT_NATIVE_PORT) ? Number(env.AGENT_NATIVE_PORT) : undefined;
     return {
-        // An invalid or outdated environment variable must not prevent the handshake.
-        port: option ?? inherited,
-        portSource: option === undefined ? 'AGENT_NATIVE_PORT' : '--port',
+        // An invalid or outdated AGENT_NATIVE_PORT must not prevent the handshake.
+        port: configured ?? inherited,
+        portSource: configured === undefined ? 'AGENT_NATIVE_PORT' : port.source,
         searchFrom: 9090,
         searchCount: 64,
-        timeoutMs: seconds(values.timeout, '--timeout'),
-        askTimeoutMs: seconds(values['ask-timeout'], '--ask-timeout'),
-        yes: values.yes,
-        readOnly: values['read-only'],
-        groups: groupsOf(values.tools, groupNames),
-        help: values.help,
+        timeoutMs: seconds(setting('timeout'), 30),
+        askTimeoutMs: seconds(setting('ask-timeout'), 300),
+        yes: truth(setting('yes')),
+        readOnly: truth(setting('read-only')),
+        groups: groupsOf(setting('tools'), groupNames),
+        help: values.help === true,
+        version: values.version === true,
     };
 }
 
-/** @param {string | undefined} text */
-const isPort = (text) =>
-    text !== undefined && /^\d+$/.test(text) && Number(text) >= 1 && Number(text) <= 65535;
-
-/** @param {string} text */
-function portNumber(text) {
-    if (!isPort(text)) throw new Error(`--port must be a port from 1 to 65535, but is "${text}".`);
-    return Number(text);
+/**
+ * The value of a variable; undefined if it is empty, or a placeholder for which the client has no value.
+ * @param {NodeJS.ProcessEnv} env
+ * @param {string} name
+ */
+function variable(env, name) {
+    const value = env[name]?.trim();
+    return value === '' || /^\$\{.*\}$/.test(value ?? '') ? undefined : value;
 }
 
-/** @param {string} text @param {string} name */
-function seconds(text, name) {
-    const value = Number(text);
-    if (!(value > 0 && value <= 3600))
+/** @typedef {{ value: string | boolean | undefined, source: string }} Setting */
+
+/** @param {Setting} setting */
+function truth({ value, source }) {
+    if (value === undefined || typeof value === 'boolean') return value === true;
+    if (/^(1|true|yes|on)$/i.test(value)) return true;
+    if (/^(0|false|no|off)$/i.test(value)) return false;
+    throw new Error(`${source} must be true or false, but is "${value}".`);
+}
+
+/** @param {string | undefined} value */
+const isPort = (value) =>
+    value !== undefined && /^\d+$/.test(value) && Number(value) >= 1 && Number(value) <= 65535;
+
+/** @param {string} value @param {string} source */
+function portNumber(value, source) {
+    if (!isPort(value)) throw new Error(`${source} must be a port from 1 to 65535, but is "${value}".`);
+    return Number(value);
+}
+
+/** @param {Setting} setting @param {number} otherwise in seconds @returns {number} milliseconds */
+function seconds({ value, source }, otherwise) {
+    const number = Number(value ?? otherwise);
+    if (!(number > 0 && number <= 3600))
         throw new Error(
-            `${name} must be a number of seconds, more than 0 and at most 3600, but is "${text}".`,
+            `${source} must be a number of seconds, more than 0 and at most 3600, but is "${value}".`,
         );
-    return value * 1000;
+    return number * 1000;
 }
 
-/** @param {string | undefined} text @param {string[]} groupNames */
-function groupsOf(text, groupNames) {
-    if (text === undefined) return undefined;
-    if (text === 'all') return groupNames;
-    const names = text.split(',').map((name) => name.trim());
+/** @param {Setting} setting @param {string[]} groupNames */
+function groupsOf({ value, source }, groupNames) {
+    if (value === undefined) return undefined;
+    if (value === 'all') return groupNames;
+    const names = String(value)
+        .split(',')
+        .map((name) => name.trim());
     const unknown = names.filter((name) => !groupNames.includes(name));
     if (unknown.length > 0)
         throw new Error(
-            `--tools contains an unknown group: "${unknown.join('", "')}". The groups are ${groupNames.join(', ')}; all selects every group.`,
+            `${source} contains an unknown group: "${unknown.join('", "')}". The groups are ${groupNames.join(', ')}; all selects every group.`,
         );
     return names;
 }

@@ -1,4 +1,4 @@
-import { ResourceTemplate } from '@modelcontextprotocol/server';
+import { ResourceNotFoundError, ResourceTemplate } from '@modelcontextprotocol/server';
 import { fromWire } from './wire.js';
 
 /** @import { McpServer, ServerContext } from '@modelcontextprotocol/server' */
@@ -8,6 +8,8 @@ import { fromWire } from './wire.js';
 const mimeType = 'application/json';
 // Clients list resources at start, so a hanging host must not delay them.
 const listMs = 2000;
+// Characters of a URI that an error repeats.
+const maxUri = 100;
 
 /**
  * Registers the inventory as resources: the disks, and the partitions of each disk.
@@ -64,9 +66,14 @@ export function offerResources(server, host, table, scopeOf) {
     };
     server.registerResource('partitions', template, about, async (uri, { diskIndex }, context) => {
         const index = Number(diskIndex);
-        if (!/^\d+$/.test(String(diskIndex)) || index > 0x7fffffff)
-            throw new Error(`${uri.href} does not identify a disk.`);
-        return document(uri, { diskIndex: index, partitions: await partitions(index, scopeOf(context)) });
+        if (!/^\d{1,10}$/.test(String(diskIndex)) || index > 0x7fffffff)
+            throw new ResourceNotFoundError(uri.href.slice(0, maxUri), 'The URI does not identify a disk.');
+        const scope = scopeOf(context);
+        const found = await partitions(index, scope);
+        // The service returns an empty list for an unknown disk.
+        if (found.length === 0 && !(await disks(scope)).some((/** @type {any} */ d) => d.diskIndex === index))
+            throw new ResourceNotFoundError(uri.href, `The inventory contains no disk ${index}.`);
+        return document(uri, { diskIndex: index, partitions: found });
     });
 }
 

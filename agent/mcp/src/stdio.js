@@ -1,6 +1,6 @@
 import { serveStdio } from '@modelcontextprotocol/server/stdio';
 import { Gateway } from './gateway.js';
-import { readOptions, usage } from './options.js';
+import { readOptions, usage, version } from './options.js';
 import { loadTable } from './table.js';
 
 // Time for the PostProcessing of a running tool after the client has disconnected.
@@ -40,8 +40,8 @@ export async function runOnStdio(argv, env) {
 function optionsOrExit(argv, env) {
     try {
         const options = readOptions(argv, env, Object.keys(loadTable().groups));
-        if (!options.help) return options;
-        process.stderr.write(usage);
+        if (!options.help && !options.version) return options;
+        process.stdout.write(options.help ? usage : `aibridge-mcp ${version}\n`);
         process.exit(0);
     } catch (error) {
         process.stderr.write(`aibridge-mcp: ${/** @type {Error} */ (error).message}\n${usage}`);

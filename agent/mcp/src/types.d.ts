@@ -98,6 +98,7 @@ export interface Options {
     /** The offered groups; undefined: the default groups. */
     groups: string[] | undefined;
     help: boolean;
+    version: boolean;
 }
 
 export type Log = (text: string) => void;

@@ -4,12 +4,12 @@ import { loadTable } from '../src/table.js';
 import { connect } from './support/client.js';
 import { FakeService } from './support/fakeService.js';
 
-/** @param {import('node:test').TestContext} t */
-async function start(t) {
+/** @param {import('node:test').TestContext} t @param {boolean} [modern] */
+async function start(t, modern = false) {
     const service = new FakeService();
     await service.start();
     t.after(() => service.stop());
-    return connect(t, { args: ['--port', String(service.port)] });
+    return { service, ...(await connect(t, { modern, args: ['--port', String(service.port)] })) };
 }
 
 /** @param {string} record */
@@ -57,11 +57,38 @@ test('PartitionsResource_ContainsTheRecordsOfItsDisk', async (t) => {
     );
 });
 
-test('ResourceOfAnInvalidDisk_IsRejected', async (t) => {
-    const { client } = await start(t);
-    await assert.rejects(
-        client.readResource({ uri: 'aibridge://disks/x/partitions' }),
-        /does not identify a disk/,
-    );
-    await assert.rejects(client.readResource({ uri: 'aibridge://moons' }));
+/** @param {Awaited<ReturnType<typeof start>>} connection */
+async function checkMissingResources({ client }) {
+    const rejection = (/** @type {string} */ uri) =>
+        client.readResource({ uri }).then(
+            () => assert.fail(uri),
+            (error) => error,
+        );
+    for (const [uri, message] of /** @type {Array<[string, RegExp]>} */ ([
+        ['aibridge://disks/x/partitions', /does not identify a disk/],
+        ['aibridge://disks/-1/partitions', /does not identify a disk/],
+        ['aibridge://disks/2147483648/partitions', /does not identify a disk/],
+        ['aibridge://disks/7/partitions', /The inventory contains no disk 7/],
+        ['aibridge://moons', /moons/],
+    ])) {
+        const error = await rejection(uri);
+        // INVALID_PARAMS, the code of the newest revision for a missing resource.
+        assert.equal(error.code, -32602, `${uri}: ${error.code} ${error.message}`);
+        assert.match(error.message, message);
+    }
+    assert.ok((await rejection(`aibridge://disks/${'9'.repeat(1000000)}/partitions`)).message.length < 1000);
+}
+
+for (const modern of [false, true])
+    test(`MissingOrMalformedResource_ReturnsTheProtocolsError${modern ? '' : 'OfTheOlderRevision'}`, async (t) => {
+        await checkMissingResources(await start(t, modern));
+    });
+
+test('DiskWithoutPartitions_IsAnEmptyResource', async (t) => {
+    const { service, client } = await start(t);
+    service.answer.ListPartitionsOnDisk = () => [];
+    assert.deepEqual(content(await client.readResource({ uri: 'aibridge://disks/1/partitions' })), {
+        diskIndex: 1,
+        partitions: [],
+    });
 });
