@@ -30,7 +30,7 @@ export function queuedAnswer(tool, args, facts) {
     if (tool.onScreen !== undefined)
         return result(
             `"${TASK_QUEUED}": the application opened a page for ${tool.name}. ${tool.onScreen} Nothing has been changed yet, and no result will be returned.` +
-                ' Explain to the user what to do on the screen, and wait until the user has finished: the work does not start by itself, so polling the inventory does not help.',
+                ' Explain to the user what to do on the screen, and wait until the user has finished: the work does not start by itself, so polling the inventory does not help. WaitForChange then shows the effect.',
             { ...content, userContinues: true },
         );
     return result(
@@ -44,7 +44,7 @@ export function queuedAnswer(tool, args, facts) {
 function howToSee(tool, args, facts) {
     const reads = facts ? diskReads(facts) : namedReads(tool, args);
     const calls = reads.length > 0 ? reads.join(' and ') : 'ListAllDisks and GetAllPartitionInfo';
-    const effect = `To see the effect, call ${calls} after a while.`;
+    const effect = `To see the effect, call WaitForChange, or ${calls} after a while.`;
     const source = facts?.namedDrives[0];
     const addsAfterDrive = tool.class === 'changes' && tool.args.some((arg) => arg.role === 'fileSystem');
     return addsAfterDrive && source

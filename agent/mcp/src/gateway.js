@@ -15,10 +15,14 @@ import { offerResources } from './resources.js';
 import { acceptAll, annotations, inputSchema, outputSchema } from './schema.js';
 import { loadTable } from './table.js';
 import { Deadline } from './time.js';
+import { ChangeWatch, secondsOf, waitTool } from './wait.js';
 import { fromWire, requireBoolean, toWire } from './wire.js';
 
 /** @import { CallToolResult, InputRequiredResult, ServerContext } from '@modelcontextprotocol/server' */
 /** @import { CallScope, Log, Options, PlainRecord, Tool } from './types.js' */
+
+/** The tools of the gateway itself, which are not methods of the service. */
+export const ownTools = [waitTool];
 
 /**
  * The gateway between MCP clients and the host: one connection pool and one gate for all clients, and one server per
@@ -34,6 +38,7 @@ export class Gateway {
         this.host = new Host(options, log);
         this.gate = new Gate(this.host, options, log);
         this.consent = new Consent(options);
+        this.watch = new ChangeWatch(this.host, this.table, options);
     }
 
     /** Creates a server for one client, with the offered tools and the inventory's resources. */
@@ -49,6 +54,7 @@ export class Gateway {
             },
         );
         for (const tool of this.tools) this.offer(server, tool);
+        this.offerWait(server);
         offerResources(server, this.host, this.table, (context) => this.scope(context));
         return server;
     }
@@ -77,6 +83,22 @@ export class Gateway {
         );
     }
 
+    /** The gateway's own tool: it reads, so every choice of groups includes it. @param {McpServer} server */
+    offerWait(server) {
+        const { name, inputSchema, outputSchema, ...shown } = waitTool;
+        server.registerTool(
+            name,
+            {
+                ...shown,
+                inputSchema: fromJsonSchema(/** @type {any} */ (inputSchema)),
+                outputSchema: fromJsonSchema(/** @type {any} */ (outputSchema)),
+                annotations: annotations(/** @type {any} */ ({ class: 'reads' })),
+            },
+            (/** @type {any} */ args, /** @type {ServerContext} */ context) =>
+                this.reportingFailures(name, () => this.watch.wait(secondsOf(args), this.scope(context))),
+        );
+    }
+
     /**
      * Calls one tool. A failure becomes an answer with the next step for the model.
      * @param {Tool} tool
@@ -87,7 +109,7 @@ export class Gateway {
      */
     async call(tool, args, server, context) {
         const scope = this.scope(context);
-        try {
+        return this.reportingFailures(tool.name, async () => {
             if (tool.class === 'reads') return await this.read(tool, args, scope);
             const wire = toWire(tool, args);
             if (this.consent.needed(tool, server, context)) {
@@ -104,9 +126,21 @@ export class Gateway {
                     );
             }
             return await this.act(tool, args, wire, scope);
+        });
+    }
+
+    /**
+     * A failure of the host becomes an answer with the next step.
+     * @template T
+     * @param {string} name of the tool
+     * @param {() => Promise<T>} run
+     */
+    async reportingFailures(name, run) {
+        try {
+            return await run();
         } catch (error) {
             if (!(error instanceof HostError)) throw error;
-            this.log(`${tool.name}: ${error.kind}: ${error.message}`);
+            this.log(`${name}: ${error.kind}: ${error.message}`);
             return failed(error);
         }
     }
@@ -121,9 +155,18 @@ export class Gateway {
 
     /** @param {Tool} tool @param {PlainRecord} args @param {any[]} wire @param {CallScope} scope */
     async act(tool, args, wire, scope) {
-        const answer = await this.gate.run(tool.name, wire, callText(tool, args), scope);
+        const before = await factsAbout(this.host, this.table, tool, args, scope);
+        const answer = await this.gate.run(tool.name, wire, callText(tool, args), scope).catch((error) => {
+            // A call that was sent and not answered can still have an effect.
+            if (error instanceof HostError && error.kind === 'disconnected')
+                this.watch.addOrder(tool, args, before);
+            throw error;
+        });
         this.log(`${tool.name}: ${answer}`);
-        if (answer === TASK_QUEUED) return queuedAnswer(tool, args);
+        if (answer === TASK_QUEUED) {
+            this.watch.addOrder(tool, args, before);
+            return queuedAnswer(tool, args, before);
+        }
         // The rejection is reported even if the inventory cannot be read.
         const facts = await factsAbout(this.host, this.table, tool, args, scope).catch(() => undefined);
         return rejectedAnswer(tool, args, answer, facts);

@@ -1,5 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
+import { ownTools } from '../src/gateway.js';
 import { connect, text } from './support/client.js';
 import { FakeService } from './support/fakeService.js';
 
@@ -130,7 +131,13 @@ test('ReadOnly_OffersOnlyToolsThatRead', async (t) => {
     const { service, client } = await start(t, { args: ['--read-only', '--tools', 'all'] });
     assert.deepEqual(
         (await client.listTools()).tools.map((tool) => tool.name),
-        ['ListAllDisks', 'ListPartitionsOnDisk', 'GetPartitionInfo', 'GetAllPartitionInfo'],
+        [
+            'ListAllDisks',
+            'ListPartitionsOnDisk',
+            'GetPartitionInfo',
+            'GetAllPartitionInfo',
+            ...ownTools.map((tool) => tool.name),
+        ],
     );
     await assert.rejects(client.callTool(format));
     assert.deepEqual(service.names(), []);

@@ -3,6 +3,7 @@ import assert from 'node:assert/strict';
 import { createConnection, createServer } from 'node:net';
 import { test } from 'node:test';
 import { OPERATION_IN_PROGRESS, TASK_NOT_VALID, TASK_QUEUED, TASKS_IN_EXECUTION } from '../src/constants.js';
+import { ownTools } from '../src/gateway.js';
 import { loadTable } from '../src/table.js';
 import { connect, text } from './support/client.js';
 import { startHost } from './support/sandbox.js';
@@ -41,7 +42,7 @@ test('HandshakeListAndRead_ShowTheIncludedMachine', async (t) => {
     const host = await startHost(t);
     const { client } = await connect(t, { args: ['--port', String(host.port), '--tools', 'all'] });
     assert.equal(client.getServerVersion()?.name, 'aibridge-mcp');
-    assert.equal((await client.listTools()).tools.length, loadTable().tools.length);
+    assert.equal((await client.listTools()).tools.length, loadTable().tools.length + ownTools.length);
     const answer = await call(client, 'ListAllDisks');
     const { disks } = /** @type {any} */ (answer.structuredContent);
     // The values of the machine file.

@@ -176,6 +176,12 @@ export class FakeService {
         return this.calls.map((call) => call.method);
     }
 
+    /** The calls of the gate and of tools that act; the gateway reads the inventory around them. */
+    acting() {
+        const reads = ['Init', 'ListAllDisks', 'GetAllPartitionInfo', 'ListPartitionsOnDisk', 'GetPartitionInfo'];
+        return this.calls.filter((call) => !reads.includes(call.method));
+    }
+
     /** PreProcessing rejects every call from now on. @param {string} reasons */
     rejectCalls(reasons) {
         this.answer.PreProcessing = () => new records.TaskInfo({ allow: false, reasons });

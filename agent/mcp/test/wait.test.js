@@ -1,0 +1,289 @@
+import assert from 'node:assert/strict';
+import { test } from 'node:test';
+import { connect, text } from './support/client.js';
+import { FakeService, int64, partitions } from './support/fakeService.js';
+import { inventoryOf } from './support/conversation.js';
+import { startHost } from './support/sandbox.js';
+
+const gib = 1024 ** 3;
+const label = { name: 'ChangePartitionLabel', arguments: { driveLetter: 'E', newLabel: 'x' } };
+
+/** @param {number} [seconds] */
+const wait = (seconds) => ({ name: 'WaitForChange', arguments: seconds === undefined ? {} : { seconds } });
+
+/** @param {import('node:test').TestContext} t @param {Parameters<typeof connect>[1]} [options] */
+async function start(t, options = {}) {
+    const service = new FakeService();
+    await service.start();
+    t.after(() => service.stop());
+    const args = ['--port', String(service.port), ...(options.args ?? [])];
+    return { service, ...(await connect(t, { ...options, args })) };
+}
+
+/** Changes one partition of the fake service from now on. @param {FakeService} service @param {string} letter @param {object} fields */
+function change(service, letter, fields) {
+    const all = service.answer.GetAllPartitionInfo();
+    const next = all.map((/** @type {any} */ p) => (p.driveLetter === `${letter}:` ? Object.assign(p, fields) : p));
+    service.answer.GetAllPartitionInfo = () => next;
+}
+
+/** @param {any} answer */
+const content = (answer) => answer.structuredContent;
+
+test('Wait_AnswersWithTheDifferenceToTheInventoryBeforeTheOrder', async (t) => {
+    const { service, client } = await start(t);
+    service.answer.ChangePartitionLabel = () => {
+        change(service, 'E', { label: 'x' });
+        return 'Task Queued';
+    };
+    await client.callTool(label);
+    const answer = await client.callTool(wait());
+    assert.match(text(answer), /^Changed after [\d.]+ s since ChangePartitionLabel driveLetter=E:\n- E: label "x" \(was "Dätà"\)\.$/);
+    assert.deepEqual(content(answer).changes, [
+        {
+            item: 'partition',
+            change: 'changed',
+            diskIndex: 1,
+            driveLetter: 'E',
+            label: 'x',
+            size: '9007199254740993',
+            freeSize: '0',
+            was: { label: 'Dätà' },
+            now: { label: 'x' },
+        },
+    ]);
+    assert.deepEqual(content(answer).orders, ['ChangePartitionLabel driveLetter=E']);
+});
+
+test('Wait_UsesNeitherTheGateNorAToolThatActs', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(wait(0));
+    assert.deepEqual(service.acting(), []);
+});
+
+test('Wait_PollsUntilALaterChangeAndReportsProgress', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(label);
+    /** @type {any[]} */
+    const progress = [];
+    const pending = client.callTool(wait(600), {
+        timeout: 600000,
+        onprogress: (p) => {
+            progress.push(p);
+            change(service, 'E', { label: 'x' });
+        },
+    });
+    assert.equal(content(await pending).changed, true);
+    assert.match(progress[0].message, /^The inventory is unchanged; \d+ of 600 s left\.$/);
+});
+
+test('UnchangedInventory_AtTheLimitIsNeitherSuccessNorFailure', async (t) => {
+    const { client } = await start(t);
+    await client.callTool(label);
+    const answer = await client.callTool(wait(1));
+    assert.ok(!answer.isError);
+    assert.match(text(answer), /^Unchanged after 1(\.\d)? s since ChangePartitionLabel driveLetter=E\. /);
+    assert.match(text(answer), /may still be waiting or running, or may have failed/);
+    assert.equal(content(answer).changed, false);
+    assert.ok(content(answer).waitedSeconds >= 1);
+});
+
+test('OrderUnreportedSoFar_IsPartOfTheNextReport', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(label);
+    change(service, 'E', { label: 'x' });
+    service.answer.ChangePartitionLabel = () => {
+        change(service, 'C', { label: 'y' });
+        return 'Task Queued';
+    };
+    await client.callTool({ ...label, arguments: { driveLetter: 'C', newLabel: 'y' } });
+    const answer = await client.callTool(wait());
+    assert.deepEqual(
+        content(answer).changes.map((/** @type {any} */ c) => [c.driveLetter, c.now.label]),
+        [
+            ['C', 'y'],
+            ['E', 'x'],
+        ],
+    );
+    assert.equal(content(answer).orders.length, 2);
+});
+
+test('EffectOfAnEarlierOrder_DoesNotEndTheWaitForTheLastOne', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(label);
+    change(service, 'E', { label: 'x' });
+    await client.callTool({ ...label, arguments: { driveLetter: 'C', newLabel: 'y' } });
+    assert.equal(content(await client.callTool(wait(0))).changed, false);
+});
+
+test('ReportedOrder_IsNotReportedAgain', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(label);
+    change(service, 'E', { label: 'x' });
+    assert.equal(content(await client.callTool(wait(0))).changed, true);
+    const again = await client.callTool(wait(0));
+    assert.deepEqual([content(again).changed, content(again).orders], [false, []]);
+    assert.match(text(again), /has given no order whose effect is unreported/);
+});
+
+test('RejectedOrder_IsNotWaitedFor', async (t) => {
+    const { service, client } = await start(t);
+    service.answer.ChangePartitionLabel = 'Task NotValid';
+    await client.callTool(label);
+    assert.deepEqual(content(await client.callTool(wait(0))).orders, []);
+});
+
+test('OrderWithALostAnswer_IsWaitedFor', async (t) => {
+    const { service, client } = await start(t);
+    service.answer.ChangePartitionLabel = () => service.cut();
+    assert.match(text(await client.callTool(label)), /Whether it accepted the order is unknown/);
+    change(service, 'E', { label: 'x' });
+    const answer = await client.callTool(wait(0));
+    assert.deepEqual(content(answer).orders, ['ChangePartitionLabel driveLetter=E']);
+    assert.equal(content(answer).changed, true);
+});
+
+test('FilesWrittenByPrograms_DoNotEndTheWait', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(label);
+    change(service, 'C', { usedSize: int64(53687091200 + gib), freeSize: int64(53687091200 - gib) });
+    assert.equal(content(await client.callTool(wait(0))).changed, false);
+    change(service, 'C', { usedSize: int64(53687091200 + 2 * gib) });
+    assert.equal(content(await client.callTool(wait(0))).changed, true);
+});
+
+test('FormattedDrive_ShowsAnyChangeOfItsUsedSpace', async (t) => {
+    const { service, client } = await start(t, { args: ['--yes'] });
+    change(service, 'E', { usedSize: int64(4096) });
+    service.answer.FormatPartition = () => {
+        const all = partitions();
+        service.answer.GetAllPartitionInfo = () => all;
+        return 'Task Queued';
+    };
+    await client.callTool({
+        name: 'FormatPartition',
+        arguments: { driveLetter: 'E', fileSystem: 'exFAT', label: 'Dätà', clusterSize: 0, quickFormat: true },
+    });
+    const answer = await client.callTool(wait(0));
+    assert.deepEqual(content(answer).changes[0].was, { usedSize: '4096' });
+});
+
+test('Label_CannotFormALineOfTheAnswer', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(label);
+    change(service, 'E', { label: 'x".\n- C: size 0' });
+    assert.match(text(await client.callTool(wait(0))), /^Changed[^\n]*\n- E: label "x\\"\.\\n- C: size 0" \(was "Dätà"\)\.$/);
+});
+
+test('ManyChanges_AreLimitedWithTheirNumber', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(label);
+    const many = Array.from({ length: 45 }, (_, i) =>
+        Object.assign(partitions()[2], { driveLetter: '', label: `p${i}`, startSector: int64(i) }),
+    );
+    service.answer.GetAllPartitionInfo = () => [...partitions(), ...many];
+    const answer = await client.callTool(wait(0));
+    assert.deepEqual([content(answer).changes.length, content(answer).omitted], [40, 5]);
+    assert.match(text(answer), /\n- 5 more changes\. ListAllDisks and GetAllPartitionInfo show all\.$/);
+});
+
+test('CancelledWait_StopsPolling', async (t) => {
+    const { service, client } = await start(t);
+    const controller = new AbortController();
+    /** @type {any[]} */
+    const progress = [];
+    const pending = client.callTool(wait(600), {
+        signal: controller.signal,
+        timeout: 600000,
+        onprogress: (p) => {
+            progress.push(p);
+            controller.abort();
+        },
+    });
+    await assert.rejects(pending);
+    // The next call follows the cancellation on the same stream, so every later read is the wait's.
+    await client.callTool(wait(0));
+    const reads = service.calls.length;
+    await client.callTool({ name: 'ListAllDisks', arguments: {} });
+    await client.callTool(label);
+    assert.deepEqual(
+        service.calls.slice(reads).map((call) => call.method),
+        [
+            'ListAllDisks',
+            'ListAllDisks',
+            'GetAllPartitionInfo',
+            'PreProcessing',
+            'ChangePartitionLabel',
+            'PostProcessing',
+        ],
+    );
+});
+
+test('LostHost_EndsTheWaitWithTheNextStep', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(wait(0));
+    await service.stop();
+    const answer = await client.callTool(wait());
+    assert.ok(answer.isError);
+    assert.match(text(answer), /not running or not reachable/);
+});
+
+test('Seconds_AreBounded', async (t) => {
+    const { client } = await start(t);
+    for (const seconds of [-1, 601, 1.5])
+        assert.ok((await client.callTool(wait(seconds))).isError, String(seconds));
+});
+
+test('Wait_IsOfferedReadOnlyWithEveryChoiceOfGroups', async (t) => {
+    for (const args of [['--tools', 'clone'], ['--read-only'], []]) {
+        const { client } = await start(t, { args });
+        const tool = (await client.listTools()).tools.find(({ name }) => name === 'WaitForChange');
+        assert.equal(tool?.annotations?.readOnlyHint, true, args.join(' '));
+    }
+});
+
+test('ResizeAndSplitOnTheSandbox_ShowTheFreeRegionAndTheNewLetter', async (t) => {
+    const host = await startHost(t, { args: ['--speed', '10'] });
+    const { client } = await connect(t, { args: ['--port', String(host.port)] });
+    await client.callTool({
+        name: 'ResizePartition',
+        arguments: { driveLetter: 'D', newPartitionCapacity: String(200 * gib) },
+    });
+    const resized = await client.callTool(wait(300), { timeout: 300000 });
+    assert.match(
+        text(resized),
+        /\n- D: size 200\.00 GB \(was 300\.00 GB\), 80\.00 GB free \(was 180\.00 GB\)\.\n- Free region \(disk 0, after D:\): size 265\.46 GB \(was 165\.46 GB\); first sector \d+ \(was 1606526976\); unallocatedIndex 0\.$/,
+    );
+    await client.callTool({
+        name: 'SplitPartition',
+        arguments: {
+            driveLetter: 'D',
+            newPartitionCapacity: String(20 * gib),
+            newPartitionFileSystem: 'NTFS',
+            newPartitionLabel: 'Music',
+        },
+    });
+    const split = await client.callTool(wait(300), { timeout: 300000 });
+    assert.match(text(split), /\n- New: I: "Music", NTFS, 20\.00 GB, [\d.]+ GB free, disk 0\./);
+    const { partitions: all } = await inventoryOf(host.port);
+    assert.ok(all.some((p) => p.driveLetter.startsWith('I') && p.label === 'Music'));
+});
+
+test('GoneDrive_IsReportedAlthoughGetPartitionInfoKeepsItsLastRecord', async (t) => {
+    const host = await startHost(t, { args: ['--speed', 'instant'] });
+    const { client } = await connect(t, { args: ['--port', String(host.port)] });
+    await client.callTool({ name: 'MergePartitions', arguments: { driveLetter1: 'F', driveLetter2: 'G' } });
+    const answer = await client.callTool(wait(300), { timeout: 300000 });
+    assert.match(text(answer), /\n- Gone: G: "Scratch", NTFS, 80\.00 GB, 70\.00 GB free, disk 2\./);
+    const stale = await client.callTool({ name: 'GetPartitionInfo', arguments: { driveLetter: 'G' } });
+    assert.equal(content(stale).label, 'Scratch');
+});
+
+test('FailedTask_LeavesTheInventoryUnchanged', async (t) => {
+    const host = await startHost(t, { args: ['--speed', 'instant', '--fail', 'ChangePartitionLabel after 0%'] });
+    const { client } = await connect(t, { args: ['--port', String(host.port)] });
+    await client.callTool({ name: 'ChangePartitionLabel', arguments: { driveLetter: 'D', newLabel: 'x' } });
+    const answer = await client.callTool(wait(1));
+    assert.equal(content(answer).changed, false);
+    assert.match(text(answer), /or may have failed/);
+});
