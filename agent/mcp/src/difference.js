@@ -117,7 +117,9 @@ const partitionFields = [
         name: 'driveLetter',
         value: letterOf,
         words: (was, now) =>
-            letterOf(now) ? `letter ${letterOf(now)}: (was ${letterOf(was) || 'none'})` : 'no letter now',
+            letterOf(now)
+                ? `letter ${letterOf(now)}: (was ${letterOf(was) ? `${letterOf(was)}:` : 'none'})`
+                : 'no letter now',
     },
     valueRow('label', 'label', quoted),
     valueRow('fileSystemType', 'file system', (name) => unquoted(name) || 'none'),
@@ -143,7 +145,7 @@ const diskFields = [
         value: tableOf,
         words: (was, now) => `partition table ${tableOf(now)} (was ${tableOf(was)})`,
     },
-    diskRow,
+    valueRow('diskIndex', 'number', String),
     {
         name: 'totalCapacity',
         words: (was, now) => `capacity ${now.displayTotalCapacity} (was ${was.displayTotalCapacity})`,
