@@ -16,7 +16,7 @@ namespace {
 constexpr int kLimitMs = 10000;
 constexpr int kSysfsSector = 512;
 // Gaps caused by alignment and partition tables are not usable free space.
-constexpr qint64 kLargestRemnant = 1024 * 1024;
+constexpr qint64 kLargestRemnant = qint64(1024) * 1024;
 const QString kEfiType = QStringLiteral("c12a7328-f81f-11d2-ba4b-00a0c93ec93b");
 
 QString text(const QJsonObject& device, const char* key)

@@ -221,7 +221,7 @@ Guide mediaGuide(const QVariantMap& task)
             [task] { return mediaPage(task); }};
 }
 
-Guide healthGuide(std::shared_ptr<const Machine> machine, int diskIndex)
+Guide healthGuide(const std::shared_ptr<const Machine>& machine, int diskIndex)
 {
     const bool bad = machine->smartErrors.contains(diskIndex);
     return {{QT_TRANSLATE_NOOP("Sandbox", "Disk health: disk %1"), {QString::number(diskIndex)}},

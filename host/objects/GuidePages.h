@@ -39,7 +39,7 @@ Guide cloneGuide(const QVariantMap& result);
 Guide convertGuide(const Machine& machine, const QVariantMap& task);
 Guide recoveryGuide(const QVariantMap& task);
 Guide mediaGuide(const QVariantMap& task);
-Guide healthGuide(std::shared_ptr<const Machine> machine, int diskIndex);
+Guide healthGuide(const std::shared_ptr<const Machine>& machine, int diskIndex);
 Guide toolboxGuide(int index, const QVariantMap& record);
 
 } // namespace host
