@@ -12,7 +12,7 @@ import { version } from './options.js';
 import { cacheHints, capabilities } from './protocol.js';
 import { readAnswer } from './reads.js';
 import { offerResources } from './resources.js';
-import { acceptAll, annotations, inputSchema, outputSchema } from './schema.js';
+import { acceptAll, annotations, listed } from './schema.js';
 import { loadTable } from './table.js';
 import { Deadline } from './time.js';
 import { ChangeWatch, secondsOf, waitTool } from './wait.js';
@@ -67,17 +67,15 @@ export class Gateway {
 
     /** @param {McpServer} server @param {Tool} tool */
     offer(server, tool) {
-        const output = outputSchema(tool, this.table);
-        const shown = {
-            title: tool.title,
-            description: tool.about,
-            inputSchema: fromJsonSchema(/** @type {any} */ (inputSchema(tool)), acceptAll),
-            ...(output && { outputSchema: fromJsonSchema(/** @type {any} */ (output)) }),
-            annotations: annotations(tool),
-        };
+        const { name, inputSchema, outputSchema, ...shown } = listed(tool, this.table);
+        const output = outputSchema && fromJsonSchema(/** @type {any} */ (outputSchema));
         server.registerTool(
-            tool.name,
-            shown,
+            name,
+            {
+                ...shown,
+                inputSchema: fromJsonSchema(/** @type {any} */ (inputSchema), acceptAll),
+                ...(output && { outputSchema: output }),
+            },
             (/** @type {any} */ args, /** @type {ServerContext} */ context) =>
                 this.call(tool, args, server, context),
         );

@@ -15,6 +15,32 @@ import { fromWire } from './wire.js';
  */
 
 /**
+ * All disks.
+ * @param {Pick<Host, 'ask'>} host
+ * @param {Table} table
+ * @param {CallScope} scope
+ * @returns {Promise<PlainRecord[]>}
+ */
+export const readDisks = async (host, table, scope) =>
+    fromWire(await host.ask('ListAllDisks', [], scope), { list: { record: 'DiskInfo' } }, table);
+
+/**
+ * The partitions and unallocated regions of a disk, or of all disks.
+ * @param {Pick<Host, 'ask'>} host
+ * @param {Table} table
+ * @param {CallScope} scope
+ * @param {number} [diskIndex]
+ * @returns {Promise<PlainRecord[]>}
+ */
+export async function readPartitions(host, table, scope, diskIndex) {
+    const found =
+        diskIndex === undefined
+            ? await host.ask('GetAllPartitionInfo', [], scope)
+            : await host.ask('ListPartitionsOnDisk', [diskIndex], scope);
+    return fromWire(found, { list: { record: 'PartitionInfo' } }, table);
+}
+
+/**
  * Reads the inventory and finds the records that the arguments name.
  * @param {Host} host
  * @param {Table} table
@@ -24,16 +50,8 @@ import { fromWire } from './wire.js';
  * @returns {Promise<Facts>}
  */
 export async function factsAbout(host, table, tool, args, scope) {
-    const disks = fromWire(
-        await host.ask('ListAllDisks', [], scope),
-        { list: { record: 'DiskInfo' } },
-        table,
-    );
-    const partitions = fromWire(
-        await host.ask('GetAllPartitionInfo', [], scope),
-        { list: { record: 'PartitionInfo' } },
-        table,
-    );
+    const disks = await readDisks(host, table, scope);
+    const partitions = await readPartitions(host, table, scope);
     return {
         disks,
         partitions,
@@ -42,7 +60,7 @@ export async function factsAbout(host, table, tool, args, scope) {
             return {
                 arg: name,
                 index,
-                disk: disks.find((/** @type {PlainRecord} */ d) => d.diskIndex === index),
+                disk: disks.find((d) => d.diskIndex === index),
             };
         }),
         namedDrives: tool.args

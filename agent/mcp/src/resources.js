@@ -1,5 +1,5 @@
 import { ResourceNotFoundError, ResourceTemplate } from '@modelcontextprotocol/server';
-import { fromWire } from './wire.js';
+import { readDisks, readPartitions } from './inventory.js';
 
 /** @import { McpServer, ServerContext } from '@modelcontextprotocol/server' */
 /** @import { CallScope, Table } from './types.js' */
@@ -20,15 +20,7 @@ const maxUri = 100;
  */
 export function offerResources(server, host, table, scopeOf) {
     /** @param {CallScope} scope */
-    const disks = async (scope) =>
-        fromWire(await host.ask('ListAllDisks', [], scope), { list: { record: 'DiskInfo' } }, table);
-    /** @param {number} index @param {CallScope} scope */
-    const partitions = async (index, scope) =>
-        fromWire(
-            await host.ask('ListPartitionsOnDisk', [index], scope),
-            { list: { record: 'PartitionInfo' } },
-            table,
-        );
+    const disks = (scope) => readDisks(host, table, scope);
 
     server.registerResource(
         'disks',
@@ -69,9 +61,9 @@ export function offerResources(server, host, table, scopeOf) {
         if (!/^\d{1,10}$/.test(String(diskIndex)) || index > 0x7fffffff)
             throw new ResourceNotFoundError(uri.href.slice(0, maxUri), 'The URI does not identify a disk.');
         const scope = scopeOf(context);
-        const found = await partitions(index, scope);
+        const found = await readPartitions(host, table, scope, index);
         // The service returns an empty list for an unknown disk.
-        if (found.length === 0 && !(await disks(scope)).some((/** @type {any} */ d) => d.diskIndex === index))
+        if (found.length === 0 && !(await disks(scope)).some((d) => d.diskIndex === index))
             throw new ResourceNotFoundError(uri.href, `The inventory contains no disk ${index}.`);
         return document(uri, { diskIndex: index, partitions: found });
     });

@@ -1,5 +1,4 @@
-import { once } from 'node:events';
-import { setTimeout as sleep } from 'node:timers/promises';
+import pTimeout from 'p-timeout';
 
 /** The end of a time limit. */
 export class Deadline {
@@ -35,23 +34,10 @@ export class Deadline {
  * @param {AbortSignal} [signal]
  * @returns {Promise<T>}
  */
-export async function withTimeout(promise, ms, timeoutError, signal) {
-    const settled = new AbortController();
-    const { signal: stop } = settled;
-    const waits = [
-        promise,
-        sleep(ms, undefined, { signal: stop }).then(() => Promise.reject(timeoutError())),
-    ];
-    if (signal) waits.push(aborted(signal, stop));
-    try {
-        return await Promise.race(waits);
-    } finally {
-        settled.abort();
-    }
-}
-
-/** @param {AbortSignal} signal @param {AbortSignal} stop @returns {Promise<never>} */
-async function aborted(signal, stop) {
-    if (!signal.aborted) await once(signal, 'abort', { signal: stop });
-    throw signal.reason;
-}
+export const withTimeout = (promise, ms, timeoutError, signal) =>
+    pTimeout(promise, {
+        // The package rejects zero, which the remaining time of a deadline can be.
+        milliseconds: Math.max(ms, Number.MIN_VALUE),
+        fallback: () => Promise.reject(timeoutError()),
+        signal,
+    });

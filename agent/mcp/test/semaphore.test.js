@@ -2,7 +2,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { Semaphore } from 'async-mutex';
 import { acquire } from '../src/semaphore.js';
-import { Deadline } from '../src/time.js';
+import { Deadline, withTimeout } from '../src/time.js';
 
 /** @param {{ ms?: number, signal?: AbortSignal, progress?: (message: string) => void }} [options] */
 const scope = ({ ms = 60000, signal = new AbortController().signal, progress = () => {} } = {}) => ({
@@ -46,4 +46,21 @@ test('CancelledWaiter_DoesNotKeepTheSemaphore', async () => {
     await assert.rejects(waiter, /^Error: cancelled$/);
     semaphore.release();
     await acquire(semaphore, scope(), timeoutError);
+});
+
+test('PassedDeadline_EndsTheWaitWithTheError', async () => {
+    const deadline = new Deadline(0);
+    assert.equal(deadline.left(), 0);
+    await assert.rejects(withTimeout(new Promise(() => {}), deadline.left(), timeoutError), /^Error: timeout$/);
+    assert.equal(await withTimeout(Promise.resolve(1), deadline.left(), timeoutError), 1);
+});
+
+test('RejectionAfterATimeout_IsHandled', async () => {
+    /** @type {(error: Error) => void} */
+    let fail = () => {};
+    const late = new Promise((_, reject) => (fail = reject));
+    await assert.rejects(withTimeout(late, 1, timeoutError), /^Error: timeout$/);
+    fail(new Error('late'));
+    // An unhandled rejection would end the test's process.
+    await new Promise((resolve) => setImmediate(resolve));
 });
