@@ -12,6 +12,7 @@ import { startHost, zorcall } from './sandbox.js';
  * @property {string[]} [hostArgs] further options of the host
  * @property {string[]} [groups] offered groups besides the default ones
  * @property {(model: Conversation) => Promise<unknown>} calls
+ * @property {number} mostCalls
  * @property {(end: Inventory, model: Conversation) => void} check asserts the end state
  */
 
@@ -65,7 +66,7 @@ export async function inventoryOf(port) {
  * @param {UserRequest} request
  * @param {{ speed?: string, think?: () => Promise<unknown> }} [options]
  */
-export async function carryOut(t, request, { speed = 'instant', think = async () => {} } = {}) {
+export async function carryOut(t, request, { speed = '20', think = async () => {} } = {}) {
     const host = await startHost(t, {
         change: request.change ?? (() => {}),
         args: ['--speed', speed, ...(request.hostArgs ?? [])],

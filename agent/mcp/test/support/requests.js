@@ -30,30 +30,15 @@ const addDisk = (machine, size, keys = {}) =>
     });
 
 /**
- * Repeats the reads until the effect shows.
+ * Waits for the effect of the last order, whose answer describes it.
  * @param {Conversation} model
- * @param {Array<[name: string, args: Record<string, any>]>} reads
- * @param {(...answers: any[]) => boolean} shown
+ * @param {RegExp} words
+ * @returns {Promise<any[]>} the changes
  */
-async function untilShown(model, reads, shown) {
-    const end = performance.now() + 120000;
-    for (;;) {
-        const answers = [];
-        for (const [name, args] of reads) answers.push((await model.call(name, args)).content);
-        if (shown(...answers)) return answers;
-        if (performance.now() > end) assert.fail(`The effect does not show: ${JSON.stringify(answers)}`);
-    }
-}
-
-/** @param {string} letter @returns {[string, { driveLetter: string }]} */
-const driveRead = (letter) => ['GetPartitionInfo', { driveLetter: letter }];
-/** @param {number} index @returns {[string, { diskIndex: number }]} */
-const diskRead = (index) => ['ListPartitionsOnDisk', { diskIndex: index }];
-
-/** @param {Conversation} model @param {number} [index] */
-async function readDisk(model, index) {
-    await model.call('ListAllDisks');
-    if (index !== undefined) await model.call(...diskRead(index));
+async function effect(model, words) {
+    const answer = await model.call('WaitForChange', { seconds: 300 });
+    assert.match(answer.text, words);
+    return answer.content.changes;
 }
 
 /** @type {UserRequest[]} */
@@ -61,11 +46,11 @@ export const requests = [
     {
         name: 'RoomForAnotherSystem_ShrinksDataNextToTheFreeSpace',
         goal: 'I want to install another system on the first disk. Make 250 GB of free space for it in one piece.',
+        mostCalls: 3,
         calls: async (model) => {
-            await readDisk(model, 0);
+            await model.call('GetAllPartitionInfo');
             await model.call('ResizePartition', { driveLetter: 'D', newPartitionCapacity: String(210 * gib) });
-            await untilShown(model, [driveRead('D')], (d) => Number(d.rawCapacity) === 210 * gib);
-            await model.call(...diskRead(0));
+            await effect(model, /D: size 210\.00 GB .*\n- Free region \(disk 0, after D:\): size 255\.46 GB /);
         },
         check: (end) => {
             const free = entriesOn(end, 0).filter((p) => p.isUnallocated);
@@ -78,8 +63,9 @@ export const requests = [
         name: 'FullSystemDrive_GetsSpaceFromTheNextDrive',
         goal: 'C: is full. Give it 50 GB more; D: has plenty.',
         change: (machine) => (machine.disks[0].partitions[2].usedSize = 463 * gib),
+        mostCalls: 4,
         calls: async (model) => {
-            await readDisk(model, 0);
+            await model.call('GetAllPartitionInfo');
             // No free space follows C:, so the first idea is rejected.
             const direct = await model.call('ResizePartitionRelative', {
                 driveLetter: 'C',
@@ -91,11 +77,7 @@ export const requests = [
                 targetDriveLetter: 'C',
                 newPartitionCapacity: String(50 * gib),
             });
-            await untilShown(
-                model,
-                [driveRead('D'), driveRead('C')],
-                (d, c) => Number(d.rawCapacity) === 250 * gib && Number(c.rawCapacity) === 515 * gib,
-            );
+            await effect(model, /C: size 515\.00 GB [^]*D: size 250\.00 GB /);
         },
         check: (end) => {
             assert.deepEqual(figures(drive(end, 'C')), ['C', 515 * gib, 463 * gib]);
@@ -108,11 +90,12 @@ export const requests = [
         change: (machine) => addDisk(machine, 1000204886016),
         hostArgs: ['--start-guides'],
         groups: ['clone'],
+        mostCalls: 4,
         calls: async (model) => {
-            await readDisk(model, 0);
-            await model.call(...diskRead(4));
+            await model.call('ListAllDisks');
+            await model.call('GetAllPartitionInfo');
             await model.call('CloneOSDataFromPartition', { targetDiskIndex: 4, osDriveLetter: 'C' });
-            await untilShown(model, [diskRead(4)], ({ partitions }) => partitions.length > 2);
+            await effect(model, /New: [^\n]*"Windows", NTFS, [^\n]*, disk 4\./);
         },
         check: (end) => {
             const copy = entriesOn(end, 4).find((p) => p.label === 'Windows');
@@ -124,14 +107,14 @@ export const requests = [
     {
         name: 'StickForTheTelevision_IsFormattedWithAFileSystemForItsSize',
         goal: 'Prepare the USB stick for my television. Nothing on it matters. FAT32 or exFAT will do.',
+        mostCalls: 4,
         calls: async (model) => {
-            await readDisk(model, 3);
-            const format = { driveLetter: 'H', label: 'TV', clusterSize: 0, quickFormat: true };
-            // FAT32 can be created up to 32 GiB only.
-            const first = await model.call('FormatPartition', { ...format, fileSystem: 'FAT32' });
-            assert.ok(first.isError);
-            await model.call('FormatPartition', { ...format, fileSystem: 'exFAT' });
-            await untilShown(model, [driveRead('H')], (h) => h.label === 'TV');
+            await model.call('ListAllDisks');
+            await model.call('GetAllPartitionInfo');
+            // The argument's description limits FAT32 to 32 GiB.
+            const format = { fileSystem: 'exFAT', label: 'TV', clusterSize: 0, quickFormat: true };
+            await model.call('FormatPartition', { driveLetter: 'H', ...format });
+            await effect(model, /H: label "TV" \(was "STICK"\); file system exFAT \(was FAT32\)/);
         },
         check: (end) => {
             const { label, fileSystemType, usedSize } = drive(end, 'H');
@@ -144,11 +127,13 @@ export const requests = [
         goal: 'Convert disk 1 to GPT without losing my archive.',
         hostArgs: ['--start-guides'],
         groups: ['convert'],
+        mostCalls: 4,
         calls: async (model) => {
-            await readDisk(model, 1);
-            await model.call('ConvertDiskToGpt', { diskIndex: 1 });
-            await untilShown(model, [['ListAllDisks', {}]], ({ disks }) => disks[1].isGpt === true);
             await model.call('ListAllDisks');
+            await model.call('GetAllPartitionInfo');
+            await model.call('ConvertDiskToGpt', { diskIndex: 1 });
+            const changes = await effect(model, /Disk 1: partition table GPT \(was MBR\)\./);
+            assert.ok(changes.every(({ change }) => change === 'changed'));
         },
         check: (end) => {
             assert.equal(end.disks[1].isGpt, true);
@@ -158,16 +143,16 @@ export const requests = [
     {
         name: 'HundredGigabytesSplitOff_BecomeANewDriveWithALetter',
         goal: 'Split 100 GB off D: as a new drive "Music". Which letter does it have?',
+        mostCalls: 3,
         calls: async (model) => {
-            await readDisk(model, 0);
+            await model.call('GetAllPartitionInfo');
             await model.call('SplitPartition', {
                 driveLetter: 'D',
                 newPartitionCapacity: String(100 * gib),
                 newPartitionFileSystem: 'NTFS',
                 newPartitionLabel: 'Music',
             });
-            await untilShown(model, [driveRead('D')], (d) => Number(d.rawCapacity) <= 201 * gib);
-            await model.call(...diskRead(0));
+            await effect(model, /New: I: "Music", NTFS, 100\.00 GB, /);
         },
         check: (end) => {
             const music = end.partitions.find((p) => p.label === 'Music');
@@ -179,16 +164,11 @@ export const requests = [
     {
         name: 'TwoDrivesMerged_KeepTheDataOfBoth',
         goal: 'Merge F: and G: into F:.',
+        mostCalls: 3,
         calls: async (model) => {
-            await readDisk(model, 2);
+            await model.call('GetAllPartitionInfo');
             await model.call('MergePartitions', { driveLetter1: 'F', driveLetter2: 'G' });
-            // The answer for a letter that is gone remains the last record, so only F: shows the effect.
-            await untilShown(
-                model,
-                [driveRead('F'), driveRead('G')],
-                (f) => Number(f.rawCapacity) === 180 * gib,
-            );
-            await model.call(...diskRead(2));
+            await effect(model, /F: size 180\.00 GB [^]*; used space 80\.00 GB [^]*Gone: G: "Scratch"/);
         },
         check: (end) => {
             assert.deepEqual(figures(drive(end, 'F')), ['F', 180 * gib, 80 * gib]);
@@ -198,13 +178,12 @@ export const requests = [
     {
         name: 'OldSsdErasedForSale_HasNoPartitionsAndOthersAreUnchanged',
         goal: 'Erase the old 250 GB SSD completely, I am selling it.',
+        mostCalls: 4,
         calls: async (model) => {
-            await readDisk(model, 2);
-            await model.call('WipeDisk', { diskIndex: 2, eraseCount: 1 });
-            await untilShown(model, [diskRead(2)], ({ partitions }) =>
-                partitions.every((/** @type {any} */ p) => p.isUnallocated),
-            );
             await model.call('ListAllDisks');
+            await model.call('GetAllPartitionInfo');
+            await model.call('WipeDisk', { diskIndex: 2, eraseCount: 1 });
+            await effect(model, /Gone: F: [^]*Gone: G: [^]*Disk 2: partition table none \(was MBR\)/);
         },
         check: (end) => {
             assert.ok(entriesOn(end, 2).every((p) => p.isUnallocated));
@@ -219,13 +198,11 @@ export const requests = [
         name: 'RecoveryPartitionRemoved_IsLeftToTheUserInTheLayoutEditor',
         goal: 'Remove the recovery partition from the first disk.',
         groups: ['guides'],
-        // Partitions without a letter cannot be deleted by a tool.
+        // The tools identify a partition by its letter, which this one does not have.
+        mostCalls: 2,
         calls: async (model) => {
-            await readDisk(model, 0);
-            const direct = await model.call('DeletePartition', { driveLetter: '' });
-            assert.ok(direct.isError);
+            await model.call('GetAllPartitionInfo');
             await model.call('OpenDiskLayoutEditor', { diskIndex: 0 });
-            await model.call(...diskRead(0));
         },
         check: (end, model) => {
             assert.ok(model.hostLog.some((line) => line.includes('order OpenDiskLayoutEditor')));
@@ -237,21 +214,20 @@ export const requests = [
         name: 'NewDisk_GetsATableAndOneDrive',
         goal: 'Set up the new disk with one NTFS drive "Work".',
         change: (machine) => addDisk(machine, 2000398934016),
+        mostCalls: 5,
         calls: async (model) => {
-            await readDisk(model, 4);
+            await model.call('ListAllDisks');
             await model.call('InitializeDiskToGpt', { diskIndex: 4 });
-            await untilShown(model, [['ListAllDisks', {}]], ({ disks }) => !disks[4].isUninitialized);
-            const { partitions } = (await model.call(...diskRead(4))).content;
+            const changes = await effect(model, /Disk 4: partition table GPT \(was none\)\./);
+            const region = changes.find(({ item }) => item === 'region');
             await model.call('CreatePartition', {
                 diskIndex: 4,
-                capacity: partitions.find((/** @type {any} */ p) => p.isUnallocated).rawCapacity,
+                capacity: region.size,
                 fileSystem: 'NTFS',
                 label: 'Work',
-                unallocatedIndex: -1,
+                unallocatedIndex: region.unallocatedIndex,
             });
-            await untilShown(model, [diskRead(4)], ({ partitions: all }) =>
-                all.some((/** @type {any} */ p) => p.label === 'Work'),
-            );
+            await effect(model, /New: I: "Work", NTFS, /);
         },
         check: (end) => {
             assert.equal(end.disks[4].isGpt, true);
