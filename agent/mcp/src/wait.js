@@ -1,8 +1,8 @@
 import { setTimeout as sleep } from 'node:timers/promises';
 import { differences } from './difference.js';
+import { readDisks, readPartitions } from './inventory.js';
 import { letterOf } from './match.js';
 import { Deadline } from './time.js';
-import { fromWire } from './wire.js';
 
 /** @import { CallToolResult } from '@modelcontextprotocol/server' */
 /** @import { Change, Snapshot } from './difference.js' */
@@ -71,12 +71,8 @@ export class ChangeWatch {
     async read(scope) {
         // Each pair of reads has the time limit of a call; the limit of the whole wait is separate.
         const limited = { ...scope, deadline: new Deadline(this.options.timeoutMs) };
-        const disks = await this.host.ask('ListAllDisks', [], limited);
-        const partitions = await this.host.ask('GetAllPartitionInfo', [], limited);
-        return {
-            disks: fromWire(disks, { list: { record: 'DiskInfo' } }, this.table),
-            partitions: fromWire(partitions, { list: { record: 'PartitionInfo' } }, this.table),
-        };
+        const disks = await readDisks(this.host, this.table, limited);
+        return { disks, partitions: await readPartitions(this.host, this.table, limited) };
     }
 
     /**
