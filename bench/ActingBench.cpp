@@ -5,6 +5,8 @@
 
 #include "bridge/AIBridge.h"
 #include "tests/support/AIBridgeAccess.h"
+#include "tests/support/Answers.h"
+#include "tools/FunctionIndex.h"
 #include "tools/ZorHandle.h"
 
 #include <benchmark/benchmark.h>
@@ -32,7 +34,7 @@ public:
         QMetaObject::invokeMethod(&host_.window, "closeGuide", Qt::BlockingQueuedConnection,
                                   Q_RETURN_ARG(QVariant, closed), Q_ARG(QVariant, QVariant()));
         askPage(params);
-        answer = valid ? "Task Queued" : "Task NotValid";
+        answer = (valid ? answers::queued : answers::notValid).bytes();
     }
 
 private:
@@ -40,7 +42,8 @@ private:
     {
         bool result = false;
         QMetaObject::invokeMethod(&host_.page, "doFunFromAI", Qt::BlockingQueuedConnection,
-                                  Q_RETURN_ARG(bool, result), Q_ARG(int, 1), Q_ARG(QVariantMap, params));
+                                  Q_RETURN_ARG(bool, result), Q_ARG(int, FunFormatPartition),
+                                  Q_ARG(QVariantMap, params));
         return result;
     }
 
@@ -68,7 +71,7 @@ void formatOnce(benchmark::State& state, WireService& service)
 {
     std::string answer;
     service.client().FormatPartition(answer, "D", "NTFS", "Data", 4096, true);
-    if (answer != "Task Queued")
+    if (answer != answers::queued.bytes())
         state.SkipWithError("the order was rejected");
 }
 

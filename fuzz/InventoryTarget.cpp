@@ -1,8 +1,10 @@
 // Input from the host: inventories and lists of disks as trees of values of any type and depth, with all
 // their readers.
+#include "fuzz/EveryMethod.h"
 #include "fuzz/Fuzz.h"
 #include "fuzz/ToolHost.h"
 #include "fuzz/Tree.h"
+#include "recscan/ActionIndex.h"
 #include "recscan/RecScanThread.h"
 #include "recscan/ScanCases.h"
 #include "tests/support/AIBridgeAccess.h"
@@ -63,23 +65,10 @@ void scan(AIBridge& bridge, QQmlEngine* engine)
         if (!partition.driveLetter.empty())
             subject.partitionsByLetter[partition.driveLetter.front()] = partition;
     }
-    for (const int index : {1, 2, 3, 4, 5, 7, 8, 9, 10, 11})
-        runScanCase(index, subject);
-}
-
-void runRecordTools(CZorHandle& tools, int disk, int other, const std::string& letter)
-{
-    std::string answer;
-    tools.CloneOSDataFromDisk(answer, disk, other);
-    tools.CloneDiskToDisk(answer, disk, other);
-    tools.ClonePartitionToPartition(answer, letter, "e");
-    tools.ClonePartitionToDisk(answer, letter, disk);
-    tools.ConvertDiskToGpt(answer, disk);
-    tools.ConvertPartitionToNtfs(answer, letter);
-    tools.RebuildMbr(answer, disk);
-    tools.ScanPartitionBadSectors(answer, letter);
-    tools.ResizePartitionRelative(answer, letter, other);
-    tools.CreatePartition(answer, disk, other, letter, letter, -1);
+    for (int index = 0; index < kCaseCount; ++index) {
+        if (index != ActionWin10EndOfSupport && index != ActionRepairBoot)
+            runScanCase(index, subject);
+    }
 }
 
 void answerRecommendation(ToolHost& host, const QVariant& answer)
@@ -104,7 +93,7 @@ void fuzzOne(Bytes input)
     readInventory(host->bridge(), info.toList(), letter);
     scan(host->bridge(), host->host().engine());
     host->setDisks(tree::read(input));
-    runRecordTools(*host->tools(), disk, other, letter);
+    callEveryMethod(*host->tools(), disk, other, letter);
     answerRecommendation(*host, tree::read(input));
     host->checkCalls();
 

@@ -4,6 +4,8 @@
 #include "agent/Codec.h"
 #include "fuzz/Tree.h"
 
+#include "ZORNativePlugin_constants.h"
+
 #include <thrift/protocol/TBinaryProtocol.h>
 #include <thrift/transport/TBufferTransports.h>
 
@@ -67,7 +69,7 @@ const std::vector<std::vector<std::string>>& conversations()
 {
     static const std::vector<std::vector<std::string>> all = {
         {"Init", "PreProcessing|toolCalls=RebuildMbr(1)", "RebuildMbr|diskIndex=1",
-         "PostProcessing|result=Task Queued"},
+         "PostProcessing|result=" + ZORNativePluginConstants().TASK_QUEUED},
         {"ListAllDisks", "ListPartitionsOnDisk|diskIndex=1", "GetAllPartitionInfo",
          "GetPartitionInfo|driveLetter=e"},
         {"CloneDiskToDisk|sourceDiskIndex=0|destDiskIndex=1", "ConvertDiskToGpt|diskIndex=1", "DisablePreOS",
