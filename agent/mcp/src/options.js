@@ -19,7 +19,7 @@ const known = {
     version: flag,
 };
 /** The options that a variable can set as well: clients with a form for settings pass them as variables. */
-const settable = /** @type {const} */ (['port', 'tools', 'read-only', 'yes', 'timeout', 'ask-timeout']);
+export const settable = /** @type {const} */ (['port', 'tools', 'read-only', 'yes', 'timeout', 'ask-timeout']);
 
 /** @typedef {typeof settable[number]} Name */
 
