@@ -9,10 +9,6 @@ export class HostConnection {
     constructor(port) {
         this.port = port;
         this.open = true;
-        /** True after the first call: the host may have closed it since. */
-        this.reused = false;
-        /** @type {(() => void) | undefined} */
-        this.onEnd = undefined;
         /** @type {HostError | undefined} */
         this.ended = undefined;
         /** @type {Set<(error: HostError) => void>} */
@@ -95,7 +91,6 @@ export class HostConnection {
         for (const disconnect of this.waiting) disconnect(error);
         this.waiting.clear();
         this.socket.destroy();
-        this.onEnd?.();
     }
 
     /**
@@ -104,12 +99,6 @@ export class HostConnection {
      */
     checkProtocol(bytes) {
         if (bytes[0] !== 0x80 || (bytes.length > 1 && bytes[1] !== 0x01)) this.end(wrongService(this.port));
-    }
-
-    /** @param {boolean} yes false for an idle connection, so that the process can end */
-    keepAlive(yes) {
-        if (yes) this.socket.ref();
-        else this.socket.unref();
     }
 }
 

@@ -4,24 +4,40 @@ import {
     createRequestStateCodec,
     inputRequired,
     inputResponse,
+    SdkError,
+    SdkErrorCode,
 } from '@modelcontextprotocol/server';
-import { questionText } from './question.js';
 
 /** @import { McpServer, ServerContext } from '@modelcontextprotocol/server' */
-/** @import { Options, PlainRecord, Tool } from './types.js' */
-/** @import { Facts } from './inventory.js' */
+/** @import { HostId, Options, PlainRecord, Progress, Tool } from './types.js' */
+/** @import { Identity } from './target.js' */
 
-/** Asks the user before a tool that destroys data, if the client supports it. One answer allows one call. */
+// Clients end a call after a time of their own, often 60 s, unless they receive progress.
+const progressMs = 2000;
+// A late answer is recognised for this long.
+const stateSeconds = 24 * 3600;
+const maxQuestions = 100;
+
+/**
+ * A question to the user, and the target that it described.
+ * @typedef {object} Question
+ * @property {string} call fingerprint of the tool and its arguments
+ * @property {HostId} host
+ * @property {Identity} identity
+ * @property {string} message
+ * @property {number} expires in the time of performance.now()
+ */
+
+/** @typedef {'yes' | 'no' | 'cancelled' | 'late' | 'invalid'} Verdict the user's answer, or its absence */
+
+/** Questions to the user before a tool that destroys data, if the client supports them. One answer allows one call. */
 export class Consent {
     /** @param {Options} options */
     constructor(options) {
         this.options = options;
-        /** Questions without an answer so far. @type {Set<string>} */
-        this.open = new Set();
-        this.codec = createRequestStateCodec({
-            key: randomBytes(32),
-            ttlSeconds: Math.ceil(options.askTimeoutMs / 1000),
-        });
+        /** Questions without an answer so far. @type {Map<string, Question>} */
+        this.open = new Map();
+        this.codec = createRequestStateCodec({ key: randomBytes(32), ttlSeconds: stateSeconds });
     }
 
     /** @param {Tool} tool @param {McpServer} server @param {ServerContext} context */
@@ -30,54 +46,102 @@ export class Consent {
     }
 
     /**
-     * The user's answer to this call; 'unasked' before the question.
+     * The user's answer that the client sends with a repeated call; undefined if there is no open question about it.
      * @param {Tool} tool
      * @param {PlainRecord} args
      * @param {ServerContext} context
-     * @returns {'unasked' | 'yes' | 'no'}
+     * @returns {{ verdict: Verdict, question: Question } | undefined}
      */
-    answer(tool, args, context) {
+    answerTo(tool, args, context) {
         const view = inputResponse(context.mcpReq.inputResponses, 'confirm');
-        const state = /** @type {{ call: string, nonce: string } | undefined} */ (
-            context.mcpReq.requestState()
-        );
-        if (
-            view.kind === 'missing' ||
-            !state ||
-            !this.open.delete(state.nonce) ||
-            state.call !== fingerprint(tool, args)
-        )
-            return 'unasked';
-        return view.kind === 'elicit' && view.action === 'accept' && view.content?.confirm === true
-            ? 'yes'
-            : 'no';
+        const nonce = /** @type {{ nonce: string } | undefined} */ (context.mcpReq.requestState())?.nonce ?? '';
+        const question = this.open.get(nonce);
+        this.open.delete(nonce);
+        if (!question || view.kind === 'missing' || question.call !== fingerprint(tool, args)) return undefined;
+        if (performance.now() > question.expires) return { verdict: 'late', question };
+        return { verdict: view.kind === 'elicit' ? verdictOf(view) : 'invalid', question };
     }
 
     /**
      * @param {Tool} tool
      * @param {PlainRecord} args
-     * @param {Facts} facts
+     * @param {HostId} host
+     * @param {Identity} identity
+     * @param {string} message
+     * @returns {Question}
      */
-    async question(tool, args, facts) {
+    question(tool, args, host, identity, message) {
+        const expires = performance.now() + this.options.askTimeoutMs;
+        return { call: fingerprint(tool, args), host, identity, message, expires };
+    }
+
+    /**
+     * The answer that makes a client of the new protocol ask the user and repeat the call.
+     * @param {Question} question
+     */
+    async request(question) {
         const nonce = randomBytes(12).toString('hex');
-        this.open.add(nonce);
-        setTimeout(() => this.open.delete(nonce), this.options.askTimeoutMs).unref();
-        const confirm = {
-            type: /** @type {const} */ ('boolean'),
-            title: 'Yes, destroy this data',
-            default: false,
-        };
+        this.open.set(nonce, question);
+        for (const [oldest] of this.open) if (this.open.size > maxQuestions) this.open.delete(oldest);
         return inputRequired({
-            inputRequests: {
-                confirm: inputRequired.elicit({
-                    message: questionText(tool, args, facts),
-                    requestedSchema: { type: 'object', properties: { confirm }, required: ['confirm'] },
-                }),
-            },
-            requestState: await this.codec.mint({ call: fingerprint(tool, args), nonce }),
+            inputRequests: { confirm: inputRequired.elicit(form(question.message)) },
+            requestState: await this.codec.mint({ nonce }),
         });
     }
+
+    /**
+     * Asks the user through a client of the old protocol, whose call stays open and receives progress.
+     * @param {Question} question
+     * @param {ServerContext} context
+     * @param {Progress} progress
+     * @returns {Promise<Verdict>}
+     */
+    async ask(question, context, progress) {
+        const report = () => progress('Waiting for the answer of the user to a question.');
+        report();
+        const timer = setInterval(report, progressMs);
+        try {
+            const answer = await context.mcpReq.send(
+                { method: 'elicitation/create', params: { mode: 'form', ...form(question.message) } },
+                { timeout: this.options.askTimeoutMs, signal: context.mcpReq.signal },
+            );
+            return verdictOf(answer);
+        } catch (error) {
+            if (context.mcpReq.signal.aborted) throw error;
+            return error instanceof SdkError && error.code === SdkErrorCode.RequestTimeout
+                ? 'late'
+                : 'invalid';
+        } finally {
+            clearInterval(timer);
+        }
+    }
 }
+
+/** True for a protocol in which the client repeats the call with the answer. @param {ServerContext} context */
+export const repeatsCalls = (context) => context.mcpReq.envelope !== undefined;
+
+/** @param {{ action: string, content?: any }} answer @returns {Verdict} */
+function verdictOf({ action, content }) {
+    if (action === 'accept' && typeof content?.confirm === 'boolean') return content.confirm ? 'yes' : 'no';
+    if (action === 'decline') return 'no';
+    return action === 'cancel' ? 'cancelled' : 'invalid';
+}
+
+/** @param {string} message */
+const form = (message) => ({
+    message,
+    requestedSchema: {
+        type: /** @type {const} */ ('object'),
+        properties: {
+            confirm: {
+                type: /** @type {const} */ ('boolean'),
+                title: 'Yes, destroy this data',
+                default: false,
+            },
+        },
+        required: ['confirm'],
+    },
+});
 
 /** @param {McpServer} server @param {ServerContext} context */
 function canAsk(server, context) {

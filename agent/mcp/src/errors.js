@@ -1,4 +1,4 @@
-/** @typedef {'unreachable' | 'wrongService' | 'timeout' | 'disconnected' | 'busy' | 'exception' | 'invalid'} Kind */
+/** @typedef {'unreachable' | 'wrongService' | 'timeout' | 'disconnected' | 'busy' | 'exception' | 'invalid' | 'replaced'} Kind */
 
 /**
  * A call that failed. The message is for the model: the failure and the next step.
@@ -9,6 +9,7 @@
  * - disconnected: the connection closed before the answer
  * - busy: the gate did not allow the call
  * - exception: the service answered with an exception message
+ * - replaced: the host is another one than before; nothing was sent
  * - invalid: the arguments do not fit the tool; nothing was sent
  */
 export class HostError extends Error {

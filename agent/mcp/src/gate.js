@@ -1,6 +1,6 @@
 import { setTimeout as sleep } from 'node:timers/promises';
 import { Semaphore } from 'async-mutex';
-import { OPERATION_IN_PROGRESS, TASKS_IN_EXECUTION } from './constants.js';
+import { OPERATION_IN_PROGRESS, TASK_NOT_VALID, TASKS_IN_EXECUTION } from './constants.js';
 import { HostError } from './errors.js';
 import { acquire } from './semaphore.js';
 import { Deadline, withTimeout } from './time.js';
@@ -34,16 +34,19 @@ export class Gate {
      * @param {any[]} args in the form of the generated client
      * @param {string} toolCalls argument of PreProcessing; the host may show it
      * @param {CallScope} scope
+     * @param {(connection: HostConnection) => Promise<void>} [check] runs immediately before the tool; if it throws,
+     * the tool is not called
      * @returns {Promise<string>} the tool's answer
      */
-    async run(method, args, toolCalls, scope) {
+    async run(method, args, toolCalls, scope, check) {
         await acquire(this.running, scope, () => this.queueTimeout());
-        /** @type {HostConnection} */
+        /** @type {HostConnection | undefined} */
         let connection;
         try {
-            await this.pass(toolCalls, scope);
-            connection = await this.host.acquire(scope);
+            connection = await this.pass(toolCalls, scope);
+            if (check) await this.checked(connection, check(connection));
         } catch (error) {
+            if (connection) this.end(connection);
             this.running.release();
             throw error;
         }
@@ -68,7 +71,13 @@ export class Gate {
         );
     }
 
-    /** Retries PreProcessing until it allows the call, for two thirds of the time limit. @param {string} toolCalls @param {CallScope} scope */
+    /**
+     * Retries PreProcessing until it allows the call, for two thirds of the time limit. Between the attempts it holds no
+     * connection.
+     * @param {string} toolCalls
+     * @param {CallScope} scope
+     * @returns {Promise<HostConnection>} the connection of the PreProcessing that allowed the call
+     */
     async pass(toolCalls, scope) {
         const limit = scope.deadline.within((this.options.timeoutMs * 2) / 3);
         let reported = -Infinity;
@@ -78,8 +87,8 @@ export class Gate {
                 scope.progress('Waiting for the pause of two seconds after the last call to end.');
                 await sleep(Math.min(wait, limit.left()), undefined, { signal: scope.signal });
             }
-            const answer = await this.host.ask('PreProcessing', [toolCalls], scope);
-            if (answer.allow) return;
+            const { connection, answer } = await this.attempt(toolCalls, scope);
+            if (connection) return connection;
             if (answer.reasons !== OPERATION_IN_PROGRESS) throw gateRejection(answer);
             if (limit.left() <= retryMs) throw gateRejection(answer);
             if (performance.now() - reported >= progressMs) {
@@ -93,6 +102,56 @@ export class Gate {
     }
 
     /**
+     * Calls PreProcessing once, on a connection that stays open only if the call is allowed.
+     * @param {string} toolCalls
+     * @param {CallScope} scope
+     */
+    async attempt(toolCalls, scope) {
+        const connection = await this.host.acquire(scope);
+        let allowed = false;
+        try {
+            this.host.requireKnown();
+            const answer = await connection.call(
+                'PreProcessing',
+                [toolCalls],
+                scope.deadline.left(),
+                scope.signal,
+            );
+            allowed = answer.allow;
+            return { answer, connection: allowed ? connection : undefined };
+        } finally {
+            if (!allowed) this.host.release(connection);
+        }
+    }
+
+    /**
+     * Awaits the check. After a failure, PostProcessing ends the cycle that PreProcessing has begun.
+     * @param {HostConnection} connection
+     * @param {Promise<void>} check
+     */
+    async checked(connection, check) {
+        try {
+            await check;
+        } catch (error) {
+            await this.report(connection, TASK_NOT_VALID);
+            throw error;
+        }
+    }
+
+    /** @param {HostConnection} connection @param {string} answer of the tool */
+    async report(connection, answer) {
+        await connection
+            .call('PostProcessing', [answer], this.options.timeoutMs)
+            .catch((error) => this.log(`PostProcessing: ${error.message}`));
+    }
+
+    /** Begins the pause after a cycle. @param {HostConnection} connection */
+    end(connection) {
+        this.lastEnd = performance.now();
+        this.host.release(connection);
+    }
+
+    /**
      * From here on the call cannot be cancelled: PostProcessing follows even if the client disconnects.
      * @param {HostConnection} connection
      * @param {string} method
@@ -102,12 +161,9 @@ export class Gate {
         this.unanswered = method;
         try {
             const answer = await connection.call(method, args, this.options.timeoutMs * lateAnswerLimits);
-            await connection
-                .call('PostProcessing', [answer], this.options.timeoutMs)
-                .catch((error) => this.log(`PostProcessing of ${method}: ${error.message}`));
+            await this.report(connection, answer);
             return answer;
         } catch (error) {
-            connection.close();
             throw error instanceof HostError && error.kind !== 'exception'
                 ? unknownOutcome(
                       `${method} was sent, but the disk manager closed the connection before it answered.`,
@@ -115,8 +171,7 @@ export class Gate {
                 : error;
         } finally {
             this.unanswered = undefined;
-            this.lastEnd = performance.now();
-            this.host.release(connection);
+            this.end(connection);
             this.running.release();
         }
     }

@@ -1,5 +1,6 @@
-import { fromJsonSchema, McpServer } from '@modelcontextprotocol/server';
-import { failed, failure, queuedAnswer, rejectedAnswer } from './answers.js';
+import { fromJsonSchema, isInputRequiredResult, McpServer } from '@modelcontextprotocol/server';
+import { failed, queuedAnswer, rejectedAnswer } from './answers.js';
+import { callConfirmed } from './confirm.js';
 import { Consent } from './consent.js';
 import { TASK_QUEUED } from './constants.js';
 import { HostError } from './errors.js';
@@ -19,14 +20,15 @@ import { ChangeWatch, secondsOf, waitTool } from './wait.js';
 import { fromWire, requireBoolean, toWire } from './wire.js';
 
 /** @import { CallToolResult, InputRequiredResult, ServerContext } from '@modelcontextprotocol/server' */
+/** @import { HostConnection } from './connection.js' */
 /** @import { CallScope, Log, Options, PlainRecord, Tool } from './types.js' */
 
 /** The tools of the gateway itself, which are not methods of the service. */
 export const ownTools = [waitTool];
 
 /**
- * The gateway between MCP clients and the host: one connection pool and one gate for all clients, and one server per
- * client. It connects to the host on the first call.
+ * The gateway between MCP clients and the host: one gate and one set of connections for all clients, and one server
+ * per client. It connects to the host on the first call.
  */
 export class Gateway {
     /** @param {Options} options @param {Log} [log] */
@@ -49,7 +51,6 @@ export class Gateway {
                 instructions: instructions(this.table, this.tools),
                 capabilities,
                 cacheHints,
-                inputRequired: { roundTimeoutMs: this.options.askTimeoutMs, maxRounds: 2 },
                 requestState: { verify: this.consent.codec.verify },
             },
         );
@@ -110,37 +111,34 @@ export class Gateway {
         return this.reportingFailures(tool.name, async () => {
             if (tool.class === 'reads') return await this.read(tool, args, scope);
             const wire = toWire(tool, args);
-            if (this.consent.needed(tool, server, context)) {
-                const answer = this.consent.answer(tool, args, context);
-                if (answer === 'unasked')
-                    return await this.consent.question(
-                        tool,
-                        args,
-                        await factsAbout(this.host, this.table, tool, args, scope),
-                    );
-                if (answer === 'no')
-                    return failure(
-                        `The user was asked and declined. ${tool.name} was not called, and nothing has changed. Do not call it again unless the user requests it.`,
-                    );
-            }
+            if (this.consent.needed(tool, server, context))
+                return await callConfirmed(this, { tool, args, wire, context });
             return await this.act(tool, args, wire, scope);
         });
     }
 
     /**
-     * A failure of the host becomes an answer with the next step.
-     * @template T
+     * A failure of the host becomes an answer with the next step. A change of host is stated in the next answer.
      * @param {string} name of the tool
-     * @param {() => Promise<T>} run
+     * @param {() => Promise<CallToolResult | InputRequiredResult>} run
+     * @returns {Promise<CallToolResult | InputRequiredResult>}
      */
     async reportingFailures(name, run) {
         try {
-            return await run();
+            return this.withNotice(await run());
         } catch (error) {
             if (!(error instanceof HostError)) throw error;
             this.log(`${name}: ${error.kind}: ${error.message}`);
-            return failed(error);
+            return this.withNotice(failed(error));
         }
+    }
+
+    /** @param {CallToolResult | InputRequiredResult} answer @returns {CallToolResult | InputRequiredResult} */
+    withNotice(answer) {
+        // A question goes to the user, not to the model.
+        if (isInputRequiredResult(answer)) return answer;
+        const notice = this.host.finder.takeNotice();
+        return notice ? { ...answer, content: [...answer.content, { type: 'text', text: notice }] } : answer;
     }
 
     /** @param {Tool} tool @param {PlainRecord} args @param {CallScope} scope */
@@ -151,10 +149,17 @@ export class Gateway {
         return readAnswer(tool, args, fromWire(found, tool.result, this.table));
     }
 
-    /** @param {Tool} tool @param {PlainRecord} args @param {any[]} wire @param {CallScope} scope */
-    async act(tool, args, wire, scope) {
+    /**
+     * @param {Tool} tool
+     * @param {PlainRecord} args
+     * @param {any[]} wire
+     * @param {CallScope} scope
+     * @param {(connection: HostConnection) => Promise<void>} [check] see Gate.run
+     */
+    async act(tool, args, wire, scope, check) {
         const before = await factsAbout(this.host, this.table, tool, args, scope);
-        const answer = await this.gate.run(tool.name, wire, callText(tool, args), scope).catch((error) => {
+        const run = this.gate.run(tool.name, wire, callText(tool, args), scope, check);
+        const answer = await run.catch((error) => {
             // A call that was sent and not answered can still have an effect.
             if (error instanceof HostError && error.kind === 'disconnected')
                 this.watch.addOrder(tool, args, before);

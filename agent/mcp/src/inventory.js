@@ -42,7 +42,7 @@ export async function readPartitions(host, table, scope, diskIndex) {
 
 /**
  * Reads the inventory and finds the records that the arguments name.
- * @param {Host} host
+ * @param {Pick<Host, 'ask'>} host
  * @param {Table} table
  * @param {Tool} tool
  * @param {PlainRecord} args

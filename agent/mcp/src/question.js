@@ -21,13 +21,15 @@ const roles = {
  * @param {Tool} tool
  * @param {PlainRecord} args
  * @param {Facts} facts
+ * @param {string[]} changes differences from the target of an earlier question
  */
-export function questionText(tool, args, facts) {
+export function questionText(tool, args, facts, changes) {
     const values = tool.args.map((arg) => `- ${arg.name}: ${argumentText(arg, args[arg.name])}`);
     return [
         ...lossLines(tool, facts),
         'Target:',
         ...targetLines(tool, facts),
+        ...(changes.length > 0 ? ['Changed since the last question:', ...changes.map((line) => `- ${line}`)] : []),
         `Requested by an AI agent: ${tool.title} (${tool.name})`,
         ...values,
         'Is this the right target, and may this data be destroyed?',
@@ -39,14 +41,14 @@ const argumentText = (arg, value) => (arg.type === 'string' ? quoted(value) : un
 
 /** @param {Tool} tool @param {Facts} facts */
 function lossLines(tool, facts) {
-    const { lostDisks, lostDrives, known } = targetsOf(tool, facts);
+    const { lostDisks, lostDrives } = targetsOf(tool, facts);
     return [
-        known ? 'Permanently lost if you agree:' : 'May be permanently lost if you agree:',
+        'Permanently lost if you agree:',
         ...lostDrives.map(
             (p) => `- Everything on ${driveName(p)} (${used(p)} used of ${unquoted(p.displayRawCapacity)})`,
         ),
         ...lostDisks.flatMap((d) => diskLoss(d, facts)),
-        ...(lostDisks.length + lostDrives.length === 0 ? ['- Data that this operation changes'] : []),
+        `- Reason: ${tool.reason}`,
     ];
 }
 
@@ -71,8 +73,8 @@ function targetLines(tool, facts) {
     return [
         ...lostDrives.map((p) => `- ${capital(driveText(p))}`),
         ...[...new Set([...lostDisks, ...containing])].map((d) => `- ${capital(diskText(d))}`),
-        ...otherDrives.map((p) => `- Source: ${driveText(p)}`),
-        ...otherDisks.map((d) => `- Source: ${diskText(d)}`),
+        ...otherDrives.map((p) => `- Also involved: ${driveText(p)}`),
+        ...otherDisks.map((d) => `- Also involved: ${diskText(d)}`),
     ];
 }
 

@@ -60,6 +60,7 @@ function tool(f, own) {
         reason: details.reason,
         repeatable: Boolean(details.repeatable),
         loses: details.loses ?? [],
+        losesWholeDisk: Boolean(details.losesWholeDisk),
         onScreen: details.onScreen,
         about: oneLine(f.doc),
         args: f.arguments.map((/** @type {any} */ a) => argument(a, own, details)),

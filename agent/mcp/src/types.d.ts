@@ -59,6 +59,8 @@ export interface Tool {
     repeatable: boolean;
     /** The arguments whose disk or drive loses its data. */
     loses: string[];
+    /** The whole disk of a drive in loses is lost. */
+    losesWholeDisk: boolean;
     /** The page that the tool opens and the user's part, in sentences; undefined if the tool opens no page. */
     onScreen: string | undefined;
     about: string;
@@ -109,4 +111,13 @@ export interface CallScope {
     deadline: import('./time.js').Deadline;
     signal: AbortSignal;
     progress: Progress;
+    /** The host of this call since its first connection; the call does not continue on another one. */
+    host?: HostId;
+}
+
+/** Identifies a running host. */
+export interface HostId {
+    port: number;
+    /** The program that listens on the port, as the operating system identifies it; undefined if it does not. */
+    program: string | undefined;
 }

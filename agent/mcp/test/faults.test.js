@@ -216,7 +216,7 @@ test('ServiceThatClosesWithinAMessage_FailsImmediatelyAndTheNextCallWorks', asyn
     assert.ok(!(await client.callTool(read)).isError);
 });
 
-test('ExceptionOfTheService_IsReportedAndTheConnectionKept', async (t) => {
+test('ExceptionOfTheService_IsReportedAndTheNextCallWorks', async (t) => {
     const service = await startService(t);
     const { client } = await connect(t, { args: ['--port', String(service.port)] });
     const answer = service.answer.ListAllDisks;
@@ -227,7 +227,6 @@ test('ExceptionOfTheService_IsReportedAndTheConnectionKept', async (t) => {
     );
     service.answer.ListAllDisks = answer;
     assert.ok(!(await client.callTool(read)).isError);
-    assert.equal(service.names().filter((name) => name === 'Init').length, 1);
 });
 
 /** A server that never answers, and the service on the next port. @param {import('node:test').TestContext} t */
@@ -247,7 +246,7 @@ test('Search_SkipsAnotherProgramAndFindsTheService', async (t) => {
     const host = new Host({ ...readOptions([], {}, []), searchFrom: from, searchCount: 2 }, () => {});
     t.after(() => host.close());
     assert.equal(await host.ask('Init', [], scope), true);
-    assert.equal(host.finder.last, from + 1);
+    assert.equal(host.finder.last?.port, from + 1);
 });
 
 test('SearchWithoutAService_FailsWithTheRange', async () => {

@@ -92,6 +92,7 @@ test('QuestionAboutADrive_ShowsTheLossThenTheTargetThenTheArguments', async (t) 
     assert.deepEqual((await questionAbout(t)).split('\n'), [
         'Permanently lost if you agree:',
         '- Everything on drive E: (0 Byte used of 8.00 PB)',
+        '- Reason: Replaces the file system and all files.',
         'Target:',
         '- Drive E: label "STICK", file system "exFAT", 8.00 PB (9007199254740993 bytes), starts at byte 1048576 of disk 1',
         '- Disk 1: 8388608.00 TB (9223372036854775807 bytes), interface "NVMe", serial number "SN-1"',
@@ -107,10 +108,11 @@ test('QuestionAboutADrive_ShowsTheLossThenTheTargetThenTheArguments', async (t) 
 
 test('QuestionAboutADisk_ListsItsPartitions', async (t) => {
     const message = await questionAbout(t, { call: { name: 'WipeDisk', arguments: { diskIndex: 0, eraseCount: 3 } } });
-    assert.deepEqual(message.split('\n').slice(0, 6), [
+    assert.deepEqual(message.split('\n').slice(0, 7), [
         'Permanently lost if you agree:',
         '- Everything on disk 0 (partitions: 1)',
         '- Drive C: label "System", file system "NTFS", 100.00 GB (107374182400 bytes), starts at byte 1048576 of disk 0, contains the running Windows',
+        '- Reason: Overwrites the disk.',
         'Target:',
         '- Disk 0: 465.76 GB (500107862016 bytes), interface "SATA", serial number "SN-0"',
         'Requested by an AI agent: Wipe disk (WipeDisk)',
@@ -124,7 +126,7 @@ test('QuestionAboutAClone_StatesOnlyTheLossOnTheDestination', async (t) => {
     const [lost, rest] = message.split('Target:');
     assert.match(lost, /Everything on disk 1/);
     assert.doesNotMatch(lost, /disk 0|drive C/i);
-    assert.match(rest, /- Disk 1: .*\n- Source: disk 0: /);
+    assert.match(rest, /- Disk 1: .*\n- Also involved: disk 0: /);
 });
 
 test('QuestionAboutADiskWithManyPartitions_ListsSixteenAndCountsTheRest', async (t) => {
@@ -137,7 +139,7 @@ test('QuestionAboutADiskWithManyPartitions_ListsSixteenAndCountsTheRest', async 
                 )),
     });
     assert.match(message, /\(partitions: 100\)/);
-    assert.match(message, /label "p15".*\n- 84 more partitions\nTarget:/);
+    assert.match(message, /label "p15".*\n- 84 more partitions\n- Reason: [^\n]*\nTarget:/);
 });
 
 test('TextForTheHost_QuotesEscapesAndTruncatesTheArguments', async (t) => {

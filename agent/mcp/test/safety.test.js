@@ -48,16 +48,26 @@ for (const modern of [false, true]) {
         ]);
     });
 
-    for (const [name, reply] of /** @type {const} */ ([
-        ['Decline', { action: 'decline' }],
-        ['Cancel', { action: 'cancel' }],
-        ['AnUncheckedBox', { action: 'accept', content: { confirm: false } }],
+    for (const [name, reply, statement, reason] of /** @type {const} */ ([
+        ['Decline', { action: 'decline' }, 'The user answered no.', 'no'],
+        ['Cancel', { action: 'cancel' }, 'The user closed the question without an answer.', 'cancelled'],
+        ['AnUncheckedBox', { action: 'accept', content: { confirm: false } }, 'The user answered no.', 'no'],
+        [
+            'AnAnswerWithoutTheBox',
+            { action: 'accept', content: {} },
+            'The client did not return a valid answer of the user.',
+            'invalid',
+        ],
     ]))
-        test(`DestroyingTool_${era}_IsNotCalledAfter${name}`, async (t) => {
+        test(`DestroyingTool_${era}_IsNotCalledAfter${name}AndTheAnswerStatesIt`, async (t) => {
             const { service, client } = await start(t, { modern, elicit: () => reply });
             const answer = await client.callTool(format);
             assert.ok(answer.isError);
-            assert.match(text(answer), /The user was asked and declined\. FormatPartition was not called/);
+            assert.ok(
+                text(answer).startsWith(`${statement} FormatPartition was not called, and nothing was done.`),
+                text(answer),
+            );
+            assert.deepEqual(answer.structuredContent, { called: false, reason });
             assert.ok(
                 !service.names().includes('PreProcessing') && !service.names().includes('FormatPartition'),
             );

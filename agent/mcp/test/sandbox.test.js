@@ -149,7 +149,7 @@ test('Elicitation_RunsTheToolOnlyIfAccepted', async (t) => {
     const { client } = await connect(t, { args: ['--port', String(host.port)], elicit: () => reply });
     assert.match(
         text(await call(client, 'DeletePartition', { driveLetter: 'F' })),
-        /The user was asked and declined/,
+        /The user answered no/,
     );
     reply = { action: 'accept', content: { confirm: true } };
     assert.match(text(await call(client, 'DeletePartition', { driveLetter: 'G' })), queued);

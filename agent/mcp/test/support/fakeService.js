@@ -70,6 +70,7 @@ export const partitions = () => [
         diskIndex: 1,
         driveLetter: 'E:',
         label: 'Dätà',
+        startSector: int64(2048),
         startingOffset: int64(1048576),
         displayUsedSize: '0 Byte',
         fileSystemType: 'exFAT',

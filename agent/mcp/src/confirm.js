@@ -1,0 +1,123 @@
+import { failure, targetLines } from './answers.js';
+import { repeatsCalls } from './consent.js';
+import { factsAbout } from './inventory.js';
+import { questionText } from './question.js';
+import { changesBetween, identityOf, TargetChanged } from './target.js';
+
+/** @import { CallToolResult, InputRequiredResult, ServerContext } from '@modelcontextprotocol/server' */
+/** @import { CallScope, HostId, PlainRecord, Tool } from './types.js' */
+/** @import { Gateway } from './gateway.js' */
+/** @import { HostConnection } from './connection.js' */
+/** @import { Question, Verdict } from './consent.js' */
+/** @import { Facts } from './inventory.js' */
+
+const maxQuestions = 3;
+
+/**
+ * Calls a tool after the user has agreed to its target. If the target has changed since, asks again.
+ * @param {Gateway} gateway
+ * @param {{ tool: Tool, args: PlainRecord, wire: any[], context: ServerContext }} call
+ * @returns {Promise<CallToolResult | InputRequiredResult>}
+ */
+export async function callConfirmed(gateway, call) {
+    const { tool, args, wire, context } = call;
+    let answer = gateway.consent.answerTo(tool, args, context);
+    /** @type {string[]} */
+    let changes = [];
+    for (let questions = 0; ; questions++) {
+        if (!answer) {
+            if (questions === maxQuestions) return keepsChanging(tool);
+            const asked = await ask(gateway, call, changes);
+            if ('result' in asked) return asked.result;
+            answer = asked;
+        }
+        const { verdict, question } = answer;
+        if (verdict !== 'yes') return notCalled(tool, verdict, gateway.options.askTimeoutMs);
+        try {
+            const scope = { ...gateway.scope(context), host: question.host };
+            return await gateway.act(tool, args, wire, scope, (connection) =>
+                requireTarget(gateway, call, question, scope, connection),
+            );
+        } catch (error) {
+            if (!(error instanceof TargetChanged)) throw error;
+            changes = error.changes;
+            answer = undefined;
+        }
+    }
+}
+
+/**
+ * @param {Gateway} gateway
+ * @param {{ tool: Tool, args: PlainRecord, context: ServerContext }} call
+ * @param {string[]} changes since the last question
+ * @returns {Promise<{ result: CallToolResult | InputRequiredResult } | { verdict: Verdict, question: Question }>}
+ */
+async function ask(gateway, { tool, args, context }, changes) {
+    const scope = gateway.scope(context);
+    const facts = await factsAbout(gateway.host, gateway.table, tool, args, scope);
+    gateway.host.requireKnown();
+    if (lacksTarget(tool, facts)) return { result: missingTarget(tool, facts, changes) };
+    const message = questionText(tool, args, facts, changes);
+    const host = /** @type {HostId} */ (scope.host);
+    const question = gateway.consent.question(tool, args, host, identityOf(facts), message);
+    if (repeatsCalls(context)) return { result: await gateway.consent.request(question) };
+    return { verdict: await gateway.consent.ask(question, context, scope.progress), question };
+}
+
+/**
+ * Reads the target again on the connection that will carry the tool. Throws TargetChanged.
+ * @param {Gateway} gateway
+ * @param {{ tool: Tool, args: PlainRecord }} call
+ * @param {Question} question
+ * @param {CallScope} scope
+ * @param {HostConnection} connection
+ */
+async function requireTarget(gateway, { tool, args }, question, scope, connection) {
+    const here = {
+        ask: (/** @type {string} */ method, /** @type {any[]} */ values) =>
+            connection.call(method, values, scope.deadline.left(), scope.signal),
+    };
+    const facts = await factsAbout(here, gateway.table, tool, args, scope);
+    const changes = changesBetween(question.identity, identityOf(facts));
+    if (changes.length > 0) throw new TargetChanged(changes);
+}
+
+/** True if an argument names a disk or drive that the inventory does not contain. @param {Tool} tool @param {Facts} facts */
+function lacksTarget(tool, facts) {
+    const automatic = (/** @type {string} */ name) => tool.args.find((arg) => arg.name === name)?.automatic;
+    return (
+        facts.namedDisks.some(({ arg, index, disk }) => !disk && index !== automatic(arg)) ||
+        facts.namedDrives.some(({ letter, partition }) => letter !== '' && !partition)
+    );
+}
+
+/** @param {Tool} tool @param {Facts} facts @param {string[]} changes since the last question */
+const missingTarget = (tool, facts, changes) =>
+    failure(
+        [
+            changes.length > 0
+                ? `The target has gone since the user was asked. ${tool.name} was not called, and nothing was done.`
+                : `The target does not exist. ${tool.name} was not called, the user was not asked, and nothing was done.`,
+            ...targetLines(facts),
+        ].join('\n'),
+        { called: false, reason: 'missing' },
+    );
+
+/** @param {Tool} tool */
+const keepsChanging = (tool) =>
+    failure(
+        `The target changed during each of ${maxQuestions} questions. ${tool.name} was not called, and nothing was done. Read the inventory again.`,
+        { called: false, reason: 'changed' },
+    );
+
+/** @param {Tool} tool @param {Exclude<Verdict, 'yes'>} verdict @param {number} askTimeoutMs */
+function notCalled(tool, verdict, askTimeoutMs) {
+    const nothing = `${tool.name} was not called, and nothing was done.`;
+    const texts = {
+        no: `The user answered no. ${nothing} Do not call it again unless the user requests it.`,
+        cancelled: `The user closed the question without an answer. ${nothing} Ask the user how to continue before you call it again.`,
+        late: `The user did not answer within ${askTimeoutMs / 1000} s. ${nothing} The user may be away: call it again only when the user is present.`,
+        invalid: `The client did not return a valid answer of the user. ${nothing} Ask the user how to continue.`,
+    };
+    return failure(texts[verdict], { called: false, reason: verdict });
+}
