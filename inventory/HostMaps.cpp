@@ -228,5 +228,5 @@ PartitionInfo partitionRecord(const QVariantMap& partition, char systemLetter)
     record.bitlockerState = tableText(kBitLockerStates, read.bitLockerState);
     record.driveLetter = read.driveLetter.toStdString();
     record.dynamicVolumeType = tableText(kVolumeTypes, read.volumeType);
-    return std::move(read.record);
+    return read.record;
 }

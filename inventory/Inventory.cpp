@@ -107,14 +107,14 @@ void Inventory::setDiskInfo(const QQmlEngine* engine, const QVariantList& disks)
         const QVariantMap map = entry.toMap();
         DiskInfo disk = readDisk(check4kAlign, map);
         addPartitions(fresh, readPartitions(engine, map.value(QStringLiteral("partitions")).toList()));
-        fresh.diskList.push_back(std::move(disk));
+        fresh.diskList.push_back(disk);
     }
     const WriteLock lock(lock_);
     records_.diskList.swap(fresh.diskList);
     records_.partitionList.swap(fresh.partitionList);
     records_.partitionsByDisk.swap(fresh.partitionsByDisk);
-    for (auto& [letter, record] : fresh.partitionsByLetter)
-        records_.partitionsByLetter[letter] = std::move(record);
+    for (const auto& [letter, record] : fresh.partitionsByLetter)
+        records_.partitionsByLetter[letter] = record;
 }
 
 void Inventory::parsePartitionInfo(const QQmlEngine* engine, const QVariantList& partitions)

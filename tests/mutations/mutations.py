@@ -163,8 +163,8 @@ INVENTORY = [
      "partitionsByDisk.emplace(diskIndex, std::move(added));",
      "partitionsByDisk[diskIndex] = std::move(added);", "test_inventory"),
     ("a letter that has gone is forgotten", "Inventory.cpp",
-     "    for (auto& [letter, record] : fresh.partitionsByLetter)\n"
-     "        records_.partitionsByLetter[letter] = std::move(record);",
+     "    for (const auto& [letter, record] : fresh.partitionsByLetter)\n"
+     "        records_.partitionsByLetter[letter] = record;",
      "    records_.partitionsByLetter.swap(fresh.partitionsByLetter);", "test_inventory"),
     ("an asterisk is found as a letter", "Inventory.cpp", '!record.driveLetter.empty() && record.driveLetter != "*"',
      "!record.driveLetter.empty()", "test_inventory"),
