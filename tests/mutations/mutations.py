@@ -158,7 +158,7 @@ INVENTORY = [
      "record.rawCapacity >= size", "record.rawCapacity > size", "test_inventory"),
     ("allocated partitions are counted among the unallocated regions", "Inventory.cpp",
      "        if (!record.isUnallocated)\n            continue;",
-     "        if (!record.isUnallocated) {\n            ++place;\n            continue;\n        }", "test_inventory"),
+     "        if (!record.isUnallocated) {\n            ++position;\n            continue;\n        }", "test_inventory"),
     ("the later of two partition lists with one disk index replaces the earlier", "Inventory.cpp",
      "partitionsByDisk.emplace(diskIndex, std::move(added));",
      "partitionsByDisk[diskIndex] = std::move(added);", "test_inventory"),
