@@ -1,9 +1,10 @@
-import { possibleCauses } from './causes.js';
+import { causeOf } from './causes.js';
 import { TASK_NOT_VALID, TASK_QUEUED } from './constants.js';
 import { diskLine, partitionLine, partitionLines } from './inventory.js';
 
 /** @import { PlainRecord, Tool } from './types.js' */
 /** @import { Facts } from './inventory.js' */
+/** @import { Cause } from './checks/call.js' */
 /** @import { HostError } from './errors.js' */
 /** @import { CallToolResult } from '@modelcontextprotocol/server' */
 
@@ -74,22 +75,34 @@ const namedReads = (tool, args) =>
     });
 
 /**
- * Any answer except TASK_QUEUED, with the inventory's data on the targets and the possible causes.
+ * The answer for a call that the application would reject. Neither the application nor the user was asked.
+ * @param {Tool} tool
+ * @param {Cause} cause
+ * @param {boolean} waiting an earlier order may still be without effect, so that the inventory can be outdated
+ */
+export function notCalledAnswer(tool, cause, waiting) {
+    const text = `${tool.name} was not called, and nothing has changed. ${cause.text}`;
+    const next = ' An earlier order may still be waiting: call WaitForChange, then try again.';
+    return failure(waiting ? text + next : text, { called: false, queued: false, cause: cause.check });
+}
+
+/**
+ * Any answer except TASK_QUEUED, with the inventory's data on the targets, and the cause if the inventory shows it.
  * @param {Tool} tool
  * @param {PlainRecord} args
  * @param {string} answer
  * @param {Facts | undefined} facts undefined if the inventory could not be read
  */
 export function rejectedAnswer(tool, args, answer, facts) {
+    const cause = facts && answer === TASK_NOT_VALID ? causeOf(tool, args, facts) : undefined;
     const lines = [rejection(tool, answer)];
-    if (facts) lines.push(...targetLines(facts));
-    if (facts && answer === TASK_NOT_VALID) {
-        const causes = possibleCauses(tool, args, facts);
+    if (cause) lines.push(`Cause: ${cause.text}`);
+    else if (answer === TASK_NOT_VALID)
         lines.push(
-            `The service does not report a reason. Possible causes, the most likely first: ${causes.join('; or ')}.`,
+            'The service does not report a reason, and the inventory shows none. Ask the user what the application shows.',
         );
-    }
-    return failure(lines.join('\n'), { answer, queued: false });
+    if (facts) lines.push(...targetLines(facts));
+    return failure(lines.join('\n'), { answer, queued: false, ...(cause && { cause: cause.check }) });
 }
 
 /** @param {Tool} tool @param {string} answer */

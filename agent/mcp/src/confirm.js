@@ -57,6 +57,8 @@ async function ask(gateway, { tool, args, context }, changes) {
     const facts = await factsAbout(gateway.host, gateway.table, tool, args, scope);
     gateway.host.requireKnown();
     if (lacksTarget(tool, facts)) return { result: missingTarget(tool, facts, changes) };
+    const rejected = gateway.impossible(tool, args, facts);
+    if (rejected) return { result: rejected };
     const message = questionText(tool, args, facts, changes);
     const host = /** @type {HostId} */ (scope.host);
     const question = gateway.consent.question(tool, args, host, identityOf(facts), message);

@@ -1,5 +1,6 @@
 import { fromJsonSchema, isInputRequiredResult, McpServer } from '@modelcontextprotocol/server';
-import { failed, queuedAnswer, rejectedAnswer } from './answers.js';
+import { failed, notCalledAnswer, queuedAnswer, rejectedAnswer } from './answers.js';
+import { causeOf } from './causes.js';
 import { callConfirmed } from './confirm.js';
 import { Consent } from './consent.js';
 import { TASK_QUEUED } from './constants.js';
@@ -21,6 +22,7 @@ import { fromWire, requireBoolean, toWire } from './wire.js';
 
 /** @import { CallToolResult, InputRequiredResult, ServerContext } from '@modelcontextprotocol/server' */
 /** @import { HostConnection } from './connection.js' */
+/** @import { Facts } from './inventory.js' */
 /** @import { CallScope, Log, Options, PlainRecord, Tool } from './types.js' */
 
 /** The tools of the gateway itself, which are not methods of the service. */
@@ -158,6 +160,9 @@ export class Gateway {
      */
     async act(tool, args, wire, scope, check) {
         const before = await factsAbout(this.host, this.table, tool, args, scope);
+        // A confirmed call was checked before the question, and `check` compares its target.
+        const rejected = check ? undefined : this.impossible(tool, args, before);
+        if (rejected) return rejected;
         const run = this.gate.run(tool.name, wire, callText(tool, args), scope, check);
         const answer = await run.catch((error) => {
             // A call that was sent and not answered can still have an effect.
@@ -173,6 +178,20 @@ export class Gateway {
         // The rejection is reported even if the inventory cannot be read.
         const facts = await factsAbout(this.host, this.table, tool, args, scope).catch(() => undefined);
         return rejectedAnswer(tool, args, answer, facts);
+    }
+
+    /**
+     * The answer if the inventory shows that the application cannot carry out the call: neither the application nor the
+     * user is asked.
+     * @param {Tool} tool
+     * @param {PlainRecord} args
+     * @param {Facts} facts
+     */
+    impossible(tool, args, facts) {
+        const cause = causeOf(tool, args, facts);
+        if (!cause?.certain) return undefined;
+        this.log(`${tool.name}: not called: ${cause.check}`);
+        return notCalledAnswer(tool, cause, this.watch.orders.length > 0);
     }
 
     /** @param {ServerContext} [context] @returns {CallScope} */

@@ -37,7 +37,7 @@ const plain = (value) => parseDigits(JSON.stringify(value).replace(/":(-?\d)/g, 
 /** @param {import('../src/types.js').Tool} tool @param {any} result */
 function answerOf(tool, result) {
     assert.ok(result.structuredContent, `${tool.name}: ${text(result)}`);
-    if (typeof tool.result === 'string') return result.structuredContent.answer;
+    if (typeof tool.result === 'string') return result.structuredContent.answer ?? result.structuredContent;
     return plain(
         'list' in tool.result ? Object.values(result.structuredContent)[0] : result.structuredContent,
     );
@@ -60,9 +60,11 @@ async function throughZorcall(port, { line, tool }) {
     );
 }
 
-/** @param {import('@modelcontextprotocol/client').Client} client @param {ReturnType<typeof calls>[number]} call */
-async function throughGateway(client, { tool, args }) {
+/** @param {number} port @param {import('@modelcontextprotocol/client').Client} client @param {ReturnType<typeof calls>[number]} call */
+async function throughGateway(port, client, { tool, args }) {
     return whenIdle(async () => {
+        // The gateway checks the call before the gate, so earlier orders must have had their effect.
+        if (!JSON.parse((await zorcall(port, 'PreProcessing', 'toolCalls='))[0]).allow) return undefined;
         const complete = tool.class === 'reads' && { allFields: true };
         const result = await client.callTool({ name: tool.name, arguments: { ...args, ...complete } });
         return /** @type {any} */ (result.structuredContent)?.allow === false
@@ -90,19 +92,21 @@ test('EveryTool_AnswersTheSameThroughTheGatewayAndZorcall', { timeout: 870000 },
         runs.push(
             Promise.all([
                 inTurn(share, (call) => throughZorcall(direct.port, call)),
-                inTurn(share, (call) => throughGateway(client, call)),
+                inTurn(share, (call) => throughGateway(gatewayHost.port, client, call)),
             ]),
         );
     }
     const answers = await Promise.all(runs);
     const [direct, gateway] = [answers.flatMap((pair) => pair[0]), answers.flatMap((pair) => pair[1])];
     assert.equal(gateway.length, table.tools.length);
-    for (const [i, { tool }] of all.entries()) assert.deepEqual(gateway[i], direct[i], tool.name);
+    for (const [i, { tool }] of all.entries())
+        if (gateway[i].called === false) {
+            // Without the gateway the host rejects the call, or opens a guide that cannot continue.
+            assert.ok(direct[i] !== TASK_QUEUED || tool.onScreen !== undefined, `${tool.name} ${gateway[i].cause}`);
+        } else assert.deepEqual(gateway[i], direct[i], tool.name);
     // The calls cover both answers of the tools that act.
-    assert.deepEqual([...new Set(gateway.filter((answer) => typeof answer === 'string'))].sort(), [
-        TASK_NOT_VALID,
-        TASK_QUEUED,
-    ]);
+    assert.ok(direct.includes(TASK_NOT_VALID) && gateway.includes(TASK_QUEUED));
+    assert.ok(gateway.some((answer) => answer.called === false));
 });
 
 /** @template T, U @param {T[]} all @param {(one: T) => Promise<U>} call */

@@ -2,7 +2,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { OPERATION_IN_PROGRESS, TASK_NOT_VALID, TASK_QUEUED, TASKS_IN_EXECUTION } from '../src/constants.js';
 import { connect, text } from './support/client.js';
-import { FakeService } from './support/fakeService.js';
+import { disks, FakeService } from './support/fakeService.js';
 
 const label = { name: 'ChangePartitionLabel', arguments: { driveLetter: 'E', newLabel: 'x' } };
 
@@ -32,7 +32,8 @@ test('ActingTool_RunsBetweenPreAndPostProcessing', async (t) => {
 });
 
 test('QueuedToolWithADisk_NamesTheReadForThatDisk', async (t) => {
-    const { client } = await start(t);
+    const { service, client } = await start(t);
+    service.answer.ListAllDisks = () => [Object.assign(disks()[1], { isOffline: true })];
     const answer = await client.callTool({ name: 'DiskBringOnline', arguments: { diskIndex: 1 } });
     assert.match(text(answer), /ListPartitionsOnDisk \(diskIndex 1\)/);
 });
@@ -131,35 +132,36 @@ test('GateWithoutReasons_ReportsTheMissingApplication', async (t) => {
     assert.match(text(await client.callTool(label)), /not connected to an application/);
 });
 
-test('TaskNotValid_IncludesTheTargetAndPossibleCauses', async (t) => {
-    const { service, client } = await start(t);
-    service.answer.ResizePartition = TASK_NOT_VALID;
-    const answer = await client.callTool({
-        name: 'ResizePartition',
-        arguments: { driveLetter: 'C', newPartitionCapacity: 1024 },
-    });
+test('TaskNotValid_IncludesTheTargetAndTheCauseThatAnApplicationMayHave', async (t) => {
+    const { service, client } = await start(t, { args: ['--yes'] });
+    service.answer.FormatPartition = TASK_NOT_VALID;
+    const format = { driveLetter: 'E', fileSystem: 'FAT32', label: '', clusterSize: 0, quickFormat: true };
+    const answer = await client.callTool({ name: 'FormatPartition', arguments: format });
     assert.ok(answer.isError);
     assert.deepEqual(service.calls.find((call) => call.method === 'PostProcessing')?.args, [TASK_NOT_VALID]);
-    assert.ok(text(answer).startsWith(`"${TASK_NOT_VALID}": ResizePartition was rejected`));
-    assert.match(text(answer), /C: "System", NTFS, 100\.00 GB/);
-    assert.match(
-        text(answer),
-        /Possible causes, the most likely first: the new size is smaller than the used space; or the partition belongs to the running system/,
-    );
+    assert.ok(text(answer).startsWith(`"${TASK_NOT_VALID}": FormatPartition was rejected`));
+    assert.match(text(answer), /Cause: FAT32 can be created with .* to 32\.00 GB \(34359738368 bytes\), not /);
+    assert.match(text(answer), /E: "Dätà", exFAT/);
 });
 
-test('TaskNotValidForAnUnknownDriveOrDisk_ListsTheExistingOnes', async (t) => {
+test('TaskNotValid_WithoutACauseInTheInventory_ClaimsNone', async (t) => {
     const { service, client } = await start(t);
     service.answer.ChangePartitionLabel = TASK_NOT_VALID;
-    service.answer.DiskBringOnline = TASK_NOT_VALID;
-    const drive = text(await client.callTool({ ...label, arguments: { driveLetter: 'Q', newLabel: 'x' } }));
-    assert.match(drive, /the inventory does not contain drive Q:\. Its drives: C, E\./);
-    assert.match(drive, /no partition has that drive letter/);
-    const disk = text(await client.callTool({ name: 'DiskBringOnline', arguments: { diskIndex: 7 } }));
-    assert.match(disk, /the inventory does not contain disk 7\. Its disks: 0, 1\./);
+    const answer = text(await client.callTool(label));
+    assert.match(answer, /does not report a reason, and the inventory shows none/);
+    assert.doesNotMatch(answer, /Cause:/);
 });
 
-test('TaskNotValidForCreatePartition_ChecksTheUnallocatedRegions', async (t) => {
+test('UnknownDriveOrDisk_IsReportedWithTheExistingOnesBeforeTheGate', async (t) => {
+    const { service, client } = await start(t);
+    const drive = text(await client.callTool({ ...label, arguments: { driveLetter: 'Q', newLabel: 'x' } }));
+    assert.match(drive, /ChangePartitionLabel was not called.*Drive Q: does not exist\. The drives are C:, E:\./);
+    const disk = text(await client.callTool({ name: 'DiskBringOnline', arguments: { diskIndex: 7 } }));
+    assert.match(disk, /Disk 7 does not exist\. The disks are 0, 1\./);
+    assert.ok(!service.names().includes('PreProcessing'));
+});
+
+test('CreatePartition_ChecksTheUnallocatedRegions', async (t) => {
     const { service, client } = await start(t);
     service.answer.CreatePartition = TASK_NOT_VALID;
     const create = {
@@ -169,27 +171,24 @@ test('TaskNotValidForCreatePartition_ChecksTheUnallocatedRegions', async (t) => 
         label: '',
         unallocatedIndex: -1,
     };
-    assert.match(
-        text(await client.callTool({ name: 'CreatePartition', arguments: create })),
-        /no unallocated region .* large enough/,
-    );
-    const fits = text(
-        await client.callTool({ name: 'CreatePartition', arguments: { ...create, capacity: '10737418240' } }),
-    );
-    assert.doesNotMatch(fits, /large enough/);
+    const tooLarge = await client.callTool({ name: 'CreatePartition', arguments: create });
+    assert.match(text(tooLarge), /at most 10\.00 GB \(10737418240 bytes\)/);
+    assert.deepEqual(tooLarge.structuredContent, { called: false, queued: false, cause: 'regionTooSmall' });
+    assert.ok(!service.names().includes('CreatePartition'));
+    await client.callTool({ name: 'CreatePartition', arguments: { ...create, capacity: '10737418240' } });
+    assert.ok(service.names().includes('CreatePartition'));
 });
 
 test('OtherAnswersOfTheCloneTools_AreReturned', async (t) => {
     const { service, client } = await start(t, { args: ['--tools', 'clone'] });
-    service.answer.CloneDiskToDisk = 'It seems that disk7 is not exist';
+    service.answer.CloneDiskToDisk = 'It seems that disk1 is not exist';
     service.answer.CloneOSDataFromCurrent = '';
     const missing = await client.callTool({
         name: 'CloneDiskToDisk',
-        arguments: { sourceDiskIndex: 0, destDiskIndex: 7 },
+        arguments: { sourceDiskIndex: 0, destDiskIndex: 1 },
     });
     assert.ok(missing.isError);
-    assert.match(text(missing), /"It seems that disk7 is not exist"/);
-    assert.match(text(missing), /does not contain disk 7\. Its disks: 0, 1/);
+    assert.match(text(missing), /"It seems that disk1 is not exist"/);
     assert.match(
         text(await client.callTool({ name: 'CloneOSDataFromCurrent', arguments: { targetDiskIndex: 1 } })),
         /empty answer: the application has no page/,
@@ -203,6 +202,7 @@ test('ClientThatCancelsAtTheGate_PreventsTheCall', async (t) => {
     const waiting = client.callTool(label, { signal: stop.signal, onprogress: () => stop.abort('enough') });
     await assert.rejects(waiting);
     service.answer.PreProcessing = new FakeService().answer.PreProcessing;
-    await client.callTool({ name: 'DiskBringOnline', arguments: { diskIndex: 1 } });
+    await client.callTool({ name: 'SetPartitionHidden', arguments: { driveLetter: 'E' } });
+    assert.ok(service.names().includes('SetPartitionHidden'));
     assert.ok(!service.names().includes('ChangePartitionLabel'));
 });

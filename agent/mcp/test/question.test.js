@@ -147,14 +147,15 @@ test('TextForTheHost_QuotesEscapesAndTruncatesTheArguments', async (t) => {
     await service.start();
     t.after(() => service.stop());
     const { client } = await connect(t, { args: ['--port', String(service.port)] });
-    const newLabel = `x driveLetter=Q\n${'y'.repeat(200000)}`;
-    await client.callTool({ name: 'ChangePartitionLabel', arguments: { driveLetter: 'E', newLabel } });
+    const fileSystem = `x driveLetter=Q\n${'y'.repeat(200000)}`;
+    const rest = { label: '', clusterSize: 0, quickFormat: true };
+    await client.callTool({ name: 'FormatPartition', arguments: { driveLetter: 'E', fileSystem, ...rest } });
     const shown = service.calls.find((call) => call.method === 'PreProcessing')?.args[0];
     assert.equal(
         shown,
-        `ChangePartitionLabel driveLetter=E newLabel="x driveLetter=Q\\n${'y'.repeat(48)}"… (the first 64 of 200,016 characters)`,
+        `FormatPartition driveLetter=E fileSystem="x driveLetter=Q\\n${'y'.repeat(48)}"… (the first 64 of 200,016 characters) label="" clusterSize=0 quickFormat=true`,
     );
-    assert.deepEqual(service.calls.find((call) => call.method === 'ChangePartitionLabel')?.args, ['E', newLabel]);
+    assert.equal(service.calls.find((call) => call.method === 'FormatPartition')?.args[1], fileSystem);
 });
 
 test('ListOfPartitions_QuotesAndEscapesTheLabel', async (t) => {

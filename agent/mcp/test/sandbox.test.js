@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { createConnection, createServer } from 'node:net';
 import { test } from 'node:test';
-import { OPERATION_IN_PROGRESS, TASK_NOT_VALID, TASK_QUEUED, TASKS_IN_EXECUTION } from '../src/constants.js';
+import { OPERATION_IN_PROGRESS, TASK_QUEUED, TASKS_IN_EXECUTION } from '../src/constants.js';
 import { ownTools } from '../src/gateway.js';
 import { loadTable } from '../src/table.js';
 import { connect, text } from './support/client.js';
@@ -111,7 +111,7 @@ test('CreateFormatAndLabel_AppearInTheInventory', async (t) => {
     );
 });
 
-test('PartitionBeyondTheLimitOfMbr_IsRejectedWithThatCauseFirst', async (t) => {
+test('PartitionBeyondTheLimitOfMbr_IsNotCalledForThatCause', async (t) => {
     const host = await startHost(t);
     const { client } = await connect(t, { args: ['--port', String(host.port)] });
     const answer = await call(client, 'CreatePartition', {
@@ -121,26 +121,39 @@ test('PartitionBeyondTheLimitOfMbr_IsRejectedWithThatCauseFirst', async (t) => {
         label: 'x',
         unallocatedIndex: -1,
     });
-    assert.match(
-        text(answer),
-        /Possible causes, the most likely first: an MBR disk cannot contain a partition beyond its first 2 TiB/,
-    );
+    assert.ok(answer.isError);
+    assert.match(text(answer), /was not called.*would end beyond 2 TiB/);
 });
 
-test('Rejection_IncludesTheTargetAndAPossibleCause', async (t) => {
+test('AbsentTarget_IsReportedBeforeTheUserIsAsked', async (t) => {
     const host = await startHost(t);
-    const { client } = await connect(t, { args: ['--port', String(host.port), '--yes'] });
-    const answer = await call(client, 'FormatPartition', {
-        driveLetter: 'Q',
-        fileSystem: 'NTFS',
-        label: 'x',
-        clusterSize: 0,
-        quickFormat: true,
+    const { client } = await connect(t, {
+        args: ['--port', String(host.port), '--tools', 'all'],
+        elicit: () => assert.fail('asked'),
     });
+    const format = { driveLetter: 'Q', fileSystem: 'NTFS', label: 'x', clusterSize: 0, quickFormat: true };
+    const answer = await call(client, 'FormatPartition', format);
     assert.ok(answer.isError);
-    assert.ok(text(answer).startsWith(`"${TASK_NOT_VALID}"`));
     assert.match(text(answer), /does not contain drive Q:\. Its drives: C, D, E, F, G, H\./);
-    assert.match(text(answer), /Possible causes, the most likely first: no partition has that drive letter/);
+    // The service itself would queue this conversion.
+    const conversion = await call(client, 'ConvertDiskToGpt', { diskIndex: 9 });
+    assert.ok(conversion.isError);
+    assert.match(text(conversion), /Disk 9 does not exist\. The disks are 0, 1, 2, 3\./);
+    assert.ok(!host.log.some((line) => line.includes('guide opened')));
+});
+
+test('SplitPartition_ExplainsHowToFindTheLetterOfTheNewDrive', async (t) => {
+    const host = await startHost(t);
+    const { client } = await connect(t, { args: ['--port', String(host.port)] });
+    const split = {
+        driveLetter: 'D',
+        newPartitionCapacity: String(20n * gib),
+        newPartitionFileSystem: 'NTFS',
+        newPartitionLabel: 'New',
+    };
+    const answer = text(await call(client, 'SplitPartition', split));
+    assert.match(answer, queued);
+    assert.match(answer, /ListPartitionsOnDisk \(diskIndex 0\).*the entry after D:/);
 });
 
 test('Elicitation_RunsTheToolOnlyIfAccepted', async (t) => {

@@ -40,7 +40,6 @@ export const disks = () => [
         totalCapacity: int64('9223372036854775807'),
         displayTotalCapacity: '8388608.00 TB',
         isMbr: true,
-        isOffline: true,
     }),
 ];
 export const partitions = () => [
