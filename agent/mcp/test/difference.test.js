@@ -89,6 +89,45 @@ test('ExchangedLetters_AreTwoNewLettersAndNoMove', () => {
     assert.deepEqual(words(before, after), ['D: letter E: (was D:).', 'E: letter D: (was E:).']);
 });
 
+test('DriveThatGivesSpaceAtItsStart_IsTheSameDrive', () => {
+    const before = [partition('C', 0, 100), partition('D', 100, 200)];
+    assert.deepEqual(words(before, [partition('C', 0, 150), partition('D', 150, 150)]), [
+        'C: size 150 B (was 100 B), 150 B free (was 100 B).',
+        'D: size 150 B (was 200 B), 150 B free (was 200 B); first sector 150 (was 100).',
+    ]);
+});
+
+test('PartitionWithoutALetterAtTheSamePlace_IsTheSamePartition', () => {
+    assert.deepEqual(words([partition('', 8, 100, { label: 'a' })], [partition('', 8, 50, { label: 'b' })]), [
+        'Partition "a" without a letter (disk 0, first sector 8): size 50 B (was 100 B), 50 B free (was 100 B); label "b" (was "a").',
+    ]);
+});
+
+test('EqualPartitionsThatMove_AreNotPairedByChance', () => {
+    const before = [partition('', 100, 10), partition('', 110, 10)];
+    assert.deepEqual(
+        words(before, [partition('', 150, 10), partition('', 160, 10)]).map((line) => line.slice(0, 4)),
+        ['New:', 'New:', 'Gone', 'Gone'],
+    );
+});
+
+test('RegionsThatJoin_AreTheFirstOneWithANewSize', () => {
+    const before = [partition('C', 0, 100), region(100, 50), partition('D', 150, 50), region(200, 50)];
+    assert.deepEqual(words(before, [partition('C', 0, 100), region(100, 150)]), [
+        'Gone: D: "d", 50 B, 50 B free, disk 0.',
+        'Free region (disk 0, after C:): size 150 B (was 50 B); unallocatedIndex 0.',
+        'Gone: free region of 50 B (disk 0, after D:).',
+    ]);
+});
+
+test('RegionsThatShrinkAtTheirStart_AreTheSameRegions', () => {
+    const before = [region(100, 50), region(200, 50)];
+    assert.deepEqual(words(before, [region(110, 40), region(220, 30)]), [
+        'Free region (disk 0, before its first partition): size 40 B (was 50 B); first sector 110 (was 100); unallocatedIndex 0.',
+        'Free region (disk 0, before its first partition): size 30 B (was 50 B); first sector 220 (was 200); unallocatedIndex 1.',
+    ]);
+});
+
 test('MovedPartitionWithoutALetter_IsRecognisedByItsContent', () => {
     const fields = { label: 'Recovery', fileSystemType: 'NTFS', gptRecovery: true };
     assert.deepEqual(words([partition('', 100, 10, fields)], [partition('', 150, 10, fields)]), [
@@ -143,9 +182,12 @@ test('DisksWithTheSameSerialNumberOrNone_HaveNoDifferenceToThemselves', () => {
 test('DiskWithoutASerialNumber_IsComparedByNumber', () => {
     const disks = {
         before: [disk(0, { serialNumber: '', isGpt: false, isUninitialized: true })],
-        after: [disk(0, { serialNumber: '' })],
+        after: [disk(0, { serialNumber: '', totalCapacity: '2000', displayTotalCapacity: '2000 B' })],
     };
-    assert.deepEqual(words([], [], disks), ['Disk 0: partition table GPT (was none).']);
+    disks.before[0].displayTotalCapacity = '1000 B';
+    assert.deepEqual(words([], [], disks), [
+        'Disk 0: partition table GPT (was none); capacity 2000 B (was 1000 B).',
+    ]);
 });
 
 test('OnlyRegionOfAnInitializedDisk_IsTheSameRegion', () => {
