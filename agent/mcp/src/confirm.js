@@ -5,9 +5,8 @@ import { questionText } from './question.js';
 import { changesBetween, identityOf, TargetChanged } from './target.js';
 
 /** @import { CallToolResult, InputRequiredResult, ServerContext } from '@modelcontextprotocol/server' */
-/** @import { CallScope, HostId, PlainRecord, Tool } from './types.js' */
+/** @import { HostId, PlainRecord, Tool } from './types.js' */
 /** @import { Gateway } from './gateway.js' */
-/** @import { HostConnection } from './connection.js' */
 /** @import { Question, Verdict } from './consent.js' */
 /** @import { Facts } from './inventory.js' */
 
@@ -35,9 +34,7 @@ export async function callConfirmed(gateway, call) {
         if (verdict !== 'yes') return notCalled(tool, verdict, gateway.options.askTimeoutMs);
         try {
             const scope = { ...gateway.scope(context), host: question.host };
-            return await gateway.act(tool, args, wire, scope, (connection) =>
-                requireTarget(gateway, call, question, scope, connection),
-            );
+            return await gateway.act(tool, args, wire, scope, (facts) => requireTarget(question, facts));
         } catch (error) {
             if (!(error instanceof TargetChanged)) throw error;
             changes = error.changes;
@@ -66,20 +63,8 @@ async function ask(gateway, { tool, args, context }, changes) {
     return { verdict: await gateway.consent.ask(question, context, scope.progress), question };
 }
 
-/**
- * Reads the target again on the connection that will carry the tool. Throws TargetChanged.
- * @param {Gateway} gateway
- * @param {{ tool: Tool, args: PlainRecord }} call
- * @param {Question} question
- * @param {CallScope} scope
- * @param {HostConnection} connection
- */
-async function requireTarget(gateway, { tool, args }, question, scope, connection) {
-    const here = {
-        ask: (/** @type {string} */ method, /** @type {any[]} */ values) =>
-            connection.call(method, values, scope.deadline.left(), scope.signal),
-    };
-    const facts = await factsAbout(here, gateway.table, tool, args, scope);
+/** Throws TargetChanged if the target differs from that of the question. @param {Question} question @param {Facts} facts */
+function requireTarget(question, facts) {
     const changes = changesBetween(question.identity, identityOf(facts));
     if (changes.length > 0) throw new TargetChanged(changes);
 }

@@ -152,27 +152,36 @@ export class Gateway {
     }
 
     /**
+     * Calls a tool that acts. The inventory is read between PreProcessing and the tool, so that neither the check nor
+     * WaitForChange sees the effect of an earlier order as new.
      * @param {Tool} tool
      * @param {PlainRecord} args
      * @param {any[]} wire
      * @param {CallScope} scope
-     * @param {(connection: HostConnection) => Promise<void>} [check] see Gate.run
+     * @param {(facts: Facts) => void} [check] throws if the tool must not be called
      */
     async act(tool, args, wire, scope, check) {
-        const before = await factsAbout(this.host, this.table, tool, args, scope);
         // A confirmed call was checked before the question, and `check` compares its target.
-        const rejected = check ? undefined : this.impossible(tool, args, before);
-        if (rejected) return rejected;
-        const run = this.gate.run(tool.name, wire, callText(tool, args), scope, check);
+        if (!check) {
+            const facts = await factsAbout(this.host, this.table, tool, args, scope);
+            const rejected = this.impossible(tool, args, facts);
+            if (rejected) return rejected;
+        }
+        /** @type {Facts | undefined} */
+        let before;
+        const run = this.gate.run(tool.name, wire, callText(tool, args), scope, async (connection) => {
+            before = await factsAbout(readerOn(connection, scope), this.table, tool, args, scope);
+            check?.(before);
+        });
         const answer = await run.catch((error) => {
             // A call that was sent and not answered can still have an effect.
-            if (error instanceof HostError && error.kind === 'disconnected')
-                this.watch.addOrder(tool, args, before);
+            if (error instanceof HostError && error.kind === 'disconnected' && before)
+                this.watch.addOrder(tool, args, before, scope.host);
             throw error;
         });
         this.log(`${tool.name}: ${answer}`);
         if (answer === TASK_QUEUED) {
-            this.watch.addOrder(tool, args, before);
+            if (before) this.watch.addOrder(tool, args, before, scope.host);
             return queuedAnswer(tool, args, before);
         }
         // The rejection is reported even if the inventory cannot be read.
@@ -215,6 +224,12 @@ export class Gateway {
         };
     }
 }
+
+/** Reads on a connection that the caller holds. @param {HostConnection} connection @param {CallScope} scope */
+const readerOn = (connection, scope) => ({
+    ask: (/** @type {string} */ method, /** @type {any[]} */ args) =>
+        connection.call(method, args, scope.deadline.left(), scope.signal),
+});
 
 /** The tools that the options select. @param {import('./types.js').Table} table @param {Options} options */
 export function offered(table, options) {

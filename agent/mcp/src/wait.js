@@ -2,12 +2,13 @@ import { setTimeout as sleep } from 'node:timers/promises';
 import { differences } from './difference.js';
 import { readDisks, readPartitions } from './inventory.js';
 import { letterOf } from './match.js';
+import { sameHost } from './program.js';
 import { Deadline } from './time.js';
 
 /** @import { CallToolResult } from '@modelcontextprotocol/server' */
 /** @import { Change, Snapshot } from './difference.js' */
 /** @import { Host } from './host.js' */
-/** @import { CallScope, Options, PlainRecord, Table, Tool } from './types.js' */
+/** @import { CallScope, HostId, Options, PlainRecord, Table, Tool } from './types.js' */
 
 // Two reads per poll: frequent at first, because most orders take less than a second.
 const firstPollMs = 200;
@@ -60,19 +61,39 @@ export class ChangeWatch {
         this.orders = [];
         /** The inventory of the last report. @type {Snapshot | undefined} */
         this.reported = undefined;
+        /** The host of these inventories. @type {HostId | undefined} */
+        this.hostId = undefined;
     }
 
-    /** @param {Tool} tool @param {PlainRecord} args @param {Snapshot} before the inventory before the call */
-    addOrder(tool, args, before) {
+    /**
+     * @param {Tool} tool
+     * @param {PlainRecord} args
+     * @param {Snapshot} before the inventory before the call
+     * @param {HostId | undefined} hostId
+     */
+    addOrder(tool, args, before, hostId) {
+        this.belongTo(hostId);
         this.orders.push({ text: orderText(tool, args), tool, args, before });
+    }
+
+    /** Discards the inventories of another host. @param {HostId | undefined} hostId @returns {Order[]} the discarded orders */
+    belongTo(hostId) {
+        const same = !this.hostId || !hostId || sameHost(this.hostId, hostId);
+        const discarded = same ? [] : this.orders;
+        if (!same) {
+            this.orders = [];
+            this.reported = undefined;
+        }
+        this.hostId = hostId ?? this.hostId;
+        return discarded;
     }
 
     /** @param {CallScope} scope @returns {Promise<Snapshot>} */
     async read(scope) {
         // Each pair of reads has the time limit of a call; the limit of the whole wait is separate.
-        const limited = { ...scope, deadline: new Deadline(this.options.timeoutMs) };
-        const disks = await readDisks(this.host, this.table, limited);
-        return { disks, partitions: await readPartitions(this.host, this.table, limited) };
+        scope.deadline = new Deadline(this.options.timeoutMs);
+        const disks = await readDisks(this.host, this.table, scope);
+        return { disks, partitions: await readPartitions(this.host, this.table, scope) };
     }
 
     /**
@@ -83,11 +104,14 @@ export class ChangeWatch {
      */
     async wait(seconds, scope) {
         const started = performance.now();
+        const present = await this.read(scope);
+        const discarded = this.belongTo(scope.host);
+        if (discarded.length > 0) return otherHost(discarded);
         const orders = [...this.orders];
-        const last = orders.at(-1)?.before ?? this.reported ?? (await this.read(scope));
+        const last = orders.at(-1)?.before ?? this.reported ?? present;
         const first = orders[0]?.before ?? last;
         const watched = overwrittenDrives(orders);
-        const now = await this.untilChanged(last, watched, new Deadline(seconds * 1000), seconds, scope);
+        const now = await this.untilChanged(last, present, watched, seconds, scope);
         const waited = Math.round((performance.now() - started) / 100) / 10;
         if (differences(last, now, watched).length === 0) return unchanged(orders, waited);
         this.orders = this.orders.filter((order) => !orders.includes(order));
@@ -97,18 +121,16 @@ export class ChangeWatch {
 
     /**
      * @param {Snapshot} before
+     * @param {Snapshot} now the first read
      * @param {(letter: string) => boolean} watched
-     * @param {Deadline} limit
-     * @param {number} seconds the limit from the start
+     * @param {number} seconds
      * @param {CallScope} scope
      */
-    async untilChanged(before, watched, limit, seconds, scope) {
+    async untilChanged(before, now, watched, seconds, scope) {
+        const limit = new Deadline(seconds * 1000);
         let pause = firstPollMs;
         let reportedAt = performance.now();
-        for (;;) {
-            const now = await this.read(scope);
-            // The second read is complete even if the inventory was replaced between the two lists of the first.
-            if (differences(before, now, watched).length > 0) return this.read(scope);
+        while (differences(before, now, watched).length === 0) {
             if (limit.passed) return now;
             if (performance.now() - reportedAt >= progressMs) {
                 const left = Math.round(limit.left() / 1000);
@@ -117,7 +139,10 @@ export class ChangeWatch {
             }
             await sleep(Math.min(pause, limit.left()), undefined, { signal: scope.signal });
             pause = Math.min(pause * 1.5, longestPollMs);
+            now = await this.read(scope);
         }
+        // A second read is complete even if the inventory was replaced between the two lists of the first.
+        return this.read(scope);
     }
 }
 
@@ -150,6 +175,15 @@ function overwrittenDrives(orders) {
         .map(({ value }) => value);
     return (/** @type {string} */ letter) => letters.includes(letter);
 }
+
+/** @param {Order[]} orders @returns {CallToolResult} */
+const otherHost = (orders) => ({
+    ...answer(
+        `The gateway is connected to another disk manager than for ${orderTexts(orders).join(', ')}. The effect cannot be compared: read the inventory, and ask the user.`,
+        { changed: false, waitedSeconds: 0, orders: orderTexts(orders), changes: [] },
+    ),
+    isError: true,
+});
 
 /** @param {Order[]} orders @param {number} waited @returns {CallToolResult} */
 function unchanged(orders, waited) {

@@ -116,6 +116,45 @@ test('EffectOfAnEarlierOrder_DoesNotEndTheWaitForTheLastOne', async (t) => {
     assert.equal(content(await client.callTool(wait(0))).changed, false);
 });
 
+test('EffectThatAppearsWhileTheGateIsAsked_IsNotTheEffectOfThisOrder', async (t) => {
+    const { service, client } = await start(t);
+    const allow = service.answer.PreProcessing;
+    service.answer.PreProcessing = () => {
+        change(service, 'C', { label: 'earlier' });
+        return allow();
+    };
+    await client.callTool(label);
+    assert.equal(content(await client.callTool(wait(0))).changed, false);
+});
+
+test('RestartedHost_IsNotComparedWithTheInventoryBeforeTheOrder', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(label);
+    const { port } = service;
+    await service.stop();
+    await service.start(port);
+    change(service, 'E', { label: 'x' });
+    const answer = await client.callTool(wait());
+    assert.ok(answer.isError);
+    assert.match(
+        text(answer),
+        /^The gateway is connected to another disk manager than for ChangePartitionLabel driveLetter=E\. The effect cannot be compared/,
+    );
+    assert.match(text(answer), /The gateway is now connected to another disk manager: on port/);
+    assert.deepEqual(content(await client.callTool(wait(0))).orders, []);
+});
+
+test('WaitWithoutAnOrder_ComparesWithItsLastReport', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(label);
+    change(service, 'E', { label: 'x' });
+    assert.equal(content(await client.callTool(wait(0))).changed, true);
+    change(service, 'C', { label: 'by the user' });
+    const answer = await client.callTool(wait(0));
+    assert.deepEqual(content(answer).orders, []);
+    assert.match(text(answer), /^Changed after [\d.]+ s:\n- C: label "by the user" \(was "System"\)\.$/);
+});
+
 test('ReportedOrder_IsNotReportedAgain', async (t) => {
     const { service, client } = await start(t);
     await client.callTool(label);
@@ -216,6 +255,8 @@ test('CancelledWait_StopsPolling', async (t) => {
             'ListAllDisks',
             'GetAllPartitionInfo',
             'PreProcessing',
+            'ListAllDisks',
+            'GetAllPartitionInfo',
             'ChangePartitionLabel',
             'PostProcessing',
         ],
