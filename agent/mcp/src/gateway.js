@@ -18,6 +18,7 @@ import { acceptAll, annotations, listed } from './schema.js';
 import { loadTable } from './table.js';
 import { Deadline } from './time.js';
 import { ChangeWatch, secondsOf, waitTool } from './wait.js';
+import { explainUnofferedTools } from './unoffered.js';
 import { fromWire, requireBoolean, toWire } from './wire.js';
 
 /** @import { CallToolResult, InputRequiredResult, ServerContext } from '@modelcontextprotocol/server' */
@@ -51,11 +52,13 @@ export class Gateway {
             { name: 'aibridge-mcp', title: 'Disk and partition manager', version },
             {
                 instructions: instructions(this.table, this.tools),
-                capabilities,
+                capabilities: { resources: capabilities.resources },
                 cacheHints,
                 requestState: { verify: this.consent.codec.verify },
             },
         );
+        explainUnofferedTools(server, this.table, this.options);
+        server.server.registerCapabilities({ tools: capabilities.tools });
         for (const tool of this.tools) this.offer(server, tool);
         this.offerWait(server);
         offerResources(server, this.host, this.table, (context) => this.scope(context));

@@ -1,5 +1,5 @@
 import { serveStdio } from '@modelcontextprotocol/server/stdio';
-import { Gateway } from './gateway.js';
+import { Gateway, offered } from './gateway.js';
 import { readOptions, usage, version } from './options.js';
 import { loadTable } from './table.js';
 
@@ -40,11 +40,19 @@ export async function runOnStdio(argv, env) {
 function optionsOrExit(argv, env) {
     try {
         const options = readOptions(argv, env, Object.keys(loadTable().groups));
-        if (!options.help && !options.version) return options;
+        if (!options.help && !options.version) return withTools(options);
         process.stdout.write(options.help ? usage : `aibridge-mcp ${version}\n`);
         process.exit(0);
     } catch (error) {
         process.stderr.write(`aibridge-mcp: ${/** @type {Error} */ (error).message}\n${usage}`);
         process.exit(2);
     }
+}
+
+/** Rejects options that exclude every tool. @param {import('./types.js').Options} options */
+function withTools(options) {
+    if (offered(loadTable(), options).length > 0) return options;
+    throw new Error(
+        `--read-only and --tools ${options.groups?.join(',')} exclude every tool: only the group inventory contains tools that read.`,
+    );
 }

@@ -69,3 +69,37 @@ test('Variables_SelectTheToolsOfARunningGateway', async (t) => {
     assert.ok((await client.listTools()).tools.some((tool) => tool.name === 'ListAllDisks'));
     assert.ok(!(await client.listTools()).tools.some((tool) => tool.name === 'FormatPartition'));
 });
+
+test('ReadOnlyWithGroupsThatOnlyAct_IsAnErrorAtStart', () => {
+    for (const [args, env] of /** @type {Array<[string[], any]>} */ ([
+        [['--read-only', '--tools', 'clone,media'], {}],
+        [[], { AIBRIDGE_MCP_READ_ONLY: 'true', AIBRIDGE_MCP_TOOLS: 'clone,media' }],
+    ])) {
+        const { status, stderr } = run(args, env);
+        assert.equal(status, 2);
+        assert.match(stderr, /--read-only and --tools clone,media exclude every tool/);
+    }
+});
+
+for (const modern of [false, true])
+    test(`UnofferedTool_IsRefusedWithItsGroupAndTheOption${modern ? '' : 'OnTheOlderRevision'}`, async (t) => {
+        const refusal = async (/** @type {string[]} */ args, /** @type {string} */ name) => {
+            const { client } = await connect(t, { modern, args: ['--port', '1', ...args] });
+            const error = await client.callTool({ name, arguments: {} }).then(
+                () => assert.fail(name),
+                (reason) => reason,
+            );
+            assert.equal(error.code, -32602);
+            return error.message;
+        };
+        assert.match(
+            await refusal([], 'CloneDiskToDisk'),
+            /CloneDiskToDisk is not offered\. It belongs to the group clone \(.*\)\. The user can add the group with --tools .* AIBRIDGE_MCP_TOOLS/,
+        );
+        assert.match(
+            await refusal(['--read-only'], 'FormatPartition'),
+            /FormatPartition is not offered, because the gateway runs with --read-only\. Only the user can change this/,
+        );
+        const long = await refusal([], 'x'.repeat(1000000));
+        assert.match(long, /The gateway has no tool "x{64}"… \(the first 64 of 1,000,000 characters\)\./);
+    });
