@@ -305,20 +305,22 @@ test('TargetThatChangesDuringEveryQuestion_EndsWithoutTheTool', async (t) => {
     assert.ok(!service.names().includes('FormatPartition'));
 });
 
-test('HostThatIsReplacedWhileTheUserThinks_ReceivesNoCall', async (t) => {
-    const first = await startService(t);
-    const port = first.port;
-    /** @type {FakeService | undefined} */
-    let second;
-    const { client } = await connect(t, {
-        args: ['--port', String(port)],
-        elicit: async () => (await first.stop(), (second = await startService(t, port)), yes),
+for (const modern of [false, true])
+    test(`HostThatIsReplacedWhileTheUserThinks_${modern ? 'OnTheNewProtocol' : 'OnTheOldProtocol'}_ReceivesNoCall`, async (t) => {
+        const first = await startService(t);
+        const port = first.port;
+        /** @type {FakeService | undefined} */
+        let second;
+        const { client } = await connect(t, {
+            modern,
+            args: ['--port', String(port)],
+            elicit: async () => (await first.stop(), (second = await startService(t, port)), yes),
+        });
+        const answer = await client.callTool(format('E'));
+        assert.ok(answer.isError);
+        assert.match(text(answer), /another disk manager than when this call began/);
+        assert.deepEqual(second?.names(), ['Init']);
     });
-    const answer = await client.callTool(format('E'));
-    assert.ok(answer.isError);
-    assert.match(text(answer), /another disk manager than when this call began/);
-    assert.deepEqual(second?.names(), ['Init']);
-});
 
 test('ActingToolAfterAChangeOfHost_IsNotCalledUntilAnAnswerHasStatedTheChange', async (t) => {
     const first = await startService(t);
