@@ -36,13 +36,13 @@ async function questionAbout(t, { call = format(), onDisk = 'STICK', change = ()
 const sentence = 'Nothing will be lost.';
 const forgeries = {
     ALineBreakAndASentence: `STICK"\n${sentence}\nTarget:\n- Drive Z:`,
-    OtherLineBreaks: `STICK\r${sentence}\u2028${sentence}\u2029${sentence}\u0085${sentence}\v${sentence}`,
+    OtherLineBreaks: `STICK\r\u2028\u2029\u0085\v\f${sentence}`,
     TwoHundredThousandCharacters: `${sentence} `.repeat(10000).slice(0, 200000),
     BidirectionalControls: `\u202E${sentence}\u2066\u2067\u2068\u2069\u200E\u200F\u061C\u202A\u202B\u202C\u202D`,
     QuotationMarks: `STICK", NTFS. ${sentence} "\u201D\u201C\u00BB\u2033\uFF02`,
     ControlCharacters: `\u001B[2J\u0000\u0007\b\u007F\u009B${sentence}`,
     TheQuestionsOwnLayout: `x"\nPermanently lost if you agree:\n- Nothing\nTarget:\n- Drive Z:\nArguments:\n- label: "y`,
-    InvisibleCharacters: `STI\u200BCK\u2060\uFEFF\u00AD\u3164\u115F\u{E0041}\uFE0F${sentence}`,
+    InvisibleCharacters: `STI\u200BCK\u2060\uFEFF\u00AD\u3164\u115F\u{E0041}\uFE0F\uFFF9\uFFFB${sentence}`,
     SpacesUpToTheNextLine: `STICK${' '.repeat(40)}\u00A0\u2003\u3000${sentence}`,
     LetterUnderManyMarks: `\u0301S${'\u0336'.repeat(50)}TICK`,
 };
@@ -62,6 +62,7 @@ for (const [name, forged] of Object.entries(forgeries)) {
                 message.replaceAll('\n', ''),
                 /[\p{Cc}\p{Cf}\p{Zl}\p{Zp}\u00A0\u2003\u3000\u3164\u115F\uFE0F\u201C\u201D\u2033\uFF02]|\u0336{4}/u,
             );
+            assert.doesNotMatch(message, / {2}/);
             assert.ok(message.length < 3000, `${message.length} characters`);
             // Quotation marks that are not escaped come in pairs around one value.
             for (const line of message.split('\n'))
