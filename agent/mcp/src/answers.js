@@ -25,8 +25,9 @@ export const failed = (error) => failure(error.message, error.detail);
  * @param {Tool} tool
  * @param {PlainRecord} args
  * @param {Facts} [facts] before the call
+ * @param {boolean} [readsOffered] false if the options exclude the tools that read
  */
-export function queuedAnswer(tool, args, facts) {
+export function queuedAnswer(tool, args, facts, readsOffered = true) {
     const content = { answer: TASK_QUEUED, queued: true };
     if (tool.onScreen !== undefined)
         return result(
@@ -36,16 +37,17 @@ export function queuedAnswer(tool, args, facts) {
         );
     return result(
         `"${TASK_QUEUED}": the application accepted the order ${tool.name}. This does NOT mean that the work is done or will succeed: the application works independently, may ask the user, and does` +
-            ` not report the end. ${howToSee(tool, args, facts)} Do not report success to the user before the inventory shows it.`,
+            ` not report the end. ${howToSee(tool, args, facts, readsOffered)} Do not report success to the user before the inventory shows it.`,
         content,
     );
 }
 
-/** @param {Tool} tool @param {PlainRecord} args @param {Facts} [facts] */
-function howToSee(tool, args, facts) {
+/** @param {Tool} tool @param {PlainRecord} args @param {Facts | undefined} facts @param {boolean} readsOffered */
+function howToSee(tool, args, facts, readsOffered) {
     const reads = facts ? diskReads(facts) : namedReads(tool, args);
     const calls = reads.length > 0 ? reads.join(' and ') : 'ListAllDisks and GetAllPartitionInfo';
-    const effect = `To see the effect, call WaitForChange, or ${calls} after a while.`;
+    const alternative = readsOffered ? `, or ${calls} after a while` : '';
+    const effect = `To see the effect, call WaitForChange${alternative}.`;
     const source = facts?.namedDrives[0];
     const addsAfterDrive = tool.class === 'changes' && tool.args.some((arg) => arg.role === 'fileSystem');
     return addsAfterDrive && source

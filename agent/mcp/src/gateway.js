@@ -11,6 +11,7 @@ import { instructions } from './instructions.js';
 import { factsAbout } from './inventory.js';
 import { quoted, unquoted } from './quote.js';
 import { version } from './options.js';
+import { plan, planTool } from './plan.js';
 import { cacheHints, capabilities } from './protocol.js';
 import { readAnswer } from './reads.js';
 import { offerResources } from './resources.js';
@@ -27,7 +28,7 @@ import { fromWire, requireBoolean, toWire } from './wire.js';
 /** @import { CallScope, Log, Options, PlainRecord, Tool } from './types.js' */
 
 /** The tools of the gateway itself, which are not methods of the service. */
-export const ownTools = [waitTool];
+export const ownTools = [waitTool, planTool];
 
 /**
  * The gateway between MCP clients and the host: one gate and one set of connections for all clients, and one server
@@ -51,7 +52,7 @@ export class Gateway {
         const server = new McpServer(
             { name: 'aibridge-mcp', title: 'Disk and partition manager', version },
             {
-                instructions: instructions(this.table, this.tools),
+                instructions: instructions(this.table, this.tools, this.options.readOnly),
                 capabilities: { resources: capabilities.resources },
                 cacheHints,
                 requestState: { verify: this.consent.codec.verify },
@@ -60,7 +61,10 @@ export class Gateway {
         explainUnofferedTools(server, this.table, this.options);
         server.server.registerCapabilities({ tools: capabilities.tools });
         for (const tool of this.tools) this.offer(server, tool);
-        this.offerWait(server);
+        this.offerOwn(server, waitTool, (args, scope) => this.watch.wait(secondsOf(args), scope));
+        this.offerOwn(server, planTool, (args, scope, context) =>
+            plan(this, args, (tool) => this.consent.needed(tool, server, context), scope),
+        );
         offerResources(server, this.host, this.table, (context) => this.scope(context));
         return server;
     }
@@ -87,9 +91,14 @@ export class Gateway {
         );
     }
 
-    /** The gateway's own tool: it reads, so every choice of groups includes it. @param {McpServer} server */
-    offerWait(server) {
-        const { name, inputSchema, outputSchema, ...shown } = waitTool;
+    /**
+     * Offers a tool of the gateway itself: it reads, so every choice of groups includes it.
+     * @param {McpServer} server
+     * @param {typeof ownTools[number]} tool
+     * @param {(args: PlainRecord, scope: CallScope, context: ServerContext) => Promise<CallToolResult>} run
+     */
+    offerOwn(server, tool, run) {
+        const { name, inputSchema, outputSchema, ...shown } = tool;
         server.registerTool(
             name,
             {
@@ -99,7 +108,7 @@ export class Gateway {
                 annotations: annotations(/** @type {any} */ ({ class: 'reads' })),
             },
             (/** @type {any} */ args, /** @type {ServerContext} */ context) =>
-                this.reportingFailures(name, () => this.watch.wait(secondsOf(args), this.scope(context))),
+                this.reportingFailures(name, () => run(args, this.scope(context), context)),
         );
     }
 
@@ -185,7 +194,7 @@ export class Gateway {
         this.log(`${tool.name}: ${answer}`);
         if (answer === TASK_QUEUED) {
             if (before) this.watch.addOrder(tool, args, before, scope.host);
-            return queuedAnswer(tool, args, before);
+            return queuedAnswer(tool, args, before, this.tools.some((one) => one.class === 'reads'));
         }
         // The rejection is reported even if the inventory cannot be read.
         const facts = await factsAbout(this.host, this.table, tool, args, scope).catch(() => undefined);

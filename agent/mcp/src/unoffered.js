@@ -36,8 +36,8 @@ export function explainUnofferedTools(server, table, options) {
     };
 }
 
-/** @param {string} name @param {Table} table @param {Options} options */
-function reasonOf(name, table, options) {
+/** The sentence about a tool that is not offered. @param {string} name @param {Table} table @param {Options} options */
+export function reasonOf(name, table, options) {
     const tool = table.tools.find((one) => one.name === name);
     if (!tool) return `The gateway has no tool ${quoted(name)}.`;
     if (options.readOnly && tool.class !== 'reads')
