@@ -12,7 +12,7 @@ import { startHost, zorcall } from './sandbox.js';
  * @property {string[]} [hostArgs] further options of the host
  * @property {string[]} [groups] offered groups besides the default ones
  * @property {(model: Conversation) => Promise<unknown>} calls
- * @property {number} mostCalls
+ * @property {number} mostCalls the limit of the calls
  * @property {(end: Inventory, model: Conversation) => void} check asserts the end state
  */
 
