@@ -69,33 +69,24 @@ void addPartitions(InventoryRecords& records, std::vector<PartitionInfo> added)
     }
 }
 
-} // namespace
-
-// A QReadLocker that the thread sanitizer recognises. The lock prefers a waiting writer to new readers,
+// A locker of Qt that the thread sanitizer recognises. The lock prefers a waiting writer to new readers,
 // because the writer is the application thread, which continuous readers must not delay.
-class Inventory::ReadLock
+template <class Locker> class AnnotatedLock
 {
 public:
-    explicit ReadLock(QReadWriteLock& lock) : lock_(&lock) { TsanAnnotations::acquire(); }
-    ~ReadLock() { TsanAnnotations::release(); }
-    ReadLock(const ReadLock&) = delete;
-    ReadLock& operator=(const ReadLock&) = delete;
+    explicit AnnotatedLock(QReadWriteLock& lock) : locker_(&lock) { TsanAnnotations::acquire(); }
+    ~AnnotatedLock() { TsanAnnotations::release(); }
+    AnnotatedLock(const AnnotatedLock&) = delete;
+    AnnotatedLock& operator=(const AnnotatedLock&) = delete;
 
 private:
-    QReadLocker lock_;
+    Locker locker_;
 };
 
-class Inventory::WriteLock
-{
-public:
-    explicit WriteLock(QReadWriteLock& lock) : lock_(&lock) { TsanAnnotations::acquire(); }
-    ~WriteLock() { TsanAnnotations::release(); }
-    WriteLock(const WriteLock&) = delete;
-    WriteLock& operator=(const WriteLock&) = delete;
+using ReadLock = AnnotatedLock<QReadLocker>;
+using WriteLock = AnnotatedLock<QWriteLocker>;
 
-private:
-    QWriteLocker lock_;
-};
+} // namespace
 
 void Inventory::setDiskInfo(const QQmlEngine* engine, const QVariantList& disks)
 {

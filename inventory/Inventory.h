@@ -52,9 +52,6 @@ public:
     InventoryRecords records() const;
 
 private:
-    class ReadLock;
-    class WriteLock;
-
     InventoryRecords records_;
     // Never held during a call into the host.
     mutable QReadWriteLock lock_;
