@@ -269,7 +269,8 @@ REFERRAL_AND_ACTIONS = [
     ("the Windows 11 page takes precedence over a referral", "Answers.cpp", "if (recommendation.fromReferral)",
      "if (recommendation.fromReferral && !isCalledByWin11Checker(answer))", "test_rec_actions"),
     ("the Windows 11 page converts the disk of the scan", "Win11Action.cpp",
-     "isCalledByWin11Checker(answer) ? getBootDisk(pages) : actionParams", "actionParams", "test_rec_actions"),
+     "isCalledByWin11Checker(answer) ? getBootDisk(pages)", "pages == nullptr ? getBootDisk(pages)",
+     "test_rec_actions"),
 ]
 
 WIN11 = [
