@@ -191,8 +191,8 @@ export class Gate {
 const unknownOutcome = (event) =>
     new HostError(
         'disconnected',
-        `${event} Whether it accepted the order is unknown. Do NOT simply repeat the call: check first` +
-            ' with GetPartitionInfo or ListPartitionsOnDisk, and ask the user what the application shows.',
+        `${event} Whether it accepted the order is unknown. Do NOT simply repeat the call: WaitForChange shows` +
+            ' whether the order had an effect. Ask the user what the application shows.',
     );
 
 /** @param {{ allow: boolean, reasons: string | null }} answer */

@@ -200,7 +200,7 @@ function changed(orders, waited, all, now) {
     const shown = all.slice(0, maxLines);
     const omitted = all.length - shown.length;
     const lines = [`Changed after ${waited} s${since(orders)}:`, ...shown.map(({ words }) => `- ${words}`)];
-    if (omitted > 0) lines.push(`- ${omitted} more changes. ListAllDisks and GetAllPartitionInfo show all.`);
+    if (omitted > 0) lines.push(`- ${omitted} more changes. The inventory shows all.`);
     if (all.length === 0)
         lines.push('- The inventory is again as before the first of these orders.');
     return answer(lines.join('\n'), {

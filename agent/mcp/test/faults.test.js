@@ -80,7 +80,7 @@ test('HostKilledDuringATool_ReportsAnUnknownOutcomeAndTheNextCallWorks', async (
     const message = await failsWithin(() => client.callTool(label), 10000);
     assert.match(
         message,
-        /closed the connection before it answered\. Whether it accepted the order is unknown\. Do NOT simply repeat the call/,
+        /closed the connection before it answered\. Whether it accepted the order is unknown\. Do NOT simply repeat the call: WaitForChange shows whether/,
     );
     service.answer.ChangePartitionLabel = TASK_QUEUED;
     assert.ok(!(await client.callTool(label)).isError);
