@@ -4,7 +4,6 @@
 
 #include <thrift/transport/TTransportException.h>
 
-using apache::thrift::transport::TServerSocket;
 using apache::thrift::transport::TSocket;
 using apache::thrift::transport::TTransport;
 using apache::thrift::transport::TTransportException;

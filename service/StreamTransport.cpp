@@ -4,13 +4,12 @@
 
 #include <algorithm>
 
-using apache::thrift::transport::TBufferedTransport;
 using apache::thrift::transport::TTransport;
 using apache::thrift::transport::TTransportException;
 
 namespace {
 
-constexpr std::size_t kChunkBytes = 16 * 1024;
+constexpr std::size_t kChunkBytes = std::size_t(16) * 1024;
 
 } // namespace
 

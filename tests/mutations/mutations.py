@@ -52,7 +52,7 @@ SERVICE = [
      "test_service_config"),
     ("the message limit counts over the life of a connection", "StreamTransport.cpp",
      "    resetConsumedMessageSize();\n", "", "test_malformed_message"),
-    ("memory is reserved for the announced length of a string", "StreamTransport.cpp", "kChunkBytes = 16 * 1024",
+    ("memory is reserved for the announced length of a string", "StreamTransport.cpp", "kChunkBytes = std::size_t(16) * 1024",
      "kChunkBytes = 2048u * 1024 * 1024", "test_malformed_message"),
     ("a client that does not read is disconnected while the service runs", "ConnectionSocket.cpp",
      "!waitToSend() && *stopping_", "!waitToSend()", "test_server_thread"),
