@@ -3,7 +3,7 @@ import ZORNativePlugin from '../generated/ZORNativePlugin.js';
 import { HostError } from './errors.js';
 import { withTimeout } from './time.js';
 
-/** A connection to the host. The pool ensures that it carries one call at a time. */
+/** A connection to the host, for one call at a time. */
 export class HostConnection {
     /** @param {number} port on this computer */
     constructor(port) {
