@@ -129,7 +129,7 @@ export function targetLines(facts) {
                         `${arg}: the inventory does not contain disk ${index}. Its disks: ${facts.disks.map((d) => d.diskIndex).join(', ') || '(empty)'}.`,
                     ];
                 return [
-                    `${arg}: ${diskLine(disk)}`,
+                    `${arg}: ${diskLine(disk, facts.partitions)}`,
                     ...partitionLines(facts.partitions.filter((p) => p.diskIndex === index)).map(
                         (line) => `  ${line}`,
                     ),

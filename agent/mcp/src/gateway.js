@@ -8,7 +8,7 @@ import { HostError } from './errors.js';
 import { Gate } from './gate.js';
 import { Host } from './host.js';
 import { instructions } from './instructions.js';
-import { factsAbout } from './inventory.js';
+import { factsAbout, readPartitions } from './inventory.js';
 import { quoted, unquoted } from './quote.js';
 import { version } from './options.js';
 import { plan, planTool } from './plan.js';
@@ -160,7 +160,9 @@ export class Gateway {
         const { allFields, ...sent } = args;
         requireBoolean(tool, 'allFields', allFields ?? false);
         const found = await this.host.ask(tool.name, toWire(tool, sent), scope);
-        return readAnswer(tool, args, fromWire(found, tool.result, this.table));
+        const partitions =
+            tool.name === 'ListAllDisks' ? await readPartitions(this.host, this.table, scope) : [];
+        return readAnswer(tool, args, fromWire(found, tool.result, this.table), partitions);
     }
 
     /**

@@ -17,7 +17,7 @@ export function instructions(table, tools, readOnly = false) {
         reads
             ? 'Read the inventory first: GetAllPartitionInfo shows the partitions and free regions of all disks in order, ListAllDisks the kind of each disk. An unknown drive letter returns an empty record, an unknown disk an empty array.'
             : 'Read the inventory first, from the resource aibridge://disks.',
-        'Disks are identified by their number in the inventory, partitions by drive letter. Sizes are in bytes. Answers contain 64-bit sizes as decimal strings; arguments are whole numbers or decimal strings.',
+        'Disks are identified by their number in the inventory, partitions by drive letter. Sizes are in bytes; in texts, 1 GB is 1024^3 bytes. Answers contain 64-bit sizes as decimal strings; arguments are whole numbers or decimal strings.',
     ];
     if (readOnly)
         lines.push(

@@ -1,5 +1,6 @@
 import { unallocatedIndices } from './lean.js';
-import { quoted, unquoted } from './quote.js';
+import { quoted } from './quote.js';
+import { displayed, sizeWords } from './size.js';
 import { fromWire } from './wire.js';
 
 /** @import { CallScope, PlainRecord, Table, Tool } from './types.js' */
@@ -116,20 +117,30 @@ const flags = (names, record) =>
         .filter((name) => record[name] === true)
         .map((name) => names[name]);
 
-/** One line about a disk. @param {PlainRecord} d */
-export function diskLine(d) {
+/**
+ * One line about a disk.
+ * @param {PlainRecord} d
+ * @param {PlainRecord[]} partitions all of the inventory, or of the disk
+ */
+export function diskLine(d, partitions) {
     const kind = d.isUninitialized ? [] : [d.isGpt ? 'GPT' : 'MBR'];
     const parts = [
-        unquoted(d.diskLabel),
-        `${d.displayTotalCapacity} (${d.totalCapacity} bytes)`,
+        d.diskLabel && quoted(d.diskLabel),
+        `${displayed(d.displayTotalCapacity)} (${d.totalCapacity} bytes)`,
         ...kind,
-        `${d.partitionCount} entries`,
-        `${d.displayAvailableSpace} free`,
-        d.serialNumber && `serial ${unquoted(d.serialNumber)}`,
+        `${d.partitionCount} ${d.partitionCount === 1 ? 'entry' : 'entries'}`,
+        `${displayed(d.displayAvailableSpace)} unused (${sizeWords(unallocatedOn(d, partitions))} unallocated)`,
+        d.serialNumber && `serial ${quoted(d.serialNumber)}`,
         ...flags(diskFlags, d),
     ];
     return `Disk ${d.diskIndex}: ${parts.filter(Boolean).join(', ')}`;
 }
+
+/** @param {PlainRecord} disk @param {PlainRecord[]} partitions */
+const unallocatedOn = (disk, partitions) =>
+    partitions
+        .filter((p) => p.isUnallocated && p.diskIndex === disk.diskIndex)
+        .reduce((sum, p) => sum + BigInt(p.rawCapacity), 0n);
 
 /**
  * One line about a partition or an unallocated region. Sizes that a call needs have all digits.
@@ -137,7 +148,7 @@ export function diskLine(d) {
  * @param {{ withDisk?: boolean, unallocatedIndex?: number }} [options] the position of a region, for CreatePartition
  */
 export function partitionLine(p, { withDisk = true, unallocatedIndex } = {}) {
-    const size = `${p.displayRawCapacity} (${p.rawCapacity} bytes)`;
+    const size = `${displayed(p.displayRawCapacity)} (${p.rawCapacity} bytes)`;
     const place = [`start ${p.startingOffset}`, ...(withDisk ? [`disk ${p.diskIndex}`] : [])];
     if (p.isUnallocated) {
         const index = unallocatedIndex === undefined ? [] : [`unallocatedIndex ${unallocatedIndex}`];
@@ -148,10 +159,10 @@ export function partitionLine(p, { withDisk = true, unallocatedIndex } = {}) {
         : 'No letter:';
     const parts = [
         quoted(p.label),
-        unquoted(p.fileSystemType),
+        p.fileSystemType && quoted(p.fileSystemType),
         size,
-        `${p.displayUsedSize} used`,
-        `${p.displayFreeSize} free`,
+        `${displayed(p.displayUsedSize)} used`,
+        `${displayed(p.displayFreeSize)} free`,
         ...place,
         ...flags(partitionFlags, p),
     ];

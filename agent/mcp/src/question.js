@@ -1,5 +1,6 @@
 import { diskOf, targetsOf } from './loss.js';
 import { quoted, unquoted } from './quote.js';
+import { displayed } from './size.js';
 
 /** @import { Field, PlainRecord, Tool } from './types.js' */
 /** @import { Facts } from './inventory.js' */
@@ -45,7 +46,7 @@ function lossLines(tool, facts) {
     return [
         'Permanently lost if you agree:',
         ...lostDrives.map(
-            (p) => `- Everything on ${driveName(p)} (${used(p)} used of ${unquoted(p.displayRawCapacity)})`,
+            (p) => `- Everything on ${driveName(p)} (${used(p)} used of ${displayed(p.displayRawCapacity)})`,
         ),
         ...lostDisks.flatMap((d) => diskLoss(d, facts)),
         `- Reason: ${tool.reason}`,
@@ -53,7 +54,7 @@ function lossLines(tool, facts) {
 }
 
 /** @param {PlainRecord} partition */
-const used = (partition) => unquoted(partition.displayUsedSize);
+const used = (partition) => displayed(partition.displayUsedSize);
 
 /** @param {PlainRecord} disk @param {Facts} facts */
 function diskLoss(disk, facts) {
@@ -91,7 +92,7 @@ export function driveText(p) {
     return [
         `${driveName(p)} label ${quoted(p.label)}`,
         `file system ${quoted(p.fileSystemType)}`,
-        `${unquoted(p.displayRawCapacity)} (${p.rawCapacity} bytes)`,
+        `${displayed(p.displayRawCapacity)} (${p.rawCapacity} bytes)`,
         `starts at byte ${p.startingOffset} of disk ${p.diskIndex}`,
         ...found,
     ].join(', ');
@@ -99,7 +100,7 @@ export function driveText(p) {
 
 /** A disk with the properties that identify it. @param {PlainRecord} d */
 export const diskText = (d) =>
-    `disk ${d.diskIndex}: ${unquoted(d.displayTotalCapacity)} (${d.totalCapacity} bytes), interface ${quoted(d.diskLabel)}, ` +
+    `disk ${d.diskIndex}: ${displayed(d.displayTotalCapacity)} (${d.totalCapacity} bytes), interface ${quoted(d.diskLabel)}, ` +
     (d.serialNumber === '' ? 'without a serial number' : `serial number ${quoted(d.serialNumber)}`);
 
 /** @param {string} text */

@@ -18,12 +18,13 @@ export const maxAnswer = 60000;
  * @param {Tool} tool
  * @param {PlainRecord} args including allFields
  * @param {any} found the records of the service
+ * @param {PlainRecord[]} [partitions] all of the inventory, for the unallocated space of the disks
  * @returns {CallToolResult}
  */
-export function readAnswer(tool, args, found) {
+export function readAnswer(tool, args, found, partitions = []) {
     if (typeof tool.result === 'object' && 'list' in tool.result) {
         const name = listName(tool.result);
-        const { shown, omitted } = limited(entries(name, found, args.allFields === true));
+        const { shown, omitted } = limited(entries(name, found, args.allFields === true, partitions));
         return answer([...lines(name, shown, args), ...note(shown, omitted, args)].join('\n'), {
             [name]: shown.map(({ record }) => record),
             ...(omitted > 0 && { omitted }),
@@ -43,11 +44,11 @@ const answer = (text, content) => ({
     structuredContent: /** @type {any} */ (content),
 });
 
-/** @param {string} name @param {PlainRecord[]} found @param {boolean} allFields @returns {Entry[]} */
-function entries(name, found, allFields) {
+/** @param {string} name @param {PlainRecord[]} found @param {boolean} allFields @param {PlainRecord[]} partitions @returns {Entry[]} */
+function entries(name, found, allFields, partitions) {
     if (name === 'disks')
         return found.map((d) => ({
-            line: diskLine(d),
+            line: diskLine(d, partitions),
             record: allFields ? d : leanDisk(d),
             diskIndex: d.diskIndex,
         }));

@@ -165,15 +165,35 @@ test('TextAndStructure_BothContainIndexStartSerialNumberAndFreeSpace', async (t)
     ];
     const { client } = await connect(t, { args: ['--port', String(service.port)] });
     const disks = await client.callTool({ name: 'ListAllDisks', arguments: {} });
-    assert.match(text(disks), /5 Byte free, serial SN42/);
+    assert.match(text(disks), /5 bytes unused \(10\.00 GB unallocated\), serial "SN42"/);
     const [disk] = /** @type {any} */ (disks.structuredContent).disks;
     assert.deepEqual([disk.serialNumber, disk.availableSpace], ['SN42', '5']);
     const read = await client.callTool({ name: 'ListPartitionsOnDisk', arguments: { diskIndex: 0 } });
-    assert.match(text(read), /^Disk 0:\n  C: .*7 Byte free, start 512\n/);
+    assert.match(text(read), /^Disk 0:\n  C: .*7 bytes free, start 512\n/);
     assert.match(text(read), /Unallocated: .*start 4096, unallocatedIndex 1$/);
     const { partitions } = /** @type {any} */ (read.structuredContent);
     assert.deepEqual([partitions[0].freeSize, partitions[0].startingOffset], ['7', '512']);
     assert.deepEqual([partitions[2].unallocatedIndex, partitions[2].startingOffset], [1, '4096']);
+});
+
+test('ListOfDisks_StatesTheUnallocatedSpaceOfEachDiskAndTheNumberOfEntries', async (t) => {
+    const service = new FakeService();
+    await service.start();
+    t.after(() => service.stop());
+    const disk = (/** @type {number} */ diskIndex, /** @type {object} */ more) =>
+        record('DiskInfo', { diskIndex, displayAvailableSpace: '2.76 TB', ...more });
+    service.answer.ListAllDisks = [disk(0, { partitionCount: 1 }), disk(1, { partitionCount: 3 })];
+    const entry = (/** @type {boolean} */ isUnallocated, /** @type {bigint} */ size) =>
+        record('PartitionInfo', { diskIndex: 1, isUnallocated, rawCapacity: int64(size) });
+    service.answer.GetAllPartitionInfo = [
+        entry(true, 1099511627776n),
+        entry(false, 2199023255552n),
+        entry(true, 703687441777n),
+    ];
+    const { client } = await connect(t, { args: ['--port', String(service.port)] });
+    const lines = text(await client.callTool({ name: 'ListAllDisks', arguments: {} })).split('\n');
+    assert.match(lines[0], /1 entry, 2\.76 TB unused \(0 bytes unallocated\)/);
+    assert.match(lines[1], /3 entries, 2\.76 TB unused \(1\.64 TB unallocated\)/);
 });
 
 test('LongInventory_IsLimitedAndReportsWhatItOmitted', () => {

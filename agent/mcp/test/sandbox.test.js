@@ -55,7 +55,7 @@ test('HandshakeListAndRead_ShowTheIncludedMachine', async (t) => {
             ['USB', '64023257088'],
         ],
     );
-    assert.match(text(answer), /Disk 1: SATA, .*4000787030016 bytes.*MBR/);
+    assert.match(text(answer), /Disk 1: "SATA", .*4000787030016 bytes.*MBR/);
 });
 
 test('CreateFormatAndLabel_AppearInTheInventory', async (t) => {

@@ -1,4 +1,5 @@
 import { partitionOf } from '../inventory.js';
+import { sizeWords } from '../size.js';
 
 /** @import { PlainRecord, Tool } from '../types.js' */
 /** @import { Facts } from '../inventory.js' */
@@ -78,15 +79,8 @@ export const firstOf = (...checks) => (call) => {
 
 /** A size in words: "300.00 GB (322122547200 bytes)". @param {bigint} bytes */
 export function sizeText(bytes) {
-    const units = ['KB', 'MB', 'GB', 'TB'];
-    const magnitude = bytes < 0n ? -bytes : bytes;
-    let unit = -1;
-    let value = Number(magnitude);
-    while (value >= 1024 && unit < units.length - 1) {
-        value /= 1024;
-        unit++;
-    }
-    return unit < 0 ? `${bytes} bytes` : `${bytes < 0n ? '-' : ''}${value.toFixed(2)} ${units[unit]} (${bytes} bytes)`;
+    const words = sizeWords(bytes);
+    return words.includes('byte') ? words : `${words} (${bytes} bytes)`;
 }
 
 /** "C:". @param {PlainRecord} partition */
