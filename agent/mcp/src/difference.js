@@ -12,6 +12,7 @@ import { quoted, unquoted } from './quote.js';
  * @property {'disk' | 'partition' | 'region'} item
  * @property {'new' | 'gone' | 'changed'} change
  * @property {PlainRecord} record
+ * @property {PlainRecord} [was] the earlier record; undefined for 'new'
  * @property {Field[]} fields for 'changed', at least one
  * @property {string} words one line
  * @property {number} [unallocatedIndex] of a region, for CreatePartition
@@ -40,14 +41,14 @@ export function differences(before, after, watched = () => false) {
 /** @param {Pair} pair @param {(letter: string) => boolean} watched @returns {Change[]} */
 function partitionChange([was, now], watched) {
     const item = /** @type {const} */ ('partition');
-    if (!now) return [{ item, change: 'gone', record: was, fields: [], words: `Gone: ${partitionWords(was)}.` }];
+    if (!now) return [{ item, change: 'gone', record: was, was, fields: [], words: `Gone: ${partitionWords(was)}.` }];
     if (!was) return [{ item, change: 'new', record: now, fields: [], words: `New: ${partitionWords(now)}.` }];
     const fields = [
         ...changedFields(partitionFields, was, now),
         ...(usedSpaceChanged(was, now, watched(letterOf(was))) ? [usedField(was, now)] : []),
     ];
     const words = `${partitionName(was)} ${fields.map((f) => f.words).join('; ')}.`;
-    return fields.length > 0 ? [{ item, change: 'changed', record: now, fields, words }] : [];
+    return fields.length > 0 ? [{ item, change: 'changed', record: now, was, fields, words }] : [];
 }
 
 /** @param {Pair} pair @param {PlainRecord[]} entries those of the snapshot with the region @returns {Change[]} */
@@ -57,7 +58,7 @@ function regionChange([was, now], entries) {
     const size = record.displayRawCapacity;
     const place = `disk ${record.diskIndex}, ${placeOf(record, entries)}`;
     if (!now)
-        return [{ item, change: 'gone', record, fields: [], words: `Gone: free region of ${size} (${place}).` }];
+        return [{ item, change: 'gone', record, was, fields: [], words: `Gone: free region of ${size} (${place}).` }];
     const unallocatedIndex = entries
         .filter((p) => p.isUnallocated && p.diskIndex === now.diskIndex)
         .indexOf(now);
@@ -68,17 +69,17 @@ function regionChange([was, now], entries) {
     }
     const fields = changedFields(regionFields, was, now);
     const words = `Free region (${place}): ${fields.map((f) => f.words).join('; ')}; ${index}.`;
-    return fields.length > 0 ? [{ item, change: 'changed', record, fields, words, unallocatedIndex }] : [];
+    return fields.length > 0 ? [{ item, change: 'changed', record, was, fields, words, unallocatedIndex }] : [];
 }
 
 /** @param {Pair} pair @returns {Change[]} */
 function diskChange([was, now]) {
     const item = /** @type {const} */ ('disk');
-    if (!now) return [{ item, change: 'gone', record: was, fields: [], words: `Gone: ${diskWords(was)}.` }];
+    if (!now) return [{ item, change: 'gone', record: was, was, fields: [], words: `Gone: ${diskWords(was)}.` }];
     if (!was) return [{ item, change: 'new', record: now, fields: [], words: `New: ${diskWords(now)}.` }];
     const fields = changedFields(diskFields, was, now);
     const words = `Disk ${now.diskIndex}: ${fields.map((f) => f.words).join('; ')}.`;
-    return fields.length > 0 ? [{ item, change: 'changed', record: now, fields, words }] : [];
+    return fields.length > 0 ? [{ item, change: 'changed', record: now, was, fields, words }] : [];
 }
 
 /**
@@ -104,7 +105,11 @@ const sizeRow = {
     name: 'rawCapacity',
     words: (was, now) => `size ${now.displayRawCapacity} (was ${was.displayRawCapacity})`,
 };
-const startRow = valueRow('startSector', 'first sector', String);
+/** @type {Row} In bytes, like every other text about a place on a disk. */
+const startRow = {
+    name: 'startSector',
+    words: (was, now) => `starts at byte ${now.startingOffset} (was ${was.startingOffset})`,
+};
 const diskRow = valueRow('diskIndex', 'disk', String);
 
 /** @type {Row[]} The fields that the others follow from; the used space is compared separately. */
@@ -200,7 +205,7 @@ function tableOf(disk) {
 const partitionName = (p) =>
     letterOf(p)
         ? `${letterOf(p)}:`
-        : `Partition ${quoted(p.label)} without a letter (disk ${p.diskIndex}, first sector ${p.startSector}):`;
+        : `Partition ${quoted(p.label)} without a letter (disk ${p.diskIndex}, starts at byte ${p.startingOffset}):`;
 
 /** @param {PlainRecord} p */
 const partitionWords = (p) =>

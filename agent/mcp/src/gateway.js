@@ -18,7 +18,7 @@ import { offerResources } from './resources.js';
 import { acceptAll, annotations, listed } from './schema.js';
 import { loadTable } from './table.js';
 import { Deadline } from './time.js';
-import { ChangeWatch, secondsOf, waitTool } from './wait.js';
+import { ChangeWatch, waitTool } from './wait.js';
 import { explainUnofferedTools } from './unoffered.js';
 import { fromWire, requireBoolean, toWire } from './wire.js';
 
@@ -61,7 +61,7 @@ export class Gateway {
         explainUnofferedTools(server, this.table, this.options);
         server.server.registerCapabilities({ tools: capabilities.tools });
         for (const tool of this.tools) this.offer(server, tool);
-        this.offerOwn(server, waitTool, (args, scope) => this.watch.wait(secondsOf(args), scope));
+        this.offerOwn(server, waitTool, (args, scope) => this.watch.wait(args.seconds, scope));
         this.offerOwn(server, planTool, (args, scope, context) =>
             plan(this, args, (tool) => this.consent.needed(tool, server, context), scope),
         );

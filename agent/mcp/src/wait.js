@@ -2,12 +2,16 @@ import { setTimeout as sleep } from 'node:timers/promises';
 import { differences } from './difference.js';
 import { readDisks, readPartitions } from './inventory.js';
 import { letterOf } from './match.js';
+import { ordersThatMayHelp, ordersWithEffect, orderText, overwrittenDrives, shortWords, theOrders } from './orders.js';
 import { sameHost } from './program.js';
 import { Deadline } from './time.js';
 
 /** @import { CallToolResult } from '@modelcontextprotocol/server' */
 /** @import { Change, Snapshot } from './difference.js' */
+/** @import { Cause } from './checks/call.js' */
 /** @import { Host } from './host.js' */
+/** @import { Facts } from './inventory.js' */
+/** @import { Order } from './orders.js' */
 /** @import { CallScope, HostId, Options, PlainRecord, Table, Tool } from './types.js' */
 
 // Two reads per poll: frequent at first, because most orders take less than a second.
@@ -23,7 +27,7 @@ export const waitTool = {
     name: 'WaitForChange',
     title: 'Wait for the effect of an order',
     description:
-        'Call it after each queued order. Watches the inventory until it differs from the inventory before the last order, at most `seconds`, and answers with the differences since the orders not yet reported: sizes, letters, free regions with their unallocatedIndex. No other read is needed to verify an order.',
+        'Call it after each queued order. Waits until the inventory differs from the one before the last order. Reports the differences since the open orders, with the unallocatedIndex of free regions, and the orders without an effect.',
     inputSchema: {
         type: 'object',
         properties: {
@@ -31,7 +35,7 @@ export const waitTool = {
                 type: 'integer',
                 minimum: 0,
                 maximum: limits.maximum,
-                description: `Limit; 0 compares once. Default: ${limits.default}. Large moves, wipes and clones take minutes to hours.`,
+                description: `Limit; 0 compares once. Default: ${limits.default}, without an open order 0. Moves, wipes and clones take minutes to hours.`,
             },
         },
     },
@@ -41,14 +45,12 @@ export const waitTool = {
             changed: { type: 'boolean' },
             waitedSeconds: { type: 'number' },
             orders: { type: 'array', items: { type: 'string' } },
+            withoutEffect: { type: 'array', items: { type: 'string' } },
             changes: { type: 'array', items: { type: 'object' } },
-            omitted: { type: 'integer' },
         },
-        required: ['changed', 'waitedSeconds', 'orders', 'changes'],
+        required: ['changed'],
     },
 };
-
-/** An accepted order whose effect has not been reported. @typedef {{ text: string, tool: Tool, args: PlainRecord, before: Snapshot }} Order */
 
 /** Compares the inventory with the one before each order. It reads only, and never uses the gate. */
 export class ChangeWatch {
@@ -73,7 +75,7 @@ export class ChangeWatch {
      */
     addOrder(tool, args, before, hostId) {
         this.belongTo(hostId);
-        this.orders.push({ text: orderText(tool, args), tool, args, before });
+        this.orders.push({ tool, args, before });
     }
 
     /** Discards the inventories of another host. @param {HostId | undefined} hostId @returns {Order[]} the discarded orders */
@@ -96,13 +98,19 @@ export class ChangeWatch {
         return { disks, partitions: await readPartitions(this.host, this.table, scope) };
     }
 
+    /** The open orders that can change the cause of a rejection. @param {Cause} cause @param {Tool} tool @param {PlainRecord} args @param {Facts} facts */
+    mayHelp(cause, tool, args, facts) {
+        return ordersThatMayHelp(this.orders, cause, tool, args, facts);
+    }
+
     /**
-     * Waits until the inventory differs from the one before the last order, or until the limit.
-     * @param {number} seconds
+     * Waits until the inventory differs from the one before the last order, or until the limit. At the limit, effects of
+     * earlier orders are reported. Orders without an effect remain open.
+     * @param {number | undefined} given the limit in seconds; undefined: the default, without a wait if no order is open
      * @param {CallScope} scope
      * @returns {Promise<CallToolResult>}
      */
-    async wait(seconds, scope) {
+    async wait(given, scope) {
         const started = performance.now();
         const present = await this.read(scope);
         const discarded = this.belongTo(scope.host);
@@ -111,27 +119,46 @@ export class ChangeWatch {
         const last = orders.at(-1)?.before ?? this.reported ?? present;
         const first = orders[0]?.before ?? last;
         const watched = overwrittenDrives(orders);
-        const now = await this.untilChanged(last, present, watched, seconds, scope);
+        const seconds = given ?? (orders.length > 0 ? limits.default : 0);
+        const now = await this.untilChanged({ first, last, present, watched }, seconds, scope);
         const waited = Math.round((performance.now() - started) / 100) / 10;
-        if (differences(last, now, watched).length === 0) return unchanged(orders, waited);
-        this.orders = this.orders.filter((order) => !orders.includes(order));
-        this.reported = now;
-        return changed(orders, waited, differences(first, now, watched), now);
+        const changes = differences(first, now, watched);
+        if (changes.length === 0 && differences(last, now, watched).length === 0)
+            return unchanged(orders, waited, seconds > 0);
+        const since = sinceText(orders, this.reported !== undefined);
+        const open = this.report(orders, now);
+        return changed({ orders, open, since, waited, changes });
     }
 
     /**
-     * @param {Snapshot} before
-     * @param {Snapshot} now the first read
-     * @param {(letter: string) => boolean} watched
+     * Closes the orders with an effect. The next report of the others begins with the inventory of this one.
+     * @param {Order[]} orders
+     * @param {Snapshot} now
+     * @returns {Order[]} the orders that remain open
+     */
+    report(orders, now) {
+        const closed = ordersWithEffect(orders, now);
+        const open = orders.filter((order) => !closed.includes(order));
+        for (const order of open) order.before = now;
+        this.orders = this.orders.filter((order) => !closed.includes(order));
+        this.reported = now;
+        return open;
+    }
+
+    /**
+     * @param {{ first: Snapshot, last: Snapshot, present: Snapshot, watched: (letter: string) => boolean }} inventories
+     *     before the first and the last order, and of the first read
      * @param {number} seconds
      * @param {CallScope} scope
      */
-    async untilChanged(before, now, watched, seconds, scope) {
+    async untilChanged({ first, last, present, watched }, seconds, scope) {
         const limit = new Deadline(seconds * 1000);
+        let now = present;
         let pause = firstPollMs;
         let reportedAt = performance.now();
-        while (differences(before, now, watched).length === 0) {
-            if (limit.passed) return now;
+        while (differences(last, now, watched).length === 0) {
+            if (limit.passed && differences(first, now, watched).length === 0) return now;
+            if (limit.passed) break;
             if (performance.now() - reportedAt >= progressMs) {
                 const left = Math.round(limit.left() / 1000);
                 scope.progress(`The inventory is unchanged; ${left} of ${seconds} s left.`);
@@ -146,77 +173,66 @@ export class ChangeWatch {
     }
 }
 
-/** The limit of a call in seconds. @param {PlainRecord} args */
-export const secondsOf = (args) => args.seconds ?? limits.default;
-
-/** @param {Tool} tool @param {PlainRecord} args */
-const orderText = (tool, args) =>
-    [tool.name, ...targets(tool, args).map(({ name, value }) => `${name}=${value}`)].join(' ');
-
-/** The disks and drives that a call names. @param {Tool} tool @param {PlainRecord} args */
-const targets = (tool, args) =>
-    tool.args
-        .filter((arg) => arg.role === 'drive' || arg.role === 'disk')
-        .map(({ name, role }) => ({
-            name,
-            role,
-            value: role === 'drive' ? String(args[name]).slice(0, 1).toUpperCase() : String(args[name]),
-        }));
-
-/**
- * The drives whose content the orders replace: there every change of the used space is an effect.
- * @param {Order[]} orders
- */
-function overwrittenDrives(orders) {
-    const letters = orders
-        .flatMap(({ tool, args }) =>
-            targets(tool, args).filter(({ name, role }) => role === 'drive' && tool.loses.includes(name)),
-        )
-        .map(({ value }) => value);
-    return (/** @type {string} */ letter) => letters.includes(letter);
-}
-
 /** @param {Order[]} orders @returns {CallToolResult} */
 const otherHost = (orders) => ({
     ...answer(
-        `The gateway is connected to another disk manager than for ${orderTexts(orders).join(', ')}. The effect cannot be compared: read the inventory, and ask the user.`,
-        { changed: false, waitedSeconds: 0, orders: orderTexts(orders), changes: [] },
+        `The gateway is connected to another disk manager than for ${theOrders(orders)}. The effect cannot be compared: read the inventory, and ask the user.`,
+        { changed: false, waitedSeconds: 0, ...orderData(orders, orders), changes: [] },
     ),
     isError: true,
 });
 
-/** @param {Order[]} orders @param {number} waited @returns {CallToolResult} */
-function unchanged(orders, waited) {
-    const meaning =
+/** @param {Order[]} orders all without an effect @param {number} waited @param {boolean} hasWaited */
+function unchanged(orders, waited, hasWaited) {
+    const result = `Unchanged after ${waited} s`;
+    const none = 'No order of this gateway is waiting for a report.';
+    const text =
         orders.length > 0
-            ? 'The order may still be waiting or running, or may have failed, and a guide waits for the user. Call WaitForChange again, or ask the user what the application shows. Do not repeat the order.'
-            : 'This gateway has given no order whose effect is unreported.';
-    const text = `Unchanged after ${waited} s${since(orders)}. ${meaning}`;
-    return answer(text, { changed: false, waitedSeconds: waited, orders: orderTexts(orders), changes: [] });
+            ? `${result} since ${theOrders(orders)}. ${openText(orders)}`
+            : `${hasWaited ? `${result}. ` : ''}${none}`;
+    return answer(text, { changed: false, waitedSeconds: waited, ...orderData(orders, orders), changes: [] });
 }
 
-/** @param {Order[]} orders @param {number} waited @param {Change[]} all @param {Snapshot} now @returns {CallToolResult} */
-function changed(orders, waited, all, now) {
-    const shown = all.slice(0, maxLines);
-    const omitted = all.length - shown.length;
-    const lines = [`Changed after ${waited} s${since(orders)}:`, ...shown.map(({ words }) => `- ${words}`)];
+/** The state of orders without a visible effect, and the next step. @param {Order[]} orders */
+function openText(orders) {
+    const [subject, object] = orders.length === 1 ? ['The order', 'it'] : ['The orders', 'them'];
+    const guide = orders.some(({ tool }) => tool.onScreen !== undefined) ? ', and a guide waits for the user' : '';
+    return `${subject} may still be waiting or running, or may have failed${guide}. Call WaitForChange again, or ask the user what the application shows. Do not repeat ${object}.`;
+}
+
+/** @param {Order[]} orders @param {boolean} hasReport */
+function sinceText(orders, hasReport) {
+    if (orders.length > 0) return theOrders(orders);
+    return hasReport ? 'the last report' : 'the start of this call';
+}
+
+/** @param {{ orders: Order[], open: Order[], since: string, waited: number, changes: Change[] }} report */
+function changed({ orders, open, since, waited, changes }) {
+    const shown = changes.slice(0, maxLines);
+    const omitted = changes.length - shown.length;
+    const lines = [
+        `Changed within ${waited} s. Differences since ${since}:`,
+        ...shown.map(({ words }) => `- ${words}`),
+    ];
     if (omitted > 0) lines.push(`- ${omitted} more changes. The inventory shows all.`);
-    if (all.length === 0)
+    if (changes.length === 0)
         lines.push('- The inventory is again as before the first of these orders.');
+    if (open.length > 0)
+        lines.push(`No visible effect yet: ${open.map(shortWords).join(', ')}. ${openText(open)}`);
     return answer(lines.join('\n'), {
         changed: true,
         waitedSeconds: waited,
-        orders: orderTexts(orders),
+        ...orderData(orders, open),
         changes: shown.map(structuredChange),
         ...(omitted > 0 && { omitted }),
     });
 }
 
-/** @param {Order[]} orders */
-const orderTexts = (orders) => orders.map(({ text }) => text);
-
-/** @param {Order[]} orders */
-const since = (orders) => (orders.length > 0 ? ` since ${orderTexts(orders).join(', ')}` : '');
+/** @param {Order[]} orders @param {Order[]} open */
+const orderData = (orders, open) => ({
+    orders: orders.map(orderText),
+    withoutEffect: open.map(orderText),
+});
 
 /** @param {Change} change */
 function structuredChange({ item, change, record, fields, unallocatedIndex }) {

@@ -24,6 +24,7 @@ const partition = (letter, start, size, fields = {}) =>
         driveLetter: letter && `${letter}:`,
         label: letter.toLowerCase(),
         startSector: String(start),
+        startingOffset: String(512 * start),
         endSector: String(start + size - 1),
         rawCapacity: String(size),
         displayRawCapacity: `${size} B`,
@@ -49,7 +50,7 @@ test('EqualInventories_HaveNoDifference', () => {
 test('SmallerPartition_ShowsSizesAndTheRegionThatGrows', () => {
     assert.deepEqual(words([partition('C', 0, 100), region(100, 50)], [partition('C', 0, 60), region(60, 90)]), [
         'C: size 60 B (was 100 B), 60 B free (was 100 B).',
-        'Free region (disk 0, after C:): size 90 B (was 50 B); first sector 60 (was 100); unallocatedIndex 0.',
+        'Free region (disk 0, after C:): size 90 B (was 50 B); starts at byte 30720 (was 51200); unallocatedIndex 0.',
     ]);
 });
 
@@ -93,13 +94,13 @@ test('DriveThatGivesSpaceAtItsStart_IsTheSameDrive', () => {
     const before = [partition('C', 0, 100), partition('D', 100, 200)];
     assert.deepEqual(words(before, [partition('C', 0, 150), partition('D', 150, 150)]), [
         'C: size 150 B (was 100 B), 150 B free (was 100 B).',
-        'D: size 150 B (was 200 B), 150 B free (was 200 B); first sector 150 (was 100).',
+        'D: size 150 B (was 200 B), 150 B free (was 200 B); starts at byte 76800 (was 51200).',
     ]);
 });
 
 test('PartitionWithoutALetterAtTheSamePlace_IsTheSamePartition', () => {
     assert.deepEqual(words([partition('', 8, 100, { label: 'a' })], [partition('', 8, 50, { label: 'b' })]), [
-        'Partition "a" without a letter (disk 0, first sector 8): size 50 B (was 100 B), 50 B free (was 100 B); label "b" (was "a").',
+        'Partition "a" without a letter (disk 0, starts at byte 4096): size 50 B (was 100 B), 50 B free (was 100 B); label "b" (was "a").',
     ]);
 });
 
@@ -123,22 +124,22 @@ test('RegionsThatJoin_AreTheFirstOneWithANewSize', () => {
 test('RegionsThatShrinkAtTheirStart_AreTheSameRegions', () => {
     const before = [region(100, 50), region(200, 50)];
     assert.deepEqual(words(before, [region(110, 40), region(220, 30)]), [
-        'Free region (disk 0, before its first partition): size 40 B (was 50 B); first sector 110 (was 100); unallocatedIndex 0.',
-        'Free region (disk 0, before its first partition): size 30 B (was 50 B); first sector 220 (was 200); unallocatedIndex 1.',
+        'Free region (disk 0, before its first partition): size 40 B (was 50 B); starts at byte 56320 (was 51200); unallocatedIndex 0.',
+        'Free region (disk 0, before its first partition): size 30 B (was 50 B); starts at byte 112640 (was 102400); unallocatedIndex 1.',
     ]);
 });
 
 test('MovedPartitionWithoutALetter_IsRecognisedByItsContent', () => {
     const fields = { label: 'Recovery', fileSystemType: 'NTFS', gptRecovery: true };
     assert.deepEqual(words([partition('', 100, 10, fields)], [partition('', 150, 10, fields)]), [
-        'Partition "Recovery" without a letter (disk 0, first sector 100): first sector 150 (was 100).',
+        'Partition "Recovery" without a letter (disk 0, starts at byte 51200): starts at byte 76800 (was 51200).',
     ]);
 });
 
 test('Guid_IdentifiesAPartitionWhateverElseChanges', () => {
     const fields = { partitionGuid: '{1}' };
     assert.deepEqual(words([partition('G', 0, 100, fields)], [partition('K', 20, 50, { ...fields, label: 'new' })]), [
-        'G: size 50 B (was 100 B), 50 B free (was 100 B); letter K: (was G:); label "new" (was "g"); first sector 20 (was 0).',
+        'G: size 50 B (was 100 B), 50 B free (was 100 B); letter K: (was G:); label "new" (was "g"); starts at byte 10240 (was 0).',
     ]);
 });
 
@@ -192,7 +193,7 @@ test('DiskWithoutASerialNumber_IsComparedByNumber', () => {
 
 test('OnlyRegionOfAnInitializedDisk_IsTheSameRegion', () => {
     assert.deepEqual(words([region(0, 100)], [region(34, 33)]), [
-        'Free region (disk 0, before its first partition): size 33 B (was 100 B); first sector 34 (was 0); unallocatedIndex 0.',
+        'Free region (disk 0, before its first partition): size 33 B (was 100 B); starts at byte 17408 (was 0); unallocatedIndex 0.',
     ]);
 });
 

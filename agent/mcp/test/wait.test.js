@@ -7,6 +7,7 @@ import { startHost } from './support/sandbox.js';
 
 const gib = 1024 ** 3;
 const label = { name: 'ChangePartitionLabel', arguments: { driveLetter: 'E', newLabel: 'x' } };
+const labelC = { name: 'ChangePartitionLabel', arguments: { driveLetter: 'C', newLabel: 'y' } };
 
 /** @param {number} [seconds] */
 const wait = (seconds) => ({ name: 'WaitForChange', arguments: seconds === undefined ? {} : { seconds } });
@@ -38,7 +39,7 @@ test('Wait_AnswersWithTheDifferenceToTheInventoryBeforeTheOrder', async (t) => {
     };
     await client.callTool(label);
     const answer = await client.callTool(wait());
-    assert.match(text(answer), /^Changed after [\d.]+ s since ChangePartitionLabel driveLetter=E:\n- E: label "x" \(was "Dätà"\)\.$/);
+    assert.match(text(answer), /^Changed within [\d.]+ s\. Differences since the order ChangePartitionLabel \(driveLetter E\):\n- E: label "x" \(was "Dätà"\)\.$/);
     assert.deepEqual(content(answer).changes, [
         {
             item: 'partition',
@@ -53,6 +54,7 @@ test('Wait_AnswersWithTheDifferenceToTheInventoryBeforeTheOrder', async (t) => {
         },
     ]);
     assert.deepEqual(content(answer).orders, ['ChangePartitionLabel driveLetter=E']);
+    assert.deepEqual(content(answer).withoutEffect, []);
 });
 
 test('Wait_UsesNeitherTheGateNorAToolThatActs', async (t) => {
@@ -82,9 +84,12 @@ test('UnchangedInventory_AtTheLimitIsNeitherSuccessNorFailure', async (t) => {
     await client.callTool(label);
     const answer = await client.callTool(wait(1));
     assert.ok(!answer.isError);
-    assert.match(text(answer), /^Unchanged after \d+(\.\d)? s since ChangePartitionLabel driveLetter=E\. /);
-    assert.match(text(answer), /may still be waiting or running, or may have failed/);
+    assert.match(
+        text(answer),
+        /^Unchanged after \d+(\.\d)? s since the order ChangePartitionLabel \(driveLetter E\)\. The order may still be waiting or running, or may have failed\. .* Do not repeat it\.$/,
+    );
     assert.equal(content(answer).changed, false);
+    assert.deepEqual(content(answer).withoutEffect, ['ChangePartitionLabel driveLetter=E']);
     assert.ok(content(answer).waitedSeconds >= 1);
 });
 
@@ -96,7 +101,7 @@ test('OrderUnreportedSoFar_IsPartOfTheNextReport', async (t) => {
         change(service, 'C', { label: 'y' });
         return 'Task Queued';
     };
-    await client.callTool({ ...label, arguments: { driveLetter: 'C', newLabel: 'y' } });
+    await client.callTool(labelC);
     const answer = await client.callTool(wait());
     assert.deepEqual(
         content(answer).changes.map((/** @type {any} */ c) => [c.driveLetter, c.now.label]),
@@ -108,12 +113,109 @@ test('OrderUnreportedSoFar_IsPartOfTheNextReport', async (t) => {
     assert.equal(content(answer).orders.length, 2);
 });
 
-test('EffectOfAnEarlierOrder_DoesNotEndTheWaitForTheLastOne', async (t) => {
+test('EffectOfAnEarlierOrder_DoesNotEndTheWaitForTheLastOneAndIsReportedAtTheLimit', async (t) => {
     const { service, client } = await start(t);
     await client.callTool(label);
     change(service, 'E', { label: 'x' });
-    await client.callTool({ ...label, arguments: { driveLetter: 'C', newLabel: 'y' } });
-    assert.equal(content(await client.callTool(wait(0))).changed, false);
+    await client.callTool(labelC);
+    const answer = await client.callTool(wait(1));
+    assert.match(
+        text(answer),
+        /^Changed within [\d.]+ s\. Differences since the orders ChangePartitionLabel \(driveLetter E\), ChangePartitionLabel \(driveLetter C\):\n- E: label "x" \(was "Dätà"\)\.\nNo visible effect yet: ChangePartitionLabel \(C:\)\./,
+    );
+    assert.ok(content(answer).waitedSeconds >= 1);
+    assert.equal(content(answer).changed, true);
+    assert.deepEqual(content(answer).withoutEffect, ['ChangePartitionLabel driveLetter=C']);
+});
+
+test('OrderWithoutAnEffect_IsStillWaitedForAfterTheReportOfAnother', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(labelC);
+    await client.callTool(label);
+    change(service, 'E', { label: 'x' });
+    const first = await client.callTool(wait(0));
+    assert.match(text(first), /\nNo visible effect yet: ChangePartitionLabel \(C:\)\./);
+    const unchanged = await client.callTool(wait(0));
+    assert.deepEqual(content(unchanged).orders, ['ChangePartitionLabel driveLetter=C']);
+    assert.equal(content(unchanged).changed, false);
+    change(service, 'C', { label: 'y' });
+    const second = await client.callTool(wait(0));
+    assert.match(
+        text(second),
+        /^Changed within [\d.]+ s\. Differences since the order ChangePartitionLabel \(driveLetter C\):\n- C: label "y" \(was "System"\)\.$/,
+    );
+    assert.deepEqual(content(await client.callTool(wait(0))).orders, []);
+});
+
+test('SeveralOrdersAtTheLimit_ArePlural', async (t) => {
+    const { client } = await start(t);
+    await client.callTool(label);
+    await client.callTool(labelC);
+    assert.match(text(await client.callTool(wait(0))), / The orders may still be .* Do not repeat them\.$/);
+});
+
+test('Guide_IsMentionedOnlyIfOneWasOpened', async (t) => {
+    const { client } = await start(t, { args: ['--tools', 'all', '--yes'] });
+    await client.callTool(label);
+    assert.doesNotMatch(text(await client.callTool(wait(0))), /guide/);
+    await client.callTool({ name: 'OpenPartitionLayoutEditor', arguments: { driveLetter: 'C' } });
+    assert.match(text(await client.callTool(wait(0))), /may have failed, and a guide waits for the user\. /);
+});
+
+test('Guide_CanHaveItsEffectOnAnyDisk', async (t) => {
+    const { service, client } = await start(t, { args: ['--tools', 'all', '--yes'] });
+    await client.callTool({ name: 'OpenPartitionLayoutEditor', arguments: { driveLetter: 'C' } });
+    change(service, 'E', { label: 'x' });
+    assert.deepEqual(content(await client.callTool(wait(0))).withoutEffect, []);
+    await client.callTool({ name: 'OpenPartitionLayoutEditor', arguments: { driveLetter: 'C' } });
+    await client.callTool(label);
+    change(service, 'E', { label: 'z' });
+    assert.deepEqual(content(await client.callTool(wait(0))).withoutEffect, [
+        'OpenPartitionLayoutEditor driveLetter=C',
+    ]);
+});
+
+test('OrdersOfOneDrive_AreDistinguishedByTheirEffect', async (t) => {
+    const { service, client } = await start(t, { args: ['--yes'] });
+    await client.callTool(labelC);
+    await client.callTool({
+        name: 'ResizePartition',
+        arguments: { driveLetter: 'C', newPartitionCapacity: String(60 * gib) },
+    });
+    change(service, 'C', { rawCapacity: int64(60 * gib) });
+    assert.deepEqual(content(await client.callTool(wait(0))).withoutEffect, ['ChangePartitionLabel driveLetter=C']);
+});
+
+test('DiskOrder_HasAnEffectOnlyOnItsDisk', async (t) => {
+    const { service, client } = await start(t, { args: ['--yes'] });
+    await client.callTool({ name: 'WipeDisk', arguments: { diskIndex: 1, eraseCount: 1 } });
+    change(service, 'C', { label: 'y' });
+    const other = await client.callTool(wait(0));
+    assert.match(text(other), /\nNo visible effect yet: WipeDisk \(disk 1\)\./);
+    service.answer.GetAllPartitionInfo = () => partitions().filter((p) => p.diskIndex === 0);
+    assert.deepEqual(content(await client.callTool(wait(0))).withoutEffect, []);
+});
+
+test('EffectThatALaterOrderUndoes_IsAnEffectOfBoth', async (t) => {
+    const { service, client } = await start(t);
+    await client.callTool(label);
+    change(service, 'E', { label: 'x' });
+    await client.callTool({ ...label, arguments: { driveLetter: 'E', newLabel: 'Dätà' } });
+    change(service, 'E', { label: 'Dätà' });
+    const answer = await client.callTool(wait(0));
+    assert.match(text(answer), /:\n- The inventory is again as before the first of these orders\.$/);
+    assert.deepEqual(content(answer).withoutEffect, []);
+});
+
+test('WaitWithoutAnOrder_ReturnsAtOnceUnlessSecondsAreGiven', async (t) => {
+    const { client } = await start(t);
+    const answer = await client.callTool(wait());
+    assert.equal(text(answer), 'No order of this gateway is waiting for a report.');
+    assert.equal(content(answer).changed, false);
+    assert.ok(content(answer).waitedSeconds < 30);
+    const waited = await client.callTool(wait(1));
+    assert.match(text(waited), /^Unchanged after [\d.]+ s\. No order of this gateway is waiting for a report\.$/);
+    assert.ok(content(waited).waitedSeconds >= 1);
 });
 
 test('EffectThatAppearsWhileTheGateIsAsked_IsNotTheEffectOfThisOrder', async (t) => {
@@ -138,7 +240,7 @@ test('RestartedHost_IsNotComparedWithTheInventoryBeforeTheOrder', async (t) => {
     assert.ok(answer.isError);
     assert.match(
         text(answer),
-        /^The gateway is connected to another disk manager than for ChangePartitionLabel driveLetter=E\. The effect cannot be compared/,
+        /^The gateway is connected to another disk manager than for the order ChangePartitionLabel \(driveLetter E\)\. The effect cannot be compared/,
     );
     assert.match(text(answer), /The gateway is now connected to another disk manager: on port/);
     assert.deepEqual(content(await client.callTool(wait(0))).orders, []);
@@ -152,7 +254,7 @@ test('WaitWithoutAnOrder_ComparesWithItsLastReport', async (t) => {
     change(service, 'C', { label: 'by the user' });
     const answer = await client.callTool(wait(0));
     assert.deepEqual(content(answer).orders, []);
-    assert.match(text(answer), /^Changed after [\d.]+ s:\n- C: label "by the user" \(was "System"\)\.$/);
+    assert.match(text(answer), /^Changed within [\d.]+ s\. Differences since the last report:\n- C: label "by the user" \(was "System"\)\.$/);
 });
 
 test('ReportedOrder_IsNotReportedAgain', async (t) => {
@@ -162,7 +264,7 @@ test('ReportedOrder_IsNotReportedAgain', async (t) => {
     assert.equal(content(await client.callTool(wait(0))).changed, true);
     const again = await client.callTool(wait(0));
     assert.deepEqual([content(again).changed, content(again).orders], [false, []]);
-    assert.match(text(again), /has given no order whose effect is unreported/);
+    assert.match(text(again), /^No order of this gateway is waiting for a report\.$/);
 });
 
 test('RejectedOrder_IsNotWaitedFor', async (t) => {
@@ -223,7 +325,7 @@ test('ManyChanges_AreLimitedWithTheirNumber', async (t) => {
     service.answer.GetAllPartitionInfo = () => [...partitions(), ...many];
     const answer = await client.callTool(wait(0));
     assert.deepEqual([content(answer).changes.length, content(answer).omitted], [40, 5]);
-    assert.match(text(answer), /\n- 5 more changes\. The inventory shows all\.$/);
+    assert.match(text(answer), /\n- 5 more changes\. The inventory shows all\.\nNo visible effect yet: /);
 });
 
 test('CancelledWait_StopsPolling', async (t) => {
@@ -296,7 +398,7 @@ test('ResizeAndSplitOnTheSandbox_ShowTheFreeRegionAndTheNewLetter', async (t) =>
     const resized = await client.callTool(wait(300), { timeout: 300000 });
     assert.match(
         text(resized),
-        /\n- D: size 200\.00 GB \(was 300\.00 GB\), 80\.00 GB free \(was 180\.00 GB\)\.\n- Free region \(disk 0, after D:\): size 265\.46 GB \(was 165\.46 GB\); first sector \d+ \(was 1606526976\); unallocatedIndex 0\.$/,
+        /\n- D: size 200\.00 GB \(was 300\.00 GB\), 80\.00 GB free \(was 180\.00 GB\)\.\n- Free region \(disk 0, after D:\): size 265\.46 GB \(was 165\.46 GB\); starts at byte \d+ \(was 822541811712\); unallocatedIndex 0\.$/,
     );
     await client.callTool({
         name: 'SplitPartition',
