@@ -345,7 +345,7 @@ test('CancelledWait_StopsPolling', async (t) => {
     // The next call follows the cancellation on the same stream, so every later read is the wait's.
     await client.callTool(wait(0));
     const reads = service.calls.length;
-    await client.callTool({ name: 'ListAllDisks', arguments: {} });
+    await client.callTool({ name: 'ListPartitionsOnDisk', arguments: { diskIndex: 0 } });
     await client.callTool(label);
     assert.deepEqual(
         service
@@ -353,7 +353,7 @@ test('CancelledWait_StopsPolling', async (t) => {
             .slice(reads)
             .filter((name) => name !== 'Init'),
         [
-            'ListAllDisks',
+            'ListPartitionsOnDisk',
             'ListAllDisks',
             'GetAllPartitionInfo',
             'PreProcessing',
