@@ -1,4 +1,5 @@
 import { failure, targetLines } from './answers.js';
+import { causeOf } from './causes.js';
 import { repeatsCalls } from './consent.js';
 import { factsAbout } from './inventory.js';
 import { questionText } from './question.js';
@@ -53,10 +54,12 @@ async function ask(gateway, { tool, args, context }, changes) {
     const scope = gateway.scope(context);
     const facts = await factsAbout(gateway.host, gateway.table, tool, args, scope);
     gateway.host.requireKnown();
-    if (lacksTarget(tool, facts)) return { result: missingTarget(tool, facts, changes) };
+    const absent = absentTarget(tool, facts);
+    if (absent) return { result: missingTarget(tool, facts, changes, absent) };
     const rejected = gateway.impossible(tool, args, facts);
     if (rejected) return { result: rejected };
-    const message = questionText(tool, args, facts, changes);
+    const doubt = causeOf(tool, args, facts)?.text;
+    const message = questionText(tool, args, facts, changes, doubt);
     const host = /** @type {HostId} */ (scope.host);
     const question = gateway.consent.question(tool, args, host, identityOf(facts), message);
     if (repeatsCalls(context)) return { result: await gateway.consent.request(question) };
@@ -69,32 +72,30 @@ function requireTarget(question, facts) {
     if (changes.length > 0) throw new TargetChanged(changes);
 }
 
-/** True if an argument names a disk or drive that the inventory does not contain. @param {Tool} tool @param {Facts} facts */
-function lacksTarget(tool, facts) {
+/** The cause if an argument names a disk or drive that the inventory does not contain. @param {Tool} tool @param {Facts} facts */
+function absentTarget(tool, facts) {
     const automatic = (/** @type {string} */ name) => tool.args.find((arg) => arg.name === name)?.automatic;
-    return (
-        facts.namedDisks.some(({ arg, index, disk }) => !disk && index !== automatic(arg)) ||
-        facts.namedDrives.some(({ letter, partition }) => letter !== '' && !partition)
-    );
+    if (facts.namedDisks.some(({ arg, index, disk }) => !disk && index !== automatic(arg))) return 'absentDisk';
+    return facts.namedDrives.some(({ letter, partition }) => letter !== '' && !partition) ? 'absentDrive' : undefined;
 }
 
-/** @param {Tool} tool @param {Facts} facts @param {string[]} changes since the last question */
-const missingTarget = (tool, facts, changes) =>
+/** @param {Tool} tool @param {Facts} facts @param {string[]} changes since the last question @param {string} cause */
+const missingTarget = (tool, facts, changes, cause) =>
     failure(
         [
             changes.length > 0
-                ? `The target has gone since the user was asked. ${tool.name} was not called, and nothing was done.`
+                ? `The target no longer exists since the user was asked. ${tool.name} was not called, and nothing was done.`
                 : `The target does not exist. ${tool.name} was not called, the user was not asked, and nothing was done.`,
             ...targetLines(facts),
         ].join('\n'),
-        { called: false, reason: 'missing' },
+        { called: false, queued: false, cause },
     );
 
 /** @param {Tool} tool */
 const keepsChanging = (tool) =>
     failure(
         `The target changed during each of ${maxQuestions} questions. ${tool.name} was not called, and nothing was done. Read the inventory again.`,
-        { called: false, reason: 'changed' },
+        { called: false, cause: 'changed' },
     );
 
 /** @param {Tool} tool @param {Exclude<Verdict, 'yes'>} verdict @param {number} askTimeoutMs */
@@ -104,7 +105,7 @@ function notCalled(tool, verdict, askTimeoutMs) {
         no: `The user answered no. ${nothing} Do not call it again unless the user requests it.`,
         cancelled: `The user closed the question without an answer. ${nothing} Ask the user how to continue before you call it again.`,
         late: `The user did not answer within ${askTimeoutMs / 1000} s. ${nothing} The user may be away: call it again only when the user is present.`,
-        invalid: `The client did not return a valid answer of the user. ${nothing} Ask the user how to continue.`,
+        invalid: `The client returned no valid answer from the user. ${nothing} Ask the user how to continue.`,
     };
-    return failure(texts[verdict], { called: false, reason: verdict });
+    return failure(texts[verdict], { called: false, cause: verdict });
 }

@@ -97,7 +97,7 @@ export class Consent {
      * @returns {Promise<Verdict>}
      */
     async ask(question, context, progress) {
-        const report = () => progress('Waiting for the answer of the user to a question.');
+        const report = () => progress("Waiting for the user's answer.");
         report();
         const timer = setInterval(report, progressMs);
         try {

@@ -20,7 +20,7 @@ import { loadTable } from './table.js';
 import { Deadline } from './time.js';
 import { ChangeWatch, waitTool } from './wait.js';
 import { explainUnofferedTools } from './unoffered.js';
-import { fromWire, requireBoolean, toWire } from './wire.js';
+import { fromWire, ownArguments, requireBoolean, toWire } from './wire.js';
 
 /** @import { CallToolResult, InputRequiredResult, ServerContext } from '@modelcontextprotocol/server' */
 /** @import { HostConnection } from './connection.js' */
@@ -103,12 +103,14 @@ export class Gateway {
             name,
             {
                 ...shown,
-                inputSchema: fromJsonSchema(/** @type {any} */ (inputSchema)),
+                inputSchema: fromJsonSchema(/** @type {any} */ (inputSchema), acceptAll),
                 outputSchema: fromJsonSchema(/** @type {any} */ (outputSchema)),
                 annotations: annotations(/** @type {any} */ ({ class: 'reads' })),
             },
             (/** @type {any} */ args, /** @type {ServerContext} */ context) =>
-                this.reportingFailures(name, () => run(args, this.scope(context), context)),
+                this.reportingFailures(name, async () =>
+                    run(ownArguments(tool, args ?? {}), this.scope(context), context),
+                ),
         );
     }
 

@@ -5,6 +5,7 @@ import { targetsOf } from './loss.js';
 import { diskText, driveText } from './question.js';
 import { quoted } from './quote.js';
 import { reasonOf } from './unoffered.js';
+import { waitTool } from './wait.js';
 import { toWire } from './wire.js';
 
 /** @import { CallToolResult } from '@modelcontextprotocol/server' */
@@ -29,6 +30,8 @@ export const planTool = {
         type: 'object',
         properties: {
             possible: { type: 'boolean' },
+            offered: { type: 'boolean' },
+            mayBeRejected: { type: 'boolean' },
             asksUser: { type: 'boolean' },
         },
         required: ['possible', 'asksUser'],
@@ -44,7 +47,7 @@ export const planTool = {
  */
 export async function plan(gateway, given, asks, scope) {
     const tool = gateway.table.tools.find(({ name }) => name === given.tool);
-    if (!tool || tool.class === 'reads') throw unplannable(String(given.tool));
+    if (!tool || tool.class === 'reads') throw unplannable(gateway, given.tool);
     const args = given.arguments ?? {};
     toWire(tool, args);
     const facts = await factsAbout(gateway.host, gateway.table, tool, args, scope);
@@ -53,16 +56,18 @@ export async function plan(gateway, given, asks, scope) {
     const lost = [...lostDrives.map(driveText), ...lostDisks.map(diskText)];
     const content = {
         possible: !cause?.certain,
+        offered: gateway.tools.includes(tool),
+        mayBeRejected: cause?.certain === false,
         ...(cause && { cause: cause.check, reason: cause.text }),
         asksUser: !cause?.certain && asks(tool),
         lost: cause?.certain ? [] : lost,
         ...(tool.onScreen !== undefined && { opens: tool.onScreen }),
     };
     const outcome = cause?.certain ? `${tool.name} cannot work: ${cause.text}` : outlook(tool, content);
-    const excluded = gateway.tools.includes(tool)
+    const excluded = content.offered
         ? []
         : [reasonOf(tool.name, gateway.table, gateway.options)];
-    const text = [outcome, ...excluded, 'Nothing was called.'].join(' ');
+    const text = [...excluded, outcome, 'Nothing was called.'].join(' ');
     return { content: [{ type: 'text', text }], structuredContent: content };
 }
 
@@ -73,15 +78,23 @@ function outlook(tool, { reason, asksUser, lost }) {
             ? `The application may reject ${tool.name}: ${reason}`
             : `The inventory shows no reason to reject ${tool.name}.`,
         `Effect: ${tool.about}`,
-        lost.length > 0 ? `Permanently lost: everything on ${lost.join('; and on ')}.` : tool.reason,
-        asksUser ? 'The user is asked first.' : 'The gateway does not ask the user.',
         ...(tool.onScreen === undefined ? [] : [tool.onScreen]),
+        lost.length > 0 ? `Permanently lost: everything on ${lost.join('; and on ')}.` : effect(tool),
+        asksUser ? 'The user is asked first.' : 'The gateway does not ask the user.',
     ].join(' ');
 }
 
-/** @param {string} name */
-const unplannable = (name) =>
-    new HostError(
-        'invalid',
-        `PlanCall checks only tools that act, and ${quoted(name)} is not one of them. Nothing was called.`,
-    );
+/** The reason for the class of a tool, which a page only has after the user's start. @param {Tool} tool */
+const effect = ({ onScreen, class: kind, reason }) =>
+    onScreen === undefined || kind === 'opens'
+        ? reason
+        : `The user's start there ${reason.slice(0, 1).toLowerCase()}${reason.slice(1)}`;
+
+/** @param {Gateway} gateway @param {string} name */
+function unplannable(gateway, name) {
+    const exists = [...gateway.table.tools, planTool, waitTool].some((tool) => tool.name === name);
+    const statement = exists
+        ? `PlanCall checks only tools that act, and ${quoted(name)} is not one of them.`
+        : `There is no tool ${quoted(name)}.`;
+    return new HostError('invalid', `${statement} Nothing was called.`, { called: false, cause: 'invalidArguments' });
+}

@@ -23,8 +23,9 @@ const roles = {
  * @param {PlainRecord} args
  * @param {Facts} facts
  * @param {string[]} changes differences from the target of an earlier question
+ * @param {string} [doubt] a reason for which the application may reject the call
  */
-export function questionText(tool, args, facts, changes) {
+export function questionText(tool, args, facts, changes, doubt) {
     const values = tool.args.map((arg) => `- ${arg.name}: ${argumentText(arg, args[arg.name])}`);
     return [
         ...lossLines(tool, facts),
@@ -33,6 +34,7 @@ export function questionText(tool, args, facts, changes) {
         ...(changes.length > 0 ? ['Changed since the last question:', ...changes.map((line) => `- ${line}`)] : []),
         `Requested by an AI agent: ${tool.title} (${tool.name})`,
         ...values,
+        ...(doubt === undefined ? [] : [`The application may reject this call: ${doubt}`]),
         'Is this the right target, and may this data be destroyed?',
     ].join('\n');
 }

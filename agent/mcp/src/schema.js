@@ -12,7 +12,7 @@ const outputTypes = {
 // An argument of the gateway, which the service does not have.
 const allFields = {
     type: 'boolean',
-    description: 'True: every field of the interface, also false flags and sector numbers. Costs four times the tokens.',
+    description: 'True: every field, also false flags and sector numbers. Costs four times the tokens.',
     default: false,
 };
 
@@ -66,7 +66,7 @@ export const acceptAll = {
 function patternOf(arg) {
     if (arg.type === 'i64') return arg.minimum === 1 ? '^[1-9][0-9]{0,18}$' : '^-?[1-9][0-9]{0,18}$';
     if (arg.role !== 'drive' && arg.role !== 'newLetter') return undefined;
-    return arg.mayBeEmpty ? '^([A-Za-z]:?)?$' : '^[A-Za-z]:?$';
+    return arg.mayBeEmpty ? '^([A-Za-z](:\\\\?)?)?$' : '^[A-Za-z](:\\\\?)?$';
 }
 
 /**
@@ -119,7 +119,7 @@ export function recordSchema(table, name) {
         ]),
     );
     if (name === 'PartitionInfo') properties.unallocatedIndex = { type: 'integer' };
-    return { type: 'object', description: 'Also flags such as isGpt or isUnallocated, only if true.', properties };
+    return { type: 'object', description: 'Also flags such as isUnallocated, if true.', properties };
 }
 
 /** @param {WireType} type */

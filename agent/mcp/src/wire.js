@@ -4,6 +4,8 @@ import { quoted } from './quote.js';
 
 /** @import { Argument, Table, Tool, WireType } from './types.js' */
 
+/** A tool of the service or of the gateway itself. @typedef {{ name: string }} Named */
+
 const maxNames = 3;
 const I32 = [-(2n ** 31n), 2n ** 31n - 1n];
 const I64 = [-(2n ** 63n), 2n ** 63n - 1n];
@@ -14,22 +16,57 @@ const I64 = [-(2n ** 63n), 2n ** 63n - 1n];
  * @param {Record<string, unknown>} given
  */
 export function toWire(tool, given) {
-    const unknown = Object.keys(given).filter((name) => !tool.args.some((arg) => arg.name === name));
+    const names = tool.args.map((arg) => arg.name);
+    requireNames(tool, given, names, names);
+    return tool.args.map((arg) => valueToWire(tool, arg, given[arg.name]));
+}
+
+/**
+ * The arguments of a tool of the gateway itself, checked against its schema.
+ * @param {{ name: string, inputSchema: { properties: Record<string, any>, required?: string[] } }} tool
+ * @param {Record<string, unknown>} given
+ */
+export function ownArguments(tool, given) {
+    const { properties, required = [] } = tool.inputSchema;
+    requireNames(tool, given, Object.keys(properties), required);
+    const present = Object.entries(given).filter(([, value]) => isPresent(value));
+    return Object.fromEntries(
+        present.map(([name, value]) => {
+            const { type, minimum, maximum } = properties[name];
+            if (type === 'integer') return [name, Number(integer(tool, { name, minimum, maximum }, value, I32))];
+            if (type === 'object' ? !isRecord(value) : typeof value !== type)
+                throw invalid(tool, `${name} must be ${type === 'object' ? 'an object' : `a ${type}`}`);
+            return [name, value];
+        }),
+    );
+}
+
+/** @param {unknown} value */
+const isPresent = (value) => value !== undefined && value !== null;
+
+/** @param {unknown} value */
+const isRecord = (value) => typeof value === 'object' && !Array.isArray(value);
+
+/** @param {Named} tool @param {Record<string, unknown>} given @param {string[]} known @param {string[]} required */
+function requireNames(tool, given, known, required) {
+    const unknown = Object.keys(given).filter((name) => !known.includes(name));
     if (unknown.length > 0) {
         const names = unknown.slice(0, maxNames).map((name) => quoted(name));
         throw invalid(tool, `it has no argument ${names.join(', ')}`);
     }
-    return tool.args.map((arg) => valueToWire(tool, arg, given[arg.name]));
+    const missing = required.filter((name) => !isPresent(given[name]));
+    if (missing.length === 1) throw invalid(tool, `${missing[0]} is missing`);
+    if (missing.length > 1)
+        throw invalid(tool, `${missing.slice(0, -1).join(', ')} and ${missing.at(-1)} are missing`);
 }
 
 /** @param {Tool} tool @param {Argument} arg @param {unknown} value */
 function valueToWire(tool, arg, value) {
-    if (value === undefined || value === null) throw invalid(tool, `${arg.name} is missing`);
     switch (arg.type) {
         case 'bool':
             return requireBoolean(tool, arg.name, value);
         case 'i32':
-            return Number(integer(tool, arg, value, I32));
+            return clusterSize(tool, arg, Number(integer(tool, arg, value, I32)));
         case 'i64':
             return toInt64(integer(tool, arg, value, I64));
         default:
@@ -46,6 +83,13 @@ export function requireBoolean(tool, name, value) {
     return value;
 }
 
+/** @param {Tool} tool @param {Argument} arg @param {number} value of any role */
+function clusterSize(tool, arg, value) {
+    if (arg.role !== 'clusterSize' || value === arg.automatic || Number.isInteger(Math.log2(value))) return value;
+    const automatic = arg.automatic === undefined ? '' : `, or ${arg.automatic}`;
+    throw invalid(tool, `${arg.name} must be a power of two${automatic}, but is ${value}`);
+}
+
 /**
  * The service reads only the first byte, so "Data" would select drive D. Only a single letter is accepted.
  * @param {Tool} tool
@@ -60,7 +104,12 @@ function driveLetter(tool, arg, value) {
     );
 }
 
-/** @param {Tool} tool @param {Argument} arg @param {unknown} value @param {bigint[]} range */
+/**
+ * @param {Named} tool
+ * @param {Pick<Argument, 'name' | 'minimum' | 'maximum'> & Partial<Argument>} arg
+ * @param {any} value
+ * @param {bigint[]} range
+ */
 function integer(tool, arg, value, [min, max]) {
     if (typeof value === 'number' && Number.isInteger(value) && !Number.isSafeInteger(value))
         throw invalid(
@@ -70,13 +119,17 @@ function integer(tool, arg, value, [min, max]) {
     const isInteger =
         (typeof value === 'number' && Number.isInteger(value)) ||
         (typeof value === 'string' && /^-?\d{1,20}$/.test(value));
-    if (!isInteger) throw invalid(tool, `${arg.name} must be a whole number`);
+    if (!isInteger) throw invalid(tool, `${arg.name} must be a whole number${unitText(arg)}`);
     const number = BigInt(value);
     const [least, most] = [BigInt(arg.minimum ?? min), BigInt(arg.maximum ?? max)];
     if (number < least || number > most)
         throw invalid(tool, `${arg.name} must be between ${least} and ${most}`);
     return number;
 }
+
+/** @param {Partial<Argument>} arg */
+const unitText = ({ unit, type }) =>
+    unit === undefined ? '' : ` of ${unit}${type === 'i64' ? ', such as 429496729600' : ''}`;
 
 /** @param {bigint} value */
 function toInt64(value) {
@@ -85,8 +138,12 @@ function toInt64(value) {
     return new Int64(bytes);
 }
 
-/** @param {Tool} tool @param {string} reason */
-const invalid = (tool, reason) => new HostError('invalid', `${tool.name} was not called: ${reason}.`);
+/** @param {Named} tool @param {string} reason */
+const invalid = (tool, reason) =>
+    new HostError('invalid', `${tool.name} was not called: ${reason}.`, {
+        called: false,
+        cause: 'invalidArguments',
+    });
 
 /**
  * Converts a value of the generated client to JSON; 64-bit integers become decimal strings.

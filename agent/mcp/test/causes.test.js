@@ -44,7 +44,7 @@ const expected = [
     [/^All drive letters are in use\.$/, ['letters']],
     [/^The free region does not exist\.$/, ['noRegion']],
     [/^The free region is too small\.$/, ['regionTooSmall']],
-    [/^Both drives must be on the same disk\.$|^The target must be another drive/, ['otherDisk']],
+    [/^Both drives must be on the same disk\.$|^The target must be another drive/, ['otherDisk', 'absentDrive']],
     [/^The second drive cannot be deleted\.$/, ['secondDrive']],
     [/^The second drive has no readable file system\.$/, ['secondNoFileSystem']],
     [/^The target has no readable file system\.$/, ['targetNoFileSystem']],

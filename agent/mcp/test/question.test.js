@@ -103,8 +103,19 @@ test('QuestionAboutADrive_ShowsTheLossThenTheTargetThenTheArguments', async (t) 
         '- label: "x"',
         '- clusterSize: 0',
         '- quickFormat: true',
+        'The application may reject this call: NTFS can be created with 8.00 MB (8388608 bytes) to 256.00 TB (281474976710656 bytes), not 8192.00 TB (9007199254740993 bytes).',
         'Is this the right target, and may this data be destroyed?',
     ]);
+});
+
+test('QuestionAboutACallThatTheApplicationMayReject_StatesTheDoubt', async (t) => {
+    const call = { ...format(), arguments: { ...format().arguments, fileSystem: 'FAT32' } };
+    const lines = (await questionAbout(t, { call })).split('\n');
+    assert.match(
+        lines.at(-2) ?? '',
+        /^The application may reject this call: FAT32 can be created with .* to 32\.00 GB \(34359738368 bytes\), not /,
+    );
+    assert.equal(lines.at(-1), 'Is this the right target, and may this data be destroyed?');
 });
 
 test('QuestionAboutADisk_ListsItsPartitions', async (t) => {

@@ -55,7 +55,7 @@ for (const modern of [false, true]) {
         [
             'AnAnswerWithoutTheBox',
             { action: 'accept', content: {} },
-            'The client did not return a valid answer of the user.',
+            'The client returned no valid answer from the user.',
             'invalid',
         ],
     ]))
@@ -67,7 +67,7 @@ for (const modern of [false, true]) {
                 text(answer).startsWith(`${statement} FormatPartition was not called, and nothing was done.`),
                 text(answer),
             );
-            assert.deepEqual(answer.structuredContent, { called: false, reason });
+            assert.deepEqual(answer.structuredContent, { called: false, cause: reason });
             assert.ok(
                 !service.names().includes('PreProcessing') && !service.names().includes('FormatPartition'),
             );
@@ -129,6 +129,26 @@ test('AnswerToOneQuestion_DoesNotAllowAnotherCall', async (t) => {
     assert.ok(!service.names().includes('FormatPartition'));
     const forged = { ...yes, requestState: `${question.requestState}x` };
     await assert.rejects(ask(format, forged), /Invalid or expired requestState/);
+});
+
+test('AbsentTarget_IsReportedInTheSameFormByEveryTool', async (t) => {
+    const { service, client } = await start(t, { args: ['--tools', 'all'], elicit: () => assert.fail('asked') });
+    for (const [name, more] of /** @type {Array<[string, any]>} */ ([
+        ['FormatPartition', { ...format.arguments, driveLetter: 'Q' }],
+        ['ChangePartitionLabel', { driveLetter: 'Q', newLabel: 'x' }],
+        ['MergePartitions', { driveLetter1: 'C', driveLetter2: 'Q' }],
+        [
+            'AllocateSpaceFromPartitionToPartition',
+            { sourceDriveLetter: 'C', targetDriveLetter: 'Q', newPartitionCapacity: '1048576' },
+        ],
+        ['ClonePartitionToPartition', { sourceDriveLetter: 'C', destDriveLetter: 'Q' }],
+    ])) {
+        const answer = await client.callTool({ name, arguments: more });
+        assert.deepEqual(answer.structuredContent, { called: false, queued: false, cause: 'absentDrive' }, name);
+    }
+    const disk = await client.callTool({ name: 'WipeDisk', arguments: { diskIndex: 7, eraseCount: 1 } });
+    assert.deepEqual(disk.structuredContent, { called: false, queued: false, cause: 'absentDisk' });
+    assert.ok(!service.names().includes('PreProcessing'));
 });
 
 test('DestroyingTool_WithoutAHost_FailsBeforeTheQuestion', async (t) => {

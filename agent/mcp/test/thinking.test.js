@@ -40,7 +40,7 @@ test('UserWhoThinksLongerThanTheClientsLimit_StillAnswersBecauseOfProgress', asy
         },
     });
     assert.ok(!answer.isError, text(answer));
-    assert.equal(progress[0].message, 'Waiting for the answer of the user to a question.');
+    assert.equal(progress[0].message, "Waiting for the user's answer.");
     assert.ok(service.names().includes('FormatPartition'));
 });
 
@@ -71,7 +71,7 @@ test('UnansweredQuestion_EndsAtItsLimitWithTheStatementThatNothingWasDone', asyn
         text(answer),
         'The user did not answer within 1 s. FormatPartition was not called, and nothing was done. The user may be away: call it again only when the user is present.',
     );
-    assert.deepEqual(answer.structuredContent, { called: false, reason: 'late' });
+    assert.deepEqual(answer.structuredContent, { called: false, cause: 'late' });
     assert.deepEqual(gateCalls(service), []);
 });
 
@@ -111,7 +111,7 @@ test('ClientThatFailsToAsk_GetsAnAnswerThatNothingWasDone', async (t) => {
     });
     const answer = await client.callTool(format);
     assert.ok(answer.isError);
-    assert.match(text(answer), /did not return a valid answer of the user\. FormatPartition was not called/);
+    assert.match(text(answer), /returned no valid answer from the user\. FormatPartition was not called/);
     assert.deepEqual(gateCalls(service), []);
 });
 

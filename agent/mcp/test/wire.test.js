@@ -65,6 +65,11 @@ test('DriveLetterThatMayBeEmpty_IsAcceptedEmpty', () => {
 
 test('MissingOrUnknownArguments_AreRejected', () => {
     assert.throws(() => toWire(named('WipeDisk'), { diskIndex: 1 }), /eraseCount is missing/);
+    assert.throws(() => toWire(named('WipeDisk'), {}), /WipeDisk was not called: diskIndex and eraseCount are missing\.$/);
+    assert.throws(
+        () => toWire(named('FormatPartition'), { driveLetter: 'E', label: null }),
+        /: fileSystem, label, clusterSize and quickFormat are missing\.$/,
+    );
     assert.throws(
         () => toWire(named('WipeDisk'), { diskIndex: 1, eraseCount: 1, force: true }),
         /no argument "force"/,

@@ -180,12 +180,11 @@ export const merge = firstOf(changeableDrive, (call) => {
     const { drive, disk } = call;
     const other = call.partition('driveLetter2');
     const name = `${call.letter('driveLetter2')}:`;
-    if (!other || other === drive || other.diskIndex !== drive.diskIndex)
+    if (!other) return cause('absentDrive', `Drive ${name} does not exist.`);
+    if (other === drive || other.diskIndex !== drive.diskIndex)
         return cause(
             'otherDisk',
-            !other
-                ? `Drive ${name} does not exist.`
-                : `${letterOf(drive)} and ${name} must be two drives of the same disk; they are on disk ${drive.diskIndex} and disk ${other.diskIndex}.`,
+            `${letterOf(drive)} and ${name} must be two drives of the same disk; they are on disk ${drive.diskIndex} and disk ${other.diskIndex}.`,
         );
     const fixed = fixedReason(other);
     if (fixed) return cause('secondDrive', `Drive ${name} cannot be deleted: it ${fixed}.`);
@@ -215,12 +214,11 @@ export const allocate = firstOf(
         const size = call.bytes('newPartitionCapacity');
         const target = call.partition('targetDriveLetter');
         const name = `${call.letter('targetDriveLetter')}:`;
-        if (!target || target === drive || target.diskIndex !== drive.diskIndex)
+        if (!target) return cause('absentDrive', `Drive ${name} does not exist.`);
+        if (target === drive || target.diskIndex !== drive.diskIndex)
             return cause(
                 'otherDisk',
-                !target
-                    ? `Drive ${name} does not exist.`
-                    : `The target must be another drive on disk ${drive.diskIndex}; drive ${name} is ${target === drive ? 'the source itself' : `on disk ${target.diskIndex}`}.`,
+                `The target must be another drive on disk ${drive.diskIndex}; drive ${name} is ${target === drive ? 'the source itself' : `on disk ${target.diskIndex}`}.`,
             );
         if (alignedDown(size) === 0n)
             return cause('oneMebibyte', `The size must be at least 1 MiB (1048576 bytes), but is ${size}.`);
