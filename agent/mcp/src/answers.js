@@ -80,12 +80,12 @@ const namedReads = (tool, args) =>
  * The answer for a call that the application would reject. Neither the application nor the user was asked.
  * @param {Tool} tool
  * @param {Cause} cause
- * @param {boolean} waiting an earlier order may still be without effect, so that the inventory can be outdated
+ * @param {boolean} mayChange the effect of an open order can change the cause
  */
-export function notCalledAnswer(tool, cause, waiting) {
+export function notCalledAnswer(tool, cause, mayChange) {
     const text = `${tool.name} was not called, and nothing has changed. ${cause.text}`;
     const next = ' An earlier order may still be waiting: call WaitForChange, then try again.';
-    return failure(waiting ? text + next : text, { called: false, queued: false, cause: cause.check });
+    return failure(mayChange ? text + next : text, { called: false, queued: false, cause: cause.check });
 }
 
 /**

@@ -162,8 +162,10 @@ export class Gateway {
         const { allFields, ...sent } = args;
         requireBoolean(tool, 'allFields', allFields ?? false);
         const found = await this.host.ask(tool.name, toWire(tool, sent), scope);
-        const partitions =
-            tool.name === 'ListAllDisks' ? await readPartitions(this.host, this.table, scope) : [];
+        // After the record: a drive that disappears in between is not in the list.
+        const partitions = ['ListAllDisks', 'GetPartitionInfo'].includes(tool.name)
+            ? await readPartitions(this.host, this.table, scope)
+            : [];
         return readAnswer(tool, args, fromWire(found, tool.result, this.table), partitions);
     }
 
@@ -216,7 +218,7 @@ export class Gateway {
         const cause = causeOf(tool, args, facts);
         if (!cause?.certain) return undefined;
         this.log(`${tool.name}: not called: ${cause.check}`);
-        return notCalledAnswer(tool, cause, this.watch.orders.length > 0);
+        return notCalledAnswer(tool, cause, this.watch.canChange(cause, tool, args, facts));
     }
 
     /** @param {ServerContext} [context] @returns {CallScope} */

@@ -64,7 +64,7 @@ export class Host {
     /** Throws unless an answer has stated which host the gateway is connected to. */
     requireKnown() {
         if (this.finder.notice)
-            throw new HostError('replaced', 'Not called: the disk manager is another one than before.');
+            throw new HostError('replaced', 'Not called: the gateway is now connected to a different application.');
     }
 
     /** Closes all connections. */

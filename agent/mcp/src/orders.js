@@ -143,25 +143,24 @@ function affects(order, change) {
 }
 
 /**
- * The orders that can change the cause of a rejection, because they name the same disk or letter.
- * @param {Order[]} orders
+ * True if the effect of an order can change the cause of a rejection: both name the same disk or letter.
+ * @param {Order} order
  * @param {Cause} cause
- * @param {Tool} tool
+ * @param {Tool} tool the rejected call
  * @param {PlainRecord} args
  * @param {Facts} facts
  */
-export function ordersThatMayHelp(orders, cause, tool, args, facts) {
-    if (!temporaryChecks.has(cause.check)) return [];
-    const disks = disksOf(tool, args, facts.partitions);
+export function canChange(order, cause, tool, args, facts) {
+    if (!temporaryChecks.has(cause.check)) return false;
     const letters = lettersOf(tool, args, ['drive', 'newLetter']);
+    const names = (/** @type {Argument['role'][]} */ ...roles) =>
+        lettersOf(order.tool, order.args, roles).some((letter) => letters.includes(letter));
     // Only a new letter makes an absent drive appear.
-    /** @type {Argument['role'][]} */
-    const roles = cause.check === 'absentDrive' ? ['newLetter'] : ['drive', 'newLetter'];
-    return orders.filter(
-        (order) =>
-            (cause.check !== 'absentDrive' &&
-                disksOf(order.tool, order.args, order.before.partitions).some((disk) => disks.includes(disk))) ||
-            lettersOf(order.tool, order.args, roles).some((letter) => letters.includes(letter)),
+    if (cause.check === 'absentDrive') return names('newLetter');
+    const disks = disksOf(tool, args, facts.partitions);
+    return (
+        names('drive', 'newLetter') ||
+        disksOf(order.tool, order.args, order.before.partitions).some((disk) => disks.includes(disk))
     );
 }
 

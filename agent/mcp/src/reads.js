@@ -1,5 +1,6 @@
 import { diskLine, partitionLine } from './inventory.js';
 import { leanDisk, leanPartition, unallocatedIndices } from './lean.js';
+import { letterOf } from './match.js';
 import { listName } from './schema.js';
 
 /** @import { PlainRecord, Tool } from './types.js' */
@@ -18,7 +19,8 @@ export const maxAnswer = 60000;
  * @param {Tool} tool
  * @param {PlainRecord} args including allFields
  * @param {any} found the records of the service
- * @param {PlainRecord[]} [partitions] all of the inventory, for the unallocated space of the disks
+ * @param {PlainRecord[]} [partitions] all of the inventory, for the unallocated space of the disks, and to recognise the
+ *     record of a drive that is gone
  * @returns {CallToolResult}
  */
 export function readAnswer(tool, args, found, partitions = []) {
@@ -35,7 +37,13 @@ export function readAnswer(tool, args, found, partitions = []) {
             `No partition has the drive letter ${String(args.driveLetter).slice(0, 1).toUpperCase()}. The record is empty.`,
             args.allFields === true ? found : { driveLetter: '' },
         );
-    return answer(partitionLine(found), args.allFields === true ? found : leanPartition(found));
+    const record = args.allFields === true ? found : leanPartition(found);
+    const letter = letterOf(found);
+    if (partitions.some((p) => letterOf(p) === letter)) return answer(partitionLine(found), record);
+    return answer(
+        `${letter}: is no longer in the inventory; this is its last record.\n${partitionLine(found)}`,
+        { ...record, isGone: true },
+    );
 }
 
 /** @param {string} text @param {PlainRecord} content @returns {CallToolResult} */

@@ -2,7 +2,7 @@ import { setTimeout as sleep } from 'node:timers/promises';
 import { differences } from './difference.js';
 import { readDisks, readPartitions } from './inventory.js';
 import { letterOf } from './match.js';
-import { ordersThatMayHelp, ordersWithEffect, orderText, overwrittenDrives, shortWords, theOrders } from './orders.js';
+import { canChange, ordersWithEffect, orderText, overwrittenDrives, shortWords, theOrders } from './orders.js';
 import { sameHost } from './program.js';
 import { Deadline } from './time.js';
 
@@ -98,9 +98,9 @@ export class ChangeWatch {
         return { disks, partitions: await readPartitions(this.host, this.table, scope) };
     }
 
-    /** The open orders that can change the cause of a rejection. @param {Cause} cause @param {Tool} tool @param {PlainRecord} args @param {Facts} facts */
-    mayHelp(cause, tool, args, facts) {
-        return ordersThatMayHelp(this.orders, cause, tool, args, facts);
+    /** True if the effect of an open order can change the cause of a rejection. @param {Cause} cause @param {Tool} tool @param {PlainRecord} args @param {Facts} facts */
+    canChange(cause, tool, args, facts) {
+        return this.orders.some((order) => canChange(order, cause, tool, args, facts));
     }
 
     /**

@@ -423,6 +423,15 @@ test('GoneDrive_IsReportedAlthoughGetPartitionInfoKeepsItsLastRecord', async (t)
     assert.match(text(answer), /\n- Gone: G: "Scratch", NTFS, 80\.00 GB, 70\.00 GB free, disk 2\./);
     const stale = await client.callTool({ name: 'GetPartitionInfo', arguments: { driveLetter: 'G' } });
     assert.equal(content(stale).label, 'Scratch');
+    assert.equal(content(stale).isGone, true);
+    assert.match(text(stale), /^G: is no longer in the inventory; this is its last record\.\nG: "Scratch", /);
+    const complete = await client.callTool({
+        name: 'GetPartitionInfo',
+        arguments: { driveLetter: 'g', allFields: true },
+    });
+    assert.deepEqual([content(complete).driveLetter, content(complete).isGone], ['G', true]);
+    const alive = await client.callTool({ name: 'GetPartitionInfo', arguments: { driveLetter: 'F' } });
+    assert.deepEqual([content(alive).isGone, text(alive).includes('no longer')], [undefined, false]);
 });
 
 test('FailedTask_LeavesTheInventoryUnchanged', async (t) => {
