@@ -1,4 +1,5 @@
-// A small example client: starts the gateway, lists its tools, reads, changes data and has a call rejected.
+// A small example client: starts the gateway, lists its tools, reads, checks a call, changes data and has a call
+// rejected.
 //
 //     AGENT_NATIVE_PORT=N node scripts/try.js
 import { fileURLToPath } from 'node:url';
@@ -49,16 +50,18 @@ chapter('The inventory');
 const { disks } = await call('ListAllDisks');
 const { partitions } = await call('GetAllPartitionInfo');
 
-chapter('Create a partition. Queued does not mean done: the inventory shows the effect.');
+chapter('Create a partition. PlanCall checks the call; "Task Queued" does not mean done: WaitForChange shows the effect.');
 const diskIndex = diskWithRegion(disks, partitions, 10737418240n);
-await call('CreatePartition', {
+const create = {
     diskIndex,
     capacity: '10737418240',
     fileSystem: 'NTFS',
     label: 'Agent',
     unallocatedIndex: -1,
-});
-await call('ListPartitionsOnDisk', { diskIndex });
+};
+await call('PlanCall', { tool: 'CreatePartition', arguments: create });
+await call('CreatePartition', create);
+await call('WaitForChange');
 
 chapter('Format a partition: the user declines first, then agrees.');
 const letter =
@@ -70,6 +73,7 @@ const format = { driveLetter: letter, fileSystem: 'NTFS', label: 'Fresh', cluste
 await call('FormatPartition', format);
 agree = true;
 await call('FormatPartition', format);
+await call('WaitForChange');
 
 chapter('A drive that does not exist: rejected, with the data of the inventory.');
 await call('ChangePartitionLabel', { driveLetter: 'Q', newLabel: 'x' });
