@@ -84,7 +84,7 @@ const missingTarget = (tool, facts, changes, cause) =>
     failure(
         [
             changes.length > 0
-                ? `The target no longer exists since the user was asked. ${tool.name} was not called, and nothing was done.`
+                ? `The target no longer exists. ${tool.name} was not called, and nothing was done.`
                 : `The target does not exist. ${tool.name} was not called, the user was not asked, and nothing was done.`,
             ...targetLines(facts),
         ].join('\n'),

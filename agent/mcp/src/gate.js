@@ -207,8 +207,8 @@ function gateRejection(answer) {
     if (answer.reasons === TASKS_IN_EXECUTION)
         return new HostError(
             'busy',
-            `Not called: "${answer.reasons}" The disk manager is executing earlier tasks, which can take long. Inform the user, check the` +
-                ' progress in the inventory, and call the tool again later; an immediate retry will not help.',
+            `Not called: "${answer.reasons}" The disk manager is executing earlier tasks, which can take long. Inform the user,` +
+                ' call WaitForChange, then call the tool again; an immediate retry will not help.',
             detail,
         );
     if (!answer.reasons)

@@ -7,7 +7,8 @@ const readJson = (path) => JSON.parse(readFileSync(new URL(path, import.meta.url
 
 /**
  * The table of the tools: the Thrift compiler's JSON of the interface file (names, arguments, comments) joined with
- * tools.json (title, group, class, the facts about each argument). Comments are shown and never interpreted. Throws if the two contain different tools.
+ * tools.json (title, group, class, the facts about each argument). A comment is shown unchanged,
+ * unless tools.json has an `about` for the argument. Throws if the two contain different tools.
  * @returns {Table}
  */
 export function loadTable() {

@@ -118,7 +118,7 @@ test('TasksInExecution_IsReportedImmediately', async (t) => {
     const answer = await client.callTool(label);
     assert.ok(answer.isError);
     assert.ok(text(answer).includes(TASKS_IN_EXECUTION));
-    assert.match(text(answer), /call the tool again later/);
+    assert.match(text(answer), /Inform the user, call WaitForChange, then call the tool again; an immediate retry/);
     assert.deepEqual(answer.structuredContent, { allow: false, reasons: TASKS_IN_EXECUTION });
     assert.deepEqual(
         service.acting().map((call) => call.method),

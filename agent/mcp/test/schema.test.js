@@ -1,6 +1,8 @@
 // The schemas of the arguments: portable, with every limit that a model needs, and the limits that the gateway enforces.
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
+import { labelCause } from '../src/checks/conditions.js';
+import { fileSystemNamed } from '../src/checks/fileSystems.js';
 import { inputSchema, outputSchema } from '../src/schema.js';
 import { loadTable } from '../src/table.js';
 import { toWire } from '../src/wire.js';
@@ -206,4 +208,14 @@ test('LongArguments_AreNotRepeatedInAnAnswer', async (t) => {
         const answer = await client.callTool({ name, arguments: args });
         assert.ok(JSON.stringify(answer).length < 2000, `${name}: ${JSON.stringify(answer).length}`);
     }
+});
+
+test('CausesWithANameThatBeginsWithAVowelSound_HaveTheArticleAn', () => {
+    const label = 'x'.repeat(40);
+    for (const [name, words] of [
+        ['NTFS', 'An NTFS label has at most 32 characters, but this one has 40.'],
+        ['FAT32', 'A FAT32 label has at most 11 characters, but this one has 40.'],
+        ['exFAT', 'An exFAT label has at most 11 characters, but this one has 40.'],
+    ])
+        assert.equal(labelCause(/** @type {any} */ (fileSystemNamed(name)), label)?.text, words);
 });

@@ -148,17 +148,20 @@ export const letterLeft = ({ facts }) =>
         ? cause('letters', 'All drive letters from D: to Z: are in use.')
         : undefined;
 
+/** @param {FileSystem} kind */
+const labelOf = ({ name }) => `${/^[NeE]/.test(name) ? 'An' : 'A'} ${name} label`;
+
 /** @param {FileSystem} kind @param {string} label @returns {Cause | undefined} */
 export function labelCause(kind, label) {
     if (label.length > kind.label)
         return cause(
             'labelLength',
-            `A label of ${kind.name} has at most ${kind.label} characters, but this one has ${label.length}.`,
+            `${labelOf(kind)} has at most ${kind.label} characters, but this one has ${label.length}.`,
         );
     const wrong = [...label].find((c) => c < ' ' || kind.invalidInLabel.includes(c));
     return wrong === undefined
         ? undefined
-        : cause('labelCharacter', `A label of ${kind.name} cannot contain the character ${quoted(wrong)}.`);
+        : cause('labelCharacter', `${labelOf(kind)} cannot contain the character ${quoted(wrong)}.`);
 }
 
 /** @param {FileSystem} kind @param {bigint} size @param {bigint} cluster @returns {Cause | undefined} */

@@ -36,7 +36,7 @@ function autoLayout(call) {
     const count = Number(args.partitionCount);
     const limit = style === 'GPT' ? gptEntries : mbrEntries;
     if (count < 1 || count > limit)
-        return cause('count', `A ${style} partition table holds 1 to ${limit} partitions, not ${count}.`);
+        return cause('count', `${style === 'MBR' ? 'An' : 'A'} ${style} partition table holds 1 to ${limit} partitions, not ${count}.`);
     const end = usableEnd({ ...disk, isGpt: style === 'GPT' }, call.entries(disk));
     const limited = style === 'MBR' && end > mbrLimit ? mbrLimit : end;
     const share = alignedDown((limited - mebibyte) / BigInt(count));
