@@ -37,7 +37,7 @@ async function readsDisks(t, program) {
     t.after(() => service.stop());
     const { client } = await connect(t, { program, args: ['--port', String(service.port)] });
     assert.ok((await client.listTools()).tools.length > 20);
-    assert.match(text(await client.callTool({ name: 'ListAllDisks', arguments: {} })), /^Disk 0: SATA/);
+    assert.match(text(await client.callTool({ name: 'ListAllDisks', arguments: {} })), /^Disk 0: "SATA"/);
 }
 
 test('Package_StartsFromAnEmptyFolderWithoutTheNetwork', async (t) => {
@@ -103,7 +103,7 @@ test('McpbBundle_IsValidAndStartsWithItsDefaultSettings', async (t) => {
     assert.equal(server.mcp_config.args[0].replace('${__dirname}', unpacked), join(unpacked, server.entry_point));
     const { client } = await connect(t, { program: join(unpacked, server.entry_point), env });
     assert.ok((await client.listTools()).tools.some((one) => one.name === 'FormatPartition'));
-    assert.match(text(await client.callTool({ name: 'ListAllDisks', arguments: {} })), /^Disk 0: SATA/);
+    assert.match(text(await client.callTool({ name: 'ListAllDisks', arguments: {} })), /^Disk 0: "SATA"/);
 });
 
 test('RegistryEntry_AgreesWithThePackageAndTheOptions', () => {
