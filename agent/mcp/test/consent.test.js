@@ -322,13 +322,22 @@ for (const modern of [false, true])
         assert.deepEqual(second?.names(), ['Init']);
     });
 
-test('ActingToolAfterAChangeOfHost_IsNotCalledUntilAnAnswerHasStatedTheChange', async (t) => {
+/**
+ * A client that has read from one host, which has ended; the search finds the second one next.
+ * @param {import('node:test').TestContext} t
+ */
+async function movedToAnotherHost(t) {
     const first = await startService(t);
     const second = await startService(t);
     const from = await consecutive(t, [first.port, second.port]);
     const client = await searching(t, { from });
     assert.ok(!(await client.callTool(read)).isError);
     await first.stop();
+    return { client, second, from };
+}
+
+test('ActingToolAfterAChangeOfHost_IsNotCalledUntilAnAnswerHasStatedTheChange', async (t) => {
+    const { client, second, from } = await movedToAnotherHost(t);
     const answer = await client.callTool(label);
     assert.ok(answer.isError);
     const notice = `The gateway is now connected to another disk manager: on port ${from + 1}, before on port ${from}.`;
@@ -357,11 +366,6 @@ test('ReadAfterARestartOfTheHost_IsAnsweredWithANotice', async (t) => {
 });
 
 test('DestroyingToolAfterAChangeOfHost_IsNotAskedAboutUntilAnAnswerHasStatedTheChange', async (t) => {
-    const first = await startService(t);
-    const second = await startService(t);
-    const from = await consecutive(t, [first.port, second.port]);
-    const client = await searching(t, { from });
-    assert.ok(!(await client.callTool(read)).isError);
-    await first.stop();
+    const { client } = await movedToAnotherHost(t);
     assert.match(text(await client.callTool(format('E'))), /Not called: the gateway is now connected to a different application\..*another disk manager/s);
 });
