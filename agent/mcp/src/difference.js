@@ -123,11 +123,11 @@ const partitionFields = [
         value: letterOf,
         words: (was, now) =>
             letterOf(now)
-                ? `letter ${letterOf(now)}: (was ${letterOf(was) ? `${letterOf(was)}:` : 'none'})`
+                ? `letter ${letterOf(now)}: (was ${letterOf(was) ? `${letterOf(was)}:` : 'missing'})`
                 : 'no letter now',
     },
     valueRow('label', 'label', quoted),
-    valueRow('fileSystemType', 'file system', (name) => unquoted(name) || 'none'),
+    valueRow('fileSystemType', 'file system', (name) => unquoted(name) || 'missing'),
     valueRow('clusterSize', 'cluster size in bytes', String),
     startRow,
     diskRow,
@@ -197,7 +197,7 @@ const usedField = (was, now) => ({
 
 /** @param {PlainRecord} disk */
 function tableOf(disk) {
-    if (disk.isUninitialized) return 'none';
+    if (disk.isUninitialized) return 'missing';
     return disk.isGpt ? 'GPT' : 'MBR';
 }
 

@@ -187,7 +187,7 @@ test('DiskWithoutASerialNumber_IsComparedByNumber', () => {
     };
     disks.before[0].displayTotalCapacity = '1000 B';
     assert.deepEqual(words([], [], disks), [
-        'Disk 0: partition table GPT (was none); capacity 2000 B (was 1000 B).',
+        'Disk 0: partition table GPT (was missing); capacity 2000 B (was 1000 B).',
     ]);
 });
 

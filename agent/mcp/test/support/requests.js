@@ -183,7 +183,7 @@ export const requests = [
             await model.call('ListAllDisks');
             await model.call('GetAllPartitionInfo');
             await model.call('WipeDisk', { diskIndex: 2, eraseCount: 1 });
-            await effect(model, /Gone: F: [^]*Gone: G: [^]*Disk 2: partition table none \(was MBR\)/);
+            await effect(model, /Gone: F: [^]*Gone: G: [^]*Disk 2: partition table missing \(was MBR\)/);
         },
         check: (end) => {
             assert.ok(entriesOn(end, 2).every((p) => p.isUnallocated));
@@ -218,7 +218,7 @@ export const requests = [
         calls: async (model) => {
             await model.call('ListAllDisks');
             await model.call('InitializeDiskToGpt', { diskIndex: 4 });
-            const changes = await effect(model, /Disk 4: partition table GPT \(was none\)\./);
+            const changes = await effect(model, /Disk 4: partition table GPT \(was missing\)\./);
             const region = changes.find(({ item }) => item === 'region');
             await model.call('CreatePartition', {
                 diskIndex: 4,
