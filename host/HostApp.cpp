@@ -59,17 +59,15 @@ void printError(const QString& text)
     std::fprintf(stderr, "zorhost: %s\n", text.toUtf8().constData());
 }
 
-HostApp::HostApp(Options options, Machine machine)
+HostApp::HostApp(Options options, std::unique_ptr<Backend> backend)
     : sinceStart_(startedTimer()),
       options_(std::move(options)),
-      scene_(std::move(machine), options_.answer, options_.theme, options_.language),
+      scene_(std::move(backend), options_.answer, options_.theme, options_.language),
       screenshot_(options_.screenshot),
       service_(ServiceWatcher::configuredAddress(), [this] { return scene_.link().isServerRunning(); })
 {
     scene_.core().guideView()->setClickAfter(options_.click.value_or(options_.headless ? kClickMs : -1));
     HostCore& core = scene_.core();
-    core.setPace(options_.pace);
-    core.setFailures(options_.failures);
     core.setStartsGuides(options_.startGuides);
     connect(&signals_, &Signals::stopRequested, this, [this] { requestStop(0); });
     connect(&service_, &ServiceWatcher::ready, this, &HostApp::onReady);

@@ -29,7 +29,7 @@ class HostApp : public QObject
     Q_OBJECT
 
 public:
-    HostApp(Options options, Machine machine);
+    HostApp(Options options, std::unique_ptr<Backend> backend);
     ~HostApp() override;
 
     /// Runs until the shutdown. Returns the exit code of the process.

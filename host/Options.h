@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/objects/Pace.h"
 #include "host/objects/Theme.h"
+#include "host/simulation/Pace.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>

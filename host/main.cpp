@@ -1,6 +1,7 @@
 #include "host/HostApp.h"
 #include "host/machine/MachineReader.h"
 #include "host/machine/SystemMachine.h"
+#include "host/simulation/Simulation.h"
 #include "plugin/TsanAnnotations.h"
 
 #include <QtCore/QSysInfo>
@@ -83,6 +84,9 @@ int main(int argc, char** argv)
     auto& read = std::get<host::Machine>(machine);
     if (options.win11.has_value())
         read.win11CheckerEnabled = *options.win11;
-    host::HostApp app(options, read);
+    auto simulation = std::make_unique<host::Simulation>(read);
+    simulation->setPace(options.pace);
+    simulation->setFailures(options.failures);
+    host::HostApp app(options, std::move(simulation));
     return app.run();
 }

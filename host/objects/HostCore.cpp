@@ -1,14 +1,11 @@
 #include "host/objects/HostCore.h"
 
 #include "host/machine/Functions.h"
-#include "host/machine/Orders.h"
-#include "host/machine/Rules.h"
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QStringList>
 #include <QtCore/QThread>
 
-#include <algorithm>
 #include <utility>
 
 namespace host {
@@ -43,22 +40,14 @@ QString describeParams(const QVariantMap& params)
     return parts.join(QLatin1Char(' '));
 }
 
-HostCore::HostCore(Machine machine, QObject* parent)
-    : QObject(parent),
-      machine_(std::make_shared<const Machine>(std::move(machine))),
-      busy_(machine_->busy),
-      popuped_(machine_->popuped)
+HostCore::HostCore(std::unique_ptr<Backend> backend, QObject* parent)
+    : QObject(parent), backend_(std::move(backend)), busy_(machine()->busy), popuped_(machine()->popuped)
 {
     sinceLastCall_.start();
+    connect(backend_.get(), &Backend::machineChanged, this, &HostCore::machineChanged);
     connect(&tasks_, &TaskQueue::taskStarted, this, &HostCore::onTaskStarted);
     connect(&tasks_, &TaskQueue::taskEnded, this, &HostCore::onTaskEnded);
     connect(&tasks_, &TaskQueue::idle, this, &HostCore::showWork);
-}
-
-std::shared_ptr<const Machine> HostCore::machine() const
-{
-    const std::lock_guard<std::mutex> lock(machineMutex_);
-    return machine_;
 }
 
 bool HostCore::recordRead(const char* object, const char* property, bool value)
@@ -85,7 +74,7 @@ Rejection HostCore::rejection(int function, const QVariantMap& params)
     keys.remove(kTestFunValid);
     Rejection reason = closingRejection();
     if (!reason)
-        reason = orderRejection(*machine(), function, keys);
+        reason = backend_->orderRejection(function, keys);
     if (reason)
         recordRejection(describeFunction(function), describeParams(keys), *reason);
     return reason;
@@ -116,48 +105,9 @@ void HostCore::addTask(int function, const QVariantMap& params)
     TaskWork work;
     work.title = describeFunction(function);
     work.detail = describeParams(params);
-    work.plan = [this, function, params] { return planTask(function, params); };
-    work.finish = [this, function, params] { return finishTask(function, params); };
-    work.interrupt = [this, function, params](double share) { interruptTask(function, params, share); };
+    work.execution = [this, function, params] { return backend_->execute(function, params); };
     tasks_.add(std::move(work));
     showWork();
-}
-
-TaskPlan HostCore::planTask(int function, const QVariantMap& params)
-{
-    const auto now = machine();
-    TaskPlan plan;
-    // An earlier task may have changed the machine since the order was accepted.
-    plan.rejection = taskRejection(*now, function, params);
-    if (plan.rejection)
-        return plan;
-    plan.milliseconds = pace_.milliseconds(now->taskMilliseconds, bytesMoved(*now, function, params));
-    const auto planned = std::find_if(failures_.begin(), failures_.end(), [&](const PlannedFailure& failure) {
-        return failure.function == function;
-    });
-    if (planned != failures_.end()) {
-        plan.failsAt = planned->share;
-        plan.failure = Text(QT_TRANSLATE_NOOP("Sandbox", "The task failed after %1%, as --fail requests."),
-                            {QString::number(planned->share * 100)});
-        failures_.erase(planned);
-    }
-    return plan;
-}
-
-Rejection HostCore::finishTask(int function, const QVariantMap& params)
-{
-    Machine next = *machine();
-    const Rejection rejection = taskRejection(next, function, params);
-    if (!rejection && carryOut(next, function, params))
-        change(std::move(next));
-    return rejection;
-}
-
-void HostCore::interruptTask(int function, const QVariantMap& params, double share)
-{
-    Machine next = *machine();
-    if (!taskRejection(next, function, params) && leaveInterrupted(next, function, params, share))
-        change(std::move(next));
 }
 
 void HostCore::onTaskStarted(int id)
@@ -182,20 +132,10 @@ void HostCore::onTaskEnded(int id, const QString& state, const QString& error)
     transcript_.add(QStringLiteral("taskEnd"), fields);
 }
 
-void HostCore::change(Machine machine)
-{
-    auto next = std::make_shared<const Machine>(std::move(machine));
-    {
-        const std::lock_guard<std::mutex> lock(machineMutex_);
-        machine_.swap(next);
-    }
-    Q_EMIT machineChanged();
-}
-
 void HostCore::openGuide(Guide guide)
 {
     std::optional<GuidedWork>& work = guide.work;
-    if (work && taskRejection(*machine(), static_cast<int>(work->function), work->params))
+    if (work && backend_->taskRejection(static_cast<int>(work->function), work->params))
         work.reset();
     guide_ = std::move(guide);
     const QString summary = guide_->summary.english();

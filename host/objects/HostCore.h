@@ -1,11 +1,11 @@
 #pragma once
 
+#include "host/backend/Backend.h"
 #include "host/machine/Machine.h"
 #include "host/machine/Rejection.h"
 #include "host/objects/GateWatch.h"
 #include "host/objects/GuideView.h"
 #include "host/objects/HostLog.h"
-#include "host/objects/Pace.h"
 #include "host/objects/TaskQueue.h"
 #include "host/objects/Transcript.h"
 
@@ -15,17 +15,14 @@
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 #include <optional>
-#include <vector>
 
 namespace host {
 
-/// The state that the host's objects share: the machine, the tasks, the open guide and the log.
+/// The state that the host's objects share: the back end, the tasks, the open guide and the log.
 ///
 /// machine(), isBusy() and isPopuped(): any thread; everything else: application thread, unless stated
-/// otherwise. The machine is never changed in place: a changed copy replaces it, so that a reader keeps its
-/// version.
+/// otherwise.
 class HostCore : public QObject
 {
     Q_OBJECT
@@ -40,18 +37,14 @@ class HostCore : public QObject
     Q_PROPERTY(bool guideCanStart READ guideCanStart NOTIFY guideChanged)
 
 public:
-    explicit HostCore(Machine machine, QObject* parent = nullptr);
+    explicit HostCore(std::unique_ptr<Backend> backend, QObject* parent = nullptr);
 
-    /// The speed of tasks that have not started.
-    void setPace(Pace pace) { pace_ = pace; }
-    /// The tasks that must fail, each once, in this order for one function.
-    void setFailures(std::vector<PlannedFailure> failures) { failures_ = std::move(failures); }
     /// Whether the work of each guide is started as the guide opens, as a user would.
     void setStartsGuides(bool starts) { startsGuides_ = starts; }
     /// Receives the calls of the host's objects. Any thread.
     Transcript& transcript() { return transcript_; }
 
-    std::shared_ptr<const Machine> machine() const;
+    std::shared_ptr<const Machine> machine() const { return backend_->machine(); }
     bool isBusy() const { return busy_ || closing_; }
     bool isPopuped() const { return popuped_ || pageOpen_ || closing_; }
 
@@ -78,8 +71,8 @@ public:
     Rejection closingRejection() const;
     /// Queues an order, which is carried out after this call has returned.
     void order(int function, const QVariantMap& params);
-    /// Replaces the machine and emits machineChanged().
-    void change(Machine machine);
+    /// Replaces the machine, for a change of the host's settings, and emits machineChanged().
+    void change(Machine machine) { backend_->change(std::move(machine)); }
 
     /// Replaces the open guide. Work that is rejected is removed, so that the guide only informs.
     void openGuide(Guide guide);
@@ -130,16 +123,12 @@ Q_SIGNALS:
 
 private:
     void addTask(int function, const QVariantMap& params);
-    TaskPlan planTask(int function, const QVariantMap& params);
-    Rejection finishTask(int function, const QVariantMap& params);
-    void interruptTask(int function, const QVariantMap& params, double share);
     void onTaskStarted(int id);
     void onTaskEnded(int id, const QString& state, const QString& error);
     void recordGuide(const QString& action);
     void showWork();
 
-    mutable std::mutex machineMutex_;
-    std::shared_ptr<const Machine> machine_;
+    std::unique_ptr<Backend> backend_; // before the tasks, whose executions use it
     std::atomic<bool> busy_;
     std::atomic<bool> popuped_;
     std::atomic<bool> pageOpen_{false};
@@ -152,8 +141,6 @@ private:
     QString address_;
     bool startsGuides_ = false;
     bool dialogOpen_ = false;
-    Pace pace_;
-    std::vector<PlannedFailure> failures_;
     Transcript transcript_;
     HostLog log_;
     GuideView guideView_{*this};

@@ -15,9 +15,9 @@ static void registerPages()
 
 namespace host {
 
-Scene::Scene(Machine machine, int automaticAnswer, ThemeMode theme, const QString& language)
+Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode theme, const QString& language)
     : language_(language),
-      core_(std::move(machine)),
+      core_(std::move(backend)),
       disks_(core_),
       theme_(theme),
       link_(core_, automaticAnswer)

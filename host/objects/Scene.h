@@ -19,7 +19,7 @@ class Scene
 public:
     /// @p automaticAnswer: see BridgeLink. @p language: one of MultiLanguage::languages(). Creates the window
     /// without showing it.
-    Scene(Machine machine, int automaticAnswer, ThemeMode theme = ThemeMode::System,
+    Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode theme = ThemeMode::System,
           const QString& language = QStringLiteral("en"));
 
     HostCore& core() { return core_; }

@@ -8,8 +8,6 @@ namespace host {
 namespace {
 
 constexpr std::size_t kKeptRows = 200;
-// Interval between progress updates.
-constexpr int kStepMs = 50;
 
 const QString kWaiting = QStringLiteral("waiting");
 const QString kRunning = QStringLiteral("running");
@@ -17,12 +15,25 @@ const QString kDone = QStringLiteral("done");
 const QString kFailed = QStringLiteral("failed");
 const QString kCancelled = QStringLiteral("cancelled");
 
+QString stateOf(Execution::Outcome outcome)
+{
+    switch (outcome) {
+    case Execution::Outcome::Done:
+        return kDone;
+    case Execution::Outcome::Failed:
+        return kFailed;
+    case Execution::Outcome::Cancelled:
+        break;
+    }
+    return kCancelled;
+}
+
 } // namespace
 
 TaskQueue::TaskQueue(QObject* parent) : QAbstractListModel(parent)
 {
     timer_.setSingleShot(true);
-    connect(&timer_, &QTimer::timeout, this, &TaskQueue::step);
+    connect(&timer_, &QTimer::timeout, this, &TaskQueue::startNext);
 }
 
 int TaskQueue::add(TaskWork work)
@@ -74,9 +85,7 @@ void TaskQueue::cancel(int taskId)
     if (found == rows_.end())
         return;
     if (found->state == kRunning) {
-        const double done = share();
-        found->work.interrupt(done);
-        end(kCancelled, Text(), done);
+        running_->cancel();
     } else if (found->state == kWaiting) {
         found->state = kCancelled;
         changed(*found);
@@ -133,58 +142,44 @@ const TaskQueue::Row* TaskQueue::current() const
     return found == rows_.end() ? nullptr : &*found;
 }
 
+void TaskQueue::startNext()
+{
+    Row* row = current();
+    if (row != nullptr && !running_)
+        begin(*row);
+}
+
 void TaskQueue::begin(Row& row)
 {
-    running_ = true;
-    plan_ = row.work.plan();
+    running_ = row.work.execution();
+    connect(running_.get(), &Execution::progressed, this, &TaskQueue::showProgress);
+    connect(running_.get(), &Execution::ended, this, &TaskQueue::end);
     row.state = kRunning;
-    sinceStart_.start();
     changed(row);
     Q_EMIT taskStarted(row.id, row.work.title.english());
-    if (plan_.rejection)
-        return end(kFailed, *plan_.rejection, 0);
-    timer_.start(static_cast<int>(std::min<qint64>(kStepMs, plan_.milliseconds)));
+    // A slot of the signal can have cancelled the task.
+    if (running_)
+        running_->start();
 }
 
-void TaskQueue::step()
+void TaskQueue::showProgress()
 {
     Row* row = current();
-    if (row == nullptr)
-        return;
-    if (!running_)
-        return begin(*row);
-    const double done = share();
-    if (plan_.failsAt.has_value() && done >= *plan_.failsAt) {
-        row->work.interrupt(*plan_.failsAt);
-        return end(kFailed, plan_.failure, *plan_.failsAt);
-    }
-    if (done >= 1) {
-        const Rejection rejection = row->work.finish();
-        return rejection ? end(kFailed, *rejection, done) : end(kDone, Text(), 1);
-    }
-    row->progress = done;
+    row->progress = running_->progress();
     changed(*row);
-    const qint64 left = plan_.milliseconds - sinceStart_.elapsed();
-    timer_.start(static_cast<int>(std::clamp<qint64>(left, 0, kStepMs)));
 }
 
-double TaskQueue::share() const
+void TaskQueue::end(Execution::Outcome outcome, const Text& error)
 {
-    if (plan_.milliseconds <= 0)
-        return 1;
-    return std::min(1.0,
-                    static_cast<double>(sinceStart_.elapsed()) / static_cast<double>(plan_.milliseconds));
-}
-
-void TaskQueue::end(const QString& state, const Text& error, double progress)
-{
-    timer_.stop();
-    running_ = false;
     Row* row = current();
-    row->state = state;
+    row->state = stateOf(outcome);
     row->error = error;
-    row->progress = progress;
+    row->progress = running_->progress();
+    // The execution is emitting a signal, so it is kept until another one has ended.
+    running_->disconnect(this);
+    ended_ = std::move(running_);
     const int id = row->id;
+    const QString state = row->state;
     changed(*row);
     Q_EMIT taskEnded(id, state, error.english());
     settle();

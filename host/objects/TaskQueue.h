@@ -1,34 +1,23 @@
 #pragma once
 
-#include "host/machine/Rejection.h"
+#include "host/backend/Execution.h"
 
 #include <QtCore/QAbstractListModel>
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
 
 #include <deque>
 #include <functional>
-#include <optional>
+#include <memory>
 
 namespace host {
 
-/// Made when a task starts.
-struct TaskPlan
-{
-    Rejection rejection;           ///< why the task can no longer run
-    qint64 milliseconds = 0;       ///< duration
-    std::optional<double> failsAt; ///< share of the work, 0 to 1, after which it fails
-    Text failure;                  ///< the error of that failure
-};
-
-/// A task of the queue. All functions are called on the queue's thread.
+/// A task of the queue.
 struct TaskWork
 {
     Text title;
     QString detail; ///< parameters, one line
-    std::function<TaskPlan()> plan;
-    std::function<Rejection()> finish;     ///< carries out the work unless it is rejected
-    std::function<void(double)> interrupt; ///< applies the effect of work that ends at that share
+    /// Called when the task starts, on the queue's thread.
+    std::function<std::unique_ptr<Execution>()> execution;
 };
 
 /// The host's tasks, which run one at a time in order. The latest two hundred ended tasks stay in the list.
@@ -56,10 +45,10 @@ public:
     QModelIndex indexOf(int taskId) const;
     /// Called after a change of the language.
     void retranslate();
-    /// Cancels every task that waits or runs.
+    /// Cancels every task that waits, and requests the end of the running one.
     void cancelAll();
 
-    /// Cancels a waiting task, or ends a running one. No effect on an ended or unknown task.
+    /// Cancels a waiting task, or requests the end of a running one. No effect on an ended or unknown task.
     Q_INVOKABLE void cancel(int taskId);
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -86,18 +75,17 @@ private:
     Row* current();
     const Row* current() const;
     void begin(Row& row);
-    void step();
-    double share() const;
-    void end(const QString& state, const Text& error, double progress);
+    void startNext();
+    void showProgress();
+    void end(Execution::Outcome outcome, const Text& error);
     void settle();
     void changed(const Row& row);
     void forgetOldest();
 
     std::deque<Row> rows_;
     int lastId_ = 0;
-    bool running_ = false;
-    TaskPlan plan_;
-    QElapsedTimer sinceStart_;
+    std::unique_ptr<Execution> running_;
+    std::unique_ptr<Execution> ended_; ///< the last one
     QTimer timer_;
 };
 

@@ -29,7 +29,7 @@ protected:
         return answer;
     }
 
-    host::Scene scene{testMachine(), -1};
+    host::Scene scene{simulated(testMachine()), -1};
     AIBridge bridge;
     CZorHandle tools;
 };

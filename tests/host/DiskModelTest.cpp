@@ -92,7 +92,7 @@ protected:
         core.change(next);
     }
 
-    host::HostCore core{testMachine()};
+    host::HostCore core{simulated(testMachine())};
     host::DiskModel model{core};
 };
 

@@ -35,7 +35,7 @@ class HostMethods : public testing::TestWithParam<MemberRow>
 
 TEST_P(HostMethods, Method_HasTheExactSignature)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     QObject* object = hostObject(scene, GetParam().object);
     ASSERT_NE(object, nullptr);
     const QByteArray signature = GetParam().method;
@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(All, HostMethods, testing::ValuesIn(kMethods), [](const
 
 TEST(HostProperties, All_HaveTheirTypes)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     const QMetaProperty busy = findHostProperty(hostObject(scene, "__zormain"), "busy");
     EXPECT_STREQ(busy.typeName(), "bool");
     const QMetaProperty popuped = findHostProperty(hostObject(scene, "window"), "popuped");
@@ -93,14 +93,14 @@ TEST(HostProperties, All_HaveTheirTypes)
 
 TEST(HostProperties, LanguageSignal_IsASignal)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     EXPECT_EQ(findHostMethod(hostObject(scene, "multilanguage"), "sigCurrentLanguageChanged").methodType(),
               QMetaMethod::Signal);
 }
 
 TEST(HostScene, Window_IsTheOnlyRootAndExistsBeforeTheComponent)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     ASSERT_NE(scene.window(), nullptr);
     EXPECT_EQ(QGuiApplication::topLevelWindows().size(), 1);
     EXPECT_EQ(firstTopLevelWindow(), scene.window());
@@ -110,7 +110,7 @@ TEST(HostScene, Window_IsTheOnlyRootAndExistsBeforeTheComponent)
 // A lookup from another thread must not enter the parts of the tree that the pages change.
 TEST(HostScene, ItemsFoundByName_AreChildrenOfTheWindow)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     EXPECT_EQ(hostObject(scene, "__zormain")->parent(), scene.window());
     EXPECT_EQ(hostObject(scene, "__qml_executer")->parent(), scene.window());
 }
@@ -118,7 +118,7 @@ TEST(HostScene, ItemsFoundByName_AreChildrenOfTheWindow)
 // A member declared in QML would be read through the script engine, which is not thread-safe.
 TEST(HostScene, ObjectsReadFromOtherThreads_HaveTheMetaObjectsOfTheirClasses)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     EXPECT_EQ(scene.window()->metaObject(), &host::HostWindow::staticMetaObject);
     EXPECT_EQ(hostObject(scene, "__zormain")->metaObject(), &host::MainPage::staticMetaObject);
     EXPECT_EQ(hostObject(scene, "__qml_executer")->metaObject(), &host::QmlExecuter::staticMetaObject);
@@ -133,7 +133,7 @@ QVariant toolBox(host::Scene& scene, int index, const QVariantMap& record)
 
 TEST(HostAnswers, PreOsState_ChangesWithInstallAndDisable)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     QObject* media = hostObject(scene, "bootablemedia");
     QObject* main = hostObject(scene, "__zormain");
     const auto enabled = [&] {
@@ -148,7 +148,7 @@ TEST(HostAnswers, PreOsState_ChangesWithInstallAndDisable)
 
 TEST(HostAnswers, ToolboxFunctions_FollowTheMachinesSettings)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     QObject* main = hostObject(scene, "__zormain");
     const auto ask = [&](const char* gate) {
         return callHost<QVariant>(main, gate, ConnectionRule::Call).value().toBool();
@@ -163,7 +163,7 @@ TEST(HostAnswers, ToolboxFunctions_FollowTheMachinesSettings)
 
 TEST(HostAnswers, CloseGuide_ClosesTheOpenGuideOnce)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     toolBox(scene, 2, {});
     EXPECT_TRUE(callWindowMethod("closeGuide", QVariant()).toBool());
     EXPECT_EQ(scene.core().guide(), nullptr);
@@ -172,14 +172,14 @@ TEST(HostAnswers, CloseGuide_ClosesTheOpenGuideOnce)
 
 TEST(HostAnswers, OpenUrl_ShowsTheAddress)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     EXPECT_TRUE(callWindowMethod("openUrl", QVariant("http://localhost/page")).toBool());
     EXPECT_EQ(scene.core().address(), "http://localhost/page");
 }
 
 TEST(HostAnswers, RecoveryAndHealth_KnowTheDisks)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     QObject* recovery = hostObject(scene, "partitionrecovery");
     const auto valid = [&](int disk) {
         return callHost<bool>(recovery, "isDiskIndexValid", ConnectionRule::Call,
@@ -203,14 +203,14 @@ TEST(HostAnswers, BusyAndPopuped_FollowTheMachinesSettings)
     host::Machine machine = testMachine();
     machine.busy = true;
     machine.popuped = true;
-    host::Scene scene(machine, -1);
+    host::Scene scene(simulated(machine), -1);
     EXPECT_TRUE(readWindowProperty("popuped").toBool());
     EXPECT_TRUE(hostObject(scene, "__zormain")->property("busy").toBool());
 }
 
 TEST(HostAnswers, OpenDialog_IsPopuped)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     EXPECT_FALSE(readWindowProperty("popuped").toBool());
     scene.core().setDialogOpen(true);
     EXPECT_TRUE(readWindowProperty("popuped").toBool());
@@ -218,7 +218,7 @@ TEST(HostAnswers, OpenDialog_IsPopuped)
 
 TEST(HostAnswers, ClosingHost_IsBusyAndRejectsQuestions)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     scene.core().setClosing();
     EXPECT_TRUE(readWindowProperty("popuped").toBool());
     EXPECT_TRUE(hostObject(scene, "__zormain")->property("busy").toBool());

@@ -39,7 +39,7 @@ bool readAll(const host::Scene& scene, QObject* manager, QObject* devices, QObje
 
 TEST(HostThreads, DirectCallsAndReads_DuringChanges_SeeAConsistentMachine)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     QObject* manager = contextObject(&scene.engine(), "partitionmanager");
     QObject* devices = contextObject(&scene.engine(), "deviceMgr");
     QObject* recovery = contextObject(&scene.engine(), "partitionrecovery");
@@ -73,7 +73,7 @@ TEST(HostThreads, DirectCallsAndReads_DuringChanges_SeeAConsistentMachine)
 
 TEST(HostThreads, Order_ReturnsAtOnceAndKeepsTheHostBusyUntilItEnds)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     QObject* manager = contextObject(&scene.engine(), "partitionmanager");
     runOnOtherThread([&] {
         orderHost(manager, "doFunFromAI", ConnectionRule::Call, 31,
@@ -85,7 +85,7 @@ TEST(HostThreads, Order_ReturnsAtOnceAndKeepsTheHostBusyUntilItEnds)
 
 TEST(HostThreads, Orders_RunInSequence)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     scene.core().order(30, {{"driveLetter", "D"}, {"newDriveLetter", "Q:"}});
     scene.core().order(31, {{"driveLetter", "Q"}, {"newLabel", "Moved"}});
     EXPECT_TRUE(scene.core().isBusy());
@@ -97,7 +97,7 @@ TEST(HostThreads, Orders_RunInSequence)
 
 TEST(HostThreads, OrderMadeImpossibleByAnEarlierOne_FailsAndChangesNothing)
 {
-    host::Scene scene(testMachine(), -1);
+    host::Scene scene(simulated(testMachine()), -1);
     scene.core().order(16, {{"driveLetter", "D"}});
     scene.core().order(31, {{"driveLetter", "D"}, {"newLabel", "Gone"}});
     EXPECT_TRUE(pumpUntil([&] { return !scene.core().isBusy(); }));

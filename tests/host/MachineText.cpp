@@ -30,6 +30,11 @@ QByteArray machineText()
  ]})";
 }
 
+std::unique_ptr<host::Simulation> simulated(host::Machine machine)
+{
+    return std::make_unique<host::Simulation>(std::move(machine));
+}
+
 host::Machine testMachine()
 {
     return machineOf(machineText());

@@ -2,8 +2,11 @@
 
 #include "host/machine/Machine.h"
 #include "host/machine/Rejection.h"
+#include "host/simulation/Simulation.h"
 
 #include <QtCore/QByteArray>
+
+#include <memory>
 
 /// A small machine for tests. Disk 0: GPT with an EFI partition, the system on C, data on D and 10 GiB free.
 /// Disk 1: MBR of 3 TiB with E and two free regions of 1 GiB and about 2 TiB, the second extending beyond 2
@@ -13,6 +16,9 @@ QByteArray machineText();
 
 /// machineText() as a machine.
 host::Machine testMachine();
+
+/// A simulation of a machine.
+std::unique_ptr<host::Simulation> simulated(host::Machine machine);
 
 /// Reads a description; an error fails the test.
 host::Machine machineOf(const QByteArray& json);

@@ -1,5 +1,5 @@
 // Duration of tasks, and the values of --speed and --fail.
-#include "host/objects/Pace.h"
+#include "host/simulation/Pace.h"
 
 #include <gtest/gtest.h>
 

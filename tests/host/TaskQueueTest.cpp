@@ -1,5 +1,6 @@
 // The task queue: order, progress, failure, cancellation and rows.
 #include "host/objects/TaskQueue.h"
+#include "host/simulation/TimedExecution.h"
 #include "tests/support/Threads.h"
 
 #include <QtTest/QSignalSpy>
@@ -11,6 +12,8 @@ namespace {
 using host::TaskPlan;
 using host::TaskQueue;
 using host::TaskWork;
+using host::TimedExecution;
+using host::TimedWork;
 
 struct Trace
 {
@@ -18,9 +21,7 @@ struct Trace
 
     TaskWork work(const QString& title, TaskPlan plan = {}, const QString& error = {})
     {
-        TaskWork work;
-        work.title = title;
-        work.detail = "of " + title;
+        TimedWork work;
         work.plan = [this, title, plan] { return lines.append("plan " + title), plan; };
         work.finish = [this, title, error]() -> host::Rejection {
             lines.append("finish " + title);
@@ -29,7 +30,7 @@ struct Trace
         work.interrupt = [this, title](double share) {
             lines.append(QString("interrupt %1 at %2").arg(title).arg(share));
         };
-        return work;
+        return {title, "of " + title, [work] { return std::make_unique<TimedExecution>(work); }};
     }
 };
 

@@ -26,7 +26,8 @@ protected:
     QString state(int row) { return cell(row, TaskQueue::StateRole).toString(); }
     const host::Partition& drive(const char* letter) { return *core.machine()->partition(letter); }
 
-    host::HostCore core{testMachine()};
+    host::Simulation& simulation = *new host::Simulation(testMachine());
+    host::HostCore core{std::unique_ptr<host::Backend>(&simulation)};
     const QVariantMap format{{"driveLetter", "D"},
                              {"fileSystem", "exFAT"},
                              {"label", "New"},
@@ -37,7 +38,7 @@ protected:
 TEST_F(Tasks, FullFormat_TakesTheTimeOfItsBytes)
 {
     // 50 GiB at 4 MiB per second: longer than any test.
-    core.setPace(Pace{false, 0.001});
+    simulation.setPace(Pace{false, 0.001});
     core.order(kFormat, format);
     ASSERT_TRUE(pumpUntil([&] { return cell(0, TaskQueue::ProgressRole).toDouble() > 0; }));
     EXPECT_LT(cell(0, TaskQueue::ProgressRole).toDouble(), 0.9);
@@ -50,7 +51,7 @@ TEST_F(Tasks, FullFormat_TakesTheTimeOfItsBytes)
 
 TEST_F(Tasks, Instant_TakesNoTime)
 {
-    core.setPace(Pace{true, 1});
+    simulation.setPace(Pace{true, 1});
     core.order(kFormat, format);
     ASSERT_TRUE(finish());
     EXPECT_EQ(drive("D").fsString, "exFAT");
@@ -59,8 +60,8 @@ TEST_F(Tasks, Instant_TakesNoTime)
 
 TEST_F(Tasks, FailedFormat_LeavesThePartitionRaw)
 {
-    core.setPace(Pace{true, 1});
-    core.setFailures({{kFormat, 0.4}});
+    simulation.setPace(Pace{true, 1});
+    simulation.setFailures({{kFormat, 0.4}});
     core.order(kFormat, format);
     ASSERT_TRUE(finish());
     EXPECT_EQ(state(0), "failed");
@@ -73,8 +74,8 @@ TEST_F(Tasks, FailedFormat_LeavesThePartitionRaw)
 
 TEST_F(Tasks, PlannedFailure_AffectsOnlyTheNextTaskOfItsFunction)
 {
-    core.setPace(Pace{true, 1});
-    core.setFailures({{kFormat, 0.5}, {kFormat, 0.0}});
+    simulation.setPace(Pace{true, 1});
+    simulation.setFailures({{kFormat, 0.5}, {kFormat, 0.0}});
     core.order(kLabel, {{"driveLetter", "D"}, {"newLabel", "Data2"}});
     core.order(kFormat, format);
     core.order(kFormat, format);
@@ -89,8 +90,8 @@ TEST_F(Tasks, PlannedFailure_AffectsOnlyTheNextTaskOfItsFunction)
 
 TEST_F(Tasks, FailureAtZeroPercent_LeavesTheMachineUnchanged)
 {
-    core.setPace(Pace{true, 1});
-    core.setFailures({{kFormat, 0.0}});
+    simulation.setPace(Pace{true, 1});
+    simulation.setFailures({{kFormat, 0.0}});
     core.order(kFormat, format);
     ASSERT_TRUE(finish());
     EXPECT_EQ(state(0), "failed");
@@ -99,8 +100,8 @@ TEST_F(Tasks, FailureAtZeroPercent_LeavesTheMachineUnchanged)
 
 TEST_F(Tasks, FailedResize_LeavesTheMachineUnchanged)
 {
-    core.setPace(Pace{true, 1});
-    core.setFailures({{14, 0.9}});
+    simulation.setPace(Pace{true, 1});
+    simulation.setFailures({{14, 0.9}});
     core.order(14, {{"driveLetter", "D"}, {"size", 20 * kGiB}});
     ASSERT_TRUE(finish());
     EXPECT_EQ(state(0), "failed");
@@ -109,11 +110,11 @@ TEST_F(Tasks, FailedResize_LeavesTheMachineUnchanged)
 
 TEST_F(Tasks, CancelledFormat_LeavesThePartitionRawAndTheNextTaskRuns)
 {
-    core.setPace(Pace{false, 0.001});
+    simulation.setPace(Pace{false, 0.001});
     core.order(kFormat, format);
     ASSERT_TRUE(pumpUntil([&] { return cell(0, TaskQueue::ProgressRole).toDouble() > 0; }));
     core.order(33, {{"driveLetter", "E"}});
-    core.setPace(Pace{true, 1});
+    simulation.setPace(Pace{true, 1});
     core.tasks()->cancel(1);
     EXPECT_EQ(state(0), "cancelled");
     EXPECT_EQ(drive("D").fsString, "RAW");

@@ -121,7 +121,7 @@ protected:
     }
 
     const QTemporaryDir folder;
-    host::Scene scene{testMachine(), -1};
+    host::Scene scene{simulated(testMachine()), -1};
     AIBridge bridge;
     CZorHandle tools;
 };

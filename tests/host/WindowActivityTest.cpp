@@ -15,9 +15,7 @@ using WindowQueue = WindowTest;
 // A task that runs until it is cancelled.
 host::TaskWork endlessTask(const QString& title, int& interrupted)
 {
-    host::TaskWork work;
-    work.title = title;
-    work.detail = "driveLetter=D";
+    host::TimedWork work;
     work.plan = [] {
         host::TaskPlan plan;
         plan.milliseconds = 24 * 3600 * 1000;
@@ -25,7 +23,7 @@ host::TaskWork endlessTask(const QString& title, int& interrupted)
     };
     work.finish = [] { return QString(); };
     work.interrupt = [&interrupted](double) { ++interrupted; };
-    return work;
+    return {title, "driveLetter=D", [work] { return std::make_unique<host::TimedExecution>(work); }};
 }
 
 TEST_F(WindowTimeline, QueuedCall_ShowsToolArgumentsAndAnswer)
@@ -192,12 +190,12 @@ TEST_F(WindowQueue, CancelButton_WorksByKeyboard)
 
 TEST_F(WindowQueue, FailedTask_ShowsItsError)
 {
-    host::TaskWork work;
-    work.title = "FormatPartition";
+    host::TimedWork work;
     work.plan = [] { return host::TaskPlan(); };
     work.finish = [] { return QString("the medium is gone"); };
     work.interrupt = [](double) {};
-    scene.core().tasks()->add(work);
+    scene.core().tasks()->add(
+        {"FormatPartition", QString(), [work] { return std::make_unique<host::TimedExecution>(work); }});
     ASSERT_TRUE(waitForText("taskState", "failed"));
     EXPECT_EQ(text("taskError"), "the medium is gone");
     EXPECT_EQ(item("taskError")->property("color").value<QColor>(), scene.theme().bad());

@@ -120,7 +120,7 @@ protected:
         EXPECT_TRUE(pumpUntil([&] { return !scene.core().isBusy(); }));
         host::Pace slow;
         slow.factor = 0.000001;
-        scene.core().setPace(slow);
+        simulation.setPace(slow);
         for (int times = 0; times < 3; ++times)
             scene.core().order(15, {{"driveLetter", "D"}, {"fileSystem", "NTFS"}});
         scene.core().tasks()->cancel(5);

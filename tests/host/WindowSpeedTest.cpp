@@ -85,7 +85,7 @@ TEST(WindowSpeed, LargeMachine_OpensInUnderASecond)
     const host::Machine machine = largeMachine();
     ASSERT_EQ(partitionsOf(machine), kPartitions);
     const Watch watch;
-    host::Scene scene(machine, -1);
+    host::Scene scene(simulated(machine), -1);
     AIBridge bridge;
     bridge.setEngine(&scene.engine());
     scene.link().attach(&bridge);

@@ -28,7 +28,11 @@ void collect(QQuickItem* parent, const QString& name, std::vector<QQuickItem*>& 
 
 WindowTest::WindowTest(host::ThemeMode theme) : WindowTest(testMachine(), theme) {}
 
-WindowTest::WindowTest(host::Machine machine, host::ThemeMode theme) : scene(std::move(machine), -1, theme) {}
+WindowTest::WindowTest(host::Machine machine, host::ThemeMode theme)
+    : simulation(*new host::Simulation(std::move(machine))),
+      scene(std::unique_ptr<host::Backend>(&simulation), -1, theme)
+{
+}
 
 void WindowTest::useSoftware()
 {
@@ -45,7 +49,7 @@ void WindowTest::SetUp()
     });
     host::Pace pace;
     pace.instant = true;
-    scene.core().setPace(pace);
+    simulation.setPace(pace);
     bridge.setEngine(&scene.engine());
     scene.link().attach(&bridge);
     scene.window()->show();

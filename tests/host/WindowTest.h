@@ -3,6 +3,7 @@
 #include "bridge/AIBridge.h"
 #include "host/objects/Scene.h"
 #include "host/objects/WindowObjects.h"
+#include "host/simulation/Simulation.h"
 
 #include <QtCore/QStringList>
 #include <QtQuick/QQuickItem>
@@ -47,6 +48,7 @@ protected:
 
     QStringList warnings_;
     bool software_ = (useSoftware(), true);
+    host::Simulation& simulation; // owned by the scene
     host::Scene scene;
     AIBridge bridge;
 };

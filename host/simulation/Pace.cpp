@@ -1,4 +1,4 @@
-#include "host/objects/Pace.h"
+#include "host/simulation/Pace.h"
 
 #include "host/machine/Functions.h"
 

@@ -1,0 +1,25 @@
+#include "host/backend/Backend.h"
+
+#include <utility>
+
+namespace host {
+
+Backend::Backend(Machine machine) : machine_(std::make_shared<const Machine>(std::move(machine))) {}
+
+std::shared_ptr<const Machine> Backend::machine() const
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return machine_;
+}
+
+void Backend::change(Machine machine)
+{
+    auto next = std::make_shared<const Machine>(std::move(machine));
+    {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        machine_.swap(next);
+    }
+    Q_EMIT machineChanged();
+}
+
+} // namespace host

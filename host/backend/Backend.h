@@ -1,0 +1,47 @@
+#pragma once
+
+#include "host/backend/Execution.h"
+#include "host/machine/Machine.h"
+#include "host/machine/Rejection.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QVariantMap>
+
+#include <memory>
+#include <mutex>
+
+namespace host {
+
+/// The machine and the orders that it can carry out: a simulation, or disks of this computer.
+///
+/// machine(): any thread; everything else: application thread. The machine is never changed in place: a
+/// changed copy replaces it, so that a reader keeps its version.
+class Backend : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Backend(Machine machine);
+
+    std::shared_ptr<const Machine> machine() const;
+    /// Replaces the machine and emits machineChanged(). Outside a back end, only for the host's own settings.
+    void change(Machine machine);
+
+    /// Whether the partition page accepts an order. @p params: the keys of the order.
+    virtual Rejection orderRejection(int function, const QVariantMap& params) const = 0;
+    /// Whether a function of the page or of one of the host's guides can run now.
+    virtual Rejection taskRejection(int function, const QVariantMap& params) const = 0;
+    /// Prepares an order. The execution checks again whether it can run when it starts. It must not outlive
+    /// the back end.
+    virtual std::unique_ptr<Execution> execute(int function, const QVariantMap& params) = 0;
+
+Q_SIGNALS:
+    /// After an order, after a change from outside, and after a change of a setting.
+    void machineChanged();
+
+private:
+    mutable std::mutex mutex_;
+    std::shared_ptr<const Machine> machine_;
+};
+
+} // namespace host
