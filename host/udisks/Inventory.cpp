@@ -1,0 +1,210 @@
+#include "host/udisks/Inventory.h"
+
+#include "host/machine/Layout.h"
+#include "host/machine/Records.h"
+
+#include <algorithm>
+
+namespace host {
+
+namespace {
+
+const QString kEfi = QStringLiteral("c12a7328-f81f-11d2-ba4b-00a0c93ec93b");
+const QString kReserved = QStringLiteral("e3c9e316-0b5c-4db8-817d-f92df00215ae");
+const QString kRecovery = QStringLiteral("de94bba4-06d1-4d40-a16a-bfd50179d6ac");
+constexpr quint64 kGptHidden = quint64(1) << 62;
+constexpr quint64 kMbrActive = 0x80;
+
+// MBR types of hidden partitions: the ordinary type plus 0x10.
+bool isHiddenType(const QString& type)
+{
+    static const QStringList hidden = {QStringLiteral("0x11"), QStringLiteral("0x14"), QStringLiteral("0x16"),
+                                       QStringLiteral("0x17"), QStringLiteral("0x1b"), QStringLiteral("0x1c"),
+                                       QStringLiteral("0x1e"), QStringLiteral("0x27")};
+    return hidden.contains(type);
+}
+
+void readTypes(Partition& partition, const PartitionEntry& entry)
+{
+    if (partition.isGPT) {
+        partition.partGUID = QLatin1Char('{') + entry.uuid + QLatin1Char('}');
+        partition.gptEFI = entry.type == kEfi;
+        partition.gptReserved = entry.type == kReserved;
+        partition.gptRecovery = entry.type == kRecovery;
+        partition.isHidden = (entry.flags & kGptHidden) != 0;
+        return;
+    }
+    partition.isPrimary = !entry.isContained;
+    partition.isActive = (entry.flags & kMbrActive) != 0;
+    partition.isHidden = isHiddenType(entry.type);
+}
+
+void readVolume(Partition& partition, const BlockDevice& device, const DeviceFacts& facts)
+{
+    partition.label = device.label;
+    partition.readonly = device.readOnly;
+    partition.isBitLocker = device.type == QLatin1String("BitLocker");
+    partition.bltState = partition.isBitLocker ? 3 : 0;
+    partition.isUnformattedType = device.type.isEmpty();
+    partition.fsString = inventoryFileSystem(device.type, device.version);
+    // An unknown amount counts as full, so that no order shrinks the partition below its data.
+    const bool hasData = !device.type.isEmpty();
+    partition.usedSize = hasData ? std::min(facts.usedBytes.value_or(partition.size), partition.size) : 0;
+    partition.clusterSize = facts.clusterBytes / partition.sectorSize;
+}
+
+Partition readPartition(const BlockDevice& device, const Disk& disk, const DeviceFacts& facts)
+{
+    Partition partition;
+    partition.diskIndex = disk.diskIndex;
+    partition.isGPT = disk.isGPT;
+    partition.isRemovable = disk.isRemoveUsb;
+    partition.isVirtualDisk = disk.isVirtualDisk;
+    partition.sectorSize = facts.sectorSize;
+    partition.size = device.partition->size;
+    partition.startSector = device.partition->offset / facts.sectorSize;
+    readTypes(partition, *device.partition);
+    readVolume(partition, device, facts);
+    return partition;
+}
+
+bool wantsLetter(const Partition& partition)
+{
+    return !partition.gptEFI && !partition.gptReserved && !partition.gptRecovery && !partition.isHidden;
+}
+
+// Smaller gaps are the result of alignment.
+void addGap(Disk& disk, qint64 begin, qint64 end, int sectorSize)
+{
+    if (end - begin < kMebibyte)
+        return;
+    Partition gap = freeRegion(disk, begin, end);
+    gap.sectorSize = sectorSize;
+    gap.startSector = begin / sectorSize;
+    gap.size = (end - begin) / sectorSize * sectorSize;
+    disk.partitions.push_back(gap);
+}
+
+Disk readDisk(const BlockDevice& device, const DiskSnapshot& snapshot, bool isImage)
+{
+    Disk disk;
+    disk.size = device.size;
+    disk.readonly = device.readOnly;
+    disk.isUnInitialize = !device.table.has_value();
+    disk.isGPT = device.table == QLatin1String("gpt");
+    disk.isVirtualDisk = isImage;
+    disk.diskInterface = isImage ? QStringLiteral("Image") : QStringLiteral("SATA");
+    if (const DriveInfo* drive = snapshot.drive(device.drive)) {
+        disk.serialNO = drive->serial;
+        disk.isUSB = drive->bus == QLatin1String("usb");
+        disk.isRemoveUsb = disk.isUSB && drive->isRemovable;
+        disk.isSSD = drive->rotationRate == 0;
+        if (!drive->bus.isEmpty())
+            disk.diskInterface = drive->bus.toUpper();
+    }
+    return disk;
+}
+
+} // namespace
+
+const BlockDevice* DiskSource::find(const DiskSnapshot& snapshot) const
+{
+    return isImage ? snapshot.image(file) : snapshot.deviceFile(file);
+}
+
+QString DriveLetters::letterOf(const QString& key)
+{
+    const auto known = letters_.constFind(key);
+    if (known != letters_.constEnd())
+        return *known;
+    const QStringList used = letters_.values();
+    for (char letter = 'D'; letter <= 'Z'; ++letter) {
+        const QString candidate{QLatin1Char(letter)};
+        if (!used.contains(candidate))
+            return *letters_.insert(key, candidate);
+    }
+    return QString();
+}
+
+bool DriveLetters::change(const QString& key, const QString& letter)
+{
+    const QString owner = letters_.key(letter);
+    if (!owner.isEmpty() && owner != key)
+        return false;
+    letters_.insert(key, letter);
+    return true;
+}
+
+QString letterKey(const DiskSource& source, const BlockDevice& disk, const PartitionEntry& entry)
+{
+    return disk.table == QLatin1String("gpt") ? entry.uuid
+                                              : QStringLiteral("%1@%2").arg(source.file).arg(entry.offset);
+}
+
+std::vector<Disk> disksOf(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources,
+                          DriveLetters& letters, const FactsOf& facts)
+{
+    std::vector<Disk> disks;
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        const BlockDevice* device = sources[i].find(snapshot);
+        if (device == nullptr)
+            continue;
+        Disk disk = readDisk(*device, snapshot, sources[i].isImage);
+        disk.diskIndex = static_cast<int>(i);
+        const int sectorSize = facts(*device).sectorSize;
+        qint64 end = disk.isUnInitialize ? 0 : usableBegin();
+        for (const BlockDevice* entry : snapshot.partitionsOf(device->path)) {
+            if (entry->partition->isContainer)
+                continue;
+            Partition partition = readPartition(*entry, disk, facts(*entry));
+            if (wantsLetter(partition))
+                partition.driveLetter = letters.letterOf(letterKey(sources[i], *device, *entry->partition));
+            addGap(disk, end, partition.startOffset(), sectorSize);
+            end = partition.endOffset();
+            disk.partitions.push_back(std::move(partition));
+        }
+        addGap(disk, end, disk.isUnInitialize ? disk.size : usableEnd(disk), sectorSize);
+        settle(disk);
+        disks.push_back(std::move(disk));
+    }
+    return disks;
+}
+
+QString inventoryFileSystem(const QString& type, const QString& version)
+{
+    static const QMap<QString, QString> names = {{QStringLiteral("ntfs"), QStringLiteral("NTFS")},
+                                                 {QStringLiteral("exfat"), QStringLiteral("exFAT")},
+                                                 {QStringLiteral("ext2"), QStringLiteral("EXT2")},
+                                                 {QStringLiteral("ext3"), QStringLiteral("EXT3")},
+                                                 {QStringLiteral("ext4"), QStringLiteral("EXT4")}};
+    if (type.isEmpty())
+        return QStringLiteral("RAW");
+    if (type == QLatin1String("vfat"))
+        return version == QLatin1String("FAT32") ? version : QStringLiteral("FAT");
+    return names.value(type, type.toUpper());
+}
+
+QString serviceFileSystem(const QString& name)
+{
+    static const QMap<QString, QString> types = {
+        {QStringLiteral("ntfs"), QStringLiteral("ntfs")},   {QStringLiteral("fat"), QStringLiteral("vfat")},
+        {QStringLiteral("fat16"), QStringLiteral("vfat")},  {QStringLiteral("fat32"), QStringLiteral("vfat")},
+        {QStringLiteral("exfat"), QStringLiteral("exfat")}, {QStringLiteral("ext2"), QStringLiteral("ext2")},
+        {QStringLiteral("ext3"), QStringLiteral("ext3")},   {QStringLiteral("ext4"), QStringLiteral("ext4")}};
+    return types.value(name.toLower());
+}
+
+bool isSettled(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources)
+{
+    return std::all_of(sources.begin(), sources.end(), [&](const DiskSource& source) {
+        const BlockDevice* disk = source.find(snapshot);
+        if (disk == nullptr)
+            return false;
+        const auto entries = snapshot.partitionsOf(disk->path);
+        return std::all_of(entries.begin(), entries.end(), [](const BlockDevice* entry) {
+            return !entry->partition->type.isEmpty() && entry->size > 0;
+        });
+    });
+}
+
+} // namespace host

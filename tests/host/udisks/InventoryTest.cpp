@@ -1,0 +1,191 @@
+// The inventory from readings of the disk service, without a service.
+#include "host/udisks/Inventory.h"
+#include "host/udisks/DeviceFactsReader.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using host::BlockDevice;
+using host::DiskSnapshot;
+using host::PartitionEntry;
+
+constexpr qint64 kMiB = 1024 * 1024;
+const QString kDiskPath = "/org/freedesktop/UDisks2/block_devices/loop7";
+const QString kData = "ebd0a0a2-b9e5-4433-87c0-68b6b72699c7";
+
+class DiskInventory : public testing::Test
+{
+protected:
+    void disk(const QString& table, qint64 size = 1024 * kMiB)
+    {
+        BlockDevice device;
+        device.path = kDiskPath;
+        device.device = "/dev/loop7";
+        device.size = size;
+        device.backingFile = "/tmp/a.img";
+        if (!table.isEmpty())
+            device.table = table;
+        snapshot.devices.push_back(device);
+    }
+
+    BlockDevice& partition(int number, qint64 offset, qint64 size, const QString& type)
+    {
+        BlockDevice device;
+        device.path = kDiskPath + "p" + QString::number(number);
+        device.size = size;
+        PartitionEntry entry;
+        entry.table = kDiskPath;
+        entry.number = number;
+        entry.offset = offset;
+        entry.size = size;
+        entry.type = type;
+        entry.uuid = QString("uuid-%1").arg(number);
+        device.partition = entry;
+        snapshot.devices.push_back(device);
+        return snapshot.devices.back();
+    }
+
+    host::Disk read()
+    {
+        const auto facts = [this](const BlockDevice&) { return deviceFacts; };
+        const auto disks = host::disksOf(snapshot, sources, letters, facts);
+        EXPECT_EQ(disks.size(), 1u);
+        return disks.empty() ? host::Disk() : disks.front();
+    }
+
+    DiskSnapshot snapshot;
+    std::vector<host::DiskSource> sources{{"/tmp/a.img", true}};
+    host::DriveLetters letters;
+    host::DeviceFacts deviceFacts;
+};
+
+TEST_F(DiskInventory, DiskWithoutTable_IsOneFreeRegion)
+{
+    disk("");
+    const host::Disk result = read();
+    EXPECT_TRUE(result.isUnInitialize);
+    ASSERT_EQ(result.partitions.size(), 1u);
+    EXPECT_TRUE(result.partitions[0].unallocated);
+    EXPECT_EQ(result.partitions[0].size, 1024 * kMiB);
+}
+
+TEST_F(DiskInventory, OtherDevices_AreNotShown)
+{
+    disk("gpt");
+    BlockDevice other;
+    other.path = "/org/freedesktop/UDisks2/block_devices/sda";
+    other.device = "/dev/sda";
+    other.size = 4096 * kMiB;
+    snapshot.devices.push_back(other);
+    read();
+}
+
+TEST_F(DiskInventory, GptPartitions_HaveRegionsAroundThem)
+{
+    disk("gpt");
+    partition(2, 300 * kMiB, 100 * kMiB, kData);
+    partition(1, kMiB, 100 * kMiB, kData);
+    const host::Disk result = read();
+    EXPECT_TRUE(result.isGPT);
+    ASSERT_EQ(result.partitions.size(), 4u);
+    EXPECT_EQ(result.partitions[0].startSector, 2048);
+    EXPECT_EQ(result.partitions[0].partGUID, "{uuid-1}");
+    EXPECT_TRUE(result.partitions[1].unallocated);
+    EXPECT_EQ(result.partitions[1].size, 199 * kMiB);
+    EXPECT_EQ(result.partitions[2].startSector, 300 * 2048);
+    // The backup table uses the last 33 sectors.
+    EXPECT_EQ(result.partitions[3].size, 624 * kMiB - 33 * 512);
+}
+
+TEST_F(DiskInventory, UnknownUsage_CountsAsFull)
+{
+    disk("gpt");
+    partition(1, kMiB, 100 * kMiB, kData).type = "ntfs";
+    EXPECT_EQ(read().partitions[0].usedSize, 100 * kMiB);
+    deviceFacts.usedBytes = 7 * kMiB;
+    EXPECT_EQ(read().partitions[0].usedSize, 7 * kMiB);
+}
+
+TEST_F(DiskInventory, ExtendedPartition_IsNotAnEntry)
+{
+    disk("dos");
+    partition(1, kMiB, 100 * kMiB, "0x07").partition->flags = 0x80;
+    partition(4, 400 * kMiB, 600 * kMiB, "0x05").partition->isContainer = true;
+    partition(5, 402 * kMiB, 100 * kMiB, "0x17").partition->isContained = true;
+    const host::Disk result = read();
+    ASSERT_EQ(result.partitions.size(), 4u);
+    EXPECT_TRUE(result.partitions[0].isPrimary);
+    EXPECT_TRUE(result.partitions[0].isActive);
+    EXPECT_FALSE(result.partitions[0].isHidden);
+    EXPECT_EQ(result.partitions[2].startSector, 402 * 2048);
+    EXPECT_FALSE(result.partitions[2].isPrimary);
+    EXPECT_TRUE(result.partitions[2].isHidden);
+}
+
+TEST_F(DiskInventory, Types_GiveFileSystemsAndFlags)
+{
+    disk("gpt");
+    partition(1, kMiB, 10 * kMiB, "c12a7328-f81f-11d2-ba4b-00a0c93ec93b");
+    BlockDevice& locked = partition(2, 11 * kMiB, 10 * kMiB, kData);
+    locked.type = "BitLocker";
+    BlockDevice& fat = partition(3, 21 * kMiB, 10 * kMiB, kData);
+    fat.type = "vfat";
+    fat.version = "FAT32";
+    fat.label = "STICK";
+    const host::Disk result = read();
+    EXPECT_TRUE(result.partitions[0].gptEFI);
+    EXPECT_EQ(result.partitions[0].driveLetter, "");
+    EXPECT_EQ(result.partitions[0].fsString, "RAW");
+    EXPECT_TRUE(result.partitions[1].isLocked());
+    EXPECT_EQ(result.partitions[2].fsString, "FAT32");
+    EXPECT_EQ(result.partitions[2].label, "STICK");
+}
+
+TEST_F(DiskInventory, Letter_StaysWithItsPartition)
+{
+    disk("gpt");
+    partition(1, kMiB, 100 * kMiB, kData);
+    partition(2, 300 * kMiB, 100 * kMiB, kData);
+    EXPECT_EQ(read().partitions[2].driveLetter, "E");
+    // The first partition is deleted.
+    snapshot.devices.erase(snapshot.devices.begin() + 1);
+    EXPECT_EQ(read().partitions[1].driveLetter, "E");
+}
+
+TEST_F(DiskInventory, LetterOfAnMbrPartition_DoesNotDependOnItsNumber)
+{
+    disk("dos");
+    partition(5, 100 * kMiB, 100 * kMiB, "0x07").partition->isContained = true;
+    partition(6, 300 * kMiB, 100 * kMiB, "0x07").partition->isContained = true;
+    EXPECT_EQ(read().partitions[3].driveLetter, "E");
+    snapshot.devices.erase(snapshot.devices.begin() + 1);
+    snapshot.devices[1].partition->number = 5;
+    snapshot.devices[1].partition->uuid = "uuid-5";
+    EXPECT_EQ(read().partitions[1].driveLetter, "E");
+}
+
+TEST_F(DiskInventory, EntryWithoutType_IsNotSettled)
+{
+    disk("gpt");
+    EXPECT_TRUE(host::isSettled(snapshot, sources));
+    partition(1, kMiB, 100 * kMiB, "");
+    EXPECT_FALSE(host::isSettled(snapshot, sources));
+    snapshot.devices.clear();
+    EXPECT_FALSE(host::isSettled(snapshot, sources));
+}
+
+TEST(UsedSpace, IsReadFromTheToolsOfTheFileSystem)
+{
+    EXPECT_EQ(
+        host::usedOfNtfsresize("Cluster size       : 4096 bytes\nYou might resize at 2043904 bytes or 3 MB "
+                               "(freeing 312 MB).\n"),
+        2043904);
+    EXPECT_EQ(host::usedOfNtfsresize("ERROR: Volume is scheduled for check."), std::nullopt);
+    EXPECT_EQ(host::usedOfDumpe2fs("Block count:              102400\nFree blocks:              90319\n"
+                                   "Block size:               1024\n"),
+              12081 * 1024);
+    EXPECT_EQ(host::usedOfDumpe2fs("Block count:              102400\n"), std::nullopt);
+}
+
+} // namespace
