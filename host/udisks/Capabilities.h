@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/machine/Rejection.h"
+#include "host/udisks/DiskService.h"
+
+#include <QtCore/QMap>
+
+namespace host {
+
+/// The file systems that the disk service can create and resize with the tools of this computer. Types are
+/// those of the service, such as "vfat".
+class Capabilities
+{
+public:
+    /// Asks the service and waits for its replies.
+    static Capabilities read(DiskService& service);
+
+    Rejection formatRejection(const QString& type) const;
+    Rejection resizeRejection(const QString& type) const;
+
+private:
+    QMap<QString, QString> formatTools_; ///< the missing tool; empty if the type can be created
+    QMap<QString, QString> resizeTools_;
+};
+
+} // namespace host

@@ -1,0 +1,182 @@
+#include "host/udisks/DiskBackend.h"
+
+#include "host/machine/Functions.h"
+#include "host/machine/OrderParts.h"
+#include "host/machine/Rules.h"
+#include "host/udisks/DeviceFactsReader.h"
+#include "host/udisks/OrderExecution.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtDBus/QDBusUnixFileDescriptor>
+
+#include <algorithm>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+// The service reports one change of a partition table in several signals.
+constexpr int kQuietMs = 250;
+constexpr int kLargestReadings = 40;
+const QString kManager = QStringLiteral("/org/freedesktop/UDisks2/Manager");
+
+Machine emptyMachine()
+{
+    Machine machine;
+    machine.name = QStringLiteral("disks");
+    machine.bootMediaEnabled = false;
+    return machine;
+}
+
+Rejection orderPartRejection(const Capabilities& capabilities, const Machine& machine, int function,
+                             const QVariantMap& params)
+{
+    const bool creates = function == static_cast<int>(Function::CreatePartition);
+    if (creates || function == static_cast<int>(Function::FormatPartition)) {
+        if (numberOf(params, "clusterSize") > 0)
+            return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk service chooses the cluster size itself."));
+        return capabilities.formatRejection(serviceFileSystem(textOf(params, "fileSystem")));
+    }
+    if (function == static_cast<int>(Function::ResizePartition))
+        return capabilities.resizeRejection(serviceFileSystem(target(machine, params).fsString));
+    return kAccepted;
+}
+
+} // namespace
+
+DiskBackend::DiskBackend(const QDBusConnection& bus, std::vector<DiskSource> sources)
+    : Backend(emptyMachine()), service_(bus), sources_(std::move(sources))
+{
+    quietTimer_.setSingleShot(true);
+    quietTimer_.setInterval(kQuietMs);
+    connect(&quietTimer_, &QTimer::timeout, this, &DiskBackend::readWhenQuiet);
+    connect(&service_, &DiskService::changed, &quietTimer_, QOverload<>::of(&QTimer::start));
+    connect(&service_, &DiskService::availabilityChanged, &quietTimer_, QOverload<>::of(&QTimer::start));
+}
+
+std::variant<std::unique_ptr<DiskBackend>, QString> DiskBackend::open(const QDBusConnection& bus,
+                                                                      const std::vector<DiskSource>& sources)
+{
+    std::unique_ptr<DiskBackend> backend(new DiskBackend(bus, sources));
+    if (!backend->service_.isAvailable())
+        return QStringLiteral("the disk service UDisks2 is not running");
+    backend->capabilities_ = Capabilities::read(backend->service_);
+    QString error = backend->attachImages();
+    if (error.isEmpty())
+        error = backend->readMachineNow();
+    if (!error.isEmpty())
+        return error;
+    return backend;
+}
+
+DiskBackend::~DiskBackend()
+{
+    const auto snapshot = service_.readNow();
+    if (!std::holds_alternative<DiskSnapshot>(snapshot))
+        return;
+    for (const DiskSource& source : attached_) {
+        if (const BlockDevice* device = source.find(std::get<DiskSnapshot>(snapshot)))
+            service_.callNow(
+                {device->path, QStringLiteral("Loop"), QStringLiteral("Delete"), {QVariantMap()}});
+    }
+}
+
+QString DiskBackend::attachImages()
+{
+    const auto read = service_.readNow();
+    if (const QString* error = std::get_if<QString>(&read))
+        return *error;
+    for (const DiskSource& source : sources_) {
+        if (!source.isImage || source.find(std::get<DiskSnapshot>(read)) != nullptr)
+            continue;
+        QFile file(source.file);
+        if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
+            return QStringLiteral("%1: %2").arg(source.file, file.errorString());
+        const QDBusUnixFileDescriptor descriptor(file.handle());
+        const QDBusMessage reply = service_.callNow({kManager,
+                                                     QStringLiteral("Manager"),
+                                                     QStringLiteral("LoopSetup"),
+                                                     {QVariant::fromValue(descriptor), QVariantMap()}});
+        if (!errorOf(reply).isEmpty())
+            return QStringLiteral("%1: %2").arg(source.file, errorOf(reply));
+        attached_.push_back(source);
+    }
+    return QString();
+}
+
+QString DiskBackend::readMachineNow()
+{
+    const auto read = service_.readNow();
+    if (const QString* error = std::get_if<QString>(&read))
+        return *error;
+    const auto& snapshot = std::get<DiskSnapshot>(read);
+    for (const DiskSource& source : sources_) {
+        if (source.find(snapshot) == nullptr)
+            return QStringLiteral("%1: the disk service does not know this disk").arg(source.file);
+    }
+    publish(snapshot);
+    return QString();
+}
+
+void DiskBackend::publish(const DiskSnapshot& snapshot)
+{
+    Machine next = *machine();
+    next.disks = disksOf(snapshot, sources_, letters_, readDeviceFacts);
+    change(std::move(next));
+}
+
+Rejection DiskBackend::orderRejection(int function, const QVariantMap& params) const
+{
+    if (!service_.isAvailable())
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk service is not running."));
+    const auto now = machine();
+    if (const Rejection rejection = host::orderRejection(*now, function, params))
+        return rejection;
+    if (!hasOrderPlan(function))
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "This function is not available on real disks."));
+    return orderPartRejection(capabilities_, *now, function, params);
+}
+
+Rejection DiskBackend::taskRejection(int function, const QVariantMap& params) const
+{
+    return orderRejection(function, params);
+}
+
+std::unique_ptr<Execution> DiskBackend::execute(int function, const QVariantMap& params)
+{
+    auto plan = [this, function, params]() -> std::variant<OrderPlan, Text> {
+        // An earlier task may have changed the machine since the order was accepted.
+        if (const Rejection rejection = taskRejection(function, params))
+            return *rejection;
+        return orderPlan(*machine(), sources_, function, params);
+    };
+    return std::make_unique<OrderExecution>(service_, plan,
+                                            [this](std::function<void()> done) { refresh(std::move(done)); });
+}
+
+void DiskBackend::refresh(std::function<void()> done)
+{
+    waiting_.push_back(std::move(done));
+    quietTimer_.start();
+}
+
+void DiskBackend::readWhenQuiet()
+{
+    service_.read([this](const DiskSnapshot& snapshot, const QString& error) { onRead(snapshot, error); });
+}
+
+void DiskBackend::onRead(const DiskSnapshot& snapshot, const QString& error)
+{
+    if (error.isEmpty() && !isSettled(snapshot, sources_) && ++readings_ < kLargestReadings)
+        return quietTimer_.start();
+    readings_ = 0;
+    if (error.isEmpty())
+        publish(snapshot);
+    const auto waiting = std::exchange(waiting_, {});
+    for (const auto& done : waiting)
+        done();
+}
+
+} // namespace host

@@ -1,0 +1,214 @@
+#include "host/udisks/OrderExecution.h"
+
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+// The service removes and adds the objects of all partitions after each change of a table.
+constexpr int kAttempts = 50;
+constexpr int kRetryMs = 100;
+const QString kCancelled = QStringLiteral("org.freedesktop.UDisks2.Error.Cancelled");
+
+bool isInUse(const BlockDevice& device)
+{
+    return !device.mountPoints.isEmpty() || device.isActiveSwap;
+}
+
+bool isSame(const OrderTarget& target, const BlockDevice& device)
+{
+    const PartitionEntry& entry = *device.partition;
+    const bool sameGuid = target.partitionGuid.isEmpty() ||
+                          target.partitionGuid == QLatin1Char('{') + entry.uuid + QLatin1Char('}');
+    return entry.size == target.size && sameGuid;
+}
+
+} // namespace
+
+OrderExecution::OrderExecution(DiskService& service, Plan plan, Refresh refresh)
+    : service_(service), makePlan_(std::move(plan)), refresh_(std::move(refresh))
+{
+    connect(&service_, &DiskService::jobStarted, this, &OrderExecution::onJobStarted);
+    connect(&service_, &DiskService::jobProgress, this, &OrderExecution::onJobProgress);
+}
+
+void OrderExecution::start()
+{
+    auto plan = makePlan_();
+    if (const Text* error = std::get_if<Text>(&plan)) {
+        finished_ = true;
+        Q_EMIT ended(Outcome::Failed, *error);
+        return;
+    }
+    plan_ = std::move(std::get<OrderPlan>(plan));
+    next();
+}
+
+void OrderExecution::cancel()
+{
+    cancelled_ = true;
+    cancelJob();
+}
+
+void OrderExecution::next()
+{
+    if (cancelled_)
+        return finish(Outcome::Cancelled, Text());
+    if (step_ == plan_.steps.size())
+        return finish(Outcome::Done, Text());
+    service_.read(
+        [self = QPointer<OrderExecution>(this)](const DiskSnapshot& snapshot, const QString& error) {
+            if (self)
+                self->onRead(snapshot, error);
+        });
+}
+
+void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
+{
+    if (!error.isEmpty())
+        return finish(Outcome::Failed, error);
+    const BlockDevice* disk = plan_.source.find(snapshot);
+    if (disk == nullptr)
+        return finish(Outcome::Failed, QT_TRANSLATE_NOOP("Sandbox", "The disk is no longer attached."));
+    devices_ = QStringList{disk->path};
+    bool inUse = isInUse(*disk);
+    for (const BlockDevice* entry : snapshot.partitionsOf(disk->path)) {
+        devices_.append(entry->path);
+        inUse = inUse || isInUse(*entry);
+    }
+    if (inUse)
+        return finish(Outcome::Failed,
+                      QT_TRANSLATE_NOOP("Sandbox",
+                                        "The disk is in use: a file system on it is mounted, or it "
+                                        "holds active swap space."));
+    const BlockDevice* partition = nullptr;
+    if (!findTarget(snapshot, *disk, partition))
+        return retry(QT_TRANSLATE_NOOP("Sandbox", "The partition has changed since the order was accepted."));
+    checkUnused(*disk, plan_.steps[step_].call(OrderState{*disk, partition}));
+}
+
+bool OrderExecution::findTarget(const DiskSnapshot& snapshot, const BlockDevice& disk,
+                                const BlockDevice*& partition)
+{
+    if (!createdPath_.isEmpty()) {
+        const BlockDevice* created = snapshot.device(createdPath_);
+        const bool isRead = created != nullptr && created->partition && !created->partition->type.isEmpty();
+        if (!isRead || created->partition->table != disk.path)
+            return false;
+        plan_.target = OrderTarget{created->partition->offset, created->partition->size, QString()};
+        createdPath_.clear();
+    }
+    if (!plan_.target)
+        return true;
+    partition = snapshot.partitionAt(disk.path, plan_.target->offset);
+    return partition != nullptr && !partition->partition->type.isEmpty() &&
+           (changed_ || isSame(*plan_.target, *partition));
+}
+
+// An exclusive open fails while a file system, swap space, RAID, LVM or encryption uses the disk or one of
+// its partitions.
+void OrderExecution::checkUnused(const BlockDevice& disk, const DiskServiceCall& call)
+{
+    const QVariantMap options{{QStringLiteral("flags"), O_EXCL}};
+    const DiskServiceCall open{
+        disk.path, QStringLiteral("Block"), QStringLiteral("OpenDevice"), {QStringLiteral("r"), options}};
+    service_.call(open, [self = QPointer<OrderExecution>(this), call](const QDBusMessage& reply) {
+        if (!self)
+            return;
+        const QString error = errorOf(reply);
+        if (error.isEmpty())
+            self->run(call);
+        else if (isMissingObject(reply))
+            self->retry(error);
+        else
+            self->finish(Outcome::Failed, error);
+    });
+}
+
+void OrderExecution::run(const DiskServiceCall& call)
+{
+    if (cancelled_)
+        return finish(Outcome::Cancelled, Text());
+    service_.call(call, [self = QPointer<OrderExecution>(this)](const QDBusMessage& reply) {
+        if (self)
+            self->onReply(reply);
+    });
+}
+
+void OrderExecution::onReply(const QDBusMessage& reply)
+{
+    job_.clear();
+    const QString error = errorOf(reply);
+    if (isMissingObject(reply))
+        return retry(error);
+    if (cancelled_ && reply.errorName() == kCancelled)
+        return finish(Outcome::Cancelled, Text());
+    if (!error.isEmpty())
+        return finish(Outcome::Failed, error);
+    const OrderStep& step = plan_.steps[step_];
+    if (step.returnsSuccess && !reply.arguments().value(0).toBool())
+        return finish(Outcome::Failed,
+                      QT_TRANSLATE_NOOP("Sandbox", "The file system could not be repaired."));
+    if (step.createsTarget)
+        createdPath_ = reply.arguments().value(0).value<QDBusObjectPath>().path();
+    changed_ = true;
+    attempts_ = 0;
+    ++step_;
+    next();
+}
+
+void OrderExecution::retry(const Text& error)
+{
+    if (++attempts_ == kAttempts)
+        return finish(Outcome::Failed, error);
+    QTimer::singleShot(kRetryMs, this, [this] { next(); });
+}
+
+void OrderExecution::onJobStarted(const QString& job, const QStringList& objects, bool cancelable)
+{
+    const bool isOurs = std::any_of(objects.begin(), objects.end(),
+                                    [&](const QString& object) { return devices_.contains(object); });
+    if (!isOurs || !cancelable)
+        return;
+    job_ = job;
+    if (cancelled_)
+        cancelJob();
+}
+
+void OrderExecution::onJobProgress(const QString& job, double share)
+{
+    if (job != job_ || plan_.steps.empty())
+        return;
+    progress_ = (static_cast<double>(step_) + share) / static_cast<double>(plan_.steps.size());
+    Q_EMIT progressed();
+}
+
+// The reply of the cancelled call ends the order.
+void OrderExecution::cancelJob()
+{
+    if (!job_.isEmpty())
+        service_.call({job_, QStringLiteral("Job"), QStringLiteral("Cancel"), {QVariantMap()}},
+                      [](const QDBusMessage&) {});
+}
+
+void OrderExecution::finish(Outcome outcome, const Text& error)
+{
+    if (finished_)
+        return;
+    finished_ = true;
+    refresh_([self = QPointer<OrderExecution>(this), outcome, error] {
+        if (!self)
+            return;
+        self->progress_ = outcome == Outcome::Done ? 1 : self->progress_;
+        Q_EMIT self->ended(outcome, error);
+    });
+}
+
+} // namespace host

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "host/machine/Machine.h"
+#include "host/machine/Rejection.h"
+#include "host/udisks/DiskService.h"
+#include "host/udisks/Inventory.h"
+
+#include <QtCore/QVariantMap>
+
+#include <functional>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace host {
+
+/// The partition of an order, as the host showed it when the order started.
+struct OrderTarget
+{
+    qint64 offset = 0;
+    qint64 size = 0;
+    QString partitionGuid; ///< empty on an MBR disk
+};
+
+/// The disk and the partition of an order in a fresh reading.
+struct OrderState
+{
+    const BlockDevice& disk;
+    const BlockDevice* partition; ///< null for an order without a partition
+};
+
+/// One call of an order.
+struct OrderStep
+{
+    std::function<DiskServiceCall(const OrderState&)> call;
+    /// The call returns the object path of a new partition, on which the following steps act.
+    bool createsTarget = false;
+    /// The call returns whether it succeeded.
+    bool returnsSuccess = false;
+};
+
+/// The calls that carry out an order. Every step finds its disk and partition again.
+struct OrderPlan
+{
+    DiskSource source;
+    std::optional<OrderTarget> target;
+    std::vector<OrderStep> steps;
+};
+
+/// Whether orderPlan() knows the function.
+bool hasOrderPlan(int function);
+
+/// The plan of an order that the rules accept on @p machine. The disk index of a machine is the index in @p
+/// sources. Requires hasOrderPlan().
+OrderPlan orderPlan(const Machine& machine, const std::vector<DiskSource>& sources, int function,
+                    const QVariantMap& params);
+
+} // namespace host
