@@ -266,8 +266,9 @@ void HostApp::drain()
 bool HostApp::isQuiet()
 {
     const bool announced = scene_.link().isToolAnnounced() && sinceDrain_.elapsed() < kAnnouncedLimitMs;
-    return !announced && agent_.state() == QProcess::NotRunning && !scene_.link().isScanRunning() &&
-           sinceDrain_.elapsed() >= kQuietMs && scene_.core().millisecondsSinceLastCall() >= kQuietMs;
+    return !announced && !scene_.core().tasks()->isAtWork() && agent_.state() == QProcess::NotRunning &&
+           !scene_.link().isScanRunning() && sinceDrain_.elapsed() >= kQuietMs &&
+           scene_.core().millisecondsSinceLastCall() >= kQuietMs;
 }
 
 } // namespace host

@@ -24,6 +24,13 @@ std::optional<int> readCount(const QString& value)
     return isNumber && count >= 0 ? std::optional<int>(count) : std::nullopt;
 }
 
+void readImage(const QString& value, Options* options)
+{
+    options->images.append(value);
+    if (value.isEmpty())
+        reject(options, QStringLiteral("option --image needs a file"));
+}
+
 void readAnswer(const QString& value, Options* options)
 {
     options->answer = readCount(value).value_or(-1);
@@ -110,6 +117,9 @@ const Row kRows[] = {
     {"machine", "NAME", [](const QString& value, Options* options) { options->machine = value; },
      "laptop, desktop or server; or a JSON file; or \"system\", which\n"
      "describes this computer (default: laptop)"},
+    {"image", "FILE", readImage,
+     "works on a disk image through UDisks2 instead of simulating: its\n"
+     "partitions and data really change; can be repeated"},
     {"headless", nullptr, [](const QString&, Options* options) { options->headless = true; },
      "no window, even if there is a display"},
     {"agent", "COMMAND", [](const QString& value, Options* options) { options->agent = value; },
@@ -197,6 +207,9 @@ Options readOptions(const QStringList& arguments)
     Options options;
     if (!parser.parse(QStringList(QStringLiteral("zorhost")) + arguments))
         reject(&options, parseError(parser));
+    if (!parser.values(QStringLiteral("image")).isEmpty() &&
+        !parser.values(QStringLiteral("machine")).isEmpty())
+        reject(&options, QStringLiteral("options --machine and --image exclude each other"));
     if (!parser.positionalArguments().isEmpty())
         reject(&options, QStringLiteral("unexpected argument %1 (--help lists the options)")
                              .arg(parser.positionalArguments().first()));

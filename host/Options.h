@@ -15,6 +15,7 @@ namespace host {
 struct Options
 {
     QString machine = QStringLiteral("laptop"); ///< a file, the name of a shipped machine, or "system"
+    QStringList images;                         ///< disk images to work on instead of a machine
     bool headless = false;
     QString agent; ///< command to start once the service answers; empty: no agent
     bool exitWithAgent = false;

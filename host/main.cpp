@@ -1,4 +1,5 @@
 #include "host/HostApp.h"
+#include "host/RealDisks.h"
 #include "host/machine/MachineReader.h"
 #include "host/machine/SystemMachine.h"
 #include "host/simulation/Simulation.h"
@@ -57,6 +58,26 @@ std::variant<host::Machine, host::MachineError> readMachine(const QString& name)
     return host::readMachineFile(file);
 }
 
+std::variant<std::unique_ptr<host::Backend>, QString> openBackend(const host::Options& options)
+{
+    if (!options.images.isEmpty())
+        return host::openRealDisks(options.images);
+    auto machine = readMachine(options.machine);
+    if (const auto* error = std::get_if<host::MachineError>(&machine))
+        return QStringLiteral("machine %1: %2").arg(options.machine, error->text);
+    auto simulation = std::make_unique<host::Simulation>(std::move(std::get<host::Machine>(machine)));
+    simulation->setPace(options.pace);
+    simulation->setFailures(options.failures);
+    return std::unique_ptr<host::Backend>(std::move(simulation));
+}
+
+void setWin11Checker(host::Backend& backend, bool enabled)
+{
+    host::Machine machine = *backend.machine();
+    machine.win11CheckerEnabled = enabled;
+    backend.change(std::move(machine));
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -76,17 +97,14 @@ int main(int argc, char** argv)
     TsanAnnotations::Annotated<QGuiApplication> application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("zorhost"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    auto machine = readMachine(options.machine);
-    if (const auto* error = std::get_if<host::MachineError>(&machine)) {
-        host::printError(QStringLiteral("machine %1: %2").arg(options.machine, error->text));
+    auto backend = openBackend(options);
+    if (const QString* error = std::get_if<QString>(&backend)) {
+        host::printError(*error);
         return kExitUsage;
     }
-    auto& read = std::get<host::Machine>(machine);
+    auto& opened = std::get<std::unique_ptr<host::Backend>>(backend);
     if (options.win11.has_value())
-        read.win11CheckerEnabled = *options.win11;
-    auto simulation = std::make_unique<host::Simulation>(read);
-    simulation->setPace(options.pace);
-    simulation->setFailures(options.failures);
-    host::HostApp app(options, std::move(simulation));
+        setWin11Checker(*opened, *options.win11);
+    host::HostApp app(options, std::move(opened));
     return app.run();
 }

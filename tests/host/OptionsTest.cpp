@@ -21,6 +21,19 @@ TEST(Options, EmptyCommandLine_GivesTheDefaults)
     EXPECT_FALSE(options.win11.has_value());
 }
 
+TEST(Options, Images_AreReadInOrder)
+{
+    const host::Options options = readOptions({"--image", "a.img", "--image", "b.img"});
+    EXPECT_EQ(options.error, "");
+    EXPECT_EQ(options.images, QStringList({"a.img", "b.img"}));
+}
+
+TEST(Options, ImageAndMachine_ExcludeEachOther)
+{
+    EXPECT_EQ(readOptions({"--image", "a.img", "--machine", "laptop"}).error,
+              "options --machine and --image exclude each other");
+}
+
 TEST(Options, All_AreRead)
 {
     const host::Options options =

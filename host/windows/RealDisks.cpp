@@ -1,0 +1,10 @@
+#include "host/RealDisks.h"
+
+namespace host {
+
+std::variant<std::unique_ptr<Backend>, QString> openRealDisks(const QStringList&)
+{
+    return QStringLiteral("disk images need UDisks2, which exists on Linux only");
+}
+
+} // namespace host
