@@ -150,20 +150,25 @@ std::unique_ptr<Execution> DiskBackend::execute(int function, const QVariantMap&
         // An earlier task may have changed the machine since the order was accepted.
         if (const Rejection rejection = taskRejection(function, params))
             return *rejection;
+        isOrderRunning_ = true;
         return orderPlan(*machine(), sources_, function, params);
     };
     return std::make_unique<OrderExecution>(service_, plan,
                                             [this](std::function<void()> done) { refresh(std::move(done)); });
 }
 
+// Called at the end of an order.
 void DiskBackend::refresh(std::function<void()> done)
 {
+    isOrderRunning_ = false;
     waiting_.push_back(std::move(done));
     quietTimer_.start();
 }
 
 void DiskBackend::readWhenQuiet()
 {
+    if (isOrderRunning_)
+        return;
     service_.read([this](const DiskSnapshot& snapshot, const QString& error) { onRead(snapshot, error); });
 }
 

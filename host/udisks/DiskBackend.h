@@ -48,6 +48,9 @@ private:
     Capabilities capabilities_;
     DriveLetters letters_;
     QTimer quietTimer_;
+    /// While an order runs, the machine is not read: the tools that read the used space open the device, and
+    /// the kernel changes no partition that is open.
+    bool isOrderRunning_ = false;
     int readings_ = 0; ///< unsettled readings in sequence
     std::vector<std::function<void()>> waiting_;
 };

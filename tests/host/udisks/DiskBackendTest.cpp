@@ -246,6 +246,24 @@ TEST_F(DiskBackendTest, FullFormat_ReportsProgressAndCanBeCancelled)
     EXPECT_EQ(drive("D").fsString, "RAW");
 }
 
+TEST_F(DiskBackendTest, Machine_IsNotReadDuringAnOrder)
+{
+    ASSERT_EQ(create(600 * kMiB, "NTFS", "Data"), "");
+    const auto execution = backend->execute(
+        kFormat, {{"driveLetter", "D"}, {"fileSystem", "NTFS"}, {"label", ""}, {"quickFormat", false}});
+    bool ended = false;
+    int changesAtEnd = -1;
+    QSignalSpy changes(backend.get(), &DiskBackend::machineChanged);
+    QObject::connect(execution.get(), &Execution::ended, execution.get(), [&] {
+        ended = true;
+        changesAtEnd = changes.size();
+    });
+    execution->start();
+    EXPECT_TRUE(pumpUntil([&] { return ended; }, kTestMs));
+    // An open device blocks a change of the partition table.
+    EXPECT_EQ(changesAtEnd, 1);
+}
+
 TEST_F(DiskBackendTest, InitializeToMbr_WritesAnEmptyTable)
 {
     EXPECT_EQ(order(kInitializeToMbr, {{"diskIndex", 0}}), "");
