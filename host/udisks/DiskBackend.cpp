@@ -3,6 +3,7 @@
 #include "host/machine/Functions.h"
 #include "host/machine/OrderParts.h"
 #include "host/machine/Rules.h"
+#include "host/simulation/TimedExecution.h"
 #include "host/udisks/DeviceFactsReader.h"
 #include "host/udisks/OrderExecution.h"
 
@@ -28,6 +29,12 @@ Machine emptyMachine()
     machine.name = QStringLiteral("disks");
     machine.bootMediaEnabled = false;
     return machine;
+}
+
+// Letters belong to the host, so the service does not take part.
+bool isLetterChange(int function)
+{
+    return function == static_cast<int>(Function::ChangePartitionDriveLetter);
 }
 
 Rejection orderPartRejection(const Capabilities& capabilities, const Machine& machine, int function,
@@ -134,7 +141,7 @@ Rejection DiskBackend::orderRejection(int function, const QVariantMap& params) c
     const auto now = machine();
     if (const Rejection rejection = host::orderRejection(*now, function, params))
         return rejection;
-    if (!hasOrderPlan(function))
+    if (!hasOrderPlan(function) && !isLetterChange(function))
         return Text(QT_TRANSLATE_NOOP("Sandbox", "This function is not available on real disks."));
     return orderPartRejection(capabilities_, *now, function, params);
 }
@@ -146,6 +153,8 @@ Rejection DiskBackend::taskRejection(int function, const QVariantMap& params) co
 
 std::unique_ptr<Execution> DiskBackend::execute(int function, const QVariantMap& params)
 {
+    if (isLetterChange(function))
+        return changeLetter(function, params);
     auto plan = [this, function, params]() -> std::variant<OrderPlan, Text> {
         // An earlier task may have changed the machine since the order was accepted.
         if (const Rejection rejection = taskRejection(function, params))
@@ -155,6 +164,27 @@ std::unique_ptr<Execution> DiskBackend::execute(int function, const QVariantMap&
     };
     return std::make_unique<OrderExecution>(service_, plan,
                                             [this](std::function<void()> done) { refresh(std::move(done)); });
+}
+
+std::unique_ptr<Execution> DiskBackend::changeLetter(int function, const QVariantMap& params)
+{
+    TimedWork work;
+    work.plan = [=] {
+        TaskPlan plan;
+        plan.rejection = taskRejection(function, params);
+        return plan;
+    };
+    work.finish = [=]() -> Rejection {
+        Machine next = *machine();
+        Partition& partition = target(next, params);
+        const DiskSource& source = sources_.at(static_cast<std::size_t>(partition.diskIndex));
+        partition.driveLetter = host::letterOf(textOf(params, "newDriveLetter"));
+        letters_.change(letterKey(source, partition), partition.driveLetter);
+        change(std::move(next));
+        return kAccepted;
+    };
+    work.interrupt = [](double) {};
+    return std::make_unique<TimedExecution>(std::move(work));
 }
 
 // Called at the end of an order.

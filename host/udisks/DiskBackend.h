@@ -35,6 +35,7 @@ public:
 
 private:
     DiskBackend(const QDBusConnection& bus, std::vector<DiskSource> sources);
+    std::unique_ptr<Execution> changeLetter(int function, const QVariantMap& params);
     QString attachImages();
     QString readMachineNow();
     void publish(const DiskSnapshot& snapshot);

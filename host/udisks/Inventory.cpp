@@ -135,10 +135,10 @@ bool DriveLetters::change(const QString& key, const QString& letter)
     return true;
 }
 
-QString letterKey(const DiskSource& source, const BlockDevice& disk, const PartitionEntry& entry)
+QString letterKey(const DiskSource& source, const Partition& partition)
 {
-    return disk.table == QLatin1String("gpt") ? entry.uuid
-                                              : QStringLiteral("%1@%2").arg(source.file).arg(entry.offset);
+    return partition.isGPT ? partition.partGUID
+                           : QStringLiteral("%1@%2").arg(source.file).arg(partition.startOffset());
 }
 
 std::vector<Disk> disksOf(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources,
@@ -158,7 +158,7 @@ std::vector<Disk> disksOf(const DiskSnapshot& snapshot, const std::vector<DiskSo
                 continue;
             Partition partition = readPartition(*entry, disk, facts(*entry));
             if (wantsLetter(partition))
-                partition.driveLetter = letters.letterOf(letterKey(sources[i], *device, *entry->partition));
+                partition.driveLetter = letters.letterOf(letterKey(sources[i], partition));
             addGap(disk, end, partition.startOffset(), sectorSize);
             end = partition.endOffset();
             disk.partitions.push_back(std::move(partition));

@@ -48,7 +48,7 @@ private:
 
 /// The key of a partition for its letter. A GPT partition is identified by its GUID. The UUID of an MBR
 /// partition depends on its number, which changes, so its disk and position identify it.
-QString letterKey(const DiskSource& source, const BlockDevice& disk, const PartitionEntry& entry);
+QString letterKey(const DiskSource& source, const Partition& partition);
 
 /// The disks of @p sources that exist, in that order; the index is the position in @p sources.
 std::vector<Disk> disksOf(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources,

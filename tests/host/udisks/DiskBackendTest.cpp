@@ -25,6 +25,7 @@ constexpr int kResize = 14;
 constexpr int kFormat = 15;
 constexpr int kDelete = 16;
 constexpr int kCreate = 18;
+constexpr int kLetter = 30;
 constexpr int kLabel = 31;
 
 class DiskBackendTest : public testing::Test
@@ -312,6 +313,16 @@ TEST_F(DiskBackendTest, ChangeFromOutside_UpdatesTheMachine)
     const QString device = PrivateDiskService::loopDeviceOf(image) + "p1";
     outputOf("e2label", {device, "Outside"});
     EXPECT_TRUE(pumpUntil([&] { return drive("D").label == "Outside"; }, kTestMs));
+}
+
+TEST_F(DiskBackendTest, ChangedLetter_StaysWithItsPartition)
+{
+    ASSERT_EQ(create(100 * kMiB, "NTFS", "One"), "");
+    EXPECT_EQ(order(kLetter, {{"driveLetter", "D"}, {"newDriveLetter", "q:"}}), "");
+    EXPECT_EQ(drive("Q").label, "One");
+    ASSERT_EQ(create(100 * kMiB, "EXT4", "Two"), "");
+    EXPECT_EQ(drive("Q").label, "One");
+    EXPECT_EQ(drive("D").label, "Two");
 }
 
 TEST_F(DiskBackendTest, LostService_RejectsOrders)
