@@ -863,6 +863,46 @@
         <source>Toolbox: %1</source>
         <translation>Werkzeug: %1</translation>
     </message>
+    <message>
+        <source>The program %1 is not installed.</source>
+        <translation>Das Programm %1 ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot create %1 file systems.</source>
+        <translation>Der Datenträgerdienst kann keine %1-Dateisysteme erstellen.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot resize %1 file systems.</source>
+        <translation>Der Datenträgerdienst kann die Größe von %1-Dateisystemen nicht ändern.</translation>
+    </message>
+    <message>
+        <source>The disk service chooses the cluster size itself.</source>
+        <translation>Der Datenträgerdienst wählt die Clustergröße selbst.</translation>
+    </message>
+    <message>
+        <source>The disk service is not running.</source>
+        <translation>Der Datenträgerdienst läuft nicht.</translation>
+    </message>
+    <message>
+        <source>This function is not available on real disks.</source>
+        <translation>Diese Funktion ist auf echten Datenträgern nicht verfügbar.</translation>
+    </message>
+    <message>
+        <source>The disk is no longer attached.</source>
+        <translation>Der Datenträger ist nicht mehr angeschlossen.</translation>
+    </message>
+    <message>
+        <source>The disk is in use: a file system on it is mounted, or it holds active swap space.</source>
+        <translation>Der Datenträger wird verwendet: Ein Dateisystem darauf ist eingehängt, oder er enthält aktiven Auslagerungsspeicher.</translation>
+    </message>
+    <message>
+        <source>The partition has changed since the order was accepted.</source>
+        <translation>Die Partition hat sich geändert, seit der Auftrag angenommen wurde.</translation>
+    </message>
+    <message>
+        <source>The file system could not be repaired.</source>
+        <translation>Das Dateisystem konnte nicht repariert werden.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>

@@ -863,6 +863,46 @@
         <source>The file system "%1" cannot be created.</source>
         <translation>The file system "%1" cannot be created.</translation>
     </message>
+    <message>
+        <source>The program %1 is not installed.</source>
+        <translation>The program %1 is not installed.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot create %1 file systems.</source>
+        <translation>The disk service cannot create %1 file systems.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot resize %1 file systems.</source>
+        <translation>The disk service cannot resize %1 file systems.</translation>
+    </message>
+    <message>
+        <source>The disk service chooses the cluster size itself.</source>
+        <translation>The disk service chooses the cluster size itself.</translation>
+    </message>
+    <message>
+        <source>The disk service is not running.</source>
+        <translation>The disk service is not running.</translation>
+    </message>
+    <message>
+        <source>This function is not available on real disks.</source>
+        <translation>This function is not available on real disks.</translation>
+    </message>
+    <message>
+        <source>The disk is no longer attached.</source>
+        <translation>The disk is no longer attached.</translation>
+    </message>
+    <message>
+        <source>The disk is in use: a file system on it is mounted, or it holds active swap space.</source>
+        <translation>The disk is in use: a file system on it is mounted, or it holds active swap space.</translation>
+    </message>
+    <message>
+        <source>The partition has changed since the order was accepted.</source>
+        <translation>The partition has changed since the order was accepted.</translation>
+    </message>
+    <message>
+        <source>The file system could not be repaired.</source>
+        <translation>The file system could not be repaired.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>
