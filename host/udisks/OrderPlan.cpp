@@ -76,20 +76,15 @@ Steps createPartition(const Machine& machine, const QVariantMap& params)
     const Disk& disk = targetDisk(machine, params);
     const Partition& region = *namedRegion(machine, params);
     const Span span = newSpan(disk, region, bytesOf(params, "capacity"));
-    const std::size_t index = indexOf(disk, region);
-    const Kind kind = kindBetween(disk, partitionBefore(disk, index), partitionAfter(disk, index));
-    QVariantMap options;
-    if (!disk.isGPT)
-        options.insert(QStringLiteral("partition-type"),
-                       kind == Kind::Logical ? QStringLiteral("logical") : QStringLiteral("primary"));
     OrderStep create;
     create.createsTarget = true;
+    // The service makes a logical drive inside an extended partition, and a primary one elsewhere.
     create.call = [=](const OrderState& state) {
         return DiskServiceCall{
             state.disk.path,
             kTable,
             QStringLiteral("CreatePartition"),
-            {uint64(span.begin), uint64(span.end - span.begin), QString(), QString(), options}};
+            {uint64(span.begin), uint64(span.end - span.begin), QString(), QString(), QVariantMap()}};
     };
     return {create, format(textOf(params, "fileSystem"), textOf(params, "label"), false)};
 }

@@ -299,6 +299,25 @@ TEST_F(DiskBackendTest, LogicalDrive_IsDeletedByItsPosition)
     EXPECT_NE(backend->machine()->partition("D"), nullptr);
 }
 
+TEST_F(DiskBackendTest, RegionInAnExtendedPartition_GetsALogicalDrive)
+{
+    backend.reset();
+    outputOf("sh", {"-c", QString("printf 'label: dos\nstart=2048,size=204800,type=7\nstart=409600,type=f\n"
+                                  "start=411648,size=204800,type=7\n' | sfdisk -q '%1'")
+                              .arg(image)});
+    open();
+    ASSERT_NE(backend, nullptr);
+    ASSERT_TRUE(pumpUntil([&] { return backend->machine()->partition("E") != nullptr; }, kTestMs));
+    EXPECT_EQ(create(100 * kMiB, "NTFS", "Inside", 1), "");
+    EXPECT_EQ(create(50 * kMiB, "NTFS", "Before", 0), "");
+    EXPECT_FALSE(drive("F").isPrimary);
+    EXPECT_EQ(drive("F").label, "Inside");
+    EXPECT_GT(drive("F").startSector, 616448);
+    EXPECT_TRUE(drive("G").isPrimary);
+    EXPECT_EQ(drive("G").startSector, 101 * 2048);
+    EXPECT_EQ(table().size(), 5);
+}
+
 TEST_F(DiskBackendTest, FileSystemThatCannotBeResized_IsRejectedInAdvance)
 {
     ASSERT_EQ(create(100 * kMiB, "exFAT", "Data"), "");
