@@ -903,6 +903,10 @@
         <source>The file system could not be repaired.</source>
         <translation>Das Dateisystem konnte nicht repariert werden.</translation>
     </message>
+    <message>
+        <source>The disk holds a file system without a partition table.</source>
+        <translation>Der Datenträger enthält ein Dateisystem ohne Partitionstabelle.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>

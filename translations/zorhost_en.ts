@@ -903,6 +903,10 @@
         <source>The file system could not be repaired.</source>
         <translation>The file system could not be repaired.</translation>
     </message>
+    <message>
+        <source>The disk holds a file system without a partition table.</source>
+        <translation>The disk holds a file system without a partition table.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>

@@ -120,8 +120,12 @@ QString DiskBackend::readMachineNow()
         return *error;
     const auto& snapshot = std::get<DiskSnapshot>(read);
     for (const DiskSource& source : sources_) {
-        if (source.find(snapshot) == nullptr)
+        const BlockDevice* disk = source.find(snapshot);
+        if (disk == nullptr)
             return QStringLiteral("%1: the disk service does not know this disk").arg(source.file);
+        if (disk->isBareVolume())
+            return QStringLiteral("%1: a file system without a partition table is not supported")
+                .arg(source.file);
     }
     publish(snapshot);
     return QString();

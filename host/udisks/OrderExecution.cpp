@@ -77,6 +77,10 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
     const BlockDevice* disk = plan_.source.find(snapshot);
     if (disk == nullptr)
         return finish(Outcome::Failed, QT_TRANSLATE_NOOP("Sandbox", "The disk is no longer attached."));
+    if (disk->isBareVolume())
+        return finish(
+            Outcome::Failed,
+            QT_TRANSLATE_NOOP("Sandbox", "The disk holds a file system without a partition table."));
     devices_ = QStringList{disk->path};
     bool inUse = isInUse(*disk);
     for (const BlockDevice* entry : snapshot.partitionsOf(disk->path)) {

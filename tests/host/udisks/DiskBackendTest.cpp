@@ -112,6 +112,28 @@ TEST_F(DiskBackendTest, EmptyGptImage_IsOneDiskWithAFreeRegion)
     EXPECT_TRUE(disk.partitions[0].unallocated);
 }
 
+TEST_F(DiskBackendTest, FileSystemWithoutTable_IsNotShownAsAnEmptyDisk)
+{
+    const QString bare = service.image("bare.img", 64 * kMiB);
+    outputOf("mkfs.ext4", {"-q", "-F", bare});
+    const auto result = DiskBackend::open(service.bus(), {{bare, true}});
+    ASSERT_TRUE(std::holds_alternative<QString>(result));
+    EXPECT_EQ(std::get<QString>(result), bare + ": a file system without a partition table is not supported");
+    EXPECT_TRUE(pumpUntil([&] { return PrivateDiskService::loopDeviceOf(bare).isEmpty(); }, kTestMs));
+}
+
+TEST_F(DiskBackendTest, FileSystemAppearingOnAnEmptyDisk_IsNotErased)
+{
+    backend.reset();
+    image = service.image("empty.img", 64 * kMiB);
+    open();
+    ASSERT_NE(backend, nullptr);
+    outputOf("mkfs.ext4", {"-q", "-F", PrivateDiskService::loopDeviceOf(image)});
+    outputOf("udevadm", {"settle"});
+    EXPECT_NE(order(kInitializeToMbr, {{"diskIndex", 0}}), "");
+    EXPECT_EQ(outputOf("blkid", {"-p", "-s", "TYPE", "-o", "value", image}).trimmed(), "ext4");
+}
+
 TEST_F(DiskBackendTest, ClosedBackEnd_DetachesItsImage)
 {
     EXPECT_NE(PrivateDiskService::loopDeviceOf(image), "");
