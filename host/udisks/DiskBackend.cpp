@@ -6,6 +6,7 @@
 #include "host/simulation/TimedExecution.h"
 #include "host/udisks/DeviceFactsReader.h"
 #include "host/udisks/OrderExecution.h"
+#include "host/udisks/OrderRules.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -35,20 +36,6 @@ Machine emptyMachine()
 bool isLetterChange(int function)
 {
     return function == static_cast<int>(Function::ChangePartitionDriveLetter);
-}
-
-Rejection orderPartRejection(const Capabilities& capabilities, const Machine& machine, int function,
-                             const QVariantMap& params)
-{
-    const bool creates = function == static_cast<int>(Function::CreatePartition);
-    if (creates || function == static_cast<int>(Function::FormatPartition)) {
-        if (numberOf(params, "clusterSize") > 0)
-            return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk service chooses the cluster size itself."));
-        return capabilities.formatRejection(serviceFileSystem(textOf(params, "fileSystem")));
-    }
-    if (function == static_cast<int>(Function::ResizePartition))
-        return capabilities.resizeRejection(serviceFileSystem(target(machine, params).fsString));
-    return kAccepted;
 }
 
 } // namespace
@@ -145,9 +132,7 @@ Rejection DiskBackend::orderRejection(int function, const QVariantMap& params) c
     const auto now = machine();
     if (const Rejection rejection = host::orderRejection(*now, function, params))
         return rejection;
-    if (!hasOrderPlan(function) && !isLetterChange(function))
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "This function is not available on real disks."));
-    return orderPartRejection(capabilities_, *now, function, params);
+    return realOrderRejection(capabilities_, *now, function, params);
 }
 
 Rejection DiskBackend::taskRejection(int function, const QVariantMap& params) const

@@ -1,0 +1,69 @@
+// Orders on disks that are in use, or that differ from what the host showed: nothing is written.
+#include "tests/host/udisks/DiskBackendFixture.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+using DiskSafetyTest = DiskBackendFixture;
+
+TEST_F(DiskSafetyTest, FileSystemAppearingOnAnEmptyDisk_IsNotErased)
+{
+    backend.reset();
+    image = service.image("empty.img", 64 * kMiB);
+    open();
+    ASSERT_NE(backend, nullptr);
+    outputOf("mkfs.ext4", {"-q", "-F", PrivateDiskService::loopDeviceOf(image)});
+    outputOf("udevadm", {"settle"});
+    EXPECT_NE(order(kInitializeToMbr, {{"diskIndex", 0}}), "");
+    EXPECT_EQ(outputOf("blkid", {"-p", "-s", "TYPE", "-o", "value", image}).trimmed(), "ext4");
+}
+
+TEST_F(DiskSafetyTest, MountedFileSystem_IsNeverChanged)
+{
+    ASSERT_EQ(create(100 * kMiB, "EXT4", "Data"), "");
+    const QString device = PrivateDiskService::loopDeviceOf(image) + "p1";
+    QTemporaryDir place;
+    outputOf("mount", {device, place.path()});
+    const QString before = checksum();
+    const QString formatError =
+        order(kFormat, {{"driveLetter", "D"}, {"fileSystem", "NTFS"}, {"label", ""}, {"quickFormat", true}});
+    const QString deleteError = order(kDelete, {{"driveLetter", "D"}});
+    const QString after = checksum();
+    outputOf("umount", {place.path()});
+    EXPECT_NE(formatError, "");
+    EXPECT_NE(deleteError, "");
+    EXPECT_EQ(before, after);
+}
+
+TEST_F(DiskSafetyTest, DeviceHeldByAnotherProgram_IsNeverChanged)
+{
+    ASSERT_EQ(create(100 * kMiB, "NTFS", "Data"), "");
+    const QString device = PrivateDiskService::loopDeviceOf(image) + "p1";
+    const int held = ::open(device.toLocal8Bit().constData(), O_RDONLY | O_EXCL | O_CLOEXEC);
+    ASSERT_GE(held, 0);
+    const QString before = checksum();
+    const QString error =
+        order(kFormat, {{"driveLetter", "D"}, {"fileSystem", "EXT4"}, {"label", ""}, {"quickFormat", true}});
+    EXPECT_EQ(checksum(), before);
+    ::close(held);
+    EXPECT_TRUE(error.contains("Device or resource busy")) << error.toStdString();
+}
+
+TEST_F(DiskSafetyTest, PartitionReplacedFromOutside_IsNotChanged)
+{
+    ASSERT_EQ(create(100 * kMiB, "NTFS", "Data"), "");
+    const QString loop = PrivateDiskService::loopDeviceOf(image);
+    // The host has not read the new partition at the same place when the order starts.
+    outputOf(
+        "sh",
+        {"-c", QString("echo 'label: gpt\nstart=2048, size=204800' | sfdisk -q --no-reread '%1'").arg(loop)});
+    const QString before = table()[0].toObject()["uuid"].toString();
+    EXPECT_EQ(order(kDelete, {{"driveLetter", "D"}}),
+              "The partition has changed since the order was accepted.");
+    ASSERT_EQ(table().size(), 1);
+    EXPECT_EQ(table()[0].toObject()["uuid"].toString(), before);
+}
+
+} // namespace
