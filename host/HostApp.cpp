@@ -66,9 +66,9 @@ HostApp::HostApp(Options options, std::unique_ptr<Backend> backend)
       screenshot_(options_.screenshot),
       service_(ServiceWatcher::configuredAddress(), [this] { return scene_.link().isServerRunning(); })
 {
-    scene_.core().guideView()->setClickAfter(options_.click.value_or(options_.headless ? kClickMs : -1));
+    scene_.core().guideView().setClickAfter(options_.click.value_or(options_.headless ? kClickMs : -1));
     HostCore& core = scene_.core();
-    core.setStartsGuides(options_.startGuides);
+    core.guides().setStartsGuides(options_.startGuides);
     connect(&signals_, &Signals::stopRequested, this, [this] { requestStop(0); });
     connect(&service_, &ServiceWatcher::ready, this, &HostApp::onReady);
     connect(&service_, &ServiceWatcher::failed, this, &HostApp::onFailed);
@@ -238,7 +238,7 @@ void HostApp::requestStop(int exitCode)
 
 void HostApp::beginDrain()
 {
-    scene_.core().setClosing();
+    scene_.core().status().setClosing();
     // Unfinished tasks are cancelled, as by the user.
     scene_.core().tasks()->cancelAll();
     agent_.endGroup();
@@ -268,7 +268,7 @@ bool HostApp::isQuiet()
     const bool announced = scene_.link().isToolAnnounced() && sinceDrain_.elapsed() < kAnnouncedLimitMs;
     return !announced && !scene_.core().tasks()->isAtWork() && agent_.state() == QProcess::NotRunning &&
            !scene_.link().isScanRunning() && sinceDrain_.elapsed() >= kQuietMs &&
-           scene_.core().millisecondsSinceLastCall() >= kQuietMs;
+           scene_.core().calls().millisecondsSinceLastCall() >= kQuietMs;
 }
 
 } // namespace host

@@ -18,9 +18,9 @@ const QString kAgentFunction = QStringLiteral("fun");
 BridgeLink::BridgeLink(HostCore& core, int automaticAnswer, QObject* parent)
     : QObject(parent), core_(core), automaticAnswer_(automaticAnswer)
 {
-    connect(&core_, &HostCore::machineChanged, this, &BridgeLink::pushInventory);
-    connect(&core_, &HostCore::ordered, &timeline_, &Timeline::recordOrder);
-    connect(&core_, &HostCore::rejected, &timeline_, &Timeline::recordRejection);
+    connect(&core_.backend(), &Backend::machineChanged, this, &BridgeLink::pushInventory);
+    connect(&core_.orders(), &Orders::ordered, &timeline_, &Timeline::recordOrder);
+    connect(&core_.orders(), &Orders::rejected, &timeline_, &Timeline::recordRejection);
     connect(&core_.gate(), &GateWatch::rejected, &timeline_, &Timeline::recordGateRejection);
 }
 
@@ -62,7 +62,7 @@ QStringList BridgeLink::buttons() const
 
 void BridgeLink::scanNow()
 {
-    if (bridge_.isNull() || core_.isClosing() || isScanRunning())
+    if (bridge_.isNull() || core_.status().isClosing() || isScanRunning())
         return;
     recommended_ = false;
     core_.log()->write(QStringLiteral("scan started"));
@@ -106,12 +106,12 @@ void BridgeLink::answer(int button)
 
 void BridgeLink::onCloneResult(QVariant result)
 {
-    core_.openGuide(cloneGuide(result.toMap()));
+    core_.guides().open(cloneGuide(result.toMap()));
 }
 
 void BridgeLink::onConvertResult(QVariant result)
 {
-    core_.openGuide(convertGuide(*core_.machine(), result.toMap()));
+    core_.guides().open(convertGuide(*core_.machine(), result.toMap()));
 }
 
 void BridgeLink::onRecommendation(QVariant record)

@@ -7,9 +7,9 @@
 
 namespace host {
 
-DiskModel::DiskModel(HostCore& core, QObject* parent) : QAbstractListModel(parent), core_(core)
+DiskModel::DiskModel(Backend& backend, QObject* parent) : QAbstractListModel(parent), backend_(backend)
 {
-    connect(&core_, &HostCore::machineChanged, this, &DiskModel::refresh);
+    connect(&backend_, &Backend::machineChanged, this, &DiskModel::refresh);
     refresh();
 }
 
@@ -25,7 +25,7 @@ DiskModel::Row DiskModel::rowOf(const Disk& disk, bool hasSmartError)
 
 void DiskModel::refresh()
 {
-    const auto machine = core_.machine();
+    const auto machine = backend_.machine();
     std::vector<Row> next;
     for (const Disk& disk : machine->disks)
         next.push_back(rowOf(disk, machine->smartErrors.contains(disk.diskIndex)));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/objects/HostCore.h"
+#include "host/backend/Backend.h"
 #include "host/objects/SegmentModel.h"
 
 #include <QtCore/QAbstractListModel>
@@ -27,7 +27,7 @@ public:
         SegmentsRole ///< the SegmentModel, owned by this model
     };
 
-    explicit DiskModel(HostCore& core, QObject* parent = nullptr);
+    explicit DiskModel(Backend& backend, QObject* parent = nullptr);
 
     /// Shows the current machine in the current language. Change signals are emitted only for rows that
     /// differ.
@@ -63,7 +63,7 @@ private:
     void replaceRows(const std::vector<Row>& next);
     void setSummary(const Machine& machine);
 
-    HostCore& core_;
+    Backend& backend_;
     std::vector<Row> rows_;
     QString summary_;
 };

@@ -1,14 +1,12 @@
 #include "host/objects/GuideView.h"
 
-#include "host/objects/HostCore.h"
-
 namespace host {
 
-GuideView::GuideView(HostCore& core) : core_(core)
+GuideView::GuideView(Guides& guides, HostStatus& status) : guides_(guides), status_(status)
 {
     click_.setSingleShot(true);
-    connect(&core_, &HostCore::guideChanged, this, &GuideView::showGuide);
-    connect(&click_, &QTimer::timeout, &core_, &HostCore::dismissGuide);
+    connect(&guides_, &Guides::changed, this, &GuideView::showGuide);
+    connect(&click_, &QTimer::timeout, this, &GuideView::dismiss);
 }
 
 void GuideView::retranslate()
@@ -26,10 +24,10 @@ void GuideView::setClickAfter(int milliseconds)
 
 void GuideView::showGuide()
 {
-    open_ = core_.guide() != nullptr;
+    open_ = guides_.current() != nullptr;
     if (open_)
         build();
-    core_.setPageOpen(isDialog());
+    status_.setPageOpen(isDialog());
     click_.stop();
     if (isDialog() && clickAfter_ >= 0)
         click_.start(clickAfter_);
@@ -38,7 +36,7 @@ void GuideView::showGuide()
 
 void GuideView::build()
 {
-    const Guide& guide = *core_.guide();
+    const Guide& guide = *guides_.current();
     title_ = guide.title.translated();
     page_ = guide.page ? guide.page() : GuidePage();
     if (!guide.page)

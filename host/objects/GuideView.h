@@ -1,15 +1,13 @@
 #pragma once
 
-#include "host/objects/GuidePages.h"
+#include "host/objects/Guides.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
 namespace host {
 
-class HostCore;
-
-/// The open guide of the core in the language of the window, for the QML files as `guide`. A page that covers
+/// The open guide in the language of the window, for the QML files as `guide`. A page that covers
 /// the window counts as an open dialog. Application thread.
 class GuideView : public QObject
 {
@@ -22,10 +20,11 @@ class GuideView : public QObject
     Q_PROPERTY(int step READ step NOTIFY changed)
     Q_PROPERTY(QVariantList facts READ facts NOTIFY changed)
     Q_PROPERTY(QString rejection READ rejection NOTIFY changed)
+    Q_PROPERTY(bool canStart READ canStart NOTIFY changed)
 
 public:
-    /// @p core must outlive this.
-    explicit GuideView(HostCore& core);
+    /// The arguments must outlive this.
+    GuideView(Guides& guides, HostStatus& status);
 
     /// Called after a change of the language.
     void retranslate();
@@ -40,6 +39,12 @@ public:
     int step() const { return page_.step; }
     QVariantList facts() const { return page_.facts; }
     QString rejection() const { return page_.rejection; }
+    bool canStart() const { return guides_.canStart(); }
+
+    /// The start button.
+    Q_INVOKABLE void start() { guides_.start(); }
+    /// The close button.
+    Q_INVOKABLE void dismiss() { guides_.close(); }
 
 Q_SIGNALS:
     void changed();
@@ -48,7 +53,8 @@ private:
     void showGuide();
     void build();
 
-    HostCore& core_;
+    Guides& guides_;
+    HostStatus& status_;
     QString title_;
     GuidePage page_;
     bool open_ = false;

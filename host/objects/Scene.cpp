@@ -18,7 +18,7 @@ namespace host {
 Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode theme, const QString& language)
     : language_(language),
       core_(std::move(backend)),
-      disks_(core_),
+      disks_(core_.backend()),
       theme_(theme),
       link_(core_, automaticAnswer)
 {
@@ -29,7 +29,7 @@ Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode th
     context.setContextProperty(QStringLiteral("multilanguage"), &language_);
     context.setContextProperty(QStringLiteral("host"), &core_);
     context.setContextProperty(QStringLiteral("link"), &link_);
-    context.setContextProperty(QStringLiteral("guide"), core_.guideView());
+    context.setContextProperty(QStringLiteral("guide"), &core_.guideView());
     context.setContextProperty(QStringLiteral("timeline"), &link_.timeline());
     context.setContextProperty(QStringLiteral("diskModel"), &disks_);
     context.setContextProperty(QStringLiteral("theme"), &theme_);

@@ -20,25 +20,26 @@ bool HostWindow::isPopuped() const
 {
     if (core_ == nullptr)
         return false;
-    const bool popuped = core_->isPopuped();
+    const bool popuped = core_->status().isPopuped();
     core_->gate().recordPopupedRead(popuped);
-    return core_->recordRead("window", "popuped", popuped);
+    return core_->calls().recordRead("window", "popuped", popuped);
 }
 
 QVariant HostWindow::closeGuide(QVariant unused)
 {
     if (core_ == nullptr)
         return false;
-    core_->restartIdleTimer();
-    return core_->recordCall("window", "closeGuide", {unused}, QVariant(core_->closeGuide()));
+    core_->calls().restartIdleTimer();
+    return core_->calls().recordCall("window", "closeGuide", {unused}, QVariant(core_->guides().close()));
 }
 
 QVariant HostWindow::openUrl(QVariant address)
 {
     if (core_ == nullptr)
         return false;
+    core_->calls().restartIdleTimer();
     core_->openAddress(address.toString());
-    return core_->recordCall("window", "openUrl", {address}, QVariant(true));
+    return core_->calls().recordCall("window", "openUrl", {address}, QVariant(true));
 }
 
 bool HostWindow::event(QEvent* event)
@@ -52,38 +53,39 @@ bool MainPage::isBusy() const
 {
     if (core_ == nullptr)
         return false;
-    const bool busy = core_->isBusy();
+    const bool busy = core_->status().isBusy();
     core_->gate().recordBusyRead(busy);
-    return core_->recordRead("__zormain", "busy", busy);
+    return core_->calls().recordRead("__zormain", "busy", busy);
 }
 
 void MainPage::doprfunction(QVariant task)
 {
-    core_->restartIdleTimer();
-    core_->transcript().hostCall("__zormain", "doprfunction", {task});
-    core_->openGuide(recoveryGuide(task.toMap()));
+    core_->calls().restartIdleTimer();
+    core_->calls().recordCall("__zormain", "doprfunction", {task});
+    core_->guides().open(recoveryGuide(task.toMap()));
 }
 
 QVariant MainPage::createBootMediaEnabled(QVariant task)
 {
-    core_->restartIdleTimer();
+    core_->calls().restartIdleTimer();
     const auto machine = core_->machine();
-    const bool enabled =
-        !core_->isClosing() && machine->bootMediaEnabled && bootMediaTargetExists(*machine, task.toMap());
+    const bool enabled = !core_->status().isClosing() && machine->bootMediaEnabled &&
+                         bootMediaTargetExists(*machine, task.toMap());
     if (!enabled)
-        core_->recordRejection(QT_TRANSLATE_NOOP("Sandbox", "boot media"), describeParams(task.toMap()),
-                               QT_TRANSLATE_NOOP("Sandbox", "Boot media cannot be created there."));
-    return core_->recordCall("__zormain", "createBootMediaEnabled", {task}, QVariant(enabled));
+        core_->orders().recordRejection(QT_TRANSLATE_NOOP("Sandbox", "boot media"),
+                                        describeParams(task.toMap()),
+                                        QT_TRANSLATE_NOOP("Sandbox", "Boot media cannot be created there."));
+    return core_->calls().recordCall("__zormain", "createBootMediaEnabled", {task}, QVariant(enabled));
 }
 
 void MainPage::dobmfunction(QVariant task)
 {
-    core_->restartIdleTimer();
-    core_->transcript().hostCall("__zormain", "dobmfunction", {task});
+    core_->calls().restartIdleTimer();
+    core_->calls().recordCall("__zormain", "dobmfunction", {task});
     const QVariantMap map = task.toMap();
     const bool installs = map.value(QStringLiteral("isInstallPreOs")).toBool();
     if (!installs && !map.value(QStringLiteral("isDisablePreOs")).toBool()) {
-        core_->openGuide(mediaGuide(map));
+        core_->guides().open(mediaGuide(map));
         return;
     }
     core_->log()->write(installs ? QStringLiteral("pre-OS environment installed")
@@ -91,54 +93,57 @@ void MainPage::dobmfunction(QVariant task)
     const GuidedWork work = bootMediaWork(map);
     Machine next = *core_->machine();
     if (!attempt(next, static_cast<int>(work.function), work.params))
-        core_->change(std::move(next));
+        core_->backend().change(std::move(next));
 }
 
 void MainPage::opendiskhealth(QVariant task)
 {
-    core_->restartIdleTimer();
-    core_->transcript().hostCall("__zormain", "opendiskhealth", {task});
-    core_->openGuide(healthGuide(core_->machine(), task.toMap().value(QStringLiteral("diskIndex")).toInt()));
+    core_->calls().restartIdleTimer();
+    core_->calls().recordCall("__zormain", "opendiskhealth", {task});
+    core_->guides().open(
+        healthGuide(core_->machine(), task.toMap().value(QStringLiteral("diskIndex")).toInt()));
 }
 
 QVariant MainPage::passwordResetEnabled()
 {
-    return core_->recordCall("__zormain", "passwordResetEnabled", {},
-                             QVariant(isToolEnabled(kPasswordReset)));
+    return core_->calls().recordCall("__zormain", "passwordResetEnabled", {},
+                                     QVariant(isToolEnabled(kPasswordReset)));
 }
 
 QVariant MainPage::bootrepairEnabled()
 {
-    return core_->recordCall("__zormain", "bootrepairEnabled", {}, QVariant(isToolEnabled(kBootRepair)));
+    return core_->calls().recordCall("__zormain", "bootrepairEnabled", {},
+                                     QVariant(isToolEnabled(kBootRepair)));
 }
 
 QVariant MainPage::doToolBox(QVariant index, QVariant record)
 {
-    core_->restartIdleTimer();
+    core_->calls().restartIdleTimer();
     const QVariantMap map = record.toMap();
-    Rejection rejection = core_->closingRejection();
+    Rejection rejection = core_->status().closingRejection();
     if (!rejection)
         rejection = toolboxRejection(*core_->machine(), index.toInt(), map);
     if (rejection) {
-        core_->recordRejection({QT_TRANSLATE_NOOP("Sandbox", "toolbox %1"), {QString::number(index.toInt())}},
-                               toolboxName(index.toInt()), *rejection);
-        core_->transcript().hostCall("__zormain", "doToolBox", {index, record}, false, rejection->english());
+        core_->orders().recordRejection(
+            {QT_TRANSLATE_NOOP("Sandbox", "toolbox %1"), {QString::number(index.toInt())}},
+            toolboxName(index.toInt()), *rejection);
+        core_->calls().recordRejectedCall("__zormain", "doToolBox", {index, record}, rejection->english());
         return false;
     }
-    core_->openGuide(toolboxGuide(index.toInt(), map));
-    return core_->recordCall("__zormain", "doToolBox", {index, record}, QVariant(true));
+    core_->guides().open(toolboxGuide(index.toInt(), map));
+    return core_->calls().recordCall("__zormain", "doToolBox", {index, record}, QVariant(true));
 }
 
 bool MainPage::isToolEnabled(int index)
 {
-    core_->restartIdleTimer();
-    return !core_->isClosing() && core_->machine()->toolbox.value(toolboxName(index), true);
+    core_->calls().restartIdleTimer();
+    return !core_->status().isClosing() && core_->machine()->toolbox.value(toolboxName(index), true);
 }
 
 QVariant QmlExecuter::sendUserInfo(QVariant category, QVariant event, QVariant info, QVariant extra)
 {
-    core_->restartIdleTimer();
-    core_->transcript().hostCall("__qml_executer", "sendUserInfo", {category, event, info, extra});
+    core_->calls().restartIdleTimer();
+    core_->calls().recordCall("__qml_executer", "sendUserInfo", {category, event, info, extra});
     const QString text =
         info.userType() == QMetaType::QVariantMap ? describeParams(info.toMap()) : info.toString();
     core_->log()->write(QStringLiteral("event %1 %2 %3 %4")

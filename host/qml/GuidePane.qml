@@ -9,18 +9,18 @@ Panel {
     implicitHeight: 38 + lines.height + 12
     title: guide.title
     border.color: theme.accent
-    Keys.onEscapePressed: host.dismissGuide()
+    Keys.onEscapePressed: guide.dismiss()
     tools: [
         PushButton {
             objectName: "guideStart"
             small: true
             primary: true
-            visible: host.guideCanStart
+            visible: guide.canStart
             enabled: guide.rejection === ""
             text: qsTr("Start")
-            onClicked: host.startGuide()
+            onClicked: guide.start()
         },
-        PushButton { objectName: "guideClose"; small: true; text: qsTr("Close"); onClicked: host.dismissGuide() }
+        PushButton { objectName: "guideClose"; small: true; text: qsTr("Close"); onClicked: guide.dismiss() }
     ]
 
     Column {

@@ -14,7 +14,7 @@ Popup {
     modal: true
     focus: true
     closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
-    onClosed: if (guide.dialog) host.dismissGuide()
+    onClosed: if (guide.dialog) guide.dismiss()
     onOpened: closeButton.forceActiveFocus()
     Overlay.modal: Rectangle { color: theme.shade }
     background: Rectangle {
@@ -37,8 +37,8 @@ Popup {
         Row {
             anchors.right: parent.right
             spacing: 10
-            PushButton { objectName: "dialogStart"; visible: host.guideCanStart; text: qsTr("Start"); onClicked: host.startGuide() }
-            PushButton { id: closeButton; objectName: "dialogClose"; primary: true; text: qsTr("Close"); onClicked: host.dismissGuide() }
+            PushButton { objectName: "dialogStart"; visible: guide.canStart; text: qsTr("Start"); onClicked: guide.start() }
+            PushButton { id: closeButton; objectName: "dialogClose"; primary: true; text: qsTr("Close"); onClicked: guide.dismiss() }
         }
     }
 }

@@ -63,25 +63,27 @@ TEST_F(BridgeLinkTest, RejectedQuestion_LeavesTheMachineUnchanged)
     runOnOtherThread([&] { tools.DeletePartition(answer, "C"); });
     EXPECT_EQ(answer, answers::notValid);
     EXPECT_NE(scene.core().machine()->partition("C"), nullptr);
-    EXPECT_FALSE(scene.core().isBusy());
+    EXPECT_FALSE(scene.core().status().isBusy());
 }
 
 TEST_F(BridgeLinkTest, CloneDiskToDisk_OpensTheGuideAtItsLastStep)
 {
     EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 1, 0), answers::queued);
-    ASSERT_TRUE(pumpUntil([&] { return scene.core().guide() != nullptr; }));
-    ASSERT_NE(scene.core().guide(), nullptr);
-    EXPECT_EQ(scene.core().guide()->title, "Clone: disk 1 to disk 0");
-    EXPECT_EQ(scene.core().guide()->summary, "step 2: The destination holds the running system.");
+    ASSERT_TRUE(pumpUntil([&] { return scene.core().guides().current() != nullptr; }));
+    ASSERT_NE(scene.core().guides().current(), nullptr);
+    EXPECT_EQ(scene.core().guides().current()->title, "Clone: disk 1 to disk 0");
+    EXPECT_EQ(scene.core().guides().current()->summary, "step 2: The destination holds the running system.");
     EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 0, 1), answers::queued);
-    ASSERT_TRUE(pumpUntil(
-        [&] { return scene.core().guide() != nullptr && scene.core().guide()->summary == "step 3"; }));
+    ASSERT_TRUE(pumpUntil([&] {
+        return scene.core().guides().current() != nullptr &&
+               scene.core().guides().current()->summary == "step 3";
+    }));
 }
 
 TEST_F(BridgeLinkTest, CloneDiskToDisk_OfAMissingDisk_IsAnsweredToTheAgent)
 {
     EXPECT_EQ(call(&CZorHandle::CloneDiskToDisk, 0, 7), "It seems that disk7 is not exist");
-    EXPECT_EQ(scene.core().guide(), nullptr);
+    EXPECT_EQ(scene.core().guides().current(), nullptr);
 }
 
 TEST_F(BridgeLinkTest, ConvertDiskToGpt_OpensTheGuide)
@@ -89,9 +91,9 @@ TEST_F(BridgeLinkTest, ConvertDiskToGpt_OpensTheGuide)
     std::string answer;
     runOnOtherThread([&] { tools.ConvertDiskToGpt(answer, 1); });
     EXPECT_EQ(answer, answers::queued);
-    ASSERT_TRUE(pumpUntil([&] { return scene.core().guide() != nullptr; }));
-    ASSERT_NE(scene.core().guide(), nullptr);
-    EXPECT_EQ(scene.core().guide()->title, "Convert: disk 1 to GPT");
+    ASSERT_TRUE(pumpUntil([&] { return scene.core().guides().current() != nullptr; }));
+    ASSERT_NE(scene.core().guides().current(), nullptr);
+    EXPECT_EQ(scene.core().guides().current()->title, "Convert: disk 1 to GPT");
 }
 
 TEST_F(BridgeLinkTest, InstallAndEnablePreOS_IsAcceptedOnceUntilItIsDisabled)

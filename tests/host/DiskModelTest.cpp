@@ -87,13 +87,13 @@ protected:
     }
     void change(const std::function<void(host::Machine&)>& edit)
     {
-        host::Machine next = *core.machine();
+        host::Machine next = *backend->machine();
         edit(next);
-        core.change(next);
+        backend->change(next);
     }
 
-    host::HostCore core{simulated(testMachine())};
-    host::DiskModel model{core};
+    std::unique_ptr<host::Backend> backend = simulated(testMachine());
+    host::DiskModel model{*backend};
 };
 
 TEST_F(DiskModelTest, Rows_AreTheDisksWithTheirEntries)

@@ -157,8 +157,8 @@ TEST(HostAnswers, ToolboxFunctions_FollowTheMachinesSettings)
     EXPECT_TRUE(ask("bootrepairEnabled"));
     EXPECT_FALSE(toolBox(scene, 1, {}).toBool());
     EXPECT_TRUE(toolBox(scene, 2, {}).toBool());
-    ASSERT_NE(scene.core().guide(), nullptr);
-    EXPECT_EQ(scene.core().guide()->title, "Toolbox: bootRepair");
+    ASSERT_NE(scene.core().guides().current(), nullptr);
+    EXPECT_EQ(scene.core().guides().current()->title, "Toolbox: bootRepair");
 }
 
 TEST(HostAnswers, CloseGuide_ClosesTheOpenGuideOnce)
@@ -166,7 +166,7 @@ TEST(HostAnswers, CloseGuide_ClosesTheOpenGuideOnce)
     host::Scene scene(simulated(testMachine()), -1);
     toolBox(scene, 2, {});
     EXPECT_TRUE(callWindowMethod("closeGuide", QVariant()).toBool());
-    EXPECT_EQ(scene.core().guide(), nullptr);
+    EXPECT_EQ(scene.core().guides().current(), nullptr);
     EXPECT_FALSE(callWindowMethod("closeGuide", QVariant()).toBool());
 }
 
@@ -219,7 +219,7 @@ TEST(HostAnswers, OpenDialog_IsPopuped)
 TEST(HostAnswers, ClosingHost_IsBusyAndRejectsQuestions)
 {
     host::Scene scene(simulated(testMachine()), -1);
-    scene.core().setClosing();
+    scene.core().status().setClosing();
     EXPECT_TRUE(readWindowProperty("popuped").toBool());
     EXPECT_TRUE(hostObject(scene, "__zormain")->property("busy").toBool());
     EXPECT_FALSE(toolBox(scene, 2, {}).toBool());

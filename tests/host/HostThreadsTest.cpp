@@ -64,7 +64,7 @@ TEST(HostThreads, DirectCallsAndReads_DuringChanges_SeeAConsistentMachine)
         host::Machine next = *scene.core().machine();
         next.partition("D")->usedSize = ++used;
         next.partition("D")->label = QString::number(used);
-        scene.core().change(next);
+        scene.core().backend().change(next);
     }
     for (std::thread& reader : readers)
         reader.join();
@@ -79,18 +79,18 @@ TEST(HostThreads, Order_ReturnsAtOnceAndKeepsTheHostBusyUntilItEnds)
         orderHost(manager, "doFunFromAI", ConnectionRule::Call, 31,
                   QVariantMap{{"driveLetter", "D"}, {"newLabel", "Late"}});
     });
-    EXPECT_TRUE(pumpUntil([&] { return !scene.core().isBusy(); }));
+    EXPECT_TRUE(pumpUntil([&] { return !scene.core().status().isBusy(); }));
     EXPECT_EQ(scene.core().machine()->partition("D")->label, "Late");
 }
 
 TEST(HostThreads, Orders_RunInSequence)
 {
     host::Scene scene(simulated(testMachine()), -1);
-    scene.core().order(30, {{"driveLetter", "D"}, {"newDriveLetter", "Q:"}});
-    scene.core().order(31, {{"driveLetter", "Q"}, {"newLabel", "Moved"}});
-    EXPECT_TRUE(scene.core().isBusy());
+    scene.core().orders().order(30, {{"driveLetter", "D"}, {"newDriveLetter", "Q:"}});
+    scene.core().orders().order(31, {{"driveLetter", "Q"}, {"newLabel", "Moved"}});
+    EXPECT_TRUE(scene.core().status().isBusy());
     EXPECT_EQ(scene.core().machine()->partition("D")->label, "Data");
-    EXPECT_TRUE(pumpUntil([&] { return !scene.core().isBusy(); }));
+    EXPECT_TRUE(pumpUntil([&] { return !scene.core().status().isBusy(); }));
     ASSERT_NE(scene.core().machine()->partition("Q"), nullptr);
     EXPECT_EQ(scene.core().machine()->partition("Q")->label, "Moved");
 }
@@ -98,9 +98,9 @@ TEST(HostThreads, Orders_RunInSequence)
 TEST(HostThreads, OrderMadeImpossibleByAnEarlierOne_FailsAndChangesNothing)
 {
     host::Scene scene(simulated(testMachine()), -1);
-    scene.core().order(16, {{"driveLetter", "D"}});
-    scene.core().order(31, {{"driveLetter", "D"}, {"newLabel", "Gone"}});
-    EXPECT_TRUE(pumpUntil([&] { return !scene.core().isBusy(); }));
+    scene.core().orders().order(16, {{"driveLetter", "D"}});
+    scene.core().orders().order(31, {{"driveLetter", "D"}, {"newLabel", "Gone"}});
+    EXPECT_TRUE(pumpUntil([&] { return !scene.core().status().isBusy(); }));
     EXPECT_EQ(scene.core().machine()->partition("D"), nullptr);
 }
 

@@ -20,7 +20,7 @@ class Tasks : public testing::Test
 protected:
     bool finish()
     {
-        return pumpUntil([&] { return !core.isBusy(); });
+        return pumpUntil([&] { return !core.status().isBusy(); });
     }
     QVariant cell(int row, int role) { return core.tasks()->data(core.tasks()->index(row), role); }
     QString state(int row) { return cell(row, TaskQueue::StateRole).toString(); }
@@ -39,20 +39,20 @@ TEST_F(Tasks, FullFormat_TakesTheTimeOfItsBytes)
 {
     // 50 GiB at 4 MiB per second: longer than any test.
     simulation.setPace(Pace{false, 0.001});
-    core.order(kFormat, format);
+    core.orders().order(kFormat, format);
     ASSERT_TRUE(pumpUntil([&] { return cell(0, TaskQueue::ProgressRole).toDouble() > 0; }));
     EXPECT_LT(cell(0, TaskQueue::ProgressRole).toDouble(), 0.9);
-    EXPECT_TRUE(core.isBusy());
+    EXPECT_TRUE(core.status().isBusy());
     EXPECT_EQ(drive("D").fsString, "NTFS");
     EXPECT_EQ(core.work(), "FormatPartition");
     core.tasks()->cancelAll();
-    EXPECT_FALSE(core.isBusy());
+    EXPECT_FALSE(core.status().isBusy());
 }
 
 TEST_F(Tasks, Instant_TakesNoTime)
 {
     simulation.setPace(Pace{true, 1});
-    core.order(kFormat, format);
+    core.orders().order(kFormat, format);
     ASSERT_TRUE(finish());
     EXPECT_EQ(drive("D").fsString, "exFAT");
     EXPECT_EQ(state(0), "done");
@@ -62,7 +62,7 @@ TEST_F(Tasks, FailedFormat_LeavesThePartitionRaw)
 {
     simulation.setPace(Pace{true, 1});
     simulation.setFailures({{kFormat, 0.4}});
-    core.order(kFormat, format);
+    core.orders().order(kFormat, format);
     ASSERT_TRUE(finish());
     EXPECT_EQ(state(0), "failed");
     EXPECT_EQ(cell(0, TaskQueue::ErrorRole), "The task failed after 40%, as --fail requests.");
@@ -76,10 +76,10 @@ TEST_F(Tasks, PlannedFailure_AffectsOnlyTheNextTaskOfItsFunction)
 {
     simulation.setPace(Pace{true, 1});
     simulation.setFailures({{kFormat, 0.5}, {kFormat, 0.0}});
-    core.order(kLabel, {{"driveLetter", "D"}, {"newLabel", "Data2"}});
-    core.order(kFormat, format);
-    core.order(kFormat, format);
-    core.order(kFormat, format);
+    core.orders().order(kLabel, {{"driveLetter", "D"}, {"newLabel", "Data2"}});
+    core.orders().order(kFormat, format);
+    core.orders().order(kFormat, format);
+    core.orders().order(kFormat, format);
     ASSERT_TRUE(finish());
     EXPECT_EQ(state(0), "done");
     EXPECT_EQ(state(1), "failed");
@@ -92,7 +92,7 @@ TEST_F(Tasks, FailureAtZeroPercent_LeavesTheMachineUnchanged)
 {
     simulation.setPace(Pace{true, 1});
     simulation.setFailures({{kFormat, 0.0}});
-    core.order(kFormat, format);
+    core.orders().order(kFormat, format);
     ASSERT_TRUE(finish());
     EXPECT_EQ(state(0), "failed");
     EXPECT_EQ(host::diskRecords(*core.machine()), host::diskRecords(testMachine()));
@@ -102,7 +102,7 @@ TEST_F(Tasks, FailedResize_LeavesTheMachineUnchanged)
 {
     simulation.setPace(Pace{true, 1});
     simulation.setFailures({{14, 0.9}});
-    core.order(14, {{"driveLetter", "D"}, {"size", 20 * kGiB}});
+    core.orders().order(14, {{"driveLetter", "D"}, {"size", 20 * kGiB}});
     ASSERT_TRUE(finish());
     EXPECT_EQ(state(0), "failed");
     EXPECT_EQ(host::diskRecords(*core.machine()), host::diskRecords(testMachine()));
@@ -111,9 +111,9 @@ TEST_F(Tasks, FailedResize_LeavesTheMachineUnchanged)
 TEST_F(Tasks, CancelledFormat_LeavesThePartitionRawAndTheNextTaskRuns)
 {
     simulation.setPace(Pace{false, 0.001});
-    core.order(kFormat, format);
+    core.orders().order(kFormat, format);
     ASSERT_TRUE(pumpUntil([&] { return cell(0, TaskQueue::ProgressRole).toDouble() > 0; }));
-    core.order(33, {{"driveLetter", "E"}});
+    core.orders().order(33, {{"driveLetter", "E"}});
     simulation.setPace(Pace{true, 1});
     core.tasks()->cancel(1);
     EXPECT_EQ(state(0), "cancelled");
@@ -124,8 +124,8 @@ TEST_F(Tasks, CancelledFormat_LeavesThePartitionRawAndTheNextTaskRuns)
 
 TEST_F(Tasks, OrderToAClosingHost_IsDiscarded)
 {
-    core.setClosing();
-    core.order(kLabel, {{"driveLetter", "D"}, {"newLabel", "late"}});
+    core.status().setClosing();
+    core.orders().order(kLabel, {{"driveLetter", "D"}, {"newLabel", "late"}});
     EXPECT_EQ(core.tasks()->rowCount(), 0);
 }
 
@@ -136,12 +136,12 @@ host::GuidedWork toMbr()
 
 TEST_F(Tasks, Guide_StartsItsWorkOnRequest)
 {
-    core.openGuide({"Convert", "", toMbr()});
-    EXPECT_TRUE(core.guideCanStart());
-    EXPECT_FALSE(core.isBusy());
-    core.startGuide();
-    EXPECT_EQ(core.guide(), nullptr);
-    EXPECT_FALSE(core.guideCanStart());
+    core.guides().open({"Convert", "", toMbr()});
+    EXPECT_TRUE(core.guides().canStart());
+    EXPECT_FALSE(core.status().isBusy());
+    core.guides().start();
+    EXPECT_EQ(core.guides().current(), nullptr);
+    EXPECT_FALSE(core.guides().canStart());
     ASSERT_TRUE(finish());
     EXPECT_FALSE(core.machine()->disk(5)->isGPT);
     EXPECT_EQ(cell(0, TaskQueue::TitleRole), "ConvertDiskToMbr");
@@ -149,31 +149,32 @@ TEST_F(Tasks, Guide_StartsItsWorkOnRequest)
 
 TEST_F(Tasks, InformingOrRejectedGuide_CannotBeStarted)
 {
-    core.openGuide({"Health", "good"});
-    EXPECT_FALSE(core.guideCanStart());
-    core.startGuide();
-    ASSERT_NE(core.guide(), nullptr);
-    EXPECT_EQ(core.guide()->title, "Health");
-    core.openGuide({"Convert", "",
-                    host::conversionWork(host::Conversion::ToMbr, {{"diskIndex", 1}, {"isDiskItem", true}})});
-    EXPECT_FALSE(core.guideCanStart());
-    core.startGuide();
-    EXPECT_FALSE(core.isBusy());
+    core.guides().open({"Health", "good"});
+    EXPECT_FALSE(core.guides().canStart());
+    core.guides().start();
+    ASSERT_NE(core.guides().current(), nullptr);
+    EXPECT_EQ(core.guides().current()->title, "Health");
+    core.guides().open(
+        {"Convert", "",
+         host::conversionWork(host::Conversion::ToMbr, {{"diskIndex", 1}, {"isDiskItem", true}})});
+    EXPECT_FALSE(core.guides().canStart());
+    core.guides().start();
+    EXPECT_FALSE(core.status().isBusy());
 }
 
 TEST_F(Tasks, ClosedGuide_CannotBeStarted)
 {
-    core.openGuide({"Convert", "", toMbr()});
-    core.dismissGuide();
-    core.startGuide();
-    EXPECT_FALSE(core.isBusy());
+    core.guides().open({"Convert", "", toMbr()});
+    core.guides().close();
+    core.guides().start();
+    EXPECT_FALSE(core.status().isBusy());
 }
 
 TEST_F(Tasks, StartsGuides_StartsEachGuideAsItOpens)
 {
-    core.setStartsGuides(true);
-    core.openGuide({"Convert", "", toMbr()});
-    EXPECT_EQ(core.guide(), nullptr);
+    core.guides().setStartsGuides(true);
+    core.guides().open({"Convert", "", toMbr()});
+    EXPECT_EQ(core.guides().current(), nullptr);
     ASSERT_TRUE(finish());
     EXPECT_FALSE(core.machine()->disk(5)->isGPT);
 }

@@ -130,7 +130,7 @@ TEST_F(TranscriptOfAScene, OrderedTool_IsQuestionOrderTaskAndPush)
 {
     std::string answer;
     runOnOtherThread([&] { tools.ChangePartitionLabel(answer, "D", "Later"); });
-    ASSERT_TRUE(pumpUntil([&] { return !scene.core().isBusy(); }));
+    ASSERT_TRUE(pumpUntil([&] { return !scene.core().status().isBusy(); }));
     const auto calls = lines("hostCall");
     QJsonArray question;
     for (const QJsonObject& call : calls) {

@@ -41,7 +41,7 @@ TEST_F(WindowTimeline, QueuedCall_ShowsToolArgumentsAndAnswer)
 TEST_F(WindowTimeline, Rejection_IsHighlightedWithTheHostsReason)
 {
     Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
-    EXPECT_TRUE(scene.core().rejection(16, {{"driveLetter", "C"}}));
+    EXPECT_TRUE(scene.core().orders().rejection(16, {{"driveLetter", "C"}}));
     Q_EMIT bridge.sigAfterCallFun(answers::notValid, false);
     ASSERT_TRUE(waitForText("callOutcome", answers::notValid));
     EXPECT_EQ(item("callOutcome")->property("tone"), "bad");

@@ -98,7 +98,7 @@ TEST_F(WindowGuide, CloseButton_ClosesIt)
     ASSERT_NE(awaited("guideClose"), nullptr);
     click(item("guideClose"));
     EXPECT_EQ(item("guidePane"), nullptr);
-    EXPECT_EQ(scene.core().guide(), nullptr);
+    EXPECT_EQ(scene.core().guides().current(), nullptr);
 }
 
 TEST_F(WindowGuide, Escape_ClosesIt)
@@ -212,23 +212,23 @@ TEST_F(WindowDialog, DiskHealth_HasNoStartButton)
 
 TEST_F(WindowDialog, ClickAfter_ClosesItWithoutAUser)
 {
-    scene.core().guideView()->setClickAfter(0);
+    scene.core().guideView().setClickAfter(0);
     openHealth(mainPage(), 0);
     EXPECT_TRUE(isPopuped());
     EXPECT_TRUE(pumpUntil([&] { return !isPopuped(); }));
-    EXPECT_FALSE(scene.core().guideView()->isOpen());
+    EXPECT_FALSE(scene.core().guideView().isOpen());
 }
 
 TEST_F(WindowDialog, ClickAfter_LeavesAGuideOpen)
 {
-    scene.core().guideView()->setClickAfter(0);
+    scene.core().guideView().setClickAfter(0);
     Q_EMIT bridge.sigCloneResult(cloneResult(3, QString()));
     openHealth(mainPage(), 0);
     ASSERT_TRUE(pumpUntil([&] { return !isPopuped(); }));
     Q_EMIT bridge.sigCloneResult(cloneResult(3, QString()));
     int turns = 0;
     pumpUntil([&] { return ++turns > 3; });
-    EXPECT_TRUE(scene.core().guideView()->isOpen());
+    EXPECT_TRUE(scene.core().guideView().isOpen());
 }
 
 void recommend(AIBridge& bridge)

@@ -106,23 +106,23 @@ protected:
     void fillLists()
     {
         Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
-        scene.core().rejection(16, {{"driveLetter", "C"}});
+        scene.core().orders().rejection(16, {{"driveLetter", "C"}});
         Q_EMIT bridge.sigAfterCallFun(answers::notValid, false);
-        scene.core().rejection(16, {{"driveLetter", "Q"}});
+        scene.core().orders().rejection(16, {{"driveLetter", "Q"}});
         orderHost(mainPage(), "doToolBox", ConnectionRule::Call, QVariant(99), QVariant(QVariantMap()));
         Q_EMIT bridge.sigAbout2CallFun("GetPartitionInfo driveLetter=C");
         Q_EMIT bridge.sigAfterCallFun("a partition with all of its details", false);
         scene.link().timeline().recordGateRejection("the words of the gate");
         scene.link().timeline().recordGateRejection("the words of the gate");
         Q_EMIT bridge.sigAbout2CallFun("");
-        scene.core().order(16, {{"driveLetter", "C"}});
-        scene.core().order(31, {{"driveLetter", "D"}, {"newLabel", "Data"}});
-        EXPECT_TRUE(pumpUntil([&] { return !scene.core().isBusy(); }));
+        scene.core().orders().order(16, {{"driveLetter", "C"}});
+        scene.core().orders().order(31, {{"driveLetter", "D"}, {"newLabel", "Data"}});
+        EXPECT_TRUE(pumpUntil([&] { return !scene.core().status().isBusy(); }));
         host::Pace slow;
         slow.factor = 0.000001;
         simulation.setPace(slow);
         for (int times = 0; times < 3; ++times)
-            scene.core().order(15, {{"driveLetter", "D"}, {"fileSystem", "NTFS"}});
+            scene.core().orders().order(15, {{"driveLetter", "D"}, {"fileSystem", "NTFS"}});
         scene.core().tasks()->cancel(5);
         EXPECT_TRUE(pumpUntil([&] { return texts("taskState").contains("0 %"); }));
         scene.core().openAddress("https://example.org/");
@@ -208,7 +208,7 @@ TEST_F(WindowBrackets, MachineWithEveryFlag_ShowsTranslatedTextsOnly)
     machine.disk(2)->partitions.front().driveLetter.clear();
     machine.disk(2)->partitions.front().gptEFI = false;
     machine.disk(5)->partitions.clear();
-    scene.core().change(machine);
+    scene.core().backend().change(machine);
     expectBrackets("flags");
     const QStringList before = texts("details");
     press(Qt::Key_Tab);

@@ -98,10 +98,10 @@ protected:
 TEST_F(WindowPicture, Light_ShowsBarsTimelineAndTasks)
 {
     Q_EMIT bridge.sigAbout2CallFun("ChangePartitionLabel driveLetter=D newLabel=Photos");
-    scene.core().order(31, {{"driveLetter", "E"}, {"newLabel", "Photos"}});
+    scene.core().orders().order(31, {{"driveLetter", "E"}, {"newLabel", "Photos"}});
     Q_EMIT bridge.sigAfterCallFun(answers::queued, true);
     Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
-    scene.core().rejection(16, {{"driveLetter", "C"}});
+    scene.core().orders().rejection(16, {{"driveLetter", "C"}});
     Q_EMIT bridge.sigAfterCallFun(answers::notValid, false);
     ASSERT_TRUE(pumpUntil([&] { return texts("taskState") == QStringList("done"); }));
     ASSERT_TRUE(pumpUntil([&] { return items("callTool").size() == 2; }));

@@ -115,7 +115,7 @@ protected:
             entry.usedSize = entry.size / 2;
         }
         const Watch watch;
-        scene.core().change(next);
+        scene.core().backend().change(next);
         host::pictureOf(*scene.window());
         longest_ = std::max(longest_, watch.elapsed());
         longestComputed_ = std::max(longestComputed_, watch.computed());

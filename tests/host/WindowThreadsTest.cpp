@@ -30,7 +30,7 @@ void openAndClosePages(host::Scene& scene, QObject* page, AIBridge& bridge)
     Q_EMIT bridge.sigRecScanResult(QVariantMap{{"msg", "Do it."}, {"buttons", QVariantList{"Accept"}}});
     Q_EMIT bridge.sigAbout2CallFun("Tool");
     Q_EMIT bridge.sigAfterCallFun(answers::notValid, false);
-    scene.core().order(31, {{"driveLetter", "D"}, {"newLabel", "Some"}});
+    scene.core().orders().order(31, {{"driveLetter", "D"}, {"newLabel", "Some"}});
     scene.link().answer(0);
     const bool dark = scene.theme().isDark();
     QGuiApplication::setPalette(QPalette(QColor(dark ? "#f0f0f0" : "#202020")));
@@ -45,7 +45,7 @@ TEST_F(WindowThreads, ChildrenOfTheWindow_StayTheSameWhilePagesOpenAndClose)
         openAndClosePages(scene, mainPage(), bridge);
         EXPECT_EQ(scene.window()->children(), before);
     }
-    ASSERT_TRUE(pumpUntil([&] { return !scene.core().isBusy(); }));
+    ASSERT_TRUE(pumpUntil([&] { return !scene.core().status().isBusy(); }));
     EXPECT_EQ(scene.window()->children(), before);
     EXPECT_EQ(QGuiApplication::topLevelWindows().size(), 1);
 }

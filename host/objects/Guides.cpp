@@ -1,0 +1,57 @@
+#include "host/objects/Guides.h"
+
+#include <utility>
+
+namespace host {
+
+Guides::Guides(Backend& backend, HostStatus& status, Orders& orders, Transcript& transcript, HostLog& log)
+    : backend_(backend), status_(status), orders_(orders), transcript_(transcript), log_(log)
+{
+}
+
+void Guides::open(Guide guide)
+{
+    std::optional<GuidedWork>& work = guide.work;
+    if (work && backend_.taskRejection(static_cast<int>(work->function), work->params))
+        work.reset();
+    guide_ = std::move(guide);
+    const QString summary = guide_->summary.english();
+    log_.write(QStringLiteral("guide opened: ") + guide_->title.english() +
+               (summary.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(summary)));
+    record(QStringLiteral("opened"));
+    Q_EMIT changed();
+    if (startsGuides_)
+        start();
+}
+
+void Guides::start()
+{
+    if (!canStart() || status_.isClosing())
+        return;
+    const GuidedWork work = *guide_->work;
+    log_.write(QStringLiteral("guide started: ") + guide_->title.english());
+    record(QStringLiteral("started"));
+    orders_.add(static_cast<int>(work.function), work.params);
+    close();
+}
+
+bool Guides::close()
+{
+    if (!guide_)
+        return false;
+    log_.write(QStringLiteral("guide closed: ") + guide_->title.english());
+    record(QStringLiteral("closed"));
+    guide_.reset();
+    Q_EMIT changed();
+    return true;
+}
+
+void Guides::record(const QString& action)
+{
+    transcript_.add(QStringLiteral("guide"), {{QStringLiteral("action"), action},
+                                              {QStringLiteral("title"), guide_->title.english()},
+                                              {QStringLiteral("text"), guide_->summary.english()},
+                                              {QStringLiteral("canStart"), canStart()}});
+}
+
+} // namespace host

@@ -1,0 +1,120 @@
+#include "host/objects/Orders.h"
+
+#include "host/machine/Functions.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QStringList>
+
+#include <utility>
+
+namespace host {
+
+namespace {
+
+const QString kTestFunValid = QStringLiteral("TestFunValid");
+
+Text describeFunction(int function)
+{
+    const QString name = functionName(function);
+    return name.isEmpty() ? Text(QT_TRANSLATE_NOOP("Sandbox", "function %1"), {QString::number(function)})
+                          : name;
+}
+
+QString describeValue(const QVariant& value)
+{
+    if (value.userType() == QMetaType::QString)
+        return QLatin1Char('"') + value.toString() + QLatin1Char('"');
+    if (value.userType() == QMetaType::QVariantMap)
+        return QString::fromUtf8(QJsonDocument::fromVariant(value).toJson(QJsonDocument::Compact));
+    return value.toString();
+}
+
+} // namespace
+
+QString describeParams(const QVariantMap& params)
+{
+    QStringList parts;
+    for (auto it = params.begin(); it != params.end(); ++it)
+        parts.append(it.key() + QLatin1Char('=') + describeValue(it.value()));
+    return parts.join(QLatin1Char(' '));
+}
+
+Orders::Orders(Backend& backend, HostStatus& status, Transcript& transcript, HostLog& log)
+    : backend_(backend), status_(status), transcript_(transcript), log_(log)
+{
+    connect(&tasks_, &TaskQueue::taskStarted, this, &Orders::onTaskStarted);
+    connect(&tasks_, &TaskQueue::taskEnded, this, &Orders::onTaskEnded);
+    connect(&tasks_, &TaskQueue::idle, this, &Orders::showWork);
+}
+
+Rejection Orders::rejection(int function, const QVariantMap& params)
+{
+    QVariantMap keys = params;
+    keys.remove(kTestFunValid);
+    Rejection reason = status_.closingRejection();
+    if (!reason)
+        reason = backend_.orderRejection(function, keys);
+    if (reason)
+        recordRejection(describeFunction(function), describeParams(keys), *reason);
+    return reason;
+}
+
+void Orders::recordRejection(const Text& function, const QString& arguments, const Text& reason)
+{
+    log_.write(QStringLiteral("rejected %1 %2: %3").arg(function.english(), arguments, reason.english()));
+    Q_EMIT rejected(function, arguments, reason);
+}
+
+void Orders::order(int function, const QVariantMap& params)
+{
+    log_.write(
+        QStringLiteral("order %1 %2").arg(describeFunction(function).english(), describeParams(params)));
+    Q_EMIT ordered(describeFunction(function), describeParams(params));
+    // An order that arrives during the shutdown is discarded.
+    if (!status_.isClosing())
+        add(function, params);
+}
+
+void Orders::add(int function, const QVariantMap& params)
+{
+    transcript_.add(QStringLiteral("order"),
+                    {{QStringLiteral("function"), describeFunction(function).english()},
+                     {QStringLiteral("params"), QJsonObject::fromVariantMap(params)}});
+    TaskWork work;
+    work.title = describeFunction(function);
+    work.detail = describeParams(params);
+    work.execution = [this, function, params] { return backend_.execute(function, params); };
+    tasks_.add(std::move(work));
+    showWork();
+}
+
+void Orders::onTaskStarted(int id)
+{
+    const QModelIndex row = tasks_.indexOf(id);
+    transcript_.add(QStringLiteral("taskStart"),
+                    {{QStringLiteral("task"), id},
+                     {QStringLiteral("title"), tasks_.titleOf(id).english()},
+                     {QStringLiteral("detail"), tasks_.data(row, TaskQueue::DetailRole).toString()}});
+    showWork();
+}
+
+void Orders::onTaskEnded(int id, const QString& state, const QString& error)
+{
+    const QString title = tasks_.titleOf(id).english();
+    log_.write(error.isEmpty() ? QStringLiteral("%1 %2").arg(state, title)
+                               : QStringLiteral("%1 %2: %3").arg(state, title, error));
+    QJsonObject fields{
+        {QStringLiteral("task"), id}, {QStringLiteral("title"), title}, {QStringLiteral("state"), state}};
+    if (!error.isEmpty())
+        fields.insert(QStringLiteral("error"), error);
+    transcript_.add(QStringLiteral("taskEnd"), fields);
+}
+
+void Orders::showWork()
+{
+    status_.setAtWork(tasks_.isAtWork());
+    work_ = tasks_.currentTitle();
+    Q_EMIT workChanged();
+}
+
+} // namespace host

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "host/backend/Backend.h"
+#include "host/objects/HostLog.h"
+#include "host/objects/HostStatus.h"
+#include "host/objects/TaskQueue.h"
+#include "host/objects/Transcript.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QVariantMap>
+
+namespace host {
+
+/// Accepts orders, carries them out one after another, and records them. Application thread.
+class Orders : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The arguments must outlive this.
+    Orders(Backend& backend, HostStatus& status, Transcript& transcript, HostLog& log);
+
+    /// Whether the partition page accepts an order. A rejection is recorded.
+    Rejection rejection(int function, const QVariantMap& params);
+    /// Queues an order of the partition page, which is carried out after this call has returned.
+    void order(int function, const QVariantMap& params);
+    /// Queues the work of a guide, which the back end has accepted.
+    void add(int function, const QVariantMap& params);
+    /// Logs and emits a rejection; @p arguments: from describeParams().
+    void recordRejection(const Text& function, const QString& arguments, const Text& reason);
+
+    TaskQueue& tasks() { return tasks_; }
+    /// The title of the running task; empty if no task runs.
+    const Text& work() const { return work_; }
+
+Q_SIGNALS:
+    /// An order has arrived.
+    void ordered(host::Text function, QString arguments);
+    void rejected(host::Text function, QString arguments, host::Text reason);
+    void workChanged();
+
+private:
+    void onTaskStarted(int id);
+    void onTaskEnded(int id, const QString& state, const QString& error);
+    void showWork();
+
+    Backend& backend_;
+    HostStatus& status_;
+    Transcript& transcript_;
+    HostLog& log_;
+    TaskQueue tasks_;
+    Text work_;
+};
+
+/// An order's parameters on one line, in the form `key=value key=value`; strings are quoted.
+QString describeParams(const QVariantMap& params);
+
+} // namespace host
