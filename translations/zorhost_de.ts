@@ -892,8 +892,24 @@
         <translation>Der Datenträger ist nicht mehr angeschlossen.</translation>
     </message>
     <message>
-        <source>The disk is in use: a file system on it is mounted, or it holds active swap space.</source>
-        <translation>Der Datenträger wird verwendet: Ein Dateisystem darauf ist eingehängt, oder er enthält aktiven Auslagerungsspeicher.</translation>
+        <source>%1 holds a mounted file system (%2).</source>
+        <translation>%1 enthält ein eingehängtes Dateisystem (%2).</translation>
+    </message>
+    <message>
+        <source>%1 holds active swap space.</source>
+        <translation>%1 enthält aktiven Auslagerungsspeicher.</translation>
+    </message>
+    <message>
+        <source>%1 is a physical volume of LVM.</source>
+        <translation>%1 ist ein physischer Datenträger von LVM.</translation>
+    </message>
+    <message>
+        <source>%1 is a member of a RAID.</source>
+        <translation>%1 ist Mitglied eines RAID-Verbunds.</translation>
+    </message>
+    <message>
+        <source>%1 is an encrypted volume that is open.</source>
+        <translation>%1 ist ein geöffneter verschlüsselter Datenträger.</translation>
     </message>
     <message>
         <source>The partition has changed since the order was accepted.</source>

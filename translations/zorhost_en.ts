@@ -892,8 +892,24 @@
         <translation>The disk is no longer attached.</translation>
     </message>
     <message>
-        <source>The disk is in use: a file system on it is mounted, or it holds active swap space.</source>
-        <translation>The disk is in use: a file system on it is mounted, or it holds active swap space.</translation>
+        <source>%1 holds a mounted file system (%2).</source>
+        <translation>%1 holds a mounted file system (%2).</translation>
+    </message>
+    <message>
+        <source>%1 holds active swap space.</source>
+        <translation>%1 holds active swap space.</translation>
+    </message>
+    <message>
+        <source>%1 is a physical volume of LVM.</source>
+        <translation>%1 is a physical volume of LVM.</translation>
+    </message>
+    <message>
+        <source>%1 is a member of a RAID.</source>
+        <translation>%1 is a member of a RAID.</translation>
+    </message>
+    <message>
+        <source>%1 is an encrypted volume that is open.</source>
+        <translation>%1 is an encrypted volume that is open.</translation>
     </message>
     <message>
         <source>The partition has changed since the order was accepted.</source>

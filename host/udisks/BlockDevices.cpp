@@ -32,6 +32,13 @@ QString objectPath(const QVariant& value)
     return value.value<QDBusObjectPath>().path();
 }
 
+// The service writes "/" for a missing object.
+QString otherObject(const QVariantMap& properties, const char* name)
+{
+    const QString path = objectPath(properties.value(QLatin1String(name)));
+    return path == QLatin1String("/") ? QString() : path;
+}
+
 QString text(const QVariantMap& properties, const char* name)
 {
     return properties.value(QLatin1String(name)).toString();
@@ -73,6 +80,8 @@ void readBlock(BlockDevice& device, const QVariantMap& properties)
     device.label = text(properties, "IdLabel");
     device.uuid = text(properties, "IdUUID");
     device.drive = objectPath(properties.value(QStringLiteral("Drive")));
+    device.isRaidMember = !otherObject(properties, "MDRaidMember").isEmpty();
+    device.encryptedDevice = otherObject(properties, "CryptoBackingDevice");
 }
 
 BlockDevice readDevice(const QString& path, const DiskServiceInterfaces& interfaces)
@@ -92,6 +101,9 @@ BlockDevice readDevice(const QString& path, const DiskServiceInterfaces& interfa
     const auto fileSystem = interfaces.find(kInterface + QLatin1String("Filesystem"));
     if (fileSystem != interfaces.end())
         device.mountPoints = fileNames(fileSystem->value(QStringLiteral("MountPoints")));
+    const auto encrypted = interfaces.find(kInterface + QLatin1String("Encrypted"));
+    if (encrypted != interfaces.end())
+        device.cleartextDevice = otherObject(*encrypted, "CleartextDevice");
     const auto swap = interfaces.find(kInterface + QLatin1String("Swapspace"));
     device.isActiveSwap = swap != interfaces.end() && flag(*swap, "Active");
     return device;

@@ -48,6 +48,9 @@ struct BlockDevice
     std::optional<QString> backingFile; ///< of a loop device; empty if it is not in use
     QStringList mountPoints;
     bool isActiveSwap = false;
+    bool isRaidMember = false;
+    QString cleartextDevice; ///< object path of the content of an open encrypted volume; else empty
+    QString encryptedDevice; ///< object path of the encrypted volume with this content; else empty
 
     /// True for a disk with data but without a partition table, which must not be shown as empty.
     bool isBareVolume() const { return !table && !partition && !type.isEmpty(); }

@@ -5,6 +5,7 @@
 #include "host/machine/Rules.h"
 #include "host/simulation/TimedExecution.h"
 #include "host/udisks/DeviceFactsReader.h"
+#include "host/udisks/DiskUse.h"
 #include "host/udisks/OrderExecution.h"
 #include "host/udisks/OrderRules.h"
 
@@ -110,9 +111,14 @@ QString DiskBackend::readMachineNow()
         const BlockDevice* disk = source.find(snapshot);
         if (disk == nullptr)
             return QStringLiteral("%1: the disk service does not know this disk").arg(source.file);
+        if (const Rejection rejection = useRejection(snapshot, *disk))
+            return rejection->english();
         if (disk->isBareVolume())
             return QStringLiteral("%1: a file system without a partition table is not supported")
                 .arg(source.file);
+        const QString error = errorOf(service_.callNow(exclusiveOpenCall(*disk)));
+        if (!error.isEmpty())
+            return QStringLiteral("%1 is in use: %2").arg(source.file, error);
     }
     publish(snapshot);
     return QString();

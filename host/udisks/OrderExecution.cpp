@@ -1,9 +1,9 @@
 #include "host/udisks/OrderExecution.h"
 
+#include "host/udisks/DiskUse.h"
+
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
-
-#include <fcntl.h>
 
 #include <algorithm>
 #include <utility>
@@ -16,11 +16,6 @@ namespace {
 constexpr int kAttempts = 50;
 constexpr int kRetryMs = 100;
 const QString kCancelled = QStringLiteral("org.freedesktop.UDisks2.Error.Cancelled");
-
-bool isInUse(const BlockDevice& device)
-{
-    return !device.mountPoints.isEmpty() || device.isActiveSwap;
-}
 
 bool isSame(const OrderTarget& target, const BlockDevice& device)
 {
@@ -82,16 +77,10 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
             Outcome::Failed,
             QT_TRANSLATE_NOOP("Sandbox", "The disk holds a file system without a partition table."));
     devices_ = QStringList{disk->path};
-    bool inUse = isInUse(*disk);
-    for (const BlockDevice* entry : snapshot.partitionsOf(disk->path)) {
+    for (const BlockDevice* entry : snapshot.partitionsOf(disk->path))
         devices_.append(entry->path);
-        inUse = inUse || isInUse(*entry);
-    }
-    if (inUse)
-        return finish(Outcome::Failed,
-                      QT_TRANSLATE_NOOP("Sandbox",
-                                        "The disk is in use: a file system on it is mounted, or it "
-                                        "holds active swap space."));
+    if (const Rejection rejection = useRejection(snapshot, *disk))
+        return finish(Outcome::Failed, *rejection);
     const BlockDevice* partition = nullptr;
     if (!findTarget(snapshot, *disk, partition))
         return retry(QT_TRANSLATE_NOOP("Sandbox", "The partition has changed since the order was accepted."));
@@ -116,24 +105,20 @@ bool OrderExecution::findTarget(const DiskSnapshot& snapshot, const BlockDevice&
            (changed_ || isSame(*plan_.target, *partition));
 }
 
-// An exclusive open fails while a file system, swap space, RAID, LVM or encryption uses the disk or one of
-// its partitions.
 void OrderExecution::checkUnused(const BlockDevice& disk, const DiskServiceCall& call)
 {
-    const QVariantMap options{{QStringLiteral("flags"), O_EXCL}};
-    const DiskServiceCall open{
-        disk.path, QStringLiteral("Block"), QStringLiteral("OpenDevice"), {QStringLiteral("r"), options}};
-    service_.call(open, [self = QPointer<OrderExecution>(this), call](const QDBusMessage& reply) {
-        if (!self)
-            return;
-        const QString error = errorOf(reply);
-        if (error.isEmpty())
-            self->run(call);
-        else if (isMissingObject(reply))
-            self->retry(error);
-        else
-            self->finish(Outcome::Failed, error);
-    });
+    service_.call(exclusiveOpenCall(disk),
+                  [self = QPointer<OrderExecution>(this), call](const QDBusMessage& reply) {
+                      if (!self)
+                          return;
+                      const QString error = errorOf(reply);
+                      if (error.isEmpty())
+                          self->run(call);
+                      else if (isMissingObject(reply))
+                          self->retry(error);
+                      else
+                          self->finish(Outcome::Failed, error);
+                  });
 }
 
 void OrderExecution::run(const DiskServiceCall& call)

@@ -1,0 +1,53 @@
+#include "host/udisks/DiskUse.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+
+namespace host {
+
+namespace {
+
+bool isOpenEncrypted(const DiskSnapshot& snapshot, const BlockDevice& device)
+{
+    return !device.cleartextDevice.isEmpty() ||
+           std::any_of(snapshot.devices.begin(), snapshot.devices.end(),
+                       [&](const BlockDevice& other) { return other.encryptedDevice == device.path; });
+}
+
+Rejection deviceRejection(const DiskSnapshot& snapshot, const BlockDevice& device)
+{
+    if (!device.mountPoints.isEmpty())
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 holds a mounted file system (%2)."),
+                    {device.device, device.mountPoints.first()});
+    if (device.isActiveSwap)
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 holds active swap space."), {device.device});
+    if (device.type == QLatin1String("LVM2_member"))
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 is a physical volume of LVM."), {device.device});
+    if (device.isRaidMember || device.usage == QLatin1String("raid"))
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 is a member of a RAID."), {device.device});
+    if (isOpenEncrypted(snapshot, device))
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 is an encrypted volume that is open."), {device.device});
+    return kAccepted;
+}
+
+} // namespace
+
+Rejection useRejection(const DiskSnapshot& snapshot, const BlockDevice& disk)
+{
+    if (const Rejection rejection = deviceRejection(snapshot, disk))
+        return rejection;
+    for (const BlockDevice* partition : snapshot.partitionsOf(disk.path)) {
+        if (const Rejection rejection = deviceRejection(snapshot, *partition))
+            return rejection;
+    }
+    return kAccepted;
+}
+
+DiskServiceCall exclusiveOpenCall(const BlockDevice& disk)
+{
+    const QVariantMap options{{QStringLiteral("flags"), O_EXCL}};
+    return {disk.path, QStringLiteral("Block"), QStringLiteral("OpenDevice"), {QStringLiteral("r"), options}};
+}
+
+} // namespace host

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "host/machine/Rejection.h"
+#include "host/udisks/DiskService.h"
+
+namespace host {
+
+/// Why a disk must not be changed: the disk or one of its partitions is mounted, active swap space, a member
+/// of RAID or LVM, or an open encrypted volume. The sentence names the device. Checked at the start and again
+/// before every call of an order, because the service itself formats and deletes such devices for root.
+Rejection useRejection(const DiskSnapshot& snapshot, const BlockDevice& disk);
+
+/// Opens the disk exclusively. The call fails while the kernel uses the disk or one of its partitions, also
+/// for a user that the service does not report.
+DiskServiceCall exclusiveOpenCall(const BlockDevice& disk);
+
+} // namespace host
