@@ -259,6 +259,7 @@ void HostApp::drain()
     printError(QStringLiteral("tools are still being called; ending without the release of the component"));
     exitCode_ = kExitNotReleased;
     closeFiles();
+    scene_.core().backend().release();
     std::fflush(stdout);
     std::_Exit(kExitNotReleased);
 }

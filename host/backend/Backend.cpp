@@ -22,4 +22,15 @@ void Backend::change(Machine machine)
     Q_EMIT machineChanged();
 }
 
+std::vector<Text> Backend::takeNotices()
+{
+    return std::exchange(notices_, {});
+}
+
+void Backend::addNotice(const Text& notice)
+{
+    notices_.push_back(notice);
+    Q_EMIT noticed();
+}
+
 } // namespace host

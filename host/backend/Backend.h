@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <mutex>
+#include <vector>
 
 namespace host {
 
@@ -35,11 +36,27 @@ public:
     /// the back end.
     virtual std::unique_ptr<Execution> execute(int function, const QVariantMap& params) = 0;
 
+    /// Why no order can run at the moment; empty if orders can run.
+    virtual Rejection unavailability() const { return kAccepted; }
+    /// Frees what would outlive the process, such as attached images. For an exit without destructors.
+    virtual void release() {}
+    /// Removes and returns the messages that belong to no order.
+    std::vector<Text> takeNotices();
+
 Q_SIGNALS:
     /// After an order, after a change from outside, and after a change of a setting.
     void machineChanged();
+    /// unavailability() has changed.
+    void availabilityChanged();
+    /// takeNotices() has a message.
+    void noticed();
+
+protected:
+    /// Adds a message for the log of the host.
+    void addNotice(const Text& notice);
 
 private:
+    std::vector<Text> notices_;
     mutable std::mutex mutex_;
     std::shared_ptr<const Machine> machine_;
 };

@@ -14,6 +14,28 @@ HostCore::HostCore(std::unique_ptr<Backend> backend, QObject* parent)
 {
     connect(backend_.get(), &Backend::machineChanged, this, &HostCore::machineChanged);
     connect(&orders_, &Orders::workChanged, this, &HostCore::workChanged);
+    connect(backend_.get(), &Backend::noticed, this, &HostCore::writeNotices);
+    connect(backend_.get(), &Backend::availabilityChanged, this, &HostCore::showAvailability);
+    writeNotices();
+}
+
+void HostCore::writeNotices()
+{
+    for (const Text& notice : backend_->takeNotices())
+        log_.write(notice.english());
+}
+
+void HostCore::showAvailability()
+{
+    const Rejection now = backend_->unavailability();
+    if (now == problem_)
+        return;
+    problem_ = now;
+    const QString reason = now.value_or(Text()).english();
+    log_.write(now ? reason : QStringLiteral("orders can run again"));
+    transcript_.add(QStringLiteral("availability"),
+                    {{QStringLiteral("available"), !now.has_value()}, {QStringLiteral("reason"), reason}});
+    Q_EMIT problemChanged();
 }
 
 void HostCore::openAddress(const QString& address)
@@ -51,6 +73,7 @@ void HostCore::retranslate()
     orders_.tasks().retranslate();
     guideView_.retranslate();
     Q_EMIT workChanged();
+    Q_EMIT problemChanged();
 }
 
 } // namespace host

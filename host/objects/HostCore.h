@@ -27,6 +27,7 @@ class HostCore : public QObject
     Q_PROPERTY(QString serviceAddress READ serviceAddress NOTIFY serviceAddressChanged)
     Q_PROPERTY(QString work READ work NOTIFY workChanged)
     Q_PROPERTY(QString address READ address NOTIFY addressChanged)
+    Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
     Q_PROPERTY(bool dialogOpen READ isDialogOpen WRITE setDialogOpen NOTIFY dialogOpenChanged)
     Q_PROPERTY(bool win11Checker READ isWin11Checker WRITE setWin11Checker NOTIFY machineChanged)
     Q_PROPERTY(QObject* log READ log CONSTANT)
@@ -56,6 +57,8 @@ public:
     QString serviceAddress() const { return serviceAddress_; }
     QString work() const { return orders_.work().translated(); }
     QString address() const { return address_; }
+    /// Why no order can run at the moment; empty if orders can run.
+    QString problem() const { return problem_.value_or(Text()).translated(); }
     bool isDialogOpen() const { return status_.isDialogOpen(); }
     void setDialogOpen(bool open);
     bool isWin11Checker() const { return machine()->win11CheckerEnabled; }
@@ -66,9 +69,13 @@ Q_SIGNALS:
     void serviceAddressChanged();
     void workChanged();
     void addressChanged();
+    void problemChanged();
     void dialogOpenChanged();
 
 private:
+    void writeNotices();
+    void showAvailability();
+
     std::unique_ptr<Backend> backend_; // before the orders, whose executions use it
     Transcript transcript_;
     HostLog log_;
@@ -80,6 +87,7 @@ private:
     GateWatch gate_;
     QString serviceAddress_;
     QString address_;
+    Rejection problem_;
 };
 
 } // namespace host

@@ -24,6 +24,7 @@ RowLayout {
         tone: "accent"
         text: qsTr("busy: %1").arg(host.work)
     }
+    Badge { objectName: "problemBadge"; visible: host.problem !== ""; tone: "bad"; text: host.problem }
     Badge { objectName: "popupBadge"; visible: host.dialogOpen || guide.dialog; tone: "warn"; text: qsTr("dialog open") }
     Item { Layout.fillWidth: true }
     Toggle { objectName: "win11Toggle"; text: qsTr("Windows 11 checker"); checked: host.win11Checker; onToggled: host.win11Checker = checked }
