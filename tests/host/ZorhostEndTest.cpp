@@ -90,6 +90,21 @@ const FailedStart kFailedStarts[] = {
          host.write("bad.json", "");
          ASSERT_TRUE(QFile::resize(host.file("bad.json"), Q_INT64_C(1) << 30));
      }},
+    {"MissingImage", {"--image", "FOLDER/none.img"}, "FOLDER/none.img: not an existing regular file"},
+    {"ImageIsAFolder", {"--image", "FOLDER"}, "FOLDER: not an existing regular file"},
+    {"ImageIsADevice", {"--image", "/dev/null"}, "/dev/null: not an existing regular file"},
+    {"ImageWithoutAName", {"--image", ""}, "option --image needs a file"},
+    {"ImageAndMachine",
+     {"--image", "FILE", "--machine", "laptop"},
+     "options --machine and --image exclude each other",
+     machineFile("")},
+    {"ImageWithoutADiskService",
+     {"--image", "FILE"},
+     "the disk service UDisks2 is not running",
+     [](ZorhostProcess& host) {
+         host.write("bad.json", "");
+         host.environment().insert("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + host.file("none"));
+     }},
     {"UnwritableTranscript",
      {"--headless", "--transcript", "FOLDER/none/t.jsonl"},
      "No such file or directory"},

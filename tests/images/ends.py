@@ -1,0 +1,92 @@
+"""Orders on a disk image that fail, are interrupted or outlive their host. usage: ends.py BIN_DIR"""
+
+import os
+import signal
+import unittest
+
+from images import MIB, SECTOR, ImageTest, run, until
+
+
+class InterruptedOrder(ImageTest):
+    """Overwriting the last partition takes several seconds."""
+
+    mebibytes = 1100
+
+    def setUp(self):
+        super().setUp()
+        self.host = self.start_host()
+        self.host.carry_out("InitializeDiskToGpt", "diskIndex=0")
+        self.host.create(60, "NTFS", "Data")
+        self.host.create(1000, "NTFS", "Subject")
+        self.others = self.everything_but_the_subject()
+
+    def everything_but_the_subject(self):
+        entry = self.image.table()["partitions"][1]
+        begin, end = entry["start"] * SECTOR, (entry["start"] + entry["size"]) * SECTOR
+        return self.image.digest(0, begin), self.image.digest(end, self.mebibytes * MIB - end)
+
+    def test_SIGTERM_CancelsTheOrderAndDetachesTheImage(self):
+        self.host.start_full_format("E")
+        self.assertEqual(self.host.end(signal.SIGTERM), 0, self.host.log.read_text())
+        self.until_detached()
+        self.assertEqual(self.host.transcript("taskEnd")[-1]["state"], "cancelled")
+        self.assertEqual(self.host.transcript("end")[-1]["exitCode"], 0)
+        self.assertEqual(self.everything_but_the_subject(), self.others)
+        self.image.check_file_systems(self.folder)
+
+    def test_SIGKILL_TheNextHostStartsOnTheSameImage(self):
+        self.host.start_full_format("E")
+        self.host.end(signal.SIGKILL)
+        loop = self.image.loop_device()
+        host = self.start_host()
+        self.assertEqual(self.image.loop_device(), loop)
+        self.assertEqual(host.drives()[0], ("D", 60, "NTFS", "Data"))
+        self.assertEqual(self.everything_but_the_subject(), self.others)
+        # The disk service finishes or abandons the order of the killed host; until then it refuses others.
+        until(lambda: self.labelled(host), "an order of the next host")
+        self.assertEqual(host.end(signal.SIGTERM), 0, host.log.read_text())
+        self.assertEqual(self.image.layout()[0], (1, 60, "ntfs", "Later"))
+        self.image.check_file_systems(self.folder)
+
+    def labelled(self, host):
+        ended = len(host.transcript("taskEnd"))
+        host.order("ChangePartitionLabel", "driveLetter=D", "newLabel=Later")
+        return until(lambda: host.transcript("taskEnd")[ended:], "the label")[0]["state"] == "done"
+
+
+class FailedOrder(ImageTest):
+    def setUp(self):
+        super().setUp()
+        self.host = self.start_host()
+        self.host.carry_out("InitializeDiskToGpt", "diskIndex=0")
+        self.host.create(100, "EXT4", "Data")
+
+    def format(self, state):
+        return self.host.carry_out("FormatPartition", "driveLetter=D", "fileSystem=NTFS", "label=New", "clusterSize=0",
+                                   "quickFormat=true", state=state)
+
+    def test_TranscriptIsComplete(self):
+        held = os.open(self.image.loop_device() + "p1", os.O_RDONLY | os.O_EXCL)
+        end = self.format("failed")
+        os.close(held)
+        self.assertRegex(end["error"], r"busy|in use")
+        self.format("done")
+        self.assertEqual(self.host.end(signal.SIGTERM), 0, self.host.log.read_text())
+        states = [end["state"] for end in self.host.transcript("taskEnd")]
+        self.assertEqual(states, ["done", "done", "failed", "done"])
+        self.assertEqual([start["task"] for start in self.host.transcript("taskStart")], [1, 2, 3, 4])
+        self.assertEqual([end["exitCode"] for end in self.host.transcript("end")], [0])
+
+    def test_MountedFileSystem_IsNotChanged(self):
+        place = self.folder / "place"
+        place.mkdir()
+        run("mount", self.image.loop_device() + "p1", str(place))
+        self.addCleanup(run, "umount", str(place))
+        before = self.image.digest(0, self.mebibytes * MIB)
+        end = self.format("failed")
+        self.assertRegex(end["error"], r"mounted|in use")
+        self.assertEqual(self.image.digest(0, self.mebibytes * MIB), before)
+
+
+if __name__ == "__main__":
+    unittest.main()
