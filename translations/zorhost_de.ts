@@ -923,6 +923,126 @@
         <source>The disk holds a file system without a partition table.</source>
         <translation>Der Datenträger enthält ein Dateisystem ohne Partitionstabelle.</translation>
     </message>
+    <message>
+        <source>The disk service cannot check %1 file systems.</source>
+        <translation>Der Datenträgerdienst kann %1-Dateisysteme nicht prüfen.</translation>
+    </message>
+    <message>
+        <source>The disk can be neither powered off nor ejected.</source>
+        <translation>Der Datenträger kann weder ausgeschaltet noch ausgeworfen werden.</translation>
+    </message>
+    <message>
+        <source>The disk service creates FAT32 only on drives of 512 MiB or more.</source>
+        <translation>Der Datenträgerdienst legt FAT32 nur auf Laufwerken ab 512 MiB an.</translation>
+    </message>
+    <message>
+        <source>The disk service creates FAT32 instead on drives of 512 MiB or more.</source>
+        <translation>Der Datenträgerdienst legt auf Laufwerken ab 512 MiB stattdessen FAT32 an.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot resize FAT file systems safely.</source>
+        <translation>Der Datenträgerdienst kann die Größe von FAT-Dateisystemen nicht sicher ändern.</translation>
+    </message>
+    <message>
+        <source>The start of a drive would move, which no safe tool does on a real disk.</source>
+        <translation>Der Anfang eines Laufwerks würde sich verschieben; auf einem echten Datenträger leistet das kein sicheres Werkzeug.</translation>
+    </message>
+    <message>
+        <source>Only the free space directly after a drive can be added to it on a real disk.</source>
+        <translation>Auf einem echten Datenträger kann einem Laufwerk nur der freie Platz direkt dahinter hinzugefügt werden.</translation>
+    </message>
+    <message>
+        <source>An MBR disk has no hidden type for this file system.</source>
+        <translation>Ein MBR-Datenträger hat keinen versteckten Typ für dieses Dateisystem.</translation>
+    </message>
+    <message>
+        <source>The disk has partitions, and no safe tool converts an MBR disk to a GPT disk with its partitions.</source>
+        <translation>Der Datenträger hat Partitionen, und kein sicheres Werkzeug konvertiert einen MBR-Datenträger mit seinen Partitionen in einen GPT-Datenträger.</translation>
+    </message>
+    <message>
+        <source>The disk has partitions, and no safe tool converts a GPT disk to an MBR disk with its partitions.</source>
+        <translation>Der Datenträger hat Partitionen, und kein sicheres Werkzeug konvertiert einen GPT-Datenträger mit seinen Partitionen in einen MBR-Datenträger.</translation>
+    </message>
+    <message>
+        <source>The extended partition still has logical drives.</source>
+        <translation>Die erweiterte Partition hat noch logische Laufwerke.</translation>
+    </message>
+    <message>
+        <source>The file system has errors.</source>
+        <translation>Das Dateisystem hat Fehler.</translation>
+    </message>
+    <message>
+        <source>Drives of real disks cannot be merged: no safe tool moves the files of one drive to the other.</source>
+        <translation>Laufwerke auf echten Datenträgern können nicht zusammengeführt werden: Kein sicheres Werkzeug verschiebt die Dateien des einen Laufwerks auf das andere.</translation>
+    </message>
+    <message>
+        <source>No safe tool changes a logical drive of a real disk to a primary drive.</source>
+        <translation>Kein sicheres Werkzeug wandelt ein logisches Laufwerk eines echten Datenträgers in ein primäres um.</translation>
+    </message>
+    <message>
+        <source>No safe tool changes a primary drive of a real disk to a logical drive.</source>
+        <translation>Kein sicheres Werkzeug wandelt ein primäres Laufwerk eines echten Datenträgers in ein logisches um.</translation>
+    </message>
+    <message>
+        <source>No safe tool changes the cluster size of a drive on a real disk and keeps its files.</source>
+        <translation>Kein sicheres Werkzeug ändert die Clustergröße eines Laufwerks auf einem echten Datenträger und erhält dabei seine Dateien.</translation>
+    </message>
+    <message>
+        <source>No safe tool converts a drive of a real disk to NTFS and keeps its files.</source>
+        <translation>Kein sicheres Werkzeug konvertiert ein Laufwerk eines echten Datenträgers in NTFS und erhält dabei seine Dateien.</translation>
+    </message>
+    <message>
+        <source>No safe tool converts a drive of a real disk to FAT and keeps its files.</source>
+        <translation>Kein sicheres Werkzeug konvertiert ein Laufwerk eines echten Datenträgers in FAT und erhält dabei seine Dateien.</translation>
+    </message>
+    <message>
+        <source>No safe tool converts a drive of a real disk to exFAT and keeps its files.</source>
+        <translation>Kein sicheres Werkzeug konvertiert ein Laufwerk eines echten Datenträgers in exFAT und erhält dabei seine Dateien.</translation>
+    </message>
+    <message>
+        <source>No safe tool moves the data of a system drive to another real disk.</source>
+        <translation>Kein sicheres Werkzeug verschiebt die Daten eines Systemlaufwerks auf einen anderen echten Datenträger.</translation>
+    </message>
+    <message>
+        <source>Real disks are always online under this operating system.</source>
+        <translation>Echte Datenträger sind unter diesem Betriebssystem immer online.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot convert dynamic disks to basic disks.</source>
+        <translation>Der Datenträgerdienst kann dynamische Datenträger nicht in Basisdatenträger konvertieren.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot create dynamic disks.</source>
+        <translation>Der Datenträgerdienst kann keine dynamischen Datenträger anlegen.</translation>
+    </message>
+    <message>
+        <source>The host has no system files for a real boot medium.</source>
+        <translation>Der Host hat keine Systemdateien für ein echtes Startmedium.</translation>
+    </message>
+    <message>
+        <source>The host has no pre-OS environment to install on a real disk.</source>
+        <translation>Der Host hat keine Pre-OS-Umgebung, die er auf einem echten Datenträger installieren könnte.</translation>
+    </message>
+    <message>
+        <source>The host cannot remove a pre-OS environment from a real disk.</source>
+        <translation>Der Host kann eine Pre-OS-Umgebung nicht von einem echten Datenträger entfernen.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot search real disks for lost partitions.</source>
+        <translation>Der Datenträgerdienst kann auf echten Datenträgern nicht nach verlorenen Partitionen suchen.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot change the write protection of a real disk.</source>
+        <translation>Der Datenträgerdienst kann den Schreibschutz eines echten Datenträgers nicht ändern.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot write the boot code of a real disk.</source>
+        <translation>Der Datenträgerdienst kann den Startcode eines echten Datenträgers nicht schreiben.</translation>
+    </message>
+    <message>
+        <source>Real disks cannot be aligned: no safe tool moves the start of a partition.</source>
+        <translation>Echte Datenträger können nicht ausgerichtet werden: Kein sicheres Werkzeug verschiebt den Anfang einer Partition.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>

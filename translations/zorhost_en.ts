@@ -923,6 +923,126 @@
         <source>The disk holds a file system without a partition table.</source>
         <translation>The disk holds a file system without a partition table.</translation>
     </message>
+    <message>
+        <source>The disk service cannot check %1 file systems.</source>
+        <translation>The disk service cannot check %1 file systems.</translation>
+    </message>
+    <message>
+        <source>The disk can be neither powered off nor ejected.</source>
+        <translation>The disk can be neither powered off nor ejected.</translation>
+    </message>
+    <message>
+        <source>The disk service creates FAT32 only on drives of 512 MiB or more.</source>
+        <translation>The disk service creates FAT32 only on drives of 512 MiB or more.</translation>
+    </message>
+    <message>
+        <source>The disk service creates FAT32 instead on drives of 512 MiB or more.</source>
+        <translation>The disk service creates FAT32 instead on drives of 512 MiB or more.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot resize FAT file systems safely.</source>
+        <translation>The disk service cannot resize FAT file systems safely.</translation>
+    </message>
+    <message>
+        <source>The start of a drive would move, which no safe tool does on a real disk.</source>
+        <translation>The start of a drive would move, which no safe tool does on a real disk.</translation>
+    </message>
+    <message>
+        <source>Only the free space directly after a drive can be added to it on a real disk.</source>
+        <translation>Only the free space directly after a drive can be added to it on a real disk.</translation>
+    </message>
+    <message>
+        <source>An MBR disk has no hidden type for this file system.</source>
+        <translation>An MBR disk has no hidden type for this file system.</translation>
+    </message>
+    <message>
+        <source>The disk has partitions, and no safe tool converts an MBR disk to a GPT disk with its partitions.</source>
+        <translation>The disk has partitions, and no safe tool converts an MBR disk to a GPT disk with its partitions.</translation>
+    </message>
+    <message>
+        <source>The disk has partitions, and no safe tool converts a GPT disk to an MBR disk with its partitions.</source>
+        <translation>The disk has partitions, and no safe tool converts a GPT disk to an MBR disk with its partitions.</translation>
+    </message>
+    <message>
+        <source>The extended partition still has logical drives.</source>
+        <translation>The extended partition still has logical drives.</translation>
+    </message>
+    <message>
+        <source>The file system has errors.</source>
+        <translation>The file system has errors.</translation>
+    </message>
+    <message>
+        <source>Drives of real disks cannot be merged: no safe tool moves the files of one drive to the other.</source>
+        <translation>Drives of real disks cannot be merged: no safe tool moves the files of one drive to the other.</translation>
+    </message>
+    <message>
+        <source>No safe tool changes a logical drive of a real disk to a primary drive.</source>
+        <translation>No safe tool changes a logical drive of a real disk to a primary drive.</translation>
+    </message>
+    <message>
+        <source>No safe tool changes a primary drive of a real disk to a logical drive.</source>
+        <translation>No safe tool changes a primary drive of a real disk to a logical drive.</translation>
+    </message>
+    <message>
+        <source>No safe tool changes the cluster size of a drive on a real disk and keeps its files.</source>
+        <translation>No safe tool changes the cluster size of a drive on a real disk and keeps its files.</translation>
+    </message>
+    <message>
+        <source>No safe tool converts a drive of a real disk to NTFS and keeps its files.</source>
+        <translation>No safe tool converts a drive of a real disk to NTFS and keeps its files.</translation>
+    </message>
+    <message>
+        <source>No safe tool converts a drive of a real disk to FAT and keeps its files.</source>
+        <translation>No safe tool converts a drive of a real disk to FAT and keeps its files.</translation>
+    </message>
+    <message>
+        <source>No safe tool converts a drive of a real disk to exFAT and keeps its files.</source>
+        <translation>No safe tool converts a drive of a real disk to exFAT and keeps its files.</translation>
+    </message>
+    <message>
+        <source>No safe tool moves the data of a system drive to another real disk.</source>
+        <translation>No safe tool moves the data of a system drive to another real disk.</translation>
+    </message>
+    <message>
+        <source>Real disks are always online under this operating system.</source>
+        <translation>Real disks are always online under this operating system.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot convert dynamic disks to basic disks.</source>
+        <translation>The disk service cannot convert dynamic disks to basic disks.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot create dynamic disks.</source>
+        <translation>The disk service cannot create dynamic disks.</translation>
+    </message>
+    <message>
+        <source>The host has no system files for a real boot medium.</source>
+        <translation>The host has no system files for a real boot medium.</translation>
+    </message>
+    <message>
+        <source>The host has no pre-OS environment to install on a real disk.</source>
+        <translation>The host has no pre-OS environment to install on a real disk.</translation>
+    </message>
+    <message>
+        <source>The host cannot remove a pre-OS environment from a real disk.</source>
+        <translation>The host cannot remove a pre-OS environment from a real disk.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot search real disks for lost partitions.</source>
+        <translation>The disk service cannot search real disks for lost partitions.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot change the write protection of a real disk.</source>
+        <translation>The disk service cannot change the write protection of a real disk.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot write the boot code of a real disk.</source>
+        <translation>The disk service cannot write the boot code of a real disk.</translation>
+    </message>
+    <message>
+        <source>Real disks cannot be aligned: no safe tool moves the start of a partition.</source>
+        <translation>Real disks cannot be aligned: no safe tool moves the start of a partition.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>

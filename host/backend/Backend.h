@@ -28,6 +28,8 @@ public:
     /// Replaces the machine and emits machineChanged(). Outside a back end, only for the host's own settings.
     void change(Machine machine);
 
+    /// Why the back end does not have a function at all; empty if it has it, or if the number is unknown.
+    virtual Rejection functionRejection(int) const { return kAccepted; }
     /// Whether the partition page accepts an order. @p params: the keys of the order.
     virtual Rejection orderRejection(int function, const QVariantMap& params) const = 0;
     /// Whether a function of the page or of one of the host's guides can run now.

@@ -118,6 +118,8 @@ DriveInfo readDrive(const QString& path, const QVariantMap& properties)
     drive.serial = text(properties, "Serial");
     drive.bus = text(properties, "ConnectionBus");
     drive.isRemovable = flag(properties, "Removable");
+    drive.isEjectable = flag(properties, "Ejectable");
+    drive.canPowerOff = flag(properties, "CanPowerOff");
     drive.rotationRate = properties.value(QStringLiteral("RotationRate"), -1).toInt();
     return drive;
 }

@@ -65,6 +65,8 @@ struct DriveInfo
     QString serial;
     QString bus; ///< "usb", "sdio" or empty
     bool isRemovable = false;
+    bool isEjectable = false;
+    bool canPowerOff = false;
     int rotationRate = -1; ///< 0 for a solid-state disk, -1 if unknown
 };
 

@@ -47,6 +47,7 @@ Capabilities Capabilities::read(DiskService& service)
     for (const char* type : {"ntfs", "vfat", "exfat", "ext2", "ext3", "ext4"}) {
         ask(service, "CanFormat", QString::fromLatin1(type), capabilities.formatTools_);
         ask(service, "CanResize", QString::fromLatin1(type), capabilities.resizeTools_);
+        ask(service, "CanCheck", QString::fromLatin1(type), capabilities.checkTools_);
     }
     return capabilities;
 }
@@ -61,6 +62,12 @@ Rejection Capabilities::resizeRejection(const QString& type) const
 {
     return rejectionFor(resizeTools_, type,
                         QT_TRANSLATE_NOOP("Sandbox", "The disk service cannot resize %1 file systems."));
+}
+
+Rejection Capabilities::checkRejection(const QString& type) const
+{
+    return rejectionFor(checkTools_, type,
+                        QT_TRANSLATE_NOOP("Sandbox", "The disk service cannot check %1 file systems."));
 }
 
 } // namespace host

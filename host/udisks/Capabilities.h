@@ -7,8 +7,8 @@
 
 namespace host {
 
-/// The file systems that the disk service can create and resize with the tools of this computer. Types are
-/// those of the service, such as "vfat".
+/// The file systems that the disk service can create, resize and check with the tools of this computer. Types
+/// are those of the service, such as "vfat".
 class Capabilities
 {
 public:
@@ -17,10 +17,12 @@ public:
 
     Rejection formatRejection(const QString& type) const;
     Rejection resizeRejection(const QString& type) const;
+    Rejection checkRejection(const QString& type) const;
 
 private:
     QMap<QString, QString> formatTools_; ///< the missing tool; empty if the type can be created
     QMap<QString, QString> resizeTools_;
+    QMap<QString, QString> checkTools_;
 };
 
 } // namespace host

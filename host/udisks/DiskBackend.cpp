@@ -131,19 +131,31 @@ void DiskBackend::publish(const DiskSnapshot& snapshot)
     change(std::move(next));
 }
 
+Rejection DiskBackend::functionRejection(int function) const
+{
+    return unavailableRejection(function);
+}
+
 Rejection DiskBackend::orderRejection(int function, const QVariantMap& params) const
 {
-    if (!service_.isAvailable())
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk service is not running."));
-    const auto now = machine();
-    if (const Rejection rejection = host::orderRejection(*now, function, params))
-        return rejection;
-    return realOrderRejection(capabilities_, *now, function, params);
+    return rejectionBy(host::orderRejection, function, params);
 }
 
 Rejection DiskBackend::taskRejection(int function, const QVariantMap& params) const
 {
-    return orderRejection(function, params);
+    return rejectionBy(host::taskRejection, function, params);
+}
+
+Rejection DiskBackend::rejectionBy(MachineRules rules, int function, const QVariantMap& params) const
+{
+    if (!service_.isAvailable())
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk service is not running."));
+    if (const Rejection rejection = functionRejection(function))
+        return rejection;
+    const auto now = machine();
+    if (const Rejection rejection = rules(*now, function, params))
+        return rejection;
+    return realOrderRejection(capabilities_, *now, function, params);
 }
 
 std::unique_ptr<Execution> DiskBackend::execute(int function, const QVariantMap& params)

@@ -29,12 +29,16 @@ public:
     /// Detaches the images that open() attached.
     ~DiskBackend() override;
 
+    Rejection functionRejection(int function) const override;
     Rejection orderRejection(int function, const QVariantMap& params) const override;
     Rejection taskRejection(int function, const QVariantMap& params) const override;
     std::unique_ptr<Execution> execute(int function, const QVariantMap& params) override;
 
 private:
+    using MachineRules = Rejection (*)(const Machine&, int, const QVariantMap&);
+
     DiskBackend(const QDBusConnection& bus, std::vector<DiskSource> sources);
+    Rejection rejectionBy(MachineRules rules, int function, const QVariantMap& params) const;
     std::unique_ptr<Execution> changeLetter(int function, const QVariantMap& params);
     QString attachImages();
     QString readMachineNow();

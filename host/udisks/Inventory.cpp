@@ -2,6 +2,8 @@
 
 #include "host/machine/Layout.h"
 #include "host/machine/Records.h"
+#include "host/udisks/FreeRegions.h"
+#include "host/udisks/PartitionTypes.h"
 
 #include <algorithm>
 
@@ -12,17 +14,6 @@ namespace {
 const QString kEfi = QStringLiteral("c12a7328-f81f-11d2-ba4b-00a0c93ec93b");
 const QString kReserved = QStringLiteral("e3c9e316-0b5c-4db8-817d-f92df00215ae");
 const QString kRecovery = QStringLiteral("de94bba4-06d1-4d40-a16a-bfd50179d6ac");
-constexpr quint64 kGptHidden = quint64(1) << 62;
-constexpr quint64 kMbrActive = 0x80;
-
-// MBR types of hidden partitions: the ordinary type plus 0x10.
-bool isHiddenType(const QString& type)
-{
-    static const QStringList hidden = {QStringLiteral("0x11"), QStringLiteral("0x14"), QStringLiteral("0x16"),
-                                       QStringLiteral("0x17"), QStringLiteral("0x1b"), QStringLiteral("0x1c"),
-                                       QStringLiteral("0x1e"), QStringLiteral("0x27")};
-    return hidden.contains(type);
-}
 
 void readTypes(Partition& partition, const PartitionEntry& entry)
 {
@@ -71,18 +62,6 @@ Partition readPartition(const BlockDevice& device, const Disk& disk, const Devic
 bool wantsLetter(const Partition& partition)
 {
     return !partition.gptEFI && !partition.gptReserved && !partition.gptRecovery && !partition.isHidden;
-}
-
-// Smaller gaps are the result of alignment.
-void addGap(Disk& disk, qint64 begin, qint64 end, int sectorSize)
-{
-    if (end - begin < kMebibyte)
-        return;
-    Partition gap = freeRegion(disk, begin, end);
-    gap.sectorSize = sectorSize;
-    gap.startSector = begin / sectorSize;
-    gap.size = (end - begin) / sectorSize * sectorSize;
-    disk.partitions.push_back(gap);
 }
 
 Disk readDisk(const BlockDevice& device, const DiskSnapshot& snapshot, bool isImage)
@@ -152,18 +131,17 @@ std::vector<Disk> disksOf(const DiskSnapshot& snapshot, const std::vector<DiskSo
         Disk disk = readDisk(*device, snapshot, sources[i].isImage);
         disk.diskIndex = static_cast<int>(i);
         const int sectorSize = facts(*device).sectorSize;
-        qint64 end = disk.isUnInitialize ? 0 : usableBegin();
+        FreeRegions regions{disk, sectorSize, disk.isUnInitialize ? 0 : usableBegin()};
         for (const BlockDevice* entry : snapshot.partitionsOf(device->path)) {
+            regions.before(*entry->partition);
             if (entry->partition->isContainer)
                 continue;
             Partition partition = readPartition(*entry, disk, facts(*entry));
             if (wantsLetter(partition))
                 partition.driveLetter = letters.letterOf(letterKey(sources[i], partition));
-            addGap(disk, end, partition.startOffset(), sectorSize);
-            end = partition.endOffset();
             disk.partitions.push_back(std::move(partition));
         }
-        addGap(disk, end, disk.isUnInitialize ? disk.size : usableEnd(disk), sectorSize);
+        regions.last(disk.isUnInitialize ? disk.size : usableEnd(disk));
         settle(disk);
         disks.push_back(std::move(disk));
     }

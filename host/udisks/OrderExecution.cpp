@@ -84,7 +84,10 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
     const BlockDevice* partition = nullptr;
     if (!findTarget(snapshot, *disk, partition))
         return retry(QT_TRANSLATE_NOOP("Sandbox", "The partition has changed since the order was accepted."));
-    checkUnused(*disk, plan_.steps[step_].call(OrderState{*disk, partition}));
+    const StepCall call = plan_.steps[step_].call(OrderState{snapshot, *disk, partition});
+    if (const Text* reason = std::get_if<Text>(&call))
+        return retry(*reason);
+    checkUnused(*disk, std::get<DiskServiceCall>(call));
 }
 
 bool OrderExecution::findTarget(const DiskSnapshot& snapshot, const BlockDevice& disk,
@@ -142,14 +145,16 @@ void OrderExecution::onReply(const QDBusMessage& reply)
     if (!error.isEmpty())
         return finish(Outcome::Failed, error);
     const OrderStep& step = plan_.steps[step_];
-    if (step.returnsSuccess && !reply.arguments().value(0).toBool())
-        return finish(Outcome::Failed,
-                      QT_TRANSLATE_NOOP("Sandbox", "The file system could not be repaired."));
+    if (step.failure != nullptr && !reply.arguments().value(0).toBool())
+        return finish(Outcome::Failed, step.failure);
     if (step.createsTarget)
         createdPath_ = reply.arguments().value(0).value<QDBusObjectPath>().path();
+    if (step.deletesTarget)
+        plan_.target.reset();
     changed_ = true;
     attempts_ = 0;
     ++step_;
+    showProgress(0);
     next();
 }
 
@@ -175,6 +180,12 @@ void OrderExecution::onJobProgress(const QString& job, double share)
 {
     if (job != job_ || plan_.steps.empty())
         return;
+    showProgress(share);
+}
+
+// @p share: of the current step, 0 to 1.
+void OrderExecution::showProgress(double share)
+{
     progress_ = (static_cast<double>(step_) + share) / static_cast<double>(plan_.steps.size());
     Q_EMIT progressed();
 }

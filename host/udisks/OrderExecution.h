@@ -40,6 +40,7 @@ private:
     void retry(const Text& error);
     void onJobStarted(const QString& job, const QStringList& objects, bool cancelable);
     void onJobProgress(const QString& job, double share);
+    void showProgress(double share);
     void cancelJob();
     void finish(Outcome outcome, const Text& error);
 

@@ -25,18 +25,25 @@ struct OrderTarget
 /// The disk and the partition of an order in a fresh reading.
 struct OrderState
 {
+    const DiskSnapshot& snapshot;
     const BlockDevice& disk;
     const BlockDevice* partition; ///< null for an order without a partition
 };
 
+/// A call, or why it cannot be made yet. A reading during a change of the table is incomplete, so the reading
+/// is repeated, and the order fails with that reason if it remains.
+using StepCall = std::variant<DiskServiceCall, Text>;
+
 /// One call of an order.
 struct OrderStep
 {
-    std::function<DiskServiceCall(const OrderState&)> call;
+    std::function<StepCall(const OrderState&)> call;
     /// The call returns the object path of a new partition, on which the following steps act.
     bool createsTarget = false;
-    /// The call returns whether it succeeded.
-    bool returnsSuccess = false;
+    /// The call deletes the partition; the following steps act on the disk.
+    bool deletesTarget = false;
+    /// The call returns whether it succeeded; the error if it did not. Null: the reply is not checked.
+    const char* failure = nullptr;
 };
 
 /// The calls that carry out an order. Every step finds its disk and partition again.

@@ -8,7 +8,10 @@
 
 namespace host {
 
-/// Whether the disk service can carry out a function that the rules of the machine accept.
+/// Why real disks do not have the function at all; empty if they have it, or if the number is unknown.
+Rejection unavailableRejection(int function);
+
+/// Whether the disk service can carry out an order that the rules of the machine accept.
 Rejection realOrderRejection(const Capabilities& capabilities, const Machine& machine, int function,
                              const QVariantMap& params);
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "host/udisks/DiskBackend.h"
+#include "tests/host/udisks/Parity.h"
 #include "tests/host/udisks/PrivateDiskService.h"
+#include "tests/support/Printing.h"
 #include "tests/support/Threads.h"
 
 #include <QtCore/QJsonArray>
@@ -40,11 +42,12 @@ protected:
         backend = std::move(std::get<std::unique_ptr<host::DiskBackend>>(result));
     }
 
-    /// The error of an order; empty if it was carried out.
+    /// The error of an order; empty if it was carried out. The simulation must then have the same result.
     QString order(int function, const QVariantMap& params)
     {
         // No order of a test reaches a device that is not the loop device of the test's own image.
         EXPECT_TRUE(PrivateDiskService::loopDeviceOf(image).startsWith("/dev/loop"));
+        const auto before = backend->machine();
         const auto execution = backend->execute(function, params);
         QString result = "not ended";
         QObject::connect(
@@ -52,6 +55,9 @@ protected:
             [&](host::Execution::Outcome, const host::Text& error) { result = error.english(); });
         execution->start();
         EXPECT_TRUE(pumpUntil([&] { return result != "not ended"; }, kTestMs));
+        if (!result.isEmpty())
+            return result;
+        EXPECT_EQ(differences(simulated(*before, function, params), *backend->machine()), "");
         return result;
     }
 

@@ -114,13 +114,35 @@ TEST_F(DiskInventory, ExtendedPartition_IsNotAnEntry)
     partition(4, 400 * kMiB, 600 * kMiB, "0x05").partition->isContainer = true;
     partition(5, 402 * kMiB, 100 * kMiB, "0x17").partition->isContained = true;
     const host::Disk result = read();
-    ASSERT_EQ(result.partitions.size(), 4u);
+    ASSERT_EQ(result.partitions.size(), 5u);
     EXPECT_TRUE(result.partitions[0].isPrimary);
     EXPECT_TRUE(result.partitions[0].isActive);
     EXPECT_FALSE(result.partitions[0].isHidden);
     EXPECT_EQ(result.partitions[2].startSector, 402 * 2048);
     EXPECT_FALSE(result.partitions[2].isPrimary);
     EXPECT_TRUE(result.partitions[2].isHidden);
+    // The free space inside the extended partition is a region of its own.
+    EXPECT_EQ(result.partitions[1].size, 299 * kMiB);
+    EXPECT_EQ(result.partitions[3].startSector, 502 * 2048);
+    EXPECT_EQ(result.partitions[3].size, 498 * kMiB - 512);
+    EXPECT_EQ(result.partitions[4].startSector, 1000 * 2048);
+}
+
+TEST_F(DiskInventory, LogicalDrives_HaveSpaceForTheirTableEntries)
+{
+    disk("dos");
+    partition(1, 100 * kMiB, 924 * kMiB, "0x05").partition->isContainer = true;
+    partition(5, 200 * kMiB, 100 * kMiB, "0x07").partition->isContained = true;
+    partition(6, 301 * kMiB, 100 * kMiB, "0x07").partition->isContained = true;
+    const host::Disk result = read();
+    ASSERT_EQ(result.partitions.size(), 5u);
+    EXPECT_TRUE(result.partitions[0].unallocated);
+    EXPECT_TRUE(result.partitions[1].unallocated);
+    EXPECT_EQ(result.partitions[1].startSector, 101 * 2048);
+    EXPECT_EQ(result.partitions[1].size, 98 * kMiB);
+    EXPECT_FALSE(result.partitions[2].unallocated);
+    EXPECT_FALSE(result.partitions[3].unallocated);
+    EXPECT_TRUE(result.partitions[4].unallocated);
 }
 
 TEST_F(DiskInventory, Types_GiveFileSystemsAndFlags)

@@ -9,7 +9,7 @@ TEST_F(MbrOrdersTest, InitializeToMbr_WritesAnEmptyTable)
 {
     EXPECT_EQ(order(kInitializeToMbr, {{"diskIndex", 0}}), "");
     EXPECT_FALSE(backend->machine()->disks[0].isGPT);
-    EXPECT_EQ(create(100 * kMiB, "FAT32", "STICK"), "");
+    EXPECT_EQ(create(600 * kMiB, "FAT32", "STICK"), "");
     const QJsonObject entry = table()[0].toObject();
     EXPECT_EQ(entry["start"].toInt(), 2048);
     EXPECT_EQ(entry["type"].toString(), "c");
