@@ -20,17 +20,32 @@ const notListening = 1;
  * @param {{ machine?: string, change?: (machine: any) => void, args?: string[] }} [options] change edits a copy of the machine file
  */
 export async function startHost(t, { machine = 'desktop', change, args = [] } = {}) {
+    const file = change ? editedMachine(t, machine, change) : machine;
+    const host = await start(['--machine', file, ...args]);
+    t.after(host.kill);
+    return host;
+}
+
+/**
+ * Starts the sandbox host on a disk image. The caller ends it with SIGTERM, so that it detaches the image.
+ * @param {string} image
+ * @param {Record<string, string>} env
+ */
+export const startImageHost = (image, env) => start(['--image', image], env);
+
+/** @param {string[]} args @param {Record<string, string>} [env] */
+async function start(args, env = {}) {
     for (let i = 0; i < attempts; i++) {
-        const host = await startOnce(t, change ? editedMachine(t, machine, change) : machine, args);
+        const host = await startOnce(args, env);
         if (host) return host;
     }
     throw new Error(`zorhost did not find a free port in ${attempts} attempts.`);
 }
 
-/** @param {import('node:test').TestContext} t @param {string} machine @param {string[]} args */
-async function startOnce(t, machine, args) {
-    const child = spawn(join(binaries, 'zorhost'), ['--machine', machine, '--headless', ...args], {
-        env: { ...process.env, QT_QPA_PLATFORM: 'offscreen' },
+/** @param {string[]} args @param {Record<string, string>} env */
+async function startOnce(args, env) {
+    const child = spawn(join(binaries, 'zorhost'), ['--headless', ...args], {
+        env: { ...process.env, QT_QPA_PLATFORM: 'offscreen', ...env },
         stdio: ['ignore', 'pipe', 'pipe'],
     });
     let errors = '';
@@ -52,12 +67,11 @@ async function startOnce(t, machine, args) {
         );
     });
     if (port === undefined) return undefined;
-    const kill = async () => {
-        child.kill('SIGKILL');
+    const end = async (/** @type {NodeJS.Signals} */ signal) => {
+        child.kill(signal);
         await exited;
     };
-    t.after(kill);
-    return { port: /** @type {number} */ (port), log, kill, child };
+    return { port: /** @type {number} */ (port), log, end, kill: () => end('SIGKILL'), child };
 }
 
 /** @param {import('node:test').TestContext} t @param {string} machine @param {(machine: any) => void} change */
