@@ -13,7 +13,7 @@ import tempfile
 import time
 import unittest
 
-BIN = pathlib.Path(sys.argv.pop(1))
+BIN = pathlib.Path(sys.argv.pop(1)).resolve()
 MIB = 1024 ** 2
 SECTOR = 512
 LIMIT_SECONDS = 120
@@ -79,19 +79,24 @@ class Image:
         assert done.returncode in (0, 2), done
         return done.stdout.strip()
 
-    def digest(self, begin, size):
-        """Of a region in bytes."""
-        result = hashlib.sha256()
+    def blocks(self, begin, size):
         with open(self.path, "rb") as file:
             file.seek(begin)
             while size > 0:
                 block = file.read(min(size, MIB))
-                result.update(block)
+                assert block, "the region ends beyond the file"
+                yield block
                 size -= len(block)
+
+    def digest(self, begin, size):
+        """Of a region in bytes."""
+        result = hashlib.sha256()
+        for block in self.blocks(begin, size):
+            result.update(block)
         return result.hexdigest()
 
-    def digest_of(self, entry):
-        return self.digest(entry["start"] * SECTOR, entry["size"] * SECTOR)
+    def is_zero(self, begin, size):
+        return all(block.count(0) == len(block) for block in self.blocks(begin, size))
 
     def extracted(self, entry, folder):
         """A copy of a partition, for programs that do not accept an offset."""

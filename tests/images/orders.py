@@ -3,7 +3,7 @@
 import signal
 import unittest
 
-from images import MIB, ImageTest, run
+from images import MIB, SECTOR, ImageTest, run
 
 CONTENT = "".join(f"line {i}\n" for i in range(5000))
 
@@ -67,10 +67,46 @@ class GptDisk(ImageTest):
         self.host.carry_out("DeleteAllPartitions", "diskIndex=0")
         self.assertEqual((self.image.table()["label"], self.image.table()["partitions"]), ("gpt", []))
         self.host.carry_out("InitializeDiskToMbr", "diskIndex=0")
-        self.host.create(300, "FAT32", "STICK")
+        self.host.create(520, "FAT32", "STICK")
         self.end_and_check()
         self.assertEqual(self.image.table()["label"], "dos")
-        self.assertEqual(self.image.layout(), [(1, 300, "vfat", "STICK")])
+        self.assertEqual(self.image.layout(), [(1, 520, "vfat", "STICK")])
+
+    def test_SplitAllocateAndHide_LeaveTheExpectedPartitions(self):
+        host = self.host
+        host.create(300, "NTFS", "Data")
+        host.carry_out("SplitPartition", "driveLetter=D", f"newPartitionCapacity={100 * MIB}",
+                       "newPartitionFileSystem=EXT4", "newPartitionLabel=Half")
+        host.carry_out("AllocateSpaceFromPartitionToNewPartition", "sourceDriveLetter=D",
+                       f"partitionCapacity={50 * MIB}", "fileSystem=exFAT", "label=More")
+        host.carry_out("SetPartitionHidden", "driveLetter=E")
+        self.assertEqual(host.drives(), [("D", 150, "NTFS", "Data"), ("F", 50, "exFAT", "More"),
+                                         ("", 100, "EXT4", "Half")])
+        self.end_and_check()
+        self.assertEqual(self.image.layout(), [(1, 150, "ntfs", "Data"), (151, 50, "exfat", "More"),
+                                               (201, 100, "ext4", "Half")])
+        self.assertEqual([entry.get("attrs") for entry in self.image.table()["partitions"]], [None, None, "GUID:62"])
+
+    def test_AutomaticPartitionsWipedAndActive_LeaveZerosAndAnActivePartition(self):
+        host = self.host
+        host.carry_out("AutoCreatePartitions", "diskIndex=0", "partitionCount=2", "GptOrMbr=MBR")
+        first, second = (drive[0] for drive in host.drives())
+        host.carry_out("SetPartitionActive", f"driveLetter={first}")
+        host.carry_out("WipePartition", f"driveLetter={second}", "eraseCount=1")
+        self.end_and_check()
+        self.assertEqual(self.image.table()["label"], "dos")
+        entries = self.image.table()["partitions"]
+        self.assertEqual([(entry.get("bootable"), self.image.tag(entry, "TYPE")) for entry in entries],
+                         [(True, "ntfs"), (None, "")])
+        self.assertTrue(self.image.is_zero(entries[1]["start"] * SECTOR, entries[1]["size"] * SECTOR))
+
+    def test_WipeDisk_LeavesOnlyZeros(self):
+        self.host.create(100, "NTFS", "Data")
+        self.host.carry_out("WipeDisk", "diskIndex=0", "eraseCount=1")
+        self.assertTrue(self.host.call("ListAllDisks")[0]["isUninitialized"])
+        self.assertEqual(self.host.end(signal.SIGTERM), 0, self.host.log.read_text())
+        self.until_detached()
+        self.assertTrue(self.image.is_zero(0, self.mebibytes * MIB))
 
     def test_RefusedOrder_ChangesNothingAndItsReasonIsLogged(self):
         self.host.create(100, "NTFS", "One")
