@@ -920,8 +920,12 @@
         <translation>Das Dateisystem konnte nicht repariert werden.</translation>
     </message>
     <message>
-        <source>The disk holds a file system without a partition table.</source>
-        <translation>Der Datenträger enthält ein Dateisystem ohne Partitionstabelle.</translation>
+        <source>%1 holds a file system without a partition table.</source>
+        <translation>%1 enthält ein Dateisystem ohne Partitionstabelle.</translation>
+    </message>
+    <message>
+        <source>The partition table of %1 is damaged or of an unsupported type (%2).</source>
+        <translation>Die Partitionstabelle von %1 ist beschädigt oder von einem nicht unterstützten Typ (%2).</translation>
     </message>
     <message>
         <source>The disk service cannot check %1 file systems.</source>

@@ -920,8 +920,12 @@
         <translation>The file system could not be repaired.</translation>
     </message>
     <message>
-        <source>The disk holds a file system without a partition table.</source>
-        <translation>The disk holds a file system without a partition table.</translation>
+        <source>%1 holds a file system without a partition table.</source>
+        <translation>%1 holds a file system without a partition table.</translation>
+    </message>
+    <message>
+        <source>The partition table of %1 is damaged or of an unsupported type (%2).</source>
+        <translation>The partition table of %1 is damaged or of an unsupported type (%2).</translation>
     </message>
     <message>
         <source>The disk service cannot check %1 file systems.</source>

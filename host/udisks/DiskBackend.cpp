@@ -113,9 +113,8 @@ QString DiskBackend::readMachineNow()
             return QStringLiteral("%1: the disk service does not know this disk").arg(source.file);
         if (const Rejection rejection = useRejection(snapshot, *disk))
             return rejection->english();
-        if (disk->isBareVolume())
-            return QStringLiteral("%1: a file system without a partition table is not supported")
-                .arg(source.file);
+        if (const Rejection rejection = contentRejection(*disk))
+            return QStringLiteral("%1: %2").arg(source.file, rejection->english());
         const QString error = errorOf(service_.callNow(exclusiveOpenCall(*disk)));
         if (!error.isEmpty())
             return QStringLiteral("%1 is in use: %2").arg(source.file, error);

@@ -33,6 +33,20 @@ Rejection deviceRejection(const DiskSnapshot& snapshot, const BlockDevice& devic
 
 } // namespace
 
+Rejection contentRejection(const BlockDevice& disk)
+{
+    if (disk.isBareVolume())
+        return Text(QT_TRANSLATE_NOOP("Sandbox", "%1 holds a file system without a partition table."),
+                    {disk.device});
+    // While the service reads a table, its type is empty.
+    static const QStringList known = {QString(), QStringLiteral("gpt"), QStringLiteral("dos")};
+    if (disk.table && !known.contains(*disk.table))
+        return Text(QT_TRANSLATE_NOOP("Sandbox",
+                                      "The partition table of %1 is damaged or of an unsupported type (%2)."),
+                    {disk.device, *disk.table});
+    return kAccepted;
+}
+
 Rejection useRejection(const DiskSnapshot& snapshot, const BlockDevice& disk)
 {
     if (const Rejection rejection = deviceRejection(snapshot, disk))

@@ -5,6 +5,10 @@
 
 namespace host {
 
+/// Why a disk cannot be shown with its partitions. It would be shown as empty, and its data would not be
+/// protected.
+Rejection contentRejection(const BlockDevice& disk);
+
 /// Why a disk must not be changed: the disk or one of its partitions is mounted, active swap space, a member
 /// of RAID or LVM, or an open encrypted volume. The sentence names the device. Checked at the start and again
 /// before every call of an order, because the service itself formats and deletes such devices for root.

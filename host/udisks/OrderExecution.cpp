@@ -72,10 +72,8 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
     const BlockDevice* disk = plan_.source.find(snapshot);
     if (disk == nullptr)
         return finish(Outcome::Failed, QT_TRANSLATE_NOOP("Sandbox", "The disk is no longer attached."));
-    if (disk->isBareVolume())
-        return finish(
-            Outcome::Failed,
-            QT_TRANSLATE_NOOP("Sandbox", "The disk holds a file system without a partition table."));
+    if (const Rejection rejection = contentRejection(*disk))
+        return finish(Outcome::Failed, *rejection);
     devices_ = QStringList{disk->path};
     for (const BlockDevice* entry : snapshot.partitionsOf(disk->path))
         devices_.append(entry->path);

@@ -19,14 +19,34 @@ TEST_F(DiskBackendTest, EmptyGptImage_IsOneDiskWithAFreeRegion)
     EXPECT_TRUE(disk.partitions[0].unallocated);
 }
 
-TEST_F(DiskBackendTest, FileSystemWithoutTable_IsNotShownAsAnEmptyDisk)
+// The error of opening a file. The failed start leaves nothing attached.
+class UnreadableImage : public DiskBackendFixture
+{
+protected:
+    QString errorOfOpening(const QString& file)
+    {
+        const auto result = DiskBackend::open(service.bus(), {{file, true}});
+        EXPECT_TRUE(pumpUntil([&] { return PrivateDiskService::loopDeviceOf(file).isEmpty(); }, kTestMs));
+        return std::holds_alternative<QString>(result) ? std::get<QString>(result) : QString();
+    }
+};
+
+TEST_F(UnreadableImage, FileSystemWithoutTable_IsNotShownAsAnEmptyDisk)
 {
     const QString bare = service.image("bare.img", 64 * kMiB);
     outputOf("mkfs.ext4", {"-q", "-F", bare});
-    const auto result = DiskBackend::open(service.bus(), {{bare, true}});
-    ASSERT_TRUE(std::holds_alternative<QString>(result));
-    EXPECT_EQ(std::get<QString>(result), bare + ": a file system without a partition table is not supported");
-    EXPECT_TRUE(pumpUntil([&] { return PrivateDiskService::loopDeviceOf(bare).isEmpty(); }, kTestMs));
+    const QString error = errorOfOpening(bare);
+    EXPECT_TRUE(error.startsWith(bare + ": /dev/loop")) << error.toStdString();
+    EXPECT_TRUE(error.endsWith(" holds a file system without a partition table.")) << error.toStdString();
+}
+
+TEST_F(UnreadableImage, TableThatHasBeenCutOff_IsNotShownAsAnEmptyDisk)
+{
+    const QString cut = service.image("cut.img", 64 * kMiB);
+    outputOf("sh", {"-c", QString("printf 'label: gpt\nsize=30M\n' | sfdisk -q '%1'").arg(cut)});
+    outputOf("truncate", {"--size=40M", cut});
+    const QString error = errorOfOpening(cut);
+    EXPECT_TRUE(error.endsWith(" is damaged or of an unsupported type (PMBR).")) << error.toStdString();
 }
 
 TEST_F(DiskBackendTest, ClosedBackEnd_DetachesItsImage)

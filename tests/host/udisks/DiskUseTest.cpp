@@ -108,6 +108,24 @@ TEST_F(DiskUse, ContentOfAnEncryptedVolume_RejectsItsDisk)
     EXPECT_EQ(rejection(), "/dev/sdx1 is an encrypted volume that is open.");
 }
 
+TEST_F(DiskUse, UnreadableTable_RejectsTheDisk)
+{
+    const auto content = [this] {
+        const host::DiskSnapshot snapshot = host::snapshotOf(objects);
+        const host::Rejection found = host::contentRejection(*snapshot.device(kDisk));
+        return found ? found->english().toStdString() : "";
+    };
+    EXPECT_EQ(content(), "");
+    set(kDisk, "PartitionTable", {{"Type", "dos"}});
+    EXPECT_EQ(content(), "");
+    // As the service reports a GPT disk that has been cut off.
+    set(kDisk, "PartitionTable", {{"Type", "PMBR"}});
+    EXPECT_EQ(content(), "The partition table of /dev/sdx is damaged or of an unsupported type (PMBR).");
+    objects[QDBusObjectPath(kDisk)].remove("org.freedesktop.UDisks2.PartitionTable");
+    set(kDisk, "Block", {{"IdType", "ext4"}});
+    EXPECT_EQ(content(), "/dev/sdx holds a file system without a partition table.");
+}
+
 TEST_F(DiskUse, OtherDisks_DoNotMatter)
 {
     block(kFolder + "sdy", "/dev/sdy");
