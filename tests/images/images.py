@@ -187,13 +187,13 @@ class Host:
         return self.process.wait(LIMIT_SECONDS)
 
 
-def start(arguments, folder, log):
+def start(arguments, folder, log, user=None):
     """Starts zorhost with its state in the scratch folder."""
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", XDG_STATE_HOME=f"{folder}/state",
                        HOME=str(folder), PATH=f"{BIN}:{os.environ['PATH']}")
     with open(log, "wb") as output:
         return subprocess.Popen([BIN / "zorhost", *arguments], cwd=folder, env=environment, stdout=output,
-                                stderr=subprocess.STDOUT)
+                                stderr=subprocess.STDOUT, user=user, group=user, extra_groups=[] if user else None)
 
 
 class ImageTest(unittest.TestCase):
