@@ -884,6 +884,26 @@
         <translation>Der Datenträgerdienst läuft nicht.</translation>
     </message>
     <message>
+        <source>The file %1 cannot be read: %2.</source>
+        <translation>Die Datei %1 kann nicht gelesen werden: %2.</translation>
+    </message>
+    <message>
+        <source>The file %1 is damaged, so its content is ignored.</source>
+        <translation>Die Datei %1 ist beschädigt, daher wird ihr Inhalt nicht beachtet.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be written: %2.</source>
+        <translation>Die Datei %1 kann nicht geschrieben werden: %2.</translation>
+    </message>
+    <message>
+        <source>The image %1 was still attached as %2 by a host that ended unexpectedly. The device is used again.</source>
+        <translation>Die Abbilddatei %1 war noch als %2 angeschlossen, weil ein Host unerwartet beendet wurde. Das Gerät wird wieder verwendet.</translation>
+    </message>
+    <message>
+        <source>The disk service has ended or does not answer.</source>
+        <translation>Der Datenträgerdienst wurde beendet oder antwortet nicht.</translation>
+    </message>
+    <message>
         <source>This function is not available on real disks.</source>
         <translation>Diese Funktion ist auf echten Datenträgern nicht verfügbar.</translation>
     </message>

@@ -884,6 +884,26 @@
         <translation>The disk service is not running.</translation>
     </message>
     <message>
+        <source>The file %1 cannot be read: %2.</source>
+        <translation>The file %1 cannot be read: %2.</translation>
+    </message>
+    <message>
+        <source>The file %1 is damaged, so its content is ignored.</source>
+        <translation>The file %1 is damaged, so its content is ignored.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be written: %2.</source>
+        <translation>The file %1 cannot be written: %2.</translation>
+    </message>
+    <message>
+        <source>The image %1 was still attached as %2 by a host that ended unexpectedly. The device is used again.</source>
+        <translation>The image %1 was still attached as %2 by a host that ended unexpectedly. The device is used again.</translation>
+    </message>
+    <message>
+        <source>The disk service has ended or does not answer.</source>
+        <translation>The disk service has ended or does not answer.</translation>
+    </message>
+    <message>
         <source>This function is not available on real disks.</source>
         <translation>This function is not available on real disks.</translation>
     </message>

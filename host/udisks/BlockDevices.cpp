@@ -109,8 +109,20 @@ BlockDevice readDevice(const QString& path, const DiskServiceInterfaces& interfa
     return device;
 }
 
-DriveInfo readDrive(const QString& path, const QVariantMap& properties)
+// Values that were never read are 0.
+bool hasHealthError(const DiskServiceInterfaces& interfaces)
 {
+    const QVariantMap ata = interfaces.value(kInterface + QLatin1String("Drive.Ata"));
+    if (flag(ata, "SmartEnabled") && bytes(ata, "SmartUpdated") > 0 && flag(ata, "SmartFailing"))
+        return true;
+    const QVariantMap nvme = interfaces.value(kInterface + QLatin1String("NVMe.Controller"));
+    return bytes(nvme, "SmartUpdated") > 0 &&
+           !nvme.value(QStringLiteral("SmartCriticalWarning")).toStringList().isEmpty();
+}
+
+DriveInfo readDrive(const QString& path, const DiskServiceInterfaces& interfaces)
+{
+    const QVariantMap properties = interfaces.value(kInterface + QLatin1String("Drive"));
     DriveInfo drive;
     drive.path = path;
     drive.vendor = text(properties, "Vendor");
@@ -121,6 +133,7 @@ DriveInfo readDrive(const QString& path, const QVariantMap& properties)
     drive.isEjectable = flag(properties, "Ejectable");
     drive.canPowerOff = flag(properties, "CanPowerOff");
     drive.rotationRate = properties.value(QStringLiteral("RotationRate"), -1).toInt();
+    drive.hasHealthError = hasHealthError(interfaces);
     return drive;
 }
 
@@ -183,9 +196,8 @@ DiskSnapshot snapshotOf(const DiskServiceObjects& objects)
         const QString path = it.key().path();
         if (it->contains(kInterface + QLatin1String("Block")))
             snapshot.devices.push_back(readDevice(path, *it));
-        const auto drive = it->find(kInterface + QLatin1String("Drive"));
-        if (drive != it->end())
-            snapshot.drives.push_back(readDrive(path, *drive));
+        if (it->contains(kInterface + QLatin1String("Drive")))
+            snapshot.drives.push_back(readDrive(path, *it));
     }
     return snapshot;
 }

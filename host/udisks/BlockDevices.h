@@ -67,7 +67,8 @@ struct DriveInfo
     bool isRemovable = false;
     bool isEjectable = false;
     bool canPowerOff = false;
-    int rotationRate = -1; ///< 0 for a solid-state disk, -1 if unknown
+    int rotationRate = -1;       ///< 0 for a solid-state disk, -1 if unknown
+    bool hasHealthError = false; ///< its self-monitoring predicts a failure
 };
 
 /// One reading of the disk service.

@@ -2,6 +2,8 @@
 
 #include <QtDBus/QDBusArgument>
 
+#include <memory>
+
 namespace host {
 
 namespace {
@@ -9,10 +11,8 @@ namespace {
 const QString kManager = QStringLiteral("/org/freedesktop/UDisks2/Manager");
 
 // The reply is (available, [modes,] missing tool). An error means that the type is not supported.
-void ask(DiskService& service, const char* method, const QString& type, QMap<QString, QString>& tools)
+void readReply(const QDBusMessage& reply, const QString& type, QMap<QString, QString>& tools)
 {
-    const QDBusMessage reply =
-        service.callNow({kManager, QStringLiteral("Manager"), QString::fromLatin1(method), {type}});
     if (!errorOf(reply).isEmpty() || reply.arguments().isEmpty())
         return;
     const auto answer = qvariant_cast<QDBusArgument>(reply.arguments().constFirst());
@@ -41,15 +41,25 @@ Rejection rejectionFor(const QMap<QString, QString>& tools, const QString& type,
 
 } // namespace
 
-Capabilities Capabilities::read(DiskService& service)
+void Capabilities::read(DiskService& service, const std::function<void(const Capabilities&)>& done)
 {
-    Capabilities capabilities;
-    for (const char* type : {"ntfs", "vfat", "exfat", "ext2", "ext3", "ext4"}) {
-        ask(service, "CanFormat", QString::fromLatin1(type), capabilities.formatTools_);
-        ask(service, "CanResize", QString::fromLatin1(type), capabilities.resizeTools_);
-        ask(service, "CanCheck", QString::fromLatin1(type), capabilities.checkTools_);
+    const QStringList types = {QStringLiteral("ntfs"), QStringLiteral("vfat"), QStringLiteral("exfat"),
+                               QStringLiteral("ext2"), QStringLiteral("ext3"), QStringLiteral("ext4")};
+    const auto result = std::make_shared<Capabilities>();
+    const auto missing = std::make_shared<int>(3 * types.size());
+    const auto ask = [&](const char* method, const QString& type, QMap<QString, QString>& tools) {
+        const DiskServiceCall call{kManager, QStringLiteral("Manager"), QString::fromLatin1(method), {type}};
+        service.call(call, [=, &tools](const QDBusMessage& reply) {
+            readReply(reply, type, tools);
+            if (--*missing == 0)
+                done(*result);
+        });
+    };
+    for (const QString& type : types) {
+        ask("CanFormat", type, result->formatTools_);
+        ask("CanResize", type, result->resizeTools_);
+        ask("CanCheck", type, result->checkTools_);
     }
-    return capabilities;
 }
 
 Rejection Capabilities::formatRejection(const QString& type) const

@@ -5,6 +5,8 @@
 
 #include <QtCore/QMap>
 
+#include <functional>
+
 namespace host {
 
 /// The file systems that the disk service can create, resize and check with the tools of this computer. Types
@@ -12,8 +14,8 @@ namespace host {
 class Capabilities
 {
 public:
-    /// Asks the service and waits for its replies.
-    static Capabilities read(DiskService& service);
+    /// Asks the service and calls @p done. A missing reply means that the type is not supported.
+    static void read(DiskService& service, const std::function<void(const Capabilities&)>& done);
 
     Rejection formatRejection(const QString& type) const;
     Rejection resizeRejection(const QString& type) const;

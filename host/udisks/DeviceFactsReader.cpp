@@ -1,9 +1,10 @@
 #include "host/udisks/DeviceFactsReader.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QProcess>
-#include <QtCore/QRegularExpression>
-#include <QtCore/QStorageInfo>
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+
+#include <utility>
 
 namespace host {
 
@@ -11,6 +12,7 @@ namespace {
 
 constexpr int kLimitMs = 10000;
 constexpr int kUsualSector = 512;
+constexpr int kTools = 4;
 
 int sectorSizeOf(const BlockDevice& device)
 {
@@ -24,67 +26,125 @@ int sectorSizeOf(const BlockDevice& device)
     return size > 0 ? size : kUsualSector;
 }
 
-// The output of a tool in English; empty if it fails.
-QString outputOf(const QString& program, const QStringList& arguments)
+// A path, an offset or a size can return with another file system, so all of them are compared.
+QString stateOf(const BlockDevice& device)
 {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
-    environment.insert(QStringLiteral("PATH"), QStringLiteral("/usr/sbin:/sbin:/usr/bin:/bin"));
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral("env"), QStringList{program} + arguments, QIODevice::ReadOnly);
-    const bool isDone = process.waitForFinished(kLimitMs) && process.exitStatus() == QProcess::NormalExit &&
-                        process.exitCode() == 0;
-    return isDone ? QString::fromLocal8Bit(process.readAllStandardOutput()) : QString();
-}
-
-std::optional<qint64> numberIn(const QString& text, const QString& pattern)
-{
-    const QRegularExpressionMatch match =
-        QRegularExpression(pattern, QRegularExpression::MultilineOption).match(text);
-    return match.hasMatch() ? std::optional<qint64>(match.captured(1).toLongLong()) : std::nullopt;
+    const qint64 offset = device.partition ? device.partition->offset : 0;
+    const QString partition = device.partition ? device.partition->uuid : QString();
+    return QStringList{device.path,
+                       QString::number(offset),
+                       QString::number(device.size),
+                       partition,
+                       device.type,
+                       device.version,
+                       device.uuid,
+                       device.mountPoints.join(QLatin1Char(' '))}
+        .join(QLatin1Char('|'));
 }
 
 } // namespace
 
-std::optional<qint64> usedOfNtfsresize(const QString& output)
+void DeviceFactsReader::read(const std::vector<BlockDevice>& devices, std::function<void()> done)
 {
-    // The smallest possible size, which includes data that cannot be moved.
-    return numberIn(output, QStringLiteral("^You might resize at (\\d+) bytes"));
+    stop();
+    done_ = std::move(done);
+    for (const BlockDevice& device : devices) {
+        // The used space of a mounted file system changes without a signal.
+        if (!device.mountPoints.isEmpty())
+            forget(device.path);
+        if (usedSpaceTool(device) && !known_.contains(stateOf(device)))
+            queue_.push_back(device);
+    }
+    startNext();
 }
 
-std::optional<qint64> usedOfDumpe2fs(const QString& output)
+void DeviceFactsReader::stop()
 {
-    const auto blocks = numberIn(output, QStringLiteral("^Block count:\\s+(\\d+)$"));
-    const auto free = numberIn(output, QStringLiteral("^Free blocks:\\s+(\\d+)$"));
-    const auto size = numberIn(output, QStringLiteral("^Block size:\\s+(\\d+)$"));
-    if (!blocks || !free || !size)
-        return std::nullopt;
-    return (*blocks - *free) * *size;
+    ++reading_;
+    queue_.clear();
+    tools_.clear();
+    unfinished_ = 0;
+    done_ = nullptr;
 }
 
-DeviceFacts readDeviceFacts(const BlockDevice& device)
+void DeviceFactsReader::forget(const QString& path)
+{
+    for (auto it = known_.begin(); it != known_.end();)
+        it = it->path == path ? known_.erase(it) : std::next(it);
+}
+
+DeviceFacts DeviceFactsReader::factsOf(const BlockDevice& device) const
 {
     DeviceFacts facts;
     facts.sectorSize = sectorSizeOf(device);
-    if (!device.mountPoints.isEmpty()) {
-        const QStorageInfo mount(device.mountPoints.constFirst());
-        facts.usedBytes = mount.bytesTotal() - mount.bytesFree();
-        facts.clusterBytes = mount.blockSize();
-    } else if (device.type == QLatin1String("ntfs")) {
-        const QString output =
-            outputOf(QStringLiteral("ntfsresize"), {QStringLiteral("--info"), QStringLiteral("--force"),
-                                                    QStringLiteral("--no-progress-bar"), device.device});
-        facts.usedBytes = usedOfNtfsresize(output);
-        facts.clusterBytes = static_cast<int>(
-            numberIn(output, QStringLiteral("^Cluster size\\s*: (\\d+) bytes$")).value_or(0));
-    } else if (device.type.startsWith(QLatin1String("ext"))) {
-        const QString output = outputOf(QStringLiteral("dumpe2fs"), {QStringLiteral("-h"), device.device});
-        facts.usedBytes = usedOfDumpe2fs(output);
-        facts.clusterBytes =
-            static_cast<int>(numberIn(output, QStringLiteral("^Block size:\\s+(\\d+)$")).value_or(0));
+    if (const auto space = known_.value(stateOf(device)).space) {
+        facts.usedBytes = space->usedBytes;
+        facts.clusterBytes = space->clusterBytes;
     }
     return facts;
+}
+
+void DeviceFactsReader::startNext()
+{
+    while (unfinished_ < kTools && !queue_.empty()) {
+        const BlockDevice device = queue_.back();
+        queue_.pop_back();
+        const UsedSpaceTool tool = *usedSpaceTool(device);
+        ++unfinished_;
+        if (tool.readsDevice)
+            open(device, tool);
+        else
+            run(device, tool, QDBusUnixFileDescriptor());
+    }
+    finishIfDone();
+}
+
+void DeviceFactsReader::open(const BlockDevice& device, const UsedSpaceTool& tool)
+{
+    const QVariantMap options{{QStringLiteral("auth.no_user_interaction"), true}};
+    const DiskServiceCall call{
+        device.path, QStringLiteral("Block"), QStringLiteral("OpenDevice"), {QStringLiteral("r"), options}};
+    const int reading = reading_;
+    service_.call(
+        call, [self = QPointer<DeviceFactsReader>(this), reading, device, tool](const QDBusMessage& reply) {
+            if (!self || self->reading_ != reading)
+                return;
+            const auto descriptor = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
+            if (errorOf(reply).isEmpty() && descriptor.isValid())
+                self->run(device, tool, descriptor);
+            else
+                self->finishDevice(device, std::nullopt);
+        });
+}
+
+void DeviceFactsReader::run(const BlockDevice& device, const UsedSpaceTool& tool,
+                            const QDBusUnixFileDescriptor& descriptor)
+{
+    tools_.push_back(std::make_unique<ToolProcess>(
+        tool, descriptor, [this, device](std::optional<UsedSpace> space) { finishDevice(device, space); }));
+    Q_EMIT toolStarted(device.device);
+    tools_.back()->run(kLimitMs);
+}
+
+void DeviceFactsReader::finishDevice(const BlockDevice& device, std::optional<UsedSpace> space)
+{
+    known_.insert(stateOf(device), {device.path, space});
+    --unfinished_;
+    startNext();
+}
+
+void DeviceFactsReader::finishIfDone()
+{
+    if (unfinished_ > 0 || !queue_.empty())
+        return;
+    // A tool that is emitting a signal must not be destroyed.
+    QTimer::singleShot(0, this, [this, reading = reading_] {
+        if (reading != reading_)
+            return;
+        tools_.clear();
+        if (const auto done = std::exchange(done_, nullptr))
+            done();
+    });
 }
 
 } // namespace host

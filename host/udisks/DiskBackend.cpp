@@ -4,26 +4,18 @@
 #include "host/machine/OrderParts.h"
 #include "host/machine/Rules.h"
 #include "host/simulation/TimedExecution.h"
-#include "host/udisks/DeviceFactsReader.h"
+#include "host/udisks/DeletedPartitions.h"
 #include "host/udisks/DiskUse.h"
 #include "host/udisks/OrderExecution.h"
 #include "host/udisks/OrderRules.h"
 
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
-#include <QtDBus/QDBusUnixFileDescriptor>
+#include <QtCore/QEventLoop>
 
-#include <algorithm>
 #include <utility>
 
 namespace host {
 
 namespace {
-
-// The service reports one change of a partition table in several signals.
-constexpr int kQuietMs = 250;
-constexpr int kLargestReadings = 40;
-const QString kManager = QStringLiteral("/org/freedesktop/UDisks2/Manager");
 
 Machine emptyMachine()
 {
@@ -41,24 +33,24 @@ bool isLetterChange(int function)
 
 } // namespace
 
-DiskBackend::DiskBackend(const QDBusConnection& bus, std::vector<DiskSource> sources)
-    : Backend(emptyMachine()), service_(bus), sources_(std::move(sources))
+DiskBackend::DiskBackend(const QDBusConnection& bus, std::vector<DiskSource> sources,
+                         const ConnectToBus& connect)
+    : Backend(emptyMachine()),
+      service_(bus, connect),
+      sources_(std::move(sources)),
+      images_(service_),
+      reader_(service_, sources_)
 {
-    quietTimer_.setSingleShot(true);
-    quietTimer_.setInterval(kQuietMs);
-    connect(&quietTimer_, &QTimer::timeout, this, &DiskBackend::readWhenQuiet);
-    connect(&service_, &DiskService::changed, &quietTimer_, QOverload<>::of(&QTimer::start));
-    connect(&service_, &DiskService::availabilityChanged, &quietTimer_, QOverload<>::of(&QTimer::start));
 }
 
 std::variant<std::unique_ptr<DiskBackend>, QString> DiskBackend::open(const QDBusConnection& bus,
-                                                                      const std::vector<DiskSource>& sources)
+                                                                      const std::vector<DiskSource>& sources,
+                                                                      const ConnectToBus& connect)
 {
-    std::unique_ptr<DiskBackend> backend(new DiskBackend(bus, sources));
+    std::unique_ptr<DiskBackend> backend(new DiskBackend(bus, sources, connect));
     if (!backend->service_.isAvailable())
         return QStringLiteral("the disk service UDisks2 is not running");
-    backend->capabilities_ = Capabilities::read(backend->service_);
-    QString error = backend->attachImages();
+    QString error = backend->images_.attach(sources);
     if (error.isEmpty())
         error = backend->readMachineNow();
     if (!error.isEmpty())
@@ -66,47 +58,39 @@ std::variant<std::unique_ptr<DiskBackend>, QString> DiskBackend::open(const QDBu
     return backend;
 }
 
-DiskBackend::~DiskBackend()
-{
-    const auto snapshot = service_.readNow();
-    if (!std::holds_alternative<DiskSnapshot>(snapshot))
-        return;
-    for (const DiskSource& source : attached_) {
-        if (const BlockDevice* device = source.find(std::get<DiskSnapshot>(snapshot)))
-            service_.callNow(
-                {device->path, QStringLiteral("Loop"), QStringLiteral("Delete"), {QVariantMap()}});
-    }
-}
-
-QString DiskBackend::attachImages()
-{
-    const auto read = service_.readNow();
-    if (const QString* error = std::get_if<QString>(&read))
-        return *error;
-    for (const DiskSource& source : sources_) {
-        if (!source.isImage || source.find(std::get<DiskSnapshot>(read)) != nullptr)
-            continue;
-        QFile file(source.file);
-        if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
-            return QStringLiteral("%1: %2").arg(source.file, file.errorString());
-        const QDBusUnixFileDescriptor descriptor(file.handle());
-        const QDBusMessage reply = service_.callNow({kManager,
-                                                     QStringLiteral("Manager"),
-                                                     QStringLiteral("LoopSetup"),
-                                                     {QVariant::fromValue(descriptor), QVariantMap()}});
-        if (!errorOf(reply).isEmpty())
-            return QStringLiteral("%1: %2").arg(source.file, errorOf(reply));
-        attached_.push_back(source);
-    }
-    return QString();
-}
-
+// Later readings take the same way, without the waiting.
 QString DiskBackend::readMachineNow()
 {
     const auto read = service_.readNow();
-    if (const QString* error = std::get_if<QString>(&read))
-        return *error;
-    const auto& snapshot = std::get<DiskSnapshot>(read);
+    const auto* first = std::get_if<DiskSnapshot>(&read);
+    QString error = first == nullptr ? std::get<QString>(read) : problemOf(*first);
+    if (!error.isEmpty())
+        return error;
+    readCapabilities();
+    QEventLoop loop;
+    connect(&reader_, &DiskReader::read, &loop, [&](const DiskSnapshot& snapshot) {
+        error = problemOf(snapshot);
+        if (error.isEmpty())
+            publish(snapshot);
+        loop.quit();
+    });
+    connect(&reader_, &DiskReader::failed, &loop, [&](const QString& reason) {
+        error = reason;
+        loop.quit();
+    });
+    reader_.readSoon();
+    loop.exec();
+    connect(&reader_, &DiskReader::read, this, &DiskBackend::onRead);
+    connect(&reader_, &DiskReader::failed, this, &DiskBackend::finishWaiting);
+    connect(&service_, &DiskService::availabilityChanged, this, &DiskBackend::onAvailabilityChanged);
+    for (const Text& notice : images_.notices())
+        addNotice(notice);
+    return error;
+}
+
+// Why the disks cannot be opened.
+QString DiskBackend::problemOf(const DiskSnapshot& snapshot)
+{
     for (const DiskSource& source : sources_) {
         const BlockDevice* disk = source.find(snapshot);
         if (disk == nullptr)
@@ -119,20 +103,39 @@ QString DiskBackend::readMachineNow()
         if (!error.isEmpty())
             return QStringLiteral("%1 is in use: %2").arg(source.file, error);
     }
-    publish(snapshot);
     return QString();
 }
 
 void DiskBackend::publish(const DiskSnapshot& snapshot)
 {
     Machine next = *machine();
-    next.disks = disksOf(snapshot, sources_, letters_, readDeviceFacts);
+    next.disks = disksOf(snapshot, sources_, letters_,
+                         [this](const BlockDevice& device) { return reader_.factsOf(device); });
+    next.smartErrors = disksWithHealthErrors(snapshot, sources_);
+    reportLetters();
     change(std::move(next));
+}
+
+void DiskBackend::reportLetters()
+{
+    if (const Rejection problem = letters_.takeProblem())
+        addNotice(*problem);
 }
 
 Rejection DiskBackend::functionRejection(int function) const
 {
     return unavailableRejection(function);
+}
+
+Rejection DiskBackend::unavailability() const
+{
+    return rejectIf(!service_.isAvailable(),
+                    QT_TRANSLATE_NOOP("Sandbox", "The disk service is not running."));
+}
+
+void DiskBackend::release()
+{
+    images_.detach();
 }
 
 Rejection DiskBackend::orderRejection(int function, const QVariantMap& params) const
@@ -147,8 +150,8 @@ Rejection DiskBackend::taskRejection(int function, const QVariantMap& params) co
 
 Rejection DiskBackend::rejectionBy(MachineRules rules, int function, const QVariantMap& params) const
 {
-    if (!service_.isAvailable())
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "The disk service is not running."));
+    if (const Rejection rejection = unavailability())
+        return rejection;
     if (const Rejection rejection = functionRejection(function))
         return rejection;
     const auto now = machine();
@@ -165,11 +168,14 @@ std::unique_ptr<Execution> DiskBackend::execute(int function, const QVariantMap&
         // An earlier task may have changed the machine since the order was accepted.
         if (const Rejection rejection = taskRejection(function, params))
             return *rejection;
-        isOrderRunning_ = true;
+        reader_.pause();
+        deleted_ = deletedPartitions(*machine(), sources_, function, params);
         return orderPlan(*machine(), sources_, function, params);
     };
-    return std::make_unique<OrderExecution>(service_, plan,
-                                            [this](std::function<void()> done) { refresh(std::move(done)); });
+    const auto end = [this](Execution::Outcome outcome, std::function<void()> done) {
+        refresh(outcome, std::move(done));
+    };
+    return std::make_unique<OrderExecution>(service_, plan, end);
 }
 
 std::unique_ptr<Execution> DiskBackend::changeLetter(int function, const QVariantMap& params)
@@ -186,6 +192,7 @@ std::unique_ptr<Execution> DiskBackend::changeLetter(int function, const QVarian
         const DiskSource& source = sources_.at(static_cast<std::size_t>(partition.diskIndex));
         partition.driveLetter = host::letterOf(textOf(params, "newDriveLetter"));
         letters_.change(letterKey(source, partition), partition.driveLetter);
+        reportLetters();
         change(std::move(next));
         return kAccepted;
     };
@@ -194,30 +201,40 @@ std::unique_ptr<Execution> DiskBackend::changeLetter(int function, const QVarian
 }
 
 // Called at the end of an order.
-void DiskBackend::refresh(std::function<void()> done)
+void DiskBackend::refresh(Execution::Outcome outcome, std::function<void()> done)
 {
-    isOrderRunning_ = false;
+    if (outcome == Execution::Outcome::Done)
+        letters_.release(deleted_);
     waiting_.push_back(std::move(done));
-    quietTimer_.start();
+    reader_.resume();
 }
 
-void DiskBackend::readWhenQuiet()
+void DiskBackend::onRead(const DiskSnapshot& snapshot)
 {
-    if (isOrderRunning_)
-        return;
-    service_.read([this](const DiskSnapshot& snapshot, const QString& error) { onRead(snapshot, error); });
+    publish(snapshot);
+    finishWaiting();
 }
 
-void DiskBackend::onRead(const DiskSnapshot& snapshot, const QString& error)
+void DiskBackend::finishWaiting()
 {
-    if (error.isEmpty() && !isSettled(snapshot, sources_) && ++readings_ < kLargestReadings)
-        return quietTimer_.start();
-    readings_ = 0;
-    if (error.isEmpty())
-        publish(snapshot);
     const auto waiting = std::exchange(waiting_, {});
     for (const auto& done : waiting)
         done();
+}
+
+// A restarted service can have other tools.
+void DiskBackend::onAvailabilityChanged()
+{
+    if (service_.isAvailable()) {
+        readCapabilities();
+        reader_.readSoon();
+    }
+    Q_EMIT availabilityChanged();
+}
+
+void DiskBackend::readCapabilities()
+{
+    Capabilities::read(service_, [this](const Capabilities& capabilities) { capabilities_ = capabilities; });
 }
 
 } // namespace host

@@ -2,10 +2,10 @@
 
 #include "host/backend/Backend.h"
 #include "host/udisks/Capabilities.h"
+#include "host/udisks/DiskReader.h"
 #include "host/udisks/DiskService.h"
+#include "host/udisks/ImageDevices.h"
 #include "host/udisks/Inventory.h"
-
-#include <QtCore/QTimer>
 
 #include <functional>
 #include <variant>
@@ -23,40 +23,44 @@ class DiskBackend : public Backend
 
 public:
     /// Attaches the images as loop devices and reads the machine. Waits for the service. The result is an
-    /// error sentence if the service is missing, or a disk is missing or in use.
-    static std::variant<std::unique_ptr<DiskBackend>, QString> open(const QDBusConnection& bus,
-                                                                    const std::vector<DiskSource>& sources);
-    /// Detaches the images that open() attached.
-    ~DiskBackend() override;
+    /// error sentence if the service is missing, or a disk is missing or in use. @p connect: for a bus that
+    /// has disappeared.
+    static std::variant<std::unique_ptr<DiskBackend>, QString>
+    open(const QDBusConnection& bus, const std::vector<DiskSource>& sources,
+         const ConnectToBus& connect = connectToSystemBus);
 
     Rejection functionRejection(int function) const override;
     Rejection orderRejection(int function, const QVariantMap& params) const override;
     Rejection taskRejection(int function, const QVariantMap& params) const override;
     std::unique_ptr<Execution> execute(int function, const QVariantMap& params) override;
 
+    Rejection unavailability() const override;
+    /// Detaches the images, as the destructor does.
+    void release() override;
+
 private:
     using MachineRules = Rejection (*)(const Machine&, int, const QVariantMap&);
 
-    DiskBackend(const QDBusConnection& bus, std::vector<DiskSource> sources);
+    DiskBackend(const QDBusConnection& bus, std::vector<DiskSource> sources, const ConnectToBus& connect);
     Rejection rejectionBy(MachineRules rules, int function, const QVariantMap& params) const;
     std::unique_ptr<Execution> changeLetter(int function, const QVariantMap& params);
-    QString attachImages();
     QString readMachineNow();
+    QString problemOf(const DiskSnapshot& snapshot);
     void publish(const DiskSnapshot& snapshot);
-    void refresh(std::function<void()> done);
-    void readWhenQuiet();
-    void onRead(const DiskSnapshot& snapshot, const QString& error);
+    void reportLetters();
+    void refresh(Execution::Outcome outcome, std::function<void()> done);
+    void onRead(const DiskSnapshot& snapshot);
+    void finishWaiting();
+    void onAvailabilityChanged();
+    void readCapabilities();
 
     DiskService service_;
     std::vector<DiskSource> sources_;
-    std::vector<DiskSource> attached_; ///< images that this object attached
+    ImageDevices images_;
+    DiskReader reader_;
     Capabilities capabilities_;
-    DriveLetters letters_;
-    QTimer quietTimer_;
-    /// While an order runs, the machine is not read: the tools that read the used space open the device, and
-    /// the kernel changes no partition that is open.
-    bool isOrderRunning_ = false;
-    int readings_ = 0; ///< unsettled readings in sequence
+    DriveLetters letters_{StateFile(QStringLiteral("letters.json"))};
+    std::vector<QString> deleted_; ///< keys of the partitions that the running order deletes
     std::vector<std::function<void()>> waiting_;
 };
 

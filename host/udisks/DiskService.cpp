@@ -18,6 +18,7 @@ const QString kObjectManager = QStringLiteral("org.freedesktop.DBus.ObjectManage
 const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 constexpr int kReadMs = 30000;
 constexpr int kCallNowMs = 60000;
+constexpr int kReconnectMs = 1000;
 // libdbus waits without a limit.
 constexpr int kNoTimeout = std::numeric_limits<int>::max();
 
@@ -38,7 +39,20 @@ QString errorOf(const QDBusMessage& reply)
 {
     if (reply.type() != QDBusMessage::ErrorMessage)
         return QString();
-    return reply.errorMessage().isEmpty() ? reply.errorName() : reply.errorMessage().trimmed();
+    // Also the errors of a call that was under way when the service ended.
+    static const QStringList losses = {QStringLiteral("org.freedesktop.DBus.Error.NoReply"),
+                                       QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown"),
+                                       QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner"),
+                                       QStringLiteral("org.freedesktop.DBus.Error.Disconnected")};
+    if (losses.contains(reply.errorName()))
+        return QString::fromLatin1(
+            QT_TRANSLATE_NOOP("Sandbox", "The disk service has ended or does not answer."));
+    return reply.errorMessage().isEmpty() ? reply.errorName() : reply.errorMessage().simplified();
+}
+
+QDBusConnection connectToSystemBus(const QString& name)
+{
+    return QDBusConnection::connectToBus(QDBusConnection::SystemBus, name);
 }
 
 bool isMissingObject(const QDBusMessage& reply)
@@ -47,9 +61,36 @@ bool isMissingObject(const QDBusMessage& reply)
            reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.UnknownObject");
 }
 
-DiskService::DiskService(QDBusConnection bus) : bus_(std::move(bus)), watcher_(kService, bus_)
+DiskService::DiskService(const QDBusConnection& bus, ConnectToBus connect)
+    : bus_(bus), connect_(std::move(connect))
 {
     registerDiskServiceTypes();
+    watcher_.addWatchedService(kService);
+    QObject::connect(&watcher_, &QDBusServiceWatcher::serviceRegistered, this,
+                     [this] { setAvailable(true); });
+    QObject::connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, this,
+                     [this] { setAvailable(false); });
+    reconnectTimer_.setInterval(kReconnectMs);
+    QObject::connect(&reconnectTimer_, &QTimer::timeout, this, &DiskService::reconnect);
+    subscribe();
+    QDBusConnectionInterface* names = bus_.interface();
+    if (names == nullptr)
+        return;
+    available_ = names->isServiceRegistered(kService).value();
+    // The service starts on demand where the bus can start it.
+    if (!available_)
+        available_ = names->startService(kService).isValid();
+}
+
+DiskService::~DiskService()
+{
+    if (!ownName_.isEmpty())
+        QDBusConnection::disconnectFromBus(ownName_);
+}
+
+void DiskService::subscribe()
+{
+    watcher_.setConnection(bus_);
     bus_.connect(kService, kRoot, kObjectManager, QStringLiteral("InterfacesAdded"), this,
                  SLOT(onInterfacesAdded(QDBusObjectPath, host::DiskServiceInterfaces)));
     bus_.connect(kService, kRoot, kObjectManager, QStringLiteral("InterfacesRemoved"), this,
@@ -60,15 +101,39 @@ DiskService::DiskService(QDBusConnection bus) : bus_(std::move(bus)), watcher_(k
     bus_.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                  SLOT(onDisconnected()));
-    connect(&watcher_, &QDBusServiceWatcher::serviceRegistered, this, [this] { setAvailable(true); });
-    connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, this, [this] { setAvailable(false); });
-    QDBusConnectionInterface* names = bus_.interface();
-    if (names == nullptr)
-        return;
-    available_ = names->isServiceRegistered(kService).value();
-    // The service starts on demand where the bus can start it.
-    if (!available_)
-        available_ = names->startService(kService).isValid();
+}
+
+// A closed connection cannot be opened again, so each attempt has its own name.
+void DiskService::reconnect()
+{
+    static int count = 0;
+    const QString name = QStringLiteral("disk-service-%1").arg(++count);
+    const QDBusConnection next = connect_(name);
+    if (!next.isConnected())
+        return QDBusConnection::disconnectFromBus(name);
+    reconnectTimer_.stop();
+    if (!ownName_.isEmpty())
+        QDBusConnection::disconnectFromBus(ownName_);
+    ownName_ = name;
+    bus_ = next;
+    subscribe();
+    requestStart();
+}
+
+// Starts the service where the bus can start it; the watcher then reports its name. The reply also shows that
+// it runs already.
+void DiskService::requestStart()
+{
+    QDBusMessage start = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("StartServiceByName"));
+    start.setArguments({kService, 0u});
+    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(start), this);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        if (!watcher->isError() && !available_)
+            setAvailable(true);
+    });
 }
 
 void DiskService::read(ReadReply reply)
@@ -116,7 +181,7 @@ void DiskService::onInterfacesAdded(const QDBusObjectPath& path, const DiskServi
 {
     const auto job = interfaces.find(kJob);
     if (job == interfaces.end()) {
-        Q_EMIT changed();
+        Q_EMIT changed(QString());
         return;
     }
     QStringList objects;
@@ -128,14 +193,14 @@ void DiskService::onInterfacesAdded(const QDBusObjectPath& path, const DiskServi
 
 void DiskService::onInterfacesRemoved()
 {
-    Q_EMIT changed();
+    Q_EMIT changed(QString());
 }
 
 void DiskService::onPropertiesChanged(const QString& interface, const QVariantMap& properties,
                                       const QStringList&, const QDBusMessage& message)
 {
     if (interface != kJob) {
-        Q_EMIT changed();
+        Q_EMIT changed(message.path());
         return;
     }
     const auto progress = properties.constFind(QStringLiteral("Progress"));
@@ -145,6 +210,7 @@ void DiskService::onPropertiesChanged(const QString& interface, const QVariantMa
 
 void DiskService::onDisconnected()
 {
+    reconnectTimer_.start();
     setAvailable(false);
 }
 

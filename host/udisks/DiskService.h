@@ -22,15 +22,21 @@ struct DiskServiceCall
     QVariantList arguments;
 };
 
+/// Makes a new connection of that name to the bus of the disk service.
+using ConnectToBus = std::function<QDBusConnection(const QString& name)>;
+QDBusConnection connectToSystemBus(const QString& name);
+
 /// The connection to UDisks2. Application thread.
 ///
-/// Answers of a request that was made before the object was destroyed are discarded.
+/// A restarted service is used again, and a restarted bus is connected again. Answers of a request that was
+/// made before the object was destroyed are discarded.
 class DiskService : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit DiskService(QDBusConnection bus);
+    explicit DiskService(const QDBusConnection& bus, ConnectToBus connect = connectToSystemBus);
+    ~DiskService() override;
 
     /// Whether the bus is connected and a process owns the name of the service.
     bool isAvailable() const { return available_ && bus_.isConnected(); }
@@ -48,8 +54,9 @@ public:
     QDBusMessage callNow(const DiskServiceCall& call);
 
 Q_SIGNALS:
-    /// An object or a property has changed. Several can follow within milliseconds.
-    void changed();
+    /// An object or a property has changed. Several can follow within milliseconds. @p path: the object, if
+    /// one of its properties has changed; else empty.
+    void changed(QString path);
     /// A process has taken or lost the name of the service, or the bus has disappeared.
     void availabilityChanged();
     /// A job (a long operation of the service) has reported its progress, 0 to 1.
@@ -67,13 +74,20 @@ private Q_SLOTS:
 private:
     QDBusMessage messageOf(const DiskServiceCall& call) const;
     void setAvailable(bool available);
+    void subscribe();
+    void requestStart();
+    void reconnect();
 
     QDBusConnection bus_;
+    ConnectToBus connect_;
+    QString ownName_; ///< of a connection that this object made; else empty
+    QTimer reconnectTimer_;
     QDBusServiceWatcher watcher_;
     bool available_ = false;
 };
 
-/// The error of a reply in the wording of the service; empty for a result.
+/// The error of a reply on one line in the wording of the service; empty for a result. The loss of the
+/// service has a sentence of the host, which Text::returned() translates.
 QString errorOf(const QDBusMessage& reply);
 
 /// True if the object of the call does not exist, as after every change of a partition table for some

@@ -64,6 +64,23 @@ bool wantsLetter(const Partition& partition)
     return !partition.gptEFI && !partition.gptReserved && !partition.gptRecovery && !partition.isHidden;
 }
 
+// The same in every host. The table's own number identifies an MBR disk, and starts the UUIDs of its entries.
+QString identityOf(const Partition& partition, const BlockDevice& device)
+{
+    if (partition.isGPT)
+        return partition.partGUID;
+    const QString table = device.partition->uuid.section(QLatin1Char('-'), 0, 0);
+    return table.isEmpty() ? QString() : QStringLiteral("%1@%2").arg(table).arg(partition.startOffset());
+}
+
+void setLetters(Disk& disk, const DiskSource& source, const DriveLetters& letters)
+{
+    for (Partition& partition : disk.partitions) {
+        if (!partition.unallocated && wantsLetter(partition))
+            partition.driveLetter = letters.letterOf(letterKey(source, partition));
+    }
+}
+
 Disk readDisk(const BlockDevice& device, const DiskSnapshot& snapshot, bool isImage)
 {
     Disk disk;
@@ -91,32 +108,10 @@ const BlockDevice* DiskSource::find(const DiskSnapshot& snapshot) const
     return isImage ? snapshot.image(file) : snapshot.deviceFile(file);
 }
 
-QString DriveLetters::letterOf(const QString& key)
-{
-    const auto known = letters_.constFind(key);
-    if (known != letters_.constEnd())
-        return *known;
-    const QStringList used = letters_.values();
-    for (char letter = 'D'; letter <= 'Z'; ++letter) {
-        const QString candidate{QLatin1Char(letter)};
-        if (!used.contains(candidate))
-            return *letters_.insert(key, candidate);
-    }
-    return QString();
-}
-
-bool DriveLetters::change(const QString& key, const QString& letter)
-{
-    const QString owner = letters_.key(letter);
-    if (!owner.isEmpty() && owner != key)
-        return false;
-    letters_.insert(key, letter);
-    return true;
-}
-
 QString letterKey(const DiskSource& source, const Partition& partition)
 {
-    return partition.isGPT ? partition.partGUID
+    // A copy of an image has the same GUIDs.
+    return partition.isGPT ? source.file + partition.partGUID
                            : QStringLiteral("%1@%2").arg(source.file).arg(partition.startOffset());
 }
 
@@ -124,6 +119,7 @@ std::vector<Disk> disksOf(const DiskSnapshot& snapshot, const std::vector<DiskSo
                           DriveLetters& letters, const FactsOf& facts)
 {
     std::vector<Disk> disks;
+    std::vector<LetterOwner> owners;
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const BlockDevice* device = sources[i].find(snapshot);
         if (device == nullptr)
@@ -138,14 +134,29 @@ std::vector<Disk> disksOf(const DiskSnapshot& snapshot, const std::vector<DiskSo
                 continue;
             Partition partition = readPartition(*entry, disk, facts(*entry));
             if (wantsLetter(partition))
-                partition.driveLetter = letters.letterOf(letterKey(sources[i], partition));
+                owners.push_back({letterKey(sources[i], partition), identityOf(partition, *entry)});
             disk.partitions.push_back(std::move(partition));
         }
         regions.last(disk.isUnInitialize ? disk.size : usableEnd(disk));
         settle(disk);
         disks.push_back(std::move(disk));
     }
+    letters.assign(owners);
+    for (Disk& disk : disks)
+        setLetters(disk, sources[static_cast<std::size_t>(disk.diskIndex)], letters);
     return disks;
+}
+
+QSet<int> disksWithHealthErrors(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources)
+{
+    QSet<int> found;
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        const BlockDevice* device = sources[i].find(snapshot);
+        const DriveInfo* drive = device == nullptr ? nullptr : snapshot.drive(device->drive);
+        if (drive != nullptr && drive->hasHealthError)
+            found.insert(static_cast<int>(i));
+    }
+    return found;
 }
 
 QString inventoryFileSystem(const QString& type, const QString& version)

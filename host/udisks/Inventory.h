@@ -2,8 +2,9 @@
 
 #include "host/machine/Machine.h"
 #include "host/udisks/BlockDevices.h"
+#include "host/udisks/DriveLetters.h"
 
-#include <QtCore/QMap>
+#include <QtCore/QSet>
 #include <QtCore/QString>
 
 #include <functional>
@@ -32,27 +33,16 @@ struct DeviceFacts
 };
 using FactsOf = std::function<DeviceFacts(const BlockDevice&)>;
 
-/// Drive letters of partitions. They are the host's own: UDisks2 has no letters.
-class DriveLetters
-{
-public:
-    /// The letter of a partition; a new partition gets the first unused letter from D on. Empty if all are in
-    /// use.
-    QString letterOf(const QString& key);
-    /// False if another partition has the letter.
-    bool change(const QString& key, const QString& letter);
-
-private:
-    QMap<QString, QString> letters_; ///< by key
-};
-
 /// The key of a partition for its letter. A GPT partition is identified by its GUID. The UUID of an MBR
-/// partition depends on its number, which changes, so its disk and position identify it.
+/// partition depends on its number, which changes, so its position identifies it.
 QString letterKey(const DiskSource& source, const Partition& partition);
 
 /// The disks of @p sources that exist, in that order; the index is the position in @p sources.
 std::vector<Disk> disksOf(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources,
                           DriveLetters& letters, const FactsOf& facts);
+
+/// The indices of the disks of @p sources whose self-monitoring predicts a failure.
+QSet<int> disksWithHealthErrors(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources);
 
 /// The name of a file system in the inventory, from the type and version that the disk service reports.
 QString inventoryFileSystem(const QString& type, const QString& version);

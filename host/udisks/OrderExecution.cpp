@@ -68,7 +68,7 @@ void OrderExecution::next()
 void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
 {
     if (!error.isEmpty())
-        return finish(Outcome::Failed, error);
+        return finish(Outcome::Failed, Text::returned(error));
     const BlockDevice* disk = plan_.source.find(snapshot);
     if (disk == nullptr)
         return finish(Outcome::Failed, QT_TRANSLATE_NOOP("Sandbox", "The disk is no longer attached."));
@@ -113,12 +113,13 @@ void OrderExecution::checkUnused(const BlockDevice& disk, const DiskServiceCall&
                       if (!self)
                           return;
                       const QString error = errorOf(reply);
+                      // The reply holds the device open exclusively, and ends before the next event.
                       if (error.isEmpty())
-                          self->run(call);
+                          QTimer::singleShot(0, self, [self, call] { self->run(call); });
                       else if (isMissingObject(reply))
                           self->retry(error);
                       else
-                          self->finish(Outcome::Failed, error);
+                          self->finish(Outcome::Failed, Text::returned(error));
                   });
 }
 
@@ -141,7 +142,7 @@ void OrderExecution::onReply(const QDBusMessage& reply)
     if (cancelled_ && reply.errorName() == kCancelled)
         return finish(Outcome::Cancelled, Text());
     if (!error.isEmpty())
-        return finish(Outcome::Failed, error);
+        return finish(Outcome::Failed, Text::returned(error));
     const OrderStep& step = plan_.steps[step_];
     if (step.failure != nullptr && !reply.arguments().value(0).toBool())
         return finish(Outcome::Failed, step.failure);
@@ -201,7 +202,7 @@ void OrderExecution::finish(Outcome outcome, const Text& error)
     if (finished_)
         return;
     finished_ = true;
-    refresh_([self = QPointer<OrderExecution>(this), outcome, error] {
+    refresh_(outcome, [self = QPointer<OrderExecution>(this), outcome, error] {
         if (!self)
             return;
         self->progress_ = outcome == Outcome::Done ? 1 : self->progress_;

@@ -20,8 +20,8 @@ class OrderExecution : public Execution
 
 public:
     using Plan = std::function<std::variant<OrderPlan, Text>()>;
-    /// Reads the machine again and then calls its argument.
-    using Refresh = std::function<void(std::function<void()>)>;
+    /// Reads the machine again and then calls its argument. The outcome is that of the order.
+    using Refresh = std::function<void(Outcome, std::function<void()>)>;
 
     /// @p plan: called at the start. @p service must outlive the object.
     OrderExecution(DiskService& service, Plan plan, Refresh refresh);

@@ -1,6 +1,5 @@
 // The inventory from readings of the disk service, without a service.
 #include "host/udisks/Inventory.h"
-#include "host/udisks/DeviceFactsReader.h"
 
 #include <gtest/gtest.h>
 
@@ -197,17 +196,57 @@ TEST_F(DiskInventory, EntryWithoutType_IsNotSettled)
     EXPECT_FALSE(host::isSettled(snapshot, sources));
 }
 
-TEST(UsedSpace, IsReadFromTheToolsOfTheFileSystem)
+TEST_F(DiskInventory, DriveWithAFailingSelfTest_HasAHealthError)
 {
-    EXPECT_EQ(
-        host::usedOfNtfsresize("Cluster size       : 4096 bytes\nYou might resize at 2043904 bytes or 3 MB "
-                               "(freeing 312 MB).\n"),
-        2043904);
-    EXPECT_EQ(host::usedOfNtfsresize("ERROR: Volume is scheduled for check."), std::nullopt);
-    EXPECT_EQ(host::usedOfDumpe2fs("Block count:              102400\nFree blocks:              90319\n"
-                                   "Block size:               1024\n"),
-              12081 * 1024);
-    EXPECT_EQ(host::usedOfDumpe2fs("Block count:              102400\n"), std::nullopt);
+    disk("gpt");
+    EXPECT_TRUE(host::disksWithHealthErrors(snapshot, sources).isEmpty());
+    host::DriveInfo drive;
+    drive.path = "/org/freedesktop/UDisks2/drives/Disk";
+    drive.hasHealthError = true;
+    snapshot.drives.push_back(drive);
+    EXPECT_TRUE(host::disksWithHealthErrors(snapshot, sources).isEmpty());
+    snapshot.devices[0].drive = drive.path;
+    EXPECT_EQ(host::disksWithHealthErrors(snapshot, sources), QSet<int>{0});
+}
+
+class DriveHealth : public testing::Test
+{
+protected:
+    bool hasHealthError(const QString& interface, const QVariantMap& properties)
+    {
+        host::DiskServiceInterfaces interfaces;
+        interfaces["org.freedesktop.UDisks2.Drive"] = {{"Vendor", "Maker"}};
+        interfaces["org.freedesktop.UDisks2." + interface] = properties;
+        const QDBusObjectPath path("/org/freedesktop/UDisks2/drives/Disk");
+        return host::snapshotOf({{path, interfaces}}).drives.at(0).hasHealthError;
+    }
+};
+
+TEST_F(DriveHealth, AtaDrive_FailsOnlyIfItsValuesWereRead)
+{
+    QVariantMap ata{{"SmartSupported", true},
+                    {"SmartEnabled", true},
+                    {"SmartUpdated", qulonglong(1700000000)},
+                    {"SmartFailing", true}};
+    EXPECT_TRUE(hasHealthError("Drive.Ata", ata));
+    ata["SmartFailing"] = false;
+    EXPECT_FALSE(hasHealthError("Drive.Ata", ata));
+    ata["SmartFailing"] = true;
+    ata["SmartUpdated"] = qulonglong(0);
+    EXPECT_FALSE(hasHealthError("Drive.Ata", ata));
+    ata["SmartUpdated"] = qulonglong(1700000000);
+    ata["SmartEnabled"] = false;
+    EXPECT_FALSE(hasHealthError("Drive.Ata", ata));
+}
+
+TEST_F(DriveHealth, NvmeDrive_FailsWithACriticalWarning)
+{
+    QVariantMap nvme{{"SmartUpdated", qulonglong(1700000000)}, {"SmartCriticalWarning", QStringList()}};
+    EXPECT_FALSE(hasHealthError("NVMe.Controller", nvme));
+    nvme["SmartCriticalWarning"] = QStringList{"spare"};
+    EXPECT_TRUE(hasHealthError("NVMe.Controller", nvme));
+    nvme["SmartUpdated"] = qulonglong(0);
+    EXPECT_FALSE(hasHealthError("NVMe.Controller", nvme));
 }
 
 } // namespace

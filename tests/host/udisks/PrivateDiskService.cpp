@@ -15,6 +15,8 @@ PrivateDiskService::PrivateDiskService()
 {
     static int count = 0;
     name_ = QStringLiteral("disks%1").arg(++count);
+    // The state files of the host.
+    qputenv("XDG_STATE_HOME", folder_.path().toLocal8Bit());
     const QString script = qEnvironmentVariable("AIBRIDGE_SOURCE_DIR") + "/scripts/lib/with-disk-service";
     process_.start(script, {"--private", "sh", "-c", "echo \"$DBUS_SYSTEM_BUS_ADDRESS\"; cat"});
     while (process_.state() != QProcess::NotRunning && !process_.canReadLine() &&

@@ -1,0 +1,102 @@
+#include "host/udisks/DiskReader.h"
+
+#include <QtCore/QPointer>
+
+namespace host {
+
+namespace {
+
+constexpr int kQuietMs = 250;
+constexpr int kLargestAttempts = 40;
+
+// The partitions of the host's own disks.
+std::vector<BlockDevice> partitionsOf(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources)
+{
+    std::vector<BlockDevice> partitions;
+    for (const DiskSource& source : sources) {
+        if (const BlockDevice* disk = source.find(snapshot)) {
+            for (const BlockDevice* entry : snapshot.partitionsOf(disk->path))
+                partitions.push_back(*entry);
+        }
+    }
+    return partitions;
+}
+
+} // namespace
+
+DiskReader::DiskReader(DiskService& service, const std::vector<DiskSource>& sources)
+    : service_(service), sources_(sources), facts_(service)
+{
+    quietTimer_.setSingleShot(true);
+    quietTimer_.setInterval(kQuietMs);
+    connect(&quietTimer_, &QTimer::timeout, this, &DiskReader::start);
+    connect(&service_, &DiskService::changed, this, &DiskReader::onChanged);
+}
+
+void DiskReader::readSoon()
+{
+    onChanged(QString());
+}
+
+void DiskReader::pause()
+{
+    isPaused_ = true;
+    isReading_ = false;
+    ++reading_;
+    quietTimer_.stop();
+    facts_.stop();
+}
+
+void DiskReader::resume()
+{
+    isPaused_ = false;
+    attempts_ = 0;
+    quietTimer_.start();
+}
+
+void DiskReader::onChanged(const QString& path)
+{
+    facts_.forget(path);
+    changed_ = true;
+    if (!isPaused_ && !isReading_)
+        quietTimer_.start();
+}
+
+void DiskReader::start()
+{
+    isReading_ = true;
+    changed_ = false;
+    service_.read([self = QPointer<DiskReader>(this), reading = ++reading_](const DiskSnapshot& snapshot,
+                                                                            const QString& error) {
+        if (self && self->reading_ == reading)
+            self->onSnapshot(snapshot, error);
+    });
+}
+
+void DiskReader::onSnapshot(const DiskSnapshot& snapshot, const QString& error)
+{
+    if (!error.isEmpty()) {
+        isReading_ = false;
+        attempts_ = 0;
+        Q_EMIT failed(error);
+        return;
+    }
+    if (!isSettled(snapshot, sources_) && ++attempts_ < kLargestAttempts) {
+        isReading_ = false;
+        return quietTimer_.start();
+    }
+    facts_.read(partitionsOf(snapshot, sources_), [this, snapshot] { onComplete(snapshot); });
+}
+
+void DiskReader::onComplete(const DiskSnapshot& snapshot)
+{
+    isReading_ = false;
+    if (changed_ && ++attempts_ < kLargestAttempts)
+        return quietTimer_.start();
+    attempts_ = 0;
+    if (changed_)
+        quietTimer_.start();
+    Q_EMIT read(snapshot);
+}
+
+} // namespace host

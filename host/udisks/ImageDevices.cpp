@@ -1,0 +1,159 @@
+#include "host/udisks/ImageDevices.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QThread>
+#include <QtDBus/QDBusUnixFileDescriptor>
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+const QString kManager = QStringLiteral("/org/freedesktop/UDisks2/Manager");
+constexpr int kDetachMs = 2000;
+constexpr int kPollMs = 20;
+
+QString contentOf(const QString& name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll()).trimmed() : QString();
+}
+
+// The kernel's answer. The service notices a detached device a moment later.
+QString backingFileOf(const QString& objectPath)
+{
+    const QString name = objectPath.mid(objectPath.lastIndexOf(QLatin1Char('/')) + 1);
+    return contentOf(QStringLiteral("/sys/class/block/%1/loop/backing_file").arg(name));
+}
+
+// Loop devices do not survive a restart of the computer.
+QString bootId()
+{
+    return contentOf(QStringLiteral("/proc/sys/kernel/random/boot_id"));
+}
+
+// Locks that other programs, such as virtual machines, hold on the file.
+bool hasRecordLock(const QFile& file)
+{
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    return fcntl(file.handle(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+} // namespace
+
+ImageDevices::~ImageDevices()
+{
+    detach();
+}
+
+QString ImageDevices::attach(const std::vector<DiskSource>& sources)
+{
+    const auto read = service_.readNow();
+    if (const QString* error = std::get_if<QString>(&read))
+        return *error;
+    for (const DiskSource& source : sources) {
+        if (!source.isImage)
+            continue;
+        Image image;
+        image.source = source;
+        QString error = lock(image);
+        if (error.isEmpty())
+            error = attachImage(image, std::get<DiskSnapshot>(read));
+        if (!error.isEmpty())
+            return QStringLiteral("%1: %2").arg(source.file, error);
+        images_.push_back(std::move(image));
+    }
+    return QString();
+}
+
+// The lock belongs to the open file, so it vanishes with the process.
+QString ImageDevices::lock(Image& image)
+{
+    image.lock = std::make_unique<QFile>(image.source.file);
+    image.isReadOnly = !image.lock->open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
+    if (image.isReadOnly && !image.lock->open(QIODevice::ReadOnly | QIODevice::ExistingOnly))
+        return image.lock->errorString();
+    if (flock(image.lock->handle(), LOCK_EX | LOCK_NB) != 0)
+        return QStringLiteral("the image is already open in another host or program");
+    return hasRecordLock(*image.lock) ? QStringLiteral("another program has locked the image") : QString();
+}
+
+QString ImageDevices::attachImage(Image& image, const DiskSnapshot& snapshot)
+{
+    const BlockDevice* device = image.source.find(snapshot);
+    const bool isAttached = device != nullptr && backingFileOf(device->path) == image.source.file;
+    return isAttached ? takeOver(image, *device) : setUp(image);
+}
+
+QString ImageDevices::takeOver(Image& image, const BlockDevice& device)
+{
+    Rejection problem;
+    if (state_.read(problem).value(image.source.file) != bootId())
+        return QStringLiteral("another program has attached the image as %1").arg(device.device);
+    image.path = device.path;
+    notices_.push_back(
+        Text(QT_TRANSLATE_NOOP("Sandbox", "The image %1 was still attached as %2 by a host that "
+                                          "ended unexpectedly. The device is used again."),
+             {image.source.file, device.device}));
+    return QString();
+}
+
+QString ImageDevices::setUp(Image& image)
+{
+    QFile file(image.source.file);
+    const auto mode = image.isReadOnly ? QIODevice::ReadOnly : QIODevice::ReadWrite;
+    if (!file.open(mode | QIODevice::ExistingOnly))
+        return file.errorString();
+    QVariantMap options;
+    if (image.isReadOnly)
+        options.insert(QStringLiteral("read-only"), true);
+    // Recorded first: the process can end at any time.
+    record(image, true);
+    const QDBusMessage reply =
+        service_.callNow({kManager,
+                          QStringLiteral("Manager"),
+                          QStringLiteral("LoopSetup"),
+                          {QVariant::fromValue(QDBusUnixFileDescriptor(file.handle())), options}});
+    if (!errorOf(reply).isEmpty()) {
+        record(image, false);
+        return errorOf(reply);
+    }
+    image.path = reply.arguments().value(0).value<QDBusObjectPath>().path();
+    return QString();
+}
+
+void ImageDevices::record(const Image& image, bool isAttached)
+{
+    if (const Rejection problem = state_.write({{image.source.file, isAttached ? bootId() : QString()}}))
+        notices_.push_back(*problem);
+}
+
+void ImageDevices::detach()
+{
+    for (const Image& image : std::exchange(images_, {})) {
+        // Another program can have detached the image, and the device can have another file.
+        if (backingFileOf(image.path) == image.source.file)
+            remove(image.path);
+        if (backingFileOf(image.path) != image.source.file)
+            record(image, false);
+    }
+}
+
+// A device that is still open disappears when it is closed.
+void ImageDevices::remove(const QString& path)
+{
+    const DiskServiceCall call{path, QStringLiteral("Loop"), QStringLiteral("Delete"), {QVariantMap()}};
+    if (!errorOf(service_.callNow(call)).isEmpty())
+        return;
+    for (int waited = 0; waited < kDetachMs && !backingFileOf(path).isEmpty(); waited += kPollMs)
+        QThread::msleep(kPollMs);
+}
+
+} // namespace host
