@@ -12,6 +12,11 @@ std::shared_ptr<const Machine> Backend::machine() const
     return machine_;
 }
 
+std::optional<Confirmation> Backend::confirmation(int, const QVariantMap&) const
+{
+    return std::nullopt;
+}
+
 void Backend::change(Machine machine)
 {
     auto next = std::make_shared<const Machine>(std::move(machine));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/backend/Confirmation.h"
 #include "host/backend/Execution.h"
 #include "host/machine/Machine.h"
 #include "host/machine/Rejection.h"
@@ -34,6 +35,8 @@ public:
     virtual Rejection orderRejection(int function, const QVariantMap& params) const = 0;
     /// Whether a function of the page or of one of the host's guides can run now.
     virtual Rejection taskRejection(int function, const QVariantMap& params) const = 0;
+    /// The question to a person before an order that taskRejection() accepts. Empty if it needs no consent.
+    virtual std::optional<Confirmation> confirmation(int function, const QVariantMap& params) const;
     /// Prepares an order. The execution checks again whether it can run when it starts. It must not outlive
     /// the back end.
     virtual std::unique_ptr<Execution> execute(int function, const QVariantMap& params) = 0;
@@ -44,6 +47,8 @@ public:
     virtual void release() {}
     /// Removes and returns the messages that belong to no order.
     std::vector<Text> takeNotices();
+    /// Whether orders change disks or images, and not only the machine in memory.
+    virtual bool isReal() const { return false; }
 
 Q_SIGNALS:
     /// After an order, after a change from outside, and after a change of a setting.

@@ -14,6 +14,8 @@ void Guides::open(Guide guide)
     std::optional<GuidedWork>& work = guide.work;
     if (work && backend_.taskRejection(static_cast<int>(work->function), work->params))
         work.reset();
+    if (work)
+        removeWithoutConsent(guide.title, work);
     guide_ = std::move(guide);
     const QString summary = guide_->summary.english();
     log_.write(QStringLiteral("guide opened: ") + guide_->title.english() +
@@ -22,6 +24,15 @@ void Guides::open(Guide guide)
     Q_EMIT changed();
     if (startsGuides_)
         start();
+}
+
+void Guides::removeWithoutConsent(const Text& title, std::optional<GuidedWork>& work)
+{
+    const int function = static_cast<int>(work->function);
+    if (const Rejection rejection = orders_.consentRejection(function, work->params)) {
+        orders_.recordRejection(title, describeParams(work->params), *rejection);
+        work.reset();
+    }
 }
 
 void Guides::start()

@@ -72,6 +72,7 @@ void HostCore::retranslate()
 {
     orders_.tasks().retranslate();
     guideView_.retranslate();
+    orders_.confirmation().retranslate();
     Q_EMIT workChanged();
     Q_EMIT problemChanged();
 }

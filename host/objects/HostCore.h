@@ -24,6 +24,7 @@ class HostCore : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QString machineName READ machineName CONSTANT)
+    Q_PROPERTY(bool realDisks READ hasRealDisks CONSTANT)
     Q_PROPERTY(QString serviceAddress READ serviceAddress NOTIFY serviceAddressChanged)
     Q_PROPERTY(QString work READ work NOTIFY workChanged)
     Q_PROPERTY(QString address READ address NOTIFY addressChanged)
@@ -54,6 +55,7 @@ public:
     void retranslate();
 
     QString machineName() const { return machine()->name; }
+    bool hasRealDisks() const { return backend_->isReal(); }
     QString serviceAddress() const { return serviceAddress_; }
     QString work() const { return orders_.work().translated(); }
     QString address() const { return address_; }

@@ -2,6 +2,7 @@
 
 #include "host/machine/Functions.h"
 
+#include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QStringList>
 
@@ -54,6 +55,8 @@ Rejection Orders::rejection(int function, const QVariantMap& params)
     Rejection reason = status_.closingRejection();
     if (!reason)
         reason = backend_.orderRejection(function, keys);
+    if (!reason)
+        reason = consentRejection(function, keys);
     if (reason)
         recordRejection(describeFunction(function), describeParams(keys), *reason);
     return reason;
@@ -83,9 +86,39 @@ void Orders::add(int function, const QVariantMap& params)
     TaskWork work;
     work.title = describeFunction(function);
     work.detail = describeParams(params);
-    work.execution = [this, function, params] { return backend_.execute(function, params); };
+    work.execution = [this, function, params] { return execution(function, params); };
     tasks_.add(std::move(work));
     showWork();
+}
+
+Rejection Orders::consentRejection(int function, const QVariantMap& params) const
+{
+    return host::consentRejection(backend_, consent_, function, params);
+}
+
+std::unique_ptr<Execution> Orders::execution(int function, const QVariantMap& params)
+{
+    return std::make_unique<ConfirmedExecution>(backend_, function, params, consent_, confirmation_,
+                                                [this](const QString& action, const Confirmation& question) {
+                                                    recordConfirmation(action, question);
+                                                });
+}
+
+void Orders::recordConfirmation(const QString& action, const Confirmation& question)
+{
+    const QString operation = question.loss.operation.english();
+    log_.write(QStringLiteral("confirmation %1: %2 (%3)").arg(action, operation, diskLine(question)));
+    QJsonArray losses;
+    for (const Partition& partition : question.loss.partitions)
+        losses.append(QJsonObject{{QStringLiteral("driveLetter"), partition.driveLetter},
+                                  {QStringLiteral("label"), partition.label},
+                                  {QStringLiteral("fileSystem"), partition.fsString},
+                                  {QStringLiteral("size"), partition.size},
+                                  {QStringLiteral("usedSize"), partition.usedSize}});
+    transcript_.add(QStringLiteral("confirmation"), {{QStringLiteral("action"), action},
+                                                     {QStringLiteral("operation"), operation},
+                                                     {QStringLiteral("disk"), diskLine(question)},
+                                                     {QStringLiteral("losses"), losses}});
 }
 
 void Orders::onTaskStarted(int id)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/backend/Backend.h"
+#include "host/objects/ConfirmedExecution.h"
 #include "host/objects/HostLog.h"
 #include "host/objects/HostStatus.h"
 #include "host/objects/TaskQueue.h"
@@ -20,8 +21,14 @@ public:
     /// The arguments must outlive this.
     Orders(Backend& backend, HostStatus& status, Transcript& transcript, HostLog& log);
 
+    void setConsent(Consent consent) { consent_ = consent; }
+    /// The question that waits for a person.
+    ConfirmationRequest& confirmation() { return confirmation_; }
+
     /// Whether the partition page accepts an order. A rejection is recorded.
     Rejection rejection(int function, const QVariantMap& params);
+    /// Rejects an order that needs consent which nobody can give.
+    Rejection consentRejection(int function, const QVariantMap& params) const;
     /// Queues an order of the partition page, which is carried out after this call has returned.
     void order(int function, const QVariantMap& params);
     /// Queues the work of a guide, which the back end has accepted.
@@ -40,6 +47,8 @@ Q_SIGNALS:
     void workChanged();
 
 private:
+    std::unique_ptr<Execution> execution(int function, const QVariantMap& params);
+    void recordConfirmation(const QString& action, const Confirmation& question);
     void onTaskStarted(int id);
     void onTaskEnded(int id, const QString& state, const QString& error);
     void showWork();
@@ -48,6 +57,8 @@ private:
     HostStatus& status_;
     Transcript& transcript_;
     HostLog& log_;
+    Consent consent_ = Consent::Window;
+    ConfirmationRequest confirmation_; // before the tasks, whose executions use it
     TaskQueue tasks_;
     Text work_;
 };

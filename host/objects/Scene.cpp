@@ -30,6 +30,7 @@ Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode th
     context.setContextProperty(QStringLiteral("host"), &core_);
     context.setContextProperty(QStringLiteral("link"), &link_);
     context.setContextProperty(QStringLiteral("guide"), &core_.guideView());
+    context.setContextProperty(QStringLiteral("confirmation"), &core_.orders().confirmation());
     context.setContextProperty(QStringLiteral("timeline"), &link_.timeline());
     context.setContextProperty(QStringLiteral("diskModel"), &disks_);
     context.setContextProperty(QStringLiteral("theme"), &theme_);

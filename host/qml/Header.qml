@@ -6,8 +6,20 @@ RowLayout {
 
     Column {
         Layout.leftMargin: 4
-        Words { objectName: "machineName"; text: host.machineName; font { pixelSize: 18; weight: Font.DemiBold } }
+        Words {
+            objectName: "machineName"
+            // Names of several images are long.
+            width: Math.min(implicitWidth, 260)
+            text: host.machineName
+            elide: Text.ElideMiddle
+            font { pixelSize: 18; weight: Font.DemiBold }
+        }
         Words { objectName: "machineSummary"; text: diskModel.summary; font.pixelSize: 12; color: theme.muted }
+    }
+    Badge {
+        objectName: "realBadge"
+        tone: host.realDisks ? "bad" : "plain"
+        text: host.realDisks ? qsTr("REAL DISKS") : qsTr("simulated")
     }
     Badge {
         objectName: "serviceBadge"

@@ -38,4 +38,5 @@ Rectangle {
         }
     }
     PageDialog {}
+    ConfirmationDialog {}
 }

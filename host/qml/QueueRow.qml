@@ -22,7 +22,8 @@ Item {
         id: badge
         objectName: "taskState"
         anchors { right: cancel.visible ? cancel.left : parent.right; rightMargin: 8; top: parent.top; topMargin: 3 }
-        text: model.state === "running" ? Math.floor(model.progress * 100) + " %" : row.states[model.state]
+        text: model.state !== "running" ? row.states[model.state]
+              : confirmation.open ? qsTr("waiting for confirmation") : Math.floor(model.progress * 100) + " %"
         tone: row.tones[model.state] || "plain"
     }
     PushButton {

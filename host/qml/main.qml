@@ -7,7 +7,7 @@ HostWindow {
     height: 720
     minimumWidth: 960
     minimumHeight: 600
-    title: qsTr("Sandbox host")
+    title: host.realDisks ? qsTr("Sandbox host: %1 (real disks)").arg(host.machineName) : qsTr("Sandbox host")
 
     MainPage { objectName: "__zormain" }
     QmlExecuter { objectName: "__qml_executer" }
