@@ -28,6 +28,29 @@
     </message>
 </context>
 <context>
+    <name>ConfirmationDialog</name>
+    <message>
+        <source>This order changes a real disk. If it fails, this data can be lost:</source>
+        <translation>Dieser Auftrag ändert einen echten Datenträger. Wenn er fehlschlägt, können diese Daten verloren gehen:</translation>
+    </message>
+    <message>
+        <source>This order changes a real disk. It destroys this data permanently:</source>
+        <translation>Dieser Auftrag ändert einen echten Datenträger. Er zerstört diese Daten endgültig:</translation>
+    </message>
+    <message>
+        <source>The disk has no known partition. Data without a partition is lost.</source>
+        <translation>Der Datenträger hat keine bekannte Partition. Daten außerhalb von Partitionen gehen verloren.</translation>
+    </message>
+    <message>
+        <source>Change the disk</source>
+        <translation>Datenträger ändern</translation>
+    </message>
+    <message>
+        <source>Do not change</source>
+        <translation>Nicht ändern</translation>
+    </message>
+</context>
+<context>
     <name>DiskCard</name>
     <message>
         <source>Empty</source>
@@ -78,6 +101,14 @@
     <message>
         <source>Scan now</source>
         <translation>Jetzt prüfen</translation>
+    </message>
+    <message>
+        <source>REAL DISKS</source>
+        <translation>ECHTE DATENTRÄGER</translation>
+    </message>
+    <message>
+        <source>simulated</source>
+        <translation>simuliert</translation>
     </message>
 </context>
 <context>
@@ -137,6 +168,10 @@
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>waiting for confirmation</source>
+        <translation>wartet auf Bestätigung</translation>
     </message>
 </context>
 <context>
@@ -1067,6 +1102,110 @@
         <source>Real disks cannot be aligned: no safe tool moves the start of a partition.</source>
         <translation>Echte Datenträger können nicht ausgerichtet werden: Kein sicheres Werkzeug verschiebt den Anfang einer Partition.</translation>
     </message>
+    <message>
+        <source>Move free space between partitions</source>
+        <translation>Freien Platz zwischen Partitionen verschieben</translation>
+    </message>
+    <message>
+        <source>Delete all partitions of the disk</source>
+        <translation>Alle Partitionen des Datenträgers löschen</translation>
+    </message>
+    <message>
+        <source>Write a new partition table</source>
+        <translation>Neue Partitionstabelle schreiben</translation>
+    </message>
+    <message>
+        <source>Overwrite the whole disk</source>
+        <translation>Gesamten Datenträger überschreiben</translation>
+    </message>
+    <message>
+        <source>Shrink a partition</source>
+        <translation>Partition verkleinern</translation>
+    </message>
+    <message>
+        <source>Format a partition</source>
+        <translation>Partition formatieren</translation>
+    </message>
+    <message>
+        <source>Delete a partition</source>
+        <translation>Partition löschen</translation>
+    </message>
+    <message>
+        <source>Split a partition</source>
+        <translation>Partition teilen</translation>
+    </message>
+    <message>
+        <source>Merge two partitions</source>
+        <translation>Zwei Partitionen zusammenführen</translation>
+    </message>
+    <message>
+        <source>Take space from a partition</source>
+        <translation>Einer Partition Platz entnehmen</translation>
+    </message>
+    <message>
+        <source>Overwrite a partition</source>
+        <translation>Partition überschreiben</translation>
+    </message>
+    <message>
+        <source>Convert a partition</source>
+        <translation>Partition umwandeln</translation>
+    </message>
+    <message>
+        <source>Change the cluster size</source>
+        <translation>Clustergröße ändern</translation>
+    </message>
+    <message>
+        <source>Move the data of a drive</source>
+        <translation>Daten eines Laufwerks verschieben</translation>
+    </message>
+    <message>
+        <source>Divide the disk into new partitions</source>
+        <translation>Datenträger in neue Partitionen aufteilen</translation>
+    </message>
+    <message>
+        <source>Format the whole disk (low level)</source>
+        <translation>Gesamten Datenträger formatieren (Low-Level)</translation>
+    </message>
+    <message>
+        <source>Clone onto the disk</source>
+        <translation>Auf den Datenträger klonen</translation>
+    </message>
+    <message>
+        <source>Clone onto the partition</source>
+        <translation>Auf die Partition klonen</translation>
+    </message>
+    <message>
+        <source>Convert the disk</source>
+        <translation>Datenträger umwandeln</translation>
+    </message>
+    <message>
+        <source>Create a boot medium</source>
+        <translation>Startmedium erstellen</translation>
+    </message>
+    <message>
+        <source>Change the partition table</source>
+        <translation>Partitionstabelle ändern</translation>
+    </message>
+    <message>
+        <source>Move the partitions of the disk</source>
+        <translation>Partitionen des Datenträgers verschieben</translation>
+    </message>
+    <message>
+        <source>Check and repair a file system</source>
+        <translation>Dateisystem prüfen und reparieren</translation>
+    </message>
+    <message>
+        <source>Change the disk</source>
+        <translation>Datenträger ändern</translation>
+    </message>
+    <message>
+        <source>The disk changed while the confirmation was open. Nothing has been written.</source>
+        <translation>Der Datenträger hat sich während der Bestätigung geändert. Es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>This order destroys data on a disk and needs a confirmation in the window. Start the host with a window, or with --unattended.</source>
+        <translation>Dieser Auftrag zerstört Daten auf einem Datenträger und muss im Fenster bestätigt werden. Starten Sie das Programm mit einem Fenster oder mit --unattended.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>
@@ -1110,6 +1249,10 @@
     <message>
         <source>Sandbox host</source>
         <translation>Sandbox-Host</translation>
+    </message>
+    <message>
+        <source>Sandbox host: %1 (real disks)</source>
+        <translation>Sandbox-Host: %1 (echte Datenträger)</translation>
     </message>
 </context>
 </TS>

@@ -28,6 +28,29 @@
     </message>
 </context>
 <context>
+    <name>ConfirmationDialog</name>
+    <message>
+        <source>This order changes a real disk. If it fails, this data can be lost:</source>
+        <translation>This order changes a real disk. If it fails, this data can be lost:</translation>
+    </message>
+    <message>
+        <source>This order changes a real disk. It destroys this data permanently:</source>
+        <translation>This order changes a real disk. It destroys this data permanently:</translation>
+    </message>
+    <message>
+        <source>The disk has no known partition. Data without a partition is lost.</source>
+        <translation>The disk has no known partition. Data without a partition is lost.</translation>
+    </message>
+    <message>
+        <source>Change the disk</source>
+        <translation>Change the disk</translation>
+    </message>
+    <message>
+        <source>Do not change</source>
+        <translation>Do not change</translation>
+    </message>
+</context>
+<context>
     <name>DiskCard</name>
     <message>
         <source>Empty</source>
@@ -78,6 +101,14 @@
     <message>
         <source>Scan now</source>
         <translation>Scan now</translation>
+    </message>
+    <message>
+        <source>REAL DISKS</source>
+        <translation>REAL DISKS</translation>
+    </message>
+    <message>
+        <source>simulated</source>
+        <translation>simulated</translation>
     </message>
 </context>
 <context>
@@ -137,6 +168,10 @@
     <message>
         <source>Cancel</source>
         <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>waiting for confirmation</source>
+        <translation>waiting for confirmation</translation>
     </message>
 </context>
 <context>
@@ -1067,6 +1102,110 @@
         <source>Real disks cannot be aligned: no safe tool moves the start of a partition.</source>
         <translation>Real disks cannot be aligned: no safe tool moves the start of a partition.</translation>
     </message>
+    <message>
+        <source>Move free space between partitions</source>
+        <translation>Move free space between partitions</translation>
+    </message>
+    <message>
+        <source>Delete all partitions of the disk</source>
+        <translation>Delete all partitions of the disk</translation>
+    </message>
+    <message>
+        <source>Write a new partition table</source>
+        <translation>Write a new partition table</translation>
+    </message>
+    <message>
+        <source>Overwrite the whole disk</source>
+        <translation>Overwrite the whole disk</translation>
+    </message>
+    <message>
+        <source>Shrink a partition</source>
+        <translation>Shrink a partition</translation>
+    </message>
+    <message>
+        <source>Format a partition</source>
+        <translation>Format a partition</translation>
+    </message>
+    <message>
+        <source>Delete a partition</source>
+        <translation>Delete a partition</translation>
+    </message>
+    <message>
+        <source>Split a partition</source>
+        <translation>Split a partition</translation>
+    </message>
+    <message>
+        <source>Merge two partitions</source>
+        <translation>Merge two partitions</translation>
+    </message>
+    <message>
+        <source>Take space from a partition</source>
+        <translation>Take space from a partition</translation>
+    </message>
+    <message>
+        <source>Overwrite a partition</source>
+        <translation>Overwrite a partition</translation>
+    </message>
+    <message>
+        <source>Convert a partition</source>
+        <translation>Convert a partition</translation>
+    </message>
+    <message>
+        <source>Change the cluster size</source>
+        <translation>Change the cluster size</translation>
+    </message>
+    <message>
+        <source>Move the data of a drive</source>
+        <translation>Move the data of a drive</translation>
+    </message>
+    <message>
+        <source>Divide the disk into new partitions</source>
+        <translation>Divide the disk into new partitions</translation>
+    </message>
+    <message>
+        <source>Format the whole disk (low level)</source>
+        <translation>Format the whole disk (low level)</translation>
+    </message>
+    <message>
+        <source>Clone onto the disk</source>
+        <translation>Clone onto the disk</translation>
+    </message>
+    <message>
+        <source>Clone onto the partition</source>
+        <translation>Clone onto the partition</translation>
+    </message>
+    <message>
+        <source>Convert the disk</source>
+        <translation>Convert the disk</translation>
+    </message>
+    <message>
+        <source>Create a boot medium</source>
+        <translation>Create a boot medium</translation>
+    </message>
+    <message>
+        <source>Change the partition table</source>
+        <translation>Change the partition table</translation>
+    </message>
+    <message>
+        <source>Move the partitions of the disk</source>
+        <translation>Move the partitions of the disk</translation>
+    </message>
+    <message>
+        <source>Check and repair a file system</source>
+        <translation>Check and repair a file system</translation>
+    </message>
+    <message>
+        <source>Change the disk</source>
+        <translation>Change the disk</translation>
+    </message>
+    <message>
+        <source>The disk changed while the confirmation was open. Nothing has been written.</source>
+        <translation>The disk changed while the confirmation was open. Nothing has been written.</translation>
+    </message>
+    <message>
+        <source>This order destroys data on a disk and needs a confirmation in the window. Start the host with a window, or with --unattended.</source>
+        <translation>This order destroys data on a disk and needs a confirmation in the window. Start the host with a window, or with --unattended.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>
@@ -1110,6 +1249,10 @@
     <message>
         <source>Sandbox host</source>
         <translation>Sandbox host</translation>
+    </message>
+    <message>
+        <source>Sandbox host: %1 (real disks)</source>
+        <translation>Sandbox host: %1 (real disks)</translation>
     </message>
 </context>
 </TS>

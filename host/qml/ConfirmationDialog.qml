@@ -52,6 +52,7 @@ Popup {
             activeFocusOnTab: contentHeight > height
             boundsBehavior: Flickable.StopAtBounds
             keyNavigationEnabled: true
+            highlightMoveDuration: 0
             ScrollBar.vertical: Scroller {}
             delegate: Words {
                 objectName: "confirmationLoss"

@@ -2,24 +2,29 @@ import QtQuick 2.15
 import QtQuick.Layouts 1.15
 
 RowLayout {
+    id: header
     spacing: 10
 
     Column {
         Layout.leftMargin: 4
-        Words {
-            objectName: "machineName"
-            // Names of several images are long.
-            width: Math.min(implicitWidth, 260)
-            text: host.machineName
-            elide: Text.ElideMiddle
-            font { pixelSize: 18; weight: Font.DemiBold }
+        Row {
+            spacing: 8
+            Words {
+                objectName: "machineName"
+                // The names of several disks can be long. The window's title has all of them.
+                width: host.realDisks ? Math.min(implicitWidth, Math.max(60, header.width - 880)) : implicitWidth
+                text: host.machineName
+                elide: Text.ElideMiddle
+                font { pixelSize: 18; weight: Font.DemiBold }
+            }
+            Badge {
+                objectName: "realBadge"
+                anchors.verticalCenter: parent.verticalCenter
+                tone: host.realDisks ? "bad" : "plain"
+                text: host.realDisks ? qsTr("REAL DISKS") : qsTr("simulated")
+            }
         }
         Words { objectName: "machineSummary"; text: diskModel.summary; font.pixelSize: 12; color: theme.muted }
-    }
-    Badge {
-        objectName: "realBadge"
-        tone: host.realDisks ? "bad" : "plain"
-        text: host.realDisks ? qsTr("REAL DISKS") : qsTr("simulated")
     }
     Badge {
         objectName: "serviceBadge"

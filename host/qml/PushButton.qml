@@ -11,6 +11,7 @@ AbstractButton {
     implicitHeight: small ? 24 : 32
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
+    Accessible.name: text
     Keys.onReturnPressed: if (!event.isAutoRepeat) button.clicked()
     Keys.onEnterPressed: if (!event.isAutoRepeat) button.clicked()
 

@@ -29,8 +29,12 @@ void collect(QQuickItem* parent, const QString& name, std::vector<QQuickItem*>& 
 WindowTest::WindowTest(host::ThemeMode theme) : WindowTest(testMachine(), theme) {}
 
 WindowTest::WindowTest(host::Machine machine, host::ThemeMode theme)
-    : simulation(*new host::Simulation(std::move(machine))),
-      scene(std::unique_ptr<host::Backend>(&simulation), -1, theme)
+    : WindowTest(std::make_unique<host::Simulation>(std::move(machine)), theme)
+{
+}
+
+WindowTest::WindowTest(std::unique_ptr<host::Simulation> backend, host::ThemeMode theme)
+    : simulation(*backend), scene(std::move(backend), -1, theme)
 {
 }
 

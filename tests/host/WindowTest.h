@@ -17,6 +17,7 @@ class WindowTest : public testing::Test
 protected:
     explicit WindowTest(host::ThemeMode theme = host::ThemeMode::Light);
     WindowTest(host::Machine machine, host::ThemeMode theme);
+    WindowTest(std::unique_ptr<host::Simulation> backend, host::ThemeMode theme);
 
     /// Shows the window and waits until it has the keyboard focus.
     void SetUp() override;
