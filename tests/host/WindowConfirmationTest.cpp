@@ -172,7 +172,7 @@ TEST_F(WindowConfirmation, LongTexts_StayInASmallWindow)
     for (int presses = 0; presses < 40; ++presses)
         press(Qt::Key_Down);
     const QQuickItem* list = item("confirmationLosses");
-    EXPECT_TRUE(list->property("atYEnd").toBool());
+    EXPECT_TRUE(pumpUntil([&] { return list->property("atYEnd").toBool(); }));
     take("confirmation-small.png");
 }
 
