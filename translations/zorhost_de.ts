@@ -1206,6 +1206,14 @@
         <source>This order destroys data on a disk and needs a confirmation in the window. Start the host with a window, or with --unattended.</source>
         <translation>Dieser Auftrag zerstört Daten auf einem Datenträger und muss im Fenster bestätigt werden. Starten Sie das Programm mit einem Fenster oder mit --unattended.</translation>
     </message>
+    <message>
+        <source>The disk service created the partition at another position.</source>
+        <translation>Der Datenträgerdienst hat die Partition an einer anderen Stelle angelegt.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot create a logical drive between two others.</source>
+        <translation>Der Datenträgerdienst kann kein logisches Laufwerk zwischen zwei anderen anlegen.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>

@@ -1206,6 +1206,14 @@
         <source>This order destroys data on a disk and needs a confirmation in the window. Start the host with a window, or with --unattended.</source>
         <translation>This order destroys data on a disk and needs a confirmation in the window. Start the host with a window, or with --unattended.</translation>
     </message>
+    <message>
+        <source>The disk service created the partition at another position.</source>
+        <translation>The disk service created the partition at another position.</translation>
+    </message>
+    <message>
+        <source>The disk service cannot create a logical drive between two others.</source>
+        <translation>The disk service cannot create a logical drive between two others.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>

@@ -11,6 +11,8 @@ namespace {
 
 const QString kInterface = QStringLiteral("org.freedesktop.UDisks2.");
 
+constexpr int kFirstLogical = 5; // number on an MBR disk
+
 // File names of the service end in a null byte.
 QString fileName(const QVariant& value)
 {
@@ -137,6 +139,19 @@ DriveInfo readDrive(const QString& path, const DiskServiceInterfaces& interfaces
     return drive;
 }
 
+// While the service reads a table, it can report a logical drive as a primary partition. The number is
+// reliable.
+void markLogicals(DiskSnapshot& snapshot)
+{
+    for (BlockDevice& device : snapshot.devices) {
+        if (!device.partition || device.partition->number < kFirstLogical)
+            continue;
+        const BlockDevice* disk = snapshot.device(device.partition->table);
+        if (disk != nullptr && disk->table == QLatin1String("dos"))
+            device.partition->isContained = true;
+    }
+}
+
 template <class Devices, class Condition>
 auto findIn(const Devices& devices, Condition condition) -> decltype(devices.data())
 {
@@ -199,6 +214,7 @@ DiskSnapshot snapshotOf(const DiskServiceObjects& objects)
         if (it->contains(kInterface + QLatin1String("Drive")))
             snapshot.drives.push_back(readDrive(path, *it));
     }
+    markLogicals(snapshot);
     return snapshot;
 }
 

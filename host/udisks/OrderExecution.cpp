@@ -1,5 +1,7 @@
 #include "host/udisks/OrderExecution.h"
 
+#include "host/machine/Layout.h"
+
 #include "host/udisks/DiskUse.h"
 
 #include <QtCore/QPointer>
@@ -82,6 +84,11 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
     const BlockDevice* partition = nullptr;
     if (!findTarget(snapshot, *disk, partition))
         return retry(QT_TRANSLATE_NOOP("Sandbox", "The partition has changed since the order was accepted."));
+    // Inside an extended partition, the service can choose another free region.
+    if (wrongPosition_)
+        return finish(
+            Outcome::Failed,
+            QT_TRANSLATE_NOOP("Sandbox", "The disk service created the partition at another position."));
     const StepCall call = plan_.steps[step_].call(OrderState{snapshot, *disk, partition});
     if (const Text* reason = std::get_if<Text>(&call))
         return retry(*reason);
@@ -96,6 +103,8 @@ bool OrderExecution::findTarget(const DiskSnapshot& snapshot, const BlockDevice&
         const bool isRead = created != nullptr && created->partition && !created->partition->type.isEmpty();
         if (!isRead || created->partition->table != disk.path)
             return false;
+        wrongPosition_ = created->partition->offset < requestedOffset_ ||
+                         created->partition->offset > requestedOffset_ + kMebibyte;
         plan_.target = OrderTarget{created->partition->offset, created->partition->size, QString()};
         createdPath_.clear();
     }
@@ -127,6 +136,8 @@ void OrderExecution::run(const DiskServiceCall& call)
 {
     if (cancelled_)
         return finish(Outcome::Cancelled, Text());
+    if (plan_.steps[step_].createsTarget)
+        requestedOffset_ = call.arguments.value(0).toLongLong();
     service_.call(call, [self = QPointer<OrderExecution>(this)](const QDBusMessage& reply) {
         if (self)
             self->onReply(reply);

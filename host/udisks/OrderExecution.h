@@ -49,11 +49,13 @@ private:
     Refresh refresh_;
     OrderPlan plan_;
     std::size_t step_ = 0;
-    int attempts_ = 0;     ///< of the current step
-    QString createdPath_;  ///< of a new partition whose position has not been read yet
-    QStringList devices_;  ///< object paths of the disk and its partitions
-    QString job_;          ///< of the current call; empty without a job that can be cancelled
-    bool changed_ = false; ///< a call has succeeded, so the target can differ from its first reading
+    int attempts_ = 0;           ///< of the current step
+    QString createdPath_;        ///< of a new partition whose position has not been read yet
+    qint64 requestedOffset_ = 0; ///< of a new partition, in bytes
+    bool wrongPosition_ = false; ///< the new partition is not where it was requested
+    QStringList devices_;        ///< object paths of the disk and its partitions
+    QString job_;                ///< of the current call; empty without a job that can be cancelled
+    bool changed_ = false;       ///< a call has succeeded, so the target can differ from its first reading
     bool cancelled_ = false;
     bool finished_ = false;
     double progress_ = 0;

@@ -2,6 +2,7 @@
 
 #include "host/machine/FileSystems.h"
 #include "host/machine/OrderParts.h"
+#include "host/machine/Rules.h"
 #include "host/udisks/Inventory.h"
 
 #include <algorithm>
@@ -71,8 +72,22 @@ Rejection newSize(const RealQuestion& q)
     return q.capabilities.resizeRejection(serviceFileSystem(fileSystem));
 }
 
+// The service puts such a drive into any free region of the extended partition.
+Rejection betweenLogicals(const Partition* before, const Partition* after)
+{
+    const bool isBetween = before != nullptr && after != nullptr && !before->isPrimary && !after->isPrimary;
+    return rejectIf(
+        isBetween,
+        QT_TRANSLATE_NOOP("Sandbox", "The disk service cannot create a logical drive between two others."));
+}
+
 Rejection create(const RealQuestion& q)
 {
+    const Disk& disk = targetDisk(q.machine, q.params);
+    const std::size_t index = indexOf(disk, *namedRegion(q.machine, q.params));
+    if (const Rejection rejection =
+            betweenLogicals(partitionBefore(disk, index), partitionAfter(disk, index)))
+        return rejection;
     return newFileSystem(q, "fileSystem", "label", alignedDown(bytesOf(q.params, "capacity")));
 }
 
@@ -94,6 +109,10 @@ Rejection changeLabel(const RealQuestion& q)
 Rejection cutOff(const RealQuestion& q, const char* sizeKey, const char* fileSystemKey, const char* labelKey)
 {
     if (const Rejection rejection = newSize(q))
+        return rejection;
+    const Partition& source = target(q.machine, q.params);
+    const Disk& disk = *q.machine.disk(source.diskIndex);
+    if (const Rejection rejection = betweenLogicals(&source, partitionAfter(disk, indexOf(disk, source))))
         return rejection;
     return newFileSystem(q, fileSystemKey, labelKey, alignedDown(bytesOf(q.params, sizeKey)));
 }

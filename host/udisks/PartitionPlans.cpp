@@ -1,6 +1,7 @@
 // The functions that act on a partition or on a free region, and keep the size of existing partitions.
 #include "host/machine/OrderParts.h"
 #include "host/machine/Rules.h"
+#include "host/udisks/ExtendedPartition.h"
 #include "host/udisks/PartitionTypes.h"
 #include "host/udisks/PlanParts.h"
 
@@ -35,21 +36,6 @@ Steps wipePartition(const Machine&, const QVariantMap& params)
                  onPartition("Block", "Format", {QStringLiteral("empty"), options}));
 }
 
-StepCall deleteContainerCall(const OrderState& state)
-{
-    const BlockDevice* container = nullptr;
-    bool isEmpty = true;
-    for (const BlockDevice* entry : state.snapshot.partitionsOf(state.disk.path)) {
-        isEmpty = isEmpty && !entry->partition->isContained;
-        if (entry->partition->isContainer)
-            container = entry;
-    }
-    if (container == nullptr || !isEmpty)
-        return Text(QT_TRANSLATE_NOOP("Sandbox", "The extended partition still has logical drives."));
-    return DiskServiceCall{
-        container->path, QStringLiteral("Partition"), QStringLiteral("Delete"), {QVariantMap()}};
-}
-
 bool isLastLogical(const Disk& disk, const Partition& partition)
 {
     const auto logicals =
@@ -67,7 +53,7 @@ Steps deletePartition(const Machine& machine, const QVariantMap& params)
     // An empty extended partition would keep its space from primary partitions.
     if (isLastLogical(*machine.disk(partition.diskIndex), partition)) {
         OrderStep container;
-        container.call = deleteContainerCall;
+        container.call = deleteEmptyContainer;
         steps.push_back(container);
     }
     return steps;

@@ -1,33 +1,10 @@
 #include "host/udisks/PlanParts.h"
 
-#include "host/machine/Layout.h"
+#include "host/udisks/ExtendedPartition.h"
 
 #include <algorithm>
 
 namespace host {
-
-namespace {
-
-// The table entry of a logical drive is in front of it. The entry of the first one is at the start of the
-// extended partition, where the service leaves two mebibytes.
-constexpr qint64 kFirstEntry = 2 * kMebibyte;
-
-// The first possible start of a logical drive at @p offset; 0 outside an extended partition.
-qint64 firstLogicalStart(const OrderState& state, qint64 offset)
-{
-    qint64 first = 0;
-    for (const BlockDevice* device : state.snapshot.partitionsOf(state.disk.path)) {
-        const PartitionEntry& entry = *device->partition;
-        const bool holds = entry.offset <= offset && offset < entry.offset + entry.size;
-        if (entry.isContainer && holds)
-            first = entry.offset + kFirstEntry;
-        else if (entry.isContained && entry.offset < offset)
-            first = entry.offset + entry.size + kMebibyte;
-    }
-    return first;
-}
-
-} // namespace
 
 QVariant uint64(qint64 value)
 {

@@ -133,15 +133,18 @@ TEST_F(DiskInventory, LogicalDrives_HaveSpaceForTheirTableEntries)
     partition(1, 100 * kMiB, 924 * kMiB, "0x05").partition->isContainer = true;
     partition(5, 200 * kMiB, 100 * kMiB, "0x07").partition->isContained = true;
     partition(6, 301 * kMiB, 100 * kMiB, "0x07").partition->isContained = true;
+    partition(7, 600 * kMiB, 100 * kMiB, "0x07").partition->isContained = true;
     const host::Disk result = read();
-    ASSERT_EQ(result.partitions.size(), 5u);
-    EXPECT_TRUE(result.partitions[0].unallocated);
-    EXPECT_TRUE(result.partitions[1].unallocated);
-    EXPECT_EQ(result.partitions[1].startSector, 101 * 2048);
+    ASSERT_EQ(result.partitions.size(), 7u);
+    // Before the extended partition, before its first drive, which needs no space in front of it, and before
+    // the third drive, whose cylinder starts at 596.2 MiB.
+    EXPECT_EQ(result.partitions[0].size, 99 * kMiB);
+    EXPECT_EQ(result.partitions[1].startSector, 102 * 2048);
     EXPECT_EQ(result.partitions[1].size, 98 * kMiB);
-    EXPECT_FALSE(result.partitions[2].unallocated);
     EXPECT_FALSE(result.partitions[3].unallocated);
-    EXPECT_TRUE(result.partitions[4].unallocated);
+    EXPECT_EQ(result.partitions[4].startSector, 401 * 2048);
+    EXPECT_EQ(result.partitions[4].size, 195 * kMiB);
+    EXPECT_EQ(result.partitions[6].size, 324 * kMiB - 512);
 }
 
 TEST_F(DiskInventory, Types_GiveFileSystemsAndFlags)
