@@ -1,7 +1,6 @@
 #include "host/udisks/OrderExecution.h"
 
 #include "host/machine/Layout.h"
-
 #include "host/udisks/DiskUse.h"
 
 #include <QtCore/QPointer>

@@ -66,8 +66,6 @@ const QMap<QString, Agree>& exceptions()
         {"clusterSize", anything},
         // The service generates GUIDs.
         {"partGUID", bothOrNeither},
-        // The letters of partitions that an order deletes stay reserved.
-        {"driveLetter", bothOrNeither},
         // The inventory does not distinguish FAT12 and FAT16.
         {"fsString", sameFileSystem},
         // FAT stores labels in upper case.

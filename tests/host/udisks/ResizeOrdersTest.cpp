@@ -129,7 +129,7 @@ TEST_F(ResizeOrdersTest, LogicalDrive_IsSplitAndGrows)
 TEST_F(ResizeOrdersTest, Fat_IsRejectedInAdvance)
 {
     ASSERT_EQ(create(100 * kMiB, "FAT", "Stick"), "");
-    EXPECT_EQ(rejection(kResize, {{"driveLetter", "D"}, {"size", 150 * kMiB}}),
+    EXPECT_EQ(rejection(kResize, {{"driveLetter", "D"}, {"size", 120 * kMiB}}),
               "The disk service cannot resize FAT file systems safely.");
 }
 
