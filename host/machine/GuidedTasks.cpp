@@ -74,6 +74,13 @@ QVariantMap shortRecord(const QVariantMap& record)
     return kept;
 }
 
+bool isUsb(const Disk* disk)
+{
+    return disk != nullptr && (disk->isUSB || disk->isRemoveUsb) && disk->isWritable();
+}
+
+} // namespace
+
 std::optional<Function> cloneFunction(int cloneType)
 {
     switch (static_cast<CloneType>(cloneType)) {
@@ -87,13 +94,6 @@ std::optional<Function> cloneFunction(int cloneType)
     }
     return std::nullopt;
 }
-
-bool isUsb(const Disk* disk)
-{
-    return disk != nullptr && (disk->isUSB || disk->isRemoveUsb) && disk->isWritable();
-}
-
-} // namespace
 
 int diskIndexOf(const QVariantMap& record)
 {

@@ -21,6 +21,9 @@ struct GuidedWork
 /// Values of the clone page's property cloneType, as the library sends them.
 enum class CloneType : int { SystemPartition, SystemDisk, Disk, Partition };
 
+/// Empty for an unknown type.
+std::optional<Function> cloneFunction(int cloneType);
+
 /// @name The work of each guide
 /// Empty if the guide only informs, or if its records name no target.
 /// @{

@@ -111,7 +111,7 @@ void BridgeLink::onCloneResult(QVariant result)
 
 void BridgeLink::onConvertResult(QVariant result)
 {
-    core_.guides().open(convertGuide(*core_.machine(), result.toMap()));
+    core_.guides().open(convertGuide(core_.backend(), result.toMap()));
 }
 
 void BridgeLink::onRecommendation(QVariant record)

@@ -193,11 +193,20 @@ Guide cloneGuide(const QVariantMap& result)
             [result] { return clonePage(result); }};
 }
 
-Guide convertGuide(const Machine& machine, const QVariantMap& task)
+Rejection conversionRejection(const Backend& backend, std::optional<Conversion> conversion,
+                              const QVariantMap& record)
+{
+    if (!conversion)
+        return conversionRejection(*backend.machine(), conversion, record);
+    const Function function = conversionWork(*conversion, record).function;
+    return backend.taskRejection(static_cast<int>(function), record);
+}
+
+Guide convertGuide(const Backend& backend, const QVariantMap& task)
 {
     const auto conversion = conversionOf(task.value(QStringLiteral("funIdx")).toInt());
     const QVariantMap record = task.value(QStringLiteral("info")).toMap();
-    const Rejection rejection = conversionRejection(machine, conversion, record);
+    const Rejection rejection = conversionRejection(backend, conversion, record);
     const Text target = conversion ? conversionName(*conversion) : Text();
     return {{QT_TRANSLATE_NOOP("Sandbox", "Convert: %1 to %2"), {describeRecord(record), target}},
             rejection.value_or(Text()),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/backend/Backend.h"
+#include "host/machine/Conversions.h"
 #include "host/machine/GuidedTasks.h"
 #include "host/machine/Machine.h"
 
@@ -36,7 +38,11 @@ struct Guide
 /// @p result: the map of sigCloneResult.
 Guide cloneGuide(const QVariantMap& result);
 /// @p task: the map of sigConvertResult.
-Guide convertGuide(const Machine& machine, const QVariantMap& task);
+Guide convertGuide(const Backend& backend, const QVariantMap& task);
+
+/// Whether the back end accepts a conversion now. Rejects an empty @p conversion.
+Rejection conversionRejection(const Backend& backend, std::optional<Conversion> conversion,
+                              const QVariantMap& record);
 Guide recoveryGuide(const QVariantMap& task);
 Guide mediaGuide(const QVariantMap& task);
 Guide healthGuide(const std::shared_ptr<const Machine>& machine, int diskIndex);

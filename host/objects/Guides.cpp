@@ -11,11 +11,9 @@ Guides::Guides(Backend& backend, HostStatus& status, Orders& orders, Transcript&
 
 void Guides::open(Guide guide)
 {
-    std::optional<GuidedWork>& work = guide.work;
-    if (work && backend_.taskRejection(static_cast<int>(work->function), work->params))
-        work.reset();
-    if (work)
-        removeWithoutConsent(guide.title, work);
+    removeRejected(guide);
+    if (guide.work)
+        removeWithoutConsent(guide.title, guide.work);
     guide_ = std::move(guide);
     const QString summary = guide_->summary.english();
     log_.write(QStringLiteral("guide opened: ") + guide_->title.english() +
@@ -24,6 +22,22 @@ void Guides::open(Guide guide)
     Q_EMIT changed();
     if (startsGuides_)
         start();
+}
+
+// Without the reason, the user of a real disk could not know why the guide cannot start.
+void Guides::removeRejected(Guide& guide)
+{
+    if (!guide.work)
+        return;
+    const QVariantMap params = guide.work->params;
+    const Rejection rejection = backend_.taskRejection(static_cast<int>(guide.work->function), params);
+    if (!rejection)
+        return;
+    guide.work.reset();
+    if (!backend_.isReal())
+        return;
+    orders_.recordRejection(guide.title, describeParams(params), *rejection);
+    guide.summary = *rejection;
 }
 
 void Guides::removeWithoutConsent(const Text& title, std::optional<GuidedWork>& work)

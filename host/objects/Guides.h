@@ -37,6 +37,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void removeRejected(Guide& guide);
     void removeWithoutConsent(const Text& title, std::optional<GuidedWork>& work);
     void record(const QString& action);
 

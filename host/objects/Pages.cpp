@@ -3,6 +3,7 @@
 #include "host/machine/Conversions.h"
 #include "host/machine/GuidedTasks.h"
 #include "host/machine/Records.h"
+#include "host/objects/GuidePages.h"
 
 #include <QtQml/QQmlContext>
 
@@ -109,6 +110,9 @@ QString ClonePage::invalidInfo(QVariantMap source, QVariantMap destination, int 
     Rejection rejection = core_.status().closingRejection();
     if (!rejection)
         rejection = cloneRejection(*core_.machine(), source, destination, step);
+    const std::optional<Function> function = cloneFunction(cloneType_);
+    if (!rejection && function)
+        rejection = core_.backend().functionRejection(static_cast<int>(*function));
     return core_.calls().recordCall("clone", "invalidInfo", {source, destination, step, defBoot},
                                     englishOf(rejection));
 }
@@ -121,7 +125,7 @@ bool DiskConverter::isFunValid(int conversion, QVariantMap record)
     return core_.calls().recordCall(
         "diskconverter", "isFunValid", {conversion, record},
         !core_.status().isClosing() &&
-            !conversionRejection(*core_.machine(), conversionOf(conversion), record));
+            !conversionRejection(core_.backend(), conversionOf(conversion), record));
 }
 
 QString DiskConverter::isGPT2MBRValid(QVariantMap record)
@@ -129,7 +133,7 @@ QString DiskConverter::isGPT2MBRValid(QVariantMap record)
     core_.calls().restartIdleTimer();
     return core_.calls().recordCall(
         "diskconverter", "isGPT2MBRValid", {record},
-        englishOf(conversionRejection(*core_.machine(), Conversion::ToMbr, record)));
+        englishOf(conversionRejection(core_.backend(), Conversion::ToMbr, record)));
 }
 
 QString DiskConverter::isMBR2GPTValid(QVariantMap record)
@@ -137,7 +141,7 @@ QString DiskConverter::isMBR2GPTValid(QVariantMap record)
     core_.calls().restartIdleTimer();
     return core_.calls().recordCall(
         "diskconverter", "isMBR2GPTValid", {record},
-        englishOf(conversionRejection(*core_.machine(), Conversion::ToGpt, record)));
+        englishOf(conversionRejection(core_.backend(), Conversion::ToGpt, record)));
 }
 
 void publishPages(HostCore& core, QQmlContext& context)

@@ -88,12 +88,17 @@ void MainPage::dobmfunction(QVariant task)
         core_->guides().open(mediaGuide(map));
         return;
     }
+    const GuidedWork work = bootMediaWork(map);
+    const int function = static_cast<int>(work.function);
+    if (const Rejection rejection = core_->backend().taskRejection(function, work.params)) {
+        core_->orders().recordRejection(functionName(function), describeParams(work.params), *rejection);
+        return;
+    }
     core_->log()->write(installs ? QStringLiteral("pre-OS environment installed")
                                  : QStringLiteral("pre-OS environment removed"));
-    const GuidedWork work = bootMediaWork(map);
     Machine next = *core_->machine();
-    if (!attempt(next, static_cast<int>(work.function), work.params))
-        core_->backend().change(std::move(next));
+    carryOut(next, function, work.params);
+    core_->backend().change(std::move(next));
 }
 
 void MainPage::opendiskhealth(QVariant task)

@@ -25,12 +25,6 @@ Machine emptyMachine()
     return machine;
 }
 
-// Letters belong to the host, so the service does not take part.
-bool isLetterChange(int function)
-{
-    return function == static_cast<int>(Function::ChangePartitionDriveLetter);
-}
-
 } // namespace
 
 DiskBackend::DiskBackend(const QDBusConnection& bus, std::vector<DiskSource> sources,
@@ -162,7 +156,7 @@ Rejection DiskBackend::rejectionBy(MachineRules rules, int function, const QVari
 
 std::unique_ptr<Execution> DiskBackend::execute(int function, const QVariantMap& params)
 {
-    if (isLetterChange(function))
+    if (hasOwnExecution(function))
         return changeLetter(function, params);
     auto plan = [this, function, params]() -> std::variant<OrderPlan, Text> {
         // An earlier task may have changed the machine since the order was accepted.

@@ -193,6 +193,12 @@ const std::map<Function, RealRule>& realRules()
 
 } // namespace
 
+// Letters belong to the host, so the service does not take part.
+bool hasOwnExecution(int function)
+{
+    return function == static_cast<int>(Function::ChangePartitionDriveLetter);
+}
+
 Rejection realOrderRejection(const Capabilities& capabilities, const Machine& machine, int function,
                              const QVariantMap& params)
 {
