@@ -1,6 +1,7 @@
 #include "host/udisks/DiskBackend.h"
 
 #include "host/machine/Functions.h"
+#include "host/machine/MachineWriter.h"
 #include "host/machine/OrderParts.h"
 #include "host/machine/Rules.h"
 #include "host/simulation/TimedExecution.h"
@@ -93,6 +94,11 @@ QString DiskBackend::problemOf(const DiskSnapshot& snapshot)
             return rejection->english();
         if (const Rejection rejection = contentRejection(*disk))
             return QStringLiteral("%1: %2").arg(source.file, rejection->english());
+        // The wrong file, such as a document, must not be offered as an empty disk.
+        if (source.isImage && !disk->table && holdsData(source.file))
+            return QStringLiteral("%1: the file holds data, but no partition table; an image without a table "
+                                  "must begin and end with a mebibyte of zeros")
+                .arg(source.file);
         const QString error = errorOf(service_.callNow(exclusiveOpenCall(*disk)));
         if (!error.isEmpty())
             return QStringLiteral("%1 is in use: %2").arg(source.file, error);
@@ -107,7 +113,9 @@ void DiskBackend::publish(const DiskSnapshot& snapshot)
                          [this](const BlockDevice& device) { return reader_.factsOf(device); });
     next.smartErrors = disksWithHealthErrors(snapshot, sources_);
     reportLetters();
-    change(std::move(next));
+    // Other disks cause readings as well. An agent waits for a push that shows the result of its order.
+    if (!waiting_.empty() || machine()->disks.empty() || writeMachine(next) != writeMachine(*machine()))
+        change(std::move(next));
 }
 
 void DiskBackend::reportLetters()

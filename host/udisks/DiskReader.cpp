@@ -1,6 +1,10 @@
 #include "host/udisks/DiskReader.h"
 
+#include "host/udisks/KernelPartitions.h"
+
 #include <QtCore/QPointer>
+
+#include <algorithm>
 
 namespace host {
 
@@ -81,7 +85,11 @@ void DiskReader::onSnapshot(const DiskSnapshot& snapshot, const QString& error)
         Q_EMIT failed(error);
         return;
     }
-    if (!isSettled(snapshot, sources_) && ++attempts_ < kLargestAttempts) {
+    const bool isCurrent = isSettled(snapshot, sources_) &&
+                           std::all_of(sources_.begin(), sources_.end(), [&](const DiskSource& source) {
+                               return matchesKernel(snapshot, *source.find(snapshot));
+                           });
+    if (!isCurrent && ++attempts_ < kLargestAttempts) {
         isReading_ = false;
         return quietTimer_.start();
     }

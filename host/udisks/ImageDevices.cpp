@@ -1,5 +1,7 @@
 #include "host/udisks/ImageDevices.h"
 
+#include "host/machine/Layout.h"
+
 #include <QtCore/QFileInfo>
 #include <QtCore/QThread>
 #include <QtDBus/QDBusUnixFileDescriptor>
@@ -15,6 +17,9 @@ namespace host {
 namespace {
 
 const QString kManager = QStringLiteral("/org/freedesktop/UDisks2/Manager");
+// Room for a partition table and one partition.
+constexpr qint64 kSmallestImage = 4 * kMebibyte;
+constexpr qint64 kSector = 512;
 constexpr int kDetachMs = 2000;
 constexpr int kPollMs = 20;
 
@@ -37,6 +42,13 @@ QString bootId()
     return contentOf(QStringLiteral("/proc/sys/kernel/random/boot_id"));
 }
 
+QString sizeProblem(qint64 size)
+{
+    if (size < kSmallestImage)
+        return QStringLiteral("the image is smaller than 4 MiB");
+    return size % kSector == 0 ? QString() : QStringLiteral("the image is not a multiple of 512 bytes");
+}
+
 // Locks that other programs, such as virtual machines, hold on the file.
 bool hasRecordLock(const QFile& file)
 {
@@ -47,6 +59,17 @@ bool hasRecordLock(const QFile& file)
 }
 
 } // namespace
+
+bool holdsData(const QString& image)
+{
+    QFile file(image);
+    if (!file.open(QIODevice::ReadOnly))
+        return true;
+    const QByteArray zeros(static_cast<int>(kMebibyte), '\0');
+    const QByteArray first = file.read(zeros.size());
+    const QByteArray last = file.seek(file.size() - zeros.size()) ? file.read(zeros.size()) : QByteArray();
+    return first != zeros || last != zeros;
+}
 
 ImageDevices::~ImageDevices()
 {
@@ -80,6 +103,9 @@ QString ImageDevices::lock(Image& image)
     image.isReadOnly = !image.lock->open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
     if (image.isReadOnly && !image.lock->open(QIODevice::ReadOnly | QIODevice::ExistingOnly))
         return image.lock->errorString();
+    const QString problem = sizeProblem(image.lock->size());
+    if (!problem.isEmpty())
+        return problem;
     if (flock(image.lock->handle(), LOCK_EX | LOCK_NB) != 0)
         return QStringLiteral("the image is already open in another host or program");
     return hasRecordLock(*image.lock) ? QStringLiteral("another program has locked the image") : QString();
@@ -96,7 +122,9 @@ QString ImageDevices::takeOver(Image& image, const BlockDevice& device)
 {
     Rejection problem;
     if (state_.read(problem).value(image.source.file) != bootId())
-        return QStringLiteral("another program has attached the image as %1").arg(device.device);
+        return QStringLiteral(
+                   "another program has attached the image as %1; detach it with losetup --detach %1")
+            .arg(device.device);
     image.path = device.path;
     notices_.push_back(
         Text(QT_TRANSLATE_NOOP("Sandbox", "The image %1 was still attached as %2 by a host that "

@@ -88,7 +88,6 @@ Disk readDisk(const BlockDevice& device, const DiskSnapshot& snapshot, bool isIm
     disk.readonly = device.readOnly;
     disk.isUnInitialize = !device.table.has_value();
     disk.isGPT = device.table == QLatin1String("gpt");
-    disk.isVirtualDisk = isImage;
     disk.diskInterface = isImage ? QStringLiteral("Image") : QStringLiteral("SATA");
     if (const DriveInfo* drive = snapshot.drive(device.drive)) {
         disk.serialNO = drive->serial;
@@ -190,8 +189,11 @@ bool isSettled(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sour
         if (disk == nullptr)
             return false;
         const auto entries = snapshot.partitionsOf(disk->path);
-        return std::all_of(entries.begin(), entries.end(), [](const BlockDevice* entry) {
-            return !entry->partition->type.isEmpty() && entry->size > 0;
+        // On an MBR disk without a signature, entries have no UUID.
+        const bool needsUuid = disk->table == QLatin1String("gpt");
+        return std::all_of(entries.begin(), entries.end(), [needsUuid](const BlockDevice* entry) {
+            return !entry->partition->type.isEmpty() && entry->size > 0 &&
+                   !(needsUuid && entry->partition->uuid.isEmpty());
         });
     });
 }

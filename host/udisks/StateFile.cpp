@@ -55,7 +55,9 @@ Rejection StateFile::write(const QMap<QString, QString>& changes) const
     QDir().mkpath(QFileInfo(path_).path());
     QLockFile lock(path_ + QLatin1String(".lock"));
     if (!lock.tryLock(kLockMs))
-        return failure(QStringLiteral("%1.lock").arg(path_));
+        return failure(lock.error() == QLockFile::LockFailedError
+                           ? QStringLiteral("another program has locked it")
+                           : QStringLiteral("its folder does not exist or cannot be written"));
     Rejection ignored;
     QMap<QString, QString> strings = read(ignored);
     for (auto it = changes.begin(); it != changes.end(); ++it)

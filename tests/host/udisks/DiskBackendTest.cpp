@@ -1,4 +1,5 @@
 // The life of the back end on images: opening, changes from outside, letters, loss of the service.
+#include "host/udisks/KernelPartitions.h"
 #include "tests/host/udisks/DiskBackendFixture.h"
 
 #include <QtTest/QSignalSpy>
@@ -25,9 +26,13 @@ class UnreadableImage : public DiskBackendFixture
 protected:
     QString errorOfOpening(const QString& file)
     {
-        const auto result = DiskBackend::open(service.bus(), {{file, true}});
+        QString error;
+        {
+            const auto result = DiskBackend::open(service.bus(), {{file, true}});
+            error = std::holds_alternative<QString>(result) ? std::get<QString>(result) : QString();
+        }
         EXPECT_TRUE(pumpUntil([&] { return PrivateDiskService::loopDeviceOf(file).isEmpty(); }, kTestMs));
-        return std::holds_alternative<QString>(result) ? std::get<QString>(result) : QString();
+        return error;
     }
 };
 
@@ -47,6 +52,70 @@ TEST_F(UnreadableImage, TableThatHasBeenCutOff_IsNotShownAsAnEmptyDisk)
     outputOf("truncate", {"--size=40M", cut});
     const QString error = errorOfOpening(cut);
     EXPECT_TRUE(error.endsWith(" is damaged or of an unsupported type (PMBR).")) << error.toStdString();
+}
+
+TEST_F(UnreadableImage, DataWithoutTable_IsNotShownAsAnEmptyDisk)
+{
+    const QString reason = ": the file holds data, but no partition table; an image without a table must "
+                           "begin and end with a mebibyte of zeros";
+    const QString first = service.image("first.img", 8 * kMiB);
+    outputOf("sh",
+             {"-c", QString("printf x | dd of='%1' conv=notrunc bs=1 seek=1048575 status=none").arg(first)});
+    EXPECT_EQ(errorOfOpening(first), first + reason);
+    const QString last = service.image("last.img", 8 * kMiB);
+    outputOf("sh",
+             {"-c", QString("printf x | dd of='%1' conv=notrunc bs=1 seek=7340032 status=none").arg(last)});
+    EXPECT_EQ(errorOfOpening(last), last + reason);
+    // The middle is not read.
+    const QString middle = service.image("middle.img", 8 * kMiB);
+    outputOf("sh",
+             {"-c", QString("printf x | dd of='%1' conv=notrunc bs=1 seek=1048576 status=none").arg(middle)});
+    EXPECT_EQ(errorOfOpening(middle), "");
+}
+
+TEST_F(UnreadableImage, ImpossibleSizes_AreNamed)
+{
+    const QString empty = service.image("empty.img", 0);
+    EXPECT_EQ(errorOfOpening(empty), empty + ": the image is smaller than 4 MiB");
+    const QString small = service.image("small.img", 4 * kMiB - 512);
+    EXPECT_EQ(errorOfOpening(small), small + ": the image is smaller than 4 MiB");
+    const QString odd = service.image("odd.img", 4 * kMiB + 1);
+    EXPECT_EQ(errorOfOpening(odd), odd + ": the image is not a multiple of 512 bytes");
+    const QString smallest = service.image("smallest.img", 4 * kMiB);
+    EXPECT_EQ(errorOfOpening(smallest), "");
+}
+
+TEST_F(DiskBackendTest, ReadingOlderThanTheKernelsTable_IsNotCurrent)
+{
+    ASSERT_EQ(create(100 * kMiB, "EXT4", "Data"), "");
+    host::DiskService reader(service.bus());
+    const auto read = std::get<host::DiskSnapshot>(reader.readNow());
+    const auto matches = [&](const std::function<void(host::BlockDevice&)>& edit) {
+        host::DiskSnapshot snapshot = read;
+        const QString disk = snapshot.image(image)->path;
+        const QString entry = snapshot.partitionsOf(disk).at(0)->path;
+        edit(*std::find_if(snapshot.devices.begin(), snapshot.devices.end(),
+                           [&](const host::BlockDevice& device) { return device.path == entry; }));
+        return host::matchesKernel(snapshot, *snapshot.device(disk));
+    };
+    EXPECT_TRUE(matches([](host::BlockDevice&) {}));
+    EXPECT_FALSE(matches([](host::BlockDevice& entry) { entry.partition->size -= kMiB; }));
+    EXPECT_FALSE(matches([](host::BlockDevice& entry) { entry.size -= kMiB; }));
+    EXPECT_FALSE(matches([](host::BlockDevice& entry) { entry.partition->offset += kMiB; }));
+    EXPECT_FALSE(matches([](host::BlockDevice& entry) { entry.partition.reset(); }));
+}
+
+TEST_F(DiskBackendTest, ChangeOfAnotherDisk_DoesNotPushTheMachineAgain)
+{
+    QSignalSpy changes(backend.get(), &DiskBackend::machineChanged);
+    const QString other = service.image("other.img", 8 * kMiB);
+    outputOf("sh", {"-c", QString("losetup --find --show '%1'").arg(other)});
+    const QString loop = PrivateDiskService::loopDeviceOf(other);
+    outputOf("udevadm", {"settle"});
+    // The next order is read after the change of the other disk.
+    EXPECT_EQ(create(100 * kMiB, "EXT4", "Data"), "");
+    EXPECT_EQ(changes.size(), 1);
+    outputOf("losetup", {"--detach", loop});
 }
 
 TEST_F(DiskBackendTest, ClosedBackEnd_DetachesItsImage)

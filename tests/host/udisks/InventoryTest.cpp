@@ -195,6 +195,13 @@ TEST_F(DiskInventory, EntryWithoutType_IsNotSettled)
     EXPECT_TRUE(host::isSettled(snapshot, sources));
     partition(1, kMiB, 100 * kMiB, "");
     EXPECT_FALSE(host::isSettled(snapshot, sources));
+    snapshot.devices[1].partition->type = "0fc63daf-8483-4772-8e79-3d69d8477de4";
+    EXPECT_TRUE(host::isSettled(snapshot, sources));
+    // The letter and the identity of a partition depend on it.
+    snapshot.devices[1].partition->uuid.clear();
+    EXPECT_FALSE(host::isSettled(snapshot, sources));
+    snapshot.devices[0].table = "dos";
+    EXPECT_TRUE(host::isSettled(snapshot, sources));
     snapshot.devices.clear();
     EXPECT_FALSE(host::isSettled(snapshot, sources));
 }
