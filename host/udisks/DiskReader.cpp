@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kQuietMs = 250;
 constexpr int kLargestAttempts = 40;
+constexpr int kAttemptsBeforeRescan = 4;
 
 // The partitions of the host's own disks.
 std::vector<BlockDevice> partitionsOf(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources)
@@ -91,9 +92,32 @@ void DiskReader::onSnapshot(const DiskSnapshot& snapshot, const QString& error)
                            });
     if (!isCurrent && ++attempts_ < kLargestAttempts) {
         isReading_ = false;
+        if (attempts_ % kAttemptsBeforeRescan == 0)
+            rescan(snapshot);
         return quietTimer_.start();
     }
     facts_.read(partitionsOf(snapshot, sources_), [this, snapshot] { onComplete(snapshot); });
+}
+
+// The service misses an event of the kernel if a device disappears while it is read.
+void DiskReader::rescan(const DiskSnapshot& snapshot)
+{
+    const QVariantMap options{{QStringLiteral("auth.no_user_interaction"), true}};
+    const auto request = [&](const BlockDevice& device) {
+        service_.call({device.path, QStringLiteral("Block"), QStringLiteral("Rescan"), {options}},
+                      [](const QDBusMessage&) {});
+    };
+    for (const DiskSource& source : sources_) {
+        const BlockDevice* disk = source.find(snapshot);
+        if (disk == nullptr)
+            continue;
+        for (const BlockDevice* entry : snapshot.partitionsOf(disk->path)) {
+            if (!isComplete(*disk, *entry))
+                request(*entry);
+        }
+        if (!matchesKernel(snapshot, *disk))
+            request(*disk);
+    }
 }
 
 void DiskReader::onComplete(const DiskSnapshot& snapshot)

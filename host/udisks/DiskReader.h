@@ -41,6 +41,7 @@ private:
     void onChanged(const QString& path);
     void start();
     void onSnapshot(const DiskSnapshot& snapshot, const QString& error);
+    void rescan(const DiskSnapshot& snapshot);
     void onComplete(const DiskSnapshot& snapshot);
 
     DiskService& service_;

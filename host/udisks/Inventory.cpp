@@ -132,7 +132,8 @@ std::vector<Disk> disksOf(const DiskSnapshot& snapshot, const std::vector<DiskSo
             if (entry->partition->isContainer)
                 continue;
             Partition partition = readPartition(*entry, disk, facts(*entry));
-            if (wantsLetter(partition))
+            // Without its GUID, the partition could get the letter of another one.
+            if (wantsLetter(partition) && isComplete(*device, *entry))
                 owners.push_back({letterKey(sources[i], partition), identityOf(partition, *entry)});
             disk.partitions.push_back(std::move(partition));
         }
@@ -182,6 +183,13 @@ QString serviceFileSystem(const QString& name)
     return types.value(name.toLower());
 }
 
+bool isComplete(const BlockDevice& disk, const BlockDevice& entry)
+{
+    // On an MBR disk without a signature, entries have no UUID.
+    const bool hasUuid = disk.table != QLatin1String("gpt") || !entry.partition->uuid.isEmpty();
+    return hasUuid && !entry.partition->type.isEmpty() && entry.size > 0;
+}
+
 bool isSettled(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources)
 {
     return std::all_of(sources.begin(), sources.end(), [&](const DiskSource& source) {
@@ -189,12 +197,8 @@ bool isSettled(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sour
         if (disk == nullptr)
             return false;
         const auto entries = snapshot.partitionsOf(disk->path);
-        // On an MBR disk without a signature, entries have no UUID.
-        const bool needsUuid = disk->table == QLatin1String("gpt");
-        return std::all_of(entries.begin(), entries.end(), [needsUuid](const BlockDevice* entry) {
-            return !entry->partition->type.isEmpty() && entry->size > 0 &&
-                   !(needsUuid && entry->partition->uuid.isEmpty());
-        });
+        return std::all_of(entries.begin(), entries.end(),
+                           [disk](const BlockDevice* entry) { return isComplete(*disk, *entry); });
     });
 }
 

@@ -49,6 +49,9 @@ QString inventoryFileSystem(const QString& type, const QString& version);
 /// The type for the disk service; empty for an unknown name.
 QString serviceFileSystem(const QString& name);
 
+/// False while the service has not read the type, the size or the GUID of an entry of @p disk.
+bool isComplete(const BlockDevice& disk, const BlockDevice& entry);
+
 /// False while the service reads a changed table: a disk is missing, or an entry has no type or size yet.
 bool isSettled(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources);
 
