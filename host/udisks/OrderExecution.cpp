@@ -2,6 +2,7 @@
 
 #include "host/machine/Layout.h"
 #include "host/udisks/DiskUse.h"
+#include "host/udisks/UnreadPartitions.h"
 
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
@@ -15,6 +16,10 @@ namespace {
 
 // The service removes and adds the objects of all partitions after each change of a table.
 constexpr int kAttempts = 50;
+// Giving up after the first change would leave half of the order, such as a file system smaller than its
+// partition.
+constexpr int kAttemptsAfterChange = 300;
+constexpr int kRescanAttempts = 20; // between two requests to read the partitions again
 constexpr int kRetryMs = 100;
 const QString kCancelled = QStringLiteral("org.freedesktop.UDisks2.Error.Cancelled");
 
@@ -81,8 +86,11 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
     if (const Rejection rejection = useRejection(snapshot, *disk))
         return finish(Outcome::Failed, *rejection);
     const BlockDevice* partition = nullptr;
-    if (!findTarget(snapshot, *disk, partition))
+    if (!findTarget(snapshot, *disk, partition)) {
+        if (attempts_ % kRescanAttempts == kRescanAttempts - 1)
+            rescanUnread(service_, snapshot, *disk);
         return retry(QT_TRANSLATE_NOOP("Sandbox", "The partition has changed since the order was accepted."));
+    }
     // Inside an extended partition, the service can choose another free region.
     if (wrongPosition_)
         return finish(
@@ -169,7 +177,7 @@ void OrderExecution::onReply(const QDBusMessage& reply)
 
 void OrderExecution::retry(const Text& error)
 {
-    if (++attempts_ == kAttempts)
+    if (++attempts_ == (changed_ ? kAttemptsAfterChange : kAttempts))
         return finish(Outcome::Failed, error);
     QTimer::singleShot(kRetryMs, this, [this] { next(); });
 }
