@@ -975,6 +975,10 @@
         <translation>Das Dateisystem konnte nicht repariert werden.</translation>
     </message>
     <message>
+        <source>The partitions of the disk have changed since the order was accepted.</source>
+        <translation>Die Partitionen des Datenträgers haben sich geändert, seit der Auftrag angenommen wurde.</translation>
+    </message>
+    <message>
         <source>%1 holds a file system without a partition table.</source>
         <translation>%1 enthält ein Dateisystem ohne Partitionstabelle.</translation>
     </message>

@@ -31,6 +31,19 @@ bool isSame(const OrderTarget& target, const BlockDevice& device)
     return entry.size == target.size && sameGuid;
 }
 
+bool showsPartitionsOf(const std::vector<OrderTarget>& shown, const DiskSnapshot& snapshot,
+                       const BlockDevice& disk)
+{
+    auto entries = snapshot.partitionsOf(disk.path);
+    entries.erase(std::remove_if(entries.begin(), entries.end(),
+                                 [](const BlockDevice* entry) { return entry->partition->isContainer; }),
+                  entries.end());
+    return std::equal(shown.begin(), shown.end(), entries.begin(), entries.end(),
+                      [](const OrderTarget& target, const BlockDevice* entry) {
+                          return target.offset == entry->partition->offset && isSame(target, *entry);
+                      });
+}
+
 } // namespace
 
 OrderExecution::OrderExecution(DiskService& service, Plan plan, Refresh refresh)
@@ -96,6 +109,9 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
         return finish(
             Outcome::Failed,
             QT_TRANSLATE_NOOP("Sandbox", "The disk service created the partition at another position."));
+    if (!changed_ && !plan_.target && !showsPartitionsOf(plan_.shown, snapshot, *disk))
+        return retry(QT_TRANSLATE_NOOP(
+            "Sandbox", "The partitions of the disk have changed since the order was accepted."));
     const StepCall call = plan_.steps[step_].call(OrderState{snapshot, *disk, partition});
     if (const Text* reason = std::get_if<Text>(&call))
         return retry(*reason);

@@ -17,6 +17,21 @@ Planner plannerOf(int function)
     return nullptr;
 }
 
+OrderTarget targetOf(const Partition& partition)
+{
+    return {partition.startOffset(), partition.size, partition.partGUID};
+}
+
+std::vector<OrderTarget> shownOn(const Disk& disk)
+{
+    std::vector<OrderTarget> shown;
+    for (const Partition& entry : disk.partitions) {
+        if (!entry.unallocated)
+            shown.push_back(targetOf(entry));
+    }
+    return shown;
+}
+
 } // namespace
 
 bool hasOrderPlan(int function)
@@ -32,7 +47,9 @@ OrderPlan orderPlan(const Machine& machine, const std::vector<DiskSource>& sourc
     if (!params.contains(QStringLiteral("diskIndex"))) {
         const Partition& partition = target(machine, params);
         diskIndex = partition.diskIndex;
-        plan.target = OrderTarget{partition.startOffset(), partition.size, partition.partGUID};
+        plan.target = targetOf(partition);
+    } else {
+        plan.shown = shownOn(*machine.disk(diskIndex));
     }
     plan.source = sources.at(static_cast<std::size_t>(diskIndex));
     plan.steps = plannerOf(function)(machine, params);

@@ -51,6 +51,8 @@ struct OrderPlan
 {
     DiskSource source;
     std::optional<OrderTarget> target;
+    /// Without a target: the partitions of the disk, as the host showed them when the order started.
+    std::vector<OrderTarget> shown;
     std::vector<OrderStep> steps;
 };
 

@@ -1,6 +1,8 @@
 // Orders on disks that are in use, or that differ from what the host showed: nothing is written.
 #include "tests/host/udisks/DiskBackendFixture.h"
 
+#include <QtCore/QThread>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -49,6 +51,25 @@ TEST_F(DiskSafetyTest, DeviceHeldByAnotherProgram_IsNeverChanged)
     EXPECT_EQ(checksum(), before);
     ::close(held);
     EXPECT_TRUE(error.contains("Device or resource busy")) << error.toStdString();
+}
+
+TEST_F(DiskSafetyTest, PartitionAppearingAfterTheLastReading_SavesTheDisk)
+{
+    outputOf("sh", {"-c", QString("echo 'start=2048, size=204800' | sfdisk -q --append '%1'")
+                              .arg(PrivateDiskService::loopDeviceOf(image))});
+    // The service knows the partition, and the host has not processed its signals.
+    host::DiskService reader(service.bus());
+    const auto isKnown = [&] {
+        const auto snapshot = std::get<host::DiskSnapshot>(reader.readNow());
+        return !snapshot.partitionsOf(snapshot.image(image)->path).empty();
+    };
+    for (int i = 0; i < 1000 && !isKnown(); ++i)
+        QThread::msleep(10);
+    ASSERT_TRUE(isKnown());
+    EXPECT_EQ(order(kInitializeToMbr, {{"diskIndex", 0}}),
+              "The partitions of the disk have changed since the order was accepted.");
+    EXPECT_EQ(table().size(), 1);
+    EXPECT_TRUE(pumpUntil([&] { return backend->machine()->partition("D") != nullptr; }, kTestMs));
 }
 
 TEST_F(DiskSafetyTest, PartitionReplacedFromOutside_IsNotChanged)
