@@ -56,11 +56,7 @@ std::variant<std::unique_ptr<DiskBackend>, QString> DiskBackend::open(const QDBu
 // Later readings take the same way, without the waiting.
 QString DiskBackend::readMachineNow()
 {
-    const auto read = service_.readNow();
-    const auto* first = std::get_if<DiskSnapshot>(&read);
-    QString error = first == nullptr ? std::get<QString>(read) : problemOf(*first);
-    if (!error.isEmpty())
-        return error;
+    QString error;
     readCapabilities();
     QEventLoop loop;
     connect(&reader_, &DiskReader::read, &loop, [&](const DiskSnapshot& snapshot) {

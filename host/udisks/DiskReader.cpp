@@ -1,5 +1,6 @@
 #include "host/udisks/DiskReader.h"
 
+#include "host/udisks/DiskUse.h"
 #include "host/udisks/KernelPartitions.h"
 
 #include <QtCore/QPointer>
@@ -13,6 +14,16 @@ namespace {
 constexpr int kQuietMs = 250;
 constexpr int kLargestAttempts = 40;
 constexpr int kAttemptsBeforeRescan = 4;
+// A table that is being written is soon complete; a damaged one remains damaged.
+constexpr int kUnreadableAttempts = 8;
+
+bool areReadable(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources)
+{
+    return std::none_of(sources.begin(), sources.end(), [&](const DiskSource& source) {
+        const BlockDevice* disk = source.find(snapshot);
+        return disk != nullptr && contentRejection(*disk);
+    });
+}
 
 // The partitions of the host's own disks.
 std::vector<BlockDevice> partitionsOf(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sources)
@@ -36,11 +47,12 @@ DiskReader::DiskReader(DiskService& service, const std::vector<DiskSource>& sour
     quietTimer_.setInterval(kQuietMs);
     connect(&quietTimer_, &QTimer::timeout, this, &DiskReader::start);
     connect(&service_, &DiskService::changed, this, &DiskReader::onChanged);
+    connect(&service_, &DiskService::propertyChanged, &facts_, &DeviceFactsReader::forget);
 }
 
 void DiskReader::readSoon()
 {
-    onChanged(QString());
+    restart();
 }
 
 void DiskReader::pause()
@@ -59,12 +71,34 @@ void DiskReader::resume()
     quietTimer_.start();
 }
 
+// The path of a partition starts with that of its disk.
 void DiskReader::onChanged(const QString& path)
 {
-    facts_.forget(path);
+    const bool isOurs = std::any_of(paths_.begin(), paths_.end(),
+                                    [&](const QString& known) { return path.startsWith(known); });
+    if (isOurs || paths_.isEmpty())
+        restart();
+}
+
+void DiskReader::restart()
+{
     changed_ = true;
     if (!isPaused_ && !isReading_)
         quietTimer_.start();
+}
+
+// While a disk is missing, every new object can be that disk.
+void DiskReader::remember(const DiskSnapshot& snapshot)
+{
+    paths_.clear();
+    for (const DiskSource& source : sources_) {
+        const BlockDevice* disk = source.find(snapshot);
+        if (disk == nullptr)
+            return paths_.clear();
+        paths_.append(disk->path);
+        if (snapshot.drive(disk->drive) != nullptr)
+            paths_.append(disk->drive);
+    }
 }
 
 void DiskReader::start()
@@ -86,11 +120,13 @@ void DiskReader::onSnapshot(const DiskSnapshot& snapshot, const QString& error)
         Q_EMIT failed(error);
         return;
     }
+    remember(snapshot);
     const bool isCurrent = isSettled(snapshot, sources_) &&
                            std::all_of(sources_.begin(), sources_.end(), [&](const DiskSource& source) {
                                return matchesKernel(snapshot, *source.find(snapshot));
                            });
-    if (!isCurrent && ++attempts_ < kLargestAttempts) {
+    const bool isWritten = areReadable(snapshot, sources_) || attempts_ >= kUnreadableAttempts;
+    if (!(isCurrent && isWritten) && ++attempts_ < kLargestAttempts) {
         isReading_ = false;
         if (attempts_ % kAttemptsBeforeRescan == 0)
             rescan(snapshot);

@@ -39,6 +39,8 @@ Q_SIGNALS:
 
 private:
     void onChanged(const QString& path);
+    void restart();
+    void remember(const DiskSnapshot& snapshot);
     void start();
     void onSnapshot(const DiskSnapshot& snapshot, const QString& error);
     void rescan(const DiskSnapshot& snapshot);
@@ -48,6 +50,8 @@ private:
     const std::vector<DiskSource>& sources_;
     DeviceFactsReader facts_;
     QTimer quietTimer_;
+    /// Object paths of the disks and their drives. Other objects can change all the time.
+    QStringList paths_;
     bool isPaused_ = false;
     bool isReading_ = false;
     bool changed_ = false; ///< since the current reading has begun

@@ -65,11 +65,6 @@ DiskService::DiskService(const QDBusConnection& bus, ConnectToBus connect)
     : bus_(bus), connect_(std::move(connect))
 {
     registerDiskServiceTypes();
-    watcher_.addWatchedService(kService);
-    QObject::connect(&watcher_, &QDBusServiceWatcher::serviceRegistered, this,
-                     [this] { setAvailable(true); });
-    QObject::connect(&watcher_, &QDBusServiceWatcher::serviceUnregistered, this,
-                     [this] { setAvailable(false); });
     reconnectTimer_.setInterval(kReconnectMs);
     QObject::connect(&reconnectTimer_, &QTimer::timeout, this, &DiskService::reconnect);
     subscribe();
@@ -90,11 +85,18 @@ DiskService::~DiskService()
 
 void DiskService::subscribe()
 {
-    watcher_.setConnection(bus_);
+    // A watcher reports nothing on a second connection.
+    watcher_ = std::make_unique<QDBusServiceWatcher>(kService, bus_,
+                                                     QDBusServiceWatcher::WatchForRegistration |
+                                                         QDBusServiceWatcher::WatchForUnregistration);
+    QObject::connect(watcher_.get(), &QDBusServiceWatcher::serviceRegistered, this,
+                     [this] { setAvailable(true); });
+    QObject::connect(watcher_.get(), &QDBusServiceWatcher::serviceUnregistered, this,
+                     [this] { setAvailable(false); });
     bus_.connect(kService, kRoot, kObjectManager, QStringLiteral("InterfacesAdded"), this,
                  SLOT(onInterfacesAdded(QDBusObjectPath, host::DiskServiceInterfaces)));
     bus_.connect(kService, kRoot, kObjectManager, QStringLiteral("InterfacesRemoved"), this,
-                 SLOT(onInterfacesRemoved()));
+                 SLOT(onInterfacesRemoved(QDBusObjectPath)));
     bus_.connect(kService, QString(), kProperties, QStringLiteral("PropertiesChanged"), this,
                  SLOT(onPropertiesChanged(QString, QVariantMap, QStringList, QDBusMessage)));
     // The connection itself sends this signal.
@@ -120,19 +122,28 @@ void DiskService::reconnect()
     requestStart();
 }
 
-// Starts the service where the bus can start it; the watcher then reports its name. The reply also shows that
-// it runs already.
+// Starts the service where the bus can start it; the watcher then reports its name. Without such a bus the
+// call fails even if the service runs.
 void DiskService::requestStart()
 {
-    QDBusMessage start = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus"),
-        QStringLiteral("StartServiceByName"));
-    start.setArguments({kService, 0u});
-    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(start), this);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        if (!watcher->isError() && !available_)
+    askBus("StartServiceByName", {kService, 0u}, [](const QDBusMessage&) {});
+    askBus("NameHasOwner", {kService}, [this](const QDBusMessage& reply) {
+        if (reply.arguments().value(0).toBool() && !available_)
             setAvailable(true);
+    });
+}
+
+void DiskService::askBus(const char* method, const QVariantList& arguments, CallReply reply)
+{
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
+                                       QStringLiteral("org.freedesktop.DBus"), QString::fromLatin1(method));
+    message.setArguments(arguments);
+    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(message), this);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, reply = std::move(reply)] {
+        watcher->deleteLater();
+        if (!watcher->isError())
+            reply(watcher->reply());
     });
 }
 
@@ -181,7 +192,7 @@ void DiskService::onInterfacesAdded(const QDBusObjectPath& path, const DiskServi
 {
     const auto job = interfaces.find(kJob);
     if (job == interfaces.end()) {
-        Q_EMIT changed(QString());
+        Q_EMIT changed(path.path());
         return;
     }
     QStringList objects;
@@ -191,15 +202,16 @@ void DiskService::onInterfacesAdded(const QDBusObjectPath& path, const DiskServi
     Q_EMIT jobStarted(path.path(), objects, job->value(QStringLiteral("Cancelable")).toBool());
 }
 
-void DiskService::onInterfacesRemoved()
+void DiskService::onInterfacesRemoved(const QDBusObjectPath& path)
 {
-    Q_EMIT changed(QString());
+    Q_EMIT changed(path.path());
 }
 
 void DiskService::onPropertiesChanged(const QString& interface, const QVariantMap& properties,
                                       const QStringList&, const QDBusMessage& message)
 {
     if (interface != kJob) {
+        Q_EMIT propertyChanged(message.path());
         Q_EMIT changed(message.path());
         return;
     }

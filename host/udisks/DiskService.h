@@ -9,6 +9,7 @@
 #include <QtDBus/QDBusServiceWatcher>
 
 #include <functional>
+#include <memory>
 #include <variant>
 
 namespace host {
@@ -54,9 +55,11 @@ public:
     QDBusMessage callNow(const DiskServiceCall& call);
 
 Q_SIGNALS:
-    /// An object or a property has changed. Several can follow within milliseconds. @p path: the object, if
-    /// one of its properties has changed; else empty.
+    /// An object has been added or removed, or one of its properties has changed. Several signals can follow
+    /// within milliseconds. @p path: of the object.
     void changed(QString path);
+    /// A property of the object has changed. changed() follows.
+    void propertyChanged(QString path);
     /// A process has taken or lost the name of the service, or the bus has disappeared.
     void availabilityChanged();
     /// A job (a long operation of the service) has reported its progress, 0 to 1.
@@ -66,7 +69,7 @@ Q_SIGNALS:
 
 private Q_SLOTS:
     void onInterfacesAdded(const QDBusObjectPath& path, const host::DiskServiceInterfaces& interfaces);
-    void onInterfacesRemoved();
+    void onInterfacesRemoved(const QDBusObjectPath& path);
     void onDisconnected();
     void onPropertiesChanged(const QString& interface, const QVariantMap& properties, const QStringList& gone,
                              const QDBusMessage& message);
@@ -76,13 +79,14 @@ private:
     void setAvailable(bool available);
     void subscribe();
     void requestStart();
+    void askBus(const char* method, const QVariantList& arguments, CallReply reply);
     void reconnect();
 
     QDBusConnection bus_;
     ConnectToBus connect_;
     QString ownName_; ///< of a connection that this object made; else empty
     QTimer reconnectTimer_;
-    QDBusServiceWatcher watcher_;
+    std::unique_ptr<QDBusServiceWatcher> watcher_;
     bool available_ = false;
 };
 

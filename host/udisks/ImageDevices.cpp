@@ -2,6 +2,7 @@
 
 #include "host/machine/Layout.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QThread>
 #include <QtDBus/QDBusUnixFileDescriptor>
@@ -29,11 +30,22 @@ QString contentOf(const QString& name)
     return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll()).trimmed() : QString();
 }
 
-// The kernel's answer. The service notices a detached device a moment later.
+// The kernel's answer. The service notices a new or detached device a moment later.
 QString backingFileOf(const QString& objectPath)
 {
     const QString name = objectPath.mid(objectPath.lastIndexOf(QLatin1Char('/')) + 1);
     return contentOf(QStringLiteral("/sys/class/block/%1/loop/backing_file").arg(name));
+}
+
+// The name of the loop device of a file; empty if the file is not attached.
+QString loopDeviceOf(const QString& file)
+{
+    const QStringList names =
+        QDir(QStringLiteral("/sys/block")).entryList({QStringLiteral("loop*")}, QDir::AllEntries);
+    const auto found = std::find_if(names.begin(), names.end(), [&](const QString& name) {
+        return backingFileOf(QLatin1Char('/') + name) == file;
+    });
+    return found == names.end() ? QString() : *found;
 }
 
 // Loop devices do not survive a restart of the computer.
@@ -113,9 +125,15 @@ QString ImageDevices::lock(Image& image)
 
 QString ImageDevices::attachImage(Image& image, const DiskSnapshot& snapshot)
 {
-    const BlockDevice* device = image.source.find(snapshot);
-    const bool isAttached = device != nullptr && backingFileOf(device->path) == image.source.file;
-    return isAttached ? takeOver(image, *device) : setUp(image);
+    const QString name = loopDeviceOf(image.source.file);
+    if (name.isEmpty())
+        return setUp(image);
+    const QString path = QStringLiteral("/org/freedesktop/UDisks2/block_devices/") + name;
+    const BlockDevice* known = snapshot.device(path);
+    BlockDevice device = known == nullptr ? BlockDevice() : *known;
+    device.path = path;
+    device.device = QStringLiteral("/dev/") + name;
+    return takeOver(image, device);
 }
 
 QString ImageDevices::takeOver(Image& image, const BlockDevice& device)

@@ -91,8 +91,9 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
     const BlockDevice* disk = plan_.source.find(snapshot);
     if (disk == nullptr)
         return finish(Outcome::Failed, QT_TRANSLATE_NOOP("Sandbox", "The disk is no longer attached."));
+    // The service can read a table while it is being written.
     if (const Rejection rejection = contentRejection(*disk))
-        return finish(Outcome::Failed, *rejection);
+        return retry(*rejection);
     devices_ = QStringList{disk->path};
     for (const BlockDevice* entry : snapshot.partitionsOf(disk->path))
         devices_.append(entry->path);

@@ -3,7 +3,7 @@
 #include "tests/host/udisks/PrivateDiskService.h"
 #include "tests/support/Threads.h"
 
-#include <QtCore/QDir>
+#include <QtCore/QCoreApplication>
 #include <QtTest/QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -68,14 +68,13 @@ protected:
         EXPECT_TRUE(pumpUntil([&] { return done; }, kTestMs));
     }
 
-    // Of this process and its children, as the kernel reports them.
-    bool isOpen(const QString& device)
+    // By this process or a child process. Programs such as udevd open devices at any time.
+    static bool isOpen(const QString& device)
     {
-        return !outputOf(
-                    "sh",
-                    {"-c",
-                     QString("find /proc/[0-9]*/fd -lname '%1' 2>/dev/null | head -1; true").arg(device)})
-                    .isEmpty();
+        const QString script =
+            "for process in %1 $(pgrep -P %1); do ls -l /proc/$process/fd; done 2>/dev/null |"
+            " grep -c -- '-> %2$'; true";
+        return outputOf("sh", {"-c", script.arg(QCoreApplication::applicationPid()).arg(device)}).toInt() > 0;
     }
 
     PrivateDiskService daemon;
@@ -122,6 +121,8 @@ TEST_F(FactsTest, StoppedReading_HoldsNoDeviceAndDoesNotEnd)
     bool done = false;
     reader->read(partitions, [&] { done = true; });
     EXPECT_TRUE(pumpUntil([&] { return started.size() == 4; }, kTestMs));
+    // The replies that brought the descriptors.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     reader->stop();
     for (const BlockDevice& device : partitions)
         EXPECT_FALSE(isOpen(device.device)) << device.device.toStdString();

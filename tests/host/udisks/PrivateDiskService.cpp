@@ -1,9 +1,12 @@
 #include "tests/host/udisks/PrivateDiskService.h"
+#include "tests/support/Threads.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include <gtest/gtest.h>
+
+#include <csignal>
 
 namespace {
 
@@ -22,13 +25,13 @@ PrivateDiskService::PrivateDiskService()
     while (process_.state() != QProcess::NotRunning && !process_.canReadLine() &&
            process_.waitForReadyRead(kStartMs)) {
     }
-    const QString address = QString::fromLocal8Bit(process_.readLine()).trimmed();
-    if (address.isEmpty()) {
+    address_ = QString::fromLocal8Bit(process_.readLine()).trimmed();
+    if (address_.isEmpty()) {
         process_.waitForFinished();
         error_ = "no disk service: " + QString::fromLocal8Bit(process_.readAllStandardError()).trimmed();
         return;
     }
-    if (!QDBusConnection::connectToBus(address, name_).isConnected())
+    if (!QDBusConnection::connectToBus(address_, name_).isConnected())
         error_ = "the private bus does not answer";
 }
 
@@ -42,6 +45,26 @@ void PrivateDiskService::stop()
 {
     process_.closeWriteChannel();
     process_.waitForFinished(kStartMs);
+}
+
+// with-disk-service has a file of the process's number, and one that runs it, next to the bus's socket.
+void PrivateDiskService::kill(const QString& name)
+{
+    const QString folder = QFileInfo(address_.section('=', 1)).path();
+    const QString number = outputOf("cat", {folder + '/' + name + ".pid"}).trimmed();
+    ASSERT_GT(number.toInt(), 1);
+    // udisksd ends itself when its bus disappears.
+    ::kill(number.toInt(), SIGKILL);
+    EXPECT_TRUE(pumpUntil([&] { return !QFileInfo::exists("/proc/" + number); }, kStartMs));
+}
+
+void PrivateDiskService::restart(const QString& name)
+{
+    const QString folder = QFileInfo(address_.section('=', 1)).path();
+    if (name == "bus")
+        QFile::remove(folder + "/bus");
+    outputOf("setsid", {"--fork", folder + "/run-" + name});
+    EXPECT_TRUE(pumpUntil([&] { return QFileInfo::exists(folder + "/bus"); }, kStartMs));
 }
 
 QString PrivateDiskService::image(const QString& name, qint64 size) const

@@ -14,8 +14,18 @@ public:
     /// Why the service does not run; empty if it runs.
     QString error() const { return error_; }
     QDBusConnection bus() const { return QDBusConnection(name_); }
+    /// The address of the bus, for new connections.
+    QString address() const { return address_; }
     /// Ends the processes of the service.
     void stop();
+
+    /// @name Faults of one process: "udisksd" or "bus"
+    /// @{
+    void kill(const QString& name);
+    void restart(const QString& name);
+    /// @}
+
+    QString folder() const { return folder_.path(); }
 
     /// A new sparse file in the scratch folder.
     QString image(const QString& name, qint64 size) const;
@@ -27,6 +37,7 @@ private:
     QProcess process_;
     QString name_;
     QString error_;
+    QString address_;
 };
 
 /// The standard output of a program that must end with exit code 0; otherwise fails the test.
