@@ -37,7 +37,11 @@ protected:
         outputOf("mkfs.exfat", {loop + "p4"});
         outputOf("udevadm", {"settle"});
         service = std::make_unique<host::DiskService>(daemon.bus());
-        ASSERT_TRUE(pumpUntil([this] { return isKnown(); }, kTestMs));
+        // On a loaded computer the service does not always notice the new file systems.
+        for (int i = 0; i < 20 && !pumpUntil([this] { return isKnown(); }, 3000); ++i)
+            outputOf("udevadm", {"trigger", "--action=change", "--settle", "--subsystem-match=block",
+                                 "--sysname-match=" + loop.section('/', -1) + "*"});
+        ASSERT_EQ(partitions.size(), 4u);
         reader = std::make_unique<host::DeviceFactsReader>(*service);
     }
 
