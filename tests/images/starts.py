@@ -16,6 +16,8 @@ class FailedStart(ImageTest):
         """The only line of a start that must fail."""
         log = self.folder / "failed.log"
         process = start(["--headless", *arguments], self.folder, log, user=user)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
         self.assertEqual(process.wait(LIMIT_SECONDS), 2, log.read_text())
         lines = log.read_text().splitlines()
         self.assertEqual(len(lines), 1, lines)
