@@ -37,6 +37,22 @@ class FailedStart(ImageTest):
                          f"zorhost: {self.image.path}: Permission denied")
         self.assertEqual(self.image.loop_device(), "")
 
+    def test_SecondHostOnTheSameImage_IsRejectedAndTheFirstGoesOn(self):
+        host = self.start_host()
+        loop = self.image.loop_device()
+        self.assertEqual(self.line_of("--image", str(self.image.path)),
+                         f"zorhost: {self.image.path}: the image is already open in another host or program")
+        self.assertEqual(self.image.loop_device(), loop)
+        host.carry_out("InitializeDiskToGpt", "diskIndex=0")
+
+    def test_ImageAttachedByAnotherProgram_IsRejectedAndStaysAttached(self):
+        images.run("losetup", "--find", str(self.image.path))
+        loop = self.image.loop_device()
+        images.run("udevadm", "settle")
+        self.assertEqual(self.line_of("--image", str(self.image.path)),
+                         f"zorhost: {self.image.path}: another program has attached the image as {loop}")
+        self.assertEqual(self.image.loop_device(), loop)
+
     def test_FileSystemWithoutATable_IsReportedAndStays(self):
         images.run("mkfs.ext4", "-q", "-F", str(self.image.path))
         before = self.image.digest(0, self.image.path.stat().st_size)

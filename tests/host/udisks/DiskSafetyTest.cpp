@@ -27,7 +27,8 @@ TEST_F(DiskSafetyTest, MountedFileSystem_IsNeverChanged)
     ASSERT_EQ(create(100 * kMiB, "EXT4", "Data"), "");
     const QString device = PrivateDiskService::loopDeviceOf(image) + "p1";
     QTemporaryDir place;
-    outputOf("mount", {device, place.path()});
+    // A writable mount writes to the file system itself.
+    outputOf("mount", {"-o", "ro,noload", device, place.path()});
     const QString before = checksum();
     const QString formatError =
         order(kFormat, {{"driveLetter", "D"}, {"fileSystem", "NTFS"}, {"label", ""}, {"quickFormat", true}});
