@@ -69,6 +69,16 @@ TEST_F(DiskInventory, DiskWithoutTable_IsOneFreeRegion)
     EXPECT_EQ(result.partitions[0].size, 1024 * kMiB);
 }
 
+// The service reports a partition before it has read the partition's UUID.
+TEST_F(DiskInventory, GptPartitionWithoutAUuid_TakesNoLetter)
+{
+    disk("gpt");
+    partition(1, kMiB, 100 * kMiB, kData).partition->uuid.clear();
+    EXPECT_EQ(read().partitions[0].driveLetter, "");
+    snapshot.devices[1].partition->uuid = "uuid-1";
+    EXPECT_EQ(read().partitions[0].driveLetter, "D");
+}
+
 TEST_F(DiskInventory, OtherDevices_AreNotShown)
 {
     disk("gpt");
