@@ -45,6 +45,15 @@ QString loadError()
                : hostcheck::textOf(report);
 }
 
+// A picture is drawn without a display, so nobody sees its window.
+Consent consentOf(const Options& options)
+{
+    if (options.unattended)
+        return Consent::Waived;
+    const bool hasWindow = !options.headless && options.screenshot.isEmpty();
+    return hasWindow ? Consent::Window : Consent::Missing;
+}
+
 QElapsedTimer startedTimer()
 {
     QElapsedTimer timer;
@@ -69,6 +78,7 @@ HostApp::HostApp(Options options, std::unique_ptr<Backend> backend)
     scene_.core().guideView().setClickAfter(options_.click.value_or(options_.headless ? kClickMs : -1));
     HostCore& core = scene_.core();
     core.guides().setStartsGuides(options_.startGuides);
+    core.orders().setConsent(consentOf(options_));
     connect(&signals_, &Signals::stopRequested, this, [this] { requestStop(0); });
     connect(&service_, &ServiceWatcher::ready, this, &HostApp::onReady);
     connect(&service_, &ServiceWatcher::failed, this, &HostApp::onFailed);

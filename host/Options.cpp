@@ -31,6 +31,13 @@ void readImage(const QString& value, Options* options)
         reject(options, QStringLiteral("option --image needs a file"));
 }
 
+void readDevice(const QString& value, Options* options)
+{
+    options->devices.append(value);
+    if (value.isEmpty())
+        reject(options, QStringLiteral("option --device needs a device file"));
+}
+
 void readAnswer(const QString& value, Options* options)
 {
     options->answer = readCount(value).value_or(-1);
@@ -120,6 +127,12 @@ const Row kRows[] = {
     {"image", "FILE", readImage,
      "works on a disk image through UDisks2 instead of simulating: its\n"
      "partitions and data really change; can be repeated"},
+    {"device", "FILE", readDevice,
+     "works on a whole disk such as /dev/sdb through UDisks2; each order\n"
+     "that destroys data waits for a confirmation in the window; can be\n"
+     "repeated"},
+    {"unattended", nullptr, [](const QString&, Options* options) { options->unattended = true; },
+     "orders on a --device destroy data without a confirmation"},
     {"headless", nullptr, [](const QString&, Options* options) { options->headless = true; },
      "no window, even if there is a display"},
     {"agent", "COMMAND", [](const QString& value, Options* options) { options->agent = value; },
@@ -186,6 +199,44 @@ void readRow(const QCommandLineParser& parser, const Row& row, Options* options)
         row.read(value, options);
 }
 
+// Options of the simulation are rejected, because they would have no effect on disks.
+void rejectSimulationOptions(const QCommandLineParser& parser, Options* options)
+{
+    const QString kind = options->devices.isEmpty() ? QStringLiteral("image") : QStringLiteral("device");
+    for (const char* name : {"machine", "speed", "fail"}) {
+        if (!parser.values(QLatin1String(name)).isEmpty())
+            reject(options,
+                   QStringLiteral("options --%1 and --%2 exclude each other").arg(QLatin1String(name), kind));
+    }
+}
+
+// A file that the host writes would replace the content of the image.
+void rejectOutputToDisks(Options* options)
+{
+    const QMap<QString, QString> outputs = {{QStringLiteral("save"), options->save},
+                                            {QStringLiteral("screenshot"), options->screenshot},
+                                            {QStringLiteral("transcript"), options->transcript}};
+    const QStringList disks = options->images + options->devices;
+    for (auto it = outputs.begin(); it != outputs.end(); ++it) {
+        const QString file = QFileInfo(*it).canonicalFilePath();
+        for (const QString& disk : disks) {
+            if (!file.isEmpty() && QFileInfo(disk).canonicalFilePath() == file)
+                reject(options,
+                       QStringLiteral("option --%1 names a disk of the host: %2").arg(it.key(), disk));
+        }
+    }
+}
+
+void checkRealDisks(const QCommandLineParser& parser, Options* options)
+{
+    if (options->unattended && options->devices.isEmpty())
+        reject(options, QStringLiteral("option --unattended needs --device"));
+    if (!options->hasRealDisks())
+        return;
+    rejectSimulationOptions(parser, options);
+    rejectOutputToDisks(options);
+}
+
 QString helpLine(const Row& row)
 {
     constexpr int kColumn = 22;
@@ -207,14 +258,12 @@ Options readOptions(const QStringList& arguments)
     Options options;
     if (!parser.parse(QStringList(QStringLiteral("zorhost")) + arguments))
         reject(&options, parseError(parser));
-    if (!parser.values(QStringLiteral("image")).isEmpty() &&
-        !parser.values(QStringLiteral("machine")).isEmpty())
-        reject(&options, QStringLiteral("options --machine and --image exclude each other"));
     if (!parser.positionalArguments().isEmpty())
         reject(&options, QStringLiteral("unexpected argument %1 (--help lists the options)")
                              .arg(parser.positionalArguments().first()));
     for (const Row& row : kRows)
         readRow(parser, row, &options);
+    checkRealDisks(parser, &options);
     if (options.exitWithAgent && options.agent.isEmpty())
         reject(&options, QStringLiteral("option --exit-with-agent needs --agent"));
     return options;
@@ -224,14 +273,16 @@ QString helpText()
 {
     QString text =
         QStringLiteral("usage: zorhost [options]\n\n"
-                       "Runs the agent service on a simulated machine. No real disk is changed.\n\n");
+                       "Runs the agent service on a simulated machine, or on the disk images and disks that\n"
+                       "--image and --device name. Without these options no real disk is changed.\n\n");
     for (const Row& row : kRows)
         text += helpLine(row);
     return text +
            QStringLiteral(
                "\n"
                "Exit codes: 0 ended by SIGINT, SIGTERM or the window; 1 the service could not listen;\n"
-               "2 invalid option or machine, missing library, or a file that cannot be written;\n"
+               "2 invalid option or machine, a disk that is missing or in use, missing library, or a\n"
+               "file that cannot be written;\n"
                "with --exit-with-agent the agent's exit code.");
 }
 

@@ -16,6 +16,8 @@ struct Options
 {
     QString machine = QStringLiteral("laptop"); ///< a file, the name of a shipped machine, or "system"
     QStringList images;                         ///< disk images to work on instead of a machine
+    QStringList devices;                        ///< device files of disks to work on, likewise
+    bool unattended = false;                    ///< orders on devices need no confirmation
     bool headless = false;
     QString agent; ///< command to start once the service answers; empty: no agent
     bool exitWithAgent = false;
@@ -36,6 +38,8 @@ struct Options
     bool verbose = false;                 ///< shows debug messages
     bool help = false;
     QString error; ///< error in the command line, one line; empty if valid
+
+    bool hasRealDisks() const { return !images.isEmpty() || !devices.isEmpty(); }
 };
 
 /// @p arguments: without the program's name.

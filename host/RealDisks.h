@@ -9,8 +9,9 @@
 
 namespace host {
 
-/// A back end for disk images, or an error sentence. @p images: files that exist. The images stay attached
-/// until the back end is destroyed.
-std::variant<std::unique_ptr<Backend>, QString> openRealDisks(const QStringList& images);
+/// A back end for disk images and disks, or an error sentence. @p images: regular files; they stay attached
+/// until the back end is destroyed. @p devices: device files of whole disks.
+std::variant<std::unique_ptr<Backend>, QString> openRealDisks(const QStringList& images,
+                                                              const QStringList& devices);
 
 } // namespace host

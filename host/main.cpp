@@ -60,8 +60,8 @@ std::variant<host::Machine, host::MachineError> readMachine(const QString& name)
 
 std::variant<std::unique_ptr<host::Backend>, QString> openBackend(const host::Options& options)
 {
-    if (!options.images.isEmpty())
-        return host::openRealDisks(options.images);
+    if (options.hasRealDisks())
+        return host::openRealDisks(options.images, options.devices);
     auto machine = readMachine(options.machine);
     if (const auto* error = std::get_if<host::MachineError>(&machine))
         return QStringLiteral("machine %1: %2").arg(options.machine, error->text);

@@ -1218,6 +1218,10 @@
         <source>The disk service cannot create a logical drive between two others.</source>
         <translation>Der Datenträgerdienst kann kein logisches Laufwerk zwischen zwei anderen anlegen.</translation>
     </message>
+    <message>
+        <source>Another disk has taken the place of this disk.</source>
+        <translation>Ein anderer Datenträger hat den Platz dieses Datenträgers eingenommen.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>

@@ -1218,6 +1218,10 @@
         <source>The disk service cannot create a logical drive between two others.</source>
         <translation>The disk service cannot create a logical drive between two others.</translation>
     </message>
+    <message>
+        <source>Another disk has taken the place of this disk.</source>
+        <translation>Another disk has taken the place of this disk.</translation>
+    </message>
 </context>
 <context>
     <name>TimelinePane</name>

@@ -130,6 +130,8 @@ DriveInfo readDrive(const QString& path, const DiskServiceInterfaces& interfaces
     drive.vendor = text(properties, "Vendor");
     drive.model = text(properties, "Model");
     drive.serial = text(properties, "Serial");
+    drive.wwn = text(properties, "WWN");
+    drive.id = text(properties, "Id");
     drive.bus = text(properties, "ConnectionBus");
     drive.isRemovable = flag(properties, "Removable");
     drive.isEjectable = flag(properties, "Ejectable");

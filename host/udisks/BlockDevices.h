@@ -63,6 +63,8 @@ struct DriveInfo
     QString vendor;
     QString model;
     QString serial;
+    QString wwn; ///< empty if the disk has none
+    QString id;  ///< of the service, from model and serial number
     QString bus; ///< "usb", "sdio" or empty
     bool isRemovable = false;
     bool isEjectable = false;

@@ -6,6 +6,7 @@
 #include "host/machine/Rules.h"
 #include "host/simulation/TimedExecution.h"
 #include "host/udisks/DeletedPartitions.h"
+#include "host/udisks/DeviceIdentity.h"
 #include "host/udisks/DiskUse.h"
 #include "host/udisks/OrderExecution.h"
 #include "host/udisks/OrderRules.h"
@@ -21,7 +22,6 @@ namespace {
 Machine emptyMachine()
 {
     Machine machine;
-    machine.name = QStringLiteral("disks");
     machine.bootMediaEnabled = false;
     return machine;
 }
@@ -56,7 +56,14 @@ std::variant<std::unique_ptr<DiskBackend>, QString> DiskBackend::open(const QDBu
 // Later readings take the same way, without the waiting.
 QString DiskBackend::readMachineNow()
 {
-    QString error;
+    const auto read = service_.readNow();
+    const auto* first = std::get_if<DiskSnapshot>(&read);
+    QString error = first == nullptr ? std::get<QString>(read) : identifyDevices(*first, sources_);
+    if (!error.isEmpty())
+        return error;
+    Machine named = emptyMachine();
+    named.name = namesOf(sources_);
+    change(std::move(named));
     readCapabilities();
     QEventLoop loop;
     connect(&reader_, &DiskReader::read, &loop, [&](const DiskSnapshot& snapshot) {
@@ -156,6 +163,19 @@ Rejection DiskBackend::rejectionBy(MachineRules rules, int function, const QVari
     if (const Rejection rejection = rules(*now, function, params))
         return rejection;
     return realOrderRejection(capabilities_, *now, function, params);
+}
+
+std::optional<Confirmation> DiskBackend::confirmation(int function, const QVariantMap& params) const
+{
+    const auto now = machine();
+    const std::optional<DataLoss> loss = dataLoss(*now, function, params);
+    const Disk* disk = loss ? now->disk(loss->diskIndex) : nullptr;
+    if (disk == nullptr)
+        return std::nullopt;
+    const DiskSource& source = sources_.at(static_cast<std::size_t>(disk->diskIndex));
+    if (!source.identity)
+        return std::nullopt;
+    return Confirmation{*loss, source.file, source.identity->model, disk->size};
 }
 
 std::unique_ptr<Execution> DiskBackend::execute(int function, const QVariantMap& params)

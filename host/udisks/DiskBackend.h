@@ -32,6 +32,9 @@ public:
     Rejection functionRejection(int function) const override;
     Rejection orderRejection(int function, const QVariantMap& params) const override;
     Rejection taskRejection(int function, const QVariantMap& params) const override;
+    /// Only for a device: the images are files that the user named for this purpose.
+    std::optional<Confirmation> confirmation(int function, const QVariantMap& params) const override;
+    bool isReal() const override { return true; }
     std::unique_ptr<Execution> execute(int function, const QVariantMap& params) override;
 
     Rejection unavailability() const override;

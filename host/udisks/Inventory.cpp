@@ -2,6 +2,7 @@
 
 #include "host/machine/Layout.h"
 #include "host/machine/Records.h"
+#include "host/udisks/DeviceIdentity.h"
 #include "host/udisks/FreeRegions.h"
 #include "host/udisks/PartitionTypes.h"
 
@@ -104,7 +105,15 @@ Disk readDisk(const BlockDevice& device, const DiskSnapshot& snapshot, bool isIm
 
 const BlockDevice* DiskSource::find(const DiskSnapshot& snapshot) const
 {
-    return isImage ? snapshot.image(file) : snapshot.deviceFile(file);
+    if (isImage)
+        return snapshot.image(file);
+    return isReplaced(snapshot) ? nullptr : snapshot.deviceFile(file);
+}
+
+bool DiskSource::isReplaced(const DiskSnapshot& snapshot) const
+{
+    const BlockDevice* device = identity ? snapshot.deviceFile(file) : nullptr;
+    return device != nullptr && !isSameDisk(identityOf(snapshot, *device), *identity);
 }
 
 QString letterKey(const DiskSource& source, const Partition& partition)
@@ -195,7 +204,7 @@ bool isSettled(const DiskSnapshot& snapshot, const std::vector<DiskSource>& sour
     return std::all_of(sources.begin(), sources.end(), [&](const DiskSource& source) {
         const BlockDevice* disk = source.find(snapshot);
         if (disk == nullptr)
-            return false;
+            return source.isReplaced(snapshot);
         const auto entries = snapshot.partitionsOf(disk->path);
         return std::all_of(entries.begin(), entries.end(),
                            [disk](const BlockDevice* entry) { return isComplete(*disk, *entry); });

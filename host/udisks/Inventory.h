@@ -13,14 +13,27 @@
 
 namespace host {
 
+/// A disk as it was at the start.
+struct DiskIdentity
+{
+    QString id;          ///< empty if the disk has no serial number
+    QString model;       ///< maker and model for the user; can be empty
+    QString backingFile; ///< of a loop device
+    qint64 size = 0;
+};
+
 /// A disk that the user named: an image or a device file.
 struct DiskSource
 {
     QString file; ///< canonical path
     bool isImage = false;
+    /// Of a device, because another disk can get its device file later.
+    std::optional<DiskIdentity> identity = std::nullopt;
 
-    /// The device of the disk; null if it is missing.
+    /// The device of the disk; null if it is missing or has been replaced.
     const BlockDevice* find(const DiskSnapshot& snapshot) const;
+    /// Whether another disk has the device file of this one.
+    bool isReplaced(const DiskSnapshot& snapshot) const;
 };
 
 /// Facts about a device that the disk service does not report.

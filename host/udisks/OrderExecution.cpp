@@ -90,7 +90,10 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
         return finish(Outcome::Failed, Text::returned(error));
     const BlockDevice* disk = plan_.source.find(snapshot);
     if (disk == nullptr)
-        return finish(Outcome::Failed, QT_TRANSLATE_NOOP("Sandbox", "The disk is no longer attached."));
+        return finish(Outcome::Failed,
+                      plan_.source.isReplaced(snapshot)
+                          ? QT_TRANSLATE_NOOP("Sandbox", "Another disk has taken the place of this disk.")
+                          : QT_TRANSLATE_NOOP("Sandbox", "The disk is no longer attached."));
     // The service can read a table while it is being written.
     if (const Rejection rejection = contentRejection(*disk))
         return retry(*rejection);

@@ -2,9 +2,9 @@
 
 namespace host {
 
-std::variant<std::unique_ptr<Backend>, QString> openRealDisks(const QStringList&)
+std::variant<std::unique_ptr<Backend>, QString> openRealDisks(const QStringList&, const QStringList&)
 {
-    return QStringLiteral("disk images need UDisks2, which exists on Linux only");
+    return QStringLiteral("disks and disk images need UDisks2, which exists on Linux only");
 }
 
 } // namespace host

@@ -28,10 +28,53 @@ TEST(Options, Images_AreReadInOrder)
     EXPECT_EQ(options.images, QStringList({"a.img", "b.img"}));
 }
 
-TEST(Options, ImageAndMachine_ExcludeEachOther)
+TEST(Options, Devices_AreReadInOrderAndAllowImages)
+{
+    const host::Options options =
+        readOptions({"--device", "/dev/x", "--image", "a.img", "--device", "/dev/y", "--unattended"});
+    EXPECT_EQ(options.error, "");
+    EXPECT_EQ(options.devices, QStringList({"/dev/x", "/dev/y"}));
+    EXPECT_EQ(options.images, QStringList("a.img"));
+    EXPECT_TRUE(options.unattended);
+    EXPECT_TRUE(options.hasRealDisks());
+    EXPECT_FALSE(readOptions({}).hasRealDisks());
+    EXPECT_FALSE(readOptions({"--device", "/dev/x"}).unattended);
+    EXPECT_EQ(readOptions({"--device", ""}).error, "option --device needs a device file");
+}
+
+TEST(Options, UnattendedWithoutADevice_IsAnError)
+{
+    EXPECT_EQ(readOptions({"--unattended"}).error, "option --unattended needs --device");
+    EXPECT_EQ(readOptions({"--unattended", "--image", "a.img"}).error, "option --unattended needs --device");
+}
+
+TEST(Options, SimulationAndRealDisks_ExcludeEachOther)
 {
     EXPECT_EQ(readOptions({"--image", "a.img", "--machine", "laptop"}).error,
               "options --machine and --image exclude each other");
+    EXPECT_EQ(readOptions({"--device", "/dev/x", "--machine", "laptop"}).error,
+              "options --machine and --device exclude each other");
+    EXPECT_EQ(readOptions({"--device", "/dev/x", "--speed", "2"}).error,
+              "options --speed and --device exclude each other");
+    EXPECT_EQ(readOptions({"--image", "a.img", "--fail", "FormatPartition after 40%"}).error,
+              "options --fail and --image exclude each other");
+}
+
+TEST(Options, OutputOntoADisk_IsAnError)
+{
+    const QTemporaryDir folder;
+    const QString image = folder.filePath("a.img");
+    const QString link = folder.filePath("link");
+    QFile file(image);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    ASSERT_TRUE(QFile::link(image, link));
+    for (const char* option : {"save", "transcript", "screenshot"}) {
+        EXPECT_EQ(readOptions({"--image", image, QString("--%1").arg(option), link}).error,
+                  QString("option --%1 names a disk of the host: %2").arg(option, image));
+        EXPECT_EQ(readOptions({"--image", image, QString("--%1").arg(option), folder.filePath("new")}).error,
+                  "");
+    }
 }
 
 TEST(Options, All_AreRead)
@@ -146,10 +189,12 @@ TEST(Options, InvalidOptions_AreNamed)
 TEST(Options, Help_NamesEveryOption)
 {
     const QString help = host::helpText();
-    for (const char* option :
-         {"--machine", "--headless", "--agent", "--exit-with-agent", "--scan", "--answer", "--win11",
-          "--theme", "--language", "--screenshot", "--click", "--check-host", "--verbose", "--help",
-          "--speed", "--fail", "--start-guides", "--transcript", "--save"})
+    for (const char* option : {"--machine",      "--headless",   "--agent", "--exit-with-agent",
+                               "--scan",         "--answer",     "--win11", "--theme",
+                               "--language",     "--screenshot", "--click", "--check-host",
+                               "--verbose",      "--help",       "--speed", "--fail",
+                               "--start-guides", "--transcript", "--save",  "--image",
+                               "--device",       "--unattended"})
         EXPECT_TRUE(help.contains(option)) << option;
 }
 

@@ -1,5 +1,6 @@
 """Starts of zorhost on a disk image that fail with one line and exit code 2. usage: starts.py BIN_DIR"""
 
+import pathlib
 import shutil
 import unittest
 
@@ -69,6 +70,35 @@ class FailedStart(ImageTest):
         self.line_of("--image", str(self.image.path), "--image", str(second.path))
         self.until_detached()
         images.until(lambda: not second.loop_device(), "the detached second image")
+
+    def test_DeviceWithAMountedPartition_IsRefusedAndStaysAsItIs(self):
+        size = self.image.path.stat().st_size
+        images.run("sh", "-c", f"printf 'label: gpt\nsize=16MiB\n' | sfdisk -q '{self.image.path}'")
+        images.run("mkfs.ext4", "-q", "-F", "-E", "offset=1048576", str(self.image.path), "16M")
+        images.run("udisksctl", "loop-setup", "--no-user-interaction", "--file", str(self.image.path))
+        device = self.image.loop_device()
+        folder = self.folder / "mounted"
+        folder.mkdir()
+        images.until(lambda: pathlib.Path(device + "p1").exists(), "the partition")
+        # Mounting leaves the file system as it is.
+        images.run("mount", "-o", "ro,noload", device + "p1", str(folder))
+        try:
+            before = self.image.digest(0, size)
+            self.assertEqual(self.line_of("--device", device),
+                             f"zorhost: {device}p1 holds a mounted file system ({folder}).")
+            self.assertEqual(self.image.digest(0, size), before)
+        finally:
+            images.run("umount", str(folder))
+        self.assertEqual(self.image.loop_device(), device)
+
+    def test_WrongKindOfDisk_IsNamed(self):
+        path = str(self.image.path)
+        self.assertEqual(self.line_of("--device", path), f"zorhost: {path}: a regular file; use --image")
+        self.assertEqual(self.line_of("--image", path, "--image", path), f"zorhost: {path}: named twice")
+        self.assertEqual(self.line_of("--device", "/dev/null"), "zorhost: /dev/null: not an existing block device")
+        images.run("udisksctl", "loop-setup", "--no-user-interaction", "--file", path)
+        device = self.image.loop_device()
+        self.assertEqual(self.line_of("--image", device), f"zorhost: {device}: a block device; use --device")
 
 
 if __name__ == "__main__":
