@@ -123,7 +123,9 @@ void DiskReader::onSnapshot(const DiskSnapshot& snapshot, const QString& error)
     remember(snapshot);
     const bool isCurrent = isSettled(snapshot, sources_) &&
                            std::all_of(sources_.begin(), sources_.end(), [&](const DiskSource& source) {
-                               return matchesKernel(snapshot, *source.find(snapshot));
+                               // A replaced disk is settled, and is not read.
+                               const BlockDevice* disk = source.find(snapshot);
+                               return disk == nullptr || matchesKernel(snapshot, *disk);
                            });
     const bool isWritten = areReadable(snapshot, sources_) || attempts_ >= kUnreadableAttempts;
     if (!(isCurrent && isWritten) && ++attempts_ < kLargestAttempts) {
