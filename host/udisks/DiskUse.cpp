@@ -1,6 +1,9 @@
 #include "host/udisks/DiskUse.h"
 
+#include <QtDBus/QDBusUnixFileDescriptor>
+
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -62,6 +65,15 @@ DiskServiceCall exclusiveOpenCall(const BlockDevice& disk)
 {
     const QVariantMap options{{QStringLiteral("flags"), O_EXCL}};
     return {disk.path, QStringLiteral("Block"), QStringLiteral("OpenDevice"), {QStringLiteral("r"), options}};
+}
+
+void closeDescriptor(const QDBusMessage& reply)
+{
+    // Copies share the descriptor, so taking it from one empties all.
+    auto descriptor = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
+    const int taken = descriptor.takeFileDescriptor();
+    if (taken >= 0)
+        ::close(taken);
 }
 
 } // namespace host

@@ -18,4 +18,8 @@ Rejection useRejection(const DiskSnapshot& snapshot, const BlockDevice& disk);
 /// for a user that the service does not report.
 DiskServiceCall exclusiveOpenCall(const BlockDevice& disk);
 
+/// Closes the descriptor of a reply. The reply itself lives until the event loop deletes it; until then, an
+/// exclusive descriptor would make the next call find the disk in use.
+void closeDescriptor(const QDBusMessage& reply);
+
 } // namespace host

@@ -146,6 +146,7 @@ void OrderExecution::checkUnused(const BlockDevice& disk, const DiskServiceCall&
 {
     service_.call(exclusiveOpenCall(disk),
                   [self = QPointer<OrderExecution>(this), call](const QDBusMessage& reply) {
+                      closeDescriptor(reply);
                       if (!self)
                           return;
                       const QString error = errorOf(reply);
