@@ -939,10 +939,6 @@
         <translation>Der Datenträgerdienst wurde beendet oder antwortet nicht.</translation>
     </message>
     <message>
-        <source>This function is not available on real disks.</source>
-        <translation>Diese Funktion ist auf echten Datenträgern nicht verfügbar.</translation>
-    </message>
-    <message>
         <source>The disk is no longer attached.</source>
         <translation>Der Datenträger ist nicht mehr angeschlossen.</translation>
     </message>
@@ -1221,6 +1217,42 @@
     <message>
         <source>Another disk has taken the place of this disk.</source>
         <translation>Ein anderer Datenträger hat den Platz dieses Datenträgers eingenommen.</translation>
+    </message>
+    <message>
+        <source>The source cannot be read after byte %1 of the partition: %2.</source>
+        <translation>Die Quelle kann nach Byte %1 der Partition nicht gelesen werden: %2.</translation>
+    </message>
+    <message>
+        <source>The destination cannot be written after byte %1 of the partition: %2.</source>
+        <translation>Das Ziel kann nach Byte %1 der Partition nicht beschrieben werden: %2.</translation>
+    </message>
+    <message>
+        <source>The copy cannot be read after byte %1 of the partition: %2.</source>
+        <translation>Die Kopie kann nach Byte %1 der Partition nicht gelesen werden: %2.</translation>
+    </message>
+    <message>
+        <source>The copy differs from the source at byte %1 of the partition.</source>
+        <translation>Die Kopie weicht bei Byte %1 der Partition von der Quelle ab.</translation>
+    </message>
+    <message>
+        <source>All blocks are copied, so the destination must be as large as the source.</source>
+        <translation>Es werden alle Blöcke kopiert, daher muss das Ziel so groß wie die Quelle sein.</translation>
+    </message>
+    <message>
+        <source>A copy of a %1 volume would have the same identifier as the original, because no tool changes it.</source>
+        <translation>Eine Kopie eines %1-Volumes hätte dieselbe Kennung wie das Original, weil kein Werkzeug sie ändert.</translation>
+    </message>
+    <message>
+        <source>Unreadable sectors: %1. The first one is sector %2 of the disk, the last one is sector %3.</source>
+        <translation>Unlesbare Sektoren: %1. Der erste ist Sektor %2 des Datenträgers, der letzte ist Sektor %3.</translation>
+    </message>
+    <message>
+        <source>The host does not know which partitions of a real disk belong to an operating system.</source>
+        <translation>Der Host weiß nicht, welche Partitionen eines echten Datenträgers zu einem Betriebssystem gehören.</translation>
+    </message>
+    <message>
+        <source>The identifier of the copy cannot be changed: %1</source>
+        <translation>Die Kennung der Kopie kann nicht geändert werden: %1</translation>
     </message>
 </context>
 <context>

@@ -939,10 +939,6 @@
         <translation>The disk service has ended or does not answer.</translation>
     </message>
     <message>
-        <source>This function is not available on real disks.</source>
-        <translation>This function is not available on real disks.</translation>
-    </message>
-    <message>
         <source>The disk is no longer attached.</source>
         <translation>The disk is no longer attached.</translation>
     </message>
@@ -1221,6 +1217,42 @@
     <message>
         <source>Another disk has taken the place of this disk.</source>
         <translation>Another disk has taken the place of this disk.</translation>
+    </message>
+    <message>
+        <source>The source cannot be read after byte %1 of the partition: %2.</source>
+        <translation>The source cannot be read after byte %1 of the partition: %2.</translation>
+    </message>
+    <message>
+        <source>The destination cannot be written after byte %1 of the partition: %2.</source>
+        <translation>The destination cannot be written after byte %1 of the partition: %2.</translation>
+    </message>
+    <message>
+        <source>The copy cannot be read after byte %1 of the partition: %2.</source>
+        <translation>The copy cannot be read after byte %1 of the partition: %2.</translation>
+    </message>
+    <message>
+        <source>The copy differs from the source at byte %1 of the partition.</source>
+        <translation>The copy differs from the source at byte %1 of the partition.</translation>
+    </message>
+    <message>
+        <source>All blocks are copied, so the destination must be as large as the source.</source>
+        <translation>All blocks are copied, so the destination must be as large as the source.</translation>
+    </message>
+    <message>
+        <source>A copy of a %1 volume would have the same identifier as the original, because no tool changes it.</source>
+        <translation>A copy of a %1 volume would have the same identifier as the original, because no tool changes it.</translation>
+    </message>
+    <message>
+        <source>Unreadable sectors: %1. The first one is sector %2 of the disk, the last one is sector %3.</source>
+        <translation>Unreadable sectors: %1. The first one is sector %2 of the disk, the last one is sector %3.</translation>
+    </message>
+    <message>
+        <source>The host does not know which partitions of a real disk belong to an operating system.</source>
+        <translation>The host does not know which partitions of a real disk belong to an operating system.</translation>
+    </message>
+    <message>
+        <source>The identifier of the copy cannot be changed: %1</source>
+        <translation>The identifier of the copy cannot be changed: %1</translation>
     </message>
 </context>
 <context>

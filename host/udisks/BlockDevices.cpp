@@ -63,6 +63,7 @@ PartitionEntry readPartition(const QVariantMap& properties)
     entry.number = properties.value(QStringLiteral("Number")).toInt();
     entry.type = text(properties, "Type");
     entry.flags = properties.value(QStringLiteral("Flags")).toULongLong();
+    entry.name = text(properties, "Name");
     entry.offset = bytes(properties, "Offset");
     entry.size = bytes(properties, "Size");
     entry.uuid = text(properties, "UUID");

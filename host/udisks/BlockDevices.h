@@ -23,6 +23,7 @@ struct PartitionEntry
     int number = 0;
     QString type; ///< a GUID, or "0x07"; empty until the service has read the entry
     quint64 flags = 0;
+    QString name; ///< of a GPT entry
     qint64 offset = 0;
     qint64 size = 0;
     QString uuid; ///< on an MBR disk derived from the number, so it changes when an entry is deleted

@@ -1,6 +1,6 @@
 #include "host/udisks/DeletedPartitions.h"
 
-#include "host/machine/Functions.h"
+#include "host/machine/GuidedTasks.h"
 #include "host/machine/OrderParts.h"
 
 #include <algorithm>
@@ -27,14 +27,18 @@ std::vector<QString> deletedPartitions(const Machine& machine, const std::vector
     const auto add = [&](const Partition& partition) {
         keys.push_back(letterKey(sources.at(static_cast<std::size_t>(partition.diskIndex)), partition));
     };
-    if (function == static_cast<int>(Function::DeletePartition)) {
-        add(target(machine, params));
-    } else if (emptiesDisk(function)) {
-        for (const Partition& entry : targetDisk(machine, params).partitions) {
+    const auto addAll = [&](const Disk& disk) {
+        for (const Partition& entry : disk.partitions) {
             if (!entry.unallocated)
                 add(entry);
         }
-    }
+    };
+    if (function == static_cast<int>(Function::DeletePartition))
+        add(target(machine, params));
+    else if (function == static_cast<int>(Function::CloneDisk))
+        addAll(*machine.disk(diskIndexOf(params.value(QStringLiteral("destination")).toMap())));
+    else if (emptiesDisk(function))
+        addAll(targetDisk(machine, params));
     return keys;
 }
 

@@ -5,11 +5,13 @@
 #include "host/machine/OrderParts.h"
 #include "host/machine/Rules.h"
 #include "host/simulation/TimedExecution.h"
+#include "host/udisks/CloneExecution.h"
 #include "host/udisks/DeletedPartitions.h"
 #include "host/udisks/DeviceIdentity.h"
 #include "host/udisks/DiskUse.h"
 #include "host/udisks/OrderExecution.h"
 #include "host/udisks/OrderRules.h"
+#include "host/udisks/ReadTestExecution.h"
 
 #include <QtCore/QEventLoop>
 
@@ -182,18 +184,51 @@ std::unique_ptr<Execution> DiskBackend::execute(int function, const QVariantMap&
 {
     if (hasOwnExecution(function))
         return changeLetter(function, params);
+    if (isClone(function))
+        return clone(function, params);
+    if (function == static_cast<int>(Function::ScanBadSectors))
+        return testReading(function, params);
     auto plan = [this, function, params]() -> std::variant<OrderPlan, Text> {
-        // An earlier task may have changed the machine since the order was accepted.
-        if (const Rejection rejection = taskRejection(function, params))
+        if (const Rejection rejection = beginOrder(function, params))
             return *rejection;
-        reader_.pause();
-        deleted_ = deletedPartitions(*machine(), sources_, function, params);
         return orderPlan(*machine(), sources_, function, params);
     };
-    const auto end = [this](Execution::Outcome outcome, std::function<void()> done) {
-        refresh(outcome, std::move(done));
+    return std::make_unique<OrderExecution>(service_, plan, endOfOrder());
+}
+
+Rejection DiskBackend::beginOrder(int function, const QVariantMap& params)
+{
+    // An earlier task may have changed the machine since the order was accepted.
+    if (const Rejection rejection = taskRejection(function, params))
+        return rejection;
+    reader_.pause();
+    deleted_ = deletedPartitions(*machine(), sources_, function, params);
+    return kAccepted;
+}
+
+OrderExecution::Refresh DiskBackend::endOfOrder()
+{
+    return
+        [this](Execution::Outcome outcome, std::function<void()> done) { refresh(outcome, std::move(done)); };
+}
+
+std::unique_ptr<Execution> DiskBackend::clone(int function, const QVariantMap& params)
+{
+    const auto begin = [=] { return beginOrder(function, params); };
+    const auto plan = [=](const DiskSnapshot& snapshot) {
+        return clonePlan(*machine(), snapshot, sources_, function, params);
     };
-    return std::make_unique<OrderExecution>(service_, plan, end);
+    return std::make_unique<CloneExecution>(service_, begin, plan, endOfOrder());
+}
+
+std::unique_ptr<Execution> DiskBackend::testReading(int function, const QVariantMap& params)
+{
+    auto plan = [=]() -> std::variant<ReadTest, Text> {
+        if (const Rejection rejection = beginOrder(function, params))
+            return *rejection;
+        return readTest(*machine(), sources_, params);
+    };
+    return std::make_unique<ReadTestExecution>(service_, plan, endOfOrder());
 }
 
 std::unique_ptr<Execution> DiskBackend::changeLetter(int function, const QVariantMap& params)

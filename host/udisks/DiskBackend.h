@@ -6,6 +6,7 @@
 #include "host/udisks/DiskService.h"
 #include "host/udisks/ImageDevices.h"
 #include "host/udisks/Inventory.h"
+#include "host/udisks/OrderExecution.h"
 
 #include <functional>
 #include <variant>
@@ -46,6 +47,10 @@ private:
 
     DiskBackend(const QDBusConnection& bus, std::vector<DiskSource> sources, const ConnectToBus& connect);
     Rejection rejectionBy(MachineRules rules, int function, const QVariantMap& params) const;
+    std::unique_ptr<Execution> clone(int function, const QVariantMap& params);
+    std::unique_ptr<Execution> testReading(int function, const QVariantMap& params);
+    Rejection beginOrder(int function, const QVariantMap& params);
+    OrderExecution::Refresh endOfOrder();
     std::unique_ptr<Execution> changeLetter(int function, const QVariantMap& params);
     QString readMachineNow();
     QString problemOf(const DiskSnapshot& snapshot);

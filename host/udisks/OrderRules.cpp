@@ -3,6 +3,7 @@
 #include "host/machine/FileSystems.h"
 #include "host/machine/OrderParts.h"
 #include "host/machine/Rules.h"
+#include "host/udisks/CloneRules.h"
 #include "host/udisks/Inventory.h"
 
 #include <algorithm>
@@ -178,15 +179,33 @@ Rejection check(const RealQuestion& q)
     return q.capabilities.checkRejection(serviceFileSystem(target(q.machine, q.params).fsString));
 }
 
+Rejection cloneDisk(const RealQuestion& q)
+{
+    return realCloneDiskRejection(q.machine, q.params);
+}
+
+Rejection clonePartition(const RealQuestion& q)
+{
+    return realClonePartitionRejection(q.capabilities, q.machine, q.params);
+}
+
 const std::map<Function, RealRule>& realRules()
 {
     static const std::map<Function, RealRule> rules = {
-        {Function::CreatePartition, create},          {Function::FormatPartition, format},
-        {Function::AutoCreatePartitions, autoCreate}, {Function::ChangePartitionLabel, changeLabel},
-        {Function::ResizePartition, newSize},         {Function::SplitPartition, split},
-        {Function::AllocateSpace, allocate},          {Function::SmartSpaceAdjustment, smartAdjust},
-        {Function::SetPartitionHidden, hide},         {Function::ConvertDiskToGpt, toGpt},
-        {Function::ConvertDiskToMbr, toMbr},          {Function::CheckFileSystem, check},
+        {Function::CreatePartition, create},
+        {Function::FormatPartition, format},
+        {Function::AutoCreatePartitions, autoCreate},
+        {Function::ChangePartitionLabel, changeLabel},
+        {Function::ResizePartition, newSize},
+        {Function::SplitPartition, split},
+        {Function::AllocateSpace, allocate},
+        {Function::SmartSpaceAdjustment, smartAdjust},
+        {Function::SetPartitionHidden, hide},
+        {Function::ConvertDiskToGpt, toGpt},
+        {Function::ConvertDiskToMbr, toMbr},
+        {Function::CheckFileSystem, check},
+        {Function::CloneDisk, cloneDisk},
+        {Function::ClonePartition, clonePartition},
     };
     return rules;
 }

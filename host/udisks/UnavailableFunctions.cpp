@@ -66,13 +66,10 @@ const Reasons& diskReasons()
         {Function::AlignDiskTo4k,
          QT_TRANSLATE_NOOP("Sandbox",
                            "Real disks cannot be aligned: no safe tool moves the start of a partition.")},
-        {Function::CloneDisk, QT_TRANSLATE_NOOP("Sandbox", "This function is not available on real disks.")},
         {Function::CloneSystem,
-         QT_TRANSLATE_NOOP("Sandbox", "This function is not available on real disks.")},
-        {Function::ClonePartition,
-         QT_TRANSLATE_NOOP("Sandbox", "This function is not available on real disks.")},
-        {Function::ScanBadSectors,
-         QT_TRANSLATE_NOOP("Sandbox", "This function is not available on real disks.")},
+         QT_TRANSLATE_NOOP("Sandbox",
+                           "The host does not know which partitions of a real disk belong to an operating "
+                           "system.")},
     };
     return reasons;
 }
