@@ -22,6 +22,14 @@ OrderTarget targetOf(const Partition& partition)
     return {partition.startOffset(), partition.size, partition.partGUID};
 }
 
+std::vector<OrderTarget> shownOn(const Disk& disk)
+{
+    std::vector<OrderTarget> shown;
+    for (const Partition& part : partsOfDisk(disk))
+        shown.push_back(targetOf(part));
+    return shown;
+}
+
 // The copy replaces the new file system, but the partition keeps the type that other systems expect for it.
 OrderStep formatAs(const QString& type)
 {
@@ -48,6 +56,7 @@ ClonePlan partitionPlan(const Machine& machine, const std::vector<DiskSource>& s
     if (copy.isNew) {
         Span span = newSpan(*machine.disk(destination.diskIndex), destination, source.size);
         span.end = span.begin + alignedUp(source.size);
+        plan.preparation.shown = shownOn(*machine.disk(destination.diskIndex));
         plan.preparation.steps.push_back(createIn(span));
         copy.to = {span.begin, source.size, QString()};
     } else {
@@ -97,6 +106,7 @@ std::variant<ClonePlan, Text> diskPlan(const Machine& machine, const DiskSnapsho
     copy.isNew = true;
     ClonePlan plan;
     plan.preparation.source = copy.destination;
+    plan.preparation.shown = shownOn(*machine.disk(destination));
     Steps& steps = plan.preparation.steps;
     steps.push_back(writeTable(source.isGPT ? QStringLiteral("gpt") : QStringLiteral("dos")));
     const BlockDevice* device = copy.source.find(snapshot);
