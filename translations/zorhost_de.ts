@@ -975,6 +975,10 @@
         <translation>Die Partitionen des Datenträgers haben sich geändert, seit der Auftrag angenommen wurde.</translation>
     </message>
     <message>
+        <source>The disk holds data without a partition table.</source>
+        <translation>Der Datenträger enthält Daten ohne Partitionstabelle.</translation>
+    </message>
+    <message>
         <source>%1 holds a file system without a partition table.</source>
         <translation>%1 enthält ein Dateisystem ohne Partitionstabelle.</translation>
     </message>

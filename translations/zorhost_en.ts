@@ -975,6 +975,10 @@
         <translation>The partitions of the disk have changed since the order was accepted.</translation>
     </message>
     <message>
+        <source>The disk holds data without a partition table.</source>
+        <translation>The disk holds data without a partition table.</translation>
+    </message>
+    <message>
         <source>%1 holds a file system without a partition table.</source>
         <translation>%1 holds a file system without a partition table.</translation>
     </message>

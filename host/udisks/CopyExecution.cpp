@@ -3,6 +3,8 @@
 #include "host/udisks/BlockCopy.h"
 #include "host/udisks/VolumeIdentity.h"
 
+#include <QtCore/QPointer>
+
 #include <utility>
 
 namespace host {
@@ -119,9 +121,14 @@ void CopyExecution::onCopied(const Rejection& error)
 
 void CopyExecution::onRenewed(const Rejection& error)
 {
-    // The service reads a device again after it has been closed.
+    // The service reads a device again after it has been closed, but can miss that on a busy computer.
+    const DiskServiceCall rescan{
+        shared_->path, QStringLiteral("Block"), QStringLiteral("Rescan"), {QVariantMap()}};
     shared_.reset();
-    end(error);
+    service_.call(rescan, [self = QPointer<CopyExecution>(this), error](const QDBusMessage&) {
+        if (self)
+            self->end(error);
+    });
 }
 
 void CopyExecution::run(BlockWorker::Work work, void (CopyExecution::*next)(const Rejection&))

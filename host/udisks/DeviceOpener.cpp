@@ -32,6 +32,7 @@ bool isNewAt(const OrderTarget& target, const PartitionEntry& entry)
 OpenedDevice openedDevice(const BlockDevice& device, const QDBusMessage& reply)
 {
     OpenedDevice opened;
+    opened.path = device.path;
     opened.descriptor = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
     opened.type = device.type;
     opened.target.size = device.size;

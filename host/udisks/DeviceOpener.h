@@ -29,6 +29,7 @@ struct OpenRequest
 
 struct OpenedDevice
 {
+    QString path; ///< object path
     QDBusUnixFileDescriptor descriptor;
     QString type; ///< of the file system, as the service names it; empty if unknown
     OrderTarget target;

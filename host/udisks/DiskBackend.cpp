@@ -14,6 +14,7 @@
 #include "host/udisks/ReadTestExecution.h"
 
 #include <QtCore/QEventLoop>
+#include <QtDBus/QDBusUnixFileDescriptor>
 
 #include <utility>
 
@@ -99,14 +100,16 @@ QString DiskBackend::problemOf(const DiskSnapshot& snapshot)
             return rejection->english();
         if (const Rejection rejection = contentRejection(*disk))
             return QStringLiteral("%1: %2").arg(source.file, rejection->english());
+        const QDBusMessage reply = service_.callNow(exclusiveOpenCall(*disk));
+        const QString error = errorOf(reply);
+        if (!error.isEmpty())
+            return QStringLiteral("%1 is in use: %2").arg(source.file, error);
+        const auto descriptor = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
         // The wrong file, such as a document, must not be offered as an empty disk.
-        if (source.isImage && !disk->table && holdsData(source.file))
+        if (source.isImage && !disk->table && holdsData(descriptor.fileDescriptor(), disk->size))
             return QStringLiteral("%1: the file holds data, but no partition table; an image without a table "
                                   "must begin and end with a mebibyte of zeros")
                 .arg(source.file);
-        const QString error = errorOf(service_.callNow(exclusiveOpenCall(*disk)));
-        if (!error.isEmpty())
-            return QStringLiteral("%1 is in use: %2").arg(source.file, error);
     }
     return QString();
 }
@@ -182,7 +185,8 @@ std::optional<Confirmation> DiskBackend::confirmation(int function, const QVaria
 
 std::unique_ptr<Execution> DiskBackend::execute(int function, const QVariantMap& params)
 {
-    if (hasOwnExecution(function))
+    // Letters belong to the host, so the service does not take part.
+    if (function == static_cast<int>(Function::ChangePartitionDriveLetter))
         return changeLetter(function, params);
     if (isClone(function))
         return clone(function, params);

@@ -2,6 +2,7 @@
 
 #include "host/udisks/DiskUse.h"
 #include "host/udisks/KernelPartitions.h"
+#include "host/udisks/UnreadPartitions.h"
 
 #include <QtCore/QPointer>
 
@@ -137,24 +138,11 @@ void DiskReader::onSnapshot(const DiskSnapshot& snapshot, const QString& error)
     facts_.read(partitionsOf(snapshot, sources_), [this, snapshot] { onComplete(snapshot); });
 }
 
-// The service misses an event of the kernel if a device disappears while it is read.
 void DiskReader::rescan(const DiskSnapshot& snapshot)
 {
-    const QVariantMap options{{QStringLiteral("auth.no_user_interaction"), true}};
-    const auto request = [&](const BlockDevice& device) {
-        service_.call({device.path, QStringLiteral("Block"), QStringLiteral("Rescan"), {options}},
-                      [](const QDBusMessage&) {});
-    };
     for (const DiskSource& source : sources_) {
-        const BlockDevice* disk = source.find(snapshot);
-        if (disk == nullptr)
-            continue;
-        for (const BlockDevice* entry : snapshot.partitionsOf(disk->path)) {
-            if (!isComplete(*disk, *entry))
-                request(*entry);
-        }
-        if (!matchesKernel(snapshot, *disk))
-            request(*disk);
+        if (const BlockDevice* disk = source.find(snapshot))
+            rescanUnread(service_, snapshot, *disk);
     }
 }
 

@@ -1,11 +1,14 @@
 #include "host/udisks/DiskUse.h"
 
+#include "host/machine/Layout.h"
+
 #include <QtDBus/QDBusUnixFileDescriptor>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace host {
 
@@ -59,6 +62,18 @@ Rejection useRejection(const DiskSnapshot& snapshot, const BlockDevice& disk)
             return rejection;
     }
     return kAccepted;
+}
+
+bool holdsData(int descriptor, qint64 size)
+{
+    std::vector<char> bytes(static_cast<std::size_t>(kMebibyte));
+    for (const qint64 position : {qint64(0), size - kMebibyte}) {
+        const ssize_t count = pread(descriptor, bytes.data(), bytes.size(), position);
+        const bool isZero = std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte == 0; });
+        if (count != kMebibyte || !isZero)
+            return true;
+    }
+    return false;
 }
 
 DiskServiceCall exclusiveOpenCall(const BlockDevice& disk)

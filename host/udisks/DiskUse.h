@@ -14,6 +14,10 @@ Rejection contentRejection(const BlockDevice& disk);
 /// before every call of an order, because the service itself formats and deletes such devices for root.
 Rejection useRejection(const DiskSnapshot& snapshot, const BlockDevice& disk);
 
+/// Whether the first or the last mebibyte of a disk is not zero or cannot be read. Boot sectors, file systems
+/// and most documents begin there. @p size: at least 2 MiB.
+bool holdsData(int descriptor, qint64 size);
+
 /// Opens the disk exclusively. The call fails while the kernel uses the disk or one of its partitions, also
 /// for a user that the service does not report.
 DiskServiceCall exclusiveOpenCall(const BlockDevice& disk);

@@ -72,17 +72,6 @@ bool hasRecordLock(const QFile& file)
 
 } // namespace
 
-bool holdsData(const QString& image)
-{
-    QFile file(image);
-    if (!file.open(QIODevice::ReadOnly))
-        return true;
-    const QByteArray zeros(static_cast<int>(kMebibyte), '\0');
-    const QByteArray first = file.read(zeros.size());
-    const QByteArray last = file.seek(file.size() - zeros.size()) ? file.read(zeros.size()) : QByteArray();
-    return first != zeros || last != zeros;
-}
-
 ImageDevices::~ImageDevices()
 {
     detach();

@@ -53,8 +53,4 @@ private:
     std::vector<Text> notices_;
 };
 
-/// Whether the first or the last mebibyte of an image is not zero or cannot be read. Boot sectors, file
-/// systems and most documents begin there.
-bool holdsData(const QString& image);
-
 } // namespace host

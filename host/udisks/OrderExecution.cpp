@@ -6,6 +6,7 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
+#include <QtDBus/QDBusUnixFileDescriptor>
 
 #include <algorithm>
 #include <utility>
@@ -95,6 +96,8 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
                           ? QT_TRANSLATE_NOOP("Sandbox", "Another disk has taken the place of this disk.")
                           : QT_TRANSLATE_NOOP("Sandbox", "The disk is no longer attached."));
     // The service can read a table while it is being written.
+    if (attempts_ % kRescanAttempts == kRescanAttempts - 1)
+        rescanUnread(service_, snapshot, *disk);
     if (const Rejection rejection = contentRejection(*disk))
         return retry(*rejection);
     devices_ = QStringList{disk->path};
@@ -103,11 +106,8 @@ void OrderExecution::onRead(const DiskSnapshot& snapshot, const QString& error)
     if (const Rejection rejection = useRejection(snapshot, *disk))
         return finish(Outcome::Failed, *rejection);
     const BlockDevice* partition = nullptr;
-    if (!findTarget(snapshot, *disk, partition)) {
-        if (attempts_ % kRescanAttempts == kRescanAttempts - 1)
-            rescanUnread(service_, snapshot, *disk);
+    if (!findTarget(snapshot, *disk, partition))
         return retry(QT_TRANSLATE_NOOP("Sandbox", "The partition has changed since the order was accepted."));
-    }
     // Inside an extended partition, the service can choose another free region.
     if (wrongPosition_)
         return finish(
@@ -144,20 +144,27 @@ bool OrderExecution::findTarget(const DiskSnapshot& snapshot, const BlockDevice&
 
 void OrderExecution::checkUnused(const BlockDevice& disk, const DiskServiceCall& call)
 {
-    service_.call(exclusiveOpenCall(disk),
-                  [self = QPointer<OrderExecution>(this), call](const QDBusMessage& reply) {
-                      closeDescriptor(reply);
-                      if (!self)
-                          return;
-                      const QString error = errorOf(reply);
-                      // The reply holds the device open exclusively, and ends before the next event.
-                      if (error.isEmpty())
-                          QTimer::singleShot(0, self, [self, call] { self->run(call); });
-                      else if (isMissingObject(reply))
-                          self->retry(error);
-                      else
-                          self->finish(Outcome::Failed, Text::returned(error));
-                  });
+    // The service can be slower than a program that has written to the disk.
+    const bool mustBeEmpty = plan_.source.isImage && !disk.table && !changed_;
+    service_.call(exclusiveOpenCall(disk), [self = QPointer<OrderExecution>(this), call, mustBeEmpty,
+                                            size = disk.size](const QDBusMessage& reply) {
+        closeDescriptor(reply);
+        if (!self)
+            return;
+        const QString error = errorOf(reply);
+        const auto descriptor = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
+        if (error.isEmpty() && mustBeEmpty && holdsData(descriptor.fileDescriptor(), size))
+            return self->finish(
+                Outcome::Failed,
+                QT_TRANSLATE_NOOP("Sandbox", "The disk holds data without a partition table."));
+        // The reply holds the device open exclusively, and ends before the next event.
+        if (error.isEmpty())
+            QTimer::singleShot(0, self, [self, call] { self->run(call); });
+        else if (isMissingObject(reply))
+            self->retry(error);
+        else
+            self->finish(Outcome::Failed, Text::returned(error));
+    });
 }
 
 void OrderExecution::run(const DiskServiceCall& call)

@@ -212,10 +212,11 @@ const std::map<Function, RealRule>& realRules()
 
 } // namespace
 
-// Letters belong to the host, so the service does not take part.
 bool hasOwnExecution(int function)
 {
-    return function == static_cast<int>(Function::ChangePartitionDriveLetter);
+    static const std::vector<Function> functions = {Function::ChangePartitionDriveLetter, Function::CloneDisk,
+                                                    Function::ClonePartition, Function::ScanBadSectors};
+    return std::find(functions.begin(), functions.end(), static_cast<Function>(function)) != functions.end();
 }
 
 Rejection realOrderRejection(const Capabilities& capabilities, const Machine& machine, int function,

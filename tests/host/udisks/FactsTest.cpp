@@ -27,10 +27,15 @@ protected:
         const QString entry = "size=40MiB, type=EBD0A0A2-B9E5-4433-87C0-68B6B72699C7\\n";
         outputOf("sh",
                  {"-c", QString("printf 'label: gpt\\n%1' | sfdisk -q '%2'").arg(entry.repeated(4), image)});
-        outputOf("losetup", {"--partscan", "--find", image});
+        outputOf("losetup", {"--find", image});
         loop = PrivateDiskService::loopDeviceOf(image);
         ASSERT_TRUE(loop.startsWith("/dev/loop"));
-        outputOf("partx", {"-u", loop});
+        // Events of the new device can remove its partitions on a kernel without partition table support.
+        for (int i = 0; i < 20 && !QFile::exists(loop + "p4"); ++i) {
+            outputOf("udevadm", {"settle"});
+            outputOf("partx", {"-u", loop});
+            outputOf("udevadm", {"settle"});
+        }
         outputOf("mkntfs", {"-q", "-F", loop + "p1"});
         outputOf("mkfs.ext4", {"-q", "-F", loop + "p2"});
         outputOf("mkfs.fat", {"-F", "32", loop + "p3"});

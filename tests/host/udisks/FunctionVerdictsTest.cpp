@@ -46,9 +46,9 @@ const FunctionRow kFunctions[] = {
     {"DiskBringOnline", Verdict::Rejected},
     {"EjectUsb", Verdict::Planned},
     {"LowLevelFormat", Verdict::Planned},
-    {"CloneDisk", Verdict::Rejected},
+    {"CloneDisk", Verdict::Own},
     {"CloneSystem", Verdict::Rejected},
-    {"ClonePartition", Verdict::Rejected},
+    {"ClonePartition", Verdict::Own},
     {"ConvertDiskToGpt", Verdict::Planned},
     {"ConvertDiskToMbr", Verdict::Planned},
     {"ConvertDiskToBasic", Verdict::Rejected},
@@ -63,7 +63,7 @@ const FunctionRow kFunctions[] = {
     {"ToggleWriteProtection", Verdict::Rejected},
     {"RebuildMbr", Verdict::Rejected},
     {"AlignDiskTo4k", Verdict::Rejected},
-    {"ScanBadSectors", Verdict::Rejected},
+    {"ScanBadSectors", Verdict::Own},
     {"CheckFileSystem", Verdict::Planned},
 };
 

@@ -54,7 +54,8 @@ TEST_F(ImageDevicesTest, ImageOfAnotherProgram_IsRefusedAndStaysAttached)
     outputOf("losetup", {"--find", image});
     const QString device = PrivateDiskService::loopDeviceOf(image);
     EXPECT_TRUE(pumpUntil([&] { return errorOfSecondHost() != ""; }, kTestMs));
-    EXPECT_EQ(errorOfSecondHost(), image + ": another program has attached the image as " + device);
+    EXPECT_EQ(errorOfSecondHost(), image + ": another program has attached the image as " + device +
+                                       "; detach it with losetup --detach " + device);
     EXPECT_EQ(PrivateDiskService::loopDeviceOf(image), device);
     detach();
 }
