@@ -148,12 +148,14 @@ void OrderExecution::checkUnused(const BlockDevice& disk, const DiskServiceCall&
     const bool mustBeEmpty = plan_.source.isImage && !disk.table && !changed_;
     service_.call(exclusiveOpenCall(disk), [self = QPointer<OrderExecution>(this), call, mustBeEmpty,
                                             size = disk.size](const QDBusMessage& reply) {
+        const QString error = errorOf(reply);
+        const auto descriptor = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
+        const bool isEmpty =
+            !error.isEmpty() || !mustBeEmpty || !holdsData(descriptor.fileDescriptor(), size);
         closeDescriptor(reply);
         if (!self)
             return;
-        const QString error = errorOf(reply);
-        const auto descriptor = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
-        if (error.isEmpty() && mustBeEmpty && holdsData(descriptor.fileDescriptor(), size))
+        if (!isEmpty)
             return self->finish(
                 Outcome::Failed,
                 QT_TRANSLATE_NOOP("Sandbox", "The disk holds data without a partition table."));
