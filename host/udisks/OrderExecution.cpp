@@ -150,18 +150,16 @@ void OrderExecution::checkUnused(const BlockDevice& disk, const DiskServiceCall&
                                             size = disk.size](const QDBusMessage& reply) {
         const QString error = errorOf(reply);
         const auto descriptor = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
-        const bool isEmpty =
-            !error.isEmpty() || !mustBeEmpty || !holdsData(descriptor.fileDescriptor(), size);
+        const bool isUnknown = error.isEmpty() && mustBeEmpty && holdsData(descriptor.fileDescriptor(), size);
+        // The reply holds the device open exclusively, so that the call would fail.
         closeDescriptor(reply);
         if (!self)
             return;
-        if (!isEmpty)
-            return self->finish(
-                Outcome::Failed,
-                QT_TRANSLATE_NOOP("Sandbox", "The disk holds data without a partition table."));
-        // The reply holds the device open exclusively, and ends before the next event.
-        if (error.isEmpty())
-            QTimer::singleShot(0, self, [self, call] { self->run(call); });
+        if (isUnknown)
+            self->finish(Outcome::Failed,
+                         QT_TRANSLATE_NOOP("Sandbox", "The disk holds data without a partition table."));
+        else if (error.isEmpty())
+            self->run(call);
         else if (isMissingObject(reply))
             self->retry(error);
         else
