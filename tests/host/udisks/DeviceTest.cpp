@@ -186,7 +186,11 @@ TEST_F(Device, ReplacedDisk_IsNeitherShownNorChanged)
     const QString before = checksum(other);
     ASSERT_EQ(PrivateDiskService::loopDeviceOf(image), loop);
     outputOf("losetup", {"--detach", loop});
-    outputOf("losetup", {loop, other});
+    // The device is free when the last program has closed it. The host must not process events until then.
+    outputOf("sh",
+             {"-c", QString("for i in $(seq 500); do losetup '%1' '%2' 2>/dev/null && exit; sleep 0.02; "
+                            "done; exit 1")
+                        .arg(loop, other)});
     const QString error = order(kFormat, format);
     EXPECT_TRUE(pumpUntil([&] { return backend->machine()->disks.empty(); }, kTestMs));
     backend.reset();
