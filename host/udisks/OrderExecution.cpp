@@ -130,8 +130,10 @@ bool OrderExecution::findTarget(const DiskSnapshot& snapshot, const BlockDevice&
         const bool isRead = created != nullptr && created->partition && !created->partition->type.isEmpty();
         if (!isRead || created->partition->table != disk.path)
             return false;
+        // A new extended partition takes the requested position, and its first logical drive follows.
+        const qint64 largestShift = created->partition->isContained ? 2 * kMebibyte : kMebibyte;
         wrongPosition_ = created->partition->offset < requestedOffset_ ||
-                         created->partition->offset > requestedOffset_ + kMebibyte;
+                         created->partition->offset > requestedOffset_ + largestShift;
         plan_.target = OrderTarget{created->partition->offset, created->partition->size, QString()};
         createdPath_.clear();
     }

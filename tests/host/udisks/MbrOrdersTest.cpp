@@ -98,6 +98,17 @@ TEST_F(MbrOrdersTest, LogicalDriveBetweenOthers_IsRejected)
     EXPECT_EQ(drive("F").startSector, 121 * 2048);
 }
 
+TEST_F(MbrOrdersTest, FourthPartition_IsALogicalDriveInANewExtendedPartition)
+{
+    openImage(128 * kMiB, "label: dos\nsize=20480,type=7\nsize=20480,type=7\nsize=20480,type=7\n");
+    ASSERT_TRUE(pumpUntil([&] { return backend->machine()->partition("F") != nullptr; }, kTestMs));
+    EXPECT_EQ(create(20 * kMiB, "NTFS", "Fourth"), "");
+    EXPECT_FALSE(drive("G").isPrimary);
+    EXPECT_EQ(drive("G").fsString, "NTFS");
+    EXPECT_EQ(table()[3].toObject()["type"].toString(), "5");
+    EXPECT_EQ(table()[4].toObject()["type"].toString(), "7");
+}
+
 TEST_F(MbrOrdersTest, FullTable_RejectsAnotherPrimaryPartition)
 {
     openImage(128 * kMiB, "label: dos\nsize=20480,type=7\nsize=20480,type=7\nsize=20480,type=7\n"
