@@ -7,6 +7,7 @@
 #include "tests/support/Threads.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QThread>
 #include <QtDBus/QDBusUnixFileDescriptor>
 
 #include <gtest/gtest.h>
@@ -191,6 +192,13 @@ TEST_F(Device, ReplacedDisk_IsNeitherShownNorChanged)
              {"-c", QString("for i in $(seq 500); do losetup '%1' '%2' 2>/dev/null && exit; sleep 0.02; "
                             "done; exit 1")
                         .arg(loop, other)});
+    host::DiskService reader(service.bus());
+    const auto isKnown = [&] {
+        return std::get<host::DiskSnapshot>(reader.readNow()).image(other) != nullptr;
+    };
+    for (int i = 0; i < 1000 && !isKnown(); ++i)
+        QThread::msleep(20);
+    ASSERT_TRUE(isKnown());
     const QString error = order(kFormat, format);
     EXPECT_TRUE(pumpUntil([&] { return backend->machine()->disks.empty(); }, kTestMs));
     backend.reset();
