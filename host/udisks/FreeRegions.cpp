@@ -9,7 +9,7 @@ namespace {
 constexpr int kFirstLogical = 5;
 // The space that the service leaves at the start of an extended partition.
 constexpr qint64 kFirstEntry = 2 * kMebibyte;
-constexpr qint64 kSectorsPerCylinder = 255 * 63;
+constexpr qint64 kSectorsPerCylinder = qint64(255) * 63;
 
 // The table entry of a logical drive is in front of it, and the service keeps the rest of that cylinder free.
 // The entry of the first one is at the start of the extended partition.

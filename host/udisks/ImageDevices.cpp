@@ -23,6 +23,8 @@ constexpr qint64 kSmallestImage = 4 * kMebibyte;
 constexpr qint64 kSector = 512;
 constexpr int kDetachMs = 2000;
 constexpr int kPollMs = 20;
+constexpr int kSetUpAttempts = 5;
+const QString kFailed = QStringLiteral("org.freedesktop.UDisks2.Error.Failed");
 
 QString contentOf(const QString& name)
 {
@@ -151,11 +153,16 @@ QString ImageDevices::setUp(Image& image)
         options.insert(QStringLiteral("read-only"), true);
     // Recorded first: the process can end at any time.
     record(image, true);
-    const QDBusMessage reply =
-        service_.callNow({kManager,
-                          QStringLiteral("Manager"),
-                          QStringLiteral("LoopSetup"),
-                          {QVariant::fromValue(QDBusUnixFileDescriptor(file.handle())), options}});
+    const DiskServiceCall call{kManager,
+                               QStringLiteral("Manager"),
+                               QStringLiteral("LoopSetup"),
+                               {QVariant::fromValue(QDBusUnixFileDescriptor(file.handle())), options}};
+    QDBusMessage reply = service_.callNow(call);
+    // Another program can take the loop device that the service has chosen.
+    for (int i = 1; i < kSetUpAttempts && reply.errorName() == kFailed; ++i) {
+        QThread::msleep(kPollMs);
+        reply = service_.callNow(call);
+    }
     if (!errorOf(reply).isEmpty()) {
         record(image, false);
         return errorOf(reply);

@@ -22,8 +22,8 @@ QString fileOf(const QString& program)
 
 } // namespace
 
-ToolProcess::ToolProcess(UsedSpaceTool tool, QDBusUnixFileDescriptor device, Done done)
-    : tool_(std::move(tool)), device_(std::move(device)), done_(std::move(done))
+ToolProcess::ToolProcess(UsedSpaceTool tool, const QDBusUnixFileDescriptor& device, Done done)
+    : tool_(std::move(tool)), device_(device), done_(std::move(done))
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));

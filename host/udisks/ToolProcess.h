@@ -20,7 +20,7 @@ public:
     using Done = std::function<void(std::optional<UsedSpace>)>;
 
     /// @p done: called once, and never if the object is destroyed before.
-    ToolProcess(UsedSpaceTool tool, QDBusUnixFileDescriptor device, Done done);
+    ToolProcess(UsedSpaceTool tool, const QDBusUnixFileDescriptor& device, Done done);
     /// Kills the tool and waits for its end.
     ~ToolProcess() override;
 

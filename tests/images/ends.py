@@ -2,6 +2,7 @@
 
 import os
 import signal
+import time
 import unittest
 
 from images import MIB, SECTOR, ImageTest, run, until
@@ -38,7 +39,7 @@ class InterruptedOrder(ImageTest):
         self.host.start_full_format("E")
         self.host.end(signal.SIGKILL)
         loop = self.image.loop_device()
-        host = self.start_host()
+        host = self.start_when_unused()
         self.assertEqual(self.image.loop_device(), loop)
         self.assertIn(f"was still attached as {loop} by a host that ended unexpectedly", host.log.read_text())
         self.assertEqual(host.drives()[0], ("D", 60, "NTFS", "Data"))
@@ -49,6 +50,17 @@ class InterruptedOrder(ImageTest):
         self.until_detached()
         self.assertEqual(self.image.layout()[0], (1, 60, "ntfs", "Later"))
         self.image.check_file_systems(self.folder)
+
+    def start_when_unused(self):
+        """The disk service can still be carrying out the order of the killed host."""
+        deadline = time.monotonic() + 120
+        while True:
+            try:
+                return self.start_host()
+            except AssertionError as error:
+                if "is in use" not in str(error) or time.monotonic() > deadline:
+                    raise
+            time.sleep(0.2)
 
     def labelled(self, host):
         ended = len(host.transcript("taskEnd"))
