@@ -64,13 +64,12 @@ TEST(Options, OutputOntoADisk_IsAnError)
 {
     const QTemporaryDir folder;
     const QString image = folder.filePath("a.img");
-    const QString link = folder.filePath("link");
+    const QString samePath = folder.path() + "/./a.img";
     QFile file(image);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.close();
-    ASSERT_TRUE(QFile::link(image, link));
     for (const char* option : {"save", "transcript", "screenshot"}) {
-        EXPECT_EQ(readOptions({"--image", image, QString("--%1").arg(option), link}).error,
+        EXPECT_EQ(readOptions({"--image", image, QString("--%1").arg(option), samePath}).error,
                   QString("option --%1 names a disk of the host: %2").arg(option, image));
         EXPECT_EQ(readOptions({"--image", image, QString("--%1").arg(option), folder.filePath("new")}).error,
                   "");
