@@ -105,7 +105,7 @@ void CopyExecution::onCopied(const Rejection& error)
     source_.reset();
     target_.reset();
     if (error)
-        return end(error);
+        return closeTarget(error);
     const int descriptor = shared_->descriptor.fileDescriptor();
     run(
         [descriptor, type = copy_.type, size = copy_.from.size](WorkControl& control) {
@@ -116,10 +116,10 @@ void CopyExecution::onCopied(const Rejection& error)
                 discardCopy(target, size);
             return failure;
         },
-        &CopyExecution::onRenewed);
+        &CopyExecution::closeTarget);
 }
 
-void CopyExecution::onRenewed(const Rejection& error)
+void CopyExecution::closeTarget(const Rejection& error)
 {
     // The service reads a device again after it has been closed, but can miss that on a busy computer.
     const DiskServiceCall rescan{

@@ -42,7 +42,7 @@ private:
     void onSharedOpened(const OpenedDevice& device);
     void onCopied(const Rejection& error);
     void run(BlockWorker::Work work, void (CopyExecution::*next)(const Rejection&));
-    void onRenewed(const Rejection& error);
+    void closeTarget(const Rejection& error);
     void onAvailabilityChanged();
     void end(const Rejection& error);
 
