@@ -12,23 +12,32 @@ udevd_folders=${UDEVD_FOLDERS:-/run/udev /dev/disk /dev/block /dev/char}
 
 udevd_answers() { udevadm control --ping --timeout=1 >/dev/null 2>&1; }
 
+run_udevd() {
+    local folder i
+    # A second attempt finds the folders of the first one.
+    [ -e "$udevd_state/udevd.made" ] ||
+        for folder in $udevd_folders; do [ -e "$folder" ] || printf '%s\n' "$folder"; done >"$udevd_state/udevd.made"
+    # A killed udevd leaves its control socket.
+    rm -f "${udevd_folders%% *}/control"
+    PARTITION_SCAN_BUSY=1 LD_PRELOAD=$2 setsid "$udevd_program" >"$1" 2>&1 8>&- 9>&- &
+    printf '%s\n' $! >"$udevd_state/udevd.pid"
+    for ((i = 0; i < 400; i++)); do
+        udevd_answers && break
+        sleep 0.05
+    done
+}
+
 # Usage: start_udevd LOG PRELOAD. Returns 1 if udevd does not answer.
 start_udevd() {
-    local folder i
+    local attempt
     mkdir -p "$udevd_state"
     exec 8>>"$udevd_state/udevd.lock" 9>>"$udevd_state/udevd.users"
     flock 8
-    if ! udevd_answers; then
-        for folder in $udevd_folders; do [ -e "$folder" ] || printf '%s\n' "$folder"; done >"$udevd_state/udevd.made"
-        # A killed udevd leaves its control socket.
-        rm -f "${udevd_folders%% *}/control"
-        PARTITION_SCAN_BUSY=1 LD_PRELOAD=$2 setsid "$udevd_program" >"$1" 2>&1 8>&- 9>&- &
-        printf '%s\n' $! >"$udevd_state/udevd.pid"
-        for ((i = 0; i < 400; i++)); do
-            udevd_answers && break
-            sleep 0.05
-        done
-    fi
+    # A udevd that is just ending can still answer, or can remove the socket of the new one.
+    for attempt in 1 2 3; do
+        udevd_answers && udevd_answers && break
+        run_udevd "$1" "$2"
+    done
     flock --shared 9
     flock --unlock 8
     udevd_answers
