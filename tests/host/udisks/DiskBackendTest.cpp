@@ -148,6 +148,8 @@ TEST_F(DiskBackendTest, ChangeFromOutside_UpdatesTheMachine)
     ASSERT_EQ(create(100 * kMiB, "EXT4", "Data"), "");
     const QString device = PrivateDiskService::loopDeviceOf(image) + "p1";
     outputOf("e2label", {device, "Outside"});
+    // udevd sends this event itself where it watches the device.
+    outputOf("udevadm", {"trigger", "--action=change", "--name-match=" + device});
     EXPECT_TRUE(pumpUntil([&] { return drive("D").label == "Outside"; }, kTestMs));
 }
 
