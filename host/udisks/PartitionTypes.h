@@ -10,7 +10,7 @@ constexpr quint64 kMbrActive = 0x80;
 
 /// True for the MBR types of hidden partitions, such as "0x17".
 bool isHiddenType(const QString& type);
-/// The MBR type that hides a partition of that type; empty if there is none.
+/// The hidden variant of an MBR type, such as "0x17" of "0x07"; empty for a type without a hidden variant.
 QString hiddenType(const QString& type);
 
 } // namespace host
