@@ -18,7 +18,9 @@ stop_udevd
 echo stopped
 """
 UDEVD = """#!/bin/sh
-mkdir -p "$FOLDER/udev" && : >"$FOLDER/udev/control"
+mkdir -p "$FOLDER/udev/watch" && : >"$FOLDER/udev/control"
+ls "$FOLDER/udev/watch" >>"$FOLDER/watches"
+ln -s b7:0 "$FOLDER/udev/watch/1"
 echo $$ >"$FOLDER/running"
 echo start >>"$FOLDER/starts"
 exec sleep 600
@@ -108,6 +110,17 @@ class SharedUdevd(unittest.TestCase):
         self.stop(self.start())
         self.assertTrue(os.path.exists(self.path("other")))
         self.assertFalse(os.path.exists(self.path("udev")))
+
+    def test_udevd_starts_without_the_watches_of_an_earlier_one(self):
+        os.makedirs(self.path("udev/watch.old"))
+        os.symlink("b7:1", self.path("udev/watch.old/2"))
+        self.stop(self.start())
+        self.stop(self.start())
+        self.assertEqual(self.starts(), 2)
+        self.assertTrue(os.path.exists(self.path("udev")))
+        self.assertFalse(os.path.exists(self.path("udev/watch.old")))
+        with open(self.path("watches"), encoding="utf-8") as file:
+            self.assertEqual(file.read(), "")
 
 
 if __name__ == "__main__":

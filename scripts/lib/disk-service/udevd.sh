@@ -17,8 +17,9 @@ run_udevd() {
     # A second attempt finds the folders of the first one.
     [ -e "$udevd_state/udevd.made" ] ||
         for folder in $udevd_folders; do [ -e "$folder" ] || printf '%s\n' "$folder"; done >"$udevd_state/udevd.made"
-    # A killed udevd leaves its control socket.
-    rm -f "${udevd_folders%% *}/control"
+    # A killed udevd leaves its control socket. Watches of an earlier one make this one miss changes of devices: their
+    # numbers are used again for others.
+    rm -rf "${udevd_folders%% *}"/{control,watch,watch.old}
     PARTITION_SCAN_BUSY=1 LD_PRELOAD=$2 setsid "$udevd_program" >"$1" 2>&1 8>&- 9>&- &
     printf '%s\n' $! >"$udevd_state/udevd.pid"
     for ((i = 0; i < 400; i++)); do
