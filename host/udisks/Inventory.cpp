@@ -82,6 +82,15 @@ void setLetters(Disk& disk, const DiskSource& source, const DriveLetters& letter
     }
 }
 
+// The service names the bus only of some drives.
+QString interfaceOf(const BlockDevice& device, const DriveInfo* drive)
+{
+    if (drive != nullptr && !drive->bus.isEmpty())
+        return drive->bus.toUpper();
+    return device.device.startsWith(QLatin1String("/dev/nvme")) ? QStringLiteral("NVMe")
+                                                                : QStringLiteral("SATA");
+}
+
 Disk readDisk(const BlockDevice& device, const DiskSnapshot& snapshot, bool isImage)
 {
     Disk disk;
@@ -89,14 +98,13 @@ Disk readDisk(const BlockDevice& device, const DiskSnapshot& snapshot, bool isIm
     disk.readonly = device.readOnly;
     disk.isUnInitialize = !device.table.has_value();
     disk.isGPT = device.table == QLatin1String("gpt");
-    disk.diskInterface = isImage ? QStringLiteral("Image") : QStringLiteral("SATA");
-    if (const DriveInfo* drive = snapshot.drive(device.drive)) {
+    const DriveInfo* drive = snapshot.drive(device.drive);
+    disk.diskInterface = isImage ? QStringLiteral("Image") : interfaceOf(device, drive);
+    if (drive != nullptr) {
         disk.serialNO = drive->serial;
         disk.isUSB = drive->bus == QLatin1String("usb");
         disk.isRemoveUsb = disk.isUSB && drive->isRemovable;
         disk.isSSD = drive->rotationRate == 0;
-        if (!drive->bus.isEmpty())
-            disk.diskInterface = drive->bus.toUpper();
     }
     return disk;
 }

@@ -216,6 +216,24 @@ TEST_F(DiskInventory, EntryWithoutType_IsNotSettled)
     EXPECT_FALSE(host::isSettled(snapshot, sources));
 }
 
+TEST_F(DiskInventory, Interface_IsTheBusOrFollowsFromTheName)
+{
+    disk("gpt");
+    EXPECT_EQ(read().diskInterface, "Image");
+    snapshot.devices[0].backingFile.reset();
+    snapshot.devices[0].device = "/dev/sda";
+    sources = {{"/dev/sda", false}};
+    EXPECT_EQ(read().diskInterface, "SATA");
+    snapshot.devices[0].device = sources[0].file = "/dev/nvme0n1";
+    EXPECT_EQ(read().diskInterface, "NVMe");
+    host::DriveInfo drive;
+    drive.path = snapshot.devices[0].drive = "/org/freedesktop/UDisks2/drives/Disk";
+    snapshot.drives.push_back(drive);
+    EXPECT_EQ(read().diskInterface, "NVMe");
+    snapshot.drives[0].bus = "usb";
+    EXPECT_EQ(read().diskInterface, "USB");
+}
+
 TEST_F(DiskInventory, DriveWithAFailingSelfTest_HasAHealthError)
 {
     disk("gpt");
