@@ -39,6 +39,26 @@ TEST_F(FaultsTest, RefusalByTheService_IsShownUnchanged)
     EXPECT_EQ(checksum(), before);
 }
 
+TEST_F(FaultsTest, RefusalInMidOrder_LeavesTheFilesAndShowsTheDisk)
+{
+    ASSERT_EQ(create(300 * kMiB, "EXT4", "Data"), "");
+    const QString tablesBefore = outputOf("sfdisk", {"--dump", image});
+    service.refuse("Partition", "Resize");
+    // The file system has been shrunk when the service is asked to shrink the partition.
+    const QString error = order(kResize, {{"driveLetter", "D"}, {"size", 200 * kMiB}});
+    EXPECT_TRUE(error.contains("Rejected send message")) << error.toStdString();
+    EXPECT_TRUE(error.contains("member=\"Resize\"")) << error.toStdString();
+    EXPECT_EQ(error.count('\n'), 0) << error.toStdString();
+    EXPECT_EQ(outputOf("sfdisk", {"--dump", image}), tablesBefore);
+    EXPECT_EQ(drive("D").size, 300 * kMiB);
+    outputOf("e2fsck", {"-f", "-n", partitionDevice(1)});
+    // The same order completes as soon as the service permits it.
+    service.refuse("", "");
+    EXPECT_EQ(order(kResize, {{"driveLetter", "D"}, {"size", 200 * kMiB}}), "");
+    EXPECT_EQ(drive("D").size, 200 * kMiB);
+    outputOf("e2fsck", {"-f", "-n", partitionDevice(1)});
+}
+
 TEST_F(FaultsTest, FullFileSystemUnderTheImage_EndsTheOrderWithOneLine)
 {
     backend.reset();

@@ -3,6 +3,8 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
+#include <QtDBus/QDBusMessage>
 
 #include <gtest/gtest.h>
 
@@ -65,6 +67,28 @@ void PrivateDiskService::restart(const QString& name)
         QFile::remove(folder + "/bus");
     outputOf("setsid", {"--fork", folder + "/run-" + name});
     EXPECT_TRUE(pumpUntil([&] { return QFileInfo::exists(folder + "/bus"); }, kStartMs));
+}
+
+void PrivateDiskService::refuse(const QString& interface, const QString& method)
+{
+    QFile file(QFileInfo(address_.section('=', 1)).path() + "/bus.conf");
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    QString text = QString::fromUtf8(file.readAll());
+    static const QRegularExpression earlier("<policy context=\"mandatory\">.*</policy>\n");
+    text.remove(earlier);
+    if (!method.isEmpty())
+        text.replace("</busconfig>", QString("<policy context=\"mandatory\"><deny send_interface="
+                                             "\"org.freedesktop.UDisks2.%1\" send_member=\"%2\"/></policy>\n"
+                                             "</busconfig>")
+                                         .arg(interface, method));
+    file.resize(0);
+    file.seek(0);
+    file.write(text.toUtf8());
+    file.close();
+    const QDBusMessage reload = QDBusMessage::createMethodCall(
+        "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "ReloadConfig");
+    const QDBusMessage reply = bus().call(reload);
+    EXPECT_EQ(reply.errorMessage(), QString());
 }
 
 QString PrivateDiskService::image(const QString& name, qint64 size) const

@@ -25,6 +25,9 @@ public:
     void restart(const QString& name);
     /// @}
 
+    /// From now on, the bus rejects calls of a method of the disk service; with empty arguments, of none.
+    void refuse(const QString& interface, const QString& method);
+
     QString folder() const { return folder_.path(); }
 
     /// A new sparse file in the scratch folder.
