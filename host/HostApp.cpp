@@ -99,6 +99,7 @@ int HostApp::run()
     closeFiles();
     components_.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    scene_.core().backend().release();
     return exitCode_;
 }
 

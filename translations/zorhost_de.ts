@@ -931,6 +931,10 @@
         <translation>Die Datei %1 kann nicht geschrieben werden: %2.</translation>
     </message>
     <message>
+        <source>The image %1 stays attached as %2: %3</source>
+        <translation>Die Abbilddatei %1 bleibt als %2 angeschlossen: %3</translation>
+    </message>
+    <message>
         <source>The image %1 was still attached as %2 by a host that ended unexpectedly. The device is used again.</source>
         <translation>Die Abbilddatei %1 war noch als %2 angeschlossen, weil ein Host unerwartet beendet wurde. Das Gerät wird wieder verwendet.</translation>
     </message>

@@ -931,6 +931,10 @@
         <translation>The file %1 cannot be written: %2.</translation>
     </message>
     <message>
+        <source>The image %1 stays attached as %2: %3</source>
+        <translation>The image %1 stays attached as %2: %3</translation>
+    </message>
+    <message>
         <source>The image %1 was still attached as %2 by a host that ended unexpectedly. The device is used again.</source>
         <translation>The image %1 was still attached as %2 by a host that ended unexpectedly. The device is used again.</translation>
     </message>

@@ -43,7 +43,7 @@ public:
 
     /// Why no order can run at the moment; empty if orders can run.
     virtual Rejection unavailability() const { return kAccepted; }
-    /// Frees what would outlive the process, such as attached images. For an exit without destructors.
+    /// Frees what would outlive the process, such as attached images. No order can run afterwards.
     virtual void release() {}
     /// Removes and returns the messages that belong to no order.
     std::vector<Text> takeNotices();

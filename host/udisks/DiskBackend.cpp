@@ -37,7 +37,8 @@ DiskBackend::DiskBackend(const QDBusConnection& bus, std::vector<DiskSource> sou
       service_(bus, connect),
       sources_(std::move(sources)),
       images_(service_),
-      reader_(service_, sources_)
+      reader_(service_, sources_),
+      inUse_(sources_.size())
 {
 }
 
@@ -84,8 +85,7 @@ QString DiskBackend::readMachineNow()
     connect(&reader_, &DiskReader::read, this, &DiskBackend::onRead);
     connect(&reader_, &DiskReader::failed, this, &DiskBackend::finishWaiting);
     connect(&service_, &DiskService::availabilityChanged, this, &DiskBackend::onAvailabilityChanged);
-    for (const Text& notice : images_.notices())
-        addNotice(notice);
+    reportImages();
     return error;
 }
 
@@ -116,6 +116,10 @@ QString DiskBackend::problemOf(const DiskSnapshot& snapshot)
 
 void DiskBackend::publish(const DiskSnapshot& snapshot)
 {
+    for (std::size_t i = 0; i < sources_.size(); ++i) {
+        const BlockDevice* disk = sources_[i].find(snapshot);
+        inUse_[i] = disk == nullptr ? kAccepted : useRejection(snapshot, *disk);
+    }
     Machine next = *machine();
     next.disks = disksOf(snapshot, sources_, letters_,
                          [this](const BlockDevice& device) { return reader_.factsOf(device); });
@@ -132,6 +136,12 @@ void DiskBackend::reportLetters()
         addNotice(*problem);
 }
 
+void DiskBackend::reportImages()
+{
+    for (const Text& notice : images_.takeNotices())
+        addNotice(notice);
+}
+
 Rejection DiskBackend::functionRejection(int function) const
 {
     return unavailableRejection(function);
@@ -146,6 +156,7 @@ Rejection DiskBackend::unavailability() const
 void DiskBackend::release()
 {
     images_.detach();
+    reportImages();
 }
 
 Rejection DiskBackend::orderRejection(int function, const QVariantMap& params) const
@@ -167,7 +178,10 @@ Rejection DiskBackend::rejectionBy(MachineRules rules, int function, const QVari
     const auto now = machine();
     if (const Rejection rejection = rules(*now, function, params))
         return rejection;
-    return realOrderRejection(capabilities_, *now, function, params);
+    if (const Rejection rejection = realOrderRejection(capabilities_, *now, function, params))
+        return rejection;
+    return hasOrderPlan(function) ? inUse_.at(static_cast<std::size_t>(changedDisk(*now, params)))
+                                  : kAccepted;
 }
 
 std::optional<Confirmation> DiskBackend::confirmation(int function, const QVariantMap& params) const

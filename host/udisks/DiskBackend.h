@@ -39,7 +39,7 @@ public:
     std::unique_ptr<Execution> execute(int function, const QVariantMap& params) override;
 
     Rejection unavailability() const override;
-    /// Detaches the images, as the destructor does.
+    /// Detaches the images, as the destructor does. A notice names an image that stays attached.
     void release() override;
 
 private:
@@ -56,6 +56,7 @@ private:
     QString problemOf(const DiskSnapshot& snapshot);
     void publish(const DiskSnapshot& snapshot);
     void reportLetters();
+    void reportImages();
     void refresh(Execution::Outcome outcome, std::function<void()> done);
     void onRead(const DiskSnapshot& snapshot);
     void finishWaiting();
@@ -66,6 +67,7 @@ private:
     std::vector<DiskSource> sources_;
     ImageDevices images_;
     DiskReader reader_;
+    std::vector<Rejection> inUse_; ///< by disk, as of the last reading
     Capabilities capabilities_;
     DriveLetters letters_{StateFile(QStringLiteral("letters.json"))};
     std::vector<QString> deleted_; ///< keys of the partitions that the running order deletes

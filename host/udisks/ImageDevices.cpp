@@ -182,19 +182,25 @@ void ImageDevices::detach()
     for (const Image& image : std::exchange(images_, {})) {
         // Another program can have detached the image, and the device can have another file.
         if (backingFileOf(image.path) == image.source.file)
-            remove(image.path);
+            remove(image);
         if (backingFileOf(image.path) != image.source.file)
             record(image, false);
     }
 }
 
 // A device that is still open disappears when it is closed.
-void ImageDevices::remove(const QString& path)
+void ImageDevices::remove(const Image& image)
 {
-    const DiskServiceCall call{path, QStringLiteral("Loop"), QStringLiteral("Delete"), {QVariantMap()}};
-    if (!errorOf(service_.callNow(call)).isEmpty())
+    const DiskServiceCall call{image.path, QStringLiteral("Loop"), QStringLiteral("Delete"), {QVariantMap()}};
+    const QString error = errorOf(service_.callNow(call));
+    if (!error.isEmpty()) {
+        const QString device =
+            QStringLiteral("/dev/") + image.path.mid(image.path.lastIndexOf(QLatin1Char('/')) + 1);
+        notices_.push_back(Text(QT_TRANSLATE_NOOP("Sandbox", "The image %1 stays attached as %2: %3"),
+                                {image.source.file, device, error}));
         return;
-    for (int waited = 0; waited < kDetachMs && !backingFileOf(path).isEmpty(); waited += kPollMs)
+    }
+    for (int waited = 0; waited < kDetachMs && !backingFileOf(image.path).isEmpty(); waited += kPollMs)
         QThread::msleep(kPollMs);
 }
 

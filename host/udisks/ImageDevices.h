@@ -8,6 +8,7 @@
 #include <QtCore/QFile>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace host {
@@ -29,8 +30,8 @@ public:
     QString attach(const std::vector<DiskSource>& sources);
     /// Detaches what attach() attached or took over. Waits for the service.
     void detach();
-    /// What the user should know about the attached images.
-    const std::vector<Text>& notices() const { return notices_; }
+    /// Removes and returns what the user should know about the attached images.
+    std::vector<Text> takeNotices() { return std::exchange(notices_, {}); }
 
 private:
     struct Image
@@ -44,7 +45,7 @@ private:
     QString attachImage(Image& image, const DiskSnapshot& snapshot);
     QString takeOver(Image& image, const BlockDevice& device);
     QString setUp(Image& image);
-    void remove(const QString& path);
+    void remove(const Image& image);
     void record(const Image& image, bool isAttached);
 
     DiskService& service_;

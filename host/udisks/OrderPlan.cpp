@@ -32,6 +32,11 @@ std::vector<OrderTarget> shownOn(const Disk& disk)
     return shown;
 }
 
+bool isForDisk(const QVariantMap& params)
+{
+    return params.contains(QStringLiteral("diskIndex"));
+}
+
 } // namespace
 
 bool hasOrderPlan(int function)
@@ -39,18 +44,20 @@ bool hasOrderPlan(int function)
     return plannerOf(function) != nullptr;
 }
 
+int changedDisk(const Machine& machine, const QVariantMap& params)
+{
+    return isForDisk(params) ? numberOf(params, "diskIndex") : target(machine, params).diskIndex;
+}
+
 OrderPlan orderPlan(const Machine& machine, const std::vector<DiskSource>& sources, int function,
                     const QVariantMap& params)
 {
     OrderPlan plan;
-    int diskIndex = numberOf(params, "diskIndex");
-    if (!params.contains(QStringLiteral("diskIndex"))) {
-        const Partition& partition = target(machine, params);
-        diskIndex = partition.diskIndex;
-        plan.target = targetOf(partition);
-    } else {
+    const int diskIndex = changedDisk(machine, params);
+    if (isForDisk(params))
         plan.shown = shownOn(*machine.disk(diskIndex));
-    }
+    else
+        plan.target = targetOf(target(machine, params));
     plan.source = sources.at(static_cast<std::size_t>(diskIndex));
     plan.steps = plannerOf(function)(machine, params);
     return plan;

@@ -59,6 +59,9 @@ struct OrderPlan
 /// Whether orderPlan() knows the function.
 bool hasOrderPlan(int function);
 
+/// The index of the disk that an order changes. Requires hasOrderPlan() and an order that the rules accept.
+int changedDisk(const Machine& machine, const QVariantMap& params);
+
 /// The plan of an order that the rules accept on @p machine. The disk index of a machine is the index in @p
 /// sources. Requires hasOrderPlan().
 OrderPlan orderPlan(const Machine& machine, const std::vector<DiskSource>& sources, int function,

@@ -40,6 +40,22 @@ TEST_F(DiskSafetyTest, MountedFileSystem_IsNeverChanged)
     EXPECT_EQ(before, after);
 }
 
+TEST_F(DiskSafetyTest, OrderForADiskShownAsMounted_IsRejectedInAdvance)
+{
+    ASSERT_EQ(create(100 * kMiB, "EXT4", "Data"), "");
+    const QString device = PrivateDiskService::loopDeviceOf(image) + "p1";
+    QTemporaryDir place;
+    outputOf("mount", {"-o", "ro,noload", device, place.path()});
+    const QString reason = QString("%1 holds a mounted file system (%2).").arg(device, place.path());
+    const QVariantMap disk{{"diskIndex", 0}}, partition{{"driveLetter", "D"}};
+    EXPECT_TRUE(pumpUntil([&] { return rejection(kDelete, partition) == reason; }, kTestMs));
+    EXPECT_EQ(rejection(kDeleteAll, disk), reason);
+    // The letter belongs to the host.
+    EXPECT_EQ(rejection(kLetter, {{"driveLetter", "D"}, {"newDriveLetter", "X"}}), "");
+    outputOf("umount", {place.path()});
+    EXPECT_TRUE(pumpUntil([&] { return rejection(kDelete, partition).isEmpty(); }, kTestMs));
+}
+
 TEST_F(DiskSafetyTest, DeviceHeldByAnotherProgram_IsNeverChanged)
 {
     ASSERT_EQ(create(100 * kMiB, "NTFS", "Data"), "");

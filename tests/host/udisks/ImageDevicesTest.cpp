@@ -95,6 +95,22 @@ TEST_F(ImageDevicesTest, Release_DetachesBeforeAnExitWithoutDestructors)
     EXPECT_TRUE(pumpUntil([&] { return PrivateDiskService::loopDeviceOf(image) == ""; }, kTestMs));
 }
 
+TEST_F(ImageDevicesTest, ImageThatStaysAttached_IsNamed)
+{
+    const QString device = PrivateDiskService::loopDeviceOf(image);
+    backend->takeNotices();
+    service.kill("udisksd");
+    EXPECT_TRUE(pumpUntil([&] { return backend->unavailability().has_value(); }, kTestMs));
+    backend->release();
+    EXPECT_EQ(PrivateDiskService::loopDeviceOf(image), device);
+    const std::vector<host::Text> notices = backend->takeNotices();
+    ASSERT_EQ(notices.size(), 1u);
+    EXPECT_EQ(notices[0].english(), "The image " + image + " stays attached as " + device +
+                                        ": The disk service has ended or does not answer.");
+    backend.reset();
+    outputOf("losetup", {"--detach", device});
+}
+
 // A file that also root cannot write.
 class ReadOnlyImage : public ImageDevicesTest
 {
