@@ -1,8 +1,8 @@
-"""Changes of the library that the contract forbids, by area.
+"""Changes of the library that the contract forbids, by area, and changes of the host that endanger data on real disks.
 
-Each row: a statement of the changed behaviour, a file of the library (its base name, or the end of its path where two
-files share a base name), a snippet that occurs exactly once in the file, its replacement, and the test program that
-must fail.
+Each row: a statement of the changed behaviour, a file (its base name, or the end of its path where two files share a
+base name), a snippet that occurs exactly once in the file, its replacement, and the test program that must fail, with a
+filter of its tests where the whole program takes minutes ("test_program Suite.*").
 """
 
 GATE = [
@@ -154,25 +154,25 @@ GUIDED_TOOLS = [
 ]
 
 INVENTORY = [
-    ("an unallocated region of exactly the requested size is skipped", "Inventory.cpp",
+    ("an unallocated region of exactly the requested size is skipped", "inventory/Inventory.cpp",
      "record.rawCapacity >= size", "record.rawCapacity > size", "test_inventory"),
-    ("allocated partitions are counted among the unallocated regions", "Inventory.cpp",
+    ("allocated partitions are counted among the unallocated regions", "inventory/Inventory.cpp",
      "        if (!record.isUnallocated)\n            continue;",
      "        if (!record.isUnallocated) {\n            ++position;\n            continue;\n        }", "test_inventory"),
-    ("the later of two partition lists with one disk index replaces the earlier", "Inventory.cpp",
+    ("the later of two partition lists with one disk index replaces the earlier", "inventory/Inventory.cpp",
      "partitionsByDisk.emplace(diskIndex, std::move(added));",
      "partitionsByDisk[diskIndex] = std::move(added);", "test_inventory"),
-    ("a letter that has gone is forgotten", "Inventory.cpp",
+    ("a letter that has gone is forgotten", "inventory/Inventory.cpp",
      "    for (const auto& [letter, record] : fresh.partitionsByLetter)\n"
      "        records_.partitionsByLetter[letter] = record;",
      "    records_.partitionsByLetter.swap(fresh.partitionsByLetter);", "test_inventory"),
-    ("an asterisk is found as a letter", "Inventory.cpp", '!record.driveLetter.empty() && record.driveLetter != "*"',
+    ("an asterisk is found as a letter", "inventory/Inventory.cpp", '!record.driveLetter.empty() && record.driveLetter != "*"',
      "!record.driveLetter.empty()", "test_inventory"),
-    ("lower-case a is not converted to upper case", "Inventory.cpp", "letter >= 'a' && letter <= 'z'",
+    ("lower-case a is not converted to upper case", "inventory/Inventory.cpp", "letter >= 'a' && letter <= 'z'",
      "letter > 'a' && letter <= 'z'", "test_inventory"),
-    ("lower-case z is not converted to upper case", "Inventory.cpp", "letter >= 'a' && letter <= 'z'",
+    ("lower-case z is not converted to upper case", "inventory/Inventory.cpp", "letter >= 'a' && letter <= 'z'",
      "letter >= 'a' && letter < 'z'", "test_inventory"),
-    ("the host's answer about 4K alignment is not negated", "Inventory.cpp", "disk.not4kAligned = !*aligned;",
+    ("the host's answer about 4K alignment is not negated", "inventory/Inventory.cpp", "disk.not4kAligned = !*aligned;",
      "disk.not4kAligned = *aligned;", "test_inventory"),
     ("a BitLocker state is spelled with a hyphen", "HostMaps.cpp", '"encryption unlocked"',
      '"encryption-unlocked"', "test_inventory"),
@@ -435,7 +435,65 @@ HOSTCHECK = [
      "LoadStep::LoadFile : LoadStep::FindFile", "LoadStep::FindFile : LoadStep::FindFile", "test_component_check"),
 ]
 
+# The programs need root and the disk service, except for BlockCopy, DiskUse and DeviceIdentity.
+REAL_DISKS = [
+    ("a clone writes the first mebibyte first", "BlockCopy.cpp", "    Rejection error = copy.clear(0, head);",
+     "    Rejection error = copy.copyAndCompare(0, head);", "test_host_udisks BlockCopy.*"),
+    ("a clone is not compared with its source", "BlockCopy.cpp", "if (difference.first == end)",
+     "if (difference.first == end || end != nullptr)", "test_host_udisks BlockCopy.*"),
+    ("a cancelled last write keeps the copy", "BlockCopy.cpp", "        discardCopy(target, size);\n    return error;",
+     "        return error;\n    return error;", "test_host_udisks BlockCopy.*"),
+    ("the tools that change an identifier do not run", "VolumeIdentity.cpp", "for (const Tool& tool : tools->second()) {",
+     "for (const Tool& tool : Tools()) {", "test_host_udisks ClonePartition.*"),
+    ("the exit code of such a tool is ignored", "VolumeIdentity.cpp", "process.exitCode() <= tool.highestExitCode",
+     "process.exitCode() <= 255", "test_host_udisks ClonePartition.*:CloneFailure.*"),
+    ("a copy whose identifier is not changed is kept", "CopyExecution.cpp", "if (failure || control.cancelled)",
+     "if (control.cancelled)", "test_host_udisks CloneFailure.*"),
+    ("a read error of the source is ignored", "BlockCopy.cpp", "return unreadable ? unreadable : write(offset, size);",
+     "return write(offset, size);", "test_host_udisks BlockCopy.*"),
+    ("a source that is in use is cloned", "CopyExecution.cpp", "request.checksKernel = true;",
+     "request.checksKernel = false;", "test_host_udisks CloneFailure.*"),
+    ("a mounted file system is not in use", "DiskUse.cpp", "if (!device.mountPoints.isEmpty())",
+     "if (device.mountPoints.size() > 9)", "test_host_udisks DiskUse.*"),
+    ("active swap space is not in use", "DiskUse.cpp", "if (device.isActiveSwap)", "if (false)",
+     "test_host_udisks DiskUse.*"),
+    ("a physical volume of LVM is not in use", "DiskUse.cpp", '"LVM2_member"', '"LVM1_member"',
+     "test_host_udisks DiskUse.*"),
+    ("only the disk is checked, not its partitions", "DiskUse.cpp",
+     "for (const BlockDevice* partition : snapshot.partitionsOf(disk.path)) {",
+     "for (const BlockDevice* partition : snapshot.partitionsOf(QString())) {", "test_host_udisks DiskUse.*"),
+    ("the end of an image without a table is not read", "DiskUse.cpp", "{qint64(0), size - kMebibyte}", "{qint64(0)}",
+     "test_host_udisks UnreadableImage.*"),
+    ("the device is not opened exclusively before a call", "DiskUse.cpp", "O_EXCL}};", "0}};",
+     "test_host_udisks DiskSafetyTest.*"),
+    ("a partition with another GUID is the same", "OrderExecution.cpp", "return entry.size == target.size && sameGuid;",
+     "return entry.size == target.size;", "test_host_udisks DiskSafetyTest.*"),
+    ("new partitions on the disk do not stop an order for the disk", "OrderExecution.cpp",
+     "if (!changed_ && !plan_.target && !showsPartitionsOf(plan_.shown, snapshot, *disk))",
+     "if (false && !showsPartitionsOf(plan_.shown, snapshot, *disk))", "test_host_udisks DiskSafetyTest.*"),
+    ("a file system on a disk without a table does not stop an order", "OrderExecution.cpp",
+     "if (const Rejection rejection = contentRejection(*disk))",
+     "if (const Rejection rejection = Rejection())", "test_host_udisks DiskSafetyTest.*"),
+    ("orders for a disk in use are accepted", "DiskBackend.cpp", "return hasOrderPlan(function) ?",
+     "return function < 0 ?", "test_host_udisks DiskSafetyTest.*"),
+    ("a disk with another serial number is the same", "DeviceIdentity.cpp", "return one.id == other.id && one.model",
+     "return one.model", "test_host_udisks DeviceIdentity.*"),
+    ("a disk of another size is the same", "DeviceIdentity.cpp", " &&\n           one.size == other.size;", ";",
+     "test_host_udisks DeviceIdentity.*"),
+    ("an order that destroys data on a device needs no confirmation", "DiskBackend.cpp",
+     "    if (!source.identity)\n        return std::nullopt;",
+     "    if (source.identity)\n        return std::nullopt;", "test_host_udisks Device.*"),
+    ("a confirmation remains open when the disk has changed", "ConfirmedExecution.cpp",
+     "if (question_ && !isCurrent())", "if (false)", "test_host Confirmation*"),
+    ("a late confirmation is not compared with the disk", "ConfirmedExecution.cpp", "    if (!isCurrent())\n",
+     "    if (false)\n", "test_host Confirmation*"),
+    ("a rejected confirmation executes the order", "ConfirmedExecution.cpp", "    if (!confirmed)\n",
+     "    if (confirmed && function_ < 0)\n", "test_host Confirmation*"),
+    ("a missing consent executes the order", "ConfirmedExecution.cpp", "if (consent_ == Consent::Missing) {",
+     "if (function_ < 0) {", "test_host Confirmation*"),
+]
+
 MUTATIONS = [
     *GATE, *SERVICE, *TOOLS, *GUIDED_TOOLS, *INVENTORY, *SCAN, *REFERRAL_AND_ACTIONS, *WIN11, *TELEMETRY, *COMPONENT,
-    *COMPONENT_MANAGER, *HOST_ACCESS, *PLATFORM, *CLOSED, *HOSTCHECK,
+    *COMPONENT_MANAGER, *HOST_ACCESS, *PLATFORM, *CLOSED, *HOSTCHECK, *REAL_DISKS,
 ]

@@ -23,6 +23,7 @@ from mutations import MUTATIONS
 
 LIBRARY = ("bridge", "recscan", "tools", "inventory", "win11", "telemetry", "service", "plugin", "platform", "closed",
            "hostcheck")
+FOLDERS = (*LIBRARY, "host")
 OUTCOMES = ("killed", "SURVIVED", "does not build")
 TIMEOUT_SECONDS = 300
 
@@ -34,18 +35,18 @@ class InvalidRow(Exception):
 
 
 def find_file(root, name):
-    """The library's file with this base name, or with this path below one of its folders."""
-    found = [path for folder in LIBRARY for path in sorted((root / folder).rglob(pathlib.Path(name).name))
+    """The file with this base name, or with this path below one of the folders."""
+    found = [path for folder in FOLDERS for path in sorted((root / folder).rglob(pathlib.Path(name).name))
              if path.as_posix().endswith("/" + name)]
     if len(found) != 1:
         places = ", ".join(str(path.relative_to(root)) for path in found) or "nowhere"
-        raise InvalidRow(f"the file {name} must exist exactly once in the library; found: {places}")
+        raise InvalidRow(f"the file {name} must exist exactly once; found: {places}")
     return found[0]
 
 
 def hint(root, snippet):
     """Names the files that contain a snippet, for a row whose code has moved."""
-    found = [str(path.relative_to(root)) for folder in LIBRARY for path in sorted((root / folder).rglob("*"))
+    found = [str(path.relative_to(root)) for folder in FOLDERS for path in sorted((root / folder).rglob("*"))
              if path.is_file() and snippet in path.read_text()]
     return f"; it is in {', '.join(found)}" if found else ""
 
@@ -112,13 +113,15 @@ def run(command, folder, **variables):
                           stderr=subprocess.DEVNULL, check=False).returncode == 0
 
 
-def passes(tree, program):
-    """True if the test program passes, None if it cannot be built."""
+def passes(tree, tests):
+    """True if the test program passes, or its tests that match the filter; None if it cannot be built."""
+    program, _, tests_filter = tests.partition(" ")
     build = tree / "build"
     if not run(["cmake", "--build", str(build), "--target", program], tree):
         return None
     folder = build / "tests" / program
-    command = ["timeout", str(TIMEOUT_SECONDS), str(folder / program), "--gtest_brief=1", "--gtest_fail_fast"]
+    command = ["timeout", str(TIMEOUT_SECONDS), str(folder / program), "--gtest_brief=1", "--gtest_fail_fast",
+               f"--gtest_filter={tests_filter or '*'}"]
     return run(command, folder / "scratch", QT_QPA_PLATFORM="offscreen", AIBRIDGE_BUILD_DIR=str(build),
                AIBRIDGE_SOURCE_DIR=str(tree))
 
@@ -144,7 +147,7 @@ def judge_all(tree, rows):
 
 def print_summary(results):
     print(f"\n{'folder':10}  {'changes':>7}  " + "  ".join(f"{outcome:>14}" for outcome in OUTCOMES))
-    for folder in [*LIBRARY, "all"]:
+    for folder in [*FOLDERS, "all"]:
         outcomes = [outcome for place, outcome in results if folder in (place, "all")]
         if outcomes:
             print(f"{folder:10}  {len(outcomes):7}  "
@@ -158,7 +161,7 @@ def print_rows(root, rows):
 
 def main():
     parser = argparse.ArgumentParser(prog="scripts/mutations", usage="%(prog)s [--list] [NAME...]",
-                                     description="Verifies that the tests detect small changes of the library.")
+                                     description="Verifies that the tests detect small changes of the sources.")
     parser.add_argument("sources", type=pathlib.Path, help=argparse.SUPPRESS)
     parser.add_argument("copy", type=pathlib.Path, help=argparse.SUPPRESS)
     parser.add_argument("--list", action="store_true", help="print file, test program and name of each change")
