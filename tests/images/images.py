@@ -119,16 +119,16 @@ class Image:
 
 
 class Host:
-    """zorhost on one image."""
+    """zorhost on one image, or on the disk of the options in disk."""
 
-    def __init__(self, image, folder, *options):
+    def __init__(self, image, folder, *options, disk=None):
         self.image = image
         self.transcript_file = pathlib.Path(folder) / "transcript.jsonl"
         self.log = pathlib.Path(folder) / "host.log"
         self.port = 0
         for _ in range(START_TRIES):
-            self.process = start(["--image", str(image.path), "--headless", "--transcript", str(self.transcript_file),
-                                  *options], folder, self.log)
+            self.process = start([*(disk or ("--image", str(image.path), "--headless")), "--transcript",
+                                  str(self.transcript_file), *options], folder, self.log)
             until(lambda: self.process.poll() is not None or self.find_port(), "the agent service")
             if self.port or self.process.poll() != NOT_LISTENING:
                 break
@@ -207,8 +207,8 @@ class ImageTest(unittest.TestCase):
         self.image = Image(self.folder / "a disk.img", self.mebibytes)
         self.addCleanup(self.image.detach)
 
-    def start_host(self, *options):
-        host = Host(self.image, self.folder, *options)
+    def start_host(self, *options, disk=None):
+        host = Host(self.image, self.folder, *options, disk=disk)
         self.addCleanup(host.process.wait)
         self.addCleanup(host.process.kill)
         return host
