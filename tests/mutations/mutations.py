@@ -484,13 +484,13 @@ REAL_DISKS = [
      "    if (!source.identity)\n        return std::nullopt;",
      "    if (source.identity)\n        return std::nullopt;", "test_host_udisks Device.*"),
     ("a confirmation remains open when the disk has changed", "ConfirmedExecution.cpp",
-     "if (question_ && !isCurrent())", "if (false)", "test_host Confirmation*"),
+     "if (question_ && !isCurrent())", "if (false)", "test_host_tasks Confirmation.*"),
     ("a late confirmation is not compared with the disk", "ConfirmedExecution.cpp", "    if (!isCurrent())\n",
-     "    if (false)\n", "test_host Confirmation*"),
+     "    if (false)\n", "test_host_tasks Confirmation.*"),
     ("a rejected confirmation executes the order", "ConfirmedExecution.cpp", "    if (!confirmed)\n",
-     "    if (confirmed && function_ < 0)\n", "test_host Confirmation*"),
+     "    if (confirmed && function_ < 0)\n", "test_host_tasks Confirmation.*"),
     ("a missing consent executes the order", "ConfirmedExecution.cpp", "if (consent_ == Consent::Missing) {",
-     "if (function_ < 0) {", "test_host Confirmation*"),
+     "if (function_ < 0) {", "test_host_tasks Confirmation.*"),
 ]
 
 MUTATIONS = [
