@@ -112,18 +112,30 @@ int HostApp::checkHost()
 
 bool HostApp::openFiles()
 {
-    Transcript& transcript = scene_.core().transcript();
-    const QString error = options_.transcript.isEmpty() ? QString() : transcript.open(options_.transcript);
-    if (!error.isEmpty()) {
-        printError(QStringLiteral("transcript %1: %2").arg(options_.transcript, error));
+    const QString saveError =
+        options_.save.isEmpty() ? QString() : tryMachineFile(*scene_.core().machine(), options_.save);
+    if (!saveError.isEmpty()) {
+        printError(QStringLiteral("save %1: %2").arg(options_.save, saveError));
         return false;
     }
-    const QString saveError =
-        options_.save.isEmpty() ? QString() : writeMachineFile(*scene_.core().machine(), options_.save);
-    if (!saveError.isEmpty())
-        printError(QStringLiteral("save %1: %2").arg(options_.save, saveError));
+    if (!openTranscript())
+        return false;
+    Transcript& transcript = scene_.core().transcript();
     transcript.add(QStringLiteral("begin"), {{QStringLiteral("machine"), scene_.core().machineName()}});
-    return saveError.isEmpty();
+    return !transcript.hasFailed();
+}
+
+bool HostApp::openTranscript()
+{
+    if (options_.transcript.isEmpty())
+        return true;
+    const QString file = options_.transcript;
+    const QString error = scene_.core().transcript().open(file, [file](const QString& reason) {
+        printError(QStringLiteral("transcript %1: %2; no further events are written").arg(file, reason));
+    });
+    if (!error.isEmpty())
+        printError(QStringLiteral("transcript %1: %2").arg(file, error));
+    return error.isEmpty();
 }
 
 void HostApp::closeFiles()
@@ -135,7 +147,10 @@ void HostApp::closeFiles()
             exitCode_ = kExitBadStart;
         }
     }
-    scene_.core().transcript().add(QStringLiteral("end"), {{QStringLiteral("exitCode"), exitCode_}});
+    Transcript& transcript = scene_.core().transcript();
+    transcript.add(QStringLiteral("end"), {{QStringLiteral("exitCode"), exitCode_}});
+    if (transcript.hasFailed())
+        exitCode_ = kExitBadStart;
 }
 
 bool HostApp::build()

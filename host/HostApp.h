@@ -42,6 +42,7 @@ private:
     bool loadComponent();
     void takeScreenshot();
     bool openFiles();
+    bool openTranscript();
     void closeFiles();
     void onReady();
     void onFailed();

@@ -1,5 +1,6 @@
 #include "host/Screenshot.h"
 
+#include <QtCore/QBuffer>
 #include <QtGui/QImage>
 #include <QtGui/QPixmap>
 #include <QtGui/QScreen>
@@ -16,7 +17,7 @@ constexpr int kSmallest = 0;
 
 QString Screenshot::open()
 {
-    return file_.open(QIODevice::WriteOnly) ? QString() : error();
+    return described(file_.open());
 }
 
 QString Screenshot::take(QQuickWindow& window)
@@ -24,12 +25,18 @@ QString Screenshot::take(QQuickWindow& window)
     const QImage picture = pictureOf(window);
     if (picture.isNull())
         return QStringLiteral("the window could not be drawn");
-    return picture.save(&file_, "PNG", kSmallest) && file_.commit() ? QString() : error();
+    // Encoded in memory, because the encoder gives no reason for a failed write.
+    QByteArray png;
+    QBuffer buffer(&png);
+    if (!buffer.open(QIODevice::WriteOnly) || !picture.save(&buffer, "PNG", kSmallest))
+        return QStringLiteral("the picture could not be encoded");
+    const QString error = file_.write(png);
+    return described(error.isEmpty() ? file_.commit() : error);
 }
 
-QString Screenshot::error() const
+QString Screenshot::described(const QString& error) const
 {
-    return QStringLiteral("screenshot %1: %2").arg(file_.fileName(), file_.errorString());
+    return error.isEmpty() ? QString() : QStringLiteral("screenshot %1: %2").arg(path_, error);
 }
 
 QImage pictureOf(QQuickWindow& window)

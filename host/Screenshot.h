@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QtCore/QSaveFile>
+#include "host/OutputFile.h"
+
 #include <QtCore/QString>
 #include <QtGui/QImage>
 
@@ -17,7 +18,7 @@ QImage pictureOf(QQuickWindow& window);
 class Screenshot
 {
 public:
-    explicit Screenshot(const QString& path) : file_(path) {}
+    explicit Screenshot(const QString& path) : path_(path), file_(path) {}
 
     /// Opens the file. Returns the error in one line; empty on success.
     QString open();
@@ -25,9 +26,10 @@ public:
     QString take(QQuickWindow& window);
 
 private:
-    QString error() const;
+    QString described(const QString& error) const;
 
-    QSaveFile file_;
+    QString path_;
+    OutputFile file_;
 };
 
 } // namespace host

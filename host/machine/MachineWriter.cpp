@@ -1,11 +1,11 @@
 #include "host/machine/MachineWriter.h"
 
+#include "host/OutputFile.h"
 #include "host/machine/Fields.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
-#include <QtCore/QSaveFile>
 
 #include <algorithm>
 #include <vector>
@@ -113,12 +113,12 @@ QByteArray writeMachine(const Machine& machine)
 
 QString writeMachineFile(const Machine& machine, const QString& path)
 {
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    const QByteArray bytes = writeMachine(machine);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        return file.errorString();
-    return QString();
+    return OutputFile::replace(path, writeMachine(machine));
+}
+
+QString tryMachineFile(const Machine& machine, const QString& path)
+{
+    return OutputFile::tryReplace(path, writeMachine(machine));
 }
 
 } // namespace host

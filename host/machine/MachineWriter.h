@@ -10,7 +10,9 @@ namespace host {
 /// the same bytes.
 QByteArray writeMachine(const Machine& machine);
 
-/// Writes the machine to a file atomically. Returns the error; empty on success.
+/// Replaces the file with the machine, or keeps the old file. Returns the error; empty on success.
 QString writeMachineFile(const Machine& machine, const QString& path);
+/// Whether writeMachineFile() would succeed now. The file remains. Returns the error; empty on success.
+QString tryMachineFile(const Machine& machine, const QString& path);
 
 } // namespace host

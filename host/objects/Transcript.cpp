@@ -1,16 +1,18 @@
 #include "host/objects/Transcript.h"
 
+#include "host/OutputFile.h"
 #include "host/machine/GuidedTasks.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QThread>
 
 #include <atomic>
-#include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace host {
 
@@ -51,17 +53,36 @@ QJsonValue brief(const QVariant& value)
 
 } // namespace
 
-Transcript::~Transcript()
+QString Transcript::open(const QString& path, std::function<void(const QString&)> onFailure)
 {
-    if (file_ != nullptr)
-        std::fclose(file_);
+    const QString noFile = QStringLiteral("not a regular file");
+    if (QFileInfo(path).isDir())
+        return noFile;
+    file_.setFileName(path);
+    onFailure_ = std::move(onFailure);
+    if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+        return file_.errorString();
+    // Lines on a disk would destroy its data.
+    if (isSpecialFile(path) && !file_.isSequential())
+        return noFile;
+    clock_.start();
+    isOpen_ = true;
+    return QString();
 }
 
-QString Transcript::open(const QString& path)
+// Gives the error; empty on success. Called with the lock.
+QString Transcript::write(const QByteArray& line)
 {
-    file_ = std::fopen(path.toLocal8Bit().constData(), "wb");
-    clock_.start();
-    return file_ != nullptr ? QString() : QString::fromLocal8Bit(std::strerror(errno));
+    const QString error = writeAll(file_, line);
+    if (error.isEmpty()) {
+        complete_ += line.size();
+        return error;
+    }
+    isOpen_ = false;
+    hasFailed_ = true;
+    if (!file_.isSequential())
+        file_.resize(complete_);
+    return error;
 }
 
 void Transcript::add(const QString& kind, QJsonObject fields)
@@ -71,12 +92,16 @@ void Transcript::add(const QString& kind, QJsonObject fields)
     fields.insert(QStringLiteral("kind"), kind);
     fields.insert(QStringLiteral("thread"), threadName());
     // The lock keeps the lines in the order of their times.
-    const std::lock_guard<std::mutex> lock(mutex_);
+    std::unique_lock<std::mutex> lock(mutex_);
+    if (!isOpen())
+        return;
     fields.insert(QStringLiteral("time"), QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs));
     fields.insert(QStringLiteral("ms"), clock_.elapsed());
     const QByteArray line = QJsonDocument(fields).toJson(QJsonDocument::Compact) + '\n';
-    std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), file_);
-    std::fflush(file_);
+    const QString error = write(line);
+    lock.unlock();
+    if (!error.isEmpty() && onFailure_)
+        onFailure_(error);
 }
 
 void Transcript::hostCall(const char* object, const char* member, const QVariantList& arguments,

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
 #include <QtCore/QJsonObject>
 #include <QtCore/QString>
 #include <QtCore/QVariantList>
 
-#include <cstdio>
+#include <atomic>
+#include <functional>
 #include <mutex>
 
 namespace host {
@@ -15,18 +17,19 @@ namespace host {
 /// use), `kind`, and the fields of that kind. Each line is flushed at once, so that a killed process loses at
 /// most the last line.
 ///
+/// After a failed write, for example on a full disk, the file ends with the last complete line and gets no
+/// further lines, even if space becomes free: a gap would not be visible.
+///
 /// add() and hostCall(): any thread; open() must be called first. Without a file they have no effect.
 class Transcript
 {
 public:
-    Transcript() = default;
-    ~Transcript();
-    Transcript(const Transcript&) = delete;
-    Transcript& operator=(const Transcript&) = delete;
-
-    /// Creates or truncates the file. Returns the error; empty on success.
-    QString open(const QString& path);
-    bool isOpen() const { return file_ != nullptr; }
+    /// Creates or truncates the file. A pipe or a character device is written to; a folder or a disk is an
+    /// error. Returns the error; empty on success.
+    /// @p onFailure: called once, with the reason, on the thread whose write fails.
+    QString open(const QString& path, std::function<void(const QString&)> onFailure = {});
+    bool isOpen() const { return isOpen_; }
+    bool hasFailed() const { return hasFailed_; }
 
     void add(const QString& kind, QJsonObject fields);
     /// A call of a host object. Records are written by name, lists by their length.
@@ -34,9 +37,15 @@ public:
                   const QVariant& result = QVariant(), const QString& reason = QString());
 
 private:
-    mutable std::mutex mutex_;
-    std::FILE* file_ = nullptr;
+    QString write(const QByteArray& line);
+
+    std::mutex mutex_;
+    std::atomic<bool> isOpen_{false};
+    std::atomic<bool> hasFailed_{false};
+    QFile file_;
+    qint64 complete_ = 0; ///< bytes of complete lines
     QElapsedTimer clock_;
+    std::function<void(const QString&)> onFailure_;
 };
 
 } // namespace host

@@ -1,12 +1,13 @@
 #include "host/udisks/StateFile.h"
 
+#include "host/OutputFile.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QLockFile>
-#include <QtCore/QSaveFile>
 
 namespace host {
 
@@ -32,9 +33,11 @@ QMap<QString, QString> StateFile::read(Rejection& problem) const
     QFile file(path_);
     if (!file.exists())
         return strings;
-    if (!file.open(QIODevice::ReadOnly)) {
+    // Opening a pipe would wait for its writer.
+    const bool isSpecial = isSpecialFile(path_);
+    if (isSpecial || !file.open(QIODevice::ReadOnly)) {
         problem = Text(QT_TRANSLATE_NOOP("Sandbox", "The file %1 cannot be read: %2."),
-                       {path_, file.errorString()});
+                       {path_, isSpecial ? QStringLiteral("not a regular file") : file.errorString()});
         return strings;
     }
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
@@ -67,11 +70,8 @@ Rejection StateFile::write(const QMap<QString, QString>& changes) const
         if (!it->isEmpty())
             object.insert(it.key(), *it);
     }
-    QSaveFile file(path_);
-    const QByteArray json = QJsonDocument(object).toJson();
-    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.commit())
-        return failure(file.errorString());
-    return kAccepted;
+    const QString error = OutputFile::replace(path_, QJsonDocument(object).toJson());
+    return error.isEmpty() ? Rejection() : failure(error);
 }
 
 } // namespace host
