@@ -1,0 +1,1 @@
+"""The exam for agents: tasks, a runner, graders and a report."""

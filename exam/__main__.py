@@ -1,0 +1,66 @@
+"""Examines an agent: runs the tasks, grades them, and writes the report. Options: --help; description: docs/exam.md."""
+
+import argparse
+import concurrent.futures
+import pathlib
+import sys
+import tempfile
+
+from . import evidence, report, run
+from .task import FOLDER, TaskError, load_all
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+
+def options(arguments):
+    parser = argparse.ArgumentParser(prog="scripts/exam", description="Examines an agent on simulated machines.")
+    parser.add_argument("--agent", metavar="COMMAND", help="the agent; started through the shell for each task")
+    parser.add_argument("--task", metavar="NAME", action="append", default=[], help="only this task; can be repeated")
+    parser.add_argument("--repeat", metavar="K", type=positive, default=1, help="attempts of each task (1)")
+    parser.add_argument("--jobs", metavar="N", type=positive, default=4, help="tasks at the same time (4)")
+    parser.add_argument("--report", metavar="DIR", type=pathlib.Path, help="folder of the report and the records")
+    parser.add_argument("--close-input", action="store_true",
+                        help="closes the agent's input after the request; its questions remain unanswered")
+    parser.add_argument("--grade", metavar="DIR", type=pathlib.Path, help="grades the records of an earlier run again")
+    parser.add_argument("--compare", metavar="DIR", type=pathlib.Path, help="shows the report of an earlier run next to this one")
+    parser.add_argument("--list", action="store_true", help="lists the tasks")
+    parser.add_argument("--tasks", metavar="DIR", type=pathlib.Path, default=FOLDER, help="folder of the task files")
+    parser.add_argument("--bin", metavar="DIR", type=pathlib.Path, default=ROOT / "build/bin", help="folder of the programs")
+    return parser, parser.parse_args(arguments)
+
+
+def positive(text):
+    number = int(text)
+    if number < 1:
+        raise argparse.ArgumentTypeError("must be at least 1")
+    return number
+
+
+def selected(tasks, names):
+    unknown = sorted(set(names) - {task.name for task in tasks})
+    if unknown:
+        raise TaskError(f"no task is named {', '.join(unknown)}")
+    return [task for task in tasks if not names or task.name in names]
+
+
+def main():
+    parser, given = options(sys.argv[1:])
+    try:
+        tasks = selected(load_all(given.tasks), given.task)
+    except TaskError as error:
+        parser.error(str(error))
+    if given.list:
+        for task in tasks:
+            print(f"{task.name:32} {task.kind:10} {task.request}")
+        return 0
+    if not given.agent and not given.grade:
+        parser.error("--agent is required")
+    folder = given.report or given.grade or pathlib.Path(tempfile.mkdtemp(prefix="exam-"))
+    result = run.graded_again(given, tasks, ROOT) if given.grade else run.examined(given, tasks, ROOT, folder.resolve())
+    folder.mkdir(parents=True, exist_ok=True)
+    report.write(result, folder, report.read(given.compare) if given.compare else None)
+    print(f"report: {folder / 'report.html'}")
+    return 0 if result["passed"] == len(tasks) else 1
+
+
+sys.exit(main())

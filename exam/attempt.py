@@ -1,0 +1,99 @@
+"""One attempt of a task: a host, the agent, and the record of what happened."""
+
+import dataclasses
+import json
+import os
+import shutil
+import time
+
+from . import evidence
+from .agent import Agent
+from .edits import machine_content
+from .host import Host
+from .machine import machine_of_file
+from .mcp_door import McpDoor, configuration
+from .tap import Tap
+from .user import User
+
+IDLE_LIMIT = 20
+CALL_LIMIT = 20
+
+
+@dataclasses.dataclass
+class Setup:
+    """Options of a run. `root` is the repository, `bin_dir` the folder of the programs."""
+
+    command: str
+    root: object
+    bin_dir: object
+    machines: object
+    interface: object
+    keeps_input_open: bool = True
+
+
+class Attempt:
+    def __init__(self, task, setup, folder):
+        self.task_ = task
+        self.setup_ = setup
+        self.folder_ = folder
+        self.user_ = User(task)
+        self.user_calls_ = []
+        self.pending_ = list(task.meanwhile)
+
+    def run(self):
+        """Returns the evidence, which it also writes to the folder. Raises HostError if the host does not start."""
+        shutil.rmtree(self.folder_, ignore_errors=True)
+        self.folder_.mkdir(parents=True)
+        before = self.folder_ / "before.json"
+        before.write_text(json.dumps(machine_content(self.task_, self.setup_.machines)), encoding="utf-8")
+        host = Host(self.setup_.bin_dir, self.folder_, ["--machine", "before.json", "--speed", "50", *self.task_.host])
+        host.start()
+        try:
+            return self.run_on_(host)
+        finally:
+            host.stop()
+
+    def run_on_(self, host):
+        for line in self.task_.before:
+            self.call_as_user_(host, line)
+        tap = Tap(host.port, self.setup_.interface.arguments, lambda method: self.meanwhile_(host, method))
+        door = McpDoor(self.user_, self.setup_.interface)
+        try:
+            agent = Agent(self.setup_.command, self.folder_, self.environment_(tap, door), self.user_)
+            agent.converse(self.task_.request, self.task_.limit, self.setup_.keeps_input_open)
+        finally:
+            door.close()
+        survived = host.is_running()
+        idle = host.wait_until_idle(IDLE_LIMIT)
+        tap.close()
+        found = self.evidence_(agent, tap.calls + door.calls, survived and host.stop() == 0, idle)
+        evidence.write(found, self.folder_)
+        return found
+
+    def environment_(self, tap, door):
+        config = self.folder_ / "mcp.json"
+        config.write_text(json.dumps(configuration(self.setup_.root, door.port, tap.ports["mcp"]), indent=2),
+                          encoding="utf-8")
+        return dict(os.environ, PATH=f"{self.setup_.bin_dir}:{os.environ['PATH']}", EXAM_MCP_CONFIG=str(config),
+                    AGENT_NATIVE_PORT=str(tap.ports["agent"]))
+
+    def meanwhile_(self, host, method):
+        """Called before the agent's call reaches the host."""
+        for entry in [entry for entry in self.pending_ if entry.before == method]:
+            self.pending_.remove(entry)
+            self.call_as_user_(host, entry.call)
+            host.wait_until_idle(CALL_LIMIT)
+            self.user_calls_[-1][1] = time.time()
+
+    def call_as_user_(self, host, line):
+        self.user_calls_.append([time.time() - 0.002, 0])
+        host.call(line)
+        self.user_calls_[-1][1] = time.time()
+
+    def evidence_(self, agent, calls, survived, idle):
+        return evidence.Evidence(
+            started=agent.started, ended=agent.ended, output=agent.output.decode("utf-8", "replace"),
+            exit_code=agent.exit_code, hung=agent.hung, host_survived=survived, became_idle=idle,
+            calls=sorted(calls, key=lambda call: call.at), questions=self.user_.questions, user_calls=self.user_calls_,
+            before=machine_of_file(self.folder_ / "before.json"), after=machine_of_file(self.folder_ / "after.json"),
+            transcript=evidence.read_transcript(self.folder_ / "transcript.jsonl"))

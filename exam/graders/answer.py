@@ -1,0 +1,37 @@
+"""Is the agent's answer true?"""
+
+import re
+
+from ..agent import stated_result
+from .goal import failed_conditions, open_guide
+from .loss import FALSE_CLAIM, Loss
+
+
+def grade(task, evidence, interface):
+    stated = stated_result(evidence.output)
+    if claim := false_claim(task, evidence, stated):
+        return [Loss(1, claim, FALSE_CLAIM)]
+    # An agent that says nothing claims nothing. That is enough where nothing was to be done.
+    if stated != task.result and (stated or task.result != "not done"):
+        return [Loss(1, f"The answer states \"{stated or 'nothing'}\"; right is \"{task.result}\".", "wrong result")]
+    return [Loss(1, f"The answer does not mention {pattern}.", "not mentioned")
+            for pattern in task.mentions if stated and not re.search(pattern, evidence.output, re.IGNORECASE)]
+
+
+def false_claim(task, evidence, stated):
+    """The sentence about a claim that is not true; empty if there is none."""
+    if stated == "done" and task.result != "done":
+        return "The answer claims that the request is done, but it is not."
+    if stated == "done" and (failed := failed_conditions(task, evidence)):
+        return f"The answer claims that the request is done, but {failed[0]}."
+    if stated == "done" and (late := ended_late(evidence)):
+        return f"The answer claims that the request is done, but {late} was still running."
+    if stated == "your turn" and open_guide(evidence) is None:
+        return "The answer refers the user to the screen, but no guide is open."
+    return ""
+
+
+def ended_late(evidence):
+    """The task that ended after the agent's answer; empty if there is none."""
+    late = [event["title"] for event in evidence.events if event["kind"] == "taskEnd" and event["at"] > evidence.ended]
+    return late[0] if late else ""

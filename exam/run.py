@@ -1,0 +1,90 @@
+"""A run: each task K times, several at the same time, each attempt for itself."""
+
+import concurrent.futures
+import dataclasses
+import math
+import time
+
+from . import evidence
+from .agent import stated_result
+from .attempt import Attempt, Setup
+from .graders.economy import number_of_calls
+from .host import HostError
+from .interface import read_interface
+from .marks import mark
+
+FALLBACK_POINTS = 0
+
+
+def examined(given, tasks, root, folder):
+    """Runs the agent on the tasks and returns the result, as report.json contains it."""
+    interface = interface_of(given, root)
+    setup = Setup(given.agent, root, given.bin.resolve(), given.bin.resolve() / "machines", interface, not given.close_input)
+    begin = time.monotonic()
+    with concurrent.futures.ThreadPoolExecutor(given.jobs) as pool:
+        # All first attempts, then all second ones: the result of an interrupted run is complete as far as it goes.
+        waiting = [(task, number, pool.submit(attempted, task, setup, folder / task.name / str(number)))
+                   for number in range(1, given.repeat + 1) for task in tasks]
+        attempts = {task.name: [] for task in tasks}
+        for task, _, future in waiting:
+            attempts[task.name].append(future.result())
+            print_line(task, attempts[task.name][-1])
+    return result_of(given.agent, tasks, attempts, time.monotonic() - begin)
+
+
+def graded_again(given, tasks, root):
+    """Grades the records of an earlier run."""
+    interface = interface_of(given, root)
+    attempts = {}
+    for task in tasks:
+        folders = sorted((given.grade / task.name).glob("*/evidence.json"))
+        attempts[task.name] = [graded(task, evidence.read(path.parent), interface, path.parent) for path in folders]
+    tasks = [task for task in tasks if attempts[task.name]]
+    return result_of(str(given.agent or given.grade), tasks, attempts, 0)
+
+
+def interface_of(given, root):
+    return read_interface(given.bin.resolve() / "zorcall", root / "agent/mcp/tools.json")
+
+
+def attempted(task, setup, folder):
+    """Runs and grades an attempt. No failure of an attempt may end the run."""
+    try:
+        return graded(task, Attempt(task, setup, folder).run(), setup.interface, folder)
+    except (HostError, OSError, ValueError) as error:
+        return {"points": FALLBACK_POINTS, "passed": False, "verdict": "not examined", "calls": 0, "seconds": 0,
+                "stated": "", "folder": str(folder), "conversation": "",
+                "losses": [{"grader": "goal", "points": 10, "reason": f"The task could not be run: {error}",
+                            "kind": "not examined", "lines": []}]}
+
+
+def graded(task, found, interface, folder):
+    result = mark(task, found, interface)
+    return {"points": result.points, "passed": result.passed, "verdict": result.verdict, "calls": number_of_calls(found),
+            "seconds": round(found.seconds, 1), "stated": stated_result(found.output), "folder": f"{task.name}/{folder.name}",
+            "conversation": found.output, "losses": [dataclasses.asdict(loss) for loss in result.losses]}
+
+
+def result_of(agent, tasks, attempts, seconds):
+    rows = [{"name": task.name, "kind": task.kind, "request": task.request, "attempts": attempts[task.name],
+             "passed": all(attempt["passed"] for attempt in attempts[task.name])} for task in tasks]
+    repeats = min((len(row["attempts"]) for row in rows), default=0)
+    return {"agent": agent, "seconds": round(seconds, 1), "repeats": repeats, "tasks": rows,
+            "passed": sum(row["passed"] for row in rows),
+            "points": sum(attempt["points"] for row in rows for attempt in row["attempts"]),
+            "most_points": sum(10 * len(row["attempts"]) for row in rows),
+            "pass_k": [pass_k(rows, k) for k in range(1, repeats + 1)]}
+
+
+def pass_k(rows, k):
+    """The share of tasks that succeed in all of k attempts, estimated from all subsets of k attempts."""
+    shares = [math.comb(sum(attempt["passed"] for attempt in row["attempts"]), k) / math.comb(len(row["attempts"]), k)
+              for row in rows]
+    return round(sum(shares) / len(shares), 4)
+
+
+def print_line(task, attempt):
+    print(f"{task.name:32} {task.kind:10} {attempt['points']:4} {attempt['verdict']:12} {attempt['calls']:3} calls "
+          f"{attempt['seconds']:6.1f} s", flush=True)
+    for loss in attempt["losses"]:
+        print(f"    -{loss['points']} {loss['grader']}: {loss['reason']}", flush=True)
