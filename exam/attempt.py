@@ -46,7 +46,7 @@ class Attempt:
         self.folder_.mkdir(parents=True)
         before = self.folder_ / "before.json"
         before.write_text(json.dumps(machine_content(self.task_, self.setup_.machines)), encoding="utf-8")
-        host = Host(self.setup_.bin_dir, self.folder_, ["--machine", "before.json", "--speed", "50", *self.task_.host])
+        host = Host(self.setup_.bin_dir, self.folder_, ["--machine", "before.json", "--speed", str(self.task_.speed), *self.task_.host])
         host.start()
         try:
             return self.run_on_(host)

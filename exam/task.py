@@ -41,6 +41,7 @@ class Task:
     change: dict = dataclasses.field(default_factory=dict)
     new_disk: list = dataclasses.field(default_factory=list)
     host: list = dataclasses.field(default_factory=list)
+    speed: float = 50
     before: list = dataclasses.field(default_factory=list)
     meanwhile: list = dataclasses.field(default_factory=list)
     agreed: list = dataclasses.field(default_factory=list)
