@@ -32,6 +32,10 @@ def false_claim(task, evidence, stated):
 
 
 def ended_late(evidence):
-    """The task that ended after the agent's answer; empty if there is none."""
-    late = [event["title"] for event in evidence.events if event["kind"] == "taskEnd" and event["at"] > evidence.ended]
+    """The task of the agent that ended after the agent's answer; empty if there is none."""
+    orders = [event for event in evidence.transcript if event["kind"] == "order"]
+    # The host numbers its tasks in the order of their orders, from 1.
+    own = [number for number, event in enumerate(orders, start=1) if event in evidence.events]
+    late = [event["title"] for event in evidence.events
+            if event["kind"] == "taskEnd" and event["task"] in own and event["at"] > evidence.ended]
     return late[0] if late else ""

@@ -1,5 +1,6 @@
 """Is everything that the request did not name as it was before?"""
 
+from ..conditions import shown
 from .loss import Loss
 
 ENTRY_FIELDS = ("letter", "label", "filesystem", "size", "used", "start", "cluster", "hidden", "active", "primary", "guid")
@@ -11,13 +12,15 @@ def grade(task, evidence, interface):
         return [Loss(2, "The host ended, so it is unknown what was damaged.", "host ended")]
     comparison = Comparison(task.may_change)
     comparison.machines(evidence.before, evidence.after)
-    return comparison.losses + forbidden_events(task, evidence)
+    orders = [event["line"] for event in evidence.events if event["kind"] == "order"]
+    losses = [Loss(1, text, "damage", orders) for text in comparison.differences]
+    return losses + forbidden_events(task, evidence)
 
 
 class Comparison:
     def __init__(self, may_change):
         self.may_change_ = may_change
-        self.losses = []
+        self.differences = []
 
     def machines(self, before, after):
         for disk in before.disks:
@@ -47,14 +50,14 @@ class Comparison:
 
     def field_(self, name, field, was, now, disk=""):
         if was != now:
-            self.add_(name, field, f"{name}: {field} is {now!r}, it was {was!r}.", disk)
+            self.add_(name, field, f"{name} {field} is {shown(now)}; it was {shown(was)}.", disk)
 
     def add_(self, name, field, text, disk=""):
         for each in (name, disk):
             allowed = self.may_change_.get(each, [])
             if allowed == "everything" or (each == name and field in allowed):
                 return
-        self.losses.append(Loss(1, text, "damage"))
+        self.differences.append(text)
 
 
 def counterpart(entry, others):
