@@ -1,12 +1,11 @@
 """Examines an agent: runs the tasks, grades them, and writes the report. Options: --help; description: docs/exam.md."""
 
 import argparse
-import concurrent.futures
 import pathlib
 import sys
 import tempfile
 
-from . import evidence, report, run
+from . import report, run
 from .task import FOLDER, TaskError, load_all
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent

@@ -2,6 +2,7 @@
 
 import concurrent.futures
 import dataclasses
+import json
 import math
 import time
 
@@ -13,7 +14,10 @@ from .host import HostError
 from .interface import read_interface
 from .marks import mark
 
-FALLBACK_POINTS = 0
+NOT_EXAMINED_POINTS = 0
+MOST_LINES = 3
+# Characters of an answer or a line of the transcript that the report shows.
+MOST_TEXT = 4000
 
 
 def examined(given, tasks, root, folder):
@@ -52,7 +56,7 @@ def attempted(task, setup, folder):
     try:
         return graded(task, Attempt(task, setup, folder).run(), setup.interface, folder)
     except (HostError, OSError, ValueError) as error:
-        return {"points": FALLBACK_POINTS, "passed": False, "verdict": "not examined", "calls": 0, "seconds": 0,
+        return {"points": NOT_EXAMINED_POINTS, "passed": False, "verdict": "not examined", "calls": 0, "seconds": 0,
                 "stated": "", "folder": str(folder), "conversation": "",
                 "losses": [{"grader": "goal", "points": 10, "reason": f"The task could not be run: {error}",
                             "kind": "not examined", "lines": []}]}
@@ -62,7 +66,19 @@ def graded(task, found, interface, folder):
     result = mark(task, found, interface)
     return {"points": result.points, "passed": result.passed, "verdict": result.verdict, "calls": number_of_calls(found),
             "seconds": round(found.seconds, 1), "stated": stated_result(found.output), "folder": f"{task.name}/{folder.name}",
-            "conversation": found.output, "losses": [dataclasses.asdict(loss) for loss in result.losses]}
+            "conversation": found.output[:MOST_TEXT], "losses": [with_transcript(loss, found) for loss in result.losses]}
+
+
+def with_transcript(loss, found):
+    """The loss with the first lines of the transcript that show it."""
+    lines = [{"line": event["line"], "text": line_text(event)} for event in found.transcript if event["line"] in loss.lines]
+    return {**dataclasses.asdict(loss), "transcript": lines[:MOST_LINES]}
+
+
+def line_text(event):
+    left_out = ("line", "at", "time", "thread", "ms", "kind")
+    content = json.dumps({key: value for key, value in event.items() if key not in left_out})
+    return f"{event['ms']} ms {event['kind']} {content}"[:MOST_TEXT]
 
 
 def result_of(agent, tasks, attempts, seconds):
