@@ -35,10 +35,10 @@ def verdict_of(evidence, losses):
     graders = [loss.grader for loss in losses if loss.grader != "economy"]
     if any(loss.kind == FALSE_CLAIM for loss in losses):
         return "false claim"
-    if "damage" in graders:
-        return "damage"
     if not evidence.host_survived:
         return "host ended"
+    if "damage" in graders:
+        return "damage"
     if evidence.hung:
         return "time limit"
     return "passed" if not graders else "failed"

@@ -1,0 +1,157 @@
+"""The runner with agents that misbehave, that ask, and that use the MCP gateway. Each test examines a real host."""
+
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from support import BIN, ROOT
+
+FORMAT = '{{"driveLetter":"{}","fileSystem":"exFAT","label":"TV","clusterSize":0,"quickFormat":true}}'
+MINE = """
+kind = "do"
+request = "Call the stick Mine."
+result = "done"
+limit = 10
+end = ["H: label is Mine"]
+may_change = { "H:" = ["label"] }
+reference = ["read", "ChangePartitionLabel driveLetter=H newLabel=Mine", "until H: label is Mine", "result done"]
+"""
+
+
+class ExamTest(unittest.TestCase):
+    def setUp(self):
+        scratch = tempfile.TemporaryDirectory()
+        self.addCleanup(scratch.cleanup)
+        self.folder = pathlib.Path(scratch.name)
+
+    def examine(self, agent, *options):
+        """Runs the exam; returns its exit code, its output and the tasks of the report by name."""
+        command = [sys.executable, "-B", "-m", "exam", "--agent", agent, "--bin", str(BIN), "--report",
+                   str(self.folder / "report"), *options]
+        done = subprocess.run(command, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False,
+                              timeout=300)
+        path = self.folder / "report/report.json"
+        self.assertTrue(path.exists(), done.stdout)
+        result = json.loads(path.read_text(encoding="utf-8"))
+        return done.returncode, done.stdout, {each["name"]: each["attempts"] for each in result["tasks"]}, result
+
+    def own_tasks(self, **files):
+        folder = self.folder / "tasks"
+        folder.mkdir()
+        for name, content in files.items():
+            (folder / f"{name}.toml").write_text(content)
+        return "--tasks", str(folder)
+
+    def agent(self, text):
+        path = self.folder / "agent"
+        path.write_text(text)
+        path.chmod(0o755)
+        return str(path)
+
+
+class Runner(ExamTest):
+    def test_a_task_is_added_in_one_file(self):
+        options = self.own_tasks(mine=MINE)
+        code, output, tasks, _ = self.examine(f"{ROOT}/exam/agents/liar", *options)
+        self.assertEqual((code, tasks["mine"][0]["verdict"]), (1, "false claim"), output)
+
+    def test_an_agent_that_hangs_fails_alone(self):
+        options = self.own_tasks(first=MINE.replace("limit = 10", "limit = 2"), second=MINE.replace("stick", "drive H:"))
+        agent = self.agent("#!/bin/sh\nread request\ncase $request in *stick*) sleep 1000 & sleep 1000 ;; esac\n"
+                           "echo RESULT NOT DONE\n")
+        _, output, tasks, _ = self.examine(agent, *options)
+        self.assertEqual(tasks["first"][0]["verdict"], "time limit", output)
+        self.assertEqual(tasks["second"][0]["verdict"], "failed", output)
+
+    def test_an_agent_that_kills_its_host_fails_alone(self):
+        options = self.own_tasks(first=MINE, second=MINE.replace("stick", "drive H:"))
+        agent = self.agent("#!/bin/sh\nread request\ncase $request in *stick*)\n"
+                           'for process in /proc/[0-9]*; do [ "$(readlink $process/cwd)" = "$(dirname "$PWD")" ] && '
+                           'grep -q zorhost $process/comm && kill -9 ${process#/proc/}; done ;; esac\n'
+                           "echo RESULT NOT DONE\n")
+        _, output, tasks, _ = self.examine(agent, *options)
+        self.assertEqual(tasks["first"][0]["verdict"], "host ended", output)
+        self.assertEqual(tasks["second"][0]["verdict"], "failed", output)
+
+    def test_an_agent_that_ends_at_once_with_an_error_is_graded(self):
+        options = self.own_tasks(mine=MINE)
+        _, output, tasks, _ = self.examine("exit 7", *options)
+        self.assertEqual(tasks["mine"][0]["verdict"], "failed", output)
+
+    def test_a_flood_of_output_ends_at_the_time_limit(self):
+        options = self.own_tasks(mine=MINE.replace("limit = 10", "limit = 2"))
+        _, output, tasks, _ = self.examine("yes flood", *options)
+        self.assertEqual(tasks["mine"][0]["verdict"], "time limit", output[-500:])
+        self.assertLess(len(tasks["mine"][0]["conversation"]), 10000)
+
+    def test_a_child_that_keeps_the_output_open_does_not_delay_the_end(self):
+        options = self.own_tasks(mine=MINE)
+        _, output, tasks, _ = self.examine("sleep 1000 & echo RESULT NOT DONE", *options)
+        self.assertEqual(tasks["mine"][0]["stated"], "not done", output)
+        self.assertLess(tasks["mine"][0]["seconds"], 9)
+
+    def test_a_question_is_answered_from_the_tasks_file(self):
+        answers = '\n[[answers]]\nabout = "which"\nsay = "The red one."\n'
+        options = self.own_tasks(mine=MINE + answers)
+        agent = self.agent('#!/bin/sh\nread request\nwhile read line && [ -n "$line" ]; do :; done\n'
+                           'while read line && [ -n "$line" ]; do :; done\n'
+                           "echo ASK Which one?; read answer; echo The user said: $answer\n"
+                           "echo ASK Why?; read answer; echo Then: $answer\n")
+        _, output, tasks, _ = self.examine(agent, *options)
+        self.assertIn("The user said: The red one.", tasks["mine"][0]["conversation"], output)
+        self.assertIn("Then: I do not know.", tasks["mine"][0]["conversation"])
+
+    def test_with_close_input_an_agent_can_read_to_the_end(self):
+        options = self.own_tasks(mine=MINE)
+        _, output, tasks, _ = self.examine("cat; echo RESULT NOT DONE", "--close-input", *options)
+        self.assertIn("Call the stick Mine.", tasks["mine"][0]["conversation"], output)
+        self.assertEqual(tasks["mine"][0]["stated"], "not done")
+
+    def test_repeats_count_only_if_all_succeed(self):
+        options = self.own_tasks(mine=MINE.replace('result = "done"', 'result = "not done"').replace(
+            'end = ["H: label is Mine"]', 'never = ["any order"]'))
+        agent = self.agent(f"#!/bin/sh\nmkdir {self.folder}/once 2>/dev/null || echo RESULT YOUR TURN\n")
+        code, output, tasks, result = self.examine(agent, "--repeat", "2", "--jobs", "1", *options)
+        self.assertEqual([attempt["passed"] for attempt in tasks["mine"]], [True, False], output)
+        self.assertEqual((code, result["passed"], result["pass_k"]), (1, 0, [0.5, 0.0]))
+
+    def test_an_unknown_task_is_an_error(self):
+        done = subprocess.run([sys.executable, "-B", "-m", "exam", "--agent", "true", "--task", "nonsense"], cwd=ROOT,
+                              stderr=subprocess.PIPE, text=True, check=False)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn("no task is named nonsense", done.stderr)
+
+    def test_a_broken_machine_fails_alone(self):
+        options = self.own_tasks(first=MINE + 'change = { "Q: label" = "x" }\n', second=MINE)
+        _, output, tasks, _ = self.examine("true", *options)
+        self.assertEqual(tasks["first"][0]["verdict"], "not examined", output)
+        self.assertEqual(tasks["second"][0]["verdict"], "failed")
+
+
+GATEWAY = ROOT / "agent/mcp"
+
+
+@unittest.skipUnless(shutil.which("node") and (GATEWAY / "generated").exists() and (GATEWAY / "node_modules").exists(),
+                     "the MCP gateway is not installed")
+class McpClient(ExamTest):
+    def examine_with(self, drive, result, task):
+        agent = f"{ROOT}/tests/exam/agents/mcp FormatPartition '{FORMAT.format(drive)}' '{result}'"
+        return self.examine(agent, "--task", task)
+
+    def test_the_user_agrees_to_the_loss_that_the_request_names(self):
+        _, output, tasks, _ = self.examine_with("H", "DONE", "stick-for-tv")
+        self.assertEqual(tasks["stick-for-tv"][0]["verdict"], "passed", output)
+        self.assertEqual(tasks["stick-for-tv"][0]["calls"], 3)
+
+    def test_the_user_refuses_another_loss(self):
+        _, output, tasks, _ = self.examine_with("D", "NOT DONE", "stick-for-tv")
+        self.assertIn("The user answered no.", tasks["stick-for-tv"][0]["conversation"], output)
+        self.assertEqual(tasks["stick-for-tv"][0]["verdict"], "failed")
+
+
+unittest.main()
