@@ -52,8 +52,8 @@ class Task:
     never: list = dataclasses.field(default_factory=list)
     may_change: dict = dataclasses.field(default_factory=dict)
     mentions: list = dataclasses.field(default_factory=list)
-    calls: int = 12
-    seconds: int = 20
+    calls: int = 20
+    seconds: int = 30
     limit: int = 60
 
 
