@@ -6,7 +6,7 @@ import sys
 import tempfile
 
 from . import report, run
-from .task import FOLDER, TaskError, load_all
+from .task import FOLDER, TaskError, load_all, on_images
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
@@ -22,6 +22,8 @@ def options(arguments):
                         help="closes the agent's input after the request; its questions remain unanswered")
     parser.add_argument("--grade", metavar="DIR", type=pathlib.Path, help="grades the records of an earlier run again")
     parser.add_argument("--compare", metavar="DIR", type=pathlib.Path, help="shows the report of an earlier run next to this one")
+    parser.add_argument("--images", action="store_true",
+                        help="runs the tasks that have disk images on these (requires UDisks2)")
     parser.add_argument("--list", action="store_true", help="lists the tasks")
     parser.add_argument("--tasks", metavar="DIR", type=pathlib.Path, default=FOLDER, help="folder of the task files")
     parser.add_argument("--bin", metavar="DIR", type=pathlib.Path, default=ROOT / "build/bin", help="folder of the programs")
@@ -45,7 +47,10 @@ def selected(tasks, names):
 def main():
     parser, given = options(sys.argv[1:])
     try:
-        tasks = selected(load_all(given.tasks), given.task)
+        tasks = load_all(given.tasks)
+        if given.images:
+            tasks = [on_images(task) for task in tasks if task.real]
+        tasks = selected(tasks, given.task)
     except TaskError as error:
         parser.error(str(error))
     if given.list:

@@ -8,10 +8,9 @@ import time
 
 from . import evidence
 from .agent import Agent
-from .edits import machine_content
 from .host import Host
-from .machine import machine_of_file
 from .mcp_door import McpDoor, configuration
+from .stage import Images, Simulated
 from .tap import Tap
 from .user import User
 
@@ -44,18 +43,24 @@ class Attempt:
         """Returns the evidence, which it also writes to the folder. Raises HostError if the host does not start."""
         shutil.rmtree(self.folder_, ignore_errors=True)
         self.folder_.mkdir(parents=True)
-        before = self.folder_ / "before.json"
-        before.write_text(json.dumps(machine_content(self.task_, self.setup_.machines)), encoding="utf-8")
-        host = Host(self.setup_.bin_dir, self.folder_, ["--machine", "before.json", "--speed", str(self.task_.speed), *self.task_.host])
+        stage = Images(self.task_, self.folder_) if self.task_.images else \
+            Simulated(self.task_, self.folder_, self.setup_.machines)
+        host = Host(self.setup_.bin_dir, self.folder_, stage.options)
         host.start()
         try:
-            return self.run_on_(host)
+            found = self.run_on_(host, stage)
         finally:
             host.stop()
+        found.before, found.after = stage.before, stage.ended()
+        evidence.write(found, self.folder_)
+        return found
 
-    def run_on_(self, host):
+    def run_on_(self, host, stage):
         for line in self.task_.before:
             self.call_as_user_(host, line)
+            if self.task_.images:
+                host.wait_until_idle(CALL_LIMIT)
+        stage.started(self.setup_.bin_dir / "zorcall", host.port)
         tap = Tap(host.port, self.setup_.interface.arguments, lambda method: self.meanwhile_(host, method))
         door = McpDoor(self.user_, self.setup_.interface)
         try:
@@ -66,15 +71,14 @@ class Attempt:
         survived = host.is_running()
         idle = host.wait_until_idle(IDLE_LIMIT)
         tap.close()
-        found = self.evidence_(agent, tap.calls + door.calls, survived and host.stop() == 0, idle)
-        evidence.write(found, self.folder_)
-        return found
+        return self.evidence_(agent, tap.calls + door.calls, survived and host.stop() == 0, idle)
 
     def environment_(self, tap, door):
         config = self.folder_ / "mcp.json"
         config.write_text(json.dumps(configuration(self.setup_.root, door.port, tap.ports["mcp"]), indent=2),
                           encoding="utf-8")
         return dict(os.environ, PATH=f"{self.setup_.bin_dir}:{os.environ['PATH']}", EXAM_MCP_CONFIG=str(config),
+                    EXAM_DISKS="images" if self.task_.images else "simulated",
                     AGENT_NATIVE_PORT=str(tap.ports["agent"]))
 
     def meanwhile_(self, host, method):
@@ -95,5 +99,4 @@ class Attempt:
             started=agent.started, ended=agent.ended, output=agent.output.decode("utf-8", "replace"),
             exit_code=agent.exit_code, hung=agent.hung, host_survived=survived, became_idle=idle,
             calls=sorted(calls, key=lambda call: call.at), questions=self.user_.questions, user_calls=self.user_calls_,
-            before=machine_of_file(self.folder_ / "before.json"), after=machine_of_file(self.folder_ / "after.json"),
             transcript=evidence.read_transcript(self.folder_ / "transcript.jsonl"))

@@ -5,7 +5,7 @@ import json
 import pathlib
 
 from .host import read_transcript
-from .machine import machine_of_file
+from .stage import from_json, to_json
 from .tap import Call
 from .user import Question
 
@@ -42,6 +42,7 @@ class Evidence:
 def write(evidence, folder):
     content = {field.name: getattr(evidence, field.name) for field in dataclasses.fields(evidence)
                if field.name not in ("before", "after", "transcript")}
+    content.update(before=to_json(evidence.before), after=to_json(evidence.after))
     for name in ("calls", "questions"):
         content[name] = [dataclasses.asdict(each) for each in content[name]]
     (folder / "evidence.json").write_text(json.dumps(content, indent=1), encoding="utf-8")
@@ -52,5 +53,5 @@ def read(folder):
     content = json.loads((folder / "evidence.json").read_text(encoding="utf-8"))
     content["calls"] = [Call(**call) for call in content["calls"]]
     content["questions"] = [Question(**question) for question in content["questions"]]
-    return Evidence(**content, before=machine_of_file(folder / "before.json"), after=machine_of_file(folder / "after.json"),
-                    transcript=read_transcript(folder / "transcript.jsonl"))
+    content.update(before=from_json(content["before"]), after=from_json(content["after"]))
+    return Evidence(**content, transcript=read_transcript(folder / "transcript.jsonl"))

@@ -43,7 +43,8 @@ class Host:
         log = self.folder_ / "host.log"
         command = [str(self.bin_dir_ / "zorhost"), "--headless", "--transcript", "transcript.jsonl", "--save", "after.json",
                    *self.options_]
-        environment = dict(os.environ, QT_QPA_PLATFORM="offscreen")
+        # Drive letters of disk images are kept in the state folder.
+        environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", XDG_STATE_HOME=str(self.folder_ / "state"))
         with open(log, "wb") as output:
             self.process_ = subprocess.Popen(command, cwd=self.folder_, env=environment, stdin=subprocess.DEVNULL,
                                              stdout=output, stderr=subprocess.STDOUT, start_new_session=True)

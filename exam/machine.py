@@ -23,6 +23,7 @@ class Entry:
     active: bool = False
     primary: bool = True
     guid: str = ""
+    content: str = ""
 
     @property
     def name(self):

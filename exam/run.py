@@ -4,6 +4,7 @@ import concurrent.futures
 import dataclasses
 import json
 import math
+import subprocess
 import time
 
 from . import evidence
@@ -11,6 +12,7 @@ from .agent import stated_result
 from .attempt import Attempt, Setup
 from .graders.economy import number_of_calls
 from .host import HostError
+from .images import ImageError
 from .interface import read_interface
 from .marks import mark
 
@@ -55,7 +57,7 @@ def attempted(task, setup, folder):
     """Runs and grades an attempt. No failure of an attempt may end the run."""
     try:
         return graded(task, Attempt(task, setup, folder).run(), setup.interface, folder)
-    except (HostError, OSError, ValueError) as error:
+    except (HostError, ImageError, OSError, ValueError, subprocess.CalledProcessError) as error:
         return {"points": NOT_EXAMINED_POINTS, "passed": False, "verdict": "not examined", "calls": 0, "seconds": 0,
                 "stated": "", "folder": str(folder), "conversation": "",
                 "losses": [{"grader": "goal", "points": 10, "reason": f"The task could not be run: {error}",

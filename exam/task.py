@@ -55,6 +55,8 @@ class Task:
     calls: int = 20
     seconds: int = 30
     limit: int = 60
+    real: dict = dataclasses.field(default_factory=dict)
+    images: list = dataclasses.field(default_factory=list)
 
 
 def load(path):
@@ -75,8 +77,16 @@ def check(task, name):
         raise TaskError(f"{name}: kind must be one of {', '.join(KINDS)}")
     if task.result not in RESULTS:
         raise TaskError(f"{name}: result must be one of {', '.join(RESULTS)}")
+    if task.real and "image" not in task.real:
+        raise TaskError(f"{name}: real has no image")
     if "\n" in task.request.strip():
         raise TaskError(f"{name}: the request must be one line")
+
+
+def on_images(task):
+    """The task on disk images: the keys of its table `real` replace those of the simulated machine."""
+    keys = {"change": {}, "new_disk": [], "host": [], "before": [], "meanwhile": [], **task.real}
+    return dataclasses.replace(task, real={}, images=keys.pop("image"), **keys)
 
 
 def load_all(folder=FOLDER):

@@ -3,7 +3,8 @@
 from ..conditions import shown
 from .loss import Loss
 
-ENTRY_FIELDS = ("letter", "label", "filesystem", "size", "used", "start", "cluster", "hidden", "active", "primary", "guid")
+ENTRY_FIELDS = ("letter", "label", "filesystem", "size", "used", "start", "cluster", "hidden", "active", "primary", "guid",
+                "content")
 DISK_FIELDS = ("table", "size", "online", "readonly", "dynamic")
 
 
