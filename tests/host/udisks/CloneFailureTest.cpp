@@ -116,6 +116,25 @@ TEST_F(CloneFailure, FullFileSystemOfTheImage_FailsWithThePosition)
     outputOf("umount", {place.path()});
 }
 
+// The tool that changes the identifier of the copy first checks it.
+TEST_F(CloneFailure, DamagedFileSystem_LeavesTheDestinationWithoutAFileSystem)
+{
+    prepare();
+    backend.reset();
+    const QString damaged = volume(40 * kMiB, "mkfs.ext4", {"-q", "-L", "Source"});
+    outputOf("debugfs", {"-w", "-R", "clri <2>", damaged});
+    put(damaged, image, kMiB);
+    before = sumOfStart(image);
+    openBoth(1);
+    const std::string failure = clone(Function::ClonePartition, params());
+    EXPECT_EQ(failure.find("The identifier of the copy cannot be changed: "), 0u) << failure;
+    EXPECT_NE(failure.find("RUN fsck MANUALLY"), std::string::npos) << failure;
+    EXPECT_EQ(drive("E").fsString, "RAW");
+    backend.reset();
+    EXPECT_EQ(copyType(), "");
+    EXPECT_EQ(sumOfStart(image), before);
+}
+
 TEST_F(CloneFailure, SourceHeldByAnotherProgram_IsNotCloned)
 {
     prepare();
