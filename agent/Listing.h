@@ -6,9 +6,6 @@
 
 namespace zorcall {
 
-/// Writes the help of the program.
-void writeHelp(std::ostream& out);
-
 /// Writes the signature of each method on one line.
 void writeList(std::ostream& out, const Interface& service);
 

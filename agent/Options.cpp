@@ -1,6 +1,7 @@
 #include "agent/Options.h"
 
 #include "agent/Failure.h"
+#include "agent/OptionTable.h"
 
 #include <QtCore/QCommandLineParser>
 
@@ -14,12 +15,13 @@ constexpr double kMaxSeconds = 24 * 60 * 60;
 
 void declare(QCommandLineParser* parser)
 {
-    for (const char* flag : {"gated", "patient", "allow-missing", "table", "list", "version"})
-        parser->addOption(QCommandLineOption(QLatin1String(flag)));
-    parser->addOption(QCommandLineOption(QStringList{QStringLiteral("h"), QStringLiteral("help")}));
-    for (const char* option : {"host", "port", "timeout", "script"})
+    for (const OptionRow& row : optionTable()) {
+        QStringList names{QLatin1String(row.name)};
+        if (names.first() == QLatin1String("help"))
+            names.append(QStringLiteral("h"));
         parser->addOption(
-            QCommandLineOption(QLatin1String(option), QString(), QString::fromLatin1(option).toUpper()));
+            QCommandLineOption(names, QString(), QLatin1String(row.takesValue() ? row.value : "")));
+    }
 }
 
 bool isSet(const QCommandLineParser& parser, const char* name)

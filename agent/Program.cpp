@@ -3,6 +3,7 @@
 #include "agent/Client.h"
 #include "agent/Gate.h"
 #include "agent/Listing.h"
+#include "agent/OptionTable.h"
 #include "agent/Options.h"
 #include "agent/Report.h"
 #include "agent/Script.h"
@@ -60,7 +61,7 @@ ExitCode describe(const Options& options, std::ostream& out)
     if (!options.words.empty())
         writeMethod(out, service, requireMethod(service, options.words.front()));
     else if (options.mode == Options::Help)
-        writeHelp(out);
+        out << manual::helpText(programManual());
     else
         writeList(out, service);
     return Answered;

@@ -40,8 +40,8 @@ TEST(ZorcallUsage, Help_ContainsEveryOptionAndExitCode)
     EXPECT_EQ(ran.err, "");
     for (const char* word :
          {"--gated", "--patient", "--allow-missing", "--script FILE", "--table", "--list", "--host", "--port",
-          "--timeout", "--help", "--version", "0 answered", "1 rejected", "2 usage error",
-          "3 connection failed", "4 timeout", "5 exception", "6 standard output"})
+          "--timeout", "-h, --help", "--version", "0  answered", "1  rejected", "2  usage error",
+          "3  connection failed", "4  timeout", "5  exception", "6  standard output"})
         EXPECT_TRUE(ran.out.contains(word)) << word;
     EXPECT_EQ(zorcall(words("-h")), ran);
 }

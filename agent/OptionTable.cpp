@@ -1,0 +1,53 @@
+#include "agent/OptionTable.h"
+
+namespace zorcall {
+
+std::string OptionRow::term() const
+{
+    const std::string prefix = name == std::string("help") ? "-h, --" : "--";
+    return prefix + name + (value == nullptr ? std::string() : ' ' + std::string(value));
+}
+
+const std::vector<OptionRow>& optionTable()
+{
+    static const std::vector<OptionRow> rows = {
+        {"gated", nullptr, "call PreProcessing first and PostProcessing afterwards; print all three answers"},
+        {"patient", nullptr,
+         "repeat PreProcessing, up to the timeout, while it reports an operation in progress"},
+        {"allow-missing", nullptr, "do not require all arguments; missing ones are not sent"},
+        {"script", "FILE", "run one call per line on one connection; \"-\" reads standard input"},
+        {"table", nullptr, "with --script: print one short row per call"},
+        {"list", "[METHOD]", "list the methods, or document one"},
+        {"host", "HOST", "host of the service (localhost)"},
+        {"port", "PORT", "port of the service (AGENT_NATIVE_PORT)"},
+        {"timeout", "SEC", "timeout of the connection and of each answer (30)"},
+        {"help", nullptr, "print this help; with a METHOD, the same as --list METHOD"},
+        {"version", nullptr, "print the version"},
+    };
+    return rows;
+}
+
+manual::Manual programManual()
+{
+    manual::Section options{"Options", {}};
+    for (const OptionRow& row : optionTable())
+        options.rows.push_back({row.term(), row.help});
+    const manual::Section exitCodes{"Exit codes",
+                                    {{"0", "answered"},
+                                     {"1", "rejected by the tool or the gate"},
+                                     {"2", "usage error"},
+                                     {"3", "connection failed or lost"},
+                                     {"4", "timeout"},
+                                     {"5", "exception of the service or invalid reply"},
+                                     {"6", "standard output could not be written"}}};
+    const manual::Section environment{"Environment",
+                                      {{"AGENT_NATIVE_PORT", "port of the service, if --port is not given"}}};
+    return {"zorcall",
+            "call the agent service of a disk and partition manager",
+            {"[options] METHOD [name=value ...]", "[options] --script FILE", "--list [METHOD]"},
+            "Calls a tool of the disk and partition manager and prints its answer as JSON.",
+            {options, exitCodes, environment},
+            {"zorhost", "aibridge-mcp"}};
+}
+
+} // namespace zorcall
