@@ -19,7 +19,8 @@ const std::vector<OptionRow>& optionTable()
         {"table", nullptr, "with --script: print one short row per call"},
         {"list", "[METHOD]", "list the methods, or document one"},
         {"host", "HOST", "host of the service (localhost)"},
-        {"port", "PORT", "port of the service (AGENT_NATIVE_PORT)"},
+        {"port", "PORT",
+         "port of the service (AGENT_NATIVE_PORT, otherwise the only service of this computer)"},
         {"timeout", "SEC", "timeout of the connection and of each answer (30)"},
         {"help", nullptr, "print this help; with a METHOD, the same as --list METHOD"},
         {"version", nullptr, "print the version"},
@@ -40,8 +41,11 @@ manual::Manual programManual()
                                      {"4", "timeout"},
                                      {"5", "exception of the service or invalid reply"},
                                      {"6", "standard output could not be written"}}};
-    const manual::Section environment{"Environment",
-                                      {{"AGENT_NATIVE_PORT", "port of the service, if --port is not given"}}};
+    const manual::Section environment{
+        "Environment",
+        {{"AGENT_NATIVE_PORT", "port of the service, if --port is not given"},
+         {"ZORCALL_PORTS",
+          "ports of this computer on which the service is searched, if neither is given (9090-9153)"}}};
     return {"zorcall",
             "call the agent service of a disk and partition manager",
             {"[options] METHOD [name=value ...]", "[options] --script FILE", "--list [METHOD]"},

@@ -2,6 +2,7 @@
 
 #include "agent/Failure.h"
 #include "agent/OptionTable.h"
+#include "agent/Ports.h"
 
 #include <QtCore/QCommandLineParser>
 
@@ -40,22 +41,16 @@ QString valueOf(const QCommandLineParser& parser, const char* name)
     return values.value(0);
 }
 
-std::uint16_t readPort(const QString& text, const std::string& source)
+// 0 if the service must be searched. Only this computer is searched.
+std::uint16_t choosePort(const Options& options, const QString& nativePort)
 {
-    bool isNumber = false;
-    const uint port = text.toUInt(&isNumber);
-    if (!isNumber || port == 0 || port > 65535)
-        throw Failure(Usage, source + " is '" + text.toStdString() + "', not a valid port (1 to 65535)");
-    return static_cast<std::uint16_t>(port);
-}
-
-std::uint16_t choosePort(const QString& given, const QString& nativePort)
-{
-    if (!given.isEmpty())
-        return readPort(given, "--port");
-    if (nativePort.isEmpty())
-        throw Failure(Usage, "missing port: use --port or set AGENT_NATIVE_PORT");
-    return readPort(nativePort, "AGENT_NATIVE_PORT");
+    if (!options.port.isEmpty())
+        return readPort(options.port, "--port");
+    if (!nativePort.isEmpty())
+        return readPort(nativePort, "AGENT_NATIVE_PORT");
+    if (!options.host.isEmpty())
+        throw Failure(Usage, "missing port: --host requires --port or AGENT_NATIVE_PORT");
+    return 0;
 }
 
 std::chrono::milliseconds readTimeout(const QString& text)
@@ -137,7 +132,7 @@ Address addressOf(const Options& options, const QString& nativePort)
 {
     Address address;
     address.host = options.host.isEmpty() ? std::string("localhost") : options.host.toStdString();
-    address.port = choosePort(options.port, nativePort);
+    address.port = choosePort(options, nativePort);
     if (!options.timeout.isEmpty())
         address.limit = readTimeout(options.timeout);
     return address;

@@ -29,8 +29,8 @@ struct Options
 /// Parses the command line, including the program's name. Throws a Failure with code Usage.
 Options parseOptions(const QStringList& arguments);
 
-/// The address of the service. @p nativePort is the value of AGENT_NATIVE_PORT or empty. Throws as
-/// parseOptions does.
+/// The address of the service; port 0 if neither --port nor @p nativePort, the value of AGENT_NATIVE_PORT,
+/// selects one. Throws as parseOptions does.
 Address addressOf(const Options& options, const QString& nativePort);
 
 } // namespace zorcall

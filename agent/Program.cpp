@@ -1,6 +1,7 @@
 #include "agent/Program.h"
 
 #include "agent/Client.h"
+#include "agent/Finder.h"
 #include "agent/Gate.h"
 #include "agent/Listing.h"
 #include "agent/OptionTable.h"
@@ -18,21 +19,35 @@ namespace zorcall {
 
 namespace {
 
-ExitCode runCall(const Options& options, const QString& nativePort, std::ostream& out)
+// @p certain: an order is sent, or can be.
+Address locate(const Options& options, const Environment& environment, bool certain)
+{
+    Address address = addressOf(options, environment.nativePort);
+    if (address.port != 0)
+        return address;
+    const Ports ports = readPorts(environment.searchedPorts, "ZORCALL_PORTS");
+    const Listener found = onlyService(searchServices(Interface::builtIn(), ports), ports, certain);
+    address.host = found.host;
+    address.port = found.port;
+    return address;
+}
+
+ExitCode runCall(const Options& options, const Environment& environment, std::ostream& out)
 {
     const Interface& service = Interface::builtIn();
     Call call = parseCall(service, options.words, options.allowMissing);
     if (options.gated)
         putThroughGate(&call);
-    Client client(service, addressOf(options, nativePort));
+    Client client(service, locate(options, environment, call.method->acts() || call.gated));
     JsonReport report(out, service, false);
     return perform(client, call, options.patient, report);
 }
 
-ExitCode runLines(const Options& options, const QString& nativePort, std::istream& lines, std::ostream& out)
+ExitCode runLines(const Options& options, const Environment& environment, std::istream& lines,
+                  std::ostream& out)
 {
     const Interface& service = Interface::builtIn();
-    Client client(service, addressOf(options, nativePort));
+    Client client(service, locate(options, environment, true));
     std::unique_ptr<Report> report;
     if (options.table)
         report = std::make_unique<TableReport>(out, service);
@@ -42,17 +57,17 @@ ExitCode runLines(const Options& options, const QString& nativePort, std::istrea
     return runScript(client, lines, {name, options.allowMissing, options.patient}, *report);
 }
 
-ExitCode runFile(const Options& options, const QString& nativePort, std::istream& in, std::ostream& out)
+ExitCode runFile(const Options& options, const Environment& environment, std::istream& in, std::ostream& out)
 {
     if (options.script == "-")
-        return runLines(options, nativePort, in, out);
+        return runLines(options, environment, in, out);
     // A path of bytes would be decoded with the system's code page on Windows.
     std::ifstream file(std::filesystem::u8path(options.script), std::ios::binary);
     // Opening a folder succeeds; reading it fails.
     if (!file || (file.peek() == std::ifstream::traits_type::eof() && file.bad()))
         throw Failure(Usage, options.script + " cannot be read");
     file.clear();
-    return runLines(options, nativePort, file, out);
+    return runLines(options, environment, file, out);
 }
 
 ExitCode describe(const Options& options, std::ostream& out)
@@ -67,13 +82,13 @@ ExitCode describe(const Options& options, std::ostream& out)
     return Answered;
 }
 
-ExitCode run(const Options& options, const QString& nativePort, std::istream& in, std::ostream& out)
+ExitCode run(const Options& options, const Environment& environment, std::istream& in, std::ostream& out)
 {
     switch (options.mode) {
     case Options::Call:
-        return runCall(options, nativePort, out);
+        return runCall(options, environment, out);
     case Options::Script:
-        return runFile(options, nativePort, in, out);
+        return runFile(options, environment, in, out);
     case Options::Version:
         out << "zorcall " ZORCALL_VERSION "\n";
         return Answered;
@@ -84,11 +99,11 @@ ExitCode run(const Options& options, const QString& nativePort, std::istream& in
 
 } // namespace
 
-int runProgram(const QStringList& arguments, const QString& nativePort, std::istream& in, std::ostream& out,
-               std::ostream& err)
+int runProgram(const QStringList& arguments, const Environment& environment, std::istream& in,
+               std::ostream& out, std::ostream& err)
 {
     try {
-        const ExitCode code = run(parseOptions(arguments), nativePort, in, out);
+        const ExitCode code = run(parseOptions(arguments), environment, in, out);
         requireWritten(out);
         return code;
     } catch (const Failure& failure) {

@@ -6,9 +6,16 @@
 
 namespace zorcall {
 
+/// What the program reads from its surroundings.
+struct Environment
+{
+    QString nativePort;    ///< AGENT_NATIVE_PORT
+    QString searchedPorts; ///< ZORCALL_PORTS
+};
+
 /// Runs the program: results go to @p out, an error as one line to @p err. Returns the exit code. Requires a
-/// QCoreApplication. @p nativePort: value of AGENT_NATIVE_PORT.
-int runProgram(const QStringList& arguments, const QString& nativePort, std::istream& in, std::ostream& out,
-               std::ostream& err);
+/// QCoreApplication.
+int runProgram(const QStringList& arguments, const Environment& environment, std::istream& in,
+               std::ostream& out, std::ostream& err);
 
 } // namespace zorcall

@@ -12,6 +12,7 @@ int main(int argc, char** argv)
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     zorcall::useBinaryStreams();
     const QCoreApplication application(argc, argv);
-    return zorcall::runProgram(QCoreApplication::arguments(), qEnvironmentVariable("AGENT_NATIVE_PORT"),
-                               std::cin, std::cout, std::cerr);
+    const zorcall::Environment environment{qEnvironmentVariable("AGENT_NATIVE_PORT"),
+                                           qEnvironmentVariable("ZORCALL_PORTS")};
+    return zorcall::runProgram(QCoreApplication::arguments(), environment, std::cin, std::cout, std::cerr);
 }

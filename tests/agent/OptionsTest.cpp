@@ -1,6 +1,9 @@
 // The command line: the effect of each option, and rejected combinations.
 #include "agent/Options.h"
 #include "agent/Failure.h"
+#include "agent/Ports.h"
+
+#include <QtCore/QFile>
 
 #include <gtest/gtest.h>
 
@@ -74,9 +77,19 @@ TEST(Options, Modes_AreRecognised)
     EXPECT_EQ(parse(split("--version")).mode, Options::Version);
 }
 
-TEST(Options, MissingPort_IsRejectedWithBothAlternatives)
+TEST(Options, MissingPort_IsSearchedOnThisComputerOnly)
 {
-    EXPECT_EQ(rejection("Init", QString()), "missing port: use --port or set AGENT_NATIVE_PORT");
+    EXPECT_EQ(address("Init", QString()).port, 0);
+    EXPECT_EQ(rejection("--host localhost Init", QString()),
+              "missing port: --host requires --port or AGENT_NATIVE_PORT");
+}
+
+TEST(Options, SearchedPorts_AreTheRangeOfTheGateway)
+{
+    EXPECT_EQ(zorcall::portWords(zorcall::readPorts({}, {})), "9090 to 9153");
+    QFile file(qEnvironmentVariable("AIBRIDGE_SOURCE_DIR") + QStringLiteral("/agent/mcp/src/options.js"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("searchFrom: 9090,\n        searchCount: 64,"));
 }
 
 TEST(Options, InvalidPort_IsRejectedWithItsSource)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QByteArray>
+#include <QtCore/QProcessEnvironment>
 #include <QtCore/QStringList>
 
 #include <ostream>
@@ -27,6 +28,12 @@ inline std::ostream& operator<<(std::ostream& stream, const Ran& ran)
 /// Runs build/bin/zorcall and processes the test's events meanwhile. @p nativePort: AGENT_NATIVE_PORT, unset
 /// if empty; @p input: standard input.
 Ran zorcall(const QStringList& arguments, const QByteArray& nativePort = {}, const QByteArray& input = {});
+
+/// As zorcall(), with other variables of the environment: "NAME=value".
+Ran zorcallWith(const QStringList& variables, const QStringList& arguments, const QByteArray& input = {});
+
+/// The environment of a run: without the variables that zorcall reads, except @p variables.
+QProcessEnvironment zorcallEnvironment(const QStringList& variables);
 
 /// Path of the program.
 QString zorcallPath();
