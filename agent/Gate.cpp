@@ -1,6 +1,7 @@
 #include "agent/Gate.h"
 
 #include "agent/JsonWriter.h"
+#include "agent/RecordView.h"
 #include "agent/Report.h"
 
 #include <thread>
@@ -13,14 +14,6 @@ const char* const kPostProcessing = "PostProcessing";
 namespace {
 
 constexpr std::chrono::milliseconds kRetryPause{100};
-
-const Value& fieldOf(const Record& record, const Value& value, const std::string& name)
-{
-    std::size_t index = 0;
-    while (index < record.fields.size() && record.fields[index].name != name)
-        ++index;
-    return value.part(index);
-}
 
 Value askGate(Client& client, const Call& call, bool patient)
 {
@@ -57,8 +50,8 @@ void closeGateAfter(const ServiceException& exception, Client& client, const Cal
 
 GateAnswer readGateAnswer(const Interface& service, const Value& taskInfo)
 {
-    const Record& record = service.record("TaskInfo");
-    return {fieldOf(record, taskInfo, "allow").boolean(), fieldOf(record, taskInfo, "reasons").text()};
+    const RecordView view(service.record("TaskInfo"), taskInfo);
+    return {view.flag("allow"), view.text("reasons")};
 }
 
 ExitCode verdict(const Interface& service, const Method& method, const Value& value)

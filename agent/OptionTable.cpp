@@ -16,7 +16,10 @@ const std::vector<OptionRow>& optionTable()
          "repeat PreProcessing, up to the timeout, while it reports an operation in progress"},
         {"allow-missing", nullptr, "do not require all arguments; missing ones are not sent"},
         {"script", "FILE", "run one call per line on one connection; \"-\" reads standard input"},
-        {"table", nullptr, "with --script: print one short row per call"},
+        {"table", nullptr,
+         "print for a person, the default at a terminal; with --script, one short row per call"},
+        {"json", nullptr, "print JSON, the default in a pipe, a file and with --script"},
+        {"no-headers", nullptr, "print tables without column titles"},
         {"list", "[METHOD]", "list the methods, or document one"},
         {"host", "HOST", "host of the service (localhost)"},
         {"port", "PORT",
@@ -45,11 +48,14 @@ manual::Manual programManual()
         "Environment",
         {{"AGENT_NATIVE_PORT", "port of the service, if --port is not given"},
          {"ZORCALL_PORTS",
-          "ports of this computer on which the service is searched, if neither is given (9090-9153)"}}};
+          "ports of this computer on which the service is searched, if neither is given (9090-9153)"},
+         {"NO_COLOR", "if it is not empty, no colours at a terminal"}}};
     return {"zorcall",
             "call the agent service of a disk and partition manager",
             {"[options] METHOD [name=value ...]", "[options] --script FILE", "--list [METHOD]"},
-            "Calls a tool of the disk and partition manager and prints its answer as JSON.",
+            "Calls a tool of the disk and partition manager and prints its answer: as a table at a terminal, "
+            "otherwise as "
+            "JSON.",
             {options, exitCodes, environment},
             {"zorhost", "aibridge-mcp"}};
 }

@@ -85,8 +85,8 @@ void checkCombination(const Options& options)
         throw Failure(Usage, "--script reads its calls from the file and cannot be combined with a method");
     if (isScript && options.gated)
         throw Failure(Usage, "with --script, write --gated at the beginning of a line of the script");
-    if (isCall && options.table)
-        throw Failure(Usage, "--table requires --script");
+    if (options.json && (options.table || options.noHeaders))
+        throw Failure(Usage, "--json cannot be combined with --table or --no-headers");
     if (isCall && options.patient && !options.gated)
         throw Failure(Usage, "--patient requires --gated or --script");
     if (!isCall && !isScript && options.words.size() > 1)
@@ -124,6 +124,8 @@ Options parseOptions(const QStringList& arguments)
     options.patient = isSet(parser, "patient");
     options.allowMissing = isSet(parser, "allow-missing");
     options.table = isSet(parser, "table");
+    options.json = isSet(parser, "json");
+    options.noHeaders = isSet(parser, "no-headers");
     checkCombination(options);
     return options;
 }

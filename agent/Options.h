@@ -24,6 +24,8 @@ struct Options
     bool patient = false;
     bool allowMissing = false;
     bool table = false;
+    bool json = false;
+    bool noHeaders = false;
 };
 
 /// Parses the command line, including the program's name. Throws a Failure with code Usage.

@@ -19,6 +19,16 @@ namespace zorcall {
 
 namespace {
 
+// At a terminal, output is for people unless --json is given; otherwise for programs unless --table is given.
+Display displayOf(const Options& options, const Environment& environment)
+{
+    Display display;
+    display.table = options.table || (environment.terminal && !options.json);
+    display.colour = display.table && environment.colour;
+    display.headers = !options.noHeaders;
+    return display;
+}
+
 // @p certain: an order is sent, or can be.
 Address locate(const Options& options, const Environment& environment, bool certain)
 {
@@ -39,8 +49,13 @@ ExitCode runCall(const Options& options, const Environment& environment, std::os
     if (options.gated)
         putThroughGate(&call);
     Client client(service, locate(options, environment, call.method->acts() || call.gated));
-    JsonReport report(out, service, false);
-    return perform(client, call, options.patient, report);
+    const Display display = displayOf(options, environment);
+    std::unique_ptr<Report> report;
+    if (display.table)
+        report = std::make_unique<TextReport>(out, service, display);
+    else
+        report = std::make_unique<JsonReport>(out, service, false);
+    return perform(client, call, options.patient, *report);
 }
 
 ExitCode runLines(const Options& options, const Environment& environment, std::istream& lines,

@@ -3,6 +3,7 @@
 #include "agent/Failure.h"
 #include "agent/Gate.h"
 #include "agent/JsonWriter.h"
+#include "agent/RecordTable.h"
 #include "agent/Text.h"
 
 #include <algorithm>
@@ -67,6 +68,28 @@ void JsonReport::answer(const Call& call, const Method& method, const Value& val
         out_ << "{\"" << method.name << "\": ";
     writeJson(out_, service_, method.result, value);
     out_ << (call.gated ? "}\n" : "\n");
+    requireWritten(out_);
+}
+
+TextReport::TextReport(std::ostream& out, const Interface& service, const Display& display)
+    : out_(out), service_(service), display_(display)
+{
+}
+
+void TextReport::begin(const Call&, int) {}
+
+void TextReport::answer(const Call& call, const Method& method, const Value& value)
+{
+    if (method.result.kind == Kind::List) {
+        writeRecords(out_, service_, method.result.entry(), value, display_);
+    } else if (method.result.kind == Kind::Record && method.name != kPreProcessing) {
+        writeRecord(out_, service_.record(method.result.record), value, display_);
+    } else {
+        const bool isRejection = verdict(service_, method, value) == Rejected;
+        out_ << (call.gated ? method.name + ": " : std::string())
+             << painted(summary(service_, method, value), isRejection ? Ink::Red : Ink::Green, display_)
+             << '\n';
+    }
     requireWritten(out_);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "agent/Call.h"
+#include "agent/Display.h"
 
 #include <iosfwd>
 
@@ -30,6 +31,20 @@ private:
     std::ostream& out_;
     const Interface& service_;
     bool announce_;
+};
+
+/// Writes each answer for a person: lists of records as tables.
+class TextReport : public Report
+{
+public:
+    TextReport(std::ostream& out, const Interface& service, const Display& display);
+    void begin(const Call& call, int line) override;
+    void answer(const Call& call, const Method& method, const Value& value) override;
+
+private:
+    std::ostream& out_;
+    const Interface& service_;
+    Display display_;
 };
 
 /// Writes one row per call: line, tool and a summary of the answer.

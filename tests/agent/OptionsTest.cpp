@@ -63,6 +63,8 @@ TEST(Options, Flags_AreSet)
     EXPECT_TRUE(parse(split("--gated --patient Init")).patient);
     EXPECT_TRUE(parse(split("--allow-missing Init")).allowMissing);
     EXPECT_TRUE(parse(split("--script x --table")).table);
+    EXPECT_TRUE(parse(split("--json Init")).json);
+    EXPECT_TRUE(parse(split("--no-headers Init")).noHeaders);
 }
 
 TEST(Options, Modes_AreRecognised)
@@ -126,7 +128,9 @@ TEST(Options, InvalidCombinations_AreRejected)
               "--script reads its calls from the file and cannot be combined with a method");
     EXPECT_EQ(rejection("--script x --gated"),
               "with --script, write --gated at the beginning of a line of the script");
-    EXPECT_EQ(rejection("--table Init"), "--table requires --script");
+    EXPECT_EQ(rejection("--table --json Init"), "--json cannot be combined with --table or --no-headers");
+    EXPECT_EQ(rejection("--json --no-headers Init"),
+              "--json cannot be combined with --table or --no-headers");
     EXPECT_EQ(rejection("--patient Init"), "--patient requires --gated or --script");
     EXPECT_EQ(rejection("--list Init Init"), "--list and --help accept only one method");
 }

@@ -1,7 +1,10 @@
 // UTF-8 validation, output for a terminal, and suggestions of names.
 #include "agent/Text.h"
+#include "agent/TextTable.h"
 
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 namespace {
 
@@ -80,6 +83,16 @@ TEST(Text, Join_PutsTheSeparatorBetween)
 {
     EXPECT_EQ(zorcall::join({}, ", "), "");
     EXPECT_EQ(zorcall::join({"a", "b", "c"}, ", "), "a, b, c");
+}
+
+TEST(TextTable, ControlCharacters_AreReplacedAndTrailingBlanksLeftOut)
+{
+    zorcall::TextTable table({{"NAME"}, {"SIZE", true}, {"STATE"}});
+    table.add({"\033[2J", "5", "ready"});
+    table.add({"a\nb", "10", ""});
+    std::ostringstream out;
+    table.write(out, {});
+    EXPECT_EQ(out.str(), "NAME  SIZE  STATE\n?[2J     5  ready\na?b     10\n");
 }
 
 } // namespace
