@@ -20,7 +20,9 @@ const std::vector<OptionRow>& optionTable()
          "print for a person, the default at a terminal; with --script, one short row per call"},
         {"json", nullptr, "print JSON, the default in a pipe, a file and with --script"},
         {"no-headers", nullptr, "print tables without column titles"},
-        {"list", "[METHOD]", "list the methods, or document one"},
+        {"list", "[WORD]",
+         "list the methods; with a WORD, document the method of that name, otherwise list the methods "
+         "whose name, documentation, group or class contains it"},
         {"host", "HOST", "host of the service (localhost)"},
         {"port", "PORT",
          "port of the service (AGENT_NATIVE_PORT, otherwise the only service of this computer)"},
@@ -52,7 +54,7 @@ manual::Manual programManual()
          {"NO_COLOR", "if it is not empty, no colours at a terminal"}}};
     return {"zorcall",
             "call the agent service of a disk and partition manager",
-            {"[options] METHOD [name=value ...]", "[options] --script FILE", "--list [METHOD]"},
+            {"[options] METHOD [name=value ...]", "[options] --script FILE", "--list [WORD]"},
             "Calls a tool of the disk and partition manager and prints its answer: as a table at a terminal, "
             "otherwise as "
             "JSON.",

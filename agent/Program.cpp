@@ -10,6 +10,7 @@
 #include "agent/Script.h"
 #include "agent/Text.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -85,15 +86,39 @@ ExitCode runFile(const Options& options, const Environment& environment, std::is
     return runLines(options, environment, file, out);
 }
 
-ExitCode describe(const Options& options, std::ostream& out)
+// A name is documented; any other word is searched.
+void list(const Options& options, const Display& display, std::ostream& out)
 {
     const Interface& service = Interface::builtIn();
-    if (!options.words.empty())
-        writeMethod(out, service, requireMethod(service, options.words.front()));
-    else if (options.mode == Options::Help)
-        out << manual::helpText(programManual());
+    const Catalogue& catalogue = Catalogue::builtIn();
+    const std::string word = options.words.empty() ? std::string() : options.words.front();
+    Tools tools = catalogue.matching(word);
+    if (tools.empty())
+        requireMethod(service, word);
+    const auto named = std::find_if(tools.begin(), tools.end(),
+                                    [&](const Tool* tool) { return tool->method->name == word; });
+    const bool isName = named != tools.end();
+    if (isName)
+        tools = {*named};
+    if (options.json)
+        writeToolsJson(out, tools);
+    else if (isName)
+        writeMethod(out, service, *tools.front());
+    else if (display.table)
+        writeGroups(out, catalogue, tools, display);
     else
-        writeList(out, service);
+        writeSignatures(out, tools);
+}
+
+ExitCode describe(const Options& options, const Environment& environment, std::ostream& out)
+{
+    if (options.mode == Options::Help && options.words.empty()) {
+        out << manual::helpText(programManual());
+        return Answered;
+    }
+    if (options.mode == Options::Help)
+        requireMethod(Interface::builtIn(), options.words.front());
+    list(options, displayOf(options, environment), out);
     return Answered;
 }
 
@@ -108,7 +133,7 @@ ExitCode run(const Options& options, const Environment& environment, std::istrea
         out << "zorcall " ZORCALL_VERSION "\n";
         return Answered;
     default:
-        return describe(options, out);
+        return describe(options, environment, out);
     }
 }
 

@@ -83,9 +83,8 @@ void readDescription(Bytes input)
     try {
         const Interface description(QByteArray::fromStdString(input.rest()));
         std::ostringstream out;
-        writeList(out, description);
         for (const Method& method : description.methods())
-            writeMethod(out, description, method);
+            writeMethod(out, description, {&method, {}, {}, {}});
     } catch (const std::runtime_error&) {
     }
 }

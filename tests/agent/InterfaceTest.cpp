@@ -1,6 +1,6 @@
 // The built-in description matches the interface file, and the program uses nothing else of the library.
 #include "agent/Interface.h"
-#include "agent/Listing.h"
+#include "agent/Catalogue.h"
 #include "tests/agent/ListedMethods.h"
 
 #include <QtCore/QDir>
@@ -18,7 +18,8 @@ using zorcall::Interface;
 TEST(Description, BuiltIn_HasTheMethodsInTheirOrder)
 {
     std::ostringstream out;
-    zorcall::writeList(out, Interface::builtIn());
+    for (const zorcall::Method& method : Interface::builtIn().methods())
+        out << method.signature() << '\n';
     EXPECT_EQ(out.str(), listedMethods());
 }
 
@@ -81,6 +82,20 @@ TEST(Description, InvalidDescription_IsRejected)
     EXPECT_THROW(Interface(R"({"services": [{"functions": [{"name": "F", "returnTypeId": "list",
                                "returnType": {"elemTypeId": "list"}}]}]})"),
                  std::runtime_error);
+}
+
+TEST(Catalogue, MethodWithoutARow_IsReported)
+{
+    EXPECT_THROW(zorcall::Catalogue(Interface::builtIn(), R"({"gate": ["Init"], "tools": {}})"),
+                 std::runtime_error);
+}
+
+TEST(Catalogue, Classes_AreTheFour)
+{
+    for (const zorcall::Tool& tool : zorcall::Catalogue::builtIn().tools())
+        EXPECT_TRUE(tool.toolClass == "reads" || tool.toolClass == "opens" || tool.toolClass == "changes" ||
+                    tool.toolClass == "destroys")
+            << tool.method->name << ' ' << tool.toolClass;
 }
 
 TEST(Description, UnknownNames_AreReported)

@@ -93,4 +93,16 @@ TEST(ZorcallTerminal, LabelWithAnUmlaut_KeepsTheColumnsAligned)
     EXPECT_TRUE(ran.out.contains("   3                (unallocated)    640 MB")) << ran;
 }
 
+TEST(ZorcallTerminal, List_IsGroupedAndColouredByClass)
+{
+    EXPECT_EQ(zorcallAtTerminal({}, words("--list InitializeDiskTo")),
+              (Ran{0,
+                   "\033[1mdisks: Whole disks: initialise, lay out, wipe, eject\033[0m\n"
+                   "  InitializeDiskToGpt  \033[31mdestroys\033[0m  Creates an empty GPT partition table on "
+                   "a disk.\n"
+                   "  InitializeDiskToMbr  \033[31mdestroys\033[0m  Creates an empty MBR partition table on "
+                   "a disk.\n",
+                   ""}));
+}
+
 } // namespace

@@ -2,6 +2,9 @@
 #include "tests/agent/ListedMethods.h"
 #include "tests/agent/ZorcallProcess.h"
 
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
 
 #include <gtest/gtest.h>
@@ -13,6 +16,73 @@ TEST(ZorcallUsage, List_PrintsEveryMethodWithItsArguments)
     EXPECT_EQ(zorcall(words("--list")), (Ran{0, QByteArray::fromStdString(listedMethods()), ""}));
 }
 
+QByteArray lines(const QList<QByteArray>& rows)
+{
+    return rows.join('\n') + '\n';
+}
+
+TEST(ZorcallUsage, ListOfAWord_PrintsTheSignaturesOfTheMatchingMethods)
+{
+    EXPECT_EQ(zorcall(words("--list bitlocker")),
+              (Ran{0,
+                   "ShowBitLockerStatus(driveLetter: string) -> string\n"
+                   "RetrieveBitLockerRecoveryKey(driveLetter: string) -> string\n",
+                   ""}));
+    // The word is in the documentation, the group and the class.
+    EXPECT_TRUE(zorcall({QStringLiteral("--list"), QStringLiteral("surface TEST")})
+                    .out.startsWith("ScanDiskBadSectors("));
+    EXPECT_TRUE(zorcall(words("--list inventory")).out.contains("GetAllPartitionInfo()"));
+    const QByteArray destroying = zorcall(words("--list destroys")).out;
+    EXPECT_TRUE(destroying.contains("WipeDisk(")) << destroying.constData();
+    EXPECT_FALSE(destroying.contains("ListAllDisks(")) << destroying.constData();
+}
+
+TEST(ZorcallUsage, ListAsATable_HasOneLinePerToolWithItsClassAndSummary)
+{
+    EXPECT_EQ(
+        zorcall(words("--table --list inventory")),
+        (Ran{0,
+             lines(
+                 {"inventory: Reading disks and partitions",
+                  "  ListAllDisks          reads  Lists all disks, in the host's order.",
+                  "  ListPartitionsOnDisk  reads  Lists the partitions and unallocated regions of a disk, in "
+                  "order; empty for an unknown disk.",
+                  "  GetPartitionInfo      reads  Returns one partition.",
+                  "  GetAllPartitionInfo   reads  Lists the partitions and unallocated regions of all "
+                  "disks."}),
+             ""}));
+    const QByteArray all = zorcall(words("--table --list")).out;
+    for (const char* row :
+         {"\nclone: Cloning disks, partitions and the system\n",
+          "\n  WipeDisk                                  destroys  Overwrites a whole disk.\n",
+          "\n  CreatePartition                           changes   Creates a partition in "
+          "unallocated space.\n",
+          "\n  OpenDiskLayoutEditor                      opens     Opens the layout editor for a "
+          "disk.\n",
+          "\ngate: Calls before and after a tool\n"})
+        EXPECT_TRUE(all.contains(row)) << row << all.constData();
+    EXPECT_FALSE(zorcall(words("--table --no-headers --list")).out.contains(":  ")) << all.constData();
+}
+
+TEST(ZorcallUsage, ListAsJson_HasEveryMethodWithItsGroupClassAndArguments)
+{
+    const QJsonArray tools = QJsonDocument::fromJson(zorcall(words("--json --list")).out).array();
+    EXPECT_EQ(tools.size(), static_cast<int>(interfaceMethods().size()));
+    const QJsonArray one = QJsonDocument::fromJson(zorcall(words("--json --list WipePartition")).out).array();
+    ASSERT_EQ(one.size(), 1);
+    const QJsonObject tool = one.first().toObject();
+    EXPECT_EQ(tool.value("name"), QJsonValue("WipePartition"));
+    EXPECT_EQ(tool.value("group"), QJsonValue("partitions"));
+    EXPECT_EQ(tool.value("class"), QJsonValue("destroys"));
+    EXPECT_EQ(tool.value("summary"), QJsonValue("Overwrites a partition."));
+    EXPECT_EQ(tool.value("result"), QJsonValue("string"));
+    const QJsonObject second = tool.value("arguments").toArray().at(1).toObject();
+    EXPECT_EQ(second.value("name"), QJsonValue("eraseCount"));
+    EXPECT_EQ(second.value("type"), QJsonValue("i32"));
+    EXPECT_EQ(second.value("doc"),
+              QJsonValue("Number of overwrite passes, 1 or more; the host decides the maximum."));
+}
+
 TEST(ZorcallUsage, ListOfOneMethod_PrintsItsDocumentation)
 {
     const Ran ran = zorcall(words("--list CreatePartition"));
@@ -22,6 +92,7 @@ TEST(ZorcallUsage, ListOfOneMethod_PrintsItsDocumentation)
                            "string, unallocatedIndex: i32) -> string\n"))
         << ran;
     EXPECT_TRUE(ran.out.contains("Creates a partition in unallocated space.")) << ran;
+    EXPECT_TRUE(ran.out.contains("\n  Group: partitions. Class: changes.\n")) << ran;
     EXPECT_TRUE(ran.out.contains("\n  capacity: i64\n      Capacity of the new partition in bytes.")) << ran;
     EXPECT_EQ(zorcall(words("--help CreatePartition")), ran);
     EXPECT_EQ(zorcall(words("CreatePartition --help")), ran);
@@ -73,7 +144,9 @@ const UsageError kUsageErrors[] = {
      "missing port: --host requires --port or AGENT_NATIVE_PORT"},
     {"InvalidPortInTheEnvironment", words("Init"), "0",
      "AGENT_NATIVE_PORT is '0', not a valid port (1 to 65535)"},
-    {"ListOfAnUnknownMethod", words("--list ListAllDisk"), "",
+    {"ListOfAnUnknownMethod", words("--list ListAlDisk"), "",
+     "unknown method 'ListAlDisk'; nearest: ListAllDisks"},
+    {"HelpForAPartOfAName", words("--help ListAllDisk"), "",
      "unknown method 'ListAllDisk'; nearest: ListAllDisks"},
     {"UnknownMethodWithoutAPort", words("Innit"), "", "unknown method 'Innit'; nearest: Init"},
     {"UnknownArgument", words("WipeDisk diskIndx=1"), "1",
