@@ -27,6 +27,7 @@ const std::vector<OptionRow>& optionTable()
         {"port", "PORT",
          "port of the service (AGENT_NATIVE_PORT, otherwise the only service of this computer)"},
         {"timeout", "SEC", "timeout of the connection and of each answer (30)"},
+        {"interval", "SEC", "with watch: time between two readings (1)"},
         {"help", nullptr, "print this help; with a METHOD, the same as --list METHOD"},
         {"version", nullptr, "print the version"},
     };
@@ -54,10 +55,12 @@ manual::Manual programManual()
          {"NO_COLOR", "if it is not empty, no colours at a terminal"}}};
     return {"zorcall",
             "call the agent service of a disk and partition manager",
-            {"[options] METHOD [name=value ...]", "[options] --script FILE", "--list [WORD]"},
+            {"[options] METHOD [name=value ...]", "[options] --script FILE", "--list [WORD]",
+             "watch [--interval SEC]"},
             "Calls a tool of the disk and partition manager and prints its answer: as a table at a terminal, "
             "otherwise as "
-            "JSON.",
+            "JSON. watch follows the inventory of disks and partitions, and prints each difference until "
+            "the service ends.",
             {options, exitCodes, environment},
             {"zorhost", "aibridge-mcp"}};
 }

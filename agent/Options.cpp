@@ -53,13 +53,15 @@ std::uint16_t choosePort(const Options& options, const QString& nativePort)
     return 0;
 }
 
-std::chrono::milliseconds readTimeout(const QString& text)
+std::chrono::milliseconds readSeconds(const QString& text, const char* option, double least)
 {
     bool isNumber = false;
     const double seconds = text.toDouble(&isNumber);
-    if (!isNumber || !std::isfinite(seconds) || seconds < 0.001 || seconds > kMaxSeconds)
-        throw Failure(Usage, "--timeout is '" + text.toStdString() +
-                                 "', not a number of seconds from 0.001 to 86400");
+    if (!isNumber || !std::isfinite(seconds) || seconds < least || seconds > kMaxSeconds) {
+        const std::string limit = QString::number(least).toStdString();
+        throw Failure(Usage, std::string(option) + " is '" + text.toStdString() +
+                                 "', not a number of seconds from " + limit + " to 86400");
+    }
     return std::chrono::milliseconds(std::llround(seconds * 1000));
 }
 
@@ -71,13 +73,16 @@ Options::Mode readMode(const QCommandLineParser& parser)
         return Options::Help;
     if (isSet(parser, "list"))
         return Options::List;
-    return isSet(parser, "script") ? Options::Script : Options::Call;
+    if (isSet(parser, "script"))
+        return Options::Script;
+    return parser.positionalArguments().value(0) == QLatin1String("watch") ? Options::Watch : Options::Call;
 }
 
 void checkCombination(const Options& options)
 {
     const bool isCall = options.mode == Options::Call;
     const bool isScript = options.mode == Options::Script;
+    const bool isWatch = options.mode == Options::Watch;
     if (isCall && options.words.empty())
         throw Failure(Usage,
                       "missing method: 'zorcall --list' lists the methods, 'zorcall --help' the options");
@@ -89,6 +94,12 @@ void checkCombination(const Options& options)
         throw Failure(Usage, "--json cannot be combined with --table or --no-headers");
     if (isCall && options.patient && !options.gated)
         throw Failure(Usage, "--patient requires --gated or --script");
+    if (isWatch && options.words.size() > 1)
+        throw Failure(Usage, "watch accepts no arguments");
+    if (isWatch && (options.gated || options.patient || options.allowMissing))
+        throw Failure(Usage, "--gated, --patient and --allow-missing require a method");
+    if (!isWatch && !options.interval.isEmpty())
+        throw Failure(Usage, "--interval requires watch");
     if (!isCall && !isScript && options.words.size() > 1)
         throw Failure(Usage, "--list and --help accept only one method");
 }
@@ -120,6 +131,7 @@ Options parseOptions(const QStringList& arguments)
     options.host = valueOf(parser, "host");
     options.port = valueOf(parser, "port");
     options.timeout = valueOf(parser, "timeout");
+    options.interval = valueOf(parser, "interval");
     options.gated = isSet(parser, "gated");
     options.patient = isSet(parser, "patient");
     options.allowMissing = isSet(parser, "allow-missing");
@@ -130,13 +142,20 @@ Options parseOptions(const QStringList& arguments)
     return options;
 }
 
+std::chrono::milliseconds intervalOf(const Options& options)
+{
+    if (options.interval.isEmpty())
+        return std::chrono::milliseconds(1000);
+    return readSeconds(options.interval, "--interval", 0.1);
+}
+
 Address addressOf(const Options& options, const QString& nativePort)
 {
     Address address;
     address.host = options.host.isEmpty() ? std::string("localhost") : options.host.toStdString();
     address.port = choosePort(options, nativePort);
     if (!options.timeout.isEmpty())
-        address.limit = readTimeout(options.timeout);
+        address.limit = readSeconds(options.timeout, "--timeout", 0.001);
     return address;
 }
 

@@ -12,7 +12,7 @@ namespace zorcall {
 /// The parsed command line.
 struct Options
 {
-    enum Mode { Call, Script, List, Help, Version };
+    enum Mode { Call, Script, List, Watch, Help, Version };
 
     Mode mode = Call;
     std::vector<std::string> words; ///< Call: method and arguments; List and Help: at most one method
@@ -20,6 +20,7 @@ struct Options
     QString host;                   ///< host, port and timeout are empty by default
     QString port;
     QString timeout;
+    QString interval;
     bool gated = false;
     bool patient = false;
     bool allowMissing = false;
@@ -30,6 +31,9 @@ struct Options
 
 /// Parses the command line, including the program's name. Throws a Failure with code Usage.
 Options parseOptions(const QStringList& arguments);
+
+/// The interval of watch. Throws as parseOptions does.
+std::chrono::milliseconds intervalOf(const Options& options);
 
 /// The address of the service; port 0 if neither --port nor @p nativePort, the value of AGENT_NATIVE_PORT,
 /// selects one. Throws as parseOptions does.

@@ -9,6 +9,7 @@
 #include "agent/Report.h"
 #include "agent/Script.h"
 #include "agent/Text.h"
+#include "agent/Watch.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -112,7 +113,8 @@ void list(const Options& options, const Display& display, std::ostream& out)
 
 ExitCode describe(const Options& options, const Environment& environment, std::ostream& out)
 {
-    if (options.mode == Options::Help && options.words.empty()) {
+    const bool isMethod = !options.words.empty() && options.words.front() != "watch";
+    if (options.mode == Options::Help && !isMethod) {
         out << manual::helpText(programManual());
         return Answered;
     }
@@ -129,6 +131,9 @@ ExitCode run(const Options& options, const Environment& environment, std::istrea
         return runCall(options, environment, out);
     case Options::Script:
         return runFile(options, environment, in, out);
+    case Options::Watch:
+        watchInventory(Interface::builtIn(), locate(options, environment, false), intervalOf(options),
+                       displayOf(options, environment), out);
     case Options::Version:
         out << "zorcall " ZORCALL_VERSION "\n";
         return Answered;

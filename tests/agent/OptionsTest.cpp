@@ -112,6 +112,17 @@ TEST(Options, InvalidTimeout_IsRejected)
     EXPECT_EQ(address("Init --timeout 86400").limit.count(), 86400000);
 }
 
+TEST(Options, Watch_HasAnInterval)
+{
+    EXPECT_EQ(parse(split("watch")).mode, Options::Watch);
+    EXPECT_EQ(zorcall::intervalOf(parse(split("watch"))).count(), 1000);
+    EXPECT_EQ(zorcall::intervalOf(parse(split("watch --interval 0.25"))).count(), 250);
+    EXPECT_THROW(zorcall::intervalOf(parse(split("watch --interval 0.01"))), zorcall::Failure);
+    EXPECT_EQ(rejection("watch ListAllDisks"), "watch accepts no arguments");
+    EXPECT_EQ(rejection("watch --gated"), "--gated, --patient and --allow-missing require a method");
+    EXPECT_EQ(rejection("--interval 1 ListAllDisks"), "--interval requires watch");
+}
+
 TEST(Options, UnknownOptionMissingValueOrRepetition_IsRejected)
 {
     EXPECT_EQ(rejection("--gate Init"), "Unknown option 'gate'. ('zorcall --help' shows the options)");
