@@ -56,11 +56,11 @@ manual::Manual programManual()
     return {"zorcall",
             "call the agent service of a disk and partition manager",
             {"[options] METHOD [name=value ...]", "[options] --script FILE", "--list [WORD]",
-             "watch [--interval SEC]"},
+             "watch [--interval SEC]", "completion bash|zsh"},
             "Calls a tool of the disk and partition manager and prints its answer: as a table at a terminal, "
             "otherwise as "
             "JSON. watch follows the inventory of disks and partitions, and prints each difference until "
-            "the service ends.",
+            "the service ends. completion prints the completion of a shell.",
             {options, exitCodes, environment},
             {"zorhost", "aibridge-mcp"}};
 }

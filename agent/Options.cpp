@@ -65,6 +65,17 @@ std::chrono::milliseconds readSeconds(const QString& text, const char* option, d
     return std::chrono::milliseconds(std::llround(seconds * 1000));
 }
 
+// No method has the name of a command.
+Options::Mode commandMode(const QString& word)
+{
+    if (word == QLatin1String("watch"))
+        return Options::Watch;
+    if (word == QLatin1String("completion"))
+        return Options::Completion;
+    // Called by the completions with the incomplete line.
+    return word == QLatin1String("__complete") ? Options::Candidates : Options::Call;
+}
+
 Options::Mode readMode(const QCommandLineParser& parser)
 {
     if (isSet(parser, "version"))
@@ -75,7 +86,7 @@ Options::Mode readMode(const QCommandLineParser& parser)
         return Options::List;
     if (isSet(parser, "script"))
         return Options::Script;
-    return parser.positionalArguments().value(0) == QLatin1String("watch") ? Options::Watch : Options::Call;
+    return commandMode(parser.positionalArguments().value(0));
 }
 
 void checkCombination(const Options& options)
@@ -98,9 +109,12 @@ void checkCombination(const Options& options)
         throw Failure(Usage, "watch accepts no arguments");
     if (isWatch && (options.gated || options.patient || options.allowMissing))
         throw Failure(Usage, "--gated, --patient and --allow-missing require a method");
+    const bool isCompletion = options.mode == Options::Completion || options.mode == Options::Candidates;
+    if (isCompletion && options.words.size() != 2)
+        throw Failure(Usage, "completion requires the name of a shell: bash or zsh");
     if (!isWatch && !options.interval.isEmpty())
         throw Failure(Usage, "--interval requires watch");
-    if (!isCall && !isScript && options.words.size() > 1)
+    if ((options.mode == Options::List || options.mode == Options::Help) && options.words.size() > 1)
         throw Failure(Usage, "--list and --help accept only one method");
 }
 

@@ -12,10 +12,11 @@ namespace zorcall {
 /// The parsed command line.
 struct Options
 {
-    enum Mode { Call, Script, List, Watch, Help, Version };
+    enum Mode { Call, Script, List, Watch, Completion, Candidates, Help, Version };
 
     Mode mode = Call;
-    std::vector<std::string> words; ///< Call: method and arguments; List and Help: at most one method
+    std::vector<std::string> words; ///< Call: method and arguments; List, Help: at most one method; otherwise
+                                    ///< the command and its argument
     std::string script;             ///< Script: a file name, or "-" for standard input
     QString host;                   ///< host, port and timeout are empty by default
     QString port;

@@ -1,6 +1,7 @@
 #include "agent/Program.h"
 
 #include "agent/Client.h"
+#include "agent/Completion.h"
 #include "agent/Finder.h"
 #include "agent/Gate.h"
 #include "agent/Listing.h"
@@ -16,6 +17,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 namespace zorcall {
 
@@ -32,13 +34,14 @@ Display displayOf(const Options& options, const Environment& environment)
 }
 
 // @p certain: an order is sent, or can be.
-Address locate(const Options& options, const Environment& environment, bool certain)
+Address locate(const Options& options, const Environment& environment, bool certain,
+               std::chrono::milliseconds limit = kProbeLimit)
 {
     Address address = addressOf(options, environment.nativePort);
     if (address.port != 0)
         return address;
     const Ports ports = readPorts(environment.searchedPorts, "ZORCALL_PORTS");
-    const Listener found = onlyService(searchServices(Interface::builtIn(), ports), ports, certain);
+    const Listener found = onlyService(searchServices(Interface::builtIn(), ports, limit), ports, certain);
     address.host = found.host;
     address.port = found.port;
     return address;
@@ -113,7 +116,8 @@ void list(const Options& options, const Display& display, std::ostream& out)
 
 ExitCode describe(const Options& options, const Environment& environment, std::ostream& out)
 {
-    const bool isMethod = !options.words.empty() && options.words.front() != "watch";
+    const bool isMethod =
+        !options.words.empty() && options.words.front() != "watch" && options.words.front() != "completion";
     if (options.mode == Options::Help && !isMethod) {
         out << manual::helpText(programManual());
         return Answered;
@@ -122,6 +126,35 @@ ExitCode describe(const Options& options, const Environment& environment, std::o
         requireMethod(Interface::builtIn(), options.words.front());
     list(options, displayOf(options, environment), out);
     return Answered;
+}
+
+// A key press must not wait for a service that does not answer.
+std::optional<Snapshot> readSoon(const LineAddress& address, const Environment& environment)
+{
+    constexpr std::chrono::milliseconds kSearch{300};
+    constexpr std::chrono::milliseconds kRead{2000};
+    try {
+        Options options;
+        options.host = QString::fromStdString(address.host);
+        options.port = QString::fromStdString(address.port);
+        Address where = locate(options, environment, false, kSearch);
+        where.limit = kRead;
+        Client client(Interface::builtIn(), where);
+        return readSnapshot(client);
+    } catch (const Failure&) {
+        return std::nullopt;
+    }
+}
+
+// An incomplete quote, for example, has no candidates. A message would disturb the command line.
+void complete(const std::string& line, const Environment& environment, std::ostream& out)
+{
+    const auto read = [&](const LineAddress& address) { return readSoon(address, environment); };
+    try {
+        writeCandidates(out, completeLine(Catalogue::builtIn(), Interface::builtIn(), line, read));
+    } catch (const Failure&) {
+        return;
+    }
 }
 
 ExitCode run(const Options& options, const Environment& environment, std::istream& in, std::ostream& out)
@@ -134,6 +167,12 @@ ExitCode run(const Options& options, const Environment& environment, std::istrea
     case Options::Watch:
         watchInventory(Interface::builtIn(), locate(options, environment, false), intervalOf(options),
                        displayOf(options, environment), out);
+    case Options::Completion:
+        out << completionScript(options.words.at(1));
+        return Answered;
+    case Options::Candidates:
+        complete(options.words.at(1), environment, out);
+        return Answered;
     case Options::Version:
         out << "zorcall " ZORCALL_VERSION "\n";
         return Answered;
