@@ -135,6 +135,9 @@ const Row kRows[] = {
      "orders on a --device destroy data without a confirmation"},
     {"headless", nullptr, [](const QString&, Options* options) { options->headless = true; },
      "no window, even if there is a display"},
+    {"window", nullptr, [](const QString&, Options* options) { options->window = true; },
+     "shows the window; a missing display is an error. Without this option\n"
+     "and without a display, the program runs without a window"},
     {"agent", "COMMAND", [](const QString& value, Options* options) { options->agent = value; },
      "starts the command through the shell once the service answers,\n"
      "with AGENT_NATIVE_PORT and AGENT_CHAT_PORT in its environment"},
@@ -281,8 +284,8 @@ QString helpText()
            QStringLiteral(
                "\n"
                "Exit codes: 0 ended by SIGINT, SIGTERM or the window; 1 the service could not listen;\n"
-               "2 invalid option or machine, a disk that is missing or in use, missing library, or a\n"
-               "file that cannot be written;\n"
+               "2 invalid option or machine, a disk that is missing or in use, missing library, a\n"
+               "display that cannot be opened, or a file that cannot be written;\n"
                "with --exit-with-agent the agent's exit code.");
 }
 

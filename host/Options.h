@@ -19,7 +19,8 @@ struct Options
     QStringList devices;                        ///< device files of disks to work on, likewise
     bool unattended = false;                    ///< orders on devices need no confirmation
     bool headless = false;
-    QString agent; ///< command to start once the service answers; empty: no agent
+    bool window = false; ///< a missing display is an error
+    QString agent;       ///< command to start once the service answers; empty: no agent
     bool exitWithAgent = false;
     int answer = -1; ///< button that answers a recommendation; -1: the user answers
     bool scan = false;

@@ -1,3 +1,4 @@
+#include "host/DisplayGuard.h"
 #include "host/HostApp.h"
 #include "host/RealDisks.h"
 #include "host/machine/MachineReader.h"
@@ -5,7 +6,6 @@
 #include "host/simulation/Simulation.h"
 #include "plugin/TsanAnnotations.h"
 
-#include <QtCore/QSysInfo>
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickWindow>
 
@@ -23,17 +23,9 @@ QStringList argumentsOf(int argc, char** argv)
     return arguments;
 }
 
-// Must be called before the application object is created.
-void choosePlatform(host::Options& options)
+// Software rendering looks the same on every computer.
+void chooseRenderer()
 {
-    const bool needsDisplayServer = QSysInfo::kernelType() == QLatin1String("linux");
-    const bool noDisplay = needsDisplayServer && qEnvironmentVariableIsEmpty("DISPLAY") &&
-                           qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-                           qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-    options.headless = options.headless || noDisplay;
-    if (options.headless || !options.screenshot.isEmpty())
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    // Software rendering looks the same on every computer.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
         QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
 }
@@ -93,8 +85,15 @@ int main(int argc, char** argv)
     }
     if (!options.verbose)
         qInstallMessageHandler(writeMessage);
-    choosePlatform(options);
+    const QString displayError = host::choosePlatform(options);
+    if (!displayError.isEmpty()) {
+        host::printError(displayError);
+        return kExitUsage;
+    }
+    chooseRenderer();
+    auto displayGuard = std::make_unique<host::DisplayGuard>();
     TsanAnnotations::Annotated<QGuiApplication> application(argc, argv);
+    displayGuard.reset();
     QGuiApplication::setApplicationName(QStringLiteral("zorhost"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     auto backend = openBackend(options);

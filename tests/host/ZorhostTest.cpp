@@ -38,6 +38,25 @@ TEST(Zorhost, WithoutADisplay_RunsHeadlessByItself)
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }
 
+TEST(Zorhost, UnusableDisplay_DoesNotMatterWithoutAWindow)
+{
+    for (const char* option : {"--headless", "--check-host"}) {
+        ZorhostProcess host;
+        host.environment().insert("DISPLAY", ":59000");
+        host.start({option, "--agent", "true", "--exit-with-agent"});
+        EXPECT_EQ(host.exitCode(), 0) << option << host.errors().constData();
+    }
+}
+
+TEST(Zorhost, Window_IsShownOnAnOffscreenPlatform)
+{
+    ZorhostProcess host;
+    host.environment().insert("QT_QPA_PLATFORM", "offscreen");
+    ASSERT_TRUE(host.startReady({"--window", "--agent", "true", "--exit-with-agent"}))
+        << host.errors().constData();
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+}
+
 TEST(Zorhost, ConfiguredAddress_IsUsedAndNamed)
 {
     ZorhostProcess host;
