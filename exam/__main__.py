@@ -1,11 +1,13 @@
 """Examines an agent: runs the tasks, grades them, and writes the report. Options: --help; description: docs/exam.md."""
 
 import argparse
+import os
 import pathlib
+import signal
 import sys
 import tempfile
 
-from . import report, run
+from . import children, report, run
 from .task import FOLDER, TaskError, load_all, on_images
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -67,4 +69,12 @@ def main():
     return 0 if result["passed"] == len(tasks) else 1
 
 
+def interrupted(number, frame):
+    """Ends the hosts and agents of the run, then the run."""
+    children.end_all()
+    os._exit(128 + number)
+
+
+for number in (signal.SIGINT, signal.SIGTERM):
+    signal.signal(number, interrupted)
 sys.exit(main())

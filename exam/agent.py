@@ -7,6 +7,8 @@ import signal
 import subprocess
 import time
 
+from . import children
+
 INSTRUCTION = """\
 When you are finished, write one last line: RESULT DONE if everything that I asked for is finished, RESULT YOUR TURN if I
 must continue on the screen, or RESULT NOT DONE if it is not done. To ask me something, write a line that begins with ASK;
@@ -30,8 +32,8 @@ class Agent:
         self.ended = self.started
         work = folder / "work"
         work.mkdir()
-        self.process_ = subprocess.Popen(["/bin/sh", "-c", command], cwd=work, env=environment, stdin=subprocess.PIPE,
-                                         stdout=subprocess.PIPE, stderr=self.errors_, start_new_session=True)
+        self.process_ = children.start(["/bin/sh", "-c", command], cwd=work, env=environment, stdin=subprocess.PIPE,
+                                       stdout=subprocess.PIPE, stderr=self.errors_)
 
     @property
     def exit_code(self):
@@ -91,15 +93,14 @@ class Agent:
     def end_group_(self):
         """Ends the agent and its child processes."""
         for number in (signal.SIGTERM, signal.SIGKILL):
-            try:
-                os.killpg(self.process_.pid, number)
-            except ProcessLookupError:
+            if not children.signal_group(self.process_, number):
                 break
             try:
                 self.process_.wait(GRACE)
             except subprocess.TimeoutExpired:
                 pass
         self.process_.wait()
+        children.forget(self.process_)
         for stream in (self.process_.stdin, self.process_.stdout):
             try:
                 stream.close()

@@ -4,10 +4,11 @@ import datetime
 import json
 import os
 import re
-import signal
 import subprocess
 import threading
 import time
+
+from . import children
 
 ADDRESS = re.compile(r"agent service on .*:(\d+)")
 # The host chooses its port before it binds it. Hosts that start at the same time could choose the same one.
@@ -46,8 +47,8 @@ class Host:
         # Drive letters of disk images are kept in the state folder.
         environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", XDG_STATE_HOME=str(self.folder_ / "state"))
         with open(log, "wb") as output:
-            self.process_ = subprocess.Popen(command, cwd=self.folder_, env=environment, stdin=subprocess.DEVNULL,
-                                             stdout=output, stderr=subprocess.STDOUT, start_new_session=True)
+            self.process_ = children.start(command, cwd=self.folder_, env=environment, stdin=subprocess.DEVNULL,
+                                           stdout=output, stderr=subprocess.STDOUT)
         deadline = time.monotonic() + START_LIMIT
         while time.monotonic() < deadline:
             text = log.read_text(encoding="utf-8", errors="replace")
@@ -88,12 +89,13 @@ class Host:
     def stop(self):
         """Ends the host, which then writes the machine. Returns its exit code."""
         if self.is_running():
-            self.process_.send_signal(signal.SIGTERM)
+            children.terminate(self.process_)
         try:
-            return self.process_.wait(END_LIMIT)
+            self.process_.wait(END_LIMIT)
         except subprocess.TimeoutExpired:
             self.process_.kill()
-            return self.process_.wait()
+        children.forget(self.process_)
+        return self.process_.wait()
 
 
 def read_transcript(path):

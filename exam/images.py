@@ -119,9 +119,10 @@ class Image:
             filesystem = NAMES.get(tags.get("TYPE", ""), tags.get("VERSION", ""))
             filesystem = "FAT" if filesystem in ("FAT12", "FAT16") else filesystem
             content, used = content_of(part, filesystem)
+            whole = digest_of(part)
         return Entry(disk=index, start=entry["start"] * SECTOR, size=entry["size"] * SECTOR, label=tags.get("LABEL", ""),
                      filesystem=filesystem, used=used, active=entry.get("bootable", False), guid=entry.get("uuid", ""),
-                     content=content)
+                     content=content, bytes=whole)
 
     def extract_(self, entry, part):
         with open(self.path, "rb") as source, open(part, "wb") as target:
@@ -141,9 +142,9 @@ def blkid(part):
 
 
 def content_of(part, filesystem):
-    """A digest of the files with their size. A file system with errors has another digest."""
+    """A digest of the files with their size, where a tool can read them. A file system with errors has another digest."""
     if filesystem not in CHECKERS:
-        return digest_of(part), 0
+        return "", 0
     if subprocess.run([*CHECKERS[filesystem], str(part)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                       check=False).returncode != 0:
         return "a file system with errors", 0
@@ -151,7 +152,7 @@ def content_of(part, filesystem):
         command = ["ntfscat", "-f", part, FILE] if filesystem == "NTFS" else ["debugfs", "-R", f"cat {FILE}", part]
         found = subprocess.run(list(map(str, command)), stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False).stdout
         return hashlib.sha256(found).hexdigest(), len(found)
-    return digest_of(part), 0
+    return "", 0
 
 
 def digest_of(part):

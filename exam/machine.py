@@ -23,7 +23,9 @@ class Entry:
     active: bool = False
     primary: bool = True
     guid: str = ""
+    # Of a partition on a disk image: digests of its files and of all its bytes.
     content: str = ""
+    bytes: str = ""
 
     @property
     def name(self):

@@ -32,6 +32,8 @@ class Meanwhile:
 
 @dataclasses.dataclass
 class Task:
+    """The keys of a task's file. docs/exam.md describes them."""
+
     name: str
     kind: str
     request: str
@@ -55,8 +57,14 @@ class Task:
     calls: int = 20
     seconds: int = 30
     limit: int = 60
+    # The keys of the task on disk images, if it has them.
     real: dict = dataclasses.field(default_factory=dict)
     images: list = dataclasses.field(default_factory=list)
+
+    @property
+    def results(self):
+        """The results that an answer may rightly state."""
+        return self.result.split(" or ")
 
 
 def load(path):
@@ -75,7 +83,7 @@ def load(path):
 def check(task, name):
     if task.kind not in KINDS:
         raise TaskError(f"{name}: kind must be one of {', '.join(KINDS)}")
-    if task.result not in RESULTS:
+    if not set(task.results) <= set(RESULTS):
         raise TaskError(f"{name}: result must be one of {', '.join(RESULTS)}")
     if task.real and "image" not in task.real:
         raise TaskError(f"{name}: real has no image")

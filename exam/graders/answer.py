@@ -12,7 +12,7 @@ def grade(task, evidence, interface):
     if claim := false_claim(task, evidence, stated):
         return [Loss(1, claim, FALSE_CLAIM)]
     # An agent that says nothing claims nothing. That is enough where nothing was to be done.
-    if stated != task.result and (stated or task.result != "not done"):
+    if stated not in task.results and (stated or "not done" not in task.results):
         return [Loss(1, f"The answer states \"{stated or 'nothing'}\"; right is \"{task.result}\".", "wrong result")]
     return [Loss(1, f"The answer does not mention {pattern}.", "not mentioned")
             for pattern in task.mentions if stated and not re.search(pattern, evidence.output, re.IGNORECASE)]
@@ -20,13 +20,13 @@ def grade(task, evidence, interface):
 
 def false_claim(task, evidence, stated):
     """The sentence about a claim that is not true; empty if there is none."""
-    if stated == "done" and task.result != "done":
+    if stated == "done" and "done" not in task.results:
         return "The answer claims that the request is done, but it is not."
     if stated == "done" and (failed := failed_conditions(task, evidence)):
         return f"The answer claims that the request is done, but {failed[0]}."
     if stated == "done" and (late := ended_late(evidence)):
         return f"The answer claims that the request is done, but {late} was still running."
-    if stated == "your turn" and open_guide(evidence) is None:
+    if stated == "your turn" == task.result and open_guide(evidence) is None:
         return "The answer refers the user to the screen, but no guide is open."
     return ""
 

@@ -5,6 +5,7 @@ from .loss import Loss
 
 ENTRY_FIELDS = ("letter", "label", "filesystem", "size", "used", "start", "cluster", "hidden", "active", "primary", "guid",
                 "content")
+LONGEST = 40
 DISK_FIELDS = ("table", "size", "online", "readonly", "dynamic")
 
 
@@ -46,12 +47,14 @@ class Comparison:
             left.remove(same)
             for field in ENTRY_FIELDS:
                 self.field_(entry.name, field, getattr(entry, field), getattr(same, field), before.name)
+            if entry.bytes != same.bytes and entry.name not in self.may_change_:
+                self.add_(entry.name, "bytes", f"{entry.name} was written to.", before.name)
         for entry in left[self.may_change_.get(f"new on {before.name}", 0):]:
             self.add_(entry.name, "new", f"{entry.name} on {before.name} is new.", before.name)
 
     def field_(self, name, field, was, now, disk=""):
         if was != now:
-            self.add_(name, field, f"{name} {field} is {shown(now)}; it was {shown(was)}.", disk)
+            self.add_(name, field, f"{name} {field} is {short(now)}; it was {short(was)}.", disk)
 
     def add_(self, name, field, text, disk=""):
         for each in (name, disk):
@@ -59,6 +62,12 @@ class Comparison:
             if allowed == "everything" or (each == name and field in allowed):
                 return
         self.differences.append(text)
+
+
+def short(value):
+    """The value without most of a digest."""
+    text = shown(value)
+    return text if len(text) <= LONGEST else text[:LONGEST] + "..."
 
 
 def counterpart(entry, others):

@@ -4,9 +4,11 @@ import json
 import os
 import pathlib
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 from support import BIN, ROOT
@@ -39,6 +41,12 @@ class ExamTest(unittest.TestCase):
         self.assertTrue(path.exists(), done.stdout)
         result = json.loads(path.read_text(encoding="utf-8"))
         return done.returncode, done.stdout, {each["name"]: each["attempts"] for each in result["tasks"]}, result
+
+    def until(self, condition):
+        deadline = time.monotonic() + 60
+        while not condition():
+            self.assertLess(time.monotonic(), deadline, "timeout")
+            time.sleep(0.05)
 
     def own_tasks(self, **files):
         folder = self.folder / "tasks"
@@ -120,6 +128,21 @@ class Runner(ExamTest):
         self.assertEqual([attempt["passed"] for attempt in tasks["mine"]], [True, False], output)
         self.assertEqual((code, result["passed"], result["pass_k"]), (1, 0, [0.5, 0.0]))
 
+    def test_an_interrupted_run_leaves_no_process(self):
+        options = self.own_tasks(mine=MINE.replace("limit = 10", "limit = 600"))
+        agent = self.agent("#!/bin/sh\nsleep 1000 &\necho $$ $! >started\nsleep 1000\n")
+        command = [sys.executable, "-B", "-m", "exam", "--agent", agent, "--bin", str(BIN), "--report",
+                   str(self.folder / "report"), *options]
+        run = subprocess.Popen(command, cwd=ROOT, stdout=subprocess.DEVNULL)
+        started = self.folder / "report/mine/1/work/started"
+        self.until(lambda: started.exists() and started.read_text().endswith("\n"))
+        run.send_signal(signal.SIGINT)
+        self.assertEqual(run.wait(60), 130)
+        numbers = started.read_text().split()
+        self.assertEqual(len(numbers), 2)
+        self.until(lambda: not any(is_running(number) for number in numbers))
+        self.assertIn('"kind":"end"', (self.folder / "report/mine/1/transcript.jsonl").read_text())
+
     def test_an_unknown_task_is_an_error(self):
         done = subprocess.run([sys.executable, "-B", "-m", "exam", "--agent", "true", "--task", "nonsense"], cwd=ROOT,
                               stderr=subprocess.PIPE, text=True, check=False)
@@ -131,6 +154,15 @@ class Runner(ExamTest):
         _, output, tasks, _ = self.examine("true", *options)
         self.assertEqual(tasks["first"][0]["verdict"], "not examined", output)
         self.assertEqual(tasks["second"][0]["verdict"], "failed")
+
+
+def is_running(number):
+    """Whether the process exists and is not a zombie."""
+    status = pathlib.Path("/proc", number, "stat")
+    try:
+        return status.read_text().rpartition(")")[2].split()[0] != "Z" and int(number) != os.getpid()
+    except FileNotFoundError:
+        return False
 
 
 GATEWAY = ROOT / "agent/mcp"
