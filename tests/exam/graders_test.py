@@ -78,6 +78,14 @@ class Damage(Grader):
     def test_a_drive_that_was_replaced_at_its_place_is_damage(self):
         self.assertEqual(len(self.damaged(machine(C={}, D={"used": 0, "guid": "{new}"}))), 2)
 
+    def test_a_drive_that_the_request_does_not_name_keeps_all_its_bytes(self):
+        def damaged(**may_change):
+            found = evidence(before=machine(C={}, D={"bytes": "1"}), after=machine(C={}, D={"bytes": "2"}))
+            return [loss.reason for loss in damage.grade(task(may_change=may_change), found, INTERFACE)]
+        self.assertEqual(damaged(), ["D: was written to."])
+        self.assertEqual(damaged(**{"D:": ["label"]}), [])
+        self.assertEqual(damaged(**{"disk 0": "everything"}), [])
+
     def test_the_allowed_number_of_new_drives_counts(self):
         after = machine(C={}, D={}, E={}, F={})
         self.assertEqual(len(self.damaged(after)), 2)

@@ -92,12 +92,15 @@ class Runner(unittest.TestCase):
         _, output, tasks, _ = self.examine("yes flood", *options)
         self.assertEqual(tasks["mine"][0]["verdict"], "time limit", output[-500:])
         self.assertLess(len(tasks["mine"][0]["conversation"]), 10000)
+        self.assertLess((self.folder / "report/mine/1/evidence.json").stat().st_size, 16 * 1024**2)
 
-    def test_a_child_that_keeps_the_output_open_does_not_delay_the_end(self):
+    def test_a_child_that_keeps_the_output_open_does_not_delay_the_end_and_ends(self):
         options = self.own_tasks(mine=MINE)
-        _, output, tasks, _ = self.examine("sleep 1000 & echo RESULT NOT DONE", *options)
+        child = self.folder / "child"
+        _, output, tasks, _ = self.examine(f"sleep 1000 & echo $! >{child}; echo RESULT NOT DONE", *options)
         self.assertEqual(tasks["mine"][0]["stated"], "not done", output)
         self.assertLess(tasks["mine"][0]["seconds"], 9)
+        self.until(lambda: not is_running(child.read_text().strip()))
 
     def test_a_question_is_answered_from_the_tasks_file(self):
         answers = '\n[[answers]]\nabout = "which"\nsay = "The red one."\n'

@@ -60,7 +60,7 @@ class FakeHost:
     def answer_(self, client):
         while chunk := client.recv(4096):
             self.received += chunk
-            if chunk.startswith(b"\x80\1"):
+            for _ in range(chunk.count(b"Tool")):
                 client.sendall(message(wire.REPLY, "Tool", 1, string_field(0, "Task Queued") + b"\0"))
 
     def close(self):
@@ -80,6 +80,12 @@ class Relay(unittest.TestCase):
         self.addCleanup(client.close)
         return client
 
+    def until(self, condition):
+        deadline = time.monotonic() + LIMIT
+        while not condition():
+            self.assertLess(time.monotonic(), deadline, "timeout")
+            time.sleep(0.01)
+
     def test_a_call_in_pieces_is_relayed_and_recorded_with_its_answer(self):
         client, sent = self.connect(), message(wire.CALL, "Tool", 1, string_field(1, "D") + b"\0")
         for byte in sent:
@@ -92,12 +98,16 @@ class Relay(unittest.TestCase):
         self.assertEqual((call.method, call.arguments, call.answer, call.door),
                          ("Tool", {"driveLetter": "D"}, "Task Queued", "agent"))
 
+    def test_calls_in_one_packet_are_recorded_one_by_one(self):
+        client, sent = self.connect(), message(wire.CALL, "Tool", 1) + message(wire.CALL, "Tool", 2, string_field(1, "E") + b"\0")
+        client.sendall(sent)
+        self.until(lambda: len(self.tap.calls) == 2 and self.tap.calls[1].answer)
+        self.assertEqual([call.arguments for call in self.tap.calls], [{}, {"driveLetter": "E"}])
+        self.assertEqual(self.host.received, sent)
+
     def test_unreadable_bytes_are_relayed_unchanged(self):
         self.connect().sendall(b"GET / HTTP/1.1\r\n\r\n")
-        deadline = time.monotonic() + LIMIT
-        while self.host.received != b"GET / HTTP/1.1\r\n\r\n" and time.monotonic() < deadline:
-            time.sleep(0.01)
-        self.assertEqual(self.host.received, b"GET / HTTP/1.1\r\n\r\n")
+        self.until(lambda: self.host.received == b"GET / HTTP/1.1\r\n\r\n")
         self.assertEqual(self.tap.calls, [])
 
     def test_the_end_of_the_relay_ends_its_connections(self):
@@ -106,6 +116,8 @@ class Relay(unittest.TestCase):
         client.recv(4096)
         self.tap.close()
         self.assertEqual(client.recv(1), b"")
+        # No thread remains in accept or recv.
+        self.until(lambda: not any(each.name.endswith(("(accept_)", "(serve_)", "(pump)")) for each in threading.enumerate()))
 
 
 unittest.main()
