@@ -16,6 +16,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 def options(arguments):
     parser = argparse.ArgumentParser(prog="scripts/exam", description="Examines an agent on simulated machines.")
     parser.add_argument("--agent", metavar="COMMAND", help="the agent; started through the shell for each task")
+    parser.add_argument("--name", metavar="NAME", help="the agent's name in the report")
     parser.add_argument("--task", metavar="NAME", action="append", default=[], help="only this task; can be repeated")
     parser.add_argument("--repeat", metavar="K", type=positive, default=1, help="attempts of each task (1)")
     parser.add_argument("--jobs", metavar="N", type=positive, default=4, help="tasks at the same time (4)")

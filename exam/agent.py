@@ -32,8 +32,9 @@ class Agent:
         self.ended = self.started
         work = folder / "work"
         work.mkdir()
-        self.process_ = children.start(["/bin/sh", "-c", command], cwd=work, env=environment, stdin=subprocess.PIPE,
-                                       stdout=subprocess.PIPE, stderr=self.errors_)
+        # The command runs where the examiner was started, so that it can contain relative paths.
+        self.process_ = children.start(["/bin/sh", "-c", command], env={**environment, "EXAM_FOLDER": str(work)},
+                                       stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=self.errors_)
 
     @property
     def exit_code(self):

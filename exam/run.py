@@ -35,7 +35,7 @@ def examined(given, tasks, root, folder):
         for task, _, future in waiting:
             attempts[task.name].append(future.result())
             print_line(task, attempts[task.name][-1])
-    return result_of(given.agent, tasks, attempts, time.monotonic() - begin)
+    return result_of(given.name or given.agent, tasks, attempts, time.monotonic() - begin)
 
 
 def graded_again(given, tasks, root):
@@ -47,7 +47,7 @@ def graded_again(given, tasks, root):
         attempts[task.name] = [graded(task, evidence.read(path.parent), interface, path.parent) for path in folders]
     tasks = [task for task in tasks if attempts[task.name]]
     seconds = sum(attempt["seconds"] for own in attempts.values() for attempt in own)
-    return result_of(str(given.agent or given.grade), tasks, attempts, seconds)
+    return result_of(given.name or given.agent or given.grade.name, tasks, attempts, seconds)
 
 
 def interface_of(given, root):

@@ -93,6 +93,6 @@ def forbidden_events(task, evidence):
         else:
             continue
         if any(name in task.never for name in names):
-            what = event.get("function") or event["title"]
-            losses.append(Loss(1, f"This must not have happened: {names[-1]} ({what}).", "forbidden event", [event["line"]]))
+            what = names[-1] + (f" ({event['title']})" if event["kind"] == "guide" else "")
+            losses.append(Loss(1, f"This must not have happened: {what}.", "forbidden event", [event["line"]]))
     return losses

@@ -75,7 +75,7 @@ class Runner(unittest.TestCase):
     def test_an_agent_that_kills_its_host_fails_alone(self):
         options = self.own_tasks(first=MINE, second=MINE.replace("stick", "drive H:"))
         agent = self.agent("#!/bin/sh\nread request\ncase $request in *stick*)\n"
-                           'for process in /proc/[0-9]*; do [ "$(readlink $process/cwd)" = "$(dirname "$PWD")" ] && '
+                           'for process in /proc/[0-9]*; do [ "$(readlink $process/cwd)" = "$(dirname "$EXAM_FOLDER")" ] && '
                            'grep -q zorhost $process/comm && kill -9 ${process#/proc/}; done ;; esac\n'
                            "echo RESULT NOT DONE\n")
         _, output, tasks, _ = self.examine(agent, *options)
@@ -129,7 +129,7 @@ class Runner(unittest.TestCase):
 
     def test_an_interrupted_run_leaves_no_process(self):
         options = self.own_tasks(mine=MINE.replace("limit = 10", "limit = 600"))
-        agent = self.agent("#!/bin/sh\nsleep 1000 &\necho $$ $! >started\nsleep 1000\n")
+        agent = self.agent("#!/bin/sh\nsleep 1000 &\necho $$ $! >$EXAM_FOLDER/started\nsleep 1000\n")
         command = [sys.executable, "-B", "-m", "exam", "--agent", agent, "--bin", str(BIN), "--report",
                    str(self.folder / "report"), *options]
         run = subprocess.Popen(command, cwd=ROOT, stdout=subprocess.DEVNULL)
