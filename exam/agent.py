@@ -77,7 +77,7 @@ class Agent:
             self.output += chunk
         self.unread_ += chunk
         *lines, rest = self.unread_.split(b"\n")
-        self.unread_ = bytearray(rest)
+        self.unread_ = bytearray(rest if len(rest) < MOST_OUTPUT else b"")
         for line in lines:
             if line.startswith(b"ASK "):
                 answer = self.user_.answer(line[4:].decode("utf-8", "replace"))

@@ -12,7 +12,7 @@ from .sizes import parse_size, size_text
 
 SENTENCE = re.compile(r"(?P<subject>[A-Z]:|disk \d+|guide|machine|.+?) "
                       r"(?P<property>size|used|start|label|letter|filesystem|cluster|hidden|active|primary|disk|table|"
-                      r"free|partitions|online|readonly|dynamic|title|text|open|preOsEnabled) "
+                      r"free|partitions|online|readonly|dynamic|title|text|open|startable|preOsEnabled) "
                       r"(?P<operator>is not|is|>=|<=|about) (?P<value>.*)")
 PRESENCE = re.compile(r"(?P<subject>[A-Z]:|disk \d+|.+?) (?P<operator>exists|is gone)")
 # Partitions begin at multiples of 1 MiB, so a size can differ by less than two of them.
@@ -56,7 +56,7 @@ def subject_of(text, machine, guide):
     if text == "machine":
         return machine.settings
     if text == "guide":
-        return guide if guide is not None else {"open": False, "title": "no guide", "text": ""}
+        return guide if guide is not None else {"open": False, "title": "no guide", "text": "", "startable": False}
     if text.startswith("disk "):
         return machine.disk(int(text[5:]))
     if re.fullmatch("[A-Z]:", text):

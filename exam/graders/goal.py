@@ -23,6 +23,7 @@ def open_guide(evidence):
     guide = None
     for event in evidence.events:
         if event["kind"] == "guide" and event["at"] <= evidence.ended + 0.002:
-            is_open = event["action"] == "opened"
-            guide = {"open": True, "title": event["title"], "text": event["text"]} if is_open else None
+            guide = None
+            if event["action"] == "opened":
+                guide = {"open": True, "title": event["title"], "text": event["text"], "startable": event["canStart"]}
     return guide

@@ -49,10 +49,11 @@ class Conditions(unittest.TestCase):
         self.assert_fails("E: size is not 100 GiB", "E: label is x", "disk 7 table is GPT")
 
     def test_the_open_guide_has_a_title_and_a_text(self):
-        guide = {"open": True, "title": "Clone: drive C to disk 4", "text": "step 3"}
-        self.assert_holds("guide title is Clone: drive C to disk 4", "guide text is step 3", "guide open is yes", guide=guide)
+        guide = {"open": True, "title": "Clone: drive C to disk 4", "text": "step 3", "startable": True}
+        self.assert_holds("guide title is Clone: drive C to disk 4", "guide text is step 3", "guide open is yes", "guide startable is yes",
+                          guide=guide)
         self.assert_fails("guide title is Clone: drive C to disk 1", guide=guide)
-        self.assert_fails("guide title is Clone: drive C to disk 4", "guide open is yes")
+        self.assert_fails("guide title is Clone: drive C to disk 4", "guide open is yes", "guide startable is yes")
 
     def test_settings_belong_to_the_machine(self):
         self.assert_holds("machine preOsEnabled is no")

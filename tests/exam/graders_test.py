@@ -32,7 +32,8 @@ class Goal(Grader):
 
     def test_the_guide_counts_that_was_open_when_the_agent_ended(self):
         wanted = task(end=["guide title is Clone"])
-        opened = {"kind": "guide", "action": "opened", "title": "Clone", "text": "", "at": 2}
+        opened = {"kind": "guide", "action": "opened", "title": "Clone", "text": "", "canStart": True, "at": 2}
+        self.assertEqual(self.kinds(goal, task(end=["guide startable is no"]), evidence(transcript=[opened])), ["condition"])
         closed = {**opened, "action": "closed"}
         self.assertEqual(self.kinds(goal, wanted, evidence(transcript=[opened])), [])
         self.assertEqual(self.kinds(goal, wanted, evidence(transcript=[opened, {**closed, "at": 3}])), ["condition"])
