@@ -14,8 +14,9 @@ from .stage import Images, Simulated
 from .tap import Tap
 from .user import User
 
-IDLE_LIMIT = 20
-CALL_LIMIT = 20
+# Seconds for work that goes on after the agent has ended, and for a call of the user.
+IDLE_LIMIT = 30
+CALL_LIMIT = 60
 
 
 @dataclasses.dataclass

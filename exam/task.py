@@ -6,7 +6,7 @@ import tomllib
 
 FOLDER = pathlib.Path(__file__).parent / "tasks"
 # The disk service takes longer than the simulation, and an agent polls meanwhile.
-SLOWER = 2
+SLOWER = 3
 KINDS = ("do", "guide", "decline", "ask first", "recover")
 RESULTS = ("done", "your turn", "not done")
 
@@ -96,7 +96,7 @@ def check(task, name):
 def on_images(task):
     """The task on disk images: the keys of its table `real` replace those of the simulated machine."""
     keys = {"change": {}, "new_disk": [], "host": [], "before": [], "meanwhile": [], "calls": SLOWER * task.calls,
-            "seconds": SLOWER * task.seconds, **task.real}
+            "seconds": SLOWER * task.seconds, "limit": SLOWER * task.limit, **task.real}
     return dataclasses.replace(task, real={}, images=keys.pop("image"), **keys)
 
 

@@ -3,6 +3,7 @@
 With EXAM_RECORDS, the folder of an earlier run's records, the agents do not run again.
 """
 
+import concurrent.futures
 import json
 import os
 import pathlib
@@ -22,7 +23,7 @@ LIMIT = 900
 def examine(agent, folder):
     """Runs an agent of ours on all tasks."""
     subprocess.run([sys.executable, "-B", "-m", "exam", "--agent", str(ROOT / "exam/agents" / agent), "--report", str(folder),
-                    "--bin", str(BIN), "--jobs", "8"], cwd=ROOT, stdout=subprocess.DEVNULL, check=False, timeout=LIMIT)
+                    "--bin", str(BIN), "--jobs", "4"], cwd=ROOT, stdout=subprocess.DEVNULL, check=False, timeout=LIMIT)
 
 
 class Agents(unittest.TestCase):
@@ -33,9 +34,10 @@ class Agents(unittest.TestCase):
         cls.scratch = pathlib.Path(scratch.name)
         cls.records = pathlib.Path(os.environ.get("EXAM_RECORDS", cls.scratch / "records"))
         cls.results = {}
+        if "EXAM_RECORDS" not in os.environ:
+            with concurrent.futures.ThreadPoolExecutor(2) as pool:
+                list(pool.map(lambda agent: examine(agent, cls.records / agent), changes.AGENTS))
         for agent in changes.AGENTS:
-            if "EXAM_RECORDS" not in os.environ:
-                examine(agent, cls.records / agent)
             content = (cls.records / agent / "report.json").read_text(encoding="utf-8")
             cls.results[agent] = {each["name"]: each["attempts"][0] for each in json.loads(content)["tasks"]}
 
