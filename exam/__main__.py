@@ -24,7 +24,8 @@ def options(arguments):
     parser.add_argument("--close-input", action="store_true",
                         help="closes the agent's input after the request; its questions remain unanswered")
     parser.add_argument("--grade", metavar="DIR", type=pathlib.Path, help="grades the records of an earlier run again")
-    parser.add_argument("--compare", metavar="DIR", type=pathlib.Path, help="shows the report of an earlier run next to this one")
+    parser.add_argument("--compare", metavar="DIR", type=pathlib.Path,
+                        help="shows the report of an earlier run next to this one")
     parser.add_argument("--images", action="store_true",
                         help="runs the tasks that have disk images on these (requires UDisks2)")
     parser.add_argument("--list", action="store_true", help="lists the tasks")

@@ -109,7 +109,8 @@ class Image:
     def free_(self, index, entries):
         """The gaps of at least 1 MiB between the partitions."""
         ends = [(MIB, MIB)] + [(entry.start, entry.start + entry.size) for entry in entries] + [(self.size - MIB, 0)]
-        return [Entry(index, end, start - end, free=True) for (_, end), (start, _) in zip(ends, ends[1:]) if start - end >= MIB]
+        gaps = [(end, start - end) for (_, end), (start, _) in zip(ends, ends[1:])]
+        return [Entry(index, start, size, free=True) for start, size in gaps if size >= MIB]
 
     def entry_(self, index, entry):
         with tempfile.TemporaryDirectory(dir=self.path.parent) as folder:
@@ -150,8 +151,8 @@ def content_of(part, filesystem):
         return "a file system with errors", 0
     if filesystem in ("NTFS", "EXT4"):
         command = ["ntfscat", "-f", part, FILE] if filesystem == "NTFS" else ["debugfs", "-R", f"cat {FILE}", part]
-        found = subprocess.run(list(map(str, command)), stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False).stdout
-        return hashlib.sha256(found).hexdigest(), len(found)
+        done = subprocess.run(list(map(str, command)), stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False)
+        return hashlib.sha256(done.stdout).hexdigest(), len(done.stdout)
     return "", 0
 
 

@@ -89,7 +89,8 @@ def tasks(results):
         head += [("Result" + name, ""), ("Points", "number"), ("Calls", "number"), ("Seconds", "number")]
     rows = []
     for task in results[0]["tasks"]:
-        cells = cell(f"<b>{text(task['name'])}</b> ({text(task['kind'])})<div class=request>{text(task['request'])}</div>", "")
+        title = f"<b>{text(task['name'])}</b> ({text(task['kind'])})"
+        cells = cell(f'{title}<div class="request">{text(task["request"])}</div>', "")
         for result in results:
             same = next((each for each in result["tasks"] if each["name"] == task["name"]), None)
             cells += attempts(same["attempts"]) if same else cell("not run", "") + cell("") * 3

@@ -74,7 +74,8 @@ def graded(task, found, interface, folder):
 
 def with_transcript(loss, found):
     """The loss with the first lines of the transcript that show it."""
-    lines = [{"line": event["line"], "text": line_text(event)} for event in found.transcript if event["line"] in loss.lines]
+    events = [event for event in found.transcript if event["line"] in loss.lines]
+    lines = [{"line": event["line"], "text": line_text(event)} for event in events]
     return {**dataclasses.asdict(loss), "transcript": lines[:MOST_LINES]}
 
 

@@ -41,9 +41,9 @@ class Images:
 
     def started(self, zorcall, port):
         """Reads the letters that the host gave to the partitions."""
-        answers = [json.loads(subprocess.run([zorcall, "--port", str(port), method], stdout=subprocess.PIPE, check=True).stdout)
+        answers = [subprocess.run([zorcall, "--port", str(port), method], stdout=subprocess.PIPE, check=True).stdout
                    for method in ("ListAllDisks", "GetAllPartitionInfo")]
-        letters = letters_of(machine_of_inventory(*answers))
+        letters = letters_of(machine_of_inventory(*map(json.loads, answers)))
         for entry in self.read_.partitions:
             entry.letter = letters.get((entry.disk, entry.start), "")
         self.before = self.read_

@@ -61,8 +61,14 @@ class Runner(unittest.TestCase):
 
     def test_a_task_is_added_in_one_file(self):
         options = self.own_tasks(mine=MINE)
-        code, output, tasks, _ = self.examine(f"{ROOT}/exam/agents/liar", *options)
+        code, output, tasks, _ = self.examine("exam/agents/liar", *options)
         self.assertEqual((code, tasks["mine"][0]["verdict"]), (1, "false claim"), output)
+        (self.folder / "report").rename(self.folder / "earlier")
+        code, output, tasks, _ = self.examine(f"EXAM_TASKS={options[1]} exam/agents/reference", "--name", "careful",
+                                              "--compare", str(self.folder / "earlier"), *options)
+        self.assertEqual((code, tasks["mine"][0]["verdict"], tasks["mine"][0]["points"]), (0, "passed", 10), output)
+        page = (self.folder / "report/report.html").read_text(encoding="utf-8")
+        self.assertIn("Exam: careful and exam/agents/liar", page)
 
     def test_an_agent_that_hangs_fails_alone(self):
         options = self.own_tasks(first=MINE.replace("limit = 10", "limit = 2"), second=MINE.replace("stick", "drive H:"))
