@@ -9,9 +9,9 @@ import time
 from . import evidence
 from .agent import Agent
 from .host import Host
-from .mcp_door import McpDoor, configuration
+from .mcp_examiner import McpExaminer, configuration
 from .stage import Images, Simulated
-from .tap import Tap
+from .relay import CallRelay
 from .user import User
 
 # Seconds for work that goes on after the agent has ended, and for a call of the user.
@@ -62,25 +62,25 @@ class Attempt:
             if self.task_.images:
                 host.wait_until_idle(CALL_LIMIT)
         stage.started(self.setup_.bin_dir / "zorcall", host.port)
-        tap = Tap(host.port, self.setup_.interface.arguments, lambda method: self.meanwhile_(host, method))
-        door = McpDoor(self.user_, self.setup_.interface)
+        relay = CallRelay(host.port, self.setup_.interface.arguments, lambda method: self.meanwhile_(host, method))
+        examiner = McpExaminer(self.user_, self.setup_.interface)
         try:
-            agent = Agent(self.setup_.command, self.folder_, self.environment_(tap, door), self.user_)
+            agent = Agent(self.setup_.command, self.folder_, self.environment_(relay, examiner), self.user_)
             agent.converse(self.task_.request, self.task_.limit, self.setup_.keeps_input_open)
         finally:
-            door.close()
+            examiner.close()
         survived = host.is_running()
         idle = host.wait_until_idle(IDLE_LIMIT)
-        tap.close()
-        return self.evidence_(agent, tap.calls + door.calls, survived and host.stop() == 0, idle)
+        relay.close()
+        return self.evidence_(agent, relay.calls + examiner.calls, survived and host.stop() == 0, idle)
 
-    def environment_(self, tap, door):
+    def environment_(self, relay, examiner):
         config = self.folder_ / "mcp.json"
-        config.write_text(json.dumps(configuration(self.setup_.root, door.port, tap.ports["mcp"]), indent=2),
+        config.write_text(json.dumps(configuration(self.setup_.root, examiner.port, relay.ports["mcp"]), indent=2),
                           encoding="utf-8")
         return dict(os.environ, PATH=f"{self.setup_.bin_dir}:{os.environ['PATH']}", EXAM_MCP_CONFIG=str(config),
                     EXAM_DISKS="images" if self.task_.images else "simulated",
-                    AGENT_NATIVE_PORT=str(tap.ports["agent"]))
+                    AGENT_NATIVE_PORT=str(relay.ports["agent"]))
 
     def meanwhile_(self, host, method):
         """Called before the agent's call reaches the host."""

@@ -6,7 +6,7 @@ import pathlib
 
 from .host import read_transcript
 from .stage import from_json, to_json
-from .tap import Call
+from .relay import Call
 from .user import Question
 
 

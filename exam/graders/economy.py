@@ -15,4 +15,4 @@ def grade(task, evidence, interface):
 
 def number_of_calls(evidence):
     """Calls of tools. The gate's calls do not count, and a call of the gateway counts once."""
-    return sum(1 for call in evidence.calls if call.door != "mcp" and call.method not in GATE)
+    return sum(1 for call in evidence.calls if call.source != "mcp" and call.method not in GATE)

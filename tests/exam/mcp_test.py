@@ -8,7 +8,7 @@ import sys
 import tempfile
 import unittest
 
-from exam.mcp_door import McpDoor
+from exam.mcp_examiner import McpExaminer
 from exam.user import User
 from support import BIN, ROOT, interface, task
 
@@ -45,11 +45,11 @@ class Relay(unittest.TestCase):
     """mcp_user.py between a client and a gateway that asks before each call."""
 
     def converse(self, protocol, *messages, agreed=()):
-        """Sends one message after the other; returns the answers, and the door with its records."""
+        """Sends one message after the other; returns the answers, and the examiner with its records."""
         user = User(task(agreed=list(agreed)))
-        door = McpDoor(user, interface())
-        self.addCleanup(door.close)
-        with subprocess.Popen([sys.executable, ROOT / "exam/mcp_user.py", str(door.port), sys.executable, "-c", FAKE_GATEWAY,
+        examiner = McpExaminer(user, interface())
+        self.addCleanup(examiner.close)
+        with subprocess.Popen([sys.executable, ROOT / "exam/mcp_user.py", str(examiner.port), sys.executable, "-c", FAKE_GATEWAY,
                                protocol], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True) as relay:
             answers = []
             for number, message in enumerate(messages, start=1):
@@ -58,7 +58,7 @@ class Relay(unittest.TestCase):
                 answers.append(json.loads(relay.stdout.readline()))
             relay.stdin.close()
             self.assertEqual(relay.wait(20), 0)
-        return answers, door, user
+        return answers, examiner, user
 
     @staticmethod
     def call(**meta):
@@ -79,22 +79,22 @@ class Relay(unittest.TestCase):
 
     def test_in_the_newest_protocol_the_call_is_repeated_with_the_answer(self):
         capabilities = "io.modelcontextprotocol/clientCapabilities"
-        answers, door, _ = self.converse("newest", self.call(**{capabilities: {}}), agreed=["H:"])
+        answers, examiner, _ = self.converse("newest", self.call(**{capabilities: {}}), agreed=["H:"])
         confirm, state, meta = self.text_of(answers[0])
         self.assertEqual((confirm["content"], state), ({"confirm": True}, "state"))
         self.assertEqual(meta[capabilities], {"elicitation": {"form": {}}})
-        self.assertEqual(len(door.calls), 1)
+        self.assertEqual(len(examiner.calls), 1)
 
     def test_the_gateway_learns_that_the_user_can_be_asked(self):
         answers, _, _ = self.converse("older", {"method": "initialize", "params": {"capabilities": {}}})
         self.assertEqual(answers[0]["result"]["seen"], {"elicitation": {}})
 
     def test_calls_are_recorded_with_their_answers_and_other_messages_pass(self):
-        answers, door, _ = self.converse("older", {"method": "tools/list"}, self.call())
+        answers, examiner, _ = self.converse("older", {"method": "tools/list"}, self.call())
         self.assertEqual(answers[0]["result"], {"other": "tools/list"})
-        self.assertEqual([(call.method, call.door, call.arguments["driveLetter"]) for call in door.calls],
+        self.assertEqual([(call.method, call.source, call.arguments["driveLetter"]) for call in examiner.calls],
                          [("FormatPartition", "tool", "H")])
-        self.assertIn("confirm", door.calls[0].answer)
+        self.assertIn("confirm", examiner.calls[0].answer)
 
 
 @unittest.skipUnless(shutil.which("node") and (GATEWAY / "generated").exists() and (GATEWAY / "node_modules").exists(),

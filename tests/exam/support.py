@@ -6,7 +6,7 @@ import pathlib
 from exam.evidence import Evidence
 from exam.interface import read_interface
 from exam.machine import Disk, Entry, Machine
-from exam.tap import Call
+from exam.relay import Call
 from exam.task import Task
 from exam.user import Question
 
@@ -41,8 +41,8 @@ def evidence(calls=(), output="RESULT DONE", before=None, after=None, transcript
                        "after": after or before, "transcript": events, **keys})
 
 
-def call(at, method, arguments=None, answer="Task Queued", door="agent"):
-    return Call(START + at, door, 1, method, arguments or {}, answer, START + at)
+def call(at, method, arguments=None, answer="Task Queued", source="agent"):
+    return Call(START + at, source, 1, method, arguments or {}, answer, START + at)
 
 
 def question(at, agrees):

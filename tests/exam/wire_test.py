@@ -7,7 +7,7 @@ import time
 import unittest
 
 from exam import wire
-from exam.tap import Tap
+from exam.relay import CallRelay
 
 LIMIT = 20
 
@@ -72,11 +72,11 @@ class Relay(unittest.TestCase):
         self.host = FakeHost()
         self.addCleanup(self.host.close)
         self.methods = []
-        self.tap = Tap(self.host.port, {"Tool": ["driveLetter"]}, self.methods.append)
-        self.addCleanup(self.tap.close)
+        self.relay = CallRelay(self.host.port, {"Tool": ["driveLetter"]}, self.methods.append)
+        self.addCleanup(self.relay.close)
 
     def connect(self):
-        client = socket.create_connection(("127.0.0.1", self.tap.ports["agent"]), timeout=LIMIT)
+        client = socket.create_connection(("127.0.0.1", self.relay.ports["agent"]), timeout=LIMIT)
         self.addCleanup(client.close)
         return client
 
@@ -94,27 +94,27 @@ class Relay(unittest.TestCase):
         self.assertEqual(wire.read_message(answer)[0].fields, {0: "Task Queued"})
         self.assertEqual(self.host.received, sent)
         self.assertEqual(self.methods, ["Tool"])
-        call = self.tap.calls[0]
-        self.assertEqual((call.method, call.arguments, call.answer, call.door),
+        call = self.relay.calls[0]
+        self.assertEqual((call.method, call.arguments, call.answer, call.source),
                          ("Tool", {"driveLetter": "D"}, "Task Queued", "agent"))
 
     def test_calls_in_one_packet_are_recorded_one_by_one(self):
         client, sent = self.connect(), message(wire.CALL, "Tool", 1) + message(wire.CALL, "Tool", 2, string_field(1, "E") + b"\0")
         client.sendall(sent)
-        self.until(lambda: len(self.tap.calls) == 2 and self.tap.calls[1].answer)
-        self.assertEqual([call.arguments for call in self.tap.calls], [{}, {"driveLetter": "E"}])
+        self.until(lambda: len(self.relay.calls) == 2 and self.relay.calls[1].answer)
+        self.assertEqual([call.arguments for call in self.relay.calls], [{}, {"driveLetter": "E"}])
         self.assertEqual(self.host.received, sent)
 
     def test_unreadable_bytes_are_relayed_unchanged(self):
         self.connect().sendall(b"GET / HTTP/1.1\r\n\r\n")
         self.until(lambda: self.host.received == b"GET / HTTP/1.1\r\n\r\n")
-        self.assertEqual(self.tap.calls, [])
+        self.assertEqual(self.relay.calls, [])
 
     def test_the_end_of_the_relay_ends_its_connections(self):
         client = self.connect()
         client.sendall(message(wire.CALL, "Tool", 1))
         client.recv(4096)
-        self.tap.close()
+        self.relay.close()
         self.assertEqual(client.recv(1), b"")
         # No thread remains in accept or recv.
         self.until(lambda: not any(each.name.endswith(("(accept_)", "(serve_)", "(pump)")) for each in threading.enumerate()))

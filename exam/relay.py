@@ -18,7 +18,7 @@ class Call:
     """A call of the service. `at` and `answered` are seconds since the epoch; `answer` is None if there was none."""
 
     at: float
-    door: str
+    source: str
     connection: int
     method: str
     arguments: dict
@@ -26,10 +26,10 @@ class Call:
     answered: float = 0
 
 
-class Tap:
-    """Listens on one loopback port for each door and relays to the host. Each connection has two threads."""
+class CallRelay:
+    """Listens on one loopback port for each source and relays to the host. Each connection has two threads."""
 
-    def __init__(self, host_port, argument_names, before_call, doors=("agent", "mcp")):
+    def __init__(self, host_port, argument_names, before_call, sources=("agent", "mcp")):
         self.host_port_ = host_port
         self.argument_names_ = argument_names
         self.before_call_ = before_call
@@ -37,23 +37,23 @@ class Tap:
         self.sockets_ = []
         self.connections_ = 0
         self.calls = []
-        self.ports = {door: self.listen_(door) for door in doors}
+        self.ports = {source: self.listen_(source) for source in sources}
 
-    def listen_(self, door):
+    def listen_(self, source):
         server = socket.create_server(("127.0.0.1", 0))
         self.sockets_.append(server)
-        threading.Thread(target=self.accept_, args=(server, door), daemon=True).start()
+        threading.Thread(target=self.accept_, args=(server, source), daemon=True).start()
         return server.getsockname()[1]
 
-    def accept_(self, server, door):
+    def accept_(self, server, source):
         while True:
             try:
                 client, _ = server.accept()
             except OSError:
                 return
-            threading.Thread(target=self.serve_, args=(client, door), daemon=True).start()
+            threading.Thread(target=self.serve_, args=(client, source), daemon=True).start()
 
-    def serve_(self, client, door):
+    def serve_(self, client, source):
         try:
             host = socket.create_connection(("localhost", self.host_port_), timeout=10)
         except OSError:
@@ -64,9 +64,9 @@ class Tap:
             self.sockets_ += [client, host]
             self.connections_ += 1
             number = self.connections_
-        relay = Relay(self, door, number)
-        threading.Thread(target=pump, args=(host, client, relay.on_reply), daemon=True).start()
-        pump(client, host, relay.on_call)
+        connection = Connection(self, source, number)
+        threading.Thread(target=pump, args=(host, client, connection.on_reply), daemon=True).start()
+        pump(client, host, connection.on_call)
 
     def record(self, call):
         with self.lock_:
@@ -80,22 +80,22 @@ class Tap:
             each.close()
 
 
-class Relay:
+class Connection:
     """The calls of one connection, which are answered in their order."""
 
-    def __init__(self, tap, door, number):
-        self.tap_ = tap
-        self.door_ = door
+    def __init__(self, relay, source, number):
+        self.relay_ = relay
+        self.source_ = source
         self.number_ = number
         self.open_ = []
 
     def on_call(self, message):
-        names = self.tap_.argument_names_.get(message.method, [])
+        names = self.relay_.argument_names_.get(message.method, [])
         arguments = {names[i - 1] if 0 < i <= len(names) else str(i): v for i, v in message.fields.items()}
-        self.tap_.before_call_(message.method)
-        call = Call(time.time(), self.door_, self.number_, message.method, arguments)
+        self.relay_.before_call_(message.method)
+        call = Call(time.time(), self.source_, self.number_, message.method, arguments)
         self.open_.append(call)
-        self.tap_.record(call)
+        self.relay_.record(call)
 
     def on_reply(self, message):
         if not self.open_:

@@ -6,13 +6,13 @@ import sys
 import threading
 import time
 
-from .tap import Call
+from .relay import Call
 
 
 class Handler(socketserver.StreamRequestHandler):
     def handle(self):
         for line in self.rfile:
-            answer = self.server.door.on_message(json.loads(line))
+            answer = self.server.examiner.on_message(json.loads(line))
             self.wfile.write((json.dumps(answer) + "\n").encode())
 
 
@@ -21,7 +21,7 @@ class Server(socketserver.ThreadingTCPServer):
     allow_reuse_address = True
 
 
-class McpDoor:
+class McpExaminer:
     """Listens on a loopback port while an attempt runs."""
 
     def __init__(self, user, interface):
@@ -29,7 +29,7 @@ class McpDoor:
         self.interface_ = interface
         self.calls = []
         self.server_ = Server(("127.0.0.1", 0), Handler)
-        self.server_.door = self
+        self.server_.examiner = self
         threading.Thread(target=self.server_.serve_forever, args=(0.05,), daemon=True).start()
 
     @property
@@ -57,10 +57,10 @@ class McpDoor:
         self.server_.server_close()
 
 
-def configuration(root, door_port, host_port):
+def configuration(root, examiner_port, host_port):
     """The configuration for an MCP client, in the form that most clients read."""
     return {"mcpServers": {"disks": {
         "command": sys.executable,
-        "args": [str(root / "exam/mcp_user.py"), str(door_port), "node", str(root / "agent/mcp/bin/aibridge-mcp.js")],
+        "args": [str(root / "exam/mcp_user.py"), str(examiner_port), "node", str(root / "agent/mcp/bin/aibridge-mcp.js")],
         "env": {"AIBRIDGE_MCP_PORT": str(host_port), "AIBRIDGE_MCP_TOOLS": "all"},
     }}}
