@@ -4,11 +4,12 @@ import dataclasses
 import json
 import os
 import shutil
+import threading
 import time
 
 from . import evidence
 from .agent import Agent
-from .host import Host
+from .host import Host, HostError
 from .mcp_examiner import McpExaminer, configuration
 from .stage import Images, Simulated
 from .relay import CallRelay
@@ -39,6 +40,7 @@ class Attempt:
         self.user_ = User(task)
         self.user_calls_ = []
         self.pending_ = list(task.meanwhile)
+        self.meanwhile_lock_ = threading.Lock()
 
     def run(self):
         """Returns the evidence, which it also writes to the folder. Raises HostError if the host does not start."""
@@ -72,6 +74,8 @@ class Attempt:
         survived = host.is_running()
         idle = host.wait_until_idle(IDLE_LIMIT)
         relay.close()
+        if relay.errors:
+            raise HostError(f"the user's call failed before {relay.errors[0]}")
         return self.evidence_(agent, relay.calls + examiner.calls, survived and host.stop() == 0, idle)
 
     def environment_(self, relay, examiner):
@@ -83,12 +87,13 @@ class Attempt:
                     AGENT_NATIVE_PORT=str(relay.ports["agent"]))
 
     def meanwhile_(self, host, method):
-        """Called before the agent's call reaches the host."""
-        for entry in [entry for entry in self.pending_ if entry.before == method]:
-            self.pending_.remove(entry)
-            self.call_as_user_(host, entry.call)
-            host.wait_until_idle(CALL_LIMIT)
-            self.user_calls_[-1][1] = time.time()
+        """Called before the agent's call reaches the host. The lock keeps calls of other connections from overtaking."""
+        with self.meanwhile_lock_:
+            for entry in [entry for entry in self.pending_ if entry.before == method]:
+                self.pending_.remove(entry)
+                self.call_as_user_(host, entry.call)
+                host.wait_until_idle(CALL_LIMIT)
+                self.user_calls_[-1][1] = time.time()
 
     def call_as_user_(self, host, line):
         self.user_calls_.append([time.time() - 0.002, 0])

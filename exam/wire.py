@@ -6,6 +6,8 @@ import struct
 VERSION = 0x80010000
 CALL, REPLY, EXCEPTION, ONEWAY = 1, 2, 3, 4
 STOP, BOOL, BYTE, DOUBLE, I16, I32, I64, STRING, STRUCT, MAP, SET, LIST = 0, 2, 3, 4, 6, 8, 10, 11, 12, 13, 14, 15
+# The runtime of the service rejects deeper structs.
+MOST_DEPTH = 64
 NUMBERS = {BYTE: ">b", DOUBLE: ">d", I16: ">h", I32: ">i", I64: ">q"}
 
 
@@ -29,6 +31,7 @@ class Reader:
     def __init__(self, data):
         self.data = data
         self.at = 0
+        self.depth_ = 0
 
     def take(self, count):
         if count < 0:
@@ -45,6 +48,14 @@ class Reader:
         return bytes(self.take(self.number(">i"))).decode("utf-8", "replace")
 
     def value(self, kind):
+        self.depth_ += 1
+        if self.depth_ > MOST_DEPTH:
+            raise Unreadable
+        value = self.value_(kind)
+        self.depth_ -= 1
+        return value
+
+    def value_(self, kind):
         if kind in NUMBERS:
             return self.number(NUMBERS[kind])
         if kind == BOOL:

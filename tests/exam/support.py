@@ -1,8 +1,10 @@
-"""Shared by the tests of the exam: tasks and evidence without a host."""
+"""Shared by the tests of the exam: tasks, evidence and messages without a host."""
 
 import os
 import pathlib
+import struct
 
+from exam import wire
 from exam.evidence import Evidence
 from exam.interface import read_interface
 from exam.machine import Disk, Entry, Machine
@@ -53,3 +55,11 @@ def gated(at, method, answer="Task Queued", **arguments):
     """The three calls of a tool that acts."""
     return [(at, "PreProcessing", {}, {"allow": True, "reasons": ""}), (at, method, arguments, answer),
             (at, "PostProcessing", {}, answer == "Task Queued")]
+
+
+def message(kind, method, number, fields=b"\0"):
+    return struct.pack(">Ii", 0x80010000 | kind, len(method)) + method.encode() + struct.pack(">i", number) + fields
+
+
+def string_field(number, text):
+    return struct.pack(">bhi", wire.STRING, number, len(text)) + text.encode()
