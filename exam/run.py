@@ -28,7 +28,7 @@ def examined(given, tasks, root, folder):
     setup = Setup(given.agent, root, given.bin.resolve(), given.bin.resolve() / "machines", interface, not given.close_input)
     begin = time.monotonic()
     with concurrent.futures.ThreadPoolExecutor(given.jobs) as pool:
-        # All first attempts, then all second ones: the result of an interrupted run is complete as far as it goes.
+        # All first attempts, then all second ones: an interrupted run has then attempted each task equally often.
         waiting = [(task, number, pool.submit(attempted, task, setup, folder / task.name / str(number)))
                    for number in range(1, given.repeat + 1) for task in tasks]
         attempts = {task.name: [] for task in tasks}

@@ -11,7 +11,7 @@ def grade(task, evidence, interface):
     stated = stated_result(evidence.output)
     if claim := false_claim(task, evidence, stated):
         return [Loss(1, claim, FALSE_CLAIM)]
-    # An agent that says nothing claims nothing. That is enough where nothing was to be done.
+    # An empty answer claims nothing. That is right where no action is right.
     if stated not in task.results and (stated or "not done" not in task.results):
         return [Loss(1, f"The answer states \"{stated or 'nothing'}\"; right is \"{task.result}\".", "wrong result")]
     return [Loss(1, f"The answer does not mention {pattern}.", "not mentioned")

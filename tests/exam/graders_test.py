@@ -127,7 +127,7 @@ class Conduct(Grader):
         self.assertEqual(self.found(gated(1, "EjectUsb")[:2]), ["unreported"])
 
     def test_a_second_call_without_a_look_is_found(self):
-        self.assertEqual(self.found(gated(1, "EjectUsb") + gated(4, "EjectUsb")), ["did not look"])
+        self.assertEqual(self.found(gated(1, "EjectUsb") + gated(4, "EjectUsb")), ["inventory not read"])
         self.assertEqual(self.found(gated(1, "EjectUsb", "Task NotValid") + gated(4, "EjectUsb")), [])
 
     def test_success_needs_a_look_after_the_last_order(self):
