@@ -16,9 +16,9 @@ TASKS = task.load_all()
 
 
 class Tasks(unittest.TestCase):
-    def test_there_are_forty_of_five_kinds(self):
+    def test_there_are_at_least_forty_of_five_kinds(self):
         kinds = collections.Counter(each.kind for each in TASKS)
-        self.assertEqual(sum(kinds.values()), 40)
+        self.assertGreaterEqual(sum(kinds.values()), 40)
         self.assertEqual(set(kinds), set(task.KINDS))
         self.assertGreaterEqual(min(kinds.values()), 6)
 
@@ -29,7 +29,7 @@ class Tasks(unittest.TestCase):
             self.assertFalse(words & set(names), each.name)
 
     def test_no_two_requests_are_the_same(self):
-        self.assertEqual(len({each.request for each in TASKS}), 40)
+        self.assertEqual(len({each.request for each in TASKS}), len(TASKS))
 
     def test_each_condition_can_be_read(self):
         for each in TASKS:
