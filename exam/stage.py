@@ -23,8 +23,9 @@ class Simulated:
         """Called after the calls that the user makes before the agent starts; a simulated machine is known already."""
 
     def ended(self):
-        """The machine after the host has ended."""
-        return machine_of_file(self.folder_ / "after.json")
+        """The machine after the host has ended; a killed host leaves no file, so its machine counts as unchanged."""
+        path = self.folder_ / "after.json"
+        return machine_of_file(path) if path.exists() else self.before
 
 
 class Images:
@@ -51,7 +52,8 @@ class Images:
     def ended(self):
         for image in self.images_:
             image.detach()
-        after = machine_of_images(self.images_, letters_of(machine_of_file(self.folder_ / "after.json")))
+        path = self.folder_ / "after.json"
+        after = machine_of_images(self.images_, letters_of(machine_of_file(path)) if path.exists() else {})
         for image in self.images_:
             image.path.unlink()
         return after
