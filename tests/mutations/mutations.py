@@ -469,7 +469,7 @@ REAL_DISKS = [
      "if (false && !showsPartitionsOf(plan_.shown, snapshot, *disk))", "test_host_udisks DiskSafetyTest.*"),
     ("a file system on a disk without a table does not stop an order", "OrderExecution.cpp",
      "if (const Rejection rejection = contentRejection(*disk))",
-     "if (const Rejection rejection = Rejection())", "test_host_udisks DiskSafetyTest.*"),
+     "if (const Rejection rejection = Rejection())", "test_host_udisks Device.*"),
     ("orders for a disk in use are accepted", "DiskBackend.cpp", "return hasOrderPlan(function) ?",
      "return function < 0 ?", "test_host_udisks DiskSafetyTest.*"),
     ("a disk with another serial number is the same", "DeviceIdentity.cpp", "return one.id == other.id && one.model",

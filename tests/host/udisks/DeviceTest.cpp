@@ -153,6 +153,23 @@ TEST_F(Device, MountedPartition_IsRefusedAtTheStartAndBeforeAnOrder)
     EXPECT_EQ(before, after);
 }
 
+TEST_F(Device, FileSystemAppearingOnAnEmptyDisk_IsNotErased)
+{
+    // udevd can have removed the partitions already.
+    outputOf("sh", {"-c", QString("wipefs -aq %1 && { partx -d %1 2>/dev/null; true; }").arg(loop)});
+    ASSERT_TRUE(pumpUntil([&] { return open().isEmpty() && backend->machine()->disks[0].isUnInitialize; }));
+    outputOf("mkfs.ext4", {"-q", "-F", loop});
+    outputOf("udevadm", {"trigger", "--action=change", loop});
+    host::DiskService reader(service.bus());
+    ASSERT_TRUE(pumpUntil([&] {
+        const auto snapshot = std::get<host::DiskSnapshot>(reader.readNow());
+        return snapshot.deviceFile(loop)->type == "ext4";
+    }));
+    EXPECT_EQ(order(kInitializeToGpt, {{"diskIndex", 0}}),
+              loop + " holds a file system without a partition table.");
+    EXPECT_EQ(outputOf("blkid", {"-p", "-s", "TYPE", "-o", "value", image}).trimmed(), "ext4");
+}
+
 TEST_F(Device, DiskHeldByTheSystem_IsRefusedAtTheStart)
 {
     ASSERT_TRUE(opens());
