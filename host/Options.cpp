@@ -240,16 +240,10 @@ void checkRealDisks(const QCommandLineParser& parser, Options* options)
     rejectOutputToDisks(options);
 }
 
-QString helpLine(const Row& row)
+std::string termOf(const Row& row)
 {
-    constexpr int kColumn = 22;
-    QString option = QStringLiteral("  --%1 %2").arg(QLatin1String(row.name), QLatin1String(row.valueName));
-    option = option.trimmed().prepend(QStringLiteral("  "));
-    const QString indent(kColumn, QLatin1Char(' '));
-    const QString help = QString::fromLatin1(row.help).replace(QLatin1Char('\n'), QLatin1Char('\n') + indent);
-    const bool fits = option.size() < kColumn - 1;
-    return (fits ? option.leftJustified(kColumn) : option + QLatin1Char('\n') + indent) + help +
-           QLatin1Char('\n');
+    const std::string value = row.valueName == nullptr ? std::string() : ' ' + std::string(row.valueName);
+    return std::string("--") + row.name + value;
 }
 
 } // namespace
@@ -272,21 +266,30 @@ Options readOptions(const QStringList& arguments)
     return options;
 }
 
+manual::Manual programManual()
+{
+    manual::Section options{"Options", {}};
+    for (const Row& row : kRows)
+        options.rows.push_back({termOf(row), row.help});
+    const manual::Section exitCodes{
+        "Exit codes",
+        {{"0", "ended by SIGINT, SIGTERM or the window"},
+         {"1", "the service could not listen"},
+         {"2", "invalid option or machine, a disk that is missing or in use, missing library, a display that "
+               "cannot be opened, or a file that cannot be written"},
+         {"N", "with --exit-with-agent, the agent's exit code"}}};
+    return {"zorhost",
+            "sandbox host of the agent service of a disk and partition manager",
+            {"[options]"},
+            "Runs the agent service on a simulated machine, or on the disk images and disks that --image and "
+            "--device name. Without these options no real disk is changed.",
+            {options, exitCodes},
+            {"zorcall", "aibridge-mcp"}};
+}
+
 QString helpText()
 {
-    QString text =
-        QStringLiteral("usage: zorhost [options]\n\n"
-                       "Runs the agent service on a simulated machine, or on the disk images and disks that\n"
-                       "--image and --device name. Without these options no real disk is changed.\n\n");
-    for (const Row& row : kRows)
-        text += helpLine(row);
-    return text +
-           QStringLiteral(
-               "\n"
-               "Exit codes: 0 ended by SIGINT, SIGTERM or the window; 1 the service could not listen;\n"
-               "2 invalid option or machine, a disk that is missing or in use, missing library, a\n"
-               "display that cannot be opened, or a file that cannot be written;\n"
-               "with --exit-with-agent the agent's exit code.");
+    return QString::fromStdString(manual::helpText(programManual()));
 }
 
 QString machineFile(const QString& machine, const QString& machinesFolder)

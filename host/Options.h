@@ -2,6 +2,7 @@
 
 #include "host/objects/Theme.h"
 #include "host/simulation/Pace.h"
+#include "manual/Manual.h"
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -45,6 +46,9 @@ struct Options
 
 /// @p arguments: without the program's name.
 Options readOptions(const QStringList& arguments);
+
+/// The description of the program.
+manual::Manual programManual();
 
 /// The text of --help.
 QString helpText();

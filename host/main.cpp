@@ -80,7 +80,7 @@ int main(int argc, char** argv)
         return kExitUsage;
     }
     if (options.help) {
-        std::puts(host::helpText().toUtf8().constData());
+        std::fputs(host::helpText().toUtf8().constData(), stdout);
         return 0;
     }
     if (!options.verbose)

@@ -1,43 +1,22 @@
-import { readFileSync } from 'node:fs';
 import { parseArgs } from 'node:util';
+import { helpText, optionTable, variableOf } from './manual.js';
 
 /** @import { Options } from './types.js' */
 
-/** The version of this package. */
-export const { version } = JSON.parse(readFileSync(new URL('../package.json', import.meta.url), 'utf8'));
+export { variableOf, version } from './manual.js';
 
-const text = { type: /** @type {const} */ ('string') };
-const flag = { type: /** @type {const} */ ('boolean') };
-const known = {
-    port: text,
-    tools: text,
-    'read-only': flag,
-    yes: flag,
-    timeout: text,
-    'ask-timeout': text,
-    help: { ...flag, short: 'h' },
-    version: flag,
-};
 /** The options that a variable can set as well: clients with a form for settings pass them as variables. */
-export const settable = /** @type {const} */ (['port', 'tools', 'read-only', 'yes', 'timeout', 'ask-timeout']);
+export const settable = optionTable.filter((option) => option.settable).map((option) => option.name);
 
-/** @typedef {typeof settable[number]} Name */
+export const usage = helpText();
 
-/** @param {Name} name of an option @returns {string} */
-export const variableOf = (name) => `AIBRIDGE_MCP_${name.toUpperCase().replace('-', '_')}`;
-
-export const usage = `usage: aibridge-mcp [--port N] [--tools GROUP,...|all] [--read-only] [--yes] [--timeout S] [--ask-timeout S]
-       aibridge-mcp --help | --version
-  --port         port of the application's agent service on this computer; default: AGENT_NATIVE_PORT,
-                 otherwise the first port from 9090 to 9153 on which it answers
-  --tools        groups of tools to offer; default: inventory,partitions,disks
-  --read-only    offer only the tools that read
-  --yes          do not ask the user before a tool that destroys data
-  --timeout      time limit of a call, in seconds (30)
-  --ask-timeout  time limit of the user's answer to a question, in seconds (300)
-An environment variable sets an option that is not given: ${settable.map(variableOf).join(', ')}.
-The program uses the Model Context Protocol on standard input and output, and logs to standard error.
-`;
+/** @type {Record<string, { type: 'string' | 'boolean', short?: string }>} */
+const known = Object.fromEntries(
+    optionTable.map(({ name, short, value }) => [
+        name,
+        { type: value === undefined ? 'boolean' : 'string', ...(short === undefined ? {} : { short }) },
+    ]),
+);
 
 /**
  * @param {string[]} argv the arguments, without program and script
@@ -46,8 +25,10 @@ The program uses the Model Context Protocol on standard input and output, and lo
  * @returns {Options} throws an Error with a message for the user
  */
 export function readOptions(argv, env, groupNames) {
-    const { values } = parseArgs({ args: argv, options: known });
-    /** The value of an option and its source for messages. @param {Name} name */
+    const values = /** @type {Record<string, string | boolean | undefined>} */ (
+        parseArgs({ args: argv, options: known }).values
+    );
+    /** The value of an option and its source for messages. @param {string} name */
     const setting = (name) =>
         values[name] !== undefined
             ? { value: values[name], source: `--${name}` }

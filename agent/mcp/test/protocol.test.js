@@ -43,7 +43,8 @@ test('Help_IsOnStandardOutput', () => {
         const { status, stdout, stderr } = run([option]);
         assert.deepEqual([status, stderr], [0, '']);
         assert.match(stdout, /^usage: aibridge-mcp \[--port N\]/);
-        assert.match(stdout, /AIBRIDGE_MCP_PORT, AIBRIDGE_MCP_TOOLS, AIBRIDGE_MCP_READ_ONLY, AIBRIDGE_MCP_YES/);
+        assert.match(stdout, /\n {2}AIBRIDGE_MCP_PORT +sets --port if it is not given\n {2}AIBRIDGE_MCP_TOOLS +sets --tools /);
+        assert.match(stdout, /\n {2}-h, --help +print this help\n {2}--version +print the version\n/);
     }
 });
 
