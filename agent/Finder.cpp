@@ -67,7 +67,9 @@ public:
         : service_(service), init_(*service.method("Init")), call_(initCall(init_))
     {
         // Each address at the same time: on some systems a refused connection takes two seconds.
-        const auto addresses = QHostInfo::fromName(QStringLiteral("localhost")).addresses();
+        QList<QHostAddress> addresses = QHostInfo::fromName(QStringLiteral("localhost")).addresses();
+        if (addresses.isEmpty())
+            addresses.append(QHostAddress(QHostAddress::LocalHost));
         for (const PortRange& range : ports) {
             for (int port = range.first; port <= range.last; ++port)
                 for (const QHostAddress& address : addresses)
@@ -162,6 +164,7 @@ private:
 std::string portList(const std::vector<Listener>& listeners)
 {
     std::vector<std::string> ports;
+    ports.reserve(listeners.size());
     for (const Listener& listener : listeners)
         ports.push_back(std::to_string(listener.port));
     return (ports.size() == 1 ? "port " : "ports ") + join(ports, ", ");

@@ -47,6 +47,7 @@ std::vector<Pair> pairItems(const std::vector<const Value*>& before, const std::
         }
     }
     std::vector<Pair> pairs;
+    pairs.reserve(after.size() + left.size());
     for (const Value* now : after)
         pairs.emplace_back(earlier.count(now) != 0 ? earlier[now] : nullptr, now);
     for (const Value* was : left)
