@@ -13,8 +13,8 @@ namespace {
 
 // The service takes the first free port from 9090 on. The gateway searches the same ports.
 constexpr PortRange kDefault{9090, 9153};
-// Each port costs two sockets at the same time.
-constexpr int kMaxPorts = 1000;
+// Each port costs up to two sockets at the same time. Many systems limit a process to 1024 descriptors.
+constexpr int kMaxPorts = 400;
 
 std::optional<std::uint16_t> portNumber(const QString& text)
 {

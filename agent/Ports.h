@@ -18,7 +18,7 @@ struct PortRange
 /// The ports on which zorcall searches for the service, if the user selects none.
 using Ports = std::vector<PortRange>;
 
-/// Parses ports and ranges of ports, "9090-9153,12000"; at most 1000 ports. An empty string gives the
+/// Parses ports and ranges of ports, "9090-9153,12000"; at most 400 ports. An empty string gives the
 /// default.
 /// @p source names the setting in the Failure with code Usage.
 Ports readPorts(const QString& text, const std::string& source);

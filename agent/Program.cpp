@@ -70,7 +70,7 @@ ExitCode runLines(const Options& options, const Environment& environment, std::i
     Client client(service, locate(options, environment, true));
     std::unique_ptr<Report> report;
     if (options.table)
-        report = std::make_unique<TableReport>(out, service);
+        report = std::make_unique<TableReport>(out, service, displayOf(options, environment));
     else
         report = std::make_unique<JsonReport>(out, service, true);
     const std::string name = options.script == "-" ? std::string("standard input") : options.script;

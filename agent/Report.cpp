@@ -93,9 +93,11 @@ void TextReport::answer(const Call& call, const Method& method, const Value& val
     requireWritten(out_);
 }
 
-TableReport::TableReport(std::ostream& out, const Interface& service)
+TableReport::TableReport(std::ostream& out, const Interface& service, const Display& display)
     : out_(out), service_(service), toolWidth_(widestName(service))
 {
+    if (!display.headers)
+        return;
     out_ << "line  " << std::left << std::setw(static_cast<int>(toolWidth_)) << "tool"
          << "  answer\n";
     requireWritten(out_);

@@ -51,7 +51,7 @@ private:
 class TableReport : public Report
 {
 public:
-    TableReport(std::ostream& out, const Interface& service);
+    TableReport(std::ostream& out, const Interface& service, const Display& display);
     void begin(const Call& call, int line) override;
     void answer(const Call& call, const Method& method, const Value& value) override;
 

@@ -1,6 +1,7 @@
 // The command line: the effect of each option, and rejected combinations.
 #include "agent/Options.h"
 #include "agent/Failure.h"
+#include "agent/OptionTable.h"
 #include "agent/Ports.h"
 
 #include <QtCore/QFile>
@@ -121,6 +122,15 @@ TEST(Options, Watch_HasAnInterval)
     EXPECT_EQ(rejection("watch ListAllDisks"), "watch accepts no arguments");
     EXPECT_EQ(rejection("watch --gated"), "--gated, --patient and --allow-missing require a method");
     EXPECT_EQ(rejection("--interval 1 ListAllDisks"), "--interval requires watch");
+}
+
+TEST(Options, Document_DescribesEveryOption)
+{
+    QFile file(qEnvironmentVariable("AIBRIDGE_SOURCE_DIR") + QStringLiteral("/docs/zorcall.md"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray document = file.readAll();
+    for (const zorcall::OptionRow& row : zorcall::optionTable())
+        EXPECT_TRUE(document.contains(QByteArray("\n| `--") + row.name)) << row.name;
 }
 
 TEST(Options, UnknownOptionMissingValueOrRepetition_IsRejected)

@@ -114,8 +114,8 @@ TEST(ZorcallFinder, InvalidPorts_Code2)
         (Ran{2, "", "zorcall: ZORCALL_PORTS is '9100-9090', not a list of ports as in 9090-9153,12000\n"}));
     for (const char* ports : {"0", "9090,", "1-2-3", "x", "65536"})
         EXPECT_EQ(search({ports}, "Init").code, 2) << ports;
-    EXPECT_EQ(search({"1-1001"}, "Init"),
-              (Ran{2, "", "zorcall: ZORCALL_PORTS contains more than 1000 ports\n"}));
+    EXPECT_EQ(search({"1-401"}, "Init"),
+              (Ran{2, "", "zorcall: ZORCALL_PORTS contains more than 400 ports\n"}));
 }
 
 } // namespace

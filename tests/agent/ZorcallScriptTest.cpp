@@ -212,4 +212,11 @@ TEST(ZorcallScript, Table_HasOneRowPerCall)
                    ""}));
 }
 
+TEST(ZorcallScript, TableWithoutHeaders_HasOnlyTheRows)
+{
+    ScriptedHost scripted;
+    EXPECT_EQ(scripted.run("Init\n", "--table --no-headers"),
+              (Ran{0, "   1  Init                                      true\n", ""}));
+}
+
 } // namespace
