@@ -23,7 +23,7 @@ struct Found
 };
 
 /// Time for the answer to Init. Another program may accept the connection and never answer.
-constexpr std::chrono::milliseconds kProbeLimit{1000};
+constexpr std::chrono::milliseconds kProbeLimit{2000};
 
 /// Calls Init on all ports of this computer at the same time. Requires a QCoreApplication.
 Found searchServices(const Interface& service, const Ports& ports,
