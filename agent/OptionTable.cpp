@@ -42,8 +42,8 @@ manual::Manual programManual()
     const manual::Section exitCodes{"Exit codes",
                                     {{"0", "answered"},
                                      {"1", "rejected by the tool or the gate"},
-                                     {"2", "usage error"},
-                                     {"3", "connection failed or lost"},
+                                     {"2", "usage error, or several services; the call was not sent"},
+                                     {"3", "no service, or connection failed or lost"},
                                      {"4", "timeout"},
                                      {"5", "exception of the service or invalid reply"},
                                      {"6", "standard output could not be written"}}};

@@ -90,6 +90,13 @@ ExitCode runFile(const Options& options, const Environment& environment, std::is
     return runLines(options, environment, file, out);
 }
 
+[[noreturn]] ExitCode watch(const Options& options, const Environment& environment, std::ostream& out)
+{
+    const std::chrono::milliseconds interval = intervalOf(options);
+    watchInventory(Interface::builtIn(), locate(options, environment, false), interval,
+                   displayOf(options, environment), out);
+}
+
 // A name is documented; any other word is searched.
 void list(const Options& options, const Display& display, std::ostream& out)
 {
@@ -165,8 +172,7 @@ ExitCode run(const Options& options, const Environment& environment, std::istrea
     case Options::Script:
         return runFile(options, environment, in, out);
     case Options::Watch:
-        watchInventory(Interface::builtIn(), locate(options, environment, false), intervalOf(options),
-                       displayOf(options, environment), out);
+        return watch(options, environment, out);
     case Options::Completion:
         out << completionScript(options.words.at(1));
         return Answered;

@@ -107,6 +107,15 @@ TEST(ZorcallFinder, OnlyASilentListener_Code3)
                        silent.port() + " accepted the connection but did not answer)\n"}));
 }
 
+TEST(ZorcallFinder, InvalidOptions_AreReportedWithoutASearch)
+{
+    const ClosedPort closed;
+    EXPECT_EQ(search({closed.port()}, "watch --interval 0.01"),
+              (Ran{2, "", "zorcall: --interval is '0.01', not a number of seconds from 0.1 to 86400\n"}));
+    EXPECT_EQ(search({closed.port()}, "Init --timeout 0"),
+              (Ran{2, "", "zorcall: --timeout is '0', not a number of seconds from 0.001 to 86400\n"}));
+}
+
 TEST(ZorcallFinder, InvalidPorts_Code2)
 {
     EXPECT_EQ(

@@ -112,7 +112,7 @@ TEST(ZorcallUsage, Help_ContainsEveryOptionAndExitCode)
     for (const char* word :
          {"--gated", "--patient", "--allow-missing", "--script FILE", "--table", "--list", "--host", "--port",
           "--timeout", "-h, --help", "--version", "0  answered", "1  rejected", "2  usage error",
-          "3  connection failed", "4  timeout", "5  exception", "6  standard output"})
+          "3  no service, or connection failed", "4  timeout", "5  exception", "6  standard output"})
         EXPECT_TRUE(ran.out.contains(word)) << word;
     EXPECT_EQ(zorcall(words("-h")), ran);
 }
