@@ -29,7 +29,7 @@ QByteArray builtInJson()
     return file.readAll();
 }
 
-// The gateway asks before it changes what exists, but not before it adds something. Both change the machine.
+// The gateway asks the user before a change, but not before it adds something. Both change the machine.
 std::string classOf(const std::string& gatewayClass)
 {
     return gatewayClass == "adds" ? "changes" : gatewayClass;

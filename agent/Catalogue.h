@@ -7,7 +7,7 @@
 
 namespace zorcall {
 
-/// A method with the facts that the interface file does not contain.
+/// A method with the properties that the interface file does not contain.
 struct Tool
 {
     const Method* method = nullptr;
@@ -29,20 +29,20 @@ struct Group
 class Catalogue
 {
 public:
-    /// Made from the table that the gateway uses as well.
+    /// Made from the table that the gateway also uses.
     static const Catalogue& builtIn();
     /// @p json: the gateway's table. Throws std::runtime_error if it lacks a method of @p service.
     Catalogue(const Interface& service, const QByteArray& json);
 
-    /// By name; the gate is the last.
+    /// In alphabetical order; the gate is last.
     const std::vector<Group>& groups() const { return groups_; }
     /// In declaration order.
     const std::vector<Tool>& tools() const { return tools_; }
-    /// The tools whose name, title, documentation, group or class contains @p word in either case.
+    /// The tools whose name, title, documentation, group or class contains @p word, ignoring case.
     std::vector<const Tool*> matching(const std::string& word) const;
     /// Role of an argument: "drive", "newLetter", "disk", "fileSystem" and others.
     std::string role(const std::string& argument) const;
-    /// Values that the documentation of an argument suggests or requires.
+    /// Suggested or required values of an argument.
     std::vector<std::string> suggestions(const std::string& argument) const;
 
 private:

@@ -83,7 +83,7 @@ std::vector<Candidate> methods(const Catalogue& catalogue, bool withCommands)
         candidates.push_back({tool.method->name, tool.toolClass + ": " + tool.summary()});
     if (withCommands) {
         candidates.push_back({"watch", "print each difference of the inventory"});
-        candidates.push_back({"completion", "print the completion of a shell"});
+        candidates.push_back({"completion", "print the completion script of a shell"});
     }
     return candidates;
 }
@@ -103,7 +103,7 @@ std::vector<Candidate> drives(const Interface& service, const Snapshot& snapshot
     std::vector<Candidate> candidates;
     for (const Value& value : snapshot.entries.parts()) {
         const RecordView entry(service.record("PartitionInfo"), value);
-        const std::string drive = driveWords(entry);
+        const std::string drive = driveName(entry);
         if (!drive.empty())
             candidates.push_back({drive.substr(0, 1), entry.text("label") + ", " +
                                                           entry.text("fileSystemType") + ", " +

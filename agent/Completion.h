@@ -11,7 +11,7 @@
 
 namespace zorcall {
 
-/// The script of a shell, "bash" or "zsh". Throws a Failure with code Usage for any other.
+/// The completion script of a shell, "bash" or "zsh". Throws a Failure with code Usage for any other.
 std::string completionScript(const std::string& shell);
 
 /// A word that can replace the last word of a command line.
@@ -28,11 +28,11 @@ struct LineAddress
     std::string port;
 };
 
-/// Reads the inventory of the running host; no value if it cannot be read soon.
+/// Reads the inventory of the running host. Returns no value if the service does not answer in time.
 using InventoryReader = std::function<std::optional<Snapshot>(const LineAddress& address)>;
 
-/// The candidates for the last word of @p line, which begins with the name of the program. After a blank,
-/// this is an empty word. Calls @p read only for the number of a disk or a drive letter.
+/// Returns the candidates for the last word of @p line, which begins with the name of the program. After a
+/// space, the last word is empty. Calls @p read only for disk numbers and drive letters.
 std::vector<Candidate> completeLine(const Catalogue& catalogue, const Interface& service,
                                     const std::string& line, const InventoryReader& read);
 

@@ -4,22 +4,22 @@ namespace zorcall {
 
 namespace {
 
-const char* sequence(Ink ink)
+const char* sequence(Style style)
 {
-    switch (ink) {
-    case Ink::Plain:
+    switch (style) {
+    case Style::Plain:
         return "";
-    case Ink::Bold:
+    case Style::Bold:
         return "\033[1m";
-    case Ink::Dim:
+    case Style::Dim:
         return "\033[2m";
-    case Ink::Red:
+    case Style::Red:
         return "\033[31m";
-    case Ink::Green:
+    case Style::Green:
         return "\033[32m";
-    case Ink::Yellow:
+    case Style::Yellow:
         return "\033[33m";
-    case Ink::Cyan:
+    case Style::Cyan:
         return "\033[36m";
     }
     return "";
@@ -27,11 +27,11 @@ const char* sequence(Ink ink)
 
 } // namespace
 
-std::string painted(const std::string& text, Ink ink, const Display& display)
+std::string styled(const std::string& text, Style style, const Display& display)
 {
-    if (!display.colour || ink == Ink::Plain || text.empty())
+    if (!display.colour || style == Style::Plain || text.empty())
         return text;
-    return sequence(ink) + text + "\033[0m";
+    return sequence(style) + text + "\033[0m";
 }
 
 } // namespace zorcall

@@ -4,7 +4,7 @@
 
 namespace zorcall {
 
-/// The form of the output for people. Programs get JSON.
+/// The form of the output.
 struct Display
 {
     bool table = false; ///< tables instead of JSON
@@ -12,10 +12,10 @@ struct Display
     bool headers = true; ///< column titles of a table
 };
 
-/// The weight or colour of a text at a terminal.
-enum class Ink { Plain, Bold, Dim, Red, Green, Yellow, Cyan };
+/// The weight or colour of text at a terminal.
+enum class Style { Plain, Bold, Dim, Red, Green, Yellow, Cyan };
 
-/// @p text between the escape sequences of ECMA-48, unchanged without colour.
-std::string painted(const std::string& text, Ink ink, const Display& display);
+/// Encloses @p text in the escape sequences of ECMA-48. Returns it unchanged if colour is off.
+std::string styled(const std::string& text, Style style, const Display& display);
 
 } // namespace zorcall

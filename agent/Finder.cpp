@@ -57,7 +57,7 @@ struct Probe
     bool answered = false;
     bool ended = false;
 
-    bool silent() const { return !ended && socket->state() == QAbstractSocket::ConnectedState; }
+    bool isUnresponsive() const { return !ended && socket->state() == QAbstractSocket::ConnectedState; }
 };
 
 class Search
@@ -138,8 +138,8 @@ private:
         for (const auto& probe : probes_) {
             if (probe->answered)
                 insert(probe->where, &found.services);
-            else if (probe->silent())
-                insert(probe->where, &found.silent);
+            else if (probe->isUnresponsive())
+                insert(probe->where, &found.unresponsive);
         }
         return found;
     }
@@ -177,21 +177,22 @@ Found searchServices(const Interface& service, const Ports& ports, std::chrono::
     return Search(service, ports).run(limit);
 }
 
-Listener onlyService(const Found& found, const Ports& ports, bool certain)
+Listener onlyService(const Found& found, const Ports& ports, bool sendsOrder)
 {
-    const std::string silent = found.silent.empty()
-                                   ? std::string()
-                                   : portList(found.silent) + " accepted the connection but did not answer";
+    const std::string unresponsive =
+        found.unresponsive.empty()
+            ? std::string()
+            : portList(found.unresponsive) + " accepted the connection but did not answer";
     if (found.services.empty())
-        throw Failure(NoConnection, "no service answers on the ports " + portWords(ports) +
+        throw Failure(NoConnection, "no service answers on the ports " + portText(ports) +
                                         " of this computer; start the host, or select a port with --port" +
-                                        (silent.empty() ? silent : " (" + silent + ")"));
+                                        (unresponsive.empty() ? unresponsive : " (" + unresponsive + ")"));
     if (found.services.size() > 1)
         throw Failure(Usage, "several services answer, on the " + portList(found.services) +
                                  "; select one with --port");
-    if (certain && !silent.empty())
+    if (sendsOrder && !unresponsive.empty())
         throw Failure(Usage, "the service on " + portList(found.services) +
-                                 " may not be the only one: " + silent + "; select one with --port");
+                                 " may not be the only one: " + unresponsive + "; select one with --port");
     return found.services.front();
 }
 

@@ -18,8 +18,8 @@ struct Listener
 
 struct Found
 {
-    std::vector<Listener> services; ///< answered Init
-    std::vector<Listener> silent;   ///< accepted the connection but sent nothing within the time limit
+    std::vector<Listener> services;     ///< answered Init
+    std::vector<Listener> unresponsive; ///< accepted the connection but sent nothing within the time limit
 };
 
 /// Time for the answer to Init. Another program may accept the connection and never answer.
@@ -29,11 +29,11 @@ constexpr std::chrono::milliseconds kProbeLimit{2000};
 Found searchServices(const Interface& service, const Ports& ports,
                      std::chrono::milliseconds limit = kProbeLimit);
 
-/// The only service. Throws a Failure with code NoConnection if there is none, and with code Usage if there
-/// are several.
+/// Returns the only service. Throws a Failure with code NoConnection if no service answered, and with code
+/// Usage if several did.
 ///
-/// A silent listener can be a service that serves three other clients. With @p certain, it is a second one,
-/// because an order for another machine can destroy data.
-Listener onlyService(const Found& found, const Ports& ports, bool certain);
+/// An unresponsive listener can be a service that is serving three other clients. With @p sendsOrder it
+/// counts as a second service, because an order to the wrong machine can destroy data.
+Listener onlyService(const Found& found, const Ports& ports, bool sendsOrder);
 
 } // namespace zorcall

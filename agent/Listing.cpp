@@ -30,22 +30,22 @@ void writeFields(std::ostream& out, const std::vector<Field>& fields)
     }
 }
 
-Ink inkOf(const Tool& tool)
+Style styleOf(const Tool& tool)
 {
     if (tool.toolClass == "destroys")
-        return Ink::Red;
+        return Style::Red;
     if (tool.toolClass == "changes")
-        return Ink::Yellow;
-    return tool.toolClass == "opens" ? Ink::Cyan : Ink::Green;
+        return Style::Yellow;
+    return tool.toolClass == "opens" ? Style::Cyan : Style::Green;
 }
 
-// One table for all groups, so that their columns are aligned.
+// One table for all groups, so that the columns of all groups are aligned.
 std::vector<std::string> alignedRows(const Tools& tools, const Display& display)
 {
     TextTable table({{"NAME"}, {"CLASS"}, {"SUMMARY"}});
     for (const Tool* tool : tools) {
         table.add({tool->method->name, tool->toolClass, tool->summary()});
-        table.paint(1, inkOf(*tool));
+        table.setStyle(1, styleOf(*tool));
     }
     std::stringstream text;
     table.write(text, {true, display.colour, false});
@@ -108,7 +108,7 @@ void writeGroups(std::ostream& out, const Catalogue& catalogue, const Tools& too
             if (tools[i]->group != group.name)
                 continue;
             if (first && display.headers)
-                out << painted(group.name + ": " + group.about, Ink::Bold, display) << '\n';
+                out << styled(group.name + ": " + group.about, Style::Bold, display) << '\n';
             first = false;
             out << "  " << rows[i] << '\n';
         }

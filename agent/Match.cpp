@@ -7,7 +7,7 @@ namespace zorcall {
 
 namespace {
 
-// Null for a key of several items.
+// The value is null if several items have the key.
 std::map<std::string, const Value*> itemsByKey(const std::vector<const Value*>& items, const Key& key)
 {
     std::map<std::string, const Value*> found;
@@ -15,9 +15,9 @@ std::map<std::string, const Value*> itemsByKey(const std::vector<const Value*>& 
         const std::string name = key(*item);
         if (name.empty())
             continue;
-        const auto [place, isNew] = found.emplace(name, item);
+        const auto [entry, isNew] = found.emplace(name, item);
         if (!isNew)
-            place->second = nullptr;
+            entry->second = nullptr;
     }
     return found;
 }
@@ -32,25 +32,25 @@ void erase(std::vector<const Value*>* items, const Value* item)
 std::vector<Pair> pairItems(const std::vector<const Value*>& before, const std::vector<const Value*>& after,
                             const std::vector<Key>& keys)
 {
-    std::vector<const Value*> left = before;
-    std::vector<const Value*> open = after;
-    std::map<const Value*, const Value*> earlier;
+    std::vector<const Value*> unpairedBefore = before;
+    std::vector<const Value*> unpairedAfter = after;
+    std::map<const Value*, const Value*> partners;
     for (const Key& key : keys) {
-        const auto candidates = itemsByKey(left, key);
-        for (const auto& [name, now] : itemsByKey(open, key)) {
+        const auto candidates = itemsByKey(unpairedBefore, key);
+        for (const auto& [name, now] : itemsByKey(unpairedAfter, key)) {
             const auto candidate = candidates.find(name);
             if (now == nullptr || candidate == candidates.end() || candidate->second == nullptr)
                 continue;
-            earlier[now] = candidate->second;
-            erase(&left, candidate->second);
-            erase(&open, now);
+            partners[now] = candidate->second;
+            erase(&unpairedBefore, candidate->second);
+            erase(&unpairedAfter, now);
         }
     }
     std::vector<Pair> pairs;
-    pairs.reserve(after.size() + left.size());
+    pairs.reserve(after.size() + unpairedBefore.size());
     for (const Value* now : after)
-        pairs.emplace_back(earlier.count(now) != 0 ? earlier[now] : nullptr, now);
-    for (const Value* was : left)
+        pairs.emplace_back(partners.count(now) != 0 ? partners[now] : nullptr, now);
+    for (const Value* was : unpairedBefore)
         pairs.emplace_back(was, nullptr);
     return pairs;
 }

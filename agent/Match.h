@@ -9,14 +9,15 @@
 
 namespace zorcall {
 
-/// The same item in two lists; null where it does not exist.
+/// The same item in both lists; null if a list does not contain it.
 using Pair = std::pair<const Value*, const Value*>;
 
-/// Gives the property by which an item is recognised. The empty string matches nothing.
+/// Returns the property that identifies an item. The empty string matches no item.
 using Key = std::function<std::string(const Value& value)>;
 
-/// Pairs the items with equal keys, one key after another. A key that two items of one list share pairs
-/// neither. The order is that of @p after; the items that are only in @p before follow.
+/// Pairs the items that have the same key; the keys are tried in order. If two items of a list have the same
+/// key, this key pairs neither. The result has the order of @p after, followed by the items that are only in
+/// @p before.
 std::vector<Pair> pairItems(const std::vector<const Value*>& before, const std::vector<const Value*>& after,
                             const std::vector<Key>& keys);
 

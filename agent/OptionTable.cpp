@@ -16,8 +16,7 @@ const std::vector<OptionRow>& optionTable()
          "repeat PreProcessing, up to the timeout, while it reports an operation in progress"},
         {"allow-missing", nullptr, "do not require all arguments; missing ones are not sent"},
         {"script", "FILE", "run one call per line on one connection; \"-\" reads standard input"},
-        {"table", nullptr,
-         "print for a person, the default at a terminal; with --script, one short row per call"},
+        {"table", nullptr, "print tables, the default at a terminal; with --script, one short row per call"},
         {"json", nullptr, "print JSON, the default in a pipe, a file and with --script"},
         {"no-headers", nullptr, "print tables without column titles"},
         {"list", "[WORD]",
@@ -51,16 +50,16 @@ manual::Manual programManual()
         "Environment",
         {{"AGENT_NATIVE_PORT", "port of the service, if --port is not given"},
          {"ZORCALL_PORTS",
-          "ports of this computer on which the service is searched, if neither is given (9090-9153)"},
-         {"NO_COLOR", "if it is not empty, no colours at a terminal"}}};
+          "ports of this computer on which zorcall searches for the service, if no port is given "
+          "(9090-9153)"},
+         {"NO_COLOR", "disables colours at a terminal, if it is not empty"}}};
     return {"zorcall",
             "call the agent service of a disk and partition manager",
             {"[options] METHOD [name=value ...]", "[options] --script FILE", "--list [WORD]",
              "watch [--interval SEC]", "completion bash|zsh"},
             "Calls a tool of the disk and partition manager and prints its answer: as a table at a terminal, "
-            "otherwise as "
-            "JSON. watch follows the inventory of disks and partitions, and prints each difference until "
-            "the service ends. completion prints the completion of a shell.",
+            "otherwise as JSON. watch polls the inventory of disks and partitions, and prints each "
+            "difference until the service ends. completion prints the completion script of a shell.",
             {options, exitCodes, environment},
             {"zorhost", "aibridge-mcp"}};
 }

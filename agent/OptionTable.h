@@ -15,7 +15,7 @@ struct OptionRow
     const char* help;
 
     bool takesValue() const { return value != nullptr && value[0] != '['; }
-    /// As --help shows it: "--port PORT".
+    /// The option with its value, as in --help: "--port PORT".
     std::string term() const;
 };
 

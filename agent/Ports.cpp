@@ -64,7 +64,7 @@ Ports readPorts(const QString& text, const std::string& source)
     return ports;
 }
 
-std::string portWords(const Ports& ports)
+std::string portText(const Ports& ports)
 {
     std::vector<std::string> words;
     for (const PortRange& range : ports) {

@@ -27,6 +27,6 @@ Ports readPorts(const QString& text, const std::string& source);
 std::uint16_t readPort(const QString& text, const std::string& source);
 
 /// "9090 to 9153, 12000"
-std::string portWords(const Ports& ports);
+std::string portText(const Ports& ports);
 
 } // namespace zorcall

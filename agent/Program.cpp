@@ -23,7 +23,7 @@ namespace zorcall {
 
 namespace {
 
-// At a terminal, output is for people unless --json is given; otherwise for programs unless --table is given.
+// Tables are the default at a terminal, and JSON everywhere else.
 Display displayOf(const Options& options, const Environment& environment)
 {
     Display display;
@@ -33,15 +33,15 @@ Display displayOf(const Options& options, const Environment& environment)
     return display;
 }
 
-// @p certain: an order is sent, or can be.
-Address locate(const Options& options, const Environment& environment, bool certain,
+// @p sendsOrder: the program sends an order, or can send one.
+Address locate(const Options& options, const Environment& environment, bool sendsOrder,
                std::chrono::milliseconds limit = kProbeLimit)
 {
     Address address = addressOf(options, environment.nativePort);
     if (address.port != 0)
         return address;
     const Ports ports = readPorts(environment.searchedPorts, "ZORCALL_PORTS");
-    const Listener found = onlyService(searchServices(Interface::builtIn(), ports, limit), ports, certain);
+    const Listener found = onlyService(searchServices(Interface::builtIn(), ports, limit), ports, sendsOrder);
     address.host = found.host;
     address.port = found.port;
     return address;
@@ -97,7 +97,7 @@ ExitCode runFile(const Options& options, const Environment& environment, std::is
                    displayOf(options, environment), out);
 }
 
-// A name is documented; any other word is searched.
+// A method's name prints its documentation; any other word is searched for.
 void list(const Options& options, const Display& display, std::ostream& out)
 {
     const Interface& service = Interface::builtIn();
@@ -135,8 +135,8 @@ ExitCode describe(const Options& options, const Environment& environment, std::o
     return Answered;
 }
 
-// A key press must not wait for a service that does not answer.
-std::optional<Snapshot> readSoon(const LineAddress& address, const Environment& environment)
+// Short timeouts, because the shell waits for the candidates.
+std::optional<Snapshot> readQuickly(const LineAddress& address, const Environment& environment)
 {
     constexpr std::chrono::milliseconds kSearch{300};
     constexpr std::chrono::milliseconds kRead{2000};
@@ -153,10 +153,10 @@ std::optional<Snapshot> readSoon(const LineAddress& address, const Environment& 
     }
 }
 
-// An incomplete quote, for example, has no candidates. A message would disturb the command line.
+// A line with an unclosed quote has no candidates. A message would overwrite the command line.
 void complete(const std::string& line, const Environment& environment, std::ostream& out)
 {
-    const auto read = [&](const LineAddress& address) { return readSoon(address, environment); };
+    const auto read = [&](const LineAddress& address) { return readQuickly(address, environment); };
     try {
         writeCandidates(out, completeLine(Catalogue::builtIn(), Interface::builtIn(), line, read));
     } catch (const Failure&) {

@@ -6,7 +6,7 @@
 
 namespace zorcall {
 
-/// What the program reads from its surroundings.
+/// The environment of the program.
 struct Environment
 {
     QString nativePort;    ///< AGENT_NATIVE_PORT

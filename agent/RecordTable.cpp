@@ -10,7 +10,7 @@ namespace zorcall {
 
 namespace {
 
-// The flags of both records with their words, in the order of the state column.
+// The flags of both records and their names, in the order of the STATE column.
 struct FlagWord
 {
     const char* field;
@@ -61,17 +61,17 @@ std::string number(const RecordView& view, const char* field)
 constexpr Column kDiskColumns[] = {
     {"DISK", true, [](const RecordView& disk) { return number(disk, "diskIndex"); }},
     {"INTERFACE", false, [](const RecordView& disk) { return disk.text("diskLabel"); }},
-    {"TABLE", false, [](const RecordView& disk) { return tableWords(disk); }},
+    {"TABLE", false, [](const RecordView& disk) { return tableName(disk); }},
     {"SIZE", true, [](const RecordView& disk) { return disk.text("displayTotalCapacity"); }},
     {"USED", true, [](const RecordView& disk) { return disk.text("displayUsedSize"); }},
     {"FREE", true, [](const RecordView& disk) { return disk.text("displayAvailableSpace"); }},
     {"SERIAL", false, [](const RecordView& disk) { return disk.text("serialNumber"); }},
-    {"STATE", false, [](const RecordView& disk) { return stateWords(disk); }},
+    {"STATE", false, [](const RecordView& disk) { return stateText(disk); }},
 };
 
 constexpr Column kPartitionColumns[] = {
     {"DISK", true, [](const RecordView& entry) { return number(entry, "diskIndex"); }},
-    {"DRIVE", false, [](const RecordView& entry) { return driveWords(entry); }},
+    {"DRIVE", false, [](const RecordView& entry) { return driveName(entry); }},
     {"LABEL", false, [](const RecordView& entry) { return entry.text("label"); }},
     {"FILE SYSTEM", false,
      [](const RecordView& entry) {
@@ -83,7 +83,7 @@ constexpr Column kPartitionColumns[] = {
          return entry.flag("isUnallocated") ? std::string() : entry.text("displayUsedSize");
      }},
     {"FREE", true, [](const RecordView& entry) { return entry.text("displayFreeSize"); }},
-    {"STATE", false, [](const RecordView& entry) { return stateWords(entry); }},
+    {"STATE", false, [](const RecordView& entry) { return stateText(entry); }},
 };
 
 template <class Columns>
@@ -99,7 +99,7 @@ void writeColumns(std::ostream& out, const Record& record, const Value& list, co
         std::vector<std::string> cells;
         for (const Column& column : columns)
             cells.push_back(column.cell(view));
-        table.add(cells, view.flag("isUnallocated") ? Ink::Dim : Ink::Plain);
+        table.add(cells, view.flag("isUnallocated") ? Style::Dim : Style::Plain);
     }
     table.write(out, display);
 }
@@ -109,7 +109,7 @@ bool isDisplayField(const std::string& name)
     return name.rfind("display", 0) == 0;
 }
 
-std::string fieldWords(const Field& field, const RecordView& view)
+std::string fieldText(const Field& field, const RecordView& view)
 {
     const Value& value = view.field(field.name);
     switch (field.type.kind) {
@@ -135,7 +135,7 @@ std::string displayField(const std::string& field)
     return "display" + name;
 }
 
-std::string stateWords(const RecordView& view)
+std::string stateText(const RecordView& view)
 {
     std::vector<std::string> words;
     for (const FlagWord& row : kFlagWords) {
@@ -145,7 +145,7 @@ std::string stateWords(const RecordView& view)
     return join(words, ", ");
 }
 
-std::string driveWords(const RecordView& partition)
+std::string driveName(const RecordView& partition)
 {
     const std::string& letter = partition.text("driveLetter");
     const bool hasLetter =
@@ -153,7 +153,7 @@ std::string driveWords(const RecordView& partition)
     return hasLetter ? letter.substr(0, 1) + ':' : std::string();
 }
 
-std::string tableWords(const RecordView& disk)
+std::string tableName(const RecordView& disk)
 {
     if (disk.flag("isUninitialized"))
         return std::string();
@@ -176,7 +176,7 @@ void writeRecord(std::ostream& out, const Record& record, const Value& value, co
     TextTable table({{"FIELD"}, {"VALUE"}});
     for (const Field& field : record.fields) {
         if (!isDisplayField(field.name))
-            table.add({field.name, fieldWords(field, view)});
+            table.add({field.name, fieldText(field, view)});
     }
     table.write(out, display);
 }

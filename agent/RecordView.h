@@ -7,7 +7,7 @@
 
 namespace zorcall {
 
-/// A record with access to its fields by name. An unknown field is absent. Refers to its arguments.
+/// Access to the fields of a record by name. An unknown field is absent. Keeps references to its arguments.
 class RecordView
 {
 public:

@@ -87,7 +87,7 @@ void TextReport::answer(const Call& call, const Method& method, const Value& val
     } else {
         const bool isRejection = verdict(service_, method, value) == Rejected;
         out_ << (call.gated ? method.name + ": " : std::string())
-             << painted(summary(service_, method, value), isRejection ? Ink::Red : Ink::Green, display_)
+             << styled(summary(service_, method, value), isRejection ? Style::Red : Style::Green, display_)
              << '\n';
     }
     requireWritten(out_);

@@ -33,7 +33,7 @@ private:
     bool announce_;
 };
 
-/// Writes each answer for a person: lists of records as tables.
+/// Writes lists of records as tables, and other answers as plain text.
 class TextReport : public Report
 {
 public:

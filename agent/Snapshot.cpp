@@ -12,7 +12,7 @@ namespace zorcall {
 
 namespace {
 
-// Fields that follow from others, or from the position in the list.
+// Fields that are derived from others, or from the position in the list.
 const char* const kDerived[] = {
     "availableSpace", "dbrStartSector", "dynamicVolumeSize", "emptyPartitionCount", "endSector",  "freeSize",
     "isMbr",          "isPrimary",      "partitionCount",    "partitionIndex",      "startSector"};
@@ -21,7 +21,7 @@ bool isReported(const Field& field, Item item)
 {
     if (field.name.rfind("display", 0) == 0)
         return false;
-    // The used space of a disk is that of its partitions; the partition table is that of their disk.
+    // The partitions report the used space of their disk; the disk reports the partition table.
     if (field.name == (item == Item::Disk ? "usedSize" : "isGpt"))
         return false;
     return std::none_of(std::begin(kDerived), std::end(kDerived),
@@ -38,7 +38,7 @@ bool isDifferent(const Field& field, const RecordView& was, const RecordView& no
            before.text() != after.text();
 }
 
-/// The items of two snapshots with the disk of each entry, because a disk can get another number.
+/// Compares two snapshots. Each entry is assigned to a pair of disks, because a disk's number can change.
 class Comparison
 {
 public:
@@ -51,8 +51,8 @@ public:
     {
         const std::vector<Pair> disks = pairDisks();
         for (std::size_t i = 0; i < disks.size(); ++i) {
-            setPlace(before_.entries, disks[i].first, i);
-            setPlace(after_.entries, disks[i].second, i);
+            setPosition(before_.entries, disks[i].first, i);
+            setPosition(after_.entries, disks[i].second, i);
         }
         add(Item::Disk, disks);
         add(Item::Partition, pairPartitions());
@@ -75,20 +75,20 @@ private:
              [=](const Value& disk) { return serial(disk).empty() ? number(disk) : std::string(); }});
     }
 
-    // An order changes some of the properties, so several are compared. A letter can move to another
-    // partition, so it is not the first.
+    // An order changes some of the properties, so several keys are tried. A letter can be assigned to another
+    // partition, so it is not the first key.
     std::vector<Pair> pairPartitions() const
     {
         const auto key = [this](const std::vector<const char*>& fields) {
-            return [this, fields](const Value& entry) { return placeKey(entry, fields); };
+            return [this, fields](const Value& entry) { return positionKey(entry, fields); };
         };
         return pairItems(
             entries(before_, false), entries(after_, false),
             {[this](const Value& entry) { return view(Item::Partition, entry).text("partitionGuid"); },
              key({"startSector", "rawCapacity", "label"}),
              [this](const Value& entry) {
-                 const std::string drive = driveWords(view(Item::Partition, entry));
-                 return drive.empty() ? drive : placeKey(entry, {}) + drive;
+                 const std::string drive = driveName(view(Item::Partition, entry));
+                 return drive.empty() ? drive : positionKey(entry, {}) + drive;
              },
              key({"startSector"}), key({"rawCapacity", "label", "fileSystemType"})});
     }
@@ -96,31 +96,31 @@ private:
     std::vector<Pair> pairRegions() const
     {
         const auto key = [this](const char* field) {
-            return [this, field](const Value& entry) { return placeKey(entry, {field}); };
+            return [this, field](const Value& entry) { return positionKey(entry, {field}); };
         };
         return pairItems(entries(before_, true), entries(after_, true),
                          {key("startSector"), key("endSector"),
-                          [this](const Value& entry) { return placeKey(entry, {}); }});
+                          [this](const Value& entry) { return positionKey(entry, {}); }});
     }
 
-    std::string placeKey(const Value& entry, const std::vector<const char*>& fields) const
+    std::string positionKey(const Value& entry, const std::vector<const char*>& fields) const
     {
         const RecordView record = view(Item::Partition, entry);
-        const auto place = places_.find(&entry);
-        std::string key = place == places_.end() ? std::string("?") : std::to_string(place->second);
+        const auto position = positions_.find(&entry);
+        std::string key = position == positions_.end() ? std::string("?") : std::to_string(position->second);
         for (const char* field : fields)
             key += '\n' + record.text(field) + std::to_string(record.integer(field));
         return key + '\n';
     }
 
-    void setPlace(const Value& list, const Value* disk, std::size_t place)
+    void setPosition(const Value& list, const Value* disk, std::size_t position)
     {
         if (disk == nullptr)
             return;
         const std::int64_t number = view(Item::Disk, *disk).integer("diskIndex");
         for (const Value& entry : list.parts()) {
             if (view(Item::Partition, entry).integer("diskIndex") == number)
-                places_[&entry] = place;
+                positions_[&entry] = position;
         }
     }
 
@@ -166,7 +166,7 @@ private:
     const Interface& service_;
     const Snapshot& before_;
     const Snapshot& after_;
-    std::map<const Value*, std::size_t> places_;
+    std::map<const Value*, std::size_t> positions_;
     std::vector<Difference> differences_;
 };
 

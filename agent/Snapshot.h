@@ -24,17 +24,17 @@ enum class Item { Disk, Partition, Region };
 struct Difference
 {
     Item item = Item::Disk;
-    const Value* was = nullptr;       ///< null for a new item
-    const Value* now = nullptr;       ///< null if the item is gone
-    std::vector<const Field*> fields; ///< those that differ, for an item that is neither new nor gone
+    const Value* was = nullptr;       ///< null if the item was added
+    const Value* now = nullptr;       ///< null if the item was removed
+    std::vector<const Field*> fields; ///< the changed fields; empty if the item was added or removed
 };
 
-/// The differences, in the order of @p after; the items that are gone follow. Fields that only repeat another
-/// one, such as the free and the displayed size, are left out. A change of the used space counts from one
-/// percent of the capacity on, because programs write to drives at any time.
+/// Returns the differences in the order of @p after, followed by the removed items. Omits fields that are
+/// derived from another one, such as the free and the displayed size. A change of the used space is reported
+/// only above one percent of the capacity, because programs write to drives at any time.
 std::vector<Difference> differences(const Interface& service, const Snapshot& before, const Snapshot& after);
 
-/// Name of the record of an item.
+/// The record type of an item.
 const Record& recordOf(const Interface& service, Item item);
 
 } // namespace zorcall

@@ -5,10 +5,10 @@ namespace zorcall {
 /// Disables the translation of line ends, and of the end-of-file character, on the standard streams.
 void useBinaryStreams();
 
-/// Standard output is a terminal.
+/// True if standard output is a terminal.
 bool isTerminal();
 
-/// Prepares the terminal of standard output for escape sequences. False if it cannot show them.
+/// Enables escape sequences on the terminal of standard output. False if it does not support them.
 bool enableTerminalColour();
 
 } // namespace zorcall

@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kGap = "  ";
 
-// In characters; the bytes of UTF-8 would misalign the columns after a label with an umlaut.
+// In characters: counting bytes would misalign the columns after a label with an umlaut.
 std::size_t widthOf(const std::string& text)
 {
     return static_cast<std::size_t>(decodeUtf8(text).string.toUcs4().size());
@@ -21,11 +21,11 @@ std::size_t widthOf(const std::string& text)
 
 } // namespace
 
-void TextTable::add(const std::vector<std::string>& cells, Ink ink)
+void TextTable::add(const std::vector<std::string>& cells, Style style)
 {
     Row row;
     for (std::size_t i = 0; i < columns_.size(); ++i)
-        row.cells.push_back({oneLine(cells.at(i)), ink});
+        row.cells.push_back({oneLine(cells.at(i)), style});
     rows_.push_back(row);
 }
 
@@ -51,9 +51,9 @@ void TextTable::write(std::ostream& out, const Display& display) const
             const std::string padding(width[i] - widthOf(cell.text), ' ');
             if (columns_[i].right)
                 blanks += padding;
-            // Blanks at the end of a line are left out.
+            // No trailing spaces.
             if (!cell.text.empty()) {
-                out << blanks << painted(cell.text, cell.ink, display);
+                out << blanks << styled(cell.text, cell.style, display);
                 blanks.clear();
             }
             blanks += (columns_[i].right ? std::string() : padding) + kGap;
@@ -63,7 +63,7 @@ void TextTable::write(std::ostream& out, const Display& display) const
     if (display.headers) {
         Row titles;
         for (const Column& column : columns_)
-            titles.cells.push_back({column.title, Ink::Bold});
+            titles.cells.push_back({column.title, Style::Bold});
         writeRow(titles);
     }
     for (const Row& row : rows_)

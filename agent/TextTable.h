@@ -21,16 +21,16 @@ public:
     explicit TextTable(std::vector<Column> columns) : columns_(std::move(columns)) {}
 
     /// @p cells: one per column.
-    void add(const std::vector<std::string>& cells, Ink ink = Ink::Plain);
-    /// Gives one cell of the last row an ink of its own.
-    void paint(std::size_t column, Ink ink) { rows_.back().cells.at(column).ink = ink; }
+    void add(const std::vector<std::string>& cells, Style style = Style::Plain);
+    /// Gives one cell of the last row a style of its own.
+    void setStyle(std::size_t column, Style style) { rows_.back().cells.at(column).style = style; }
     void write(std::ostream& out, const Display& display) const;
 
 private:
     struct Cell
     {
         std::string text;
-        Ink ink = Ink::Plain;
+        Style style = Style::Plain;
     };
     struct Row
     {

@@ -22,11 +22,11 @@ const char* changeName(const Difference& difference)
     return difference.now == nullptr ? "gone" : "changed";
 }
 
-Ink inkOf(const Difference& difference)
+Style styleOf(const Difference& difference)
 {
     if (difference.was == nullptr)
-        return Ink::Green;
-    return difference.now == nullptr ? Ink::Red : Ink::Yellow;
+        return Style::Green;
+    return difference.now == nullptr ? Style::Red : Style::Yellow;
 }
 
 const char* itemName(Item item)
@@ -42,11 +42,11 @@ const char* itemName(Item item)
     return "";
 }
 
-/// Output for a person: a line of words per difference.
-class Words
+/// Output at a terminal: one line of plain text per difference.
+class TextWriter
 {
 public:
-    Words(const Interface& service, const Display& display) : service_(service), display_(display) {}
+    TextWriter(const Interface& service, const Display& display) : service_(service), display_(display) {}
 
     std::string start(const Snapshot& snapshot) const
     {
@@ -62,7 +62,7 @@ public:
             QDateTime::currentDateTime().toString(QStringLiteral("HH:mm:ss")).toStdString();
         const std::string gap(sizeof("changed") + 1 - change.size(), ' ');
         const std::string facts = difference.fields.empty() ? details(difference) : changes(difference);
-        return time + "  " + painted(change, inkOf(difference), display_) + gap +
+        return time + "  " + styled(change, styleOf(difference), display_) + gap +
                oneLine(name(difference) + facts);
     }
 
@@ -72,7 +72,7 @@ private:
         return {recordOf(service_, difference.item), *value};
     }
 
-    // The name before the change, which the user knows.
+    // The name before the change, which the user already knows.
     std::string name(const Difference& difference) const
     {
         const RecordView record =
@@ -80,7 +80,7 @@ private:
         const std::string disk = "disk " + std::to_string(record.integer("diskIndex"));
         if (difference.item == Item::Disk)
             return disk;
-        const std::string drive = driveWords(record);
+        const std::string drive = driveName(record);
         const std::string place =
             " (" + disk + ", byte " + std::to_string(record.integer("startingOffset")) + ")";
         if (difference.item == Item::Region)
@@ -108,7 +108,7 @@ private:
         const RecordView now = view(difference, difference.now);
         std::vector<std::string> words;
         for (const Field* field : difference.fields) {
-            // Sizes that are displayed alike are shown in bytes.
+            // Two sizes with the same display string are printed in bytes.
             const std::string display = displayField(field->name);
             const bool shown = was.text(display) != now.text(display);
             words.push_back(field->name + ' ' + (shown ? was.text(display) : json(was, *field)) + " -> " +
@@ -126,11 +126,11 @@ private:
     const Display& display_;
 };
 
-/// Output for a program: a JSON object per difference.
-class Json
+/// Output for programs: one JSON object per difference.
+class JsonLines
 {
 public:
-    Json(const Interface& service, std::ostream& out) : service_(service), out_(out) {}
+    JsonLines(const Interface& service, std::ostream& out) : service_(service), out_(out) {}
 
     void start(const Snapshot& snapshot)
     {
@@ -181,9 +181,9 @@ private:
 void writeStart(const Interface& service, const Snapshot& snapshot, const Display& display, std::ostream& out)
 {
     if (!display.table)
-        Json(service, out).start(snapshot);
+        JsonLines(service, out).start(snapshot);
     else if (display.headers)
-        out << Words(service, display).start(snapshot) << '\n';
+        out << TextWriter(service, display).start(snapshot) << '\n';
     requireWritten(out);
 }
 
@@ -191,9 +191,9 @@ void writeDifference(const Interface& service, const Difference& difference, con
                      std::ostream& out)
 {
     if (display.table)
-        out << Words(service, display).line(difference) << '\n';
+        out << TextWriter(service, display).line(difference) << '\n';
     else
-        Json(service, out).line(difference);
+        JsonLines(service, out).line(difference);
     requireWritten(out);
 }
 

@@ -8,9 +8,8 @@
 
 namespace zorcall {
 
-/// Reads the inventory again and again and writes each difference on one line, until a call fails. Each
-/// reading has a connection of its own, because the service serves only three clients at a time. Throws a
-/// Failure.
+/// Polls the inventory and writes each difference on one line, until a call fails. Opens a new connection for
+/// each poll, because the service serves only three clients at a time. Throws a Failure.
 [[noreturn]] void watchInventory(const Interface& service, const Address& address,
                                  std::chrono::milliseconds interval, const Display& display,
                                  std::ostream& out);

@@ -10,7 +10,7 @@ bool zorcall::isTerminal()
     return ::isatty(STDOUT_FILENO) == 1;
 }
 
-// Terminals of this system understand the sequences.
+// Terminals of this system interpret escape sequences.
 bool zorcall::enableTerminalColour()
 {
     return true;

@@ -89,7 +89,7 @@ TEST(Options, MissingPort_IsSearchedOnThisComputerOnly)
 
 TEST(Options, SearchedPorts_AreTheRangeOfTheGateway)
 {
-    EXPECT_EQ(zorcall::portWords(zorcall::readPorts({}, {})), "9090 to 9153");
+    EXPECT_EQ(zorcall::portText(zorcall::readPorts({}, {})), "9090 to 9153");
     QFile file(qEnvironmentVariable("AIBRIDGE_SOURCE_DIR") + QStringLiteral("/agent/mcp/src/options.js"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.readAll().contains("searchFrom: 9090,\n        searchCount: 64,"));
