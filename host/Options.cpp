@@ -171,14 +171,24 @@ const Row kRows[] = {
     {"save", "FILE", readSave, "writes the machine at the end, as JSON that --machine reads"},
     {"verbose", nullptr, [](const QString&, Options* options) { options->verbose = true; },
      "shows the library's debug messages on standard error"},
-    {"help", nullptr, [](const QString&, Options* options) { options->help = true; }, "this text"},
+    {"help", nullptr, [](const QString&, Options* options) { options->help = true; }, "prints this help"},
+    {"version", nullptr, [](const QString&, Options* options) { options->version = true; },
+     "prints the version"},
 };
+
+bool isHelp(const Row& row)
+{
+    return row.name == std::string("help");
+}
 
 void declare(QCommandLineParser* parser)
 {
-    for (const Row& row : kRows)
-        parser->addOption(
-            QCommandLineOption(QLatin1String(row.name), QString(), QLatin1String(row.valueName)));
+    for (const Row& row : kRows) {
+        QStringList names{QLatin1String(row.name)};
+        if (isHelp(row))
+            names.append(QStringLiteral("h"));
+        parser->addOption(QCommandLineOption(names, QString(), QLatin1String(row.valueName)));
+    }
 }
 
 QString parseError(const QCommandLineParser& parser)
@@ -243,7 +253,7 @@ void checkRealDisks(const QCommandLineParser& parser, Options* options)
 std::string termOf(const Row& row)
 {
     const std::string value = row.valueName == nullptr ? std::string() : ' ' + std::string(row.valueName);
-    return std::string("--") + row.name + value;
+    return (isHelp(row) ? "-h, --" : "--") + std::string(row.name) + value;
 }
 
 } // namespace

@@ -39,6 +39,7 @@ struct Options
     QString save;                         ///< file for the machine at the end; empty: not saved
     bool verbose = false;                 ///< shows debug messages
     bool help = false;
+    bool version = false;
     QString error; ///< error in the command line, one line; empty if valid
 
     bool hasRealDisks() const { return !images.isEmpty() || !devices.isEmpty(); }

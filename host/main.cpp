@@ -70,6 +70,16 @@ void setWin11Checker(host::Backend& backend, bool enabled)
     backend.change(std::move(machine));
 }
 
+// True if the command line only asks for help or the version.
+bool printInformation(const host::Options& options)
+{
+    if (options.help)
+        std::fputs(host::helpText().toUtf8().constData(), stdout);
+    else if (options.version)
+        std::puts("zorhost " ZORHOST_VERSION);
+    return options.help || options.version;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -79,10 +89,8 @@ int main(int argc, char** argv)
         host::printError(options.error);
         return kExitUsage;
     }
-    if (options.help) {
-        std::fputs(host::helpText().toUtf8().constData(), stdout);
+    if (printInformation(options))
         return 0;
-    }
     if (!options.verbose)
         qInstallMessageHandler(writeMessage);
     const QString displayError = host::choosePlatform(options);

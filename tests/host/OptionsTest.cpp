@@ -171,7 +171,7 @@ TEST(Options, InvalidOptions_AreNamed)
     EXPECT_NE(readOptions({"--nonsense"}).error, "");
     EXPECT_TRUE(readOptions({"--nonsense"}).error.contains("nonsense"));
     EXPECT_TRUE(readOptions({"desktop"}).error.contains("desktop"));
-    EXPECT_NE(readOptions({"-h"}).error, "");
+    EXPECT_NE(readOptions({"-x"}).error, "");
     EXPECT_NE(readOptions({"--headless=yes"}).error, "");
     EXPECT_NE(readOptions({"--theme", "grey", "--theme", "dark"}).error, "");
     EXPECT_NE(readOptions({"--machine"}).error, "");
@@ -185,15 +185,24 @@ TEST(Options, InvalidOptions_AreNamed)
     EXPECT_NE(readOptions({"--screenshot"}).error, "");
 }
 
+TEST(Options, HelpAndVersion_AreRead)
+{
+    EXPECT_TRUE(readOptions({"-h"}).help);
+    EXPECT_TRUE(readOptions({"--help"}).help);
+    EXPECT_TRUE(readOptions({"--version"}).version);
+    EXPECT_FALSE(readOptions({"--version"}).help);
+    EXPECT_FALSE(readOptions({"-h"}).version);
+}
+
 TEST(Options, Help_NamesEveryOption)
 {
     const QString help = host::helpText();
-    for (const char* option : {"--machine",      "--headless",   "--agent", "--exit-with-agent",
-                               "--scan",         "--answer",     "--win11", "--theme",
-                               "--language",     "--screenshot", "--click", "--check-host",
-                               "--verbose",      "--help",       "--speed", "--fail",
-                               "--start-guides", "--transcript", "--save",  "--image",
-                               "--device",       "--unattended"})
+    for (const char* option : {"--machine",      "--headless",   "--agent",  "--exit-with-agent",
+                               "--scan",         "--answer",     "--win11",  "--theme",
+                               "--language",     "--screenshot", "--click",  "--check-host",
+                               "--verbose",      "--help",       "--speed",  "--fail",
+                               "--start-guides", "--transcript", "--save",   "--image",
+                               "--device",       "--unattended", "--version"})
         EXPECT_TRUE(help.contains(option)) << option;
 }
 

@@ -15,6 +15,21 @@ QString agentCommand()
     return QString("/usr/bin/python3 %1 %2").arg(AGENT_SCRIPT, AGENT_CODE);
 }
 
+TEST(Zorhost, HelpAndVersion_ArePrintedOnStandardOutputWithCode0)
+{
+    ZorhostProcess version;
+    version.start({"--version"});
+    EXPECT_EQ(version.exitCode(), 0);
+    EXPECT_EQ(version.output(), "zorhost 1.0.0\n");
+    ZorhostProcess help;
+    help.start({"-h"});
+    EXPECT_EQ(help.exitCode(), 0);
+    EXPECT_TRUE(help.output().startsWith("usage: zorhost [options]\n")) << help.output().constData();
+    EXPECT_TRUE(help.output().contains("\n  -h, --help          prints this help\n"))
+        << help.output().constData();
+    EXPECT_EQ(version.errors() + help.errors(), "");
+}
+
 TEST(Zorhost, ReadyLine_NamesThePortThatAnswers)
 {
     ZorhostProcess host;

@@ -19,7 +19,7 @@ def documented(document):
 
 def offered(bin_dir):
     text = subprocess.run([f"{bin_dir}/zorhost", "--help"], stdout=subprocess.PIPE, text=True, check=True).stdout
-    return set(re.findall(r"^  (--[\w-]+)", text, re.MULTILINE))
+    return set(re.findall(r"^  (?:-\w, )?(--[\w-]+)", text, re.MULTILINE))
 
 
 def main():
