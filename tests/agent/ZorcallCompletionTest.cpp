@@ -97,7 +97,7 @@ TEST(ZorcallCompletion, Bash_CompletesToolsArgumentsAndTheDrivesOfTheHost)
 TEST(ZorcallCompletion, Zsh_CompletesToolsArgumentsAndTheDrivesOfTheHost)
 {
     if (QStandardPaths::findExecutable(QStringLiteral("zsh")).isEmpty())
-        GTEST_SKIP() << "zsh is not installed";
+        GTEST_SKIP() << "zsh is missing (scripts/test installs it)";
     SandboxHost host;
     Shell shell(host, QStringLiteral("zsh -f -i"));
     shell.type(

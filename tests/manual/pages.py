@@ -2,6 +2,7 @@
 
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 
@@ -34,6 +35,9 @@ def check(name, page, program):
 
 def main():
     name, page, *program = sys.argv[1:]
+    if shutil.which("groff") is None:
+        print("skipped: groff is missing (scripts/test installs it)")
+        sys.exit(77)
     check(name, pathlib.Path(page), program)
 
 

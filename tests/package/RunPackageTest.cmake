@@ -1,5 +1,5 @@
 # Installs the build into a scratch prefix; an outside project then finds, links, loads and runs it.
-# Variables: BUILD_DIR, SOURCE_DIR, SCRATCH_DIR, GENERATOR, CXX_FLAGS, THRIFT.
+# Variables: BUILD_DIR, SOURCE_DIR, SCRATCH_DIR, GENERATOR, CXX_FLAGS, THRIFT, MANUAL (true if the build makes manual pages).
 file(REMOVE_RECURSE ${SCRATCH_DIR})
 set(prefix ${SCRATCH_DIR}/prefix)
 
@@ -25,7 +25,11 @@ endif()
 file(GLOB interface ${SCRATCH_DIR}/moved/share/aibridge/*.thrift)
 run(${THRIFT} -strict --gen py -out ${SCRATCH_DIR} ${interface})
 run(${SCRATCH_DIR}/moved/bin/zorcall --list)
-foreach(file bash-completion/completions/zorcall zsh/site-functions/_zorcall)
+set(files bash-completion/completions/zorcall zsh/site-functions/_zorcall)
+if(MANUAL)
+    list(APPEND files man/man1/zorcall.1 man/man1/zorhost.1)
+endif()
+foreach(file ${files})
     if(NOT EXISTS ${SCRATCH_DIR}/moved/share/${file})
         message(FATAL_ERROR "share/${file} is not installed")
     endif()
