@@ -84,6 +84,7 @@ HostApp::HostApp(Options options, std::unique_ptr<Backend> backend)
     connect(&service_, &ServiceWatcher::failed, this, &HostApp::onFailed);
     connect(&agent_, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &HostApp::onAgentFinished);
+    connect(&scene_.link(), &BridgeLink::buttonMissing, this, &HostApp::onButtonMissing);
     connect(&drainTimer_, &QTimer::timeout, this, &HostApp::drain);
 }
 
@@ -242,6 +243,15 @@ void HostApp::onFailed()
     exitCode_ = kExitNoService;
     stopping_ = true;
     QCoreApplication::quit();
+}
+
+void HostApp::onButtonMissing(int button, int count)
+{
+    printError(
+        QStringLiteral("option --answer names button %1, but the recommendation has the buttons 0 to %2")
+            .arg(button)
+            .arg(count - 1));
+    requestStop(kExitBadStart);
 }
 
 void HostApp::onAgentFinished()

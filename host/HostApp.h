@@ -47,6 +47,7 @@ private:
     void onReady();
     void onFailed();
     void onAgentFinished();
+    void onButtonMissing(int button, int count);
     void requestStop(int exitCode);
     void beginDrain();
     void drain();

@@ -1,5 +1,6 @@
 #include "host/Options.h"
 
+#include "host/machine/Functions.h"
 #include "host/objects/MultiLanguage.h"
 
 #include <QtCore/QCommandLineParser>
@@ -90,8 +91,12 @@ void readSpeed(const QString& value, Options* options)
 void readFail(const QString& value, Options* options)
 {
     const std::optional<PlannedFailure> failure = readFailure(value);
+    const QString unknown = unknownTask(value);
     if (failure.has_value())
         options->failures.push_back(*failure);
+    else if (!unknown.isEmpty())
+        reject(options, QStringLiteral("option --fail: %1 is not a task; the tasks are %2")
+                            .arg(unknown, taskNames().join(QStringLiteral(", "))));
     else
         reject(options,
                QStringLiteral("option --fail needs a task and a share, as in \"FormatPartition after 40%\""));
@@ -123,7 +128,7 @@ struct Row
 const Row kRows[] = {
     {"machine", "NAME", [](const QString& value, Options* options) { options->machine = value; },
      "laptop, desktop or server; or a JSON file; or \"system\", which\n"
-     "describes this computer (default: laptop)"},
+     "describes this computer (default: desktop)"},
     {"image", "FILE", readImage,
      "works on a disk image through UDisks2 instead of simulating: its\n"
      "partitions and data really change; can be repeated"},
@@ -212,14 +217,29 @@ void readRow(const QCommandLineParser& parser, const Row& row, Options* options)
         row.read(value, options);
 }
 
-// Options of the simulation are rejected, because they would have no effect on disks.
-void rejectSimulationOptions(const QCommandLineParser& parser, Options* options)
+struct Exclusion
 {
-    const QString kind = options->devices.isEmpty() ? QStringLiteral("image") : QStringLiteral("device");
-    for (const char* name : {"machine", "speed", "fail"}) {
-        if (!parser.values(QLatin1String(name)).isEmpty())
-            reject(options,
-                   QStringLiteral("options --%1 and --%2 exclude each other").arg(QLatin1String(name), kind));
+    const char* option;
+    std::vector<const char*> others;
+};
+
+// Each would have no effect together with the other, or would contradict it.
+const Exclusion kExclusions[] = {
+    {"window", {"headless", "screenshot"}},
+    {"check-host", {"agent", "save", "scan", "screenshot", "transcript", "window"}},
+    {"machine", {"device", "image"}},
+    {"speed", {"device", "image"}},
+    {"fail", {"device", "image"}},
+};
+
+void rejectExclusions(const QCommandLineParser& parser, Options* options)
+{
+    for (const Exclusion& exclusion : kExclusions) {
+        for (const char* other : exclusion.others) {
+            if (parser.isSet(QLatin1String(exclusion.option)) && parser.isSet(QLatin1String(other)))
+                reject(options, QStringLiteral("options --%1 and --%2 exclude each other")
+                                    .arg(QLatin1String(exclusion.option), QLatin1String(other)));
+        }
     }
 }
 
@@ -240,14 +260,12 @@ void rejectOutputToDisks(Options* options)
     }
 }
 
-void checkRealDisks(const QCommandLineParser& parser, Options* options)
+void checkRealDisks(Options* options)
 {
     if (options->unattended && options->devices.isEmpty())
         reject(options, QStringLiteral("option --unattended needs --device"));
-    if (!options->hasRealDisks())
-        return;
-    rejectSimulationOptions(parser, options);
-    rejectOutputToDisks(options);
+    if (options->hasRealDisks())
+        rejectOutputToDisks(options);
 }
 
 std::string termOf(const Row& row)
@@ -270,9 +288,12 @@ Options readOptions(const QStringList& arguments)
                              .arg(parser.positionalArguments().first()));
     for (const Row& row : kRows)
         readRow(parser, row, &options);
-    checkRealDisks(parser, &options);
+    rejectExclusions(parser, &options);
+    checkRealDisks(&options);
     if (options.exitWithAgent && options.agent.isEmpty())
         reject(&options, QStringLiteral("option --exit-with-agent needs --agent"));
+    if (options.answer >= 0 && !options.scan)
+        reject(&options, QStringLiteral("option --answer needs --scan"));
     return options;
 }
 
@@ -304,7 +325,7 @@ QString helpText()
 
 QString machineFile(const QString& machine, const QString& machinesFolder)
 {
-    if (QFileInfo(machine).isFile())
+    if (QFileInfo::exists(machine) && !QFileInfo(machine).isDir())
         return machine;
     const QString shipped = machinesFolder + QLatin1Char('/') + machine + QLatin1String(".json");
     const bool isPlainName = !machine.isEmpty() && !machine.contains(QLatin1Char('/'));

@@ -15,10 +15,10 @@ namespace host {
 /// The options of the command line.
 struct Options
 {
-    QString machine = QStringLiteral("laptop"); ///< a file, the name of a shipped machine, or "system"
-    QStringList images;                         ///< disk images to work on instead of a machine
-    QStringList devices;                        ///< device files of disks to work on, likewise
-    bool unattended = false;                    ///< orders on devices need no confirmation
+    QString machine = QStringLiteral("desktop"); ///< a file, the name of a shipped machine, or "system"
+    QStringList images;                          ///< disk images to work on instead of a machine
+    QStringList devices;                         ///< device files of disks to work on, likewise
+    bool unattended = false;                     ///< orders on devices need no confirmation
     bool headless = false;
     bool window = false; ///< a missing display is an error
     QString agent;       ///< command to start once the service answers; empty: no agent
@@ -54,8 +54,8 @@ manual::Manual programManual();
 /// The text of --help.
 QString helpText();
 
-/// The file for the option --machine: the path itself, or the shipped machine of that name in @p
-/// machinesFolder. Empty if neither exists.
+/// The file for the option --machine: the path itself, which can be a pipe, or the shipped machine of that
+/// name in @p machinesFolder. Empty if neither exists.
 QString machineFile(const QString& machine, const QString& machinesFolder);
 
 } // namespace host

@@ -6,6 +6,7 @@
 #include "host/simulation/Simulation.h"
 #include "plugin/TsanAnnotations.h"
 
+#include <QtCore/QFileInfo>
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickWindow>
 
@@ -45,6 +46,8 @@ std::variant<host::Machine, host::MachineError> readMachine(const QString& name)
         return host::readSystemMachine();
     const QString folder = QCoreApplication::applicationDirPath() + QLatin1String("/machines");
     const QString file = host::machineFile(name, folder);
+    if (file.isEmpty() && QFileInfo(name).isDir())
+        return host::MachineError{QStringLiteral("a folder, not a machine file")};
     if (file.isEmpty())
         return host::MachineError{QStringLiteral("neither a file nor a shipped machine has that name")};
     return host::readMachineFile(file);

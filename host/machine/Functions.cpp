@@ -19,4 +19,17 @@ int functionNumber(const QString& name)
     return -1;
 }
 
+QStringList taskNames()
+{
+    const QMetaEnum functions = QMetaEnum::fromType<Function>();
+    QStringList names;
+    for (int i = 0; i < functions.keyCount(); ++i) {
+        const auto function = static_cast<Function>(functions.value(i));
+        // These take effect at once.
+        if (function != Function::InstallPreOs && function != Function::DisablePreOs)
+            names.append(QLatin1String(functions.key(i)));
+    }
+    return names;
+}
+
 } // namespace host

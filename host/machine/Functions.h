@@ -2,6 +2,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 namespace host {
 
@@ -65,5 +66,7 @@ Q_ENUM_NS(Function)
 QString functionName(int number);
 /// Case-insensitive; -1 for an unknown name.
 int functionNumber(const QString& name);
+/// The functions that run as tasks.
+QStringList taskNames();
 
 } // namespace host

@@ -7,7 +7,9 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+#include <QtCore/QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -24,6 +26,8 @@ constexpr int kLargestSector = 1 << 16;
 // Limits of a description, far beyond any machine and still fast to read.
 constexpr qint64 kLargestFile = qint64(16) * 1024 * 1024;
 constexpr int kMostDisks = 1024;
+// Bytes before an error in which its key is searched.
+constexpr int kKeyDistance = 1 << 16;
 constexpr int kMostPartitions = 4096;
 
 // Thrown and caught in this file only.
@@ -242,13 +246,34 @@ void readTop(Machine& machine, const QString& key, const QJsonValue& value)
         readSwitch(machine, key, value);
 }
 
+// The last key before the offset; empty if there is none.
+QString keyBefore(const QByteArray& json, int offset)
+{
+    static const QRegularExpression key(QStringLiteral("\"([^\"\\n]{1,64})\"\\s*:"));
+    const int begin = std::max(0, offset - kKeyDistance);
+    auto found = key.globalMatch(QString::fromUtf8(json.mid(begin, offset - begin)));
+    QString last;
+    while (found.hasNext())
+        last = found.next().captured(1);
+    return last;
+}
+
+// A position as a person finds it in an editor.
+QString placeIn(const QByteArray& json, int offset)
+{
+    const int line = json.left(offset).count('\n') + 1;
+    const QString key = keyBefore(json, offset);
+    return key.isEmpty() ? QStringLiteral("line %1").arg(line)
+                         : QStringLiteral("line %1, near \"%2\"").arg(line).arg(key);
+}
+
 Machine readDocument(const QByteArray& json)
 {
     QJsonParseError error{};
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError)
         throw InvalidMachine{
-            QStringLiteral("not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset)};
+            QStringLiteral("not JSON: %1 in %2").arg(error.errorString(), placeIn(json, error.offset))};
     if (!document.isObject())
         throw InvalidMachine{QStringLiteral("the top must be an object")};
     const QJsonObject top = document.object();
@@ -320,7 +345,14 @@ std::variant<Machine, MachineError> readMachineFile(const QString& path)
     if (!file.open(QIODevice::ReadOnly))
         return MachineError{file.errorString()};
     // A pipe or a device has no size, so the number of bytes read is limited.
-    const QByteArray json = file.read(kLargestFile + 1);
+    QByteArray json;
+    while (json.size() <= kLargestFile) {
+        // One read of a pipe can give a part.
+        const QByteArray part = file.read(kLargestFile + 1 - json.size());
+        if (part.isEmpty())
+            break;
+        json += part;
+    }
     if (json.size() > kLargestFile)
         return MachineError{QStringLiteral("the file is larger than %1 bytes").arg(kLargestFile)};
     return readMachine(json);

@@ -121,7 +121,9 @@ void BridgeLink::onRecommendation(QVariant record)
     const QJsonDocument json = QJsonDocument::fromVariant(recommendation_);
     HostLog::print(QLatin1String("recommendation ") + QString::fromUtf8(json.toJson(QJsonDocument::Compact)));
     Q_EMIT recommendationChanged();
-    if (automaticAnswer_ >= 0)
+    if (automaticAnswer_ >= buttons().size())
+        Q_EMIT buttonMissing(automaticAnswer_, buttons().size());
+    else if (automaticAnswer_ >= 0)
         answer(automaticAnswer_);
 }
 

@@ -45,6 +45,8 @@ Q_SIGNALS:
     void recommendationChanged();
     /// Emitted after the recommendation, if any.
     void scanEnded();
+    /// The recommendation has @p count buttons and not the one for the automatic answer. It stays open.
+    void buttonMissing(int button, int count);
 
 private Q_SLOTS:
     void onCloneResult(QVariant result);

@@ -30,5 +30,7 @@ struct PlannedFailure
 
 /// Reads "FormatPartition after 40%"; empty if the form, the name or the share is invalid.
 std::optional<PlannedFailure> readFailure(const QString& text);
+/// The name in a text of that form if no task has it; otherwise empty.
+QString unknownTask(const QString& text);
 
 } // namespace host

@@ -14,7 +14,7 @@ TEST(Options, EmptyCommandLine_GivesTheDefaults)
 {
     const host::Options options = readOptions({});
     EXPECT_EQ(options.error, "");
-    EXPECT_EQ(options.machine, "laptop");
+    EXPECT_EQ(options.machine, "desktop");
     EXPECT_FALSE(options.headless);
     EXPECT_FALSE(options.scan);
     EXPECT_EQ(options.answer, -1);
@@ -60,6 +60,44 @@ TEST(Options, SimulationAndRealDisks_ExcludeEachOther)
               "options --fail and --image exclude each other");
 }
 
+TEST(Options, WindowAndItsAbsence_ExcludeEachOther)
+{
+    EXPECT_TRUE(readOptions({"--window"}).window);
+    EXPECT_EQ(readOptions({"--window", "--headless"}).error,
+              "options --window and --headless exclude each other");
+    EXPECT_EQ(readOptions({"--screenshot", "w.png", "--window"}).error,
+              "options --window and --screenshot exclude each other");
+}
+
+TEST(Options, CheckHostAndWork_ExcludeEachOther)
+{
+    for (const char* option : {"agent", "save", "screenshot", "transcript"})
+        EXPECT_EQ(readOptions({"--check-host", QString("--%1").arg(option), "x"}).error,
+                  QString("options --check-host and --%1 exclude each other").arg(option));
+    for (const char* option : {"scan", "window"})
+        EXPECT_EQ(readOptions({"--check-host", QString("--%1").arg(option)}).error,
+                  QString("options --check-host and --%1 exclude each other").arg(option));
+}
+
+TEST(Options, AnswerWithoutAScan_IsAnError)
+{
+    EXPECT_EQ(readOptions({"--answer", "1"}).error, "option --answer needs --scan");
+    EXPECT_EQ(readOptions({"--answer", "1", "--scan"}).error, "");
+}
+
+TEST(Options, FailureOfAnUnknownTask_ListsTheTasks)
+{
+    const QString error = readOptions({"--fail", "FormatDisk after 40%"}).error;
+    EXPECT_TRUE(error.startsWith("option --fail: FormatDisk is not a task; the tasks are "))
+        << error.toStdString();
+    for (const char* task : {" FormatPartition,", " AllocateSpace,", " CloneDisk,", " CheckFileSystem"})
+        EXPECT_TRUE(error.contains(task)) << task << error.toStdString();
+    // These two take effect at once, so they cannot fail.
+    EXPECT_FALSE(error.contains("PreOs")) << error.toStdString();
+    EXPECT_TRUE(
+        readOptions({"--fail", "FormatDisk"}).error.startsWith("option --fail needs a task and a share"));
+}
+
 TEST(Options, OutputOntoADisk_IsAnError)
 {
     const QTemporaryDir folder;
@@ -95,12 +133,12 @@ TEST(Options, All_AreRead)
 TEST(Options, WindowOptions_AreRead)
 {
     const host::Options options =
-        readOptions({"--theme", "dark", "--screenshot", "window.png", "--click", "20", "--check-host"});
+        readOptions({"--theme", "dark", "--screenshot", "window.png", "--click", "20"});
     EXPECT_EQ(options.error, "");
     EXPECT_EQ(options.theme, host::ThemeMode::Dark);
     EXPECT_EQ(options.screenshot, "window.png");
     EXPECT_EQ(options.click, std::optional<int>(20));
-    EXPECT_TRUE(options.checkHost);
+    EXPECT_TRUE(readOptions({"--check-host"}).checkHost);
     EXPECT_EQ(readOptions({"--theme=light"}).theme, host::ThemeMode::Light);
     EXPECT_EQ(readOptions({"--theme=system"}).theme, host::ThemeMode::System);
     EXPECT_FALSE(readOptions({}).click.has_value());
@@ -217,6 +255,8 @@ TEST(Options, MachineFile_IsThePathOrTheShippedMachineOfThatName)
     EXPECT_EQ(host::machineFile("yours", folder.path()), "");
     EXPECT_EQ(host::machineFile("../" + folder.path() + "/mine", folder.path()), "");
     EXPECT_EQ(host::machineFile("", folder.path()), "");
+    // Given by a shell as <(command).
+    EXPECT_EQ(host::machineFile("/dev/null", folder.path()), "/dev/null");
 }
 
 } // namespace

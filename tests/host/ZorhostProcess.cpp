@@ -106,6 +106,12 @@ bool ZorhostProcess::startReady(const QStringList& arguments)
     return false;
 }
 
+void ZorhostProcess::send(const QByteArray& text)
+{
+    process_.write(text);
+    process_.closeWriteChannel();
+}
+
 bool ZorhostProcess::waitForOutput(const QByteArray& text)
 {
     return waitUntil([&] { return output().contains(text); });

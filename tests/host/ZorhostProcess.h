@@ -26,6 +26,8 @@ public:
     void start(const QStringList& arguments);
     /// Starts and waits for the ready line; retries with another port if the port is in use.
     bool startReady(const QStringList& arguments);
+    /// Writes to standard input and closes it.
+    void send(const QByteArray& text);
     /// Waits until standard output contains the text.
     bool waitForOutput(const QByteArray& text);
     /// Waits until a file of that name exists in the program's folder.

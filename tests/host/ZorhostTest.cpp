@@ -55,12 +55,42 @@ TEST(Zorhost, WithoutADisplay_RunsHeadlessByItself)
 
 TEST(Zorhost, UnusableDisplay_DoesNotMatterWithoutAWindow)
 {
-    for (const char* option : {"--headless", "--check-host"}) {
-        ZorhostProcess host;
-        host.environment().insert("DISPLAY", ":59000");
-        host.start({option, "--agent", "true", "--exit-with-agent"});
-        EXPECT_EQ(host.exitCode(), 0) << option << host.errors().constData();
-    }
+    ZorhostProcess host;
+    host.environment().insert("DISPLAY", ":59000");
+    ASSERT_TRUE(host.startReady({"--headless", "--agent", "true", "--exit-with-agent"}));
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+    host.start({"--check-host"});
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+}
+
+TEST(Zorhost, WithoutAMachine_SimulatesTheDesktop)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(
+        host.startReady({"--headless", "--transcript", "t.jsonl", "--agent", "true", "--exit-with-agent"}));
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+    EXPECT_TRUE(host.waitForContent("t.jsonl", "\"machine\":\"desktop\""));
+}
+
+// Larger than the buffer of a pipe, so that one read gets only a part.
+TEST(Zorhost, MachineFromAPipe_IsReadToItsEnd)
+{
+    ZorhostProcess host;
+    host.start({"--headless", "--machine", "/dev/stdin"});
+    host.send("{\"disks\":" + QByteArray(300000, ' ') + "[], \"unknownKey\": 1}");
+    EXPECT_EQ(host.exitCode(), 2);
+    EXPECT_EQ(host.errors().toStdString(),
+              "zorhost: machine /dev/stdin: unknownKey is not a key of a machine\n");
+}
+
+TEST(Zorhost, AnswerWithAButtonThatDoesNotExist_EndsWithExitCode2)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady({"--headless", "--machine", "desktop", "--scan", "--answer", "7"}));
+    EXPECT_EQ(host.exitCode(), 2);
+    EXPECT_EQ(host.errors().toStdString(),
+              "zorhost: option --answer names button 7, but the recommendation has the buttons 0 to 1\n");
+    EXPECT_FALSE(host.output().contains("recommendation answered")) << host.output().constData();
 }
 
 TEST(Zorhost, Window_IsShownOnAnOffscreenPlatform)
