@@ -7,6 +7,9 @@ build_dir=$root/build
 say() { printf '== %s\n' "$*"; }
 die() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 2; }
 
+# A path as one word of a shell command, for zorhost --agent.
+quoted() { printf "'%s'" "${1//\'/\'\\\'\'}"; }
+
 # Installs the missing packages of a list (default: scripts/lib/packages) and prints their names.
 install_packages() {
     local list=${1:-$root/scripts/lib/packages} missing=() name
