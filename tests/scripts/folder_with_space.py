@@ -5,6 +5,7 @@ The checkout consists of links, and uses the build of the tests: fake programs s
 
 import os
 import pathlib
+import shlex
 import subprocess
 import sys
 import tempfile
@@ -57,6 +58,14 @@ class FolderWithSpace(unittest.TestCase):
 
     def test_Scan_AnswersItsRecommendation(self):
         self.assertIn("recommendation answered with button 0", self.run_script("--scan"))
+
+    def test_LinkCommandOfTheLibrary_KeepsEachPathInOnePiece(self):
+        build = self.checkout / "new build"
+        for command in (["cmake", "-G", "Ninja", "-S", self.checkout, "-B", build],
+                        ["ninja", "-C", build, "-t", "commands", "-s", "bin/AIBridge.so"]):
+            done = subprocess.run(command, capture_output=True, text=True, timeout=250, check=False)
+            self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertIn(str(build / "platform/libaibridge_platform.a"), shlex.split(done.stdout.splitlines()[-1]))
 
 
 if __name__ == "__main__":
