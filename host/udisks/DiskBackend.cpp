@@ -52,9 +52,10 @@ std::variant<std::unique_ptr<DiskBackend>, QString> DiskBackend::open(const QDBu
     QString error = backend->images_.attach(sources);
     if (error.isEmpty())
         error = backend->readMachineNow();
-    if (!error.isEmpty())
-        return error;
-    return backend;
+    if (error.isEmpty())
+        return backend;
+    backend->images_.leaveTakenOver();
+    return error;
 }
 
 // Later readings take the same way, without the waiting.

@@ -135,6 +135,7 @@ QString ImageDevices::takeOver(Image& image, const BlockDevice& device)
                    "another program has attached the image as %1; detach it with losetup --detach %1")
             .arg(device.device);
     image.path = device.path;
+    image.isTakenOver = true;
     notices_.push_back(
         Text(QT_TRANSLATE_NOOP("Sandbox", "The image %1 was still attached as %2 by a host that "
                                           "ended unexpectedly. The device is used again."),
@@ -186,6 +187,13 @@ void ImageDevices::detach()
         if (backingFileOf(image.path) != image.source.file)
             record(image, false);
     }
+}
+
+void ImageDevices::leaveTakenOver()
+{
+    images_.erase(
+        std::remove_if(images_.begin(), images_.end(), [](const Image& image) { return image.isTakenOver; }),
+        images_.end());
 }
 
 // A device that is still open disappears when it is closed.

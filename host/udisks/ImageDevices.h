@@ -30,6 +30,9 @@ public:
     QString attach(const std::vector<DiskSource>& sources);
     /// Detaches what attach() attached or took over. Waits for the service.
     void detach();
+    /// Leaves the devices of a killed host attached, because the host cannot start. The service can still be
+    /// carrying out an order on them; a detached device would disappear at its end.
+    void leaveTakenOver();
     /// Removes and returns what the user should know about the attached images.
     std::vector<Text> takeNotices() { return std::exchange(notices_, {}); }
 
@@ -39,6 +42,7 @@ private:
         DiskSource source;
         std::unique_ptr<QFile> lock; ///< holds the lock; never passed to the service, which would keep it
         bool isReadOnly = false;
+        bool isTakenOver = false;
         QString path; ///< object path of the loop device
     };
     QString lock(Image& image);

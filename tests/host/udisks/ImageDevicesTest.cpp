@@ -89,6 +89,24 @@ TEST_F(ImageDevicesTest, DeviceOfAKilledHost_IsReportedUsedAndFinallyRemoved)
     EXPECT_EQ(PrivateDiskService::loopDeviceOf(image), "");
 }
 
+// The service can still be carrying out an order of the killed host.
+TEST_F(ImageDevicesTest, DeviceOfAKilledHost_StaysAttachedIfItIsInUse)
+{
+    leaveAttached();
+    const QString device = PrivateDiskService::loopDeviceOf(image);
+    const int held = ::open(device.toLocal8Bit().constData(), O_RDWR | O_EXCL | O_CLOEXEC);
+    ASSERT_GE(held, 0);
+    const QString error = errorOfSecondHost();
+    EXPECT_TRUE(error.startsWith(image + " is in use: ")) << error.toStdString();
+    ::close(held);
+    EXPECT_EQ(PrivateDiskService::loopDeviceOf(image), device);
+    open();
+    ASSERT_NE(backend, nullptr);
+    EXPECT_EQ(PrivateDiskService::loopDeviceOf(image), device);
+    backend.reset();
+    EXPECT_EQ(PrivateDiskService::loopDeviceOf(image), "");
+}
+
 TEST_F(ImageDevicesTest, Release_DetachesBeforeAnExitWithoutDestructors)
 {
     backend->release();
