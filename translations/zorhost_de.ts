@@ -30,18 +30,6 @@
 <context>
     <name>ConfirmationDialog</name>
     <message>
-        <source>This order changes a real disk. If it fails, this data can be lost:</source>
-        <translation>Dieser Auftrag ändert einen echten Datenträger. Wenn er fehlschlägt, können diese Daten verloren gehen:</translation>
-    </message>
-    <message>
-        <source>This order changes a real disk. It destroys this data permanently:</source>
-        <translation>Dieser Auftrag ändert einen echten Datenträger. Er zerstört diese Daten endgültig:</translation>
-    </message>
-    <message>
-        <source>The disk has no known partition. Data without a partition is lost.</source>
-        <translation>Der Datenträger hat keine bekannte Partition. Daten außerhalb von Partitionen gehen verloren.</translation>
-    </message>
-    <message>
         <source>Change the disk</source>
         <translation>Datenträger ändern</translation>
     </message>
@@ -109,6 +97,29 @@
     <message>
         <source>simulated</source>
         <translation>simuliert</translation>
+    </message>
+</context>
+<context>
+    <name>LossNotice</name>
+    <message>
+        <source>This order changes a real disk. If it fails, this data can be lost:</source>
+        <translation>Dieser Auftrag ändert einen echten Datenträger. Wenn er fehlschlägt, können diese Daten verloren gehen:</translation>
+    </message>
+    <message>
+        <source>This order changes a real disk. It destroys this data permanently:</source>
+        <translation>Dieser Auftrag ändert einen echten Datenträger. Er zerstört diese Daten endgültig:</translation>
+    </message>
+    <message>
+        <source>If this order fails, this data can be lost:</source>
+        <translation>Wenn dieser Auftrag fehlschlägt, können diese Daten verloren gehen:</translation>
+    </message>
+    <message>
+        <source>This order destroys this data permanently:</source>
+        <translation>Dieser Auftrag zerstört diese Daten endgültig:</translation>
+    </message>
+    <message>
+        <source>The disk has no known partition. Data without a partition is lost.</source>
+        <translation>Der Datenträger hat keine bekannte Partition. Daten außerhalb von Partitionen gehen verloren.</translation>
     </message>
 </context>
 <context>
@@ -1261,6 +1272,17 @@
     <message>
         <source>The identifier of the copy cannot be changed: %1</source>
         <translation>Die Kennung der Kopie kann nicht geändert werden: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Segment</name>
+    <message>
+        <source>Target</source>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
     </message>
 </context>
 <context>

@@ -30,18 +30,6 @@
 <context>
     <name>ConfirmationDialog</name>
     <message>
-        <source>This order changes a real disk. If it fails, this data can be lost:</source>
-        <translation>This order changes a real disk. If it fails, this data can be lost:</translation>
-    </message>
-    <message>
-        <source>This order changes a real disk. It destroys this data permanently:</source>
-        <translation>This order changes a real disk. It destroys this data permanently:</translation>
-    </message>
-    <message>
-        <source>The disk has no known partition. Data without a partition is lost.</source>
-        <translation>The disk has no known partition. Data without a partition is lost.</translation>
-    </message>
-    <message>
         <source>Change the disk</source>
         <translation>Change the disk</translation>
     </message>
@@ -109,6 +97,29 @@
     <message>
         <source>simulated</source>
         <translation>simulated</translation>
+    </message>
+</context>
+<context>
+    <name>LossNotice</name>
+    <message>
+        <source>This order changes a real disk. If it fails, this data can be lost:</source>
+        <translation>This order changes a real disk. If it fails, this data can be lost:</translation>
+    </message>
+    <message>
+        <source>This order changes a real disk. It destroys this data permanently:</source>
+        <translation>This order changes a real disk. It destroys this data permanently:</translation>
+    </message>
+    <message>
+        <source>If this order fails, this data can be lost:</source>
+        <translation>If this order fails, this data can be lost:</translation>
+    </message>
+    <message>
+        <source>This order destroys this data permanently:</source>
+        <translation>This order destroys this data permanently:</translation>
+    </message>
+    <message>
+        <source>The disk has no known partition. Data without a partition is lost.</source>
+        <translation>The disk has no known partition. Data without a partition is lost.</translation>
     </message>
 </context>
 <context>
@@ -1261,6 +1272,17 @@
     <message>
         <source>The identifier of the copy cannot be changed: %1</source>
         <translation>The identifier of the copy cannot be changed: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Segment</name>
+    <message>
+        <source>Target</source>
+        <translation>Target</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Source</translation>
     </message>
 </context>
 <context>

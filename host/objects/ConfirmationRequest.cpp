@@ -32,12 +32,7 @@ QString ConfirmationRequest::disk() const
 
 QStringList ConfirmationRequest::losses() const
 {
-    QStringList lines;
-    if (!question_)
-        return lines;
-    for (const Partition& partition : question_->loss.partitions)
-        lines.append(entryDetails(partition));
-    return lines;
+    return question_ ? lossLines(question_->loss) : QStringList();
 }
 
 void ConfirmationRequest::answer(bool confirmed)

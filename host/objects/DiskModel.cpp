@@ -82,6 +82,12 @@ void DiskModel::setSummary(const Machine& machine)
     Q_EMIT summaryChanged();
 }
 
+void DiskModel::setMarks(const WorkMarks& marks)
+{
+    for (const Row& row : rows_)
+        row.segments->setMarks(marks);
+}
+
 QObject* DiskModel::segments(int row) const
 {
     return row >= 0 && row < count() ? rows_[static_cast<std::size_t>(row)].segments : nullptr;

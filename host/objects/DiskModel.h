@@ -32,6 +32,8 @@ public:
     /// Shows the current machine in the current language. Change signals are emitted only for rows that
     /// differ.
     void refresh();
+    /// Marks the entries of the open guide.
+    void setMarks(const WorkMarks& marks);
 
     int count() const { return static_cast<int>(rows_.size()); }
     /// "4 disks, 4.8 TB"

@@ -157,4 +157,12 @@ QString entryDetails(const Partition& entry)
     return parts.join(QStringLiteral("  \u00b7  "));
 }
 
+QStringList lossLines(const DataLoss& loss)
+{
+    QStringList lines;
+    for (const Partition& partition : loss.partitions)
+        lines.append(entryDetails(partition));
+    return lines;
+}
+
 } // namespace host

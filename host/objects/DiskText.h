@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/machine/DataLoss.h"
 #include "host/machine/Machine.h"
 
 #include <QtCore/QStringList>
@@ -24,5 +25,7 @@ QString entrySubtitle(const Partition& entry);
 QStringList entryFlags(const Partition& entry);
 /// All details of the entry in one line, including its disk and used size.
 QString entryDetails(const Partition& entry);
+/// One line for each partition.
+QStringList lossLines(const DataLoss& loss);
 
 } // namespace host

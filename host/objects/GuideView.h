@@ -21,6 +21,9 @@ class GuideView : public QObject
     Q_PROPERTY(QVariantList facts READ facts NOTIFY changed)
     Q_PROPERTY(QString rejection READ rejection NOTIFY changed)
     Q_PROPERTY(bool canStart READ canStart NOTIFY changed)
+    Q_PROPERTY(bool destructive READ isDestructive NOTIFY changed)
+    Q_PROPERTY(bool risk READ isRisk NOTIFY changed)
+    Q_PROPERTY(QStringList losses READ losses NOTIFY changed)
 
 public:
     /// The arguments must outlive this.
@@ -40,6 +43,13 @@ public:
     QVariantList facts() const { return page_.facts; }
     QString rejection() const { return page_.rejection; }
     bool canStart() const { return guides_.canStart(); }
+    /// The work destroys data, or puts data at risk.
+    bool isDestructive() const { return loss_.has_value(); }
+    /// The data is only lost if the work fails.
+    bool isRisk() const { return loss_ && loss_->isRisk; }
+    /// One line for each partition.
+    QStringList losses() const;
+    WorkMarks marks() const { return guides_.marks(); }
 
     /// The start button.
     Q_INVOKABLE void start() { guides_.start(); }
@@ -48,15 +58,19 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// A guide has opened, or has replaced the open one.
+    void opened();
 
 private:
     void showGuide();
+    void showLoss();
     void build();
 
     Guides& guides_;
     HostStatus& status_;
     QString title_;
     GuidePage page_;
+    std::optional<DataLoss> loss_;
     bool open_ = false;
     QTimer click_;
     int clickAfter_ = -1;

@@ -7,6 +7,10 @@ namespace host {
 Guides::Guides(Backend& backend, HostStatus& status, Orders& orders, Transcript& transcript, HostLog& log)
     : backend_(backend), status_(status), orders_(orders), transcript_(transcript), log_(log)
 {
+    connect(&backend_, &Backend::machineChanged, this, [this] {
+        if (guide_)
+            Q_EMIT lossChanged();
+    });
 }
 
 void Guides::open(Guide guide)
@@ -47,6 +51,27 @@ void Guides::removeWithoutConsent(const Text& title, std::optional<GuidedWork>& 
         orders_.recordRejection(title, describeParams(work->params), *rejection);
         work.reset();
     }
+}
+
+// After a change of the machine, work that is rejected would fail without a change of the disk.
+bool Guides::isAccepted() const
+{
+    return canStart() &&
+           !backend_.taskRejection(static_cast<int>(guide_->work->function), guide_->work->params);
+}
+
+std::optional<DataLoss> Guides::loss() const
+{
+    if (!isAccepted())
+        return std::nullopt;
+    return dataLoss(*backend_.machine(), static_cast<int>(guide_->work->function), guide_->work->params);
+}
+
+WorkMarks Guides::marks() const
+{
+    if (!isAccepted())
+        return {};
+    return workMarks(*backend_.machine(), static_cast<int>(guide_->work->function), guide_->work->params);
 }
 
 void Guides::start()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/machine/DataLoss.h"
+#include "host/machine/WorkMarks.h"
 #include "host/objects/GuidePages.h"
 #include "host/objects/Orders.h"
 
@@ -30,13 +32,21 @@ public:
 
     /// Whether the user can start the work of the open guide.
     bool canStart() const { return guide_ && guide_->work; }
+    /// The data that the work of the open guide would destroy now. Empty if it keeps all data or cannot
+    /// start.
+    std::optional<DataLoss> loss() const;
+    /// The entries that the work of the open guide reads or overwrites.
+    WorkMarks marks() const;
     /// Queues the work of the open guide and closes the guide. No effect unless canStart().
     void start();
 
 Q_SIGNALS:
     void changed();
+    /// loss() and marks() may have changed, because the machine has changed.
+    void lossChanged();
 
 private:
+    bool isAccepted() const;
     void removeRejected(Guide& guide);
     void removeWithoutConsent(const Text& title, std::optional<GuidedWork>& work);
     void record(const QString& action);

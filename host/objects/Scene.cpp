@@ -34,6 +34,10 @@ Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode th
     context.setContextProperty(QStringLiteral("timeline"), &link_.timeline());
     context.setContextProperty(QStringLiteral("diskModel"), &disks_);
     context.setContextProperty(QStringLiteral("theme"), &theme_);
+    const auto mark = [this] { disks_.setMarks(core_.guideView().marks()); };
+    QObject::connect(&core_.guideView(), &GuideView::changed, &core_, mark);
+    // After the disk model's own connection, so that its rows are those of the new machine.
+    QObject::connect(&core_.backend(), &Backend::machineChanged, &disks_, mark);
     engine_.load(QUrl(QStringLiteral("qrc:/sandbox/main.qml")));
     if (!engine_.rootObjects().isEmpty())
         connectWindow();

@@ -11,6 +11,19 @@ namespace {
 constexpr double kMinWidth = 18;
 constexpr double kGap = 2;
 
+QString markName(WorkMark mark)
+{
+    switch (mark) {
+    case WorkMark::Source:
+        return QStringLiteral("source");
+    case WorkMark::Target:
+        return QStringLiteral("target");
+    case WorkMark::None:
+        break;
+    }
+    return QString();
+}
+
 } // namespace
 
 bool SegmentModel::Row::isSame(const Row& other) const
@@ -22,7 +35,16 @@ bool SegmentModel::Row::isSame(const Row& other) const
 
 SegmentModel::Row SegmentModel::rowOf(const Partition& entry)
 {
-    Row row{entry.startSector, entry.size, entry.usedSize, entry.unallocated, entry.fsString, {}, {}, {}, {}};
+    Row row{entry.diskIndex,
+            entry.startSector,
+            entry.size,
+            entry.usedSize,
+            entry.unallocated,
+            entry.fsString,
+            {},
+            {},
+            {},
+            {}};
     row.title = entryTitle(entry);
     row.subtitle = entrySubtitle(entry);
     row.flags = entryFlags(entry);
@@ -74,8 +96,22 @@ void SegmentModel::takeContents(std::vector<Row>& next)
         if (shown.isSame(wanted))
             continue;
         wanted.piece = shown.piece;
+        wanted.mark = shown.mark;
         shown = std::move(wanted);
         Q_EMIT dataChanged(index(row), index(row));
+    }
+}
+
+void SegmentModel::setMarks(const WorkMarks& marks)
+{
+    for (int row = 0; row < count(); ++row) {
+        Row& shown = rows_[static_cast<std::size_t>(row)];
+        const auto found = marks.find({shown.diskIndex, shown.startSector});
+        const WorkMark wanted = found == marks.end() ? WorkMark::None : found->second;
+        if (shown.mark == wanted)
+            continue;
+        shown.mark = wanted;
+        Q_EMIT dataChanged(index(row), index(row), {MarkRole});
     }
 }
 
@@ -134,6 +170,8 @@ QVariant SegmentModel::data(const QModelIndex& index, int role) const
         return row.size > 0 ? static_cast<double>(row.usedSize) / static_cast<double>(row.size) : 0.0;
     case FreeRole:
         return row.free;
+    case MarkRole:
+        return markName(row.mark);
     case LeftRole:
         return row.piece.x;
     case WidthRole:
@@ -145,9 +183,11 @@ QVariant SegmentModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> SegmentModel::roleNames() const
 {
-    return {{TitleRole, "title"},     {SubtitleRole, "subtitle"},     {FlagsRole, "flags"},
-            {DetailsRole, "details"}, {FileSystemRole, "fileSystem"}, {ShareRole, "usedShare"},
-            {FreeRole, "isFree"},     {LeftRole, "pieceLeft"},        {WidthRole, "pieceWidth"}};
+    return {{TitleRole, "title"},           {SubtitleRole, "subtitle"},
+            {FlagsRole, "flags"},           {DetailsRole, "details"},
+            {FileSystemRole, "fileSystem"}, {ShareRole, "usedShare"},
+            {FreeRole, "isFree"},           {MarkRole, "mark"},
+            {LeftRole, "pieceLeft"},        {WidthRole, "pieceWidth"}};
 }
 
 } // namespace host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/machine/Machine.h"
+#include "host/machine/WorkMarks.h"
 #include "host/objects/BarLayout.h"
 
 #include <QtCore/QAbstractListModel>
@@ -27,6 +28,7 @@ public:
         FileSystemRole,
         ShareRole, ///< used share, 0 to 1
         FreeRole,  ///< bool: a region of free space
+        MarkRole,  ///< "source", "target" or empty: what the open guide does with the entry
         LeftRole,  ///< position, in the bar's units
         WidthRole
     };
@@ -35,6 +37,9 @@ public:
 
     /// Shows the entries. Change signals are emitted only for rows that differ.
     void update(const std::vector<Partition>& entries);
+
+    /// Marks the entries of the open guide, and removes all other marks.
+    void setMarks(const WorkMarks& marks);
 
     double barWidth() const { return barWidth_; }
     void setBarWidth(double width);
@@ -55,6 +60,7 @@ Q_SIGNALS:
 private:
     struct Row
     {
+        int diskIndex;
         qint64 startSector;
         qint64 size;
         qint64 usedSize;
@@ -65,6 +71,7 @@ private:
         QStringList flags;
         QString details;
         BarPiece piece{0, 0};
+        WorkMark mark = WorkMark::None;
 
         bool isSamePlace(const Row& other) const
         {

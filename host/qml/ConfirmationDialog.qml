@@ -5,10 +5,6 @@ import QtQuick.Controls 2.15
 Popup {
     id: dialog
 
-    readonly property string warning: confirmation.risk
-        ? qsTr("This order changes a real disk. If it fails, this data can be lost:")
-        : qsTr("This order changes a real disk. It destroys this data permanently:")
-
     parent: Overlay.overlay
     x: Math.round((parent.width - width) / 2)
     y: Math.round((parent.height - height) / 2)
@@ -35,41 +31,18 @@ Popup {
         objectName: "confirmationDialog"
         spacing: 14
         Accessible.role: Accessible.AlertMessage
-        Accessible.name: [confirmation.operation, confirmation.disk, dialog.warning].concat(confirmation.losses).join(". ")
+        Accessible.name: [confirmation.operation, confirmation.disk, notice.warning].concat(confirmation.losses).join(". ")
 
         Words { objectName: "confirmationTitle"; width: parent.width; text: confirmation.operation; font { pixelSize: 18; weight: Font.DemiBold } }
         Words { objectName: "confirmationDisk"; width: parent.width; text: confirmation.disk; elide: Text.ElideMiddle }
-        Words { objectName: "confirmationWarning"; width: parent.width; text: dialog.warning; wrapMode: Text.Wrap; color: theme.bad; font.weight: Font.DemiBold }
-        ListView {
-            id: losses
-            objectName: "confirmationLosses"
+        LossNotice {
+            id: notice
+            prefix: "confirmation"
             width: parent.width
-            height: Math.min(contentHeight, dialog.parent.height - 280)
-            visible: count > 0
-            clip: true
-            spacing: 4
-            model: confirmation.losses
-            activeFocusOnTab: contentHeight > height
-            boundsBehavior: Flickable.StopAtBounds
-            keyNavigationEnabled: true
-            highlightMoveDuration: 0
-            ScrollBar.vertical: Scroller {}
-            delegate: Words {
-                objectName: "confirmationLoss"
-                width: ListView.view.width - 12
-                text: modelData
-                font.pixelSize: 12
-                wrapMode: Text.Wrap
-            }
-            FocusRing { shown: losses.activeFocus; anchors.margins: 0 }
-        }
-        Words {
-            objectName: "confirmationNoPartition"
-            visible: losses.count === 0
-            width: parent.width
-            text: qsTr("The disk has no known partition. Data without a partition is lost.")
-            wrapMode: Text.Wrap
-            font.pixelSize: 12
+            realDisk: true
+            risk: confirmation.risk
+            losses: confirmation.losses
+            listLimit: dialog.parent.height - 280
         }
         Row {
             anchors.right: parent.right

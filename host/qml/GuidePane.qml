@@ -8,13 +8,14 @@ Panel {
     visible: guide.open && !guide.dialog
     implicitHeight: 38 + lines.height + 12
     title: guide.title
-    border.color: theme.accent
+    border.color: guide.destructive ? theme.bad : theme.accent
     Keys.onEscapePressed: guide.dismiss()
     tools: [
         PushButton {
             objectName: "guideStart"
             small: true
             primary: true
+            destructive: guide.destructive
             visible: guide.canStart
             enabled: guide.rejection === ""
             text: qsTr("Start")
@@ -31,6 +32,14 @@ Panel {
 
         StepRow { visible: guide.steps.length > 0 }
         FactList { width: parent.width }
+        LossNotice {
+            prefix: "guide"
+            visible: guide.destructive
+            width: parent.width
+            realDisk: host.realDisks
+            risk: guide.risk
+            losses: guide.losses
+        }
         Words { visible: text !== ""; width: parent.width; text: guide.text; font.pixelSize: 12; color: theme.muted; wrapMode: Text.Wrap }
         Rectangle {
             visible: guide.rejection !== ""

@@ -34,10 +34,18 @@ Popup {
         Words { objectName: "dialogTitle"; width: parent.width; text: guide.title; font { pixelSize: 18; weight: Font.DemiBold } }
         FactList { width: parent.width }
         Words { objectName: "dialogText"; visible: text !== ""; width: parent.width; text: guide.text; wrapMode: Text.Wrap; color: theme.muted }
+        LossNotice {
+            prefix: "dialog"
+            visible: guide.destructive
+            width: parent.width
+            realDisk: host.realDisks
+            risk: guide.risk
+            losses: guide.losses
+        }
         Row {
             anchors.right: parent.right
             spacing: 10
-            PushButton { objectName: "dialogStart"; visible: guide.canStart; text: qsTr("Start"); onClicked: guide.start() }
+            PushButton { objectName: "dialogStart"; visible: guide.canStart; destructive: guide.destructive; text: qsTr("Start"); onClicked: guide.start() }
             PushButton { id: closeButton; objectName: "dialogClose"; primary: true; text: qsTr("Close"); onClicked: guide.dismiss() }
         }
     }

@@ -5,6 +5,7 @@ AbstractButton {
     id: button
 
     property bool primary: false
+    property bool destructive: false
     property bool small: false
 
     implicitWidth: label.implicitWidth + (small ? 18 : 28)
@@ -17,8 +18,8 @@ AbstractButton {
 
     background: Rectangle {
         radius: 6
-        color: button.primary ? theme.accent : button.down || button.hovered ? theme.accentSurface : theme.raised
-        border { width: button.primary ? 0 : 1; color: theme.border }
+        color: button.destructive ? theme.bad : button.primary ? theme.accent : button.down || button.hovered ? theme.accentSurface : theme.raised
+        border { width: button.primary || button.destructive ? 0 : 1; color: theme.border }
         FocusRing { shown: button.activeFocus }
     }
     contentItem: Words {
@@ -26,7 +27,7 @@ AbstractButton {
         text: button.text
         font.pixelSize: button.small ? 12 : 13
         font.weight: Font.DemiBold
-        color: button.primary ? theme.accentText : theme.text
+        color: button.destructive ? theme.surface : button.primary ? theme.accentText : theme.text
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }

@@ -7,6 +7,9 @@ Rectangle {
     property bool selected: false
     readonly property bool roomy: width >= 50
 
+    readonly property bool marked: model.mark !== ""
+    readonly property color markColour: model.mark === "target" ? theme.bad : theme.good
+
     // Shown if there is not enough room for the title.
     readonly property string letter: width >= 24 && model.title[1] === ":" ? model.title.substring(0, 2) : ""
 
@@ -16,7 +19,10 @@ Rectangle {
     width: model.pieceWidth
     color: model.isFree ? theme.window : theme.raised
     radius: 5
-    border { width: selected ? 2 : 1; color: selected ? theme.accent : theme.border }
+    border {
+        width: selected || marked ? 2 : 1
+        color: selected ? theme.accent : marked ? markColour : theme.border
+    }
 
     Rectangle {
         objectName: "usedPart"
@@ -64,6 +70,24 @@ Rectangle {
         visible: !segment.roomy
         text: segment.letter
         font { pixelSize: 12; weight: Font.DemiBold }
+    }
+    // The part of the open guide. A narrow entry has the frame alone.
+    Rectangle {
+        objectName: "segmentMark"
+        anchors { fill: parent; margins: 1 }
+        visible: segment.marked
+        property string mark: model.mark
+        color: "transparent"
+        radius: 4
+        border { width: 3; color: segment.markColour }
+    }
+    Badge {
+        objectName: "segmentMarkLabel"
+        anchors { right: parent.right; bottom: parent.bottom; margins: 5 }
+        visible: segment.marked && segment.width >= implicitWidth + 10
+        height: 18
+        tone: model.mark === "target" ? "bad" : "good"
+        text: model.mark === "target" ? qsTr("Target") : qsTr("Source")
     }
     MouseArea { anchors.fill: parent; onClicked: segment.chosen() }
 }
