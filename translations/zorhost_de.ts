@@ -100,6 +100,29 @@
     </message>
 </context>
 <context>
+    <name>InterruptionDialog</name>
+    <message>
+        <source>Closing the window cancels this task. The partitions that it changes remain incomplete and can be unusable.</source>
+        <translation>Wenn das Fenster geschlossen wird, bricht diese Aufgabe ab. Die Partitionen, die sie ändert, bleiben unvollständig und können unbrauchbar sein.</translation>
+    </message>
+    <message>
+        <source>This task is changing data. If it is cancelled, the partitions that it changes remain incomplete and can be unusable.</source>
+        <translation>Diese Aufgabe ändert Daten. Wenn sie abgebrochen wird, bleiben die Partitionen, die sie ändert, unvollständig und können unbrauchbar sein.</translation>
+    </message>
+    <message>
+        <source>Cancel the task and close</source>
+        <translation>Aufgabe abbrechen und schließen</translation>
+    </message>
+    <message>
+        <source>Cancel the task</source>
+        <translation>Aufgabe abbrechen</translation>
+    </message>
+    <message>
+        <source>Continue the task</source>
+        <translation>Aufgabe fortsetzen</translation>
+    </message>
+</context>
+<context>
     <name>LossNotice</name>
     <message>
         <source>This order changes a real disk. If it fails, this data can be lost:</source>

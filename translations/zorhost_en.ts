@@ -100,6 +100,29 @@
     </message>
 </context>
 <context>
+    <name>InterruptionDialog</name>
+    <message>
+        <source>Closing the window cancels this task. The partitions that it changes remain incomplete and can be unusable.</source>
+        <translation>Closing the window cancels this task. The partitions that it changes remain incomplete and can be unusable.</translation>
+    </message>
+    <message>
+        <source>This task is changing data. If it is cancelled, the partitions that it changes remain incomplete and can be unusable.</source>
+        <translation>This task is changing data. If it is cancelled, the partitions that it changes remain incomplete and can be unusable.</translation>
+    </message>
+    <message>
+        <source>Cancel the task and close</source>
+        <translation>Cancel the task and close</translation>
+    </message>
+    <message>
+        <source>Cancel the task</source>
+        <translation>Cancel the task</translation>
+    </message>
+    <message>
+        <source>Continue the task</source>
+        <translation>Continue the task</translation>
+    </message>
+</context>
+<context>
     <name>LossNotice</name>
     <message>
         <source>This order changes a real disk. If it fails, this data can be lost:</source>

@@ -10,7 +10,8 @@ HostCore::HostCore(std::unique_ptr<Backend> backend, QObject* parent)
       status_(machine()->busy, machine()->popuped),
       orders_(*backend_, status_, transcript_, log_),
       guides_(*backend_, status_, orders_, transcript_, log_),
-      guideView_(guides_, status_)
+      guideView_(guides_, status_),
+      interruption_(orders_, status_)
 {
     connect(backend_.get(), &Backend::machineChanged, this, &HostCore::machineChanged);
     connect(&orders_, &Orders::workChanged, this, &HostCore::workChanged);
@@ -73,6 +74,7 @@ void HostCore::retranslate()
     orders_.tasks().retranslate();
     guideView_.retranslate();
     orders_.confirmation().retranslate();
+    interruption_.retranslate();
     Q_EMIT workChanged();
     Q_EMIT problemChanged();
 }

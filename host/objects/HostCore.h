@@ -7,6 +7,7 @@
 #include "host/objects/Guides.h"
 #include "host/objects/HostLog.h"
 #include "host/objects/HostStatus.h"
+#include "host/objects/InterruptionRequest.h"
 #include "host/objects/Orders.h"
 #include "host/objects/Transcript.h"
 
@@ -45,6 +46,7 @@ public:
     Orders& orders() { return orders_; }
     Guides& guides() { return guides_; }
     GuideView& guideView() { return guideView_; }
+    InterruptionRequest& interruption() { return interruption_; }
     GateWatch& gate() { return gate_; }
     HostLog* log() { return &log_; }
     TaskQueue* tasks() { return &orders_.tasks(); }
@@ -86,6 +88,7 @@ private:
     Orders orders_;
     Guides guides_;
     GuideView guideView_;
+    InterruptionRequest interruption_;
     GateWatch gate_;
     QString serviceAddress_;
     QString address_;

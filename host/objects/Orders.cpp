@@ -96,8 +96,15 @@ Rejection Orders::consentRejection(int function, const QVariantMap& params) cons
     return host::consentRejection(backend_, consent_, function, params);
 }
 
+int Orders::destroyingTask() const
+{
+    return runningLoss_ && !confirmation_.isOpen() ? runningTask_ : 0;
+}
+
 std::unique_ptr<Execution> Orders::execution(int function, const QVariantMap& params)
 {
+    // Now and not earlier, because the tasks before it have changed the machine.
+    runningLoss_ = dataLoss(*backend_.machine(), function, params);
     return std::make_unique<ConfirmedExecution>(backend_, function, params, consent_, confirmation_,
                                                 [this](const QString& action, const Confirmation& question) {
                                                     recordConfirmation(action, question);
@@ -123,6 +130,7 @@ void Orders::recordConfirmation(const QString& action, const Confirmation& quest
 
 void Orders::onTaskStarted(int id)
 {
+    runningTask_ = id;
     const QModelIndex row = tasks_.indexOf(id);
     transcript_.add(QStringLiteral("taskStart"),
                     {{QStringLiteral("task"), id},
@@ -133,6 +141,10 @@ void Orders::onTaskStarted(int id)
 
 void Orders::onTaskEnded(int id, const QString& state, const QString& error)
 {
+    if (id == runningTask_) {
+        runningTask_ = 0;
+        runningLoss_.reset();
+    }
     const QString title = tasks_.titleOf(id).english();
     log_.write(error.isEmpty() ? QStringLiteral("%1 %2").arg(state, title)
                                : QStringLiteral("%1 %2: %3").arg(state, title, error));

@@ -10,6 +10,8 @@
 #include <QtCore/QObject>
 #include <QtCore/QVariantMap>
 
+#include <optional>
+
 namespace host {
 
 /// Accepts orders, carries them out one after another, and records them. Application thread.
@@ -27,6 +29,11 @@ public:
 
     /// Whether the partition page accepts an order. A rejection is recorded.
     Rejection rejection(int function, const QVariantMap& params);
+    /// The running task if it destroys data or puts data at risk; 0 if there is none, or while it waits for a
+    /// person and has written nothing.
+    int destroyingTask() const;
+    /// The title of its operation; empty without such a task.
+    Text destroyingOperation() const { return runningLoss_ ? runningLoss_->operation : Text(); }
     /// Rejects an order that needs consent which nobody can give.
     Rejection consentRejection(int function, const QVariantMap& params) const;
     /// Queues an order of the partition page, which is carried out after this call has returned.
@@ -60,6 +67,8 @@ private:
     Consent consent_ = Consent::Window;
     ConfirmationRequest confirmation_; // before the tasks, whose executions use it
     TaskQueue tasks_;
+    std::optional<DataLoss> runningLoss_; ///< of the running task
+    int runningTask_ = 0;                 ///< 0: none
     Text work_;
 };
 

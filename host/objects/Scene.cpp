@@ -31,6 +31,7 @@ Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode th
     context.setContextProperty(QStringLiteral("link"), &link_);
     context.setContextProperty(QStringLiteral("guide"), &core_.guideView());
     context.setContextProperty(QStringLiteral("confirmation"), &core_.orders().confirmation());
+    context.setContextProperty(QStringLiteral("interruption"), &core_.interruption());
     context.setContextProperty(QStringLiteral("timeline"), &link_.timeline());
     context.setContextProperty(QStringLiteral("diskModel"), &disks_);
     context.setContextProperty(QStringLiteral("theme"), &theme_);
@@ -61,6 +62,7 @@ void Scene::connectWindow()
     if (window_ == nullptr)
         return;
     window_->setCore(&core_);
+    QObject::connect(&core_.interruption(), &InterruptionRequest::confirmedClose, window_, &QWindow::close);
     window_->findChild<MainPage*>()->setCore(&core_);
     window_->findChild<QmlExecuter*>()->setCore(&core_);
 }

@@ -44,8 +44,13 @@ QVariant HostWindow::openUrl(QVariant address)
 
 bool HostWindow::event(QEvent* event)
 {
-    if (event->type() == QEvent::Close)
+    if (event->type() == QEvent::Close) {
+        if (core_ != nullptr && !core_->interruption().mayClose()) {
+            event->ignore();
+            return true;
+        }
         Q_EMIT closed();
+    }
     return QQuickWindow::event(event);
 }
 

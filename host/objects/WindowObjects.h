@@ -30,7 +30,7 @@ public:
     Q_INVOKABLE QVariant openUrl(QVariant address);
 
 Q_SIGNALS:
-    /// The user closed the window.
+    /// The user closed the window, and confirmed this if a task destroys data.
     void closed();
 
 protected:

@@ -2,25 +2,11 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 
 // The question before an order destroys data on a disk. Escape and the button with the focus keep the data.
-Popup {
+QuestionDialog {
     id: dialog
 
-    parent: Overlay.overlay
-    x: Math.round((parent.width - width) / 2)
-    y: Math.round((parent.height - height) / 2)
-    width: Math.min(600, parent.width - 40)
-    padding: 24
-    modal: true
-    focus: true
-    closePolicy: Popup.CloseOnEscape
+    keepButton: dataButton
     onClosed: if (confirmation.open) confirmation.reject()
-    onOpened: keepButton.forceActiveFocus()
-    Overlay.modal: Rectangle { color: theme.shade }
-    background: Rectangle {
-        radius: 10
-        color: theme.surface
-        border { width: 2; color: theme.bad }
-    }
 
     Connections {
         target: confirmation
@@ -48,7 +34,7 @@ Popup {
             anchors.right: parent.right
             spacing: 10
             PushButton { objectName: "confirmationConfirm"; text: qsTr("Change the disk"); onClicked: confirmation.confirm() }
-            PushButton { id: keepButton; objectName: "confirmationKeep"; primary: true; text: qsTr("Do not change"); onClicked: confirmation.reject() }
+            PushButton { id: dataButton; objectName: "confirmationKeep"; primary: true; text: qsTr("Do not change"); onClicked: confirmation.reject() }
         }
     }
 }

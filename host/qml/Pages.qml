@@ -39,4 +39,5 @@ Rectangle {
     }
     PageDialog {}
     ConfirmationDialog {}
+    InterruptionDialog {}
 }

@@ -18,7 +18,7 @@ Panel {
         onCountChanged: Qt.callLater(positionViewAtEnd)
         delegate: QueueRow {
             width: ListView.view.width - 10
-            onCancelled: host.tasks.cancel(model.taskId)
+            onCancelled: interruption.cancel(model.taskId)
         }
         FocusRing { shown: list.activeFocus; anchors.margins: 0 }
     }
