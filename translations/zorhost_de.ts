@@ -75,14 +75,6 @@
         <translation>Dialog offen</translation>
     </message>
     <message>
-        <source>Windows 11 checker</source>
-        <translation>Windows-11-Prüfung</translation>
-    </message>
-    <message>
-        <source>Dialog open</source>
-        <translation>Dialog offen</translation>
-    </message>
-    <message>
         <source>Language</source>
         <translation>Sprache</translation>
     </message>
@@ -1306,6 +1298,21 @@
     <message>
         <source>Source</source>
         <translation>Quelle</translation>
+    </message>
+</context>
+<context>
+    <name>TestPanel</name>
+    <message>
+        <source>Testing</source>
+        <translation>Zum Testen</translation>
+    </message>
+    <message>
+        <source>Windows 11 checker</source>
+        <translation>Windows-11-Prüfung</translation>
+    </message>
+    <message>
+        <source>Dialog open</source>
+        <translation>Dialog offen</translation>
     </message>
 </context>
 <context>

@@ -75,14 +75,6 @@
         <translation>dialog open</translation>
     </message>
     <message>
-        <source>Windows 11 checker</source>
-        <translation>Windows 11 checker</translation>
-    </message>
-    <message>
-        <source>Dialog open</source>
-        <translation>Dialog open</translation>
-    </message>
-    <message>
         <source>Language</source>
         <translation>Language</translation>
     </message>
@@ -1306,6 +1298,21 @@
     <message>
         <source>Source</source>
         <translation>Source</translation>
+    </message>
+</context>
+<context>
+    <name>TestPanel</name>
+    <message>
+        <source>Testing</source>
+        <translation>Testing</translation>
+    </message>
+    <message>
+        <source>Windows 11 checker</source>
+        <translation>Windows 11 checker</translation>
+    </message>
+    <message>
+        <source>Dialog open</source>
+        <translation>Dialog open</translation>
     </message>
 </context>
 <context>

@@ -1,15 +1,40 @@
 import QtQuick 2.15
+import QtQuick.Window 2.15
 
-// The open guide at its current step, with the reason for a rejection. Escape closes it.
+// The open guide at its current step, with the reason for a rejection. A new guide takes the focus with the button
+// that changes nothing, and returns the focus when it closes.
 Panel {
     id: pane
 
+    property Item focusBefore: null
+
+    function holds(item) {
+        for (; item !== null; item = item.parent) {
+            if (item === pane)
+                return true
+        }
+        return false
+    }
+    function takeFocus() {
+        const holder = Window.activeFocusItem
+        if (!visible || confirmation.open || interruption.open)
+            return
+        if (!holds(holder))
+            focusBefore = holder
+        closeButton.forceActiveFocus()
+    }
+    function returnFocus() {
+        if (holds(Window.activeFocusItem) && focusBefore !== null && focusBefore.visible)
+            focusBefore.forceActiveFocus()
+        focusBefore = null
+    }
+
     objectName: "guidePane"
+    onVisibleChanged: if (!visible) returnFocus()
     visible: guide.open && !guide.dialog
     implicitHeight: 38 + lines.height + 12
     title: guide.title
     border.color: guide.destructive ? theme.bad : theme.accent
-    Keys.onEscapePressed: guide.dismiss()
     tools: [
         PushButton {
             objectName: "guideStart"
@@ -21,9 +46,13 @@ Panel {
             text: qsTr("Start")
             onClicked: guide.start()
         },
-        PushButton { objectName: "guideClose"; small: true; text: qsTr("Close"); onClicked: guide.dismiss() }
+        PushButton { id: closeButton; objectName: "guideClose"; small: true; text: qsTr("Close"); onClicked: guide.dismiss() }
     ]
 
+    Connections {
+        target: guide
+        function onOpened() { pane.takeFocus() }
+    }
     Column {
         id: lines
         x: 6

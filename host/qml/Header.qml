@@ -12,7 +12,7 @@ RowLayout {
             Words {
                 objectName: "machineName"
                 // The names of several disks can be long. The window's title has all of them.
-                width: host.realDisks ? Math.min(implicitWidth, Math.max(60, header.width - 880)) : implicitWidth
+                width: host.realDisks ? Math.min(implicitWidth, Math.max(60, header.width - 600)) : implicitWidth
                 text: host.machineName
                 elide: Text.ElideMiddle
                 font { pixelSize: 18; weight: Font.DemiBold }
@@ -44,8 +44,6 @@ RowLayout {
     Badge { objectName: "problemBadge"; visible: host.problem !== ""; tone: "bad"; text: host.problem }
     Badge { objectName: "popupBadge"; visible: host.dialogOpen || guide.dialog; tone: "warn"; text: qsTr("dialog open") }
     Item { Layout.fillWidth: true }
-    Toggle { objectName: "win11Toggle"; text: qsTr("Windows 11 checker"); checked: host.win11Checker; onToggled: host.win11Checker = checked }
-    Toggle { objectName: "dialogToggle"; text: qsTr("Dialog open"); checked: host.dialogOpen; onToggled: host.dialogOpen = checked }
     PushButton { objectName: "languageButton"; text: qsTr("Language"); onClicked: multilanguage.changeLanguage() }
     PushButton { objectName: "scanButton"; text: qsTr("Scan now"); onClicked: link.scanNow() }
 }

@@ -1,9 +1,13 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import QtQuick.Window 2.15
 
-// A page that covers the window until the user closes it: boot media, toolbox, disk health.
+// A page that covers the window until the user closes it: boot media, toolbox, disk health. The
+// focus returns when it closes.
 Popup {
     id: dialog
+
+    property Item focusBefore: null
 
     objectName: "pageDialog"
     parent: Overlay.overlay
@@ -14,7 +18,14 @@ Popup {
     modal: true
     focus: true
     closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
-    onClosed: if (guide.dialog) guide.dismiss()
+    onAboutToShow: focusBefore = dialog.parent.Window.activeFocusItem
+    onClosed: {
+        if (guide.dialog)
+            guide.dismiss()
+        // A guide that has opened since then keeps the focus.
+        if (!guide.open && focusBefore !== null && focusBefore.visible)
+            focusBefore.forceActiveFocus()
+    }
     onOpened: closeButton.forceActiveFocus()
     Overlay.modal: Rectangle { color: theme.shade }
     background: Rectangle {

@@ -1,41 +1,47 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 
-// The content of the window.
+// The content of the window. The header comes last, because Tab follows this order and the disks come first.
 Rectangle {
     color: theme.window
 
-    ColumnLayout {
-        anchors { fill: parent; margins: 12 }
+    RowLayout {
+        anchors { left: parent.left; right: parent.right; top: header.bottom; bottom: parent.bottom; margins: 12; topMargin: 10 }
         spacing: 10
 
-        Header { Layout.fillWidth: true }
-        RowLayout {
-            spacing: 10
-
-            ColumnLayout {
-                spacing: 8
-                GuidePane { Layout.fillWidth: true }
-                DiskPane { Layout.fillWidth: true; Layout.fillHeight: true }
-                RecommendationCard { Layout.fillWidth: true }
-                Words {
-                    objectName: "address"
-                    visible: host.address !== ""
-                    Layout.fillWidth: true
-                    text: qsTr("Opened address: %1").arg(host.address)
-                    font.pixelSize: 12
-                    color: theme.muted
-                    elide: Text.ElideMiddle
-                }
-            }
-            ColumnLayout {
-                spacing: 10
-                Layout.minimumWidth: 360
-                Layout.maximumWidth: 360
-                QueuePane { Layout.fillWidth: true; Layout.preferredHeight: 230 }
-                ActivityPane { Layout.fillWidth: true; Layout.fillHeight: true }
+        ColumnLayout {
+            spacing: 8
+            GuidePane { Layout.fillWidth: true }
+            DiskPane { Layout.fillWidth: true; Layout.fillHeight: true }
+            RecommendationCard { Layout.fillWidth: true }
+            Words {
+                objectName: "address"
+                visible: host.address !== ""
+                Layout.fillWidth: true
+                text: qsTr("Opened address: %1").arg(host.address)
+                font.pixelSize: 12
+                color: theme.muted
+                elide: Text.ElideMiddle
             }
         }
+        ColumnLayout {
+            spacing: 10
+            Layout.minimumWidth: 360
+            Layout.maximumWidth: 360
+            QueuePane { Layout.fillWidth: true; Layout.preferredHeight: 230 }
+            ActivityPane { Layout.fillWidth: true; Layout.fillHeight: true }
+            TestPanel { Layout.fillWidth: true }
+        }
+    }
+    Header {
+        id: header
+        anchors { left: parent.left; right: parent.right; top: parent.top; margins: 12 }
+    }
+    // Wherever the focus is. A dialog handles its own Escape.
+    Shortcut {
+        sequence: "Escape"
+        enabled: guide.open && !guide.dialog && !confirmation.open && !interruption.open
+        onActivated: guide.dismiss()
     }
     PageDialog {}
     ConfirmationDialog {}

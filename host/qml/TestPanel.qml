@@ -1,0 +1,15 @@
+import QtQuick 2.15
+
+// Switches that put the host into states that an agent must handle.
+Panel {
+    title: qsTr("Testing")
+    implicitHeight: 38 + switches.height + 8
+
+    Row {
+        id: switches
+        x: 6
+        spacing: 16
+        Toggle { objectName: "win11Toggle"; text: qsTr("Windows 11 checker"); checked: host.win11Checker; onToggled: host.win11Checker = checked }
+        Toggle { objectName: "dialogToggle"; text: qsTr("Dialog open"); checked: host.dialogOpen; onToggled: host.dialogOpen = checked }
+    }
+}
