@@ -46,6 +46,17 @@
     </message>
 </context>
 <context>
+    <name>DiskPane</name>
+    <message>
+        <source>The machine has no disks.</source>
+        <translation>Die Maschine hat keine Datenträger.</translation>
+    </message>
+    <message>
+        <source>The disk has no known partition.</source>
+        <translation>Der Datenträger hat keine bekannte Partition.</translation>
+    </message>
+</context>
+<context>
     <name>GuidePane</name>
     <message>
         <source>Start</source>
@@ -89,6 +100,10 @@
     <message>
         <source>simulated</source>
         <translation>simuliert</translation>
+    </message>
+    <message>
+        <source>The machine has no name.</source>
+        <translation>Die Maschine hat keinen Namen.</translation>
     </message>
 </context>
 <context>

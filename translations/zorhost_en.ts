@@ -46,6 +46,17 @@
     </message>
 </context>
 <context>
+    <name>DiskPane</name>
+    <message>
+        <source>The machine has no disks.</source>
+        <translation>The machine has no disks.</translation>
+    </message>
+    <message>
+        <source>The disk has no known partition.</source>
+        <translation>The disk has no known partition.</translation>
+    </message>
+</context>
+<context>
     <name>GuidePane</name>
     <message>
         <source>Start</source>
@@ -89,6 +100,10 @@
     <message>
         <source>simulated</source>
         <translation>simulated</translation>
+    </message>
+    <message>
+        <source>The machine has no name.</source>
+        <translation>The machine has no name.</translation>
     </message>
 </context>
 <context>

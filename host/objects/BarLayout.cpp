@@ -28,6 +28,9 @@ std::vector<double> widthsOf(const std::vector<qint64>& sizes, double room, doub
     return widths;
 }
 
+constexpr double kGapShare = 0.2;
+constexpr double kLeastShare = 0.5;
+
 } // namespace
 
 std::vector<BarPiece> layoutBar(const std::vector<qint64>& sizes, double width, double least, double gap)
@@ -35,9 +38,12 @@ std::vector<BarPiece> layoutBar(const std::vector<qint64>& sizes, double width, 
     if (sizes.empty())
         return {};
     const double count = static_cast<double>(sizes.size());
-    const double room = std::max(0.0, width - gap * (count - 1));
-    std::vector<double> widths = least * count >= room ? std::vector<double>(sizes.size(), room / count)
-                                                       : widthsOf(sizes, room, least);
+    if ((least + gap) * count - gap > width) {
+        gap = std::min(gap, kGapShare * width / count);
+        least = kLeastShare * (width - gap * (count - 1)) / count;
+    }
+    const double room = width - gap * (count - 1);
+    const std::vector<double> widths = widthsOf(sizes, room, least);
     std::vector<BarPiece> pieces;
     double x = 0;
     for (const double piece : widths) {

@@ -50,6 +50,14 @@ Item {
             }
         }
     }
+    Words {
+        objectName: "noDisks"
+        anchors { left: list.left; right: list.right; verticalCenter: list.verticalCenter }
+        horizontalAlignment: Text.AlignHCenter
+        visible: list.count === 0
+        text: qsTr("The machine has no disks.")
+        color: theme.muted
+    }
     Rectangle {
         id: strip
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
@@ -60,7 +68,7 @@ Item {
         Words {
             objectName: "details"
             anchors { left: parent.left; right: parent.right; margins: 14; verticalCenter: parent.verticalCenter }
-            text: pane.details
+            text: pane.details === "" && list.count > 0 ? qsTr("The disk has no known partition.") : pane.details
             font.pixelSize: 12
         }
     }

@@ -13,7 +13,7 @@ RowLayout {
                 objectName: "machineName"
                 // The names of several disks can be long. The window's title has all of them.
                 width: host.realDisks ? Math.min(implicitWidth, Math.max(60, header.width - 600)) : implicitWidth
-                text: host.machineName
+                text: host.machineName === "" ? qsTr("The machine has no name.") : host.machineName
                 elide: Text.ElideMiddle
                 font { pixelSize: 18; weight: Font.DemiBold }
             }

@@ -6,6 +6,8 @@ Rectangle {
 
     property bool selected: false
     readonly property bool roomy: width >= 50
+    // A border would cover the whole entry.
+    readonly property bool narrow: width < 8
 
     readonly property bool marked: model.mark !== ""
     readonly property color markColour: model.mark === "target" ? theme.bad : theme.good
@@ -16,11 +18,12 @@ Rectangle {
     signal chosen()
 
     x: model.pieceLeft
+    z: narrow && selected ? 1 : 0
     width: model.pieceWidth
-    color: model.isFree ? theme.window : theme.raised
-    radius: 5
+    color: { theme.dark; return model.isFree ? theme.window : narrow ? theme.fileSystem(model.fileSystem, false) : theme.raised }
+    radius: narrow ? 0 : 5
     border {
-        width: selected || marked ? 2 : 1
+        width: narrow ? 0 : selected || marked ? 2 : 1
         color: selected ? theme.accent : marked ? markColour : theme.border
     }
 
@@ -29,15 +32,22 @@ Rectangle {
         anchors { left: parent.left; top: parent.top; bottom: parent.bottom; margins: segment.border.width }
         width: Math.max(0, (parent.width - 2 * segment.border.width) * model.usedShare)
         radius: 4
-        visible: !model.isFree
+        visible: !model.isFree && !segment.narrow
         color: { theme.dark; return theme.fileSystem(model.fileSystem, true) }
     }
     Rectangle {
         anchors { left: parent.left; right: parent.right; top: parent.top; margins: segment.border.width }
         height: 4
         radius: 2
-        visible: !model.isFree
+        visible: !model.isFree && !segment.narrow
         color: { theme.dark; return theme.fileSystem(model.fileSystem, false) }
+    }
+    Rectangle {
+        objectName: "narrowSelection"
+        anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; bottom: parent.bottom; topMargin: -4; bottomMargin: -4 }
+        width: Math.max(4, segment.width)
+        visible: segment.narrow && segment.selected
+        color: theme.accent
     }
     Column {
         anchors { left: parent.left; right: parent.right; margins: 8; top: parent.top; topMargin: 9 }
@@ -74,7 +84,7 @@ Rectangle {
     // The part of the open guide. A narrow entry has the frame alone.
     Rectangle {
         objectName: "segmentMark"
-        anchors { fill: parent; margins: 1 }
+        anchors { fill: parent; margins: segment.narrow ? 0 : 1 }
         visible: segment.marked
         property string mark: model.mark
         color: "transparent"

@@ -43,13 +43,26 @@ TEST(BarLayout, PieceNarrowedBelowTheMinimumByAnother_IsWidened)
     EXPECT_DOUBLE_EQ(pieces[2].width, 60);
 }
 
-TEST(BarLayout, TooNarrow_GivesEqualWidths)
+TEST(BarLayout, TooNarrow_KeepsTheGapsAndGivesEachPieceHalfOfTheAverage)
 {
-    const auto pieces = layoutBar({1, 5, 9}, 34, 18, 2);
-    for (const host::BarPiece& piece : pieces)
-        EXPECT_DOUBLE_EQ(piece.width, 10);
+    const auto pieces = layoutBar({1, 4, 15}, 34, 18, 2);
+    EXPECT_DOUBLE_EQ(pieces[0].width, 5);
+    EXPECT_DOUBLE_EQ(pieces[1].x, 7);
+    EXPECT_NEAR(pieces[1].width, 25.0 * 4 / 19, 1e-9);
+    EXPECT_NEAR(pieces[2].x + pieces[2].width, 34, 1e-9);
     EXPECT_TRUE(layoutBar({}, 100, 18, 2).empty());
     EXPECT_DOUBLE_EQ(layoutBar({1, 1}, 0, 18, 2)[0].width, 0);
+}
+
+TEST(BarLayout, FiveHundredPieces_AreAllVisibleAndFillTheBar)
+{
+    std::vector<qint64> sizes(500, 1);
+    sizes[250] = 1000;
+    const auto pieces = layoutBar(sizes, 700, 18, 2);
+    for (const host::BarPiece& piece : pieces)
+        EXPECT_GT(piece.width, 0.5);
+    EXPECT_GT(pieces[250].width, 100);
+    EXPECT_NEAR(pieces[499].x + pieces[499].width, 700, 1e-6);
 }
 
 TEST(DiskText, Sizes_AreShort)
