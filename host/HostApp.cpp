@@ -94,7 +94,7 @@ int HostApp::run()
 {
     if (options_.checkHost)
         return checkHost();
-    if (!openFiles() || !build())
+    if (!setScanFolder() || !openFiles() || !build())
         return kExitBadStart;
     QCoreApplication::exec();
     closeFiles();
@@ -124,6 +124,18 @@ bool HostApp::openFiles()
     Transcript& transcript = scene_.core().transcript();
     transcript.add(QStringLiteral("begin"), {{QStringLiteral("machine"), scene_.core().machineName()}});
     return !transcript.hasFailed();
+}
+
+// One run's answers must not change the next run's recommendations.
+bool HostApp::setScanFolder()
+{
+    const QString folder = options_.scanState.isEmpty() ? scanFolder_.path() : options_.scanState;
+    if (!QFileInfo(folder).isDir()) {
+        printError(QStringLiteral("scan state %1: not a folder").arg(folder));
+        return false;
+    }
+    QCoreApplication::instance()->setProperty("recscanFolder", folder);
+    return true;
 }
 
 bool HostApp::openTranscript()
@@ -296,6 +308,7 @@ void HostApp::drain()
     exitCode_ = kExitNotReleased;
     closeFiles();
     scene_.core().backend().release();
+    scanFolder_.remove();
     std::fflush(stdout);
     std::_Exit(kExitNotReleased);
 }

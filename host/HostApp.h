@@ -8,6 +8,7 @@
 #include "host/objects/Scene.h"
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 
 #include <memory>
@@ -42,6 +43,7 @@ private:
     bool loadComponent();
     void takeScreenshot();
     bool openFiles();
+    bool setScanFolder();
     bool openTranscript();
     void closeFiles();
     void onReady();
@@ -55,6 +57,7 @@ private:
 
     QElapsedTimer sinceStart_; // before the scene, because it measures its creation
     Options options_;
+    QTemporaryDir scanFolder_; ///< used if the options name no other
     Scene scene_;
     Screenshot screenshot_;
     std::unique_ptr<CComponentMgr> components_;

@@ -151,6 +151,9 @@ const Row kRows[] = {
     {"scan", nullptr, [](const QString&, Options* options) { options->scan = true; },
      "starts one recommendation scan and prints the recommendation"},
     {"answer", "N", readAnswer, "answers a recommendation with its button N, counted from 0"},
+    {"scan-state", "FOLDER", [](const QString& value, Options* options) { options->scanState = value; },
+     "keeps recscan.info, the state of scans, in this folder (default: a\n"
+     "scratch folder, so that each run starts with the first case)"},
     {"win11", "on|off", readWin11, "switches the Windows 11 checker"},
     {"theme", "light|dark|system", readTheme, "the window's colours (default: system)"},
     {"language", "CODE", readLanguage,

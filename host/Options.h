@@ -25,6 +25,7 @@ struct Options
     bool exitWithAgent = false;
     int answer = -1; ///< button that answers a recommendation; -1: the user answers
     bool scan = false;
+    QString scanState; ///< folder for the state of scans; empty: a scratch folder
     std::optional<bool> win11;
     QString language = QStringLiteral("en"); ///< of the window and of recommendations
     ThemeMode theme = ThemeMode::System;

@@ -4,12 +4,19 @@
 #include <QtCore/QDataStream>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QVariant>
 
 namespace {
 
+const char* const kScanStateFolder = "recscanFolder";
+
 QString stateFilePath()
 {
-    return QDir(QCoreApplication::applicationDirPath()).absolutePath() + QLatin1String("/recscan.info");
+    const QCoreApplication* application = QCoreApplication::instance();
+    const QString folder =
+        application != nullptr ? application->property(kScanStateFolder).toString() : QString();
+    return QDir(folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder).absolutePath() +
+           QLatin1String("/recscan.info");
 }
 
 } // namespace

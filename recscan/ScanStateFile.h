@@ -10,7 +10,8 @@ struct ScanState
 };
 
 /// Reads "recscan.info" from the application's folder: the index as four bytes in big-endian order and the
-/// flag as one byte. Missing bytes read as 0 and false.
+/// flag as one byte. Missing bytes read as 0 and false. The property "recscanFolder" of the application
+/// object names another folder; a host sets it before it loads the component.
 ScanState readScanState();
 
 /// Replaces that file. Write errors are ignored. If the process dies during the write, the file is old, empty

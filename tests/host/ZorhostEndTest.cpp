@@ -111,6 +111,9 @@ const FailedStart kFailedStarts[] = {
          host.write("bad.json", "");
          host.environment().insert("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + host.file("none"));
      }},
+    {"MissingScanStateFolder",
+     {"--headless", "--scan-state", "FOLDER/none"},
+     "scan state FOLDER/none: not a folder"},
     {"UnwritableTranscript",
      {"--headless", "--transcript", "FOLDER/none/t.jsonl"},
      "No such file or directory"},

@@ -1,6 +1,7 @@
 // The program as users start it: ready line, ports and agent.
 #include "tests/host/ZorhostProcess.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtNetwork/QTcpSocket>
 
@@ -180,8 +181,34 @@ TEST(Zorhost, Scan_PrintsTheRecommendation)
         host.waitForOutput("recommendation {\"buttons\":[\"Accept\",\"Cancel\"],\"default\":0,\"msg\":"))
         << host.output().constData();
     EXPECT_TRUE(host.waitForOutput("recommendation answered with button 1\n"));
-    // The answer is recorded, so that the next start skips this case.
-    EXPECT_TRUE(host.waitForFile("recscan.info"));
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+}
+
+TEST(Zorhost, ScanState_DoesNotReachTheNextRun)
+{
+    ZorhostProcess host;
+    QByteArray recommendations[2];
+    for (QByteArray& recommendation : recommendations) {
+        ASSERT_TRUE(host.startReady({"--headless", "--machine", "desktop", "--scan", "--answer", "1"}));
+        EXPECT_TRUE(host.waitForOutput("recommendation answered with button 1\n"));
+        EXPECT_TRUE(host.waitForOutput("scan ended\n"));
+        host.signal(SIGTERM);
+        EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+        const int begin = host.output().indexOf("recommendation {");
+        recommendation = host.output().mid(begin, host.output().indexOf('\n', begin) - begin);
+        EXPECT_FALSE(QFile::exists(host.file("recscan.info")));
+    }
+    EXPECT_EQ(recommendations[0].toStdString(), recommendations[1].toStdString());
+}
+
+TEST(Zorhost, ScanStateFolder_KeepsTheAnswer)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(QDir().mkdir(host.file("state")));
+    ASSERT_TRUE(host.startReady(
+        {"--headless", "--machine", "desktop", "--scan", "--answer", "1", "--scan-state", "state"}));
+    EXPECT_TRUE(host.waitForFile("state/recscan.info"));
     host.signal(SIGTERM);
     EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
 }

@@ -11,7 +11,10 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QVariant>
 
 #include <future>
 
@@ -326,6 +329,17 @@ protected:
     QByteArray bytes() const { return application.read(application.folder() + "/recscan.info"); }
     ScratchApplication application;
 };
+
+TEST_F(StateFile, FolderOfTheHostsProperty_ReplacesTheApplicationsFolder)
+{
+    QTemporaryDir folder;
+    QCoreApplication::instance()->setProperty("recscanFolder", folder.path());
+    writeScanState({3, true});
+    EXPECT_EQ(readScanState().nextCaseIndex, 3);
+    EXPECT_TRUE(QFile::exists(folder.filePath("recscan.info")));
+    QCoreApplication::instance()->setProperty("recscanFolder", QVariant());
+    EXPECT_EQ(readScanState().nextCaseIndex, 0);
+}
 
 TEST_F(StateFile, Missing_ReadsAsIndex0AndNotDone)
 {
