@@ -221,6 +221,14 @@
         <source>Recommendation</source>
         <translation>Empfehlung</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>The scan found nothing to recommend.</source>
+        <translation>Die Prüfung hat nichts zu empfehlen gefunden.</translation>
+    </message>
 </context>
 <context>
     <name>Sandbox</name>

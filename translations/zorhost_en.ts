@@ -221,6 +221,14 @@
         <source>Recommendation</source>
         <translation>Recommendation</translation>
     </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>The scan found nothing to recommend.</source>
+        <translation>The scan found nothing to recommend.</translation>
+    </message>
 </context>
 <context>
     <name>Sandbox</name>

@@ -65,6 +65,7 @@ void BridgeLink::scanNow()
     if (bridge_.isNull() || core_.status().isClosing() || isScanRunning())
         return;
     recommended_ = false;
+    setEmptyScan(false);
     core_.log()->write(QStringLiteral("scan started"));
     QMetaObject::invokeMethod(bridge_.data(), "beginRecScan", Qt::DirectConnection);
     watchScanThread();
@@ -118,6 +119,7 @@ void BridgeLink::onRecommendation(QVariant record)
 {
     recommended_ = true;
     recommendation_ = record.toMap();
+    emptyScan_ = false;
     const QJsonDocument json = QJsonDocument::fromVariant(recommendation_);
     HostLog::print(QLatin1String("recommendation ") + QString::fromUtf8(json.toJson(QJsonDocument::Compact)));
     Q_EMIT recommendationChanged();
@@ -141,8 +143,18 @@ void BridgeLink::onToolEnded(QString result, bool queued)
     core_.log()->write(QStringLiteral("agent was answered: %1").arg(result));
 }
 
+void BridgeLink::setEmptyScan(bool empty)
+{
+    if (emptyScan_ == empty)
+        return;
+    emptyScan_ = empty;
+    Q_EMIT recommendationChanged();
+}
+
 void BridgeLink::onScanFinished()
 {
+    // A recommendation of an earlier scan can still wait for its answer.
+    setEmptyScan(!recommended_ && recommendation_.isEmpty());
     core_.log()->write(recommended_ ? QStringLiteral("scan ended")
                                     : QStringLiteral("scan ended without a recommendation"));
     Q_EMIT scanEnded();

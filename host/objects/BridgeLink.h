@@ -17,6 +17,7 @@ class BridgeLink : public QObject
     Q_OBJECT
     Q_PROPERTY(QString message READ message NOTIFY recommendationChanged)
     Q_PROPERTY(QStringList buttons READ buttons NOTIFY recommendationChanged)
+    Q_PROPERTY(bool emptyScan READ isEmptyScan NOTIFY recommendationChanged)
 
 public:
     /// @p automaticAnswer: button that answers each recommendation; -1: the user answers.
@@ -35,6 +36,9 @@ public:
     Timeline& timeline() { return timeline_; }
     QString message() const;
     QStringList buttons() const;
+    /// The last scan ended without a recommendation, and the user has not closed that message yet.
+    bool isEmptyScan() const { return emptyScan_; }
+    Q_INVOKABLE void closeEmptyScan() { setEmptyScan(false); }
 
     /// Starts a scan. No effect while a scan runs or the host closes.
     Q_INVOKABLE void scanNow();
@@ -62,6 +66,7 @@ private Q_SLOTS:
 private:
     void pushInventory();
     void watchScanThread();
+    void setEmptyScan(bool empty);
 
     HostCore& core_;
     int automaticAnswer_;
@@ -71,6 +76,7 @@ private:
     Timeline timeline_;
     QVariantMap recommendation_;
     bool recommended_ = false;
+    bool emptyScan_ = false;
     bool toolAnnounced_ = false;
     std::mutex announcedMutex_;
     QString announced_; ///< last announcement of the agent, for the transcript

@@ -1,16 +1,23 @@
 import QtQuick 2.15
 
-// The scan's recommendation with its buttons. Escape presses the last button.
+// The scan's recommendation with its buttons, or the message that a scan found nothing. Escape presses the last button.
 Rectangle {
     id: card
 
     objectName: "recommendationCard"
-    visible: link.message !== ""
+    readonly property var choiceTexts: link.emptyScan ? [qsTr("Close")] : link.buttons
+    function choose(index) {
+        if (link.emptyScan)
+            link.closeEmptyScan()
+        else
+            link.answer(index)
+    }
+    visible: link.message !== "" || link.emptyScan
     implicitHeight: Math.max(message.height, 34) + 28
     radius: 8
     color: theme.accentSurface
     border { width: 1; color: theme.accent }
-    Keys.onEscapePressed: if (link.buttons.length > 1) link.answer(link.buttons.length - 1)
+    Keys.onEscapePressed: if (link.emptyScan || choiceTexts.length > 1) choose(choiceTexts.length - 1)
 
     Column {
         id: message
@@ -20,7 +27,7 @@ Rectangle {
         Words {
             objectName: "recommendationText"
             width: parent.width
-            text: link.message
+            text: link.emptyScan ? qsTr("The scan found nothing to recommend.") : link.message
             wrapMode: Text.Wrap
             maximumLineCount: 5
         }
@@ -30,12 +37,12 @@ Rectangle {
         anchors { right: parent.right; rightMargin: 16; verticalCenter: parent.verticalCenter }
         spacing: 8
         Repeater {
-            model: link.buttons
+            model: card.choiceTexts
             PushButton {
                 objectName: "recommendationButton"
                 primary: index === 0
                 text: modelData
-                onClicked: link.answer(index)
+                onClicked: card.choose(index)
             }
         }
     }

@@ -264,6 +264,25 @@ TEST_F(WindowCard, EachButton_AnswersWithItsNumber)
     }
 }
 
+TEST_F(WindowCard, ScanWithoutFindings_IsReportedUntilItIsClosed)
+{
+    for (const bool byKeyboard : {false, true}) {
+        QMetaObject::invokeMethod(&scene.link(), "onScanFinished", Qt::DirectConnection);
+        ASSERT_NE(awaited("recommendationCard"), nullptr);
+        scene.window()->grabWindow();
+        EXPECT_EQ(text("recommendationText"), "The scan found nothing to recommend.");
+        EXPECT_EQ(texts("recommendationButton"), QStringList("Close"));
+        if (byKeyboard) {
+            ASSERT_TRUE(tabTo("recommendationButton"));
+            press(Qt::Key_Escape);
+        } else {
+            click(items("recommendationButton")[0]);
+        }
+        EXPECT_EQ(item("recommendationCard"), nullptr);
+        EXPECT_FALSE(lastLogLine(scene).contains("answered"));
+    }
+}
+
 TEST_F(WindowCard, Buttons_WorkByKeyboard)
 {
     recommend(bridge);
