@@ -34,6 +34,9 @@ install_packages() {
 configure() {
     local preset=$1
     shift
+    # Otherwise CMake prints several errors that do not name the cause.
+    mkdir -p "$build_dir" 2>/dev/null && [ -w "$build_dir" ] ||
+        die "The build needs the folder $build_dir, which cannot be written. Use a writable copy of the source."
     (cd "$root" && cmake --preset "$preset" "$@" >/dev/null)
 }
 

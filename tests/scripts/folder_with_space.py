@@ -53,6 +53,17 @@ class FolderWithSpace(unittest.TestCase):
         self.assertIn("order CreatePartition", output)
         self.assertIn("agent ended with exit code 0", output)
 
+    def test_TreeThatCannotBeWritten_IsNamedInOneSentence(self):
+        (self.checkout / "build").unlink()
+        # A file instead of the folder, because root can write into every folder.
+        (self.checkout / "build").write_text("")
+        done = subprocess.run([self.checkout / "scripts/run", "--once"], stdin=subprocess.DEVNULL, capture_output=True,
+                              env=dict(os.environ, PATH=f"{self.programs}:{os.environ['PATH']}"), text=True,
+                              timeout=250, check=False)
+        self.assertEqual((done.returncode, done.stderr), (
+            2, f"run: The build needs the folder {self.checkout}/build, which cannot be written. "
+               "Use a writable copy of the source.\n"))
+
     def test_AllTools_PrintsTheTable(self):
         self.assertIn("LowLevelFormat", self.run_script("--all"))
 
