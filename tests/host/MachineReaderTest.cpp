@@ -30,7 +30,7 @@ TEST_P(InvalidMachines, InvalidDescription_ReportsTheJsonPath)
 }
 
 const InvalidMachine kInvalidMachines[] = {
-    {"NotJson", "{", "not JSON: unterminated object at byte 1"},
+    {"NotJson", "{", "not JSON: unterminated object in line 1"},
     {"TopIsAList", "[]", "the top must be an object"},
     {"NoDisks", "{}", "disks is missing"},
     {"DisksIsNoList", R"({"disks": 3})", "disks must be an array"},
