@@ -196,7 +196,9 @@ TEST(Zorhost, ScanState_DoesNotReachTheNextRun)
         host.signal(SIGTERM);
         EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
         const int begin = host.output().indexOf("recommendation {");
-        recommendation = host.output().mid(begin, host.output().indexOf('\n', begin) - begin);
+        // The time of the scan follows.
+        recommendation = host.output().mid(begin, host.output().indexOf("\"time\"", begin) - begin);
+        EXPECT_TRUE(recommendation.contains("\"msg\"")) << recommendation.constData();
         EXPECT_FALSE(QFile::exists(host.file("recscan.info")));
     }
     EXPECT_EQ(recommendations[0].toStdString(), recommendations[1].toStdString());
