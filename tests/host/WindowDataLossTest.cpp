@@ -176,8 +176,10 @@ TEST_F(DarkDataLoss, CloneGuide_FitsTheSmallestWindow)
     openClone(2, 1);
     ASSERT_TRUE(pumpUntil([&] { return placeOf(item("diskList")).bottom() < 600; }));
     scene.window()->grabWindow();
-    for (const char* name : {"guideWarning", "guideLoss", "guideStart", "guideClose", "diskList"})
+    for (const char* name : {"guideWarning", "guideLoss", "guideStart", "guideClose", "diskList"}) {
+        ASSERT_NE(item(name), nullptr) << name;
         EXPECT_TRUE(QRect(0, 0, 960, 600).contains(placeOf(item(name)))) << name;
+    }
     EXPECT_GT(item("diskList")->height(), 90);
     take("loss-clone-dark.png");
 }
