@@ -110,6 +110,6 @@ class Agent:
 
 
 def stated_result(text):
-    """The result that the last RESULT line states, in lower case; empty if there is none."""
+    """The result that the last RESULT line states, in lower case; empty without such a line."""
     stated = [found[1] for line in text.splitlines() if (found := RESULT.fullmatch(line.strip()))]
     return stated[-1].lower() if stated else ""

@@ -19,7 +19,8 @@ RETRY = 0.05
 
 @dataclasses.dataclass
 class Call:
-    """A call of the service. `at` and `answered` are seconds since the epoch; `answer` is None if there was none."""
+    """A call of the service. `at` and `answered` are seconds since the epoch; `answer` is None without an
+    answer."""
 
     at: float
     source: str

@@ -19,7 +19,7 @@ def failed_conditions(task, evidence):
 
 
 def open_guide(evidence):
-    """The guide that was open when the agent ended; None if there was none."""
+    """The guide that was open when the agent ended; None without an open guide."""
     guide = None
     for event in evidence.events:
         if event["kind"] == "guide" and event["at"] <= evidence.ended + 0.002:

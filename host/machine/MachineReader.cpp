@@ -246,7 +246,7 @@ void readTop(Machine& machine, const QString& key, const QJsonValue& value)
         readSwitch(machine, key, value);
 }
 
-// The last key before the offset; empty if there is none.
+// The last key before the offset; empty if no key precedes it.
 QString keyBefore(const QByteArray& json, int offset)
 {
     static const QRegularExpression key(QStringLiteral("\"([^\"\\n]{1,64})\"\\s*:"));

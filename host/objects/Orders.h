@@ -29,8 +29,8 @@ public:
 
     /// Whether the partition page accepts an order. A rejection is recorded.
     Rejection rejection(int function, const QVariantMap& params);
-    /// The running task if it destroys data or puts data at risk; 0 if there is none, or while it waits for a
-    /// person and has written nothing.
+    /// The number of the running task if it destroys data or puts data at risk. 0 for any other task, and
+    /// while the task waits for a person and has written nothing.
     int destroyingTask() const;
     /// The title of its operation; empty without such a task.
     Text destroyingOperation() const { return runningLoss_ ? runningLoss_->operation : Text(); }

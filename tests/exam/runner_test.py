@@ -139,7 +139,7 @@ class Runner(unittest.TestCase):
         command = [sys.executable, "-B", "-m", "exam", "--agent", agent, "--bin", str(BIN), "--report",
                    str(self.folder / "report"), *options]
         run = subprocess.Popen(command, cwd=ROOT, stdout=subprocess.DEVNULL)
-        started = self.folder / "report/mine/1/work/started"
+        started = self.folder.joinpath("report", "mine", "1", "work", "started")
         self.until(lambda: started.exists() and started.read_text().endswith("\n"))
         run.send_signal(signal.SIGINT)
         self.assertEqual(run.wait(60), 130)

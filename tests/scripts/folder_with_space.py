@@ -1,6 +1,6 @@
 """scripts/run from a checkout whose path has a space and an apostrophe. argv[1]: source directory, argv[2]: build directory.
 
-The checkout consists of links, and uses the build of the tests: fake programs stand in for the build and the packages.
+The checkout consists of links, and uses the build of the tests. Fake programs replace the build and the installation of packages.
 """
 
 import os
