@@ -20,7 +20,8 @@ def options(arguments):
     parser.add_argument("--task", metavar="NAME", action="append", default=[], help="only this task; can be repeated")
     parser.add_argument("--repeat", metavar="K", type=positive, default=1, help="attempts of each task (1)")
     parser.add_argument("--jobs", metavar="N", type=positive, default=4, help="tasks at the same time (4)")
-    parser.add_argument("--report", metavar="DIR", type=pathlib.Path, help="folder of the report and the records")
+    parser.add_argument("--report", metavar="DIR", type=pathlib.Path,
+                        help="folder of the report and the records (a new temporary folder, or that of --grade)")
     parser.add_argument("--close-input", action="store_true",
                         help="closes the agent's input after the request; its questions remain unanswered")
     parser.add_argument("--grade", metavar="DIR", type=pathlib.Path, help="grades the records of an earlier run again")
@@ -29,8 +30,10 @@ def options(arguments):
     parser.add_argument("--images", action="store_true",
                         help="runs the tasks that have disk images on these (requires UDisks2)")
     parser.add_argument("--list", action="store_true", help="lists the tasks")
-    parser.add_argument("--tasks", metavar="DIR", type=pathlib.Path, default=FOLDER, help="folder of the task files")
-    parser.add_argument("--bin", metavar="DIR", type=pathlib.Path, default=ROOT / "build/bin", help="folder of the programs")
+    parser.add_argument("--tasks", metavar="DIR", type=pathlib.Path, default=FOLDER,
+                        help="folder of the task files (exam/tasks)")
+    parser.add_argument("--bin", metavar="DIR", type=pathlib.Path, default=ROOT / "build/bin",
+                        help="folder of the programs (build/bin)")
     return parser, parser.parse_args(arguments)
 
 
@@ -48,13 +51,30 @@ def selected(tasks, names):
     return [task for task in tasks if not names or task.name in names]
 
 
+def tasks_of(given):
+    """The tasks that the options select. Raises TaskError."""
+    tasks = selected(load_all(given.tasks), given.task)
+    if not given.images:
+        return tasks
+    simulated = [task.name for task in tasks if not task.real and task.name in given.task]
+    if simulated:
+        raise TaskError(f"{', '.join(simulated)} has no disk images")
+    return [on_images(task) for task in tasks if task.real]
+
+
+def check_folders(given, tasks):
+    """An invalid folder would otherwise be reported only after the run. Raises TaskError."""
+    if given.compare and not (given.compare / report.JSON).is_file():
+        raise TaskError(f"{given.compare} contains no report")
+    if given.grade and not any(run.records(given.grade, task) for task in tasks):
+        raise TaskError(f"{given.grade} contains no records of these tasks")
+
+
 def main():
     parser, given = options(sys.argv[1:])
     try:
-        tasks = load_all(given.tasks)
-        if given.images:
-            tasks = [on_images(task) for task in tasks if task.real]
-        tasks = selected(tasks, given.task)
+        tasks = tasks_of(given)
+        check_folders(given, tasks)
     except TaskError as error:
         parser.error(str(error))
     if given.list:
@@ -68,7 +88,7 @@ def main():
     folder.mkdir(parents=True, exist_ok=True)
     report.write(result, folder, report.read(given.compare) if given.compare else None)
     print(f"report: {folder / 'report.html'}")
-    return 0 if result["passed"] == len(tasks) else 1
+    return 0 if result["passed"] == len(result["tasks"]) else 1
 
 
 def interrupted(number, frame):

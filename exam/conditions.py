@@ -29,17 +29,22 @@ class Finding:
     text: str
 
 
-def evaluate(sentence, machine, guide=None):
-    """Whether the condition holds, with a sentence about what was found."""
-    presence = PRESENCE.fullmatch(sentence)
-    if presence:
-        exists = subject_of(presence["subject"], machine, guide) is not None
-        return Finding(exists == (presence["operator"] == "exists"),
-                       f"{presence['subject']} {'exists' if exists else 'is gone'}")
-    parts = SENTENCE.fullmatch(sentence)
+def parsed(sentence):
+    """The parts of a condition. Raises ConditionError."""
+    parts = PRESENCE.fullmatch(sentence) or SENTENCE.fullmatch(sentence)
     if not parts:
         raise ConditionError(f"not a condition: {sentence}")
-    return compared(parts, subject_of(parts["subject"], machine, guide))
+    return parts
+
+
+def evaluate(sentence, machine, guide=None):
+    """Whether the condition holds, with a sentence about what was found."""
+    parts = parsed(sentence)
+    subject = subject_of(parts["subject"], machine, guide)
+    if parts.re is PRESENCE:
+        exists = subject is not None
+        return Finding(exists == (parts["operator"] == "exists"), f"{parts['subject']} {'exists' if exists else 'is gone'}")
+    return compared(parts, subject)
 
 
 def compared(parts, subject):

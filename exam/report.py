@@ -5,6 +5,8 @@ import json
 
 from .task import KINDS
 
+JSON = "report.json"
+
 STYLE = """
 :root { color-scheme: light dark; --line: #8884; --good: #1a7f37; --bad: #c62828; --weak: #9a6700; }
 body { font: 15px/1.45 system-ui, sans-serif; margin: 2rem auto; max-width: 75rem; padding: 0 1rem; }
@@ -19,12 +21,12 @@ ul { margin: .3rem 0; padding-left: 1.2rem; } .lines { font-family: monospace; f
 
 
 def read(folder):
-    return json.loads((folder / "report.json").read_text(encoding="utf-8"))
+    return json.loads((folder / JSON).read_text(encoding="utf-8"))
 
 
 def write(result, folder, other=None):
     """Writes both files. With another run, the page shows it next to this one."""
-    (folder / "report.json").write_text(json.dumps(result, indent=1) + "\n", encoding="utf-8")
+    (folder / JSON).write_text(json.dumps(result, indent=1) + "\n", encoding="utf-8")
     (folder / "report.html").write_text(page([result] + ([other] if other else [])), encoding="utf-8")
 
 

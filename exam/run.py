@@ -43,11 +43,16 @@ def graded_again(given, tasks, root):
     interface = interface_of(given, root)
     attempts = {}
     for task in tasks:
-        folders = sorted((given.grade / task.name).glob("*/evidence.json"))
-        attempts[task.name] = [graded(task, evidence.read(path.parent), interface, path.parent) for path in folders]
+        attempts[task.name] = [graded(task, evidence.read(path.parent), interface, path.parent)
+                               for path in records(given.grade, task)]
     tasks = [task for task in tasks if attempts[task.name]]
     seconds = sum(attempt["seconds"] for own in attempts.values() for attempt in own)
     return result_of(given.name or given.agent or given.grade.name, tasks, attempts, seconds)
+
+
+def records(folder, task):
+    """The evidence of a task's attempts in the folder of a run."""
+    return sorted((folder / task.name).glob("*/evidence.json"))
 
 
 def interface_of(given, root):

@@ -2,13 +2,17 @@
 
 import dataclasses
 import pathlib
+import re
 import tomllib
+
+from . import conditions
 
 FOLDER = pathlib.Path(__file__).parent / "tasks"
 # The disk service takes longer than the simulation, and an agent polls meanwhile.
 SLOWER = 3
 KINDS = ("do", "guide", "decline", "ask first", "recover")
 RESULTS = ("done", "your turn", "not done")
+EVENT = re.compile(r"any order|order \w+|guide (opened|started)")
 
 
 class TaskError(Exception):
@@ -91,6 +95,22 @@ def check(task, name):
         raise TaskError(f"{name}: real has no image")
     if "\n" in task.request.strip():
         raise TaskError(f"{name}: the request must be one line")
+    check_sentences(task, name)
+    if task.real:
+        check_sentences(on_images(task), name)
+
+
+def check_sentences(task, name):
+    """A mistake would otherwise end the grading, or leave an event unnoticed."""
+    steps = [line.partition(" ") for line in task.reference]
+    try:
+        for sentence in [*task.end, *(rest for word, _, rest in steps if word in ("until", "unless"))]:
+            conditions.parsed(sentence)
+    except conditions.ConditionError as error:
+        raise TaskError(f"{name}: {error}") from error
+    for event in task.never:
+        if not EVENT.fullmatch(event):
+            raise TaskError(f"{name}: not an event: {event}")
 
 
 def on_images(task):
@@ -101,4 +121,7 @@ def on_images(task):
 
 
 def load_all(folder=FOLDER):
-    return [load(path) for path in sorted(folder.glob("*.toml"))]
+    paths = sorted(folder.glob("*.toml"))
+    if not paths:
+        raise TaskError(f"{folder} contains no task file")
+    return [load(path) for path in paths]

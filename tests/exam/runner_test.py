@@ -148,11 +148,38 @@ class Runner(unittest.TestCase):
         self.until(lambda: not any(is_running(number) for number in numbers))
         self.assertIn('"kind":"end"', (self.folder / "report/mine/1/transcript.jsonl").read_text())
 
+    def error_of(self, *options):
+        """The error of options that the exam rejects before it runs an agent."""
+        report = self.folder / "rejected"
+        done = subprocess.run([sys.executable, "-B", "-m", "exam", "--bin", str(BIN), "--agent", f"touch {self.folder}/started",
+                               "--report", str(report), *options], cwd=ROOT, stderr=subprocess.PIPE, text=True, check=False)
+        self.assertEqual(done.returncode, 2, done.stderr)
+        self.assertFalse(report.exists() or (self.folder / "started").exists())
+        return done.stderr
+
     def test_an_unknown_task_is_an_error(self):
-        done = subprocess.run([sys.executable, "-B", "-m", "exam", "--agent", "true", "--task", "nonsense"], cwd=ROOT,
-                              stderr=subprocess.PIPE, text=True, check=False)
-        self.assertEqual(done.returncode, 2)
-        self.assertIn("no task is named nonsense", done.stderr)
+        self.assertIn("no task is named nonsense", self.error_of("--task", "nonsense"))
+        self.assertIn("busy-computer has no disk images", self.error_of("--images", "--task", "busy-computer"))
+
+    def test_a_folder_without_the_files_that_it_must_contain_is_an_error(self):
+        missing = str(self.folder / "missing")
+        self.assertIn(f"{missing} contains no task file", self.error_of("--tasks", missing))
+        self.assertIn(f"{missing} contains no report", self.error_of("--compare", missing))
+        self.assertIn(f"{missing} contains no records of these tasks", self.error_of("--grade", missing))
+        self.assertFalse(pathlib.Path(missing).exists())
+
+    def test_records_of_some_tasks_are_graded_like_their_run(self):
+        code, output, _, _ = self.examine("exam/agents/reference", "--task", "name-archive")
+        self.assertEqual(code, 0, output)
+        code, output, tasks, _ = self.examine("false", "--grade", str(self.folder / "report"))
+        self.assertEqual((code, list(tasks)), (0, ["name-archive"]), output)
+
+    def test_the_reference_waits_for_the_answer_to_its_question(self):
+        question = '\n[[answers]]\nabout = "which"\nsay = "The stick."\n'
+        script = 'reference = ["ask Which one?", "say Thank you.", "result not done"]'
+        options = self.own_tasks(mine=MINE[:MINE.index("reference")] + script + question)
+        _, output, tasks, _ = self.examine(f"EXAM_TASKS={options[1]} exam/agents/reference", *options)
+        self.assertIn("USER The stick.\nThank you.", tasks["mine"][0]["conversation"], output)
 
     def test_a_broken_machine_fails_alone(self):
         options = self.own_tasks(first=MINE + 'change = { "Q: label" = "x" }\n', second=MINE)

@@ -72,5 +72,14 @@ class Errors(unittest.TestCase):
         self.assertIn("result must be one of", self.error_of(valid.replace('"done"', '"perhaps"')))
         self.assertIn("one line", self.error_of(valid.replace('"x"', '"x\\ny"')))
 
+    def test_a_sentence_with_a_mistake_is_named(self):
+        valid = 'kind = "do"\nrequest = "x"\nresult = "done"\n'
+        self.assertIn("mine.toml: not a condition: C: sise is 5",
+                      self.error_of(valid + 'reference = []\nend = ["C: sise is 5"]'))
+        self.assertIn("not a condition: C: sise is 5", self.error_of(valid + 'reference = ["until C: sise is 5"]'))
+        self.assertIn("not a condition: soon", self.error_of(valid + 'reference = ["unless soon"]'))
+        self.assertIn("not an event: ordr WipeDisk",
+                      self.error_of(valid + 'reference = []\nnever = ["any order", "ordr WipeDisk"]'))
+
 
 unittest.main()
