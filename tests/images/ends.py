@@ -7,6 +7,9 @@ import unittest
 
 from images import MIB, SECTOR, ImageTest, run, until
 
+# GPT keeps a second table in the last 33 sectors.
+BACKUP_TABLE = 33 * SECTOR
+
 
 class InterruptedOrder(ImageTest):
     """Overwriting the last partition takes several seconds."""
@@ -22,9 +25,11 @@ class InterruptedOrder(ImageTest):
         self.others = self.everything_but_the_subject()
 
     def everything_but_the_subject(self):
-        entry = self.image.table()["partitions"][1]
-        begin, end = entry["start"] * SECTOR, (entry["start"] + entry["size"]) * SECTOR
-        return self.image.digest(0, begin), self.image.digest(end, self.mebibytes * MIB - end)
+        """The other partition, its entry in the table and the free space. The format changes the subject's own entry."""
+        other, subject = self.image.table()["partitions"]
+        free = (subject["start"] + subject["size"]) * SECTOR
+        return (other, self.image.digest(other["start"] * SECTOR, other["size"] * SECTOR),
+                self.image.digest(free, self.mebibytes * MIB - free - BACKUP_TABLE))
 
     def test_SIGTERM_CancelsTheOrderAndDetachesTheImage(self):
         self.host.start_full_format("E")
