@@ -5,9 +5,10 @@ Panel {
     title: qsTr("Testing")
     implicitHeight: 38 + switches.height + 8
 
-    Row {
+    Flow {
         id: switches
         x: 6
+        width: parent.width - 2 * x
         spacing: 16
         Toggle { objectName: "win11Toggle"; text: qsTr("Windows 11 checker"); checked: host.win11Checker; onToggled: host.win11Checker = checked }
         Toggle { objectName: "dialogToggle"; text: qsTr("Dialog open"); checked: host.dialogOpen; onToggled: host.dialogOpen = checked }

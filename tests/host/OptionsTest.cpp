@@ -255,8 +255,9 @@ TEST(Options, MachineFile_IsThePathOrTheShippedMachineOfThatName)
     EXPECT_EQ(host::machineFile("yours", folder.path()), "");
     EXPECT_EQ(host::machineFile("../" + folder.path() + "/mine", folder.path()), "");
     EXPECT_EQ(host::machineFile("", folder.path()), "");
-    // Given by a shell as <(command).
-    EXPECT_EQ(host::machineFile("/dev/null", folder.path()), "/dev/null");
+    // A shell passes <(command) as such a file. Windows has none.
+    const QString device = "/dev/null";
+    EXPECT_EQ(host::machineFile(device, folder.path()), QFileInfo::exists(device) ? device : "");
 }
 
 } // namespace
