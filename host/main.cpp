@@ -3,6 +3,7 @@
 #include "host/RealDisks.h"
 #include "host/machine/MachineReader.h"
 #include "host/machine/SystemMachine.h"
+#include "host/objects/Theme.h"
 #include "host/simulation/Simulation.h"
 #include "plugin/TsanAnnotations.h"
 
@@ -105,6 +106,7 @@ int main(int argc, char** argv)
     auto displayGuard = std::make_unique<host::DisplayGuard>();
     TsanAnnotations::Annotated<QGuiApplication> application(argc, argv);
     displayGuard.reset();
+    host::setUsualTextSize();
     QGuiApplication::setApplicationName(QStringLiteral("zorhost"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     auto backend = openBackend(options);

@@ -1,12 +1,16 @@
 #include "host/objects/Theme.h"
 
+#include <QtGui/QFont>
 #include <QtGui/QFontDatabase>
+#include <QtGui/QFontInfo>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPalette>
 
 namespace host {
 
 namespace {
+
+constexpr int kUsualTextSize = 13; // pixels
 
 struct Pair
 {
@@ -76,7 +80,9 @@ Theme::Theme(ThemeMode mode, QObject* parent)
                                 QFontDatabase::FixedFont))
 {
     connect(qGuiApp, &QGuiApplication::paletteChanged, this, &Theme::update);
+    connect(qGuiApp, &QGuiApplication::fontChanged, this, &Theme::updateSizes);
     update();
+    updateSizes();
 }
 
 void Theme::update()
@@ -86,6 +92,36 @@ void Theme::update()
         return;
     dark_ = dark;
     Q_EMIT changed();
+}
+
+void Theme::updateSizes()
+{
+    const int size = QFontInfo(QGuiApplication::font()).pixelSize();
+    const int normal = size > 0 ? size : kUsualTextSize;
+    if (normal == normal_)
+        return;
+    normal_ = normal;
+    Q_EMIT sizesChanged();
+}
+
+int Theme::small() const
+{
+    return qRound(normal_ * 12.0 / kUsualTextSize);
+}
+
+int Theme::heading() const
+{
+    return qRound(normal_ * 14.0 / kUsualTextSize);
+}
+
+int Theme::title() const
+{
+    return qRound(normal_ * 18.0 / kUsualTextSize);
+}
+
+double Theme::unit() const
+{
+    return static_cast<double>(normal_) / kUsualTextSize;
 }
 
 static QColor pick(const Pair& pair, bool dark)
@@ -164,6 +200,16 @@ QColor Theme::fileSystem(const QString& name, bool used) const
     while (*row->name != '\0' && name.compare(QLatin1String(row->name), Qt::CaseInsensitive) != 0)
         ++row;
     return pick(used ? row->used : row->strip, dark_);
+}
+
+void setUsualTextSize()
+{
+    static const QStringList kWithoutSettings{QStringLiteral("offscreen"), QStringLiteral("minimal")};
+    if (!kWithoutSettings.contains(QGuiApplication::platformName()))
+        return;
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(kUsualTextSize);
+    QGuiApplication::setFont(font);
 }
 
 } // namespace host

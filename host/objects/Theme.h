@@ -8,8 +8,8 @@ namespace host {
 /// The colours of the window.
 enum class ThemeMode { System, Light, Dark };
 
-/// The window's colours and fonts, for the QML files as `theme`. ThemeMode::System follows the application's
-/// palette. Application thread.
+/// The window's colours, fonts and sizes, for the QML files as `theme`. ThemeMode::System follows the
+/// application's palette. Application thread.
 class Theme : public QObject
 {
     Q_OBJECT
@@ -30,6 +30,11 @@ class Theme : public QObject
     Q_PROPERTY(QColor warn READ warn NOTIFY changed)
     Q_PROPERTY(QColor warnSurface READ warnSurface NOTIFY changed)
     Q_PROPERTY(QColor shade READ shade NOTIFY changed)
+    Q_PROPERTY(int small READ small NOTIFY sizesChanged)
+    Q_PROPERTY(int normal READ normal NOTIFY sizesChanged)
+    Q_PROPERTY(int heading READ heading NOTIFY sizesChanged)
+    Q_PROPERTY(int title READ title NOTIFY sizesChanged)
+    Q_PROPERTY(double unit READ unit NOTIFY sizesChanged)
     Q_PROPERTY(QString font READ font CONSTANT)
     Q_PROPERTY(QString fixedFont READ fixedFont CONSTANT)
 
@@ -54,6 +59,15 @@ public:
     QColor warn() const;
     QColor warnSurface() const;
     QColor shade() const; ///< between the window and a dialog
+
+    // Text sizes in pixels. They follow the size of the application's font.
+    int small() const; ///< secondary text
+    int normal() const { return normal_; }
+    int heading() const; ///< titles of panels and disks
+    int title() const;   ///< titles of dialogs and of the window
+    /// Unit of row heights and column widths: 1 if the normal text has 13 pixels.
+    double unit() const;
+
     QString font() const { return font_; }
     QString fixedFont() const { return fixedFont_; }
 
@@ -62,14 +76,21 @@ public:
 
 Q_SIGNALS:
     void changed();
+    void sizesChanged();
 
 private:
     void update();
+    void updateSizes();
 
     ThemeMode mode_;
     bool dark_ = false;
+    int normal_ = 0;
     QString font_;
     QString fixedFont_;
 };
+
+/// Sets a usual size for the application's font on platforms without font settings. Qt's default is larger
+/// there.
+void setUsualTextSize();
 
 } // namespace host

@@ -10,16 +10,16 @@ Rectangle {
     readonly property var inks: ({ plain: theme.muted, accent: theme.accent, good: theme.good,
                                    bad: theme.bad, warn: theme.warn })
 
-    implicitWidth: label.implicitWidth + 14
-    implicitHeight: 20
-    radius: 10
+    implicitWidth: label.implicitWidth + 14 * theme.unit
+    implicitHeight: 20 * theme.unit
+    radius: height / 2
     color: grounds[tone]
 
     Words {
         id: label
-        anchors { left: parent.left; right: parent.right; margins: 7; verticalCenter: parent.verticalCenter }
+        anchors { left: parent.left; right: parent.right; margins: 7 * theme.unit; verticalCenter: parent.verticalCenter }
         horizontalAlignment: Text.AlignHCenter
-        font.pixelSize: 11
+        font.pixelSize: theme.small
         font.weight: Font.DemiBold
         color: parent.inks[parent.tone]
     }

@@ -19,7 +19,7 @@ QuestionDialog {
         Accessible.role: Accessible.AlertMessage
         Accessible.name: [confirmation.operation, confirmation.disk, notice.warning].concat(confirmation.losses).join(". ")
 
-        Words { objectName: "confirmationTitle"; width: parent.width; text: confirmation.operation; font { pixelSize: 18; weight: Font.DemiBold } }
+        Words { objectName: "confirmationTitle"; width: parent.width; text: confirmation.operation; font { pixelSize: theme.title; weight: Font.DemiBold } }
         Words { objectName: "confirmationDisk"; width: parent.width; text: confirmation.disk; elide: Text.ElideMiddle }
         LossNotice {
             id: notice

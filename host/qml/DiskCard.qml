@@ -10,22 +10,22 @@ Rectangle {
 
     signal chosen(int entry)
 
-    height: 84
+    height: 84 * theme.unit
     color: theme.surface
     radius: 8
     border { width: 1; color: theme.border }
 
     Column {
         x: 14
-        width: 176
+        width: 176 * theme.unit
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3
         Row {
             spacing: 8
-            Words { objectName: "diskName"; text: model.name; font { pixelSize: 14; weight: Font.DemiBold } }
-            Words { objectName: "diskSize"; text: model.sizeText; anchors.baseline: parent.children[0].baseline; font.pixelSize: 13 }
+            Words { objectName: "diskName"; text: model.name; font { pixelSize: theme.heading; weight: Font.DemiBold } }
+            Words { objectName: "diskSize"; text: model.sizeText; anchors.baseline: parent.children[0].baseline; font.pixelSize: theme.normal }
         }
-        Words { objectName: "diskKind"; text: model.kind; width: parent.width; font.pixelSize: 12; color: theme.muted }
+        Words { objectName: "diskKind"; text: model.kind; width: parent.width; font.pixelSize: theme.small; color: theme.muted }
         Badge {
             objectName: "diskFlags"
             visible: model.flags.length > 0
@@ -37,7 +37,7 @@ Rectangle {
     Item {
         id: bar
         objectName: "diskBar"
-        anchors { fill: parent; leftMargin: 200; rightMargin: 14; topMargin: 10; bottomMargin: 10 }
+        anchors { fill: parent; leftMargin: 200 * theme.unit; rightMargin: 14; topMargin: 10; bottomMargin: 10 }
 
         Binding { target: card.pieces; property: "barWidth"; value: bar.width }
         Repeater {
@@ -53,7 +53,7 @@ Rectangle {
             visible: card.pieces.count === 0
             color: theme.window
             radius: 5
-            Words { anchors.centerIn: parent; text: qsTr("Empty"); font.pixelSize: 12; color: theme.muted }
+            Words { anchors.centerIn: parent; text: qsTr("Empty"); font.pixelSize: theme.small; color: theme.muted }
         }
     }
 }

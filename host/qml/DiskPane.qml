@@ -61,7 +61,7 @@ Item {
     Rectangle {
         id: strip
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
-        height: 36
+        height: 36 * theme.unit
         radius: 8
         color: theme.surface
         border { width: 1; color: theme.border }
@@ -69,7 +69,7 @@ Item {
             objectName: "details"
             anchors { left: parent.left; right: parent.right; margins: 14; verticalCenter: parent.verticalCenter }
             text: pane.details === "" && list.count > 0 ? qsTr("The disk has no known partition.") : pane.details
-            font.pixelSize: 12
+            font.pixelSize: theme.small
         }
     }
 }

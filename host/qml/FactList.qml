@@ -8,13 +8,13 @@ Column {
         model: guide.facts
         Item {
             width: parent.width
-            height: 20
+            height: 20 * theme.unit
             Words {
                 id: name
-                width: 110
+                width: 110 * theme.unit
                 anchors.verticalCenter: parent.verticalCenter
                 text: modelData.name
-                font.pixelSize: 12
+                font.pixelSize: theme.small
                 color: theme.muted
             }
             Words {

@@ -32,7 +32,7 @@ Panel {
     objectName: "guidePane"
     onVisibleChanged: if (!visible) returnFocus()
     visible: guide.open && !guide.dialog
-    implicitHeight: 38 + lines.height + 12
+    implicitHeight: lines.height + 50 * theme.unit
     title: guide.title
     border.color: guide.destructive ? theme.bad : theme.accent
     tools: [
@@ -69,7 +69,7 @@ Panel {
             risk: guide.risk
             losses: guide.losses
         }
-        Words { visible: text !== ""; width: parent.width; text: guide.text; font.pixelSize: 12; color: theme.muted; wrapMode: Text.Wrap }
+        Words { visible: text !== ""; width: parent.width; text: guide.text; font.pixelSize: theme.small; color: theme.muted; wrapMode: Text.Wrap }
         Rectangle {
             visible: guide.rejection !== ""
             width: parent.width

@@ -15,7 +15,7 @@ RowLayout {
                 width: host.realDisks ? Math.min(implicitWidth, Math.max(60, header.width - 600)) : implicitWidth
                 text: host.machineName === "" ? qsTr("The machine has no name.") : host.machineName
                 elide: Text.ElideMiddle
-                font { pixelSize: 18; weight: Font.DemiBold }
+                font { pixelSize: theme.title; weight: Font.DemiBold }
             }
             Badge {
                 objectName: "realBadge"
@@ -24,7 +24,7 @@ RowLayout {
                 text: host.realDisks ? qsTr("REAL DISKS") : qsTr("simulated")
             }
         }
-        Words { objectName: "machineSummary"; text: diskModel.summary; font.pixelSize: 12; color: theme.muted }
+        Words { objectName: "machineSummary"; text: diskModel.summary; font.pixelSize: theme.small; color: theme.muted }
     }
     Badge {
         objectName: "serviceBadge"

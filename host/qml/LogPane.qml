@@ -15,7 +15,7 @@ ListView {
         width: ListView.view.width - 16
         leftPadding: 6
         text: model.display
-        font { family: theme.fixedFont; pixelSize: 11 }
+        font { family: theme.fixedFont; pixelSize: theme.small }
         wrapMode: Text.Wrap
     }
 

@@ -44,7 +44,7 @@ Column {
             objectName: notice.prefix + "Loss"
             width: ListView.view.width - 12
             text: modelData
-            font.pixelSize: 12
+            font.pixelSize: theme.small
             wrapMode: Text.Wrap
         }
         FocusRing { shown: list.activeFocus; anchors.margins: 0 }
@@ -55,6 +55,6 @@ Column {
         width: parent.width
         text: qsTr("The disk has no known partition. Data without a partition is lost.")
         wrapMode: Text.Wrap
-        font.pixelSize: 12
+        font.pixelSize: theme.small
     }
 }

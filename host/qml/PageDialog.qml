@@ -13,7 +13,7 @@ Popup {
     parent: Overlay.overlay
     x: Math.round((parent.width - width) / 2)
     y: Math.round((parent.height - height) / 2)
-    width: 520
+    width: 520 * theme.unit
     padding: 24
     modal: true
     focus: true
@@ -42,7 +42,7 @@ Popup {
     contentItem: Column {
         spacing: 16
 
-        Words { objectName: "dialogTitle"; width: parent.width; text: guide.title; font { pixelSize: 18; weight: Font.DemiBold } }
+        Words { objectName: "dialogTitle"; width: parent.width; text: guide.title; font { pixelSize: theme.title; weight: Font.DemiBold } }
         FactList { width: parent.width }
         Words { objectName: "dialogText"; visible: text !== ""; width: parent.width; text: guide.text; wrapMode: Text.Wrap; color: theme.muted }
         LossNotice {

@@ -19,16 +19,16 @@ Rectangle {
                 visible: host.address !== ""
                 Layout.fillWidth: true
                 text: qsTr("Opened address: %1").arg(host.address)
-                font.pixelSize: 12
+                font.pixelSize: theme.small
                 color: theme.muted
                 elide: Text.ElideMiddle
             }
         }
         ColumnLayout {
             spacing: 10
-            Layout.minimumWidth: 360
-            Layout.maximumWidth: 360
-            QueuePane { Layout.fillWidth: true; Layout.preferredHeight: 230 }
+            Layout.minimumWidth: 360 * theme.unit
+            Layout.maximumWidth: 360 * theme.unit
+            QueuePane { Layout.fillWidth: true; Layout.preferredHeight: 230 * theme.unit }
             ActivityPane { Layout.fillWidth: true; Layout.fillHeight: true }
             TestPanel { Layout.fillWidth: true }
         }

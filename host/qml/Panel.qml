@@ -13,13 +13,13 @@ Rectangle {
 
     Words {
         id: heading
-        anchors { left: parent.left; leftMargin: 14; top: parent.top; topMargin: 11 }
-        font { pixelSize: 14; weight: Font.DemiBold }
+        anchors { left: parent.left; leftMargin: 14; top: parent.top; topMargin: 11 * theme.unit }
+        font { pixelSize: theme.heading; weight: Font.DemiBold }
     }
     Words {
         id: aside
         anchors { left: heading.right; leftMargin: 8; baseline: heading.baseline; right: toolRow.left; rightMargin: 8 }
-        font.pixelSize: 12
+        font.pixelSize: theme.small
         color: theme.muted
     }
     Row {
@@ -29,6 +29,6 @@ Rectangle {
     }
     Item {
         id: body
-        anchors { fill: parent; topMargin: 38; leftMargin: 8; rightMargin: 8; bottomMargin: 8 }
+        anchors { fill: parent; topMargin: 38 * theme.unit; leftMargin: 8; rightMargin: 8; bottomMargin: 8 }
     }
 }

@@ -8,8 +8,8 @@ AbstractButton {
     property bool destructive: false
     property bool small: false
 
-    implicitWidth: label.implicitWidth + (small ? 18 : 28)
-    implicitHeight: small ? 24 : 32
+    implicitWidth: label.implicitWidth + (small ? 18 : 28) * theme.unit
+    implicitHeight: (small ? 24 : 32) * theme.unit
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
@@ -25,7 +25,7 @@ AbstractButton {
     contentItem: Words {
         id: label
         text: button.text
-        font.pixelSize: button.small ? 12 : 13
+        font.pixelSize: button.small ? theme.small : theme.normal
         font.weight: Font.DemiBold
         color: button.destructive ? theme.surface : button.primary ? theme.accentText : theme.text
         horizontalAlignment: Text.AlignHCenter

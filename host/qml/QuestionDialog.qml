@@ -10,7 +10,7 @@ Popup {
     parent: Overlay.overlay
     x: Math.round((parent.width - width) / 2)
     y: Math.round((parent.height - height) / 2)
-    width: Math.min(600, parent.width - 40)
+    width: Math.min(600 * theme.unit, parent.width - 40)
     padding: 24
     modal: true
     focus: true

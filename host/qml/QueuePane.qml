@@ -26,7 +26,7 @@ Panel {
         anchors.centerIn: parent
         visible: list.count === 0
         text: qsTr("No tasks yet.")
-        font.pixelSize: 12
+        font.pixelSize: theme.small
         color: theme.muted
     }
 }

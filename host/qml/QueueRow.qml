@@ -10,18 +10,18 @@ Item {
 
     signal cancelled()
 
-    height: model.error === "" ? 54 : 70
+    height: (model.error === "" ? 54 : 70) * theme.unit
 
     Words {
         objectName: "taskTitle"
-        anchors { left: parent.left; leftMargin: 8; right: badge.left; rightMargin: 8; top: parent.top; topMargin: 4 }
+        anchors { left: parent.left; leftMargin: 8; right: badge.left; rightMargin: 8; top: parent.top; topMargin: 4 * theme.unit }
         text: model.title
         font.weight: Font.DemiBold
     }
     Badge {
         id: badge
         objectName: "taskState"
-        anchors { right: cancel.visible ? cancel.left : parent.right; rightMargin: 8; top: parent.top; topMargin: 3 }
+        anchors { right: cancel.visible ? cancel.left : parent.right; rightMargin: 8; top: parent.top; topMargin: 3 * theme.unit }
         text: model.state !== "running" ? row.states[model.state]
               : confirmation.open ? qsTr("waiting for confirmation") : Math.floor(model.progress * 100) + " %"
         tone: row.tones[model.state] || "plain"
@@ -29,7 +29,7 @@ Item {
     PushButton {
         id: cancel
         objectName: "cancelButton"
-        anchors { right: parent.right; rightMargin: 8; top: parent.top; topMargin: 1 }
+        anchors { right: parent.right; rightMargin: 8; top: parent.top; topMargin: theme.unit }
         small: true
         text: qsTr("Cancel")
         visible: row.cancellable
@@ -37,17 +37,17 @@ Item {
     }
     Words {
         objectName: "taskDetail"
-        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 26 }
+        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 26 * theme.unit }
         text: model.detail
-        font.pixelSize: 11
+        font.pixelSize: theme.small
         color: theme.muted
     }
     Words {
         objectName: "taskError"
-        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 43 }
+        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 43 * theme.unit }
         visible: model.error !== ""
         text: model.error
-        font.pixelSize: 11
+        font.pixelSize: theme.small
         color: theme.bad
     }
     Rectangle {

@@ -13,7 +13,7 @@ Rectangle {
             link.answer(index)
     }
     visible: link.message !== "" || link.emptyScan
-    implicitHeight: Math.max(message.height, 34) + 28
+    implicitHeight: Math.max(message.height, 34 * theme.unit) + 28 * theme.unit
     radius: 8
     color: theme.accentSurface
     border { width: 1; color: theme.accent }
@@ -23,7 +23,7 @@ Rectangle {
         id: message
         anchors { left: parent.left; leftMargin: 16; right: choices.left; rightMargin: 16; verticalCenter: parent.verticalCenter }
         spacing: 2
-        Words { text: qsTr("Recommendation"); font { pixelSize: 11; weight: Font.DemiBold } color: theme.accent }
+        Words { text: qsTr("Recommendation"); font { pixelSize: theme.small; weight: Font.DemiBold } color: theme.accent }
         Words {
             objectName: "recommendationText"
             width: parent.width

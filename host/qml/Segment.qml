@@ -5,7 +5,7 @@ Rectangle {
     id: segment
 
     property bool selected: false
-    readonly property bool roomy: width >= 50
+    readonly property bool roomy: width >= 50 * theme.unit
     // A border would cover the whole entry.
     readonly property bool narrow: width < 8
 
@@ -13,7 +13,7 @@ Rectangle {
     readonly property color markColour: model.mark === "target" ? theme.bad : theme.good
 
     // Shown if there is not enough room for the title.
-    readonly property string letter: width >= 24 && model.title[1] === ":" ? model.title.substring(0, 2) : ""
+    readonly property string letter: width >= 24 * theme.unit && model.title[1] === ":" ? model.title.substring(0, 2) : ""
 
     signal chosen()
 
@@ -57,21 +57,21 @@ Rectangle {
             objectName: "segmentTitle"
             text: model.title
             width: parent.width
-            font { pixelSize: 12; weight: Font.DemiBold }
+            font { pixelSize: theme.small; weight: Font.DemiBold }
             color: model.isFree ? theme.muted : theme.text
         }
         Words {
             objectName: "segmentSubtitle"
             text: model.subtitle
             width: parent.width
-            font.pixelSize: 11
+            font.pixelSize: theme.small
             color: model.isFree ? theme.muted : theme.text
         }
         Words {
             objectName: "segmentFlags"
             text: model.flags.join(" \u00b7 ")
             width: parent.width
-            font.pixelSize: 11
+            font.pixelSize: theme.small
             color: theme.text
         }
     }
@@ -79,7 +79,7 @@ Rectangle {
         anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; topMargin: 9 }
         visible: !segment.roomy
         text: segment.letter
-        font { pixelSize: 12; weight: Font.DemiBold }
+        font { pixelSize: theme.small; weight: Font.DemiBold }
     }
     // The part of the open guide. A narrow entry has the frame alone.
     Rectangle {
@@ -95,7 +95,7 @@ Rectangle {
         objectName: "segmentMarkLabel"
         anchors { right: parent.right; bottom: parent.bottom; margins: 5 }
         visible: segment.marked && segment.width >= implicitWidth + 10
-        height: 18
+        height: 18 * theme.unit
         tone: model.mark === "target" ? "bad" : "good"
         text: model.mark === "target" ? qsTr("Target") : qsTr("Source")
     }

@@ -3,7 +3,7 @@ import QtQuick 2.15
 // Switches that put the host into states that an agent must handle.
 Panel {
     title: qsTr("Testing")
-    implicitHeight: 38 + switches.height + 8
+    implicitHeight: switches.height + 46 * theme.unit
 
     Flow {
         id: switches

@@ -26,7 +26,7 @@ ListView {
         anchors.centerIn: parent
         visible: list.count === 0
         text: qsTr("The agent has not called a tool yet.")
-        font.pixelSize: 12
+        font.pixelSize: theme.small
         color: theme.muted
     }
 }

@@ -29,12 +29,12 @@ Item {
 
         Item {
             width: parent.width
-            height: 20
+            height: 20 * theme.unit
             Words {
                 id: time
                 anchors.verticalCenter: parent.verticalCenter
                 text: model.time
-                font.pixelSize: 11
+                font.pixelSize: theme.small
                 color: theme.muted
             }
             Words {
@@ -57,7 +57,7 @@ Item {
             width: parent.width
             visible: text !== ""
             text: model.callArguments
-            font { family: theme.fixedFont; pixelSize: 11 }
+            font { family: theme.fixedFont; pixelSize: theme.small }
             color: theme.muted
             wrapMode: Text.Wrap
             maximumLineCount: 2
@@ -67,7 +67,7 @@ Item {
             width: parent.width
             visible: !row.isShort
             text: model.result
-            font.pixelSize: 12
+            font.pixelSize: theme.small
             color: model.callState === "rejected" ? theme.bad : model.times > 0 ? theme.muted : theme.text
             wrapMode: Text.Wrap
             maximumLineCount: model.times > 0 ? 2 : 3
@@ -77,7 +77,7 @@ Item {
             width: parent.width
             visible: text !== ""
             text: model.reason
-            font.pixelSize: 12
+            font.pixelSize: theme.small
             color: theme.bad
             wrapMode: Text.Wrap
             maximumLineCount: 3

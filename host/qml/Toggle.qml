@@ -7,7 +7,7 @@ AbstractButton {
     checkable: true
     focusPolicy: Qt.StrongFocus
     implicitWidth: knobs.width + 8 + label.implicitWidth
-    implicitHeight: 32
+    implicitHeight: 32 * theme.unit
     Keys.onReturnPressed: turn()
     Keys.onEnterPressed: turn()
 
@@ -20,19 +20,19 @@ AbstractButton {
     contentItem: Item {
         Rectangle {
             id: knobs
-            width: 32
-            height: 18
-            radius: 9
+            width: 32 * theme.unit
+            height: 18 * theme.unit
+            radius: height / 2
             anchors.verticalCenter: parent.verticalCenter
             color: toggle.checked ? theme.accent : theme.raised
             border { width: 1; color: toggle.checked ? theme.accent : theme.muted }
 
             Rectangle {
-                x: toggle.checked ? 16 : 2
-                y: 2
-                width: 14
-                height: 14
-                radius: 7
+                x: (toggle.checked ? 16 : 2) * theme.unit
+                y: 2 * theme.unit
+                width: 14 * theme.unit
+                height: 14 * theme.unit
+                radius: height / 2
                 color: toggle.checked ? theme.accentText : theme.muted
             }
         }

@@ -42,6 +42,7 @@ void WindowTest::useSoftware()
 {
     static const bool once = (QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software), true);
     Q_UNUSED(once)
+    host::setUsualTextSize();
 }
 
 void WindowTest::SetUp()
