@@ -1,5 +1,5 @@
 # Folders that `cmake --install` creates:
-#   lib/aibridge/       the component, the libraries that it loads, and the sandbox host
+#   lib/aibridge/       the component, the libraries that it loads, components.ini, and the sandbox host
 #   lib/                the archives that a host links
 #   lib/cmake/AIBridge  the CMake package
 #   include/aibridge/   the headers of these archives, included as <plugin/ComponentMgr.h>
@@ -22,6 +22,7 @@ endforeach()
 install(FILES ${CMAKE_SOURCE_DIR}/hostcheck/HostCheck.h ${CMAKE_SOURCE_DIR}/hostcheck/ComponentCheck.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/aibridge/hostcheck)
 install(FILES ${ZORNATIVE_THRIFT} DESTINATION ${AIBRIDGE_INSTALL_DATADIR})
+install(FILES ${CMAKE_SOURCE_DIR}/host/components.ini DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
 
 # A host ships these next to its program.
 set(AIBRIDGE_RUNTIME_NAMES AIBridge${CMAKE_SHARED_MODULE_SUFFIX})
@@ -39,13 +40,14 @@ configure_package_config_file(${CMAKE_SOURCE_DIR}/cmake/AIBridgeConfig.cmake.in
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/AIBridgeConfigVersion.cmake
     VERSION ${PROJECT_VERSION} COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/AIBridgeConfig.cmake ${CMAKE_BINARY_DIR}/AIBridgeConfigVersion.cmake
+    ${CMAKE_SOURCE_DIR}/cmake/AIBridgeDeploy.cmake
     DESTINATION ${AIBRIDGE_INSTALL_CMAKEDIR})
 
 # The sandbox host looks for the component in its own folder, so bin/ contains only a link to the host.
 if(TARGET zorhost)
     install(TARGETS zorhost RUNTIME DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
-    install(FILES ${CMAKE_SOURCE_DIR}/host/components.ini DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
-    install(DIRECTORY ${CMAKE_SOURCE_DIR}/host/machines DESTINATION ${AIBRIDGE_INSTALL_LIBDIR})
+    install(DIRECTORY ${CMAKE_SOURCE_DIR}/host/machines DESTINATION ${AIBRIDGE_INSTALL_LIBDIR}
+        FILES_MATCHING PATTERN *.json)
     if(UNIX)
         file(RELATIVE_PATH zorhost_link /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${AIBRIDGE_INSTALL_LIBDIR}/zorhost)
         install(CODE "
@@ -54,3 +56,11 @@ if(TARGET zorhost)
                 \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/zorhost SYMBOLIC)")
     endif()
 endif()
+
+# Everything that the installation copies, without the tests.
+add_custom_target(distribution DEPENDS AIBridge componentbase hostcheck catalogues zorcall)
+foreach(target zorhost manual_zorcall manual_zorhost manual_aibridge-mcp)
+    if(TARGET ${target})
+        add_dependencies(distribution ${target})
+    endif()
+endforeach()
