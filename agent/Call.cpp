@@ -52,8 +52,9 @@ std::size_t argumentIndex(const Method& method, const std::string& name)
     }
     if (names.empty())
         reject(method.name + " takes no arguments, but " + quoted(name) + " is given");
+    const std::vector<std::string> similar = nearest(name, names);
     reject(method.name + " has no argument " + quoted(name) +
-           "; nearest: " + join(nearest(name, names), ", "));
+           (similar.empty() ? "; its arguments: " + join(names, ", ") : "; nearest: " + join(similar, ", ")));
 }
 
 void readArgument(Call* call, const std::string& word)
@@ -104,10 +105,11 @@ Value parseValue(const Field& field, const std::string& text)
 const Method& requireMethod(const Interface& service, const std::string& name)
 {
     const Method* method = service.method(name);
-    if (method == nullptr)
-        reject("unknown method " + quoted(name) +
-               "; nearest: " + join(nearest(name, service.methodNames()), ", "));
-    return *method;
+    if (method != nullptr)
+        return *method;
+    const std::vector<std::string> similar = nearest(name, service.methodNames());
+    reject("unknown method " + quoted(name) +
+           (similar.empty() ? "; 'zorcall --list' lists the methods" : "; nearest: " + join(similar, ", ")));
 }
 
 Call parseCall(const Interface& service, const std::vector<std::string>& words, bool allowMissing)

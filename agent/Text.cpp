@@ -11,6 +11,8 @@ namespace {
 
 constexpr int kLineLimit = 1000;
 constexpr std::size_t kMaxExtraDistance = 2;
+constexpr std::size_t kMaxSuggestions = 3;
+constexpr std::size_t kMinPartOfAName = 3;
 
 std::string lowered(std::string text)
 {
@@ -19,6 +21,14 @@ std::string lowered(std::string text)
             c = static_cast<char>(c - 'A' + 'a');
     }
     return text;
+}
+
+// Both are in lower case.
+bool isSimilar(const std::string& name, const std::string& candidate, std::size_t distance)
+{
+    if (name.size() >= kMinPartOfAName && candidate.find(name) != std::string::npos)
+        return true;
+    return 3 * distance <= std::max(name.size(), candidate.size());
 }
 
 } // namespace
@@ -68,14 +78,17 @@ std::string join(const std::vector<std::string>& parts, const std::string& separ
 std::vector<std::string> nearest(const std::string& name, const std::vector<std::string>& candidates)
 {
     std::vector<std::pair<std::size_t, std::string>> ranked;
-    ranked.reserve(candidates.size());
-    for (const std::string& candidate : candidates)
-        ranked.emplace_back(editDistance(lowered(name), lowered(candidate)), candidate);
+    for (const std::string& candidate : candidates) {
+        const std::size_t distance = editDistance(lowered(name), lowered(candidate));
+        if (isSimilar(lowered(name), lowered(candidate), distance))
+            ranked.emplace_back(distance, candidate);
+    }
     std::stable_sort(ranked.begin(), ranked.end(),
                      [](const auto& left, const auto& right) { return left.first < right.first; });
     std::vector<std::string> names;
     for (std::size_t i = 0;
-         i < ranked.size() && i < 3 && ranked[i].first <= ranked[0].first + kMaxExtraDistance; ++i)
+         i < ranked.size() && i < kMaxSuggestions && ranked[i].first <= ranked[0].first + kMaxExtraDistance;
+         ++i)
         names.push_back(ranked[i].second);
     return names;
 }

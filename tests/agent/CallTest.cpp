@@ -63,6 +63,17 @@ TEST(CallWords, UnknownMethod_SuggestsTheNearestNames)
         "unknown method 'ConvertDiskTo'; nearest: ConvertDiskToGpt, ConvertDiskToMbr, ConvertDiskToBasic");
 }
 
+TEST(CallWords, UnknownMethodWithoutASimilarName_RefersToTheList)
+{
+    EXPECT_EQ(rejection({"GetDiskInf"}), "unknown method 'GetDiskInf'; 'zorcall --list' lists the methods");
+}
+
+TEST(CallWords, UnknownArgumentWithoutASimilarName_ListsTheArguments)
+{
+    EXPECT_EQ(rejection({"WipeDisk", "passes=1"}),
+              "WipeDisk has no argument 'passes'; its arguments: diskIndex, eraseCount");
+}
+
 TEST(CallWords, UnknownArgument_SuggestsTheNearestNames)
 {
     EXPECT_EQ(rejection({"WipeDisk", "disk=1"}), "WipeDisk has no argument 'disk'; nearest: diskIndex");

@@ -73,10 +73,29 @@ TEST(Text, Nearest_IgnoresCase)
     EXPECT_EQ(zorcall::nearest("WIPEDISK", {"WipeDish", "WipeDisk"}), (Names{"WipeDisk", "WipeDish"}));
 }
 
-TEST(Text, Nearest_OmitsDistantNamesExceptTheFirst)
+TEST(Text, Nearest_OmitsNamesFarBehindTheFirst)
 {
-    EXPECT_EQ(zorcall::nearest("WipeDisk", {"Init", "WipeDisks"}), Names{"WipeDisks"});
-    EXPECT_EQ(zorcall::nearest("qqqqqqqqqqqqqqqq", {"Init"}), Names{"Init"});
+    EXPECT_EQ(zorcall::nearest("WipePartition", {"WipePartitionTab", "WipePartitions"}),
+              (Names{"WipePartitions", "WipePartitionTab"}));
+    EXPECT_EQ(zorcall::nearest("WipePartition", {"WipePartitionTabs", "WipePartitions"}),
+              Names{"WipePartitions"});
+}
+
+TEST(Text, Nearest_NamesThatDifferInMoreThanAThird_AreOmitted)
+{
+    EXPECT_EQ(zorcall::nearest("GetDiskInf", {"WipeDisk", "ListAllDisks"}), Names{});
+    EXPECT_EQ(zorcall::nearest("qqqqqqqqqqqqqqqq", {"Init"}), Names{});
+    EXPECT_EQ(zorcall::nearest("abcdef", {"abcdxy"}), Names{"abcdxy"});
+    EXPECT_EQ(zorcall::nearest("abcdef", {"abcxyz"}), Names{});
+}
+
+TEST(Text, Nearest_PartOfAName_SuggestsTheName)
+{
+    EXPECT_EQ(zorcall::nearest("disk", {"eraseCount", "diskIndex"}), Names{"diskIndex"});
+    EXPECT_EQ(zorcall::nearest("PARTITIONINFO", {"GetPartitionInfo"}), Names{"GetPartitionInfo"});
+    // Two letters are part of too many names.
+    EXPECT_EQ(zorcall::nearest("di", {"diskIndex"}), Names{});
+    EXPECT_EQ(zorcall::nearest("", {"diskIndex"}), Names{});
 }
 
 TEST(Text, Join_PutsTheSeparatorBetween)
