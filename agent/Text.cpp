@@ -23,12 +23,12 @@ std::string lowered(std::string text)
     return text;
 }
 
-// Both are in lower case.
+// Both are in lower case. The third is rounded up, so that exchanged letters of a short name are similar.
 bool isSimilar(const std::string& name, const std::string& candidate, std::size_t distance)
 {
     if (name.size() >= kMinPartOfAName && candidate.find(name) != std::string::npos)
         return true;
-    return 3 * distance <= std::max(name.size(), candidate.size());
+    return 3 * distance <= std::max(name.size(), candidate.size()) + 2;
 }
 
 } // namespace

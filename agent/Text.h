@@ -27,8 +27,9 @@ std::string oneLine(const std::string& text);
 std::string join(const std::vector<std::string>& parts, const std::string& separator);
 
 /// Similar candidates: those that contain @p name (at least three letters), and those whose case-insensitive
-/// edit distance to it is at most a third of the longer name. Returns the one with the smallest distance, and
-/// up to two more within a distance of two from it, in the order of distance; equal ones keep their order.
+/// edit distance to it is at most a third of the longer name, rounded up. Returns the one with the smallest
+/// distance, and up to two more within a distance of two from it, in the order of distance; equal ones keep
+/// their order.
 std::vector<std::string> nearest(const std::string& name, const std::vector<std::string>& candidates);
 
 /// Minimum number of inserted, deleted and replaced bytes (Levenshtein distance).

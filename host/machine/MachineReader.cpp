@@ -1,15 +1,15 @@
 #include "host/machine/MachineReader.h"
 
 #include "host/machine/Fields.h"
+#include "host/machine/JsonLines.h"
+#include "host/machine/NearestKey.h"
 #include "host/machine/Records.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
-#include <QtCore/QRegularExpression>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -26,15 +26,26 @@ constexpr int kLargestSector = 1 << 16;
 // Limits of a description, far beyond any machine and still fast to read.
 constexpr qint64 kLargestFile = qint64(16) * 1024 * 1024;
 constexpr int kMostDisks = 1024;
-// Bytes before an error in which its key is searched.
-constexpr int kKeyDistance = 1 << 16;
 constexpr int kMostPartitions = 4096;
 
-// Thrown and caught in this file only.
+// Thrown and caught in this file only. The line of the error is that of the value at the path.
 struct InvalidMachine
 {
     QString text;
+    QString path;
 };
+
+[[noreturn]] void reject(const QString& path, const QString& fault)
+{
+    throw InvalidMachine{path + QLatin1Char(' ') + fault, path};
+}
+
+[[noreturn]] void rejectKey(const QString& path, const QString& key, const QString& fault,
+                            const QStringList& keys)
+{
+    const QString nearest = nearestKey(key, keys);
+    reject(path, nearest.isEmpty() ? fault : QStringLiteral("%1; nearest: %2").arg(fault, nearest));
+}
 
 template <class Number> Number wholeNumber(const QJsonValue& value, const QString& path)
 {
@@ -42,21 +53,21 @@ template <class Number> Number wholeNumber(const QJsonValue& value, const QStrin
     const auto whole = value.toVariant().toLongLong();
     if (!value.isDouble() || number != std::floor(number) || std::fabs(number) > 9.2e18 ||
         whole > std::numeric_limits<Number>::max() || whole < std::numeric_limits<Number>::min())
-        throw InvalidMachine{QStringLiteral("%1 must be a whole number").arg(path)};
+        reject(path, QStringLiteral("must be a whole number"));
     return static_cast<Number>(whole);
 }
 
 void assign(bool& target, const QJsonValue& value, const QString& path)
 {
     if (!value.isBool())
-        throw InvalidMachine{QStringLiteral("%1 must be true or false").arg(path)};
+        reject(path, QStringLiteral("must be true or false"));
     target = value.toBool();
 }
 
 void assign(QString& target, const QJsonValue& value, const QString& path)
 {
     if (!value.isString())
-        throw InvalidMachine{QStringLiteral("%1 must be a string").arg(path)};
+        reject(path, QStringLiteral("must be a string"));
     target = value.toString();
 }
 
@@ -80,20 +91,23 @@ void assignKey(Record& record, const std::vector<Field<Record>>& fields, const Q
         std::visit([&](auto member) { assign(record.*member, value, path); }, field.member);
         return;
     }
-    throw InvalidMachine{QStringLiteral("%1 is not a key of the inventory").arg(path)};
+    QStringList keys;
+    for (const Field<Record>& field : fields)
+        keys.append(QLatin1String(field.key));
+    rejectKey(path, key, QStringLiteral("is not a key of the inventory"), keys);
 }
 
 QJsonObject objectAt(const QJsonValue& value, const QString& path)
 {
     if (!value.isObject())
-        throw InvalidMachine{QStringLiteral("%1 must be an object").arg(path)};
+        reject(path, QStringLiteral("must be an object"));
     return value.toObject();
 }
 
 QJsonArray listAt(const QJsonValue& value, const QString& path)
 {
     if (!value.isArray())
-        throw InvalidMachine{QStringLiteral("%1 must be an array").arg(path)};
+        reject(path, QStringLiteral("must be an array"));
     return value.toArray();
 }
 
@@ -105,7 +119,7 @@ bool isSize(qint64 bytes)
 void requireKey(const QJsonObject& object, const char* key, const QString& path)
 {
     if (!object.contains(QLatin1String(key)))
-        throw InvalidMachine{QStringLiteral("%1.%2 is missing").arg(path, QLatin1String(key))};
+        throw InvalidMachine{QStringLiteral("%1.%2 is missing").arg(path, QLatin1String(key)), path};
 }
 
 // A partition with the values that it inherits from its disk; its own keys override them.
@@ -130,7 +144,7 @@ Partition readPartition(const QJsonObject& object, const Disk& disk, const QStri
     if (!isSize(partition.size) || !isSize(partition.usedSize) || partition.startSector < 0 ||
         partition.startSector > kLastSector || partition.sectorSize <= 0 ||
         partition.sectorSize > kLargestSector)
-        throw InvalidMachine{QStringLiteral("%1 has a size or place that no partition can have").arg(path)};
+        reject(path, QStringLiteral("has a size or place that no partition can have"));
     const int sectorSize = partition.sectorSize;
     if (!object.contains(QStringLiteral("startSector")))
         partition.startSector =
@@ -167,14 +181,13 @@ Disk readDisk(const QJsonObject& object, const QString& path)
             assignKey(disk, diskFields(), it.key(), it.value(), path + QLatin1Char('.') + it.key());
     }
     if (!isSize(disk.size))
-        throw InvalidMachine{QStringLiteral("%1 has a size that no disk can have").arg(path)};
+        reject(path, QStringLiteral("has a size that no disk can have"));
     if (!object.contains(kPartitions))
         return disk;
     const QString listPath = path + QLatin1String(".partitions");
     const QJsonArray partitions = listAt(object.value(kPartitions), listPath);
     if (partitions.size() > kMostPartitions)
-        throw InvalidMachine{
-            QStringLiteral("%1 has more than %2 entries").arg(listPath).arg(kMostPartitions)};
+        reject(listPath, QStringLiteral("has more than %1 entries").arg(kMostPartitions));
     for (int i = 0; i < partitions.size(); ++i) {
         const QString entryPath = QStringLiteral("%1[%2]").arg(listPath).arg(i);
         disk.partitions.push_back(readPartition(objectAt(partitions.at(i), entryPath), disk, entryPath));
@@ -183,88 +196,69 @@ Disk readDisk(const QJsonObject& object, const QString& path)
     return disk;
 }
 
-void readDisks(Machine& machine, const QJsonValue& value)
+// The readers of the top object's keys.
+void readDisks(Machine& machine, const QJsonValue& value, const QString& key)
 {
-    const QJsonArray disks = listAt(value, QStringLiteral("disks"));
+    const QJsonArray disks = listAt(value, key);
     if (disks.size() > kMostDisks)
-        throw InvalidMachine{QStringLiteral("disks has more than %1 entries").arg(kMostDisks)};
+        reject(key, QStringLiteral("has more than %1 entries").arg(kMostDisks));
     for (int i = 0; i < disks.size(); ++i) {
-        const QString path = QStringLiteral("disks[%1]").arg(i);
+        const QString path = QStringLiteral("%1[%2]").arg(key).arg(i);
         machine.disks.push_back(readDisk(objectAt(disks.at(i), path), path));
     }
 }
 
-void readToolbox(Machine& machine, const QJsonValue& value)
+void readToolbox(Machine& machine, const QJsonValue& value, const QString& key)
 {
-    const QJsonObject gates = objectAt(value, QStringLiteral("toolbox"));
+    const QJsonObject gates = objectAt(value, key);
     for (auto it = gates.begin(); it != gates.end(); ++it)
-        assign(machine.toolbox[it.key()], it.value(), QLatin1String("toolbox.") + it.key());
+        assign(machine.toolbox[it.key()], it.value(), QStringLiteral("%1.%2").arg(key, it.key()));
 }
 
-void readSmartErrors(Machine& machine, const QJsonValue& value)
+void readSmartErrors(Machine& machine, const QJsonValue& value, const QString& key)
 {
-    const QJsonArray disks = listAt(value, QStringLiteral("smartErrors"));
-    for (const QJsonValue& disk : disks)
-        machine.smartErrors.insert(wholeNumber<int>(disk, QStringLiteral("smartErrors")));
+    const QJsonArray disks = listAt(value, key);
+    for (int i = 0; i < disks.size(); ++i)
+        machine.smartErrors.insert(wholeNumber<int>(disks.at(i), QStringLiteral("%1[%2]").arg(key).arg(i)));
 }
 
-void readSwitch(Machine& machine, const QString& key, const QJsonValue& value)
+void readTaskMilliseconds(Machine& machine, const QJsonValue& value, const QString& key)
 {
-    static const QMap<QString, bool Machine::*> switches = {
-        {QStringLiteral("preOsEnabled"), &Machine::preOsEnabled},
-        {QStringLiteral("win11CheckerEnabled"), &Machine::win11CheckerEnabled},
-        {QStringLiteral("bootMediaEnabled"), &Machine::bootMediaEnabled},
-        {QStringLiteral("busy"), &Machine::busy},
-        {QStringLiteral("popuped"), &Machine::popuped},
-    };
-    const auto member = switches.find(key);
-    if (member == switches.end())
-        throw InvalidMachine{QStringLiteral("%1 is not a key of a machine").arg(key)};
-    assign(machine.*member.value(), value, key);
-}
-
-void readTaskMilliseconds(Machine& machine, const QJsonValue& value)
-{
-    assign(machine.taskMilliseconds, value, QStringLiteral("taskMilliseconds"));
+    assign(machine.taskMilliseconds, value, key);
     if (machine.taskMilliseconds < 0)
-        throw InvalidMachine{QStringLiteral("taskMilliseconds must not be negative")};
+        reject(key, QStringLiteral("must not be negative"));
+}
+
+template <auto member> void readMember(Machine& machine, const QJsonValue& value, const QString& key)
+{
+    assign(machine.*member, value, key);
+}
+
+using ReadKey = void (*)(Machine& machine, const QJsonValue& value, const QString& key);
+
+const QMap<QString, ReadKey>& machineKeys()
+{
+    static const QMap<QString, ReadKey> keys = {
+        {QStringLiteral("disks"), readDisks},
+        {QStringLiteral("toolbox"), readToolbox},
+        {QStringLiteral("smartErrors"), readSmartErrors},
+        {QStringLiteral("name"), readMember<&Machine::name>},
+        {QStringLiteral("taskMilliseconds"), readTaskMilliseconds},
+        {QStringLiteral("preOsEnabled"), readMember<&Machine::preOsEnabled>},
+        {QStringLiteral("win11CheckerEnabled"), readMember<&Machine::win11CheckerEnabled>},
+        {QStringLiteral("bootMediaEnabled"), readMember<&Machine::bootMediaEnabled>},
+        {QStringLiteral("busy"), readMember<&Machine::busy>},
+        {QStringLiteral("popuped"), readMember<&Machine::popuped>},
+    };
+    return keys;
 }
 
 void readTop(Machine& machine, const QString& key, const QJsonValue& value)
 {
-    if (key == QLatin1String("disks"))
-        readDisks(machine, value);
-    else if (key == QLatin1String("toolbox"))
-        readToolbox(machine, value);
-    else if (key == QLatin1String("smartErrors"))
-        readSmartErrors(machine, value);
-    else if (key == QLatin1String("name"))
-        assign(machine.name, value, key);
-    else if (key == QLatin1String("taskMilliseconds"))
-        readTaskMilliseconds(machine, value);
-    else
-        readSwitch(machine, key, value);
-}
-
-// The last key before the offset; empty if no key precedes it.
-QString keyBefore(const QByteArray& json, int offset)
-{
-    static const QRegularExpression key(QStringLiteral("\"([^\"\\n]{1,64})\"\\s*:"));
-    const int begin = std::max(0, offset - kKeyDistance);
-    auto found = key.globalMatch(QString::fromUtf8(json.mid(begin, offset - begin)));
-    QString last;
-    while (found.hasNext())
-        last = found.next().captured(1);
-    return last;
-}
-
-// A position as a person finds it in an editor.
-QString placeIn(const QByteArray& json, int offset)
-{
-    const int line = json.left(offset).count('\n') + 1;
-    const QString key = keyBefore(json, offset);
-    return key.isEmpty() ? QStringLiteral("line %1").arg(line)
-                         : QStringLiteral("line %1, near \"%2\"").arg(line).arg(key);
+    const auto reader = machineKeys().find(key);
+    if (reader == machineKeys().end())
+        rejectKey(key, key, QStringLiteral("is not a key of a machine"), machineKeys().keys());
+    reader.value()(machine, value, key);
 }
 
 Machine readDocument(const QByteArray& json)
@@ -273,69 +267,31 @@ Machine readDocument(const QByteArray& json)
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError)
         throw InvalidMachine{
-            QStringLiteral("not JSON: %1 in %2").arg(error.errorString(), placeIn(json, error.offset))};
+            QStringLiteral("not JSON: %1 in %2").arg(error.errorString(), placeOfOffset(json, error.offset)),
+            QString()};
     if (!document.isObject())
-        throw InvalidMachine{QStringLiteral("the top must be an object")};
+        throw InvalidMachine{QStringLiteral("the top must be an object"), QString()};
     const QJsonObject top = document.object();
     if (!top.contains(QStringLiteral("disks")))
-        throw InvalidMachine{QStringLiteral("disks is missing")};
+        throw InvalidMachine{QStringLiteral("disks is missing"), QString()};
     Machine machine;
     for (auto it = top.begin(); it != top.end(); ++it)
         readTop(machine, it.key(), it.value());
     if (const auto rejection = machineRejection(machine))
-        throw InvalidMachine{rejection->text};
+        throw InvalidMachine{rejection->text, rejection->path};
     return machine;
 }
 
-std::optional<MachineError> diskRejection(const Disk& disk)
-{
-    const auto reject = [&](const QString& reason) {
-        return MachineError{QStringLiteral("disk %1: %2").arg(disk.diskIndex).arg(reason)};
-    };
-    qint64 end = 0;
-    for (const Partition& partition : disk.partitions) {
-        if (partition.diskIndex != disk.diskIndex)
-            return reject(QStringLiteral("a partition names disk %1").arg(partition.diskIndex));
-        if (partition.usedSize > partition.size)
-            return reject(QStringLiteral("the used size of a partition exceeds its size"));
-        if (partition.startSector * partition.sectorSize < end)
-            return reject(QStringLiteral("its partitions overlap or are out of order"));
-        end = partition.endOffset();
-    }
-    if (end > disk.size)
-        return reject(QStringLiteral("its partitions are larger than the disk"));
-    return std::nullopt;
-}
-
 } // namespace
-
-std::optional<MachineError> machineRejection(const Machine& machine)
-{
-    QSet<int> numbers;
-    QSet<QString> letters;
-    for (const Disk& disk : machine.disks) {
-        if (disk.diskIndex < 0 || numbers.contains(disk.diskIndex))
-            return MachineError{
-                QStringLiteral("disk number %1 is negative or used twice").arg(disk.diskIndex)};
-        numbers.insert(disk.diskIndex);
-        for (const Partition& partition : disk.partitions) {
-            const QString letter = letterOf(partition.driveLetter);
-            if (!letter.isEmpty() && letters.contains(letter))
-                return MachineError{QStringLiteral("drive letter %1 is used twice").arg(letter)};
-            letters.insert(letter);
-        }
-        if (const auto rejection = diskRejection(disk))
-            return rejection;
-    }
-    return std::nullopt;
-}
 
 std::variant<Machine, MachineError> readMachine(const QByteArray& json)
 {
     try {
         return readDocument(json);
     } catch (const InvalidMachine& error) {
-        return MachineError{error.text};
+        const int line = error.path.isEmpty() ? 0 : lineOfPath(json, error.path);
+        return MachineError{line == 0 ? error.text : QStringLiteral("line %1: %2").arg(line).arg(error.text),
+                            error.path};
     }
 }
 

@@ -87,6 +87,7 @@ TEST(Text, Nearest_NamesThatDifferInMoreThanAThird_AreOmitted)
     EXPECT_EQ(zorcall::nearest("qqqqqqqqqqqqqqqq", {"Init"}), Names{});
     EXPECT_EQ(zorcall::nearest("abcdef", {"abcdxy"}), Names{"abcdxy"});
     EXPECT_EQ(zorcall::nearest("abcdef", {"abcxyz"}), Names{});
+    EXPECT_EQ(zorcall::nearest("lable", {"label"}), Names{"label"});
 }
 
 TEST(Text, Nearest_PartOfAName_SuggestsTheName)

@@ -24,7 +24,7 @@ class InvalidMachines : public testing::TestWithParam<InvalidMachine>
 {
 };
 
-TEST_P(InvalidMachines, InvalidDescription_ReportsTheJsonPath)
+TEST_P(InvalidMachines, InvalidDescription_ReportsLineAndJsonPath)
 {
     EXPECT_EQ(errorOf(GetParam().json).toStdString(), GetParam().fault);
 }
@@ -33,71 +33,73 @@ const InvalidMachine kInvalidMachines[] = {
     {"NotJson", "{", "not JSON: unterminated object in line 1"},
     {"TopIsAList", "[]", "the top must be an object"},
     {"NoDisks", "{}", "disks is missing"},
-    {"DisksIsNoList", R"({"disks": 3})", "disks must be an array"},
-    {"DiskIsNoObject", R"({"disks": [3]})", "disks[0] must be an object"},
-    {"DiskWithoutIndex", R"({"disks": [{"size": 1}]})", "disks[0].diskIndex is missing"},
-    {"DiskWithoutSize", R"({"disks": [{"diskIndex": 0}]})", "disks[0].size is missing"},
+    {"DisksIsNoList", R"({"disks": 3})", "line 1: disks must be an array"},
+    {"DiskIsNoObject", R"({"disks": [3]})", "line 1: disks[0] must be an object"},
+    {"DiskWithoutIndex", R"({"disks": [{"size": 1}]})", "line 1: disks[0].diskIndex is missing"},
+    {"DiskWithoutSize", R"({"disks": [{"diskIndex": 0}]})", "line 1: disks[0].size is missing"},
     {"FlagIsANumber", R"({"disks": [{"diskIndex": 0, "size": 1, "isGPT": 1}]})",
-     "disks[0].isGPT must be true or false"},
+     "line 1: disks[0].isGPT must be true or false"},
     {"NumberIsAText", R"({"disks": [{"diskIndex": "0", "size": 1}]})",
-     "disks[0].diskIndex must be a whole number"},
+     "line 1: disks[0].diskIndex must be a whole number"},
     {"NumberHasAFraction", R"({"disks": [{"diskIndex": 0.5, "size": 1}]})",
-     "disks[0].diskIndex must be a whole number"},
+     "line 1: disks[0].diskIndex must be a whole number"},
     {"NumberIsTooLargeForItsKey", R"({"disks": [{"diskIndex": 3000000000, "size": 1}]})",
-     "disks[0].diskIndex must be a whole number"},
+     "line 1: disks[0].diskIndex must be a whole number"},
     {"SizeIsBeyondAllNumbers", R"({"disks": [{"diskIndex": 0, "size": 1e300}]})",
-     "disks[0].size must be a whole number"},
+     "line 1: disks[0].size must be a whole number"},
     {"TextIsANumber", R"({"disks": [{"diskIndex": 0, "size": 1, "serialNO": 5}]})",
-     "disks[0].serialNO must be a string"},
+     "line 1: disks[0].serialNO must be a string"},
     {"MisspeltKey", R"({"disks": [{"diskIndex": 0, "size": 1, "isGpt": true}]})",
-     "disks[0].isGpt is not a key of the inventory"},
+     "line 1: disks[0].isGpt is not a key of the inventory; nearest: isGPT"},
     {"PartitionsIsNoList", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": {}}]})",
-     "disks[0].partitions must be an array"},
+     "line 1: disks[0].partitions must be an array"},
     {"PartitionIsNoObject", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [null]}]})",
-     "disks[0].partitions[0] must be an object"},
+     "line 1: disks[0].partitions[0] must be an object"},
     {"PartitionWithoutSize", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{}]}]})",
-     "disks[0].partitions[0].size is missing"},
+     "line 1: disks[0].partitions[0].size is missing"},
     {"PartitionKeyOfWrongType",
      R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "driveLetter": true}]}]})",
-     "disks[0].partitions[0].driveLetter must be a string"},
+     "line 1: disks[0].partitions[0].driveLetter must be a string"},
     {"NegativeSize", R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": -1}]}]})",
-     "disks[0].partitions[0] has a size or place that no partition can have"},
+     "line 1: disks[0].partitions[0] has a size or place that no partition can have"},
     {"NegativeDisk", R"({"disks": [{"diskIndex": 0, "size": -1}]})",
-     "disks[0] has a size that no disk can have"},
+     "line 1: disks[0] has a size that no disk can have"},
     {"EndlessDisk", R"({"disks": [{"diskIndex": 0, "size": 9000000000000000000}]})",
-     "disks[0] has a size that no disk can have"},
+     "line 1: disks[0] has a size that no disk can have"},
     {"NegativeUse",
      R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "usedSize": -1}]}]})",
-     "disks[0].partitions[0] has a size or place that no partition can have"},
+     "line 1: disks[0].partitions[0] has a size or place that no partition can have"},
     {"SectorOfNothing",
      R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "sectorSize": 0}]}]})",
-     "disks[0].partitions[0] has a size or place that no partition can have"},
+     "line 1: disks[0].partitions[0] has a size or place that no partition can have"},
     {"PlaceBeyondAllDisks",
      R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [{"size": 1, "startSector": 9000000000000000000}]}]})",
-     "disks[0].partitions[0] has a size or place that no partition can have"},
+     "line 1: disks[0].partitions[0] has a size or place that no partition can have"},
     {"DiskTwice", R"({"disks": [{"diskIndex": 1, "size": 1}, {"diskIndex": 1, "size": 1}]})",
-     "disk number 1 is negative or used twice"},
+     "line 1: disk number 1 is negative or used twice"},
     {"LetterTwice", R"({"disks": [{"diskIndex": 0, "size": 1024, "partitions": [
         {"size": 512, "driveLetter": "d:"}, {"size": 512, "driveLetter": "D"}]}]})",
-     "drive letter D is used twice"},
+     "line 2: drive letter D is used twice"},
     {"Overlap", R"({"disks": [{"diskIndex": 0, "size": 4096, "partitions": [
         {"size": 1024}, {"size": 512, "startSector": 1}]}]})",
-     "disk 0: its partitions overlap or are out of order"},
+     "line 2: disk 0: its partitions overlap or are out of order"},
     {"BeyondTheEnd", R"({"disks": [{"diskIndex": 0, "size": 512, "partitions": [{"size": 1024}]}]})",
-     "disk 0: its partitions are larger than the disk"},
+     "line 1: disk 0: its partitions are larger than the disk"},
     {"MoreInUseThanThereIs",
      R"({"disks": [{"diskIndex": 0, "size": 1024, "partitions": [{"size": 512, "usedSize": 513}]}]})",
-     "disk 0: the used size of a partition exceeds its size"},
+     "line 1: disk 0: the used size of a partition exceeds its size"},
     {"PartitionOfAnotherDisk",
      R"({"disks": [{"diskIndex": 0, "size": 1024, "partitions": [{"size": 512, "diskIndex": 4}]}]})",
-     "disk 0: a partition names disk 4"},
-    {"NegativeTime", R"({"disks": [], "taskMilliseconds": -1})", "taskMilliseconds must not be negative"},
-    {"UnknownSwitch", R"({"disks": [], "turbo": true})", "turbo is not a key of a machine"},
-    {"SwitchOfWrongType", R"({"disks": [], "preOsEnabled": "yes"})", "preOsEnabled must be true or false"},
+     "line 1: disk 0: a partition names disk 4"},
+    {"NegativeTime", R"({"disks": [], "taskMilliseconds": -1})",
+     "line 1: taskMilliseconds must not be negative"},
+    {"UnknownSwitch", R"({"disks": [], "turbo": true})", "line 1: turbo is not a key of a machine"},
+    {"SwitchOfWrongType", R"({"disks": [], "preOsEnabled": "yes"})",
+     "line 1: preOsEnabled must be true or false"},
     {"ToolboxOfWrongType", R"({"disks": [], "toolbox": {"align4k": 1}})",
-     "toolbox.align4k must be true or false"},
+     "line 1: toolbox.align4k must be true or false"},
     {"SmartErrorsOfWrongType", R"({"disks": [], "smartErrors": ["1"]})",
-     "smartErrors must be a whole number"},
+     "line 1: smartErrors[0] must be a whole number"},
 };
 
 INSTANTIATE_TEST_SUITE_P(All, InvalidMachines, testing::ValuesIn(kInvalidMachines),
@@ -108,6 +110,66 @@ TEST(MachineReader, ReadMachineFile_ThatDoesNotExist_IsAnError)
     const QTemporaryDir folder;
     const auto read = host::readMachineFile(folder.filePath("none.json"));
     EXPECT_TRUE(std::holds_alternative<host::MachineError>(read));
+}
+
+TEST(MachineReader, Error_BeginsWithTheLineOfItsValue)
+{
+    const QByteArray text = R"({
+  "name": "two \"disks\": [ {",
+  "disks": [
+    {"diskIndex": 0, "size": 4096,
+     "partitions": [{"size": 512, "driveLetter": "C"},
+                    {"size": 512,
+                     "label":
+                       "Data"}]},
+    {"diskIndex": 1,
+     "size": 2048, "partitions": [
+       {"size": 512}]}],
+  "smartErrors": [
+    1,
+    0],
+  "toolbox": {"align4k": true,
+              "rebuildMbr": true}
+})";
+    machineOf(text);
+    const auto errorWith = [&](const char* was, const char* now) {
+        EXPECT_EQ(text.count(was), 1) << was;
+        return errorOf(QByteArray(text).replace(was, now)).toStdString();
+    };
+    EXPECT_EQ(errorWith("\"size\": 2048", "\"size\": \"2048\""),
+              "line 10: disks[1].size must be a whole number");
+    EXPECT_EQ(errorWith("\"Data\"", "5"), "line 7: disks[0].partitions[1].label must be a string");
+    EXPECT_EQ(errorWith("    0]", "    true]"), "line 14: smartErrors[1] must be a whole number");
+    EXPECT_EQ(errorWith("\"rebuildMbr\": true", "\"rebuildMbr\": 1"),
+              "line 16: toolbox.rebuildMbr must be true or false");
+    EXPECT_EQ(errorWith("\"label\"", "\"lable\""),
+              "line 7: disks[0].partitions[1].lable is not a key of the inventory; nearest: label");
+    EXPECT_EQ(errorWith("\"diskIndex\": 1,", ""), "line 9: disks[1].diskIndex is missing");
+    EXPECT_EQ(errorWith("\"diskIndex\": 1,", "\"diskIndex\": 0,"),
+              "line 9: disk number 0 is negative or used twice");
+    EXPECT_EQ(errorWith("{\"size\": 512}]", "{\"size\": 512, \"driveLetter\": \"c\"}]"),
+              "line 11: drive letter C is used twice");
+    EXPECT_EQ(errorWith("{\"size\": 512,\n", "{\"size\": 512, \"startSector\": 0,\n"),
+              "line 6: disk 0: its partitions overlap or are out of order");
+}
+
+TEST(MachineReader, KeyThatOccursTwice_HasTheLineOfTheLastOne)
+{
+    EXPECT_EQ(errorOf("{\"disks\": 1,\n\"disks\": 2}"), "line 2: disks must be an array");
+}
+
+TEST(MachineReader, KeyWithEscapes_HasALine)
+{
+    EXPECT_EQ(errorOf("{\"disks\": [],\n\"a\\u0062\\\"\": 2}"), "line 2: ab\" is not a key of a machine");
+}
+
+TEST(MachineReader, UnknownKey_NamesTheNearestKeyIfItIsSimilar)
+{
+    EXPECT_EQ(errorOf(R"({"disks": [], "smartError": []})"),
+              "line 1: smartError is not a key of a machine; nearest: smartErrors");
+    EXPECT_EQ(errorOf(R"({"disks": [], "smrt": []})"), "line 1: smrt is not a key of a machine");
+    EXPECT_EQ(errorOf(R"({"disks": [{"diskIndex": 0, "size": 1, "serialNumber": ""}]})"),
+              "line 1: disks[0].serialNumber is not a key of the inventory");
 }
 
 QByteArray repeated(const QByteArray& entry, int times)
@@ -121,10 +183,11 @@ QByteArray repeated(const QByteArray& entry, int times)
 TEST(MachineReader, OversizeArrays_AreRejected)
 {
     const QByteArray disk = R"({"diskIndex": 0, "size": 1})";
-    EXPECT_EQ(errorOf(R"({"disks": [)" + repeated(disk, 1025) + "]}"), "disks has more than 1024 entries");
+    EXPECT_EQ(errorOf(R"({"disks": [)" + repeated(disk, 1025) + "]}"),
+              "line 1: disks has more than 1024 entries");
     EXPECT_EQ(errorOf(R"({"disks": [{"diskIndex": 0, "size": 1, "partitions": [)" +
                       repeated(R"({"size": 1})", 4097) + "]}]}"),
-              "disks[0].partitions has more than 4096 entries");
+              "line 1: disks[0].partitions has more than 4096 entries");
 }
 
 TEST(MachineReader, FileOfExactlyTheLimit_IsRead)

@@ -78,8 +78,8 @@ const FailedStart kFailedStarts[] = {
     {"MachineFileWithManyBrackets", kMachineFile, "not JSON", machineFile(QByteArray(1 << 20, '['))},
     {"MachineFileBinary", kMachineFile, "not JSON", machineFile(QByteArray("\0\1\2\377", 4))},
     {"MachineFileEmpty", kMachineFile, "not JSON", machineFile("")},
-    {"MachineFileWithAKeyOfAWrongType", kMachineFile, "disks[0].size must be a whole number",
-     machineFile(R"({"disks": [{"diskIndex": 0, "size": "big"}]})")},
+    {"MachineFileWithAKeyOfAWrongType", kMachineFile, "line 2: disks[0].size must be a whole number",
+     machineFile("{\"disks\": [{\"diskIndex\": 0,\n\"size\": \"big\"}]}")},
     {"MachineWithOverlappingPartitions", kMachineFile, "disk 0: its partitions overlap or are out of order",
      machineFile(
          R"({"disks": [{"diskIndex": 0, "size": 4096, "partitions": [{"size": 1024}, {"size": 512, "startSector": 1}]}]})")},

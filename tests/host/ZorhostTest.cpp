@@ -81,7 +81,7 @@ TEST(Zorhost, MachineFromAPipe_IsReadToItsEnd)
     host.send("{\"disks\":" + QByteArray(300000, ' ') + "[], \"unknownKey\": 1}");
     EXPECT_EQ(host.exitCode(), 2);
     EXPECT_EQ(host.errors().toStdString(),
-              "zorhost: machine /dev/stdin: unknownKey is not a key of a machine\n");
+              "zorhost: machine /dev/stdin: line 1: unknownKey is not a key of a machine\n");
 }
 
 TEST(Zorhost, AnswerWithAButtonThatDoesNotExist_EndsWithExitCode2)
