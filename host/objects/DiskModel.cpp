@@ -20,7 +20,8 @@ DiskModel::Row DiskModel::rowOf(const Disk& disk, bool hasSmartError)
             diskKindText(disk),
             sizeText(disk.size),
             diskFlags(disk, hasSmartError),
-            hasSmartError || disk.isBad || disk.isOffline};
+            hasSmartError || disk.isBad || disk.isOffline,
+            searchText(disk)};
 }
 
 void DiskModel::refresh()
@@ -30,6 +31,7 @@ void DiskModel::refresh()
     for (const Disk& disk : machine->disks)
         next.push_back(rowOf(disk, machine->smartErrors.contains(disk.diskIndex)));
     replaceRows(next);
+    bool searchChanged = false;
     for (int row = 0; row < count(); ++row) {
         Row& shown = rows_[static_cast<std::size_t>(row)];
         Row& wanted = next[static_cast<std::size_t>(row)];
@@ -37,11 +39,14 @@ void DiskModel::refresh()
         const bool same = shown.name == wanted.name && shown.kind == wanted.kind &&
                           shown.size == wanted.size && shown.flags == wanted.flags &&
                           shown.alarm == wanted.alarm;
+        searchChanged = searchChanged || shown.search != wanted.search;
         shown = wanted;
         shown.segments->update(machine->disks[static_cast<std::size_t>(row)].partitions);
         if (!same)
             Q_EMIT dataChanged(index(row), index(row));
     }
+    if (searchChanged)
+        Q_EMIT searchTextsChanged();
     setSummary(*machine);
 }
 
@@ -114,6 +119,8 @@ QVariant DiskModel::data(const QModelIndex& index, int role) const
         return row.flags;
     case AlarmRole:
         return row.alarm;
+    case SearchRole:
+        return row.search;
     case SegmentsRole:
         return QVariant::fromValue<QObject*>(row.segments);
     default:
@@ -123,8 +130,8 @@ QVariant DiskModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> DiskModel::roleNames() const
 {
-    return {{NameRole, "name"},   {KindRole, "kind"},   {SizeRole, "sizeText"},
-            {FlagsRole, "flags"}, {AlarmRole, "alarm"}, {SegmentsRole, "segments"}};
+    return {{NameRole, "name"},   {KindRole, "kind"},     {SizeRole, "sizeText"},    {FlagsRole, "flags"},
+            {AlarmRole, "alarm"}, {SearchRole, "search"}, {SegmentsRole, "segments"}};
 }
 
 } // namespace host

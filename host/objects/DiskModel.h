@@ -24,6 +24,7 @@ public:
         SizeRole,
         FlagsRole,   ///< QStringList
         AlarmRole,   ///< bool: the disk has a problem
+        SearchRole,  ///< the text that the search field searches
         SegmentsRole ///< the SegmentModel, owned by this model
     };
 
@@ -48,6 +49,8 @@ public:
 Q_SIGNALS:
     void countChanged();
     void summaryChanged();
+    /// Not a change of the rows, because they show nothing of it.
+    void searchTextsChanged();
 
 private:
     struct Row
@@ -58,6 +61,7 @@ private:
         QString size;
         QStringList flags;
         bool alarm;
+        QString search;
         SegmentModel* segments = nullptr;
     };
 

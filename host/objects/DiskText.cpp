@@ -104,6 +104,18 @@ QStringList diskFlags(const Disk& disk, bool hasSmartError)
     return flags;
 }
 
+QString searchText(const Disk& disk)
+{
+    QStringList parts{
+        Text(QT_TRANSLATE_NOOP("Sandbox", "Disk %1"), {QString::number(disk.diskIndex)}).translated(),
+        diskKindText(disk), disk.serialNO};
+    for (const Partition& entry : disk.partitions) {
+        if (!entry.unallocated)
+            parts << entryTitle(entry) << entry.fsString;
+    }
+    return parts.join(QLatin1Char('\n'));
+}
+
 QString entryTitle(const Partition& entry)
 {
     if (entry.unallocated)

@@ -17,6 +17,9 @@ QString diskKindText(const Disk& disk);
 /// Unusual properties of the disk, such as "Offline" or "Read-only".
 QStringList diskFlags(const Disk& disk, bool hasSmartError);
 
+/// The disk's name, kind, flags and serial number, and the name and file system of each partition.
+QString searchText(const Disk& disk);
+
 /// The name of the entry: "C: Windows", "EFI system", "Free".
 QString entryTitle(const Partition& entry);
 /// "NTFS  465 GB"

@@ -60,6 +60,14 @@ void HostCore::setDialogOpen(bool open)
     Q_EMIT dialogOpenChanged();
 }
 
+void HostCore::setHelpOpen(bool open)
+{
+    if (isHelpOpen() == open)
+        return;
+    status_.setHelpOpen(open);
+    Q_EMIT helpOpenChanged();
+}
+
 void HostCore::setWin11Checker(bool enabled)
 {
     if (isWin11Checker() == enabled)

@@ -31,6 +31,7 @@ class HostCore : public QObject
     Q_PROPERTY(QString address READ address NOTIFY addressChanged)
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
     Q_PROPERTY(bool dialogOpen READ isDialogOpen WRITE setDialogOpen NOTIFY dialogOpenChanged)
+    Q_PROPERTY(bool helpOpen READ isHelpOpen WRITE setHelpOpen NOTIFY helpOpenChanged)
     Q_PROPERTY(bool win11Checker READ isWin11Checker WRITE setWin11Checker NOTIFY machineChanged)
     Q_PROPERTY(QObject* log READ log CONSTANT)
     Q_PROPERTY(QObject* tasks READ tasks CONSTANT)
@@ -65,6 +66,8 @@ public:
     QString problem() const { return problem_.value_or(Text()).translated(); }
     bool isDialogOpen() const { return status_.isDialogOpen(); }
     void setDialogOpen(bool open);
+    bool isHelpOpen() const { return status_.isHelpOpen(); }
+    void setHelpOpen(bool open);
     bool isWin11Checker() const { return machine()->win11CheckerEnabled; }
     void setWin11Checker(bool enabled);
 
@@ -75,6 +78,7 @@ Q_SIGNALS:
     void addressChanged();
     void problemChanged();
     void dialogOpenChanged();
+    void helpOpenChanged();
 
 private:
     void writeNotices();

@@ -17,7 +17,7 @@ public:
     /// True while a task waits or runs.
     bool isBusy() const { return busy_ || closing_; }
     /// True while a dialog covers the window.
-    bool isPopuped() const { return popuped_ || dialogOpen_ || pageOpen_ || closing_; }
+    bool isPopuped() const { return popuped_ || dialogOpen_ || pageOpen_ || helpOpen_ || closing_; }
     bool isClosing() const { return closing_; }
     bool isDialogOpen() const { return dialogOpen_; }
 
@@ -26,6 +26,9 @@ public:
     void setDialogOpen(bool open) { dialogOpen_ = open; }
     /// Whether a guide covers the window.
     void setPageOpen(bool open) { pageOpen_ = open; }
+    /// Whether the help or the description of the program covers the window.
+    void setHelpOpen(bool open) { helpOpen_ = open; }
+    bool isHelpOpen() const { return helpOpen_; }
     /// From now on every question is rejected, and the host counts as busy and covered by a dialog.
     void setClosing() { closing_ = true; }
 
@@ -38,6 +41,7 @@ private:
     const bool popuped_;
     std::atomic<bool> dialogOpen_{false};
     std::atomic<bool> pageOpen_{false};
+    std::atomic<bool> helpOpen_{false};
     std::atomic<bool> closing_{false};
 };
 

@@ -19,6 +19,7 @@ Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode th
     : language_(language),
       core_(std::move(backend)),
       disks_(core_.backend()),
+      shownDisks_(disks_),
       theme_(theme),
       link_(core_, automaticAnswer)
 {
@@ -34,6 +35,8 @@ Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode th
     context.setContextProperty(QStringLiteral("interruption"), &core_.interruption());
     context.setContextProperty(QStringLiteral("timeline"), &link_.timeline());
     context.setContextProperty(QStringLiteral("diskModel"), &disks_);
+    context.setContextProperty(QStringLiteral("shownDisks"), &shownDisks_);
+    context.setContextProperty(QStringLiteral("program"), &program_);
     context.setContextProperty(QStringLiteral("theme"), &theme_);
     const auto mark = [this] { disks_.setMarks(core_.guideView().marks()); };
     QObject::connect(&core_.guideView(), &GuideView::changed, &core_, mark);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "host/objects/BridgeLink.h"
+#include "host/objects/DiskFilter.h"
 #include "host/objects/DiskModel.h"
 #include "host/objects/HostCore.h"
 #include "host/objects/MultiLanguage.h"
+#include "host/objects/ProgramInfo.h"
 #include "host/objects/Theme.h"
 
 #include <QtQml/QQmlApplicationEngine>
@@ -38,6 +40,8 @@ private:
     MultiLanguage language_; // before all objects with translated strings
     HostCore core_;
     DiskModel disks_;
+    DiskFilter shownDisks_;
+    ProgramInfo program_;
     Theme theme_;
     BridgeLink link_;
     QQmlApplicationEngine engine_;
