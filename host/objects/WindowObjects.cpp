@@ -5,6 +5,7 @@
 #include "host/machine/Toolbox.h"
 #include "host/objects/GuidePages.h"
 
+#include <QtGui/QKeyEvent>
 #include <QtQml/qqml.h>
 
 namespace host {
@@ -42,8 +43,21 @@ QVariant HostWindow::openUrl(QVariant address)
     return core_->calls().recordCall("window", "openUrl", {address}, QVariant(true));
 }
 
+// Here and not in QML, because a dialog would keep a shortcut of the pages from working.
+static bool isQuitKey(const QEvent& event)
+{
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_Q && key.modifiers() == Qt::ControlModifier && !key.isAutoRepeat();
+}
+
 bool HostWindow::event(QEvent* event)
 {
+    if (isQuitKey(*event)) {
+        close();
+        return true;
+    }
     if (event->type() == QEvent::Close) {
         if (core_ != nullptr && !core_->interruption().mayClose()) {
             event->ignore();
