@@ -8,6 +8,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
+#include <QtGui/QScreen>
 
 #include <cstdio>
 #include <cstdlib>
@@ -71,7 +72,8 @@ void printError(const QString& text)
 HostApp::HostApp(Options options, std::unique_ptr<Backend> backend)
     : sinceStart_(startedTimer()),
       options_(std::move(options)),
-      scene_(std::move(backend), options_.answer, options_.theme, options_.language),
+      scene_(std::move(backend), options_.answer, options_.theme.value_or(ThemeMode::System),
+             options_.language),
       screenshot_(options_.screenshot),
       service_(ServiceWatcher::configuredAddress(), [this] { return scene_.link().isServerRunning(); })
 {
@@ -179,6 +181,7 @@ bool HostApp::build()
 bool HostApp::show()
 {
     if (options_.screenshot.isEmpty()) {
+        rememberWindow();
         scene_.window()->setVisible(!options_.headless);
         return true;
     }
@@ -193,6 +196,15 @@ bool HostApp::show()
     });
     scene_.window()->show();
     return true;
+}
+
+// A window that nobody sees neither uses nor changes the settings of the user.
+void HostApp::rememberWindow()
+{
+    if (options_.headless)
+        return;
+    memory_ = std::make_unique<WindowMemory>(WindowMemory::userFile(), *scene_.window(), scene_.theme());
+    memory_->restore(scene_.window()->screen()->availableSize(), options_.theme.has_value());
 }
 
 void HostApp::takeScreenshot()
@@ -280,8 +292,15 @@ void HostApp::requestStop(int exitCode)
         return;
     stopping_ = true;
     exitCode_ = exitCode;
+    saveWindow();
     if (state_ == Service::Up)
         beginDrain();
+}
+
+void HostApp::saveWindow()
+{
+    if (memory_ != nullptr && !memory_->save())
+        printError(QStringLiteral("settings %1: cannot be written").arg(memory_->file()));
 }
 
 void HostApp::beginDrain()

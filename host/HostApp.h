@@ -5,6 +5,7 @@
 #include "host/Screenshot.h"
 #include "host/ServiceWatcher.h"
 #include "host/Signals.h"
+#include "host/WindowMemory.h"
 #include "host/objects/Scene.h"
 
 #include <QtCore/QElapsedTimer>
@@ -40,6 +41,8 @@ private:
     int checkHost();
     bool build();
     bool show();
+    void rememberWindow();
+    void saveWindow();
     bool loadComponent();
     void takeScreenshot();
     bool openFiles();
@@ -60,6 +63,7 @@ private:
     QTemporaryDir scanFolder_; ///< used if the options name no other
     Scene scene_;
     Screenshot screenshot_;
+    std::unique_ptr<WindowMemory> memory_; ///< null if nobody sees the window
     std::unique_ptr<CComponentMgr> components_;
     Signals signals_;
     ServiceWatcher service_;

@@ -55,11 +55,8 @@ void readWin11(const QString& value, Options* options)
 
 void readTheme(const QString& value, Options* options)
 {
-    static const QMap<QString, ThemeMode> modes = {{QStringLiteral("light"), ThemeMode::Light},
-                                                   {QStringLiteral("dark"), ThemeMode::Dark},
-                                                   {QStringLiteral("system"), ThemeMode::System}};
-    options->theme = modes.value(value, ThemeMode::System);
-    if (!modes.contains(value))
+    options->theme = themeNamed(value);
+    if (!options->theme.has_value())
         reject(options, QStringLiteral("option --theme needs light, dark or system"));
 }
 
@@ -155,7 +152,9 @@ const Row kRows[] = {
      "keeps recscan.info, the state of scans, in this folder (default: a\n"
      "scratch folder, so that each run starts with the first case)"},
     {"win11", "on|off", readWin11, "switches the Windows 11 checker"},
-    {"theme", "light|dark|system", readTheme, "the window's colours (default: system)"},
+    {"theme", "light|dark|system", readTheme,
+     "the window's colours (default: those chosen in the window in an\n"
+     "earlier run, otherwise system)"},
     {"language", "CODE", readLanguage,
      "language of the window and of recommendations: en or de (default: en)"},
     {"screenshot", "FILE", [](const QString& value, Options* options) { options->screenshot = value; },

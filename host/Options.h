@@ -28,8 +28,8 @@ struct Options
     QString scanState; ///< folder for the state of scans; empty: a scratch folder
     std::optional<bool> win11;
     QString language = QStringLiteral("en"); ///< of the window and of recommendations
-    ThemeMode theme = ThemeMode::System;
-    QString screenshot; ///< file for a picture of the window; empty: no picture
+    std::optional<ThemeMode> theme;          ///< without a value: the one of the last run, or the system's
+    QString screenshot;                      ///< file for a picture of the window; empty: no picture
     /// Milliseconds after which a dialog is closed. Without a value: 1500 without a window, never with one.
     std::optional<int> click;
     bool checkHost = false;

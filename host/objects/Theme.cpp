@@ -1,5 +1,6 @@
 #include "host/objects/Theme.h"
 
+#include <QtCore/QMap>
 #include <QtGui/QFont>
 #include <QtGui/QFontDatabase>
 #include <QtGui/QFontInfo>
@@ -63,6 +64,10 @@ QString firstInstalled(const QStringList& wanted, QFontDatabase::SystemFont othe
     return QFontDatabase::systemFont(otherwise).family();
 }
 
+const QMap<QString, ThemeMode> kModes = {{QStringLiteral("system"), ThemeMode::System},
+                                         {QStringLiteral("light"), ThemeMode::Light},
+                                         {QStringLiteral("dark"), ThemeMode::Dark}};
+
 bool paletteIsDark()
 {
     return QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
@@ -83,6 +88,32 @@ Theme::Theme(ThemeMode mode, QObject* parent)
     connect(qGuiApp, &QGuiApplication::fontChanged, this, &Theme::updateSizes);
     update();
     updateSizes();
+}
+
+QString themeName(ThemeMode mode)
+{
+    return kModes.key(mode);
+}
+
+std::optional<ThemeMode> themeNamed(const QString& name)
+{
+    const auto found = kModes.find(name);
+    return found == kModes.end() ? std::nullopt : std::optional<ThemeMode>(*found);
+}
+
+void Theme::setMode(ThemeMode mode)
+{
+    if (mode == mode_)
+        return;
+    mode_ = mode;
+    update();
+    Q_EMIT modeChanged();
+}
+
+void Theme::setModeName(const QString& name)
+{
+    if (const std::optional<ThemeMode> mode = themeNamed(name))
+        setMode(*mode);
 }
 
 void Theme::update()

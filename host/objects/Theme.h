@@ -3,16 +3,24 @@
 #include <QtCore/QObject>
 #include <QtGui/QColor>
 
+#include <optional>
+
 namespace host {
 
 /// The colours of the window.
 enum class ThemeMode { System, Light, Dark };
+
+/// "system", "light" or "dark".
+QString themeName(ThemeMode mode);
+/// The mode of that name; empty if there is none.
+std::optional<ThemeMode> themeNamed(const QString& name);
 
 /// The window's colours, fonts and sizes, for the QML files as `theme`. ThemeMode::System follows the
 /// application's palette. Application thread.
 class Theme : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(QString mode READ modeName WRITE setModeName NOTIFY modeChanged)
     Q_PROPERTY(bool dark READ isDark NOTIFY changed)
     Q_PROPERTY(QColor window READ window NOTIFY changed)
     Q_PROPERTY(QColor surface READ surface NOTIFY changed)
@@ -41,6 +49,11 @@ class Theme : public QObject
 public:
     explicit Theme(ThemeMode mode = ThemeMode::System, QObject* parent = nullptr);
 
+    ThemeMode mode() const { return mode_; }
+    void setMode(ThemeMode mode);
+    QString modeName() const { return themeName(mode_); }
+    /// An unknown name has no effect.
+    void setModeName(const QString& name);
     bool isDark() const { return dark_; }
 
     QColor window() const;  ///< background
@@ -77,6 +90,7 @@ public:
 Q_SIGNALS:
     void changed();
     void sizesChanged();
+    void modeChanged();
 
 private:
     void update();

@@ -53,6 +53,7 @@ ZorhostProcess::ZorhostProcess() : environment_(QProcessEnvironment::systemEnvir
     environment_.remove("WAYLAND_DISPLAY");
     environment_.remove("QT_QPA_PLATFORM");
     environment_.insert("AGENT_NATIVE_PORT", "1");
+    environment_.insert("XDG_CONFIG_HOME", file("config"));
     setFirstPort(freePort());
 }
 

@@ -6,7 +6,7 @@
 #include <functional>
 
 /// The program as a child process in its own scratch folder: a copy of the program, its libraries and its
-/// machines, a fake `netstat` that leads the port search to a free port, and no display.
+/// machines, a fake `netstat` that leads the port search to a free port, no display and no settings.
 class ZorhostProcess
 {
 public:

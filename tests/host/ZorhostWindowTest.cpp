@@ -1,6 +1,7 @@
 // The program's window on the offscreen platform, and --check-host.
 #include "tests/host/ZorhostProcess.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 #include <QtGui/QImage>
@@ -60,6 +61,53 @@ TEST(ZorhostWindow, ScreenshotAtAnInvalidPath_IsOneLineAndExitCode2)
     EXPECT_EQ(linesOf(host.errors()), 1) << host.errors().constData();
     EXPECT_TRUE(host.errors().contains("no/such/folder/window.png")) << host.errors().constData();
     EXPECT_EQ(host.output(), "");
+}
+
+const char* const kSettings = "config/zorhost/zorhost.ini";
+
+TEST(ZorhostWindow, ShownWindow_RemembersItsSizeAtTheEnd)
+{
+    ZorhostProcess host;
+    host.environment().insert("QT_QPA_PLATFORM", "offscreen");
+    ASSERT_TRUE(host.startReady({"--window"})) << host.errors().constData();
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+    EXPECT_TRUE(host.waitForContent(kSettings, "width="));
+}
+
+TEST(ZorhostWindow, HeadlessAndScreenshot_UseNoSettings)
+{
+    const QList<QStringList> runs = {{"--headless", "--agent", "true", "--exit-with-agent"},
+                                     {"--screenshot", "w.png"}};
+    for (const QStringList& arguments : runs) {
+        ZorhostProcess host;
+        host.write("zorhost.ini", "[window]\nwidth=700\nheight=500\ntheme=dark\n");
+        ASSERT_TRUE(QDir(host.file("")).mkpath("config/zorhost"));
+        ASSERT_TRUE(QFile::rename(host.file("zorhost.ini"), host.file(kSettings)));
+        ASSERT_TRUE(host.startReady(arguments)) << host.errors().constData();
+        EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+        QFile settings(host.file(kSettings));
+        ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+        EXPECT_EQ(settings.readAll(), "[window]\nwidth=700\nheight=500\ntheme=dark\n");
+        const QImage picture(host.file("w.png"));
+        if (!picture.isNull()) {
+            EXPECT_EQ(picture.size(), QSize(1280, 720));
+            EXPECT_GT(picture.pixelColor(1, 1).lightness(), 200);
+        }
+    }
+}
+
+// A file in place of the folder: nothing can be read or written, not even by root.
+TEST(ZorhostWindow, UnwritableSettings_AreReportedInOneLineAtTheEndAndChangeNothingElse)
+{
+    ZorhostProcess host;
+    host.environment().insert("QT_QPA_PLATFORM", "offscreen");
+    host.write("config", "");
+    ASSERT_TRUE(host.startReady({"--window", "--agent", "true", "--exit-with-agent"}))
+        << host.errors().constData();
+    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_EQ(host.errors(),
+              "zorhost: settings " + host.file(kSettings).toLocal8Bit() + ": cannot be written\n");
 }
 
 TEST(ZorhostWindow, UnknownLanguage_ListsTheLanguagesInOneLineWithExitCode2)

@@ -190,7 +190,7 @@ class Host:
 def start(arguments, folder, log, user=None):
     """Starts zorhost with its state in the scratch folder."""
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", XDG_STATE_HOME=f"{folder}/state",
-                       HOME=str(folder), PATH=f"{BIN}:{os.environ['PATH']}")
+                       HOME=str(folder), XDG_CONFIG_HOME=f"{folder}/config", PATH=f"{BIN}:{os.environ['PATH']}")
     with open(log, "wb") as output:
         return subprocess.Popen([BIN / "zorhost", *arguments], cwd=folder, env=environment, stdout=output,
                                 stderr=subprocess.STDOUT, user=user, group=user, extra_groups=[] if user else None)
