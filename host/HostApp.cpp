@@ -2,6 +2,7 @@
 
 #include "host/machine/MachineWriter.h"
 #include "host/objects/WindowObjects.h"
+#include "host/objects/WindowSize.h"
 #include "hostcheck/ComponentCheck.h"
 #include "hostcheck/HostCheck.h"
 #include "plugin/ComponentMgr.h"
@@ -204,7 +205,9 @@ void HostApp::rememberWindow()
     if (options_.headless)
         return;
     memory_ = std::make_unique<WindowMemory>(WindowMemory::userFile(), *scene_.window(), scene_.theme());
-    memory_->restore(scene_.window()->screen()->availableSize(), options_.theme.has_value());
+    fitScreen(*scene_.window(), scene_.theme().unit());
+    const QSize screen = scene_.window()->screen()->availableSize();
+    memory_->restore(fittingSize(screen, screen), options_.theme.has_value());
 }
 
 void HostApp::takeScreenshot()

@@ -171,6 +171,37 @@
     </message>
 </context>
 <context>
+    <name>PaneTabs</name>
+    <message>
+        <source>Panes</source>
+        <translation>Bereiche</translation>
+    </message>
+    <message>
+        <source>Disks</source>
+        <translation>Datenträger</translation>
+    </message>
+    <message>
+        <source>Guide</source>
+        <translation>Assistent</translation>
+    </message>
+    <message>
+        <source>Recommendation</source>
+        <translation>Empfehlung</translation>
+    </message>
+    <message>
+        <source>Tasks</source>
+        <translation>Aufgaben</translation>
+    </message>
+    <message>
+        <source>Agent</source>
+        <translation>Agent</translation>
+    </message>
+    <message>
+        <source>Testing</source>
+        <translation>Zum Testen</translation>
+    </message>
+</context>
+<context>
     <name>QueuePane</name>
     <message>
         <source>Tasks</source>

@@ -171,6 +171,37 @@
     </message>
 </context>
 <context>
+    <name>PaneTabs</name>
+    <message>
+        <source>Panes</source>
+        <translation>Panes</translation>
+    </message>
+    <message>
+        <source>Disks</source>
+        <translation>Disks</translation>
+    </message>
+    <message>
+        <source>Guide</source>
+        <translation>Guide</translation>
+    </message>
+    <message>
+        <source>Recommendation</source>
+        <translation>Recommendation</translation>
+    </message>
+    <message>
+        <source>Tasks</source>
+        <translation>Tasks</translation>
+    </message>
+    <message>
+        <source>Agent</source>
+        <translation>Agent</translation>
+    </message>
+    <message>
+        <source>Testing</source>
+        <translation>Testing</translation>
+    </message>
+</context>
+<context>
     <name>QueuePane</name>
     <message>
         <source>Tasks</source>

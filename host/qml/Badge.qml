@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A word on a coloured background; `tone` is plain, accent, good, bad or warn.
+// A word on a coloured background; `tone` is plain, accent, good, bad or warn. A tip shows an elided text.
 Rectangle {
     property alias text: label.text
     property string tone: "plain"
@@ -22,5 +22,11 @@ Rectangle {
         font.pixelSize: theme.small
         font.weight: Font.DemiBold
         color: parent.inks[parent.tone]
+    }
+    HoverHandler { id: hover; enabled: label.truncated }
+    Loader {
+        id: tip
+        active: hover.hovered && label.truncated
+        sourceComponent: Tip { parent: tip.parent; visible: true; text: label.text }
     }
 }

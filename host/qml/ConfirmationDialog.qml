@@ -28,7 +28,7 @@ QuestionDialog {
             realDisk: true
             risk: confirmation.risk
             losses: confirmation.losses
-            listLimit: dialog.parent.height - 280
+            listLimit: dialog.parent.height - 280 * theme.unit
         }
         Row {
             anchors.right: parent.right

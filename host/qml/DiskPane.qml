@@ -61,12 +61,15 @@ Item {
     Rectangle {
         id: strip
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
-        height: 36 * theme.unit
+        height: detailText.height + 18 * theme.unit
         radius: 8
         color: theme.surface
         border { width: 1; color: theme.border }
         Words {
+            id: detailText
             objectName: "details"
+            wrapMode: Text.Wrap
+            maximumLineCount: 4
             anchors { left: parent.left; right: parent.right; margins: 14; verticalCenter: parent.verticalCenter }
             text: pane.details === "" && list.count > 0 ? qsTr("The disk has no known partition.") : pane.details
             font.pixelSize: theme.small

@@ -7,6 +7,10 @@ Panel {
     id: pane
 
     property Item focusBefore: null
+    property bool shown: true
+
+    // A guide has opened and must become visible.
+    signal wanted()
 
     function holds(item) {
         for (; item !== null; item = item.parent) {
@@ -17,6 +21,7 @@ Panel {
     }
     function takeFocus() {
         const holder = Window.activeFocusItem
+        wanted()
         if (!visible || confirmation.open || interruption.open)
             return
         if (!holds(holder))
@@ -24,15 +29,20 @@ Panel {
         closeButton.forceActiveFocus()
     }
     function returnFocus() {
-        if (holds(Window.activeFocusItem) && focusBefore !== null && focusBefore.visible)
-            focusBefore.forceActiveFocus()
+        const target = focusBefore
         focusBefore = null
+        if (!holds(Window.activeFocusItem) || target === null)
+            return
+        if (target.visible)
+            target.forceActiveFocus()
+        else
+            Qt.callLater(() => { if (target.visible) target.forceActiveFocus() }) // its pane returns after the guide
     }
 
     objectName: "guidePane"
-    onVisibleChanged: if (!visible) returnFocus()
-    visible: guide.open && !guide.dialog
-    implicitHeight: lines.height + 50 * theme.unit
+    onVisibleChanged: if (!visible && !guide.open) returnFocus()
+    visible: guide.open && !guide.dialog && shown
+    implicitHeight: lines.implicitHeight + headHeight + 12 * theme.unit
     title: guide.title
     border.color: guide.destructive ? theme.bad : theme.accent
     tools: [
@@ -53,13 +63,13 @@ Panel {
         target: guide
         function onOpened() { pane.takeFocus() }
     }
-    Column {
+    ScrollArea {
         id: lines
-        x: 6
-        width: parent.width - 12
+        objectName: "guideLines"
+        anchors { fill: parent; leftMargin: 6; bottomMargin: -4 }
         spacing: 8
 
-        StepRow { visible: guide.steps.length > 0 }
+        StepRow { width: parent.width; visible: guide.steps.length > 0 }
         FactList { width: parent.width }
         LossNotice {
             prefix: "guide"

@@ -1,49 +1,59 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 
-RowLayout {
+// The machine, its state, and the buttons of the window. Texts that do not fit are elided.
+ColumnLayout {
     id: header
-    spacing: 10
+    spacing: 4
 
-    Column {
-        Layout.leftMargin: 4
-        Row {
-            spacing: 8
-            Words {
-                objectName: "machineName"
-                // The names of several disks can be long. The window's title has all of them.
-                width: host.realDisks ? Math.min(implicitWidth, Math.max(60, header.width - 600)) : implicitWidth
-                text: host.machineName === "" ? qsTr("The machine has no name.") : host.machineName
-                elide: Text.ElideMiddle
-                font { pixelSize: theme.title; weight: Font.DemiBold }
-            }
-            Badge {
-                objectName: "realBadge"
-                anchors.verticalCenter: parent.verticalCenter
-                tone: host.realDisks ? "bad" : "plain"
-                text: host.realDisks ? qsTr("REAL DISKS") : qsTr("simulated")
-            }
+    RowLayout {
+        spacing: 8
+        Words {
+            objectName: "machineName"
+            Layout.leftMargin: 4
+            Layout.fillWidth: true
+            Layout.maximumWidth: Math.ceil(implicitWidth)
+            Layout.minimumWidth: 40 * theme.unit
+            text: host.machineName === "" ? qsTr("The machine has no name.") : host.machineName
+            elide: Text.ElideMiddle
+            HoverHandler { id: hover }
+            Tip { visible: hover.hovered && parent.truncated; text: parent.text }
+            font { pixelSize: theme.title; weight: Font.DemiBold }
         }
-        Words { objectName: "machineSummary"; text: diskModel.summary; font.pixelSize: theme.small; color: theme.muted }
+        Badge {
+            objectName: "realBadge"
+            tone: host.realDisks ? "bad" : "plain"
+            text: host.realDisks ? qsTr("REAL DISKS") : qsTr("simulated")
+        }
+        Item { Layout.fillWidth: true }
+        PushButton { objectName: "languageButton"; text: qsTr("Language"); onClicked: multilanguage.changeLanguage() }
+        PushButton { objectName: "scanButton"; text: qsTr("Scan now"); onClicked: link.scanNow() }
     }
-    Badge {
-        objectName: "serviceBadge"
-        tone: host.serviceAddress === "" ? "warn" : "good"
-        text: host.serviceAddress === "" ? qsTr("service is starting") : qsTr("agent service on %1").arg(host.serviceAddress)
+    RowLayout {
+        spacing: 8
+        component StateBadge: Badge {
+            Layout.fillWidth: true
+            Layout.maximumWidth: Math.ceil(implicitWidth)
+            Layout.minimumWidth: 40 * theme.unit
+        }
+        Words {
+            objectName: "machineSummary"
+            Layout.leftMargin: 4
+            Layout.fillWidth: true
+            Layout.maximumWidth: Math.ceil(implicitWidth)
+            Layout.minimumWidth: 40 * theme.unit
+            text: diskModel.summary
+            font.pixelSize: theme.small
+            color: theme.muted
+        }
+        StateBadge {
+            objectName: "serviceBadge"
+            tone: host.serviceAddress === "" ? "warn" : "good"
+            text: host.serviceAddress === "" ? qsTr("service is starting") : qsTr("agent service on %1").arg(host.serviceAddress)
+        }
+        StateBadge { objectName: "busyBadge"; visible: host.work !== ""; tone: "accent"; text: qsTr("busy: %1").arg(host.work) }
+        StateBadge { objectName: "problemBadge"; visible: host.problem !== ""; tone: "bad"; text: host.problem }
+        StateBadge { objectName: "popupBadge"; visible: host.dialogOpen || guide.dialog; tone: "warn"; text: qsTr("dialog open") }
+        Item { Layout.fillWidth: true }
     }
-    Badge {
-        objectName: "busyBadge"
-        // The only part that may be elided, because the list of tasks shows the name as well.
-        Layout.fillWidth: true
-        Layout.minimumWidth: 0
-        Layout.maximumWidth: implicitWidth
-        visible: host.work !== ""
-        tone: "accent"
-        text: qsTr("busy: %1").arg(host.work)
-    }
-    Badge { objectName: "problemBadge"; visible: host.problem !== ""; tone: "bad"; text: host.problem }
-    Badge { objectName: "popupBadge"; visible: host.dialogOpen || guide.dialog; tone: "warn"; text: qsTr("dialog open") }
-    Item { Layout.fillWidth: true }
-    PushButton { objectName: "languageButton"; text: qsTr("Language"); onClicked: multilanguage.changeLanguage() }
-    PushButton { objectName: "scanButton"; text: qsTr("Scan now"); onClicked: link.scanNow() }
 }

@@ -13,7 +13,7 @@ Popup {
     parent: Overlay.overlay
     x: Math.round((parent.width - width) / 2)
     y: Math.round((parent.height - height) / 2)
-    width: 520 * theme.unit
+    width: Math.min(520 * theme.unit, parent.width - 40)
     padding: 24
     modal: true
     focus: true
@@ -43,15 +43,22 @@ Popup {
         spacing: 16
 
         Words { objectName: "dialogTitle"; width: parent.width; text: guide.title; font { pixelSize: theme.title; weight: Font.DemiBold } }
-        FactList { width: parent.width }
-        Words { objectName: "dialogText"; visible: text !== ""; width: parent.width; text: guide.text; wrapMode: Text.Wrap; color: theme.muted }
-        LossNotice {
-            prefix: "dialog"
-            visible: guide.destructive
+        ScrollArea {
+            objectName: "dialogLines"
             width: parent.width
-            realDisk: host.realDisks
-            risk: guide.risk
-            losses: guide.losses
+            height: Math.min(implicitHeight, dialog.parent.height - 180 * theme.unit)
+            spacing: 16
+
+            FactList { width: parent.width }
+            Words { objectName: "dialogText"; visible: text !== ""; width: parent.width; text: guide.text; wrapMode: Text.Wrap; color: theme.muted }
+            LossNotice {
+                prefix: "dialog"
+                visible: guide.destructive
+                width: parent.width
+                realDisk: host.realDisks
+                risk: guide.risk
+                losses: guide.losses
+            }
         }
         Row {
             anchors.right: parent.right

@@ -1,22 +1,75 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import QtQuick.Window 2.15
 
-// The content of the window. The header comes last, because Tab follows this order and the disks come first.
+// The content of the window. A small window shows one pane at a time, selected by tabs. The header comes last, because
+// Tab follows this order and the disks come first.
 Rectangle {
+    id: pages
+
+    readonly property bool tabbed: width < 940 * theme.unit || height < 560 * theme.unit
+    readonly property bool guideOpen: guide.open && !guide.dialog
+    readonly property bool recommendationOpen: link.message !== "" || link.emptyScan
+    property string pane: "disks"
+    // The pane that returns when the guide or the recommendation closes.
+    property string lastingPane: "disks"
+
+    function shows(name) { return !tabbed || pane === name }
+    function select(name) {
+        pane = name
+        if (name !== "guide" && name !== "recommendation")
+            lastingPane = name
+    }
+    function leave(name) {
+        if (pane === name)
+            pane = lastingPane
+    }
+    // An invisible pane must not receive keys.
+    function moveFocus() {
+        const holder = Window.activeFocusItem
+        if (tabbed && holder !== null && !holder.visible)
+            tabs.focusCurrent()
+    }
+
     color: theme.window
+    onTabbedChanged: Qt.callLater(moveFocus)
+    onGuideOpenChanged: guideOpen ? select("guide") : leave("guide")
+    onRecommendationOpenChanged: {
+        if (!recommendationOpen)
+            leave("recommendation")
+        else if (!guideOpen)
+            select("recommendation")
+    }
 
     RowLayout {
-        anchors { left: parent.left; right: parent.right; top: header.bottom; bottom: parent.bottom; margins: 12; topMargin: 10 }
+        id: body
+        anchors {
+            left: parent.left; right: parent.right; bottom: parent.bottom; margins: 12; topMargin: 10
+            top: tabs.visible ? tabs.bottom : header.bottom
+        }
         spacing: 10
 
         ColumnLayout {
+            visible: pages.shows("guide") || pages.shows("disks") || pages.shows("recommendation")
             spacing: 8
-            GuidePane { Layout.fillWidth: true }
-            DiskPane { Layout.fillWidth: true; Layout.fillHeight: true }
-            RecommendationCard { Layout.fillWidth: true }
+            GuidePane {
+                shown: pages.shows("guide")
+                onWanted: pages.select("guide")
+                Layout.fillWidth: true
+                Layout.fillHeight: pages.tabbed
+                Layout.preferredHeight: Math.min(implicitHeight, body.height * 0.45)
+            }
+            DiskPane { visible: pages.shows("disks"); Layout.fillWidth: true; Layout.fillHeight: true }
+            RecommendationCard {
+                visible: pages.recommendationOpen && pages.shows("recommendation")
+                stacked: width < 480 * theme.unit || pages.tabbed
+                Layout.fillWidth: true
+                Layout.fillHeight: pages.tabbed
+                Layout.preferredHeight: Math.min(implicitHeight, body.height * 0.25)
+            }
             Words {
                 objectName: "address"
-                visible: host.address !== ""
+                visible: host.address !== "" && pages.shows("disks")
                 Layout.fillWidth: true
                 text: qsTr("Opened address: %1").arg(host.address)
                 font.pixelSize: theme.small
@@ -25,13 +78,29 @@ Rectangle {
             }
         }
         ColumnLayout {
+            visible: pages.shows("tasks") || pages.shows("agent") || pages.shows("testing")
             spacing: 10
-            Layout.minimumWidth: 360 * theme.unit
-            Layout.maximumWidth: 360 * theme.unit
-            QueuePane { Layout.fillWidth: true; Layout.preferredHeight: 230 * theme.unit }
-            ActivityPane { Layout.fillWidth: true; Layout.fillHeight: true }
-            TestPanel { Layout.fillWidth: true }
+            Layout.fillWidth: pages.tabbed
+            Layout.minimumWidth: pages.tabbed ? 0 : 360 * theme.unit
+            Layout.maximumWidth: pages.tabbed ? Number.POSITIVE_INFINITY : 360 * theme.unit
+            QueuePane {
+                visible: pages.shows("tasks")
+                Layout.fillWidth: true
+                Layout.fillHeight: pages.tabbed
+                Layout.preferredHeight: Math.min(230 * theme.unit, body.height * 0.4)
+            }
+            ActivityPane { visible: pages.shows("agent"); Layout.fillWidth: true; Layout.fillHeight: true }
+            TestPanel { visible: pages.shows("testing"); Layout.fillWidth: true; Layout.fillHeight: pages.tabbed }
         }
+    }
+    PaneTabs {
+        id: tabs
+        anchors { left: parent.left; right: parent.right; top: header.bottom; margins: 12; topMargin: 8 }
+        visible: pages.tabbed
+        current: pages.pane
+        guideOpen: pages.guideOpen
+        recommendationOpen: pages.recommendationOpen
+        onSelected: pages.select(pane)
     }
     Header {
         id: header
@@ -40,7 +109,7 @@ Rectangle {
     // Wherever the focus is. A dialog handles its own Escape.
     Shortcut {
         sequence: "Escape"
-        enabled: guide.open && !guide.dialog && !confirmation.open && !interruption.open
+        enabled: pages.guideOpen && !confirmation.open && !interruption.open
         onActivated: guide.dismiss()
     }
     PageDialog {}

@@ -7,6 +7,8 @@ Rectangle {
     property alias tools: toolRow.data
     default property alias content: body.data
 
+    readonly property real headHeight: heading.height + 21 * theme.unit
+
     color: theme.surface
     radius: 8
     border { width: 1; color: theme.border }
@@ -14,6 +16,9 @@ Rectangle {
     Words {
         id: heading
         anchors { left: parent.left; leftMargin: 14; top: parent.top; topMargin: 11 * theme.unit }
+        width: Math.min(implicitWidth, toolRow.x - x - 8)
+        wrapMode: Text.Wrap
+        maximumLineCount: 2
         font { pixelSize: theme.heading; weight: Font.DemiBold }
     }
     Words {
@@ -29,6 +34,6 @@ Rectangle {
     }
     Item {
         id: body
-        anchors { fill: parent; topMargin: 38 * theme.unit; leftMargin: 8; rightMargin: 8; bottomMargin: 8 }
+        anchors { fill: parent; topMargin: parent.headHeight; leftMargin: 8; rightMargin: 8; bottomMargin: 8 }
     }
 }

@@ -20,6 +20,7 @@ Item {
     }
     Badge {
         id: badge
+        width: Math.min(implicitWidth, parent.width * 0.4)
         objectName: "taskState"
         anchors { right: cancel.visible ? cancel.left : parent.right; rightMargin: 8; top: parent.top; topMargin: 3 * theme.unit }
         text: model.state !== "running" ? row.states[model.state]

@@ -1,7 +1,7 @@
 import QtQuick 2.15
 
 // The steps of a guide, the current one marked.
-Row {
+Flow {
     spacing: 6
 
     Repeater {

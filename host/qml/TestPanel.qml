@@ -3,7 +3,7 @@ import QtQuick 2.15
 // Switches that put the host into states that an agent must handle.
 Panel {
     title: qsTr("Testing")
-    implicitHeight: switches.height + 46 * theme.unit
+    implicitHeight: switches.height + headHeight + 8 * theme.unit
 
     Flow {
         id: switches

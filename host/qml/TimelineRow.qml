@@ -45,6 +45,7 @@ Item {
             }
             Badge {
                 id: outcome
+                width: Math.min(implicitWidth, parent.width * 0.5)
                 objectName: "callOutcome"
                 anchors { right: parent.right; verticalCenter: parent.verticalCenter }
                 tone: row.tones[model.callState]

@@ -5,8 +5,8 @@ import Sandbox 1.0
 HostWindow {
     width: 1280
     height: 720
-    minimumWidth: 960
-    minimumHeight: 600
+    minimumWidth: 640
+    minimumHeight: 480
     title: host.realDisks ? qsTr("Sandbox host: %1 (real disks)").arg(host.machineName) : qsTr("Sandbox host")
 
     MainPage { objectName: "__zormain" }
