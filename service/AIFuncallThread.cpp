@@ -17,6 +17,18 @@
 
 namespace thrift = apache::thrift;
 
+namespace {
+
+QString configured(const QString& key, const QString& fallback)
+{
+    QSettings settings(QCoreApplication::applicationDirPath() + QLatin1String("/config.ini"),
+                       QSettings::IniFormat);
+    settings.setIniCodec("UTF-8");
+    return settings.value(key, fallback).toString();
+}
+
+} // namespace
+
 AIFuncallThread::AIFuncallThread(QObject* parent, MakeHandler makeHandler)
     : QThread(parent), makeHandler_(std::move(makeHandler))
 {
@@ -83,10 +95,13 @@ std::shared_ptr<ZORNativePluginIf> AIFuncallThread::toolHandler() const
 
 QString AIFuncallThread::configuredAddress()
 {
-    QSettings settings(QCoreApplication::applicationDirPath() + QLatin1String("/config.ini"),
-                       QSettings::IniFormat);
-    settings.setIniCodec("UTF-8");
-    return settings.value(QStringLiteral("main/aiAddress"), QStringLiteral("localhost")).toString();
+    return configured(QStringLiteral("main/aiAddress"), QStringLiteral("localhost"));
+}
+
+bool AIFuncallThread::configuredSameUserOnly()
+{
+    const QString value = configured(QStringLiteral("main/aiSameUserOnly"), QStringLiteral("true"));
+    return value.compare(QLatin1String("false"), Qt::CaseInsensitive) != 0 && value != QLatin1String("0");
 }
 
 void AIFuncallThread::buildServer(const QString& address, int port)
@@ -100,5 +115,8 @@ std::unique_ptr<thrift::server::TThreadedServer>
 AIFuncallThread::makeServer(const std::shared_ptr<ZORNativePluginIf>& tools, const std::string& address,
                             int port)
 {
-    return makeToolServer(tools, address, port);
+    if (configuredSameUserOnly())
+        return makeToolServer(tools, address, port);
+    CLogWriter::Log("Agent clients of every account are admitted\n");
+    return makeToolServer(tools, address, port, nullptr);
 }

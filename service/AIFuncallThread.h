@@ -47,6 +47,11 @@ public:
     /// The address to serve on: the value in config.ini, "localhost" by default. Any thread.
     static QString configuredAddress();
 
+    /// True unless aiSameUserOnly in config.ini, next to the address, is "false" or "0": a client on a
+    /// loopback address must then belong to the account of this process, or be root or the system account.
+    /// Any thread.
+    static bool configuredSameUserOnly();
+
     /// The handler of the service; null before the server is built. Any thread.
     std::shared_ptr<ZORNativePluginIf> toolHandler() const;
 

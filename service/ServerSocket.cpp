@@ -1,8 +1,13 @@
 #include "service/ServerSocket.h"
 
+#include "closed/Log/LogWriter.h"
+#include "service/AccountCheck.h"
 #include "service/ConnectionSocket.h"
+#include "service/PeerAccount.h"
 
 #include <thrift/transport/TTransportException.h>
+
+#include <utility>
 
 using apache::thrift::transport::TSocket;
 using apache::thrift::transport::TTransport;
@@ -34,10 +39,20 @@ private:
     ServerSocket* socket_;
 };
 
+ServerSocket::ServerSocket(const std::string& address, int port, std::unique_ptr<AccountCheck> accounts)
+    : TServerSocket(address, port), accounts_(std::move(accounts))
+{
+}
+
+ServerSocket::~ServerSocket() = default;
+
 void ServerSocket::listen()
 {
     const StateScope scope(this, State::Listening);
     TServerSocket::listen();
+    if (accounts_ && !isBoundToLoopback(getSocketFD()))
+        CLogWriter::Log(
+            "Agent address is not a loopback address: the account of remote clients is not checked\n");
 }
 
 void ServerSocket::interrupt()
@@ -76,7 +91,12 @@ void ServerSocket::close()
 std::shared_ptr<TTransport> ServerSocket::acceptImpl()
 {
     const StateScope scope(this, State::Accepting);
-    return TServerSocket::acceptImpl();
+    for (;;) {
+        const std::shared_ptr<TTransport> connection = TServerSocket::acceptImpl();
+        if (!accounts_ || accounts_->admits(std::static_pointer_cast<TSocket>(connection)->getSocketFD()))
+            return connection;
+        connection->close();
+    }
 }
 
 std::shared_ptr<TSocket> ServerSocket::createSocket(THRIFT_SOCKET client)

@@ -11,6 +11,7 @@
 #include <thrift/server/TThreadedServer.h>
 
 #include <exception>
+#include <utility>
 
 namespace thrift = apache::thrift;
 
@@ -43,10 +44,11 @@ public:
 } // namespace
 
 std::unique_ptr<thrift::server::TThreadedServer>
-makeToolServer(const std::shared_ptr<ZORNativePluginIf>& handler, const std::string& address, int port)
+makeToolServer(const std::shared_ptr<ZORNativePluginIf>& handler, const std::string& address, int port,
+               std::unique_ptr<AccountCheck> accounts)
 {
     const std::shared_ptr<thrift::TProcessor> processor = std::make_shared<ToolProcessor>(handler);
-    const auto socket = std::make_shared<ServerSocket>(address, port);
+    const auto socket = std::make_shared<ServerSocket>(address, port, std::move(accounts));
     const auto transports = std::make_shared<StreamTransportFactory>();
     const auto protocols =
         std::make_shared<thrift::protocol::TBinaryProtocolFactoryT<thrift::transport::TTransport>>();

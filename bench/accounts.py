@@ -1,0 +1,109 @@
+"""Measures what the check of a client's account costs, and what a client of another account costs the served ones.
+
+Arguments: the build folder. Needs root, because only root can start a client as another user.
+"""
+
+import os
+import socket
+import statistics
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+
+BUILD = os.path.abspath(sys.argv[1])
+OTHER_USER = "65534"
+NAME = b"ListAllDisks"
+CALL = struct.pack(">HBBi", 0x8001, 0, 1, len(NAME)) + NAME + struct.pack(">i", 7) + b"\0"
+# Connects, calls and is rejected, as often as possible, until its standard input ends.
+STORM = r"""
+import select, socket, sys
+port, call, count = int(sys.argv[1]), bytes.fromhex(sys.argv[2]), 0
+while not select.select([sys.stdin], [], [], 0)[0]:
+    with socket.create_connection(("127.0.0.1", port)) as client:
+        try:
+            client.sendall(call)
+            client.recv(1)
+        except OSError:
+            pass
+    count += 1
+print(count)
+"""
+
+
+class Service:
+    def __init__(self, folder, same_user_only):
+        os.makedirs(folder)
+        program = os.path.join(folder, "service_host")
+        os.link(os.path.join(BUILD, "tests/service_host/service_host"), program)
+        with open(os.path.join(folder, "config.ini"), "w", encoding="ascii") as file:
+            file.write(f"[main]\naiAddress=127.0.0.1\naiSameUserOnly={same_user_only}\n")
+        environment = dict(os.environ, QT_QPA_PLATFORM="offscreen")
+        self.process = subprocess.Popen([program], stdin=subprocess.PIPE, stdout=subprocess.PIPE, env=environment)
+        self.port = int(self.process.stdout.readline().split(b'"native":"')[1].split(b'"')[0])
+
+    def end(self):
+        self.process.stdin.close()
+        self.process.wait(30)
+
+
+def call(client):
+    client.sendall(CALL)
+    received = client.recv(65536)
+    while received[-1:] != b"\0":
+        received += client.recv(65536)
+
+
+def first_answers(service, count):
+    """The times from connect to the complete answer, in microseconds."""
+    times = []
+    for _ in range(count):
+        begun = time.perf_counter()
+        with socket.create_connection(("127.0.0.1", service.port)) as client:
+            call(client)
+            times.append((time.perf_counter() - begun) * 1e6)
+    return times
+
+
+def reads(client, count):
+    times = []
+    for _ in range(count):
+        begun = time.perf_counter()
+        call(client)
+        times.append((time.perf_counter() - begun) * 1e6)
+    return times
+
+
+def storm(service):
+    return subprocess.Popen(["setpriv", "--reuid", OTHER_USER, "--clear-groups", sys.executable, "-c", STORM,
+                             str(service.port), CALL.hex()], stdin=subprocess.PIPE, stdout=subprocess.PIPE, cwd="/")
+
+
+def main():
+    with tempfile.TemporaryDirectory(dir=BUILD) as folder:
+        checked = Service(os.path.join(folder, "on"), "true")
+        unchecked = Service(os.path.join(folder, "off"), "false")
+        on, off = [], []
+        for _ in range(21):
+            on += first_answers(checked, 100)
+            off += first_answers(unchecked, 100)
+        print(f"first answer of a new connection, check on      {statistics.median(on):8.1f} us")
+        print(f"first answer of a new connection, check off     {statistics.median(off):8.1f} us")
+
+        quiet, loud, rejected = [], [], 0
+        with socket.create_connection(("127.0.0.1", checked.port)) as client:
+            for _ in range(11):
+                quiet += reads(client, 2000)
+                other = storm(checked)
+                time.sleep(0.2)
+                loud += reads(client, 2000)
+                rejected += int(other.communicate(b"\n")[0])
+        print(f"read of a served client, alone                  {statistics.median(quiet):8.1f} us")
+        print(f"read of a served client, {rejected:6d} clients of\n"
+              f"another account rejected meanwhile              {statistics.median(loud):8.1f} us")
+        checked.end()
+        unchecked.end()
+
+
+main()
