@@ -54,6 +54,10 @@ if(TARGET zorhost)
             file(MAKE_DIRECTORY \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR})
             file(CREATE_LINK ${zorhost_link}
                 \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/zorhost SYMBOLIC)")
+        set(desktop ${CMAKE_SOURCE_DIR}/host/desktop/io.github.aibridge.zorhost)
+        install(FILES ${desktop}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+        install(FILES ${desktop}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+        install(FILES ${desktop}.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
     endif()
 endif()
 

@@ -108,6 +108,8 @@ int main(int argc, char** argv)
     displayGuard.reset();
     host::setUsualTextSize();
     QGuiApplication::setApplicationName(QStringLiteral("zorhost"));
+    // The desktop shows the icon of this entry for the window.
+    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.aibridge.zorhost"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     auto backend = openBackend(options);
     if (const QString* error = std::get_if<QString>(&backend)) {
