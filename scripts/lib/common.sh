@@ -1,11 +1,23 @@
-# Shared by the scripts: folders, package installation and the build.
+# Shared by the scripts: folders, help, package installation and the build.
+# A script that sets own_help=1 before it sources this file answers -h and --help itself.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 build_dir=$root/build
+source "$root/scripts/lib/progress.sh"
 
 say() { printf '== %s\n' "$*"; }
 die() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 2; }
+
+# The comment at the top of the script.
+print_help() { sed -n '2,$ { /^#/!q; s/^# \{0,1\}//p }' "$0"; }
+print_version() {
+    printf '%s %s\n' "$(basename "$0")" "$(sed -n 's/^project(AIBridge VERSION \([^ ]*\).*/\1/p' "$root/CMakeLists.txt")"
+}
+case ${1:-} in
+    -h | --help) [ -n "${own_help:-}" ] || { print_help; exit 0; } ;;
+    --version) print_version; exit 0 ;;
+esac
 
 # A path as one word of a shell command, for zorhost --agent.
 quoted() { printf "'%s'" "${1//\'/\'\\\'\'}"; }
@@ -46,5 +58,5 @@ build() {
     shift
     local targets=()
     [ $# -gt 0 ] && targets=(--target "$@")
-    (cd "$root" && cmake --build --preset "$preset" "${targets[@]}" -- --quiet)
+    (cd "$root" && with_progress cmake --build --preset "$preset" "${targets[@]}")
 }
