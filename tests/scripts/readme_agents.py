@@ -14,8 +14,8 @@ import unittest
 
 BUILD = pathlib.Path(sys.argv.pop(2))
 SOURCE = pathlib.Path(sys.argv.pop(1))
-# Debian's python3-thrift belongs to Debian's Python. A compiler cache saves time.
-ENVIRONMENT = dict(os.environ, PATH="/usr/lib/ccache:/usr/bin:" + os.environ["PATH"])
+# Debian's python3-thrift belongs to Debian's Python.
+ENVIRONMENT = dict(os.environ, PATH="/usr/bin:" + os.environ["PATH"])
 ENVIRONMENT.pop("AGENT_NATIVE_PORT", None)
 DISKS = "0 NVMe 931.51 GB\n1 SATA 3.64 TB\n2 SATA 232.89 GB\n3 USB 59.63 GB\n"
 # Another test can take the port of the service.
