@@ -2,6 +2,45 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE" sourcelanguage="en">
 <context>
+    <name>AboutDialog</name>
+    <message>
+        <source>Sandbox host of AIBridge (zorhost)</source>
+        <translation>Sandbox-Host von AIBridge (zorhost)</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Disks</source>
+        <translation>Datenträger</translation>
+    </message>
+    <message>
+        <source>Real: orders change the disks and images of the command line.</source>
+        <translation>Echt: Aufträge ändern die Datenträger und Abbilder der Befehlszeile.</translation>
+    </message>
+    <message>
+        <source>Simulated: no disk of the computer is changed.</source>
+        <translation>Simuliert: Kein Datenträger des Computers wird geändert.</translation>
+    </message>
+    <message>
+        <source>Libraries</source>
+        <translation>Bibliotheken</translation>
+    </message>
+    <message>
+        <source>Qt %1, Apache Thrift %2</source>
+        <translation>Qt %1, Apache Thrift %2</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation>Lizenz</translation>
+    </message>
+    <message>
+        <source>No licence is given.</source>
+        <translation>Eine Lizenz ist nicht erteilt.</translation>
+    </message>
+</context>
+<context>
     <name>ActivityPane</name>
     <message>
         <source>Log</source>
@@ -55,6 +94,18 @@
         <source>The disk has no known partition.</source>
         <translation>Der Datenträger hat keine bekannte Partition.</translation>
     </message>
+    <message>
+        <source>No disk matches the search.</source>
+        <translation>Kein Datenträger entspricht der Suche.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Compact</source>
+        <translation>Kompakt</translation>
+    </message>
 </context>
 <context>
     <name>GuidePane</name>
@@ -94,16 +145,121 @@
         <translation>Jetzt prüfen</translation>
     </message>
     <message>
-        <source>REAL DISKS</source>
-        <translation>ECHTE DATENTRÄGER</translation>
-    </message>
-    <message>
-        <source>simulated</source>
-        <translation>simuliert</translation>
-    </message>
-    <message>
         <source>The machine has no name.</source>
         <translation>Die Maschine hat keinen Namen.</translation>
+    </message>
+</context>
+<context>
+    <name>HeaderMenu</name>
+    <message>
+        <source>Colours of the system</source>
+        <translation>Farben des Systems</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über das Programm</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Tab, Shift+Tab</source>
+        <translation>Tab, Umschalt+Tab</translation>
+    </message>
+    <message>
+        <source>Next part of the window, previous part.</source>
+        <translation>Nächster Teil des Fensters, voriger Teil.</translation>
+    </message>
+    <message>
+        <source>Up, Down</source>
+        <translation>Pfeil auf, Pfeil ab</translation>
+    </message>
+    <message>
+        <source>In the disks: previous disk, next disk. In other lists: scroll.</source>
+        <translation>Bei den Datenträgern: voriger, nächster Datenträger. In anderen Listen: blättern.</translation>
+    </message>
+    <message>
+        <source>Left, Right</source>
+        <translation>Pfeil links, Pfeil rechts</translation>
+    </message>
+    <message>
+        <source>In the disks: previous entry of the disk, next entry.</source>
+        <translation>Bei den Datenträgern: voriger, nächster Eintrag des Datenträgers.</translation>
+    </message>
+    <message>
+        <source>Home, End</source>
+        <translation>Pos1, Ende</translation>
+    </message>
+    <message>
+        <source>In a list: start, end.</source>
+        <translation>In einer Liste: Anfang, Ende.</translation>
+    </message>
+    <message>
+        <source>Enter, Space</source>
+        <translation>Eingabe, Leertaste</translation>
+    </message>
+    <message>
+        <source>Press the button or change the switch.</source>
+        <translation>Schaltfläche drücken oder Schalter umstellen.</translation>
+    </message>
+    <message>
+        <source>Escape</source>
+        <translation>Esc</translation>
+    </message>
+    <message>
+        <source>Close a dialog or the guide, clear the search, decline a recommendation.</source>
+        <translation>Dialog oder Assistenten schließen, Suche leeren, Empfehlung ablehnen.</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Strg+F</translation>
+    </message>
+    <message>
+        <source>Search the disks.</source>
+        <translation>Datenträger suchen.</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Strg+Q</translation>
+    </message>
+    <message>
+        <source>Close the window. A question follows if a task is destroying data.</source>
+        <translation>Fenster schließen. Vorher folgt eine Frage, wenn eine Aufgabe Daten zerstört.</translation>
+    </message>
+    <message>
+        <source>F1</source>
+        <translation>F1</translation>
+    </message>
+    <message>
+        <source>Show this list.</source>
+        <translation>Diese Liste anzeigen.</translation>
+    </message>
+</context>
+<context>
+    <name>InformationDialog</name>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -150,6 +306,17 @@
     <message>
         <source>The disk has no known partition. Data without a partition is lost.</source>
         <translation>Der Datenträger hat keine bekannte Partition. Daten außerhalb von Partitionen gehen verloren.</translation>
+    </message>
+</context>
+<context>
+    <name>ModeMark</name>
+    <message>
+        <source>Real disks</source>
+        <translation>Echte Datenträger</translation>
+    </message>
+    <message>
+        <source>Simulation</source>
+        <translation>Simulation</translation>
     </message>
 </context>
 <context>
@@ -1344,6 +1511,17 @@
     </message>
 </context>
 <context>
+    <name>SearchField</name>
+    <message>
+        <source>Search disks: name, letter, label, file system</source>
+        <translation>Datenträger suchen: Name, Buchstabe, Bezeichnung, Dateisystem</translation>
+    </message>
+    <message>
+        <source>Search disks</source>
+        <translation>Datenträger suchen</translation>
+    </message>
+</context>
+<context>
     <name>Segment</name>
     <message>
         <source>Target</source>
@@ -1409,12 +1587,16 @@
 <context>
     <name>main</name>
     <message>
-        <source>Sandbox host</source>
-        <translation>Sandbox-Host</translation>
-    </message>
-    <message>
         <source>Sandbox host: %1 (real disks)</source>
         <translation>Sandbox-Host: %1 (echte Datenträger)</translation>
+    </message>
+    <message>
+        <source>Sandbox host (simulation)</source>
+        <translation>Sandbox-Host (Simulation)</translation>
+    </message>
+    <message>
+        <source>Sandbox host: %1 (simulation)</source>
+        <translation>Sandbox-Host: %1 (Simulation)</translation>
     </message>
 </context>
 </TS>

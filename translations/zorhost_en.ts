@@ -2,6 +2,45 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>AboutDialog</name>
+    <message>
+        <source>Sandbox host of AIBridge (zorhost)</source>
+        <translation>Sandbox host of AIBridge (zorhost)</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Disks</source>
+        <translation>Disks</translation>
+    </message>
+    <message>
+        <source>Real: orders change the disks and images of the command line.</source>
+        <translation>Real: orders change the disks and images of the command line.</translation>
+    </message>
+    <message>
+        <source>Simulated: no disk of the computer is changed.</source>
+        <translation>Simulated: no disk of the computer is changed.</translation>
+    </message>
+    <message>
+        <source>Libraries</source>
+        <translation>Libraries</translation>
+    </message>
+    <message>
+        <source>Qt %1, Apache Thrift %2</source>
+        <translation>Qt %1, Apache Thrift %2</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation>Licence</translation>
+    </message>
+    <message>
+        <source>No licence is given.</source>
+        <translation>No licence is given.</translation>
+    </message>
+</context>
+<context>
     <name>ActivityPane</name>
     <message>
         <source>Log</source>
@@ -55,6 +94,18 @@
         <source>The disk has no known partition.</source>
         <translation>The disk has no known partition.</translation>
     </message>
+    <message>
+        <source>No disk matches the search.</source>
+        <translation>No disk matches the search.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message>
+        <source>Compact</source>
+        <translation>Compact</translation>
+    </message>
 </context>
 <context>
     <name>GuidePane</name>
@@ -94,16 +145,121 @@
         <translation>Scan now</translation>
     </message>
     <message>
-        <source>REAL DISKS</source>
-        <translation>REAL DISKS</translation>
-    </message>
-    <message>
-        <source>simulated</source>
-        <translation>simulated</translation>
-    </message>
-    <message>
         <source>The machine has no name.</source>
         <translation>The machine has no name.</translation>
+    </message>
+</context>
+<context>
+    <name>HeaderMenu</name>
+    <message>
+        <source>Colours of the system</source>
+        <translation>Colours of the system</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dark</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Keys</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>About</translation>
+    </message>
+</context>
+<context>
+    <name>HelpDialog</name>
+    <message>
+        <source>Keys</source>
+        <translation>Keys</translation>
+    </message>
+    <message>
+        <source>Tab, Shift+Tab</source>
+        <translation>Tab, Shift+Tab</translation>
+    </message>
+    <message>
+        <source>Next part of the window, previous part.</source>
+        <translation>Next part of the window, previous part.</translation>
+    </message>
+    <message>
+        <source>Up, Down</source>
+        <translation>Up, Down</translation>
+    </message>
+    <message>
+        <source>In the disks: previous disk, next disk. In other lists: scroll.</source>
+        <translation>In the disks: previous disk, next disk. In other lists: scroll.</translation>
+    </message>
+    <message>
+        <source>Left, Right</source>
+        <translation>Left, Right</translation>
+    </message>
+    <message>
+        <source>In the disks: previous entry of the disk, next entry.</source>
+        <translation>In the disks: previous entry of the disk, next entry.</translation>
+    </message>
+    <message>
+        <source>Home, End</source>
+        <translation>Home, End</translation>
+    </message>
+    <message>
+        <source>In a list: start, end.</source>
+        <translation>In a list: start, end.</translation>
+    </message>
+    <message>
+        <source>Enter, Space</source>
+        <translation>Enter, Space</translation>
+    </message>
+    <message>
+        <source>Press the button or change the switch.</source>
+        <translation>Press the button or change the switch.</translation>
+    </message>
+    <message>
+        <source>Escape</source>
+        <translation>Escape</translation>
+    </message>
+    <message>
+        <source>Close a dialog or the guide, clear the search, decline a recommendation.</source>
+        <translation>Close a dialog or the guide, clear the search, decline a recommendation.</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Ctrl+F</translation>
+    </message>
+    <message>
+        <source>Search the disks.</source>
+        <translation>Search the disks.</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>Close the window. A question follows if a task is destroying data.</source>
+        <translation>Close the window. A question follows if a task is destroying data.</translation>
+    </message>
+    <message>
+        <source>F1</source>
+        <translation>F1</translation>
+    </message>
+    <message>
+        <source>Show this list.</source>
+        <translation>Show this list.</translation>
+    </message>
+</context>
+<context>
+    <name>InformationDialog</name>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
     </message>
 </context>
 <context>
@@ -150,6 +306,17 @@
     <message>
         <source>The disk has no known partition. Data without a partition is lost.</source>
         <translation>The disk has no known partition. Data without a partition is lost.</translation>
+    </message>
+</context>
+<context>
+    <name>ModeMark</name>
+    <message>
+        <source>Real disks</source>
+        <translation>Real disks</translation>
+    </message>
+    <message>
+        <source>Simulation</source>
+        <translation>Simulation</translation>
     </message>
 </context>
 <context>
@@ -1344,6 +1511,17 @@
     </message>
 </context>
 <context>
+    <name>SearchField</name>
+    <message>
+        <source>Search disks: name, letter, label, file system</source>
+        <translation>Search disks: name, letter, label, file system</translation>
+    </message>
+    <message>
+        <source>Search disks</source>
+        <translation>Search disks</translation>
+    </message>
+</context>
+<context>
     <name>Segment</name>
     <message>
         <source>Target</source>
@@ -1409,12 +1587,16 @@
 <context>
     <name>main</name>
     <message>
-        <source>Sandbox host</source>
-        <translation>Sandbox host</translation>
-    </message>
-    <message>
         <source>Sandbox host: %1 (real disks)</source>
         <translation>Sandbox host: %1 (real disks)</translation>
+    </message>
+    <message>
+        <source>Sandbox host (simulation)</source>
+        <translation>Sandbox host (simulation)</translation>
+    </message>
+    <message>
+        <source>Sandbox host: %1 (simulation)</source>
+        <translation>Sandbox host: %1 (simulation)</translation>
     </message>
 </context>
 </TS>

@@ -6,6 +6,19 @@
 
 namespace host {
 
+namespace {
+
+// "disk 2" must not find FAT32.
+QRegularExpression patternOf(const QString& word)
+{
+    const QString start = word.front().isDigit() ? QStringLiteral("(?<!\\d)") : QString();
+    return QRegularExpression(start + QRegularExpression::escape(word),
+                              QRegularExpression::CaseInsensitiveOption |
+                                  QRegularExpression::UseUnicodePropertiesOption);
+}
+
+} // namespace
+
 DiskFilter::DiskFilter(DiskModel& disks, QObject* parent) : QSortFilterProxyModel(parent), disks_(disks)
 {
     setSourceModel(&disks);
@@ -22,7 +35,9 @@ void DiskFilter::setText(const QString& text)
     if (text == text_)
         return;
     text_ = text;
-    words_ = text.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    words_.clear();
+    for (const QString& word : text.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        words_.push_back(patternOf(word));
     invalidateFilter();
     Q_EMIT textChanged();
 }
@@ -41,9 +56,8 @@ QObject* DiskFilter::segments(int row) const
 bool DiskFilter::filterAcceptsRow(int row, const QModelIndex& parent) const
 {
     const QString content = disks_.index(row, 0, parent).data(DiskModel::SearchRole).toString();
-    return std::all_of(words_.begin(), words_.end(), [&content](const QString& word) {
-        return content.contains(word, Qt::CaseInsensitive);
-    });
+    return std::all_of(words_.begin(), words_.end(),
+                       [&content](const QRegularExpression& word) { return word.match(content).hasMatch(); });
 }
 
 } // namespace host

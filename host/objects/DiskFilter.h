@@ -1,14 +1,17 @@
 #pragma once
 
+#include <QtCore/QRegularExpression>
 #include <QtCore/QSortFilterProxyModel>
-#include <QtCore/QStringList>
+
+#include <vector>
 
 namespace host {
 
 class DiskModel;
 
 /// The disks that match the search field: each word of the text occurs in the name, the kind, the serial
-/// number or an entry's letter, label or file system. Upper and lower case are equal. Application thread.
+/// number or an entry's letter, label or file system. A word that begins with a
+/// digit does not match inside a number. Upper and lower case are equal. Application thread.
 class DiskFilter : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -39,7 +42,7 @@ protected:
 private:
     DiskModel& disks_;
     QString text_;
-    QStringList words_;
+    std::vector<QRegularExpression> words_;
 };
 
 } // namespace host

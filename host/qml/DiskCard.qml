@@ -5,17 +5,25 @@ Rectangle {
     id: card
 
     property bool current: false
+    property bool compact: false
     property int currentEntry: -1
     readonly property var pieces: model.segments
 
     signal chosen(int entry)
 
-    height: 84 * theme.unit
+    height: (compact ? 36 : 84) * theme.unit
     color: theme.surface
     radius: 8
     border { width: 1; color: theme.border }
 
+    DiskLine {
+        x: 14
+        width: bar.x - x - 8
+        height: parent.height
+        visible: card.compact
+    }
     Column {
+        visible: !card.compact
         x: 14
         width: 176 * theme.unit
         anchors.verticalCenter: parent.verticalCenter
@@ -37,13 +45,14 @@ Rectangle {
     Item {
         id: bar
         objectName: "diskBar"
-        anchors { fill: parent; leftMargin: 200 * theme.unit; rightMargin: 14; topMargin: 10; bottomMargin: 10 }
+        anchors { fill: parent; leftMargin: (card.compact ? 250 : 200) * theme.unit; rightMargin: 14; topMargin: card.compact ? 5 : 10; bottomMargin: anchors.topMargin }
 
         Binding { target: card.pieces; property: "barWidth"; value: bar.width }
         Repeater {
             model: card.pieces
             Segment {
                 height: bar.height
+                compact: card.compact
                 selected: card.current && card.currentEntry === index
                 onChosen: card.chosen(index)
             }

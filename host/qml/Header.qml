@@ -4,13 +4,18 @@ import QtQuick.Layouts 1.15
 // The machine, its state, and the buttons of the window. Texts that do not fit are elided.
 ColumnLayout {
     id: header
+
+    // Of the mark at the left edge, which stays above dialogs.
+    property real markWidth: 0
+    property alias menu: menuButton
+
     spacing: 4
 
     RowLayout {
         spacing: 8
         Words {
             objectName: "machineName"
-            Layout.leftMargin: 4
+            Layout.leftMargin: 4 + header.markWidth + 8
             Layout.fillWidth: true
             Layout.maximumWidth: Math.ceil(implicitWidth)
             Layout.minimumWidth: 40 * theme.unit
@@ -20,14 +25,10 @@ ColumnLayout {
             Tip { visible: hover.hovered && parent.truncated; text: parent.text }
             font { pixelSize: theme.title; weight: Font.DemiBold }
         }
-        Badge {
-            objectName: "realBadge"
-            tone: host.realDisks ? "bad" : "plain"
-            text: host.realDisks ? qsTr("REAL DISKS") : qsTr("simulated")
-        }
         Item { Layout.fillWidth: true }
         PushButton { objectName: "languageButton"; text: qsTr("Language"); onClicked: multilanguage.changeLanguage() }
         PushButton { objectName: "scanButton"; text: qsTr("Scan now"); onClicked: link.scanNow() }
+        HeaderMenu { id: menuButton }
     }
     RowLayout {
         spacing: 8
@@ -53,7 +54,7 @@ ColumnLayout {
         }
         StateBadge { objectName: "busyBadge"; visible: host.work !== ""; tone: "accent"; text: qsTr("busy: %1").arg(host.work) }
         StateBadge { objectName: "problemBadge"; visible: host.problem !== ""; tone: "bad"; text: host.problem }
-        StateBadge { objectName: "popupBadge"; visible: host.dialogOpen || guide.dialog; tone: "warn"; text: qsTr("dialog open") }
+        StateBadge { objectName: "popupBadge"; visible: host.dialogOpen || host.helpOpen || guide.dialog; tone: "warn"; text: qsTr("dialog open") }
         Item { Layout.fillWidth: true }
     }
 }

@@ -7,6 +7,7 @@ import QtQuick.Window 2.15
 Rectangle {
     id: pages
 
+    property alias markWidth: header.markWidth
     readonly property bool tabbed: width < 940 * theme.unit || height < 560 * theme.unit
     readonly property bool guideOpen: guide.open && !guide.dialog
     readonly property bool recommendationOpen: link.message !== "" || link.emptyScan
@@ -59,7 +60,7 @@ Rectangle {
                 Layout.fillHeight: pages.tabbed
                 Layout.preferredHeight: Math.min(implicitHeight, body.height * 0.45)
             }
-            DiskPane { visible: pages.shows("disks"); Layout.fillWidth: true; Layout.fillHeight: true }
+            DiskPane { id: disks; visible: pages.shows("disks"); Layout.fillWidth: true; Layout.fillHeight: true }
             RecommendationCard {
                 visible: pages.recommendationOpen && pages.shows("recommendation")
                 stacked: width < 480 * theme.unit || pages.tabbed
@@ -115,4 +116,14 @@ Rectangle {
     PageDialog {}
     ConfirmationDialog {}
     InterruptionDialog {}
+    HelpDialog { id: help }
+    AboutDialog { id: about }
+    Shortcut { sequence: "F1"; onActivated: help.open() }
+    Shortcut { sequence: "Ctrl+F"; onActivated: { pages.select("disks"); disks.startSearch() } }
+    // After the menu has closed and the focus has returned.
+    Connections {
+        target: header.menu
+        function onHelpRequested() { Qt.callLater(help.open) }
+        function onAboutRequested() { Qt.callLater(about.open) }
+    }
 }

@@ -5,6 +5,7 @@ Rectangle {
     id: segment
 
     property bool selected: false
+    property bool compact: false
     readonly property bool roomy: width >= 50 * theme.unit
     // A border would cover the whole entry.
     readonly property bool narrow: width < 8
@@ -50,7 +51,7 @@ Rectangle {
         color: theme.accent
     }
     Column {
-        anchors { left: parent.left; right: parent.right; margins: 8; top: parent.top; topMargin: 9 }
+        anchors { left: parent.left; right: parent.right; margins: 8; top: parent.top; topMargin: segment.compact ? 5 : 9 }
         visible: segment.roomy
         spacing: 1
         Words {
@@ -62,6 +63,7 @@ Rectangle {
         }
         Words {
             objectName: "segmentSubtitle"
+            visible: !segment.compact
             text: model.subtitle
             width: parent.width
             font.pixelSize: theme.small
@@ -69,6 +71,7 @@ Rectangle {
         }
         Words {
             objectName: "segmentFlags"
+            visible: !segment.compact
             text: model.flags.join(" \u00b7 ")
             width: parent.width
             font.pixelSize: theme.small
@@ -76,7 +79,7 @@ Rectangle {
         }
     }
     Words {
-        anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; topMargin: 9 }
+        anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; topMargin: segment.compact ? 5 : 9 }
         visible: !segment.roomy
         text: segment.letter
         font { pixelSize: theme.small; weight: Font.DemiBold }
@@ -94,7 +97,7 @@ Rectangle {
     Badge {
         objectName: "segmentMarkLabel"
         anchors { right: parent.right; bottom: parent.bottom; margins: 5 }
-        visible: segment.marked && segment.width >= implicitWidth + 10
+        visible: segment.marked && !segment.compact && segment.width >= implicitWidth + 10
         height: 18 * theme.unit
         tone: model.mark === "target" ? "bad" : "good"
         text: model.mark === "target" ? qsTr("Target") : qsTr("Source")

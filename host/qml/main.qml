@@ -7,10 +7,13 @@ HostWindow {
     height: 720
     minimumWidth: 640
     minimumHeight: 480
-    title: host.realDisks ? qsTr("Sandbox host: %1 (real disks)").arg(host.machineName) : qsTr("Sandbox host")
+    title: host.realDisks ? qsTr("Sandbox host: %1 (real disks)").arg(host.machineName)
+         : host.machineName === "" ? qsTr("Sandbox host (simulation)")
+         : qsTr("Sandbox host: %1 (simulation)").arg(host.machineName)
 
     MainPage { objectName: "__zormain" }
     QmlExecuter { objectName: "__qml_executer" }
 
-    Pages { anchors.fill: parent }
+    Pages { anchors.fill: parent; markWidth: mark.width }
+    ModeMark { id: mark; x: 16; y: 14 }
 }

@@ -194,7 +194,7 @@ TEST_F(WindowConfirmation, German_TranslatesTheOpenDialog)
 
 TEST_F(WindowConfirmation, Header_ShowsThatTheDisksAreReal)
 {
-    EXPECT_EQ(text("realBadge"), "REAL DISKS");
+    EXPECT_EQ(text("modeMark"), "Real disks");
     EXPECT_EQ(scene.window()->title(), "Sandbox host: test (real disks)");
 }
 
@@ -209,10 +209,10 @@ TEST_F(WindowConfirmation, GermanHeader_FitsTheSmallestWindow)
     scene.core().setDialogOpen(true);
     format();
     scene.window()->grabWindow();
-    for (const char* name : {"machineName", "realBadge", "serviceBadge", "popupBadge", "scanButton"})
+    for (const char* name : {"machineName", "modeMark", "serviceBadge", "popupBadge", "scanButton"})
         EXPECT_TRUE(QRect(QPoint(0, 0), size).contains(placeOf(item(name))))
             << name << " " << placeOf(item(name)).right();
-    EXPECT_FALSE(item("realBadge")->childItems().first()->property("truncated").toBool());
+    EXPECT_FALSE(item("modeMark")->childItems().first()->property("truncated").toBool());
 }
 
 class SimulatedWindow : public WindowTest
@@ -221,8 +221,8 @@ class SimulatedWindow : public WindowTest
 
 TEST_F(SimulatedWindow, Header_ShowsTheSimulation)
 {
-    EXPECT_EQ(text("realBadge"), "simulated");
-    EXPECT_EQ(scene.window()->title(), "Sandbox host");
+    EXPECT_EQ(text("modeMark"), "Simulation");
+    EXPECT_EQ(scene.window()->title(), "Sandbox host: test (simulation)");
 }
 
 class DarkConfirmation : public WindowConfirmation

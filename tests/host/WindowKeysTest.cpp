@@ -20,15 +20,16 @@ TEST_F(WindowKeys, Tab_StartsAtTheDisksAndReachesEveryControl)
         order.append(focused());
         press(Qt::Key_Tab);
     }
-    EXPECT_EQ(order, QStringList({"diskList", "logButton", "timelineList", "win11Toggle", "dialogToggle",
-                                  "languageButton", "scanButton"}));
+    EXPECT_EQ(order,
+              QStringList({"diskList", "searchField", "compactToggle", "logButton", "timelineList",
+                           "win11Toggle", "dialogToggle", "languageButton", "scanButton", "menuButton"}));
 }
 
 TEST_F(WindowKeys, BackTab_GoesBack)
 {
     ASSERT_TRUE(tabTo("diskList"));
     press(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(focused(), "scanButton");
+    EXPECT_EQ(focused(), "menuButton");
 }
 
 TEST_F(WindowKeys, FocusedItem_HasARing)

@@ -374,7 +374,7 @@ TEST_F(WindowLanguage, Button_SwitchesEveryStringToGermanAndBack)
 
     click(item("languageButton"));
     EXPECT_EQ(scene.language().language(), "de");
-    EXPECT_EQ(scene.window()->title(), "Sandbox-Host");
+    EXPECT_EQ(scene.window()->title(), "Sandbox-Host: test (Simulation)");
     EXPECT_EQ(text("scanButton"), "Jetzt prüfen");
     EXPECT_EQ(text("languageButton"), "Sprache");
     EXPECT_EQ(text("machineSummary"), "6 Datenträger, 5.3 TB");

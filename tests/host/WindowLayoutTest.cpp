@@ -297,7 +297,7 @@ TEST_P(WindowLayout, FullWindow_KeepsEverythingReachable)
     click(item("logButton"));
     expectVisible("agent", {"logList"});
     expectVisible("testing", {"win11Toggle", "dialogToggle"});
-    for (const char* name : {"machineName", "realBadge", "serviceBadge", "busyBadge", "problemBadge",
+    for (const char* name : {"machineName", "modeMark", "serviceBadge", "busyBadge", "problemBadge",
                              "popupBadge", "languageButton", "scanButton"})
         EXPECT_NE(item(name), nullptr) << name;
 }

@@ -138,7 +138,7 @@ TEST_F(LargeWindow, OnlyVisibleDisks_HaveItems)
 {
     host::pictureOf(*scene.window());
     EXPECT_GT(items("diskName").size(), 3u);
-    EXPECT_LT(items("diskName").size(), 12u);
+    EXPECT_LT(items("diskName").size(), 20u);
 }
 
 TEST_F(LargeWindow, Refresh_ReusesTheItems)
