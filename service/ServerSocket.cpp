@@ -1,7 +1,6 @@
 #include "service/ServerSocket.h"
 
 #include "closed/Log/LogWriter.h"
-#include "service/AccountCheck.h"
 #include "service/ConnectionSocket.h"
 #include "service/PeerAccount.h"
 
@@ -43,8 +42,6 @@ ServerSocket::ServerSocket(const std::string& address, int port, std::unique_ptr
     : TServerSocket(address, port), accounts_(std::move(accounts))
 {
 }
-
-ServerSocket::~ServerSocket() = default;
 
 void ServerSocket::listen()
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "service/AccountCheck.h"
+
 #include <thrift/transport/TServerSocket.h>
 
 #include <atomic>
@@ -9,8 +11,6 @@
 #include <mutex>
 #include <string>
 #include <thread>
-
-class AccountCheck;
 
 /// A server socket whose accept loop ends reliably after an interrupt.
 ///
@@ -28,7 +28,6 @@ public:
     /// @p address is a host name or a numeric address; @p port 0 selects any free port. Without @p accounts,
     /// every account is admitted.
     ServerSocket(const std::string& address, int port, std::unique_ptr<AccountCheck> accounts = nullptr);
-    ~ServerSocket() override;
 
     void listen() override;
     void interrupt() override;
