@@ -3,7 +3,6 @@
 import argparse
 import os
 import pathlib
-import re
 import signal
 import sys
 import tempfile
@@ -35,13 +34,7 @@ def options(arguments):
                         help="folder of the task files (exam/tasks)")
     parser.add_argument("--bin", metavar="DIR", type=pathlib.Path, default=ROOT / "build/bin",
                         help="folder of the programs (build/bin)")
-    parser.add_argument("--version", action="version", version=f"exam {version()}", help="prints the version")
     return parser, parser.parse_args(arguments)
-
-
-def version():
-    text = (ROOT / "CMakeLists.txt").read_text(encoding="utf-8")
-    return re.search(r"^project\(\S+ VERSION (\S+)", text, re.MULTILINE).group(1)
 
 
 def positive(text):

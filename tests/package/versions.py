@@ -43,7 +43,7 @@ class Versions(unittest.TestCase):
     def test_Programs_PrintIt(self):
         for program in ("zorhost", "zorcall"):
             self.assertEqual(self.output(BUILD / "bin" / program, "--version"), f"{program} {VERSION}")
-        self.assertEqual(self.output(sys.executable, "-B", "-m", "exam", "--version"), f"exam {VERSION}")
+        self.assertEqual(self.output(SOURCE / "scripts/exam", "--version"), f"exam {VERSION}")
 
     @unittest.skipIf(shutil.which("node") is None, "node is missing")
     def test_DescriptionOfTheGateway_ContainsIt(self):
