@@ -21,6 +21,7 @@ PushButton {
         objectName: "menu"
         width: 230 * theme.unit
         margins: 4
+        verticalPadding: 6
         onClosed: if (button.visible) button.forceActiveFocus()
         background: Rectangle {
             radius: 8

@@ -9,8 +9,13 @@ ListView {
     model: host.log
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
+    Keys.forwardTo: [keys]
     ScrollBar.vertical: Scroller {}
-    onCountChanged: Qt.callLater(positionViewAtEnd)
+    // The newest line stays visible unless the user has scrolled back.
+    property bool atEnd: true
+    function follow() { if (atEnd) positionViewAtEnd() }
+    onMovementEnded: atEnd = atYEnd
+    onCountChanged: Qt.callLater(follow)
     delegate: Words {
         width: ListView.view.width - 16
         leftPadding: 6
@@ -19,5 +24,6 @@ ListView {
         wrapMode: Text.Wrap
     }
 
+    ListKeys { id: keys; view: list; onStarting: list.atEnd = false; onScrolled: list.atEnd = list.atYEnd }
     FocusRing { shown: list.activeFocus; anchors.margins: 0 }
 }

@@ -47,6 +47,8 @@ Column {
             font.pixelSize: theme.small
             wrapMode: Text.Wrap
         }
+        Keys.forwardTo: [keys]
+        ListKeys { id: keys; view: list }
         FocusRing { shown: list.activeFocus; anchors.margins: 0 }
     }
     Words {

@@ -14,12 +14,14 @@ Panel {
         spacing: 2
         activeFocusOnTab: count > 0
         boundsBehavior: Flickable.StopAtBounds
+        Keys.forwardTo: [keys]
         ScrollBar.vertical: Scroller {}
         onCountChanged: Qt.callLater(positionViewAtEnd)
         delegate: QueueRow {
             width: ListView.view.width - 10
             onCancelled: interruption.cancel(model.taskId)
         }
+        ListKeys { id: keys; view: list }
         FocusRing { shown: list.activeFocus; anchors.margins: 0 }
     }
     Words {

@@ -12,15 +12,15 @@ ListView {
     ScrollBar.vertical: Scroller {}
     // The newest row stays visible unless the user has scrolled back.
     property bool atEnd: true
+    function follow() { if (atEnd) positionViewAtEnd() }
     onMovementEnded: atEnd = atYEnd
-    onCountChanged: if (atEnd) Qt.callLater(positionViewAtEnd)
-    onContentHeightChanged: if (atEnd) Qt.callLater(positionViewAtEnd)
-    onHeightChanged: if (atEnd) Qt.callLater(positionViewAtEnd)
-    Keys.onUpPressed: { atEnd = false; flick(0, 600) }
-    Keys.onDownPressed: flick(0, -600)
-    Keys.onPressed: if (event.key === Qt.Key_End) { atEnd = true; positionViewAtEnd() }
+    onCountChanged: Qt.callLater(follow)
+    onContentHeightChanged: Qt.callLater(follow)
+    onHeightChanged: Qt.callLater(follow)
+    Keys.forwardTo: [keys]
     delegate: TimelineRow { width: ListView.view.width - 10 }
 
+    ListKeys { id: keys; view: list; onStarting: list.atEnd = false; onScrolled: list.atEnd = list.atYEnd }
     FocusRing { shown: list.activeFocus; anchors.margins: 0 }
     Words {
         anchors.centerIn: parent

@@ -15,5 +15,5 @@ HostWindow {
     QmlExecuter { objectName: "__qml_executer" }
 
     Pages { anchors.fill: parent; markWidth: mark.width }
-    ModeMark { id: mark; x: 16; y: 14 }
+    ModeMark { id: mark; x: 16; y: 12 + (32 * theme.unit - height) / 2 }
 }

@@ -7,6 +7,7 @@
 #include <QtGui/QPalette>
 
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -87,6 +88,65 @@ TEST_F(WindowKeys, Click_SelectsTheEntry)
     }
     EXPECT_TRUE(text("details").contains("D: Data"));
     EXPECT_EQ(focused(), "diskList");
+}
+
+// A list that is longer than its pane.
+void checkScrolling(QQuickItem* list, const std::function<void(Qt::Key)>& press)
+{
+    ASSERT_GT(list->property("contentHeight").toDouble(), 2 * list->height());
+    press(Qt::Key_Home);
+    EXPECT_TRUE(list->property("atYBeginning").toBool());
+    press(Qt::Key_Down);
+    const double below = list->property("contentY").toDouble();
+    EXPECT_FALSE(list->property("atYBeginning").toBool());
+    press(Qt::Key_End);
+    EXPECT_TRUE(list->property("atYEnd").toBool());
+    EXPECT_GT(list->property("contentY").toDouble(), below);
+    press(Qt::Key_Up);
+    EXPECT_FALSE(list->property("atYEnd").toBool());
+}
+
+TEST_F(WindowKeys, HomeEndAndArrows_ScrollEachList)
+{
+    constexpr int kRows = 60;
+    for (int row = 0; row < kRows; ++row) {
+        scene.core().log()->write(QString::number(row));
+        Q_EMIT bridge.sigAbout2CallFun("DeletePartition driveLetter=C");
+        Q_EMIT bridge.sigAfterCallFun("a partition with all of its details", false);
+        scene.core().orders().order(31, {{"driveLetter", "E"}, {"newLabel", QString::number(row)}});
+    }
+    // The log grows until the last task has ended.
+    ASSERT_TRUE(pumpUntil([&] { return !scene.core().tasks()->isAtWork(); }));
+    for (const char* name : {"taskList", "timelineList", "logList"}) {
+        SCOPED_TRACE(name);
+        if (name == QString("logList"))
+            click(item("logButton"));
+        ASSERT_TRUE(tabTo(name)) << name;
+        // New rows scroll the list in the next round of the event loop.
+        ASSERT_TRUE(pumpUntil([&] { return item(name)->property("atYEnd").toBool(); })) << name;
+        checkScrolling(item(name), [&](Qt::Key key) { press(key); });
+    }
+}
+
+TEST_F(WindowKeys, NewLines_DoNotMoveALogThatTheUserHasScrolledBack)
+{
+    constexpr int kRows = 60;
+    for (int row = 0; row < kRows; ++row)
+        scene.core().log()->write(QString::number(row));
+    click(item("logButton"));
+    ASSERT_TRUE(tabTo("logList"));
+    ASSERT_TRUE(pumpUntil([&] { return item("logList")->property("atYEnd").toBool(); }));
+    press(Qt::Key_Home);
+    scene.core().log()->write("new");
+    ASSERT_TRUE(pumpUntil([&] { return item("logList")->property("count").toInt() > kRows; }));
+    scene.window()->grabWindow();
+    EXPECT_TRUE(item("logList")->property("atYBeginning").toBool());
+    press(Qt::Key_End);
+    scene.core().log()->write("newest");
+    EXPECT_TRUE(pumpUntil([&] {
+        return item("logList")->property("count").toInt() > kRows + 1 &&
+               item("logList")->property("atYEnd").toBool();
+    }));
 }
 
 double channel(double value)

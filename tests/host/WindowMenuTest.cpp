@@ -203,6 +203,7 @@ TEST_F(WindowMenu, Mark_ReadsSimulationInEveryState)
     press(Qt::Key_F1);
     ASSERT_TRUE(isOpen("Keys"));
     scene.window()->resize(640, 480);
+    ASSERT_TRUE(pumpUntil([&] { return scene.window()->contentItem()->width() == 640; }));
     expectClearMark(picture("mark-small.png"));
 }
 
