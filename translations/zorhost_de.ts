@@ -385,6 +385,14 @@
         <source>No tasks yet.</source>
         <translation>Noch keine Aufgaben.</translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Cancel all</source>
+        <translation>Alle abbrechen</translation>
+    </message>
 </context>
 <context>
     <name>QueueRow</name>
@@ -1509,6 +1517,18 @@
         <source>The identifier of the copy cannot be changed: %1</source>
         <translation>Die Kennung der Kopie kann nicht geändert werden: %1</translation>
     </message>
+    <message>
+        <source>about %1 s left</source>
+        <translation>noch etwa %1 s</translation>
+    </message>
+    <message>
+        <source>about %1 min left</source>
+        <translation>noch etwa %1 min</translation>
+    </message>
+    <message>
+        <source>about %1 h left</source>
+        <translation>noch etwa %1 h</translation>
+    </message>
 </context>
 <context>
     <name>SearchField</name>
@@ -1582,6 +1602,18 @@
             <numerusform>%n-mal abgelehnt</numerusform>
             <numerusform>%n-mal abgelehnt</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>fertig</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>abgebrochen</translation>
     </message>
 </context>
 <context>

@@ -385,6 +385,14 @@
         <source>No tasks yet.</source>
         <translation>No tasks yet.</translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation>Clear</translation>
+    </message>
+    <message>
+        <source>Cancel all</source>
+        <translation>Cancel all</translation>
+    </message>
 </context>
 <context>
     <name>QueueRow</name>
@@ -1509,6 +1517,18 @@
         <source>The identifier of the copy cannot be changed: %1</source>
         <translation>The identifier of the copy cannot be changed: %1</translation>
     </message>
+    <message>
+        <source>about %1 s left</source>
+        <translation>about %1 s left</translation>
+    </message>
+    <message>
+        <source>about %1 min left</source>
+        <translation>about %1 min left</translation>
+    </message>
+    <message>
+        <source>about %1 h left</source>
+        <translation>about %1 h left</translation>
+    </message>
 </context>
 <context>
     <name>SearchField</name>
@@ -1582,6 +1602,18 @@
             <numerusform>rejected %n time</numerusform>
             <numerusform>rejected %n times</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>done</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>failed</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>cancelled</translation>
     </message>
 </context>
 <context>

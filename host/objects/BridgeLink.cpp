@@ -19,9 +19,15 @@ BridgeLink::BridgeLink(HostCore& core, int automaticAnswer, QObject* parent)
     : QObject(parent), core_(core), automaticAnswer_(automaticAnswer)
 {
     connect(&core_.backend(), &Backend::machineChanged, this, &BridgeLink::pushInventory);
-    connect(&core_.orders(), &Orders::ordered, &timeline_, &Timeline::recordOrder);
+    connect(&core_.orders(), &Orders::ordered, &timeline_,
+            [this](const Text& function, const QString& arguments) {
+                timeline_.recordOrder(function, arguments);
+            });
     connect(&core_.orders(), &Orders::rejected, &timeline_, &Timeline::recordRejection);
     connect(&core_.gate(), &GateWatch::rejected, &timeline_, &Timeline::recordGateRejection);
+    connect(&core_.orders(), &Orders::added, &timeline_, &Timeline::recordTask);
+    connect(&core_.orders(), &Orders::ended, &timeline_, &Timeline::endTask);
+    connect(&core_.guides(), &Guides::opening, &timeline_, &Timeline::recordGuide);
 }
 
 void BridgeLink::attach(QObject* bridge)

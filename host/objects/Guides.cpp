@@ -15,6 +15,7 @@ Guides::Guides(Backend& backend, HostStatus& status, Orders& orders, Transcript&
 
 void Guides::open(Guide guide)
 {
+    Q_EMIT opening();
     removeRejected(guide);
     if (guide.work)
         removeWithoutConsent(guide.title, guide.work);

@@ -41,6 +41,8 @@ public:
     void start();
 
 Q_SIGNALS:
+    /// A guide is about to open.
+    void opening();
     void changed();
     /// loss() and marks() may have changed, because the machine has changed.
     void lossChanged();

@@ -26,6 +26,12 @@ void InterruptionRequest::cancel(int taskId)
         orders_.tasks().cancel(taskId);
 }
 
+void InterruptionRequest::cancelAll()
+{
+    orders_.tasks().cancelWaiting();
+    cancel(orders_.tasks().runningTask());
+}
+
 bool InterruptionRequest::mayClose()
 {
     const int taskId = orders_.destroyingTask();

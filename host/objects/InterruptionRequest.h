@@ -23,6 +23,9 @@ public:
 
     /// The Cancel button of a task: cancels it, or opens the question.
     Q_INVOKABLE void cancel(int taskId);
+    /// The button that cancels all tasks. Waiting tasks have changed nothing, so they end at once; the
+    /// running task ends as by its own Cancel button.
+    Q_INVOKABLE void cancelAll();
     /// Whether the window may close now. If not, the question opens.
     bool mayClose();
     /// Called after a change of the language.

@@ -86,8 +86,10 @@ void Orders::add(int function, const QVariantMap& params)
     TaskWork work;
     work.title = describeFunction(function);
     work.detail = describeParams(params);
+    work.client = origin_();
     work.execution = [this, function, params] { return execution(function, params); };
-    tasks_.add(std::move(work));
+    const int id = tasks_.add(std::move(work));
+    Q_EMIT added(id);
     showWork();
 }
 
@@ -131,11 +133,9 @@ void Orders::recordConfirmation(const QString& action, const Confirmation& quest
 void Orders::onTaskStarted(int id)
 {
     runningTask_ = id;
-    const QModelIndex row = tasks_.indexOf(id);
-    transcript_.add(QStringLiteral("taskStart"),
-                    {{QStringLiteral("task"), id},
-                     {QStringLiteral("title"), tasks_.titleOf(id).english()},
-                     {QStringLiteral("detail"), tasks_.data(row, TaskQueue::DetailRole).toString()}});
+    transcript_.add(QStringLiteral("taskStart"), {{QStringLiteral("task"), id},
+                                                  {QStringLiteral("title"), tasks_.titleOf(id).english()},
+                                                  {QStringLiteral("detail"), tasks_.detailOf(id)}});
     showWork();
 }
 
@@ -153,6 +153,7 @@ void Orders::onTaskEnded(int id, const QString& state, const QString& error)
     if (!error.isEmpty())
         fields.insert(QStringLiteral("error"), error);
     transcript_.add(QStringLiteral("taskEnd"), fields);
+    Q_EMIT ended(id, state, tasks_.errorOf(id));
 }
 
 void Orders::showWork()

@@ -10,7 +10,9 @@
 #include <QtCore/QObject>
 #include <QtCore/QVariantMap>
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 namespace host {
 
@@ -24,6 +26,8 @@ public:
     Orders(Backend& backend, HostStatus& status, Transcript& transcript, HostLog& log);
 
     void setConsent(Consent consent) { consent_ = consent; }
+    /// Called for each order: the agent's process that sent it; empty if unknown.
+    void setOrigin(std::function<Text()> origin) { origin_ = std::move(origin); }
     /// The question that waits for a person.
     ConfirmationRequest& confirmation() { return confirmation_; }
 
@@ -50,6 +54,10 @@ public:
 Q_SIGNALS:
     /// An order has arrived.
     void ordered(host::Text function, QString arguments);
+    /// The order that ordered() reported last, or the work of a guide, has become a task.
+    void added(int taskId);
+    /// See TaskQueue::taskEnded(); @p error is empty unless the task failed.
+    void ended(int taskId, QString state, host::Text error);
     void rejected(host::Text function, QString arguments, host::Text reason);
     void workChanged();
 
@@ -65,6 +73,7 @@ private:
     Transcript& transcript_;
     HostLog& log_;
     Consent consent_ = Consent::Window;
+    std::function<Text()> origin_ = [] { return Text(); };
     ConfirmationRequest confirmation_; // before the tasks, whose executions use it
     TaskQueue tasks_;
     std::optional<DataLoss> runningLoss_; ///< of the running task

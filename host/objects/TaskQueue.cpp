@@ -1,5 +1,7 @@
 #include "host/objects/TaskQueue.h"
 
+#include "host/objects/CallText.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -8,6 +10,14 @@ namespace host {
 namespace {
 
 constexpr std::size_t kKeptRows = 200;
+// An earlier estimate would be a guess.
+constexpr double kLeastProgress = 0.01;
+constexpr qint64 kLeastMs = 1000;
+// In seconds. A smaller unit is used below this number of the larger one.
+constexpr qint64 kMinute = 60;
+constexpr qint64 kHour = 3600;
+constexpr qint64 kLeastMinutes = 2;
+constexpr qint64 kLeastHours = 2;
 
 const QString kWaiting = QStringLiteral("waiting");
 const QString kRunning = QStringLiteral("running");
@@ -43,6 +53,7 @@ int TaskQueue::add(TaskWork work)
     beginInsertRows(QModelIndex(), row, row);
     rows_.push_back({++lastId_, std::move(work), kWaiting, 0, Text()});
     endInsertRows();
+    Q_EMIT rowsChanged();
     if (!running_ && !timer_.isActive())
         timer_.start(0);
     return lastId_;
@@ -59,23 +70,84 @@ Text TaskQueue::currentTitle() const
     return row == nullptr ? Text() : row->work.title;
 }
 
-Text TaskQueue::titleOf(int taskId) const
+const TaskQueue::Row* TaskQueue::rowOf(int taskId) const
 {
     const QModelIndex at = indexOf(taskId);
-    return at.isValid() ? rows_[static_cast<std::size_t>(at.row())].work.title : Text();
+    return at.isValid() ? &rows_[static_cast<std::size_t>(at.row())] : nullptr;
+}
+
+Text TaskQueue::titleOf(int taskId) const
+{
+    const Row* row = rowOf(taskId);
+    return row == nullptr ? Text() : row->work.title;
+}
+
+QString TaskQueue::detailOf(int taskId) const
+{
+    const Row* row = rowOf(taskId);
+    return row == nullptr ? QString() : row->work.detail;
+}
+
+Text TaskQueue::errorOf(int taskId) const
+{
+    const Row* row = rowOf(taskId);
+    return row == nullptr ? Text() : row->error;
+}
+
+bool TaskQueue::hasEnded(const Row& row)
+{
+    return row.state != kWaiting && row.state != kRunning;
+}
+
+std::vector<int> TaskQueue::openTasks() const
+{
+    std::vector<int> ids;
+    for (const Row& row : rows_) {
+        if (!hasEnded(row))
+            ids.push_back(row.id);
+    }
+    return ids;
+}
+
+int TaskQueue::runningTask() const
+{
+    const Row* row = current();
+    return row != nullptr && row->state == kRunning ? row->id : 0;
+}
+
+int TaskQueue::currentRow() const
+{
+    const Row* row = current();
+    return row == nullptr ? -1 : indexOf(row->id).row();
+}
+
+int TaskQueue::endedCount() const
+{
+    return static_cast<int>(std::count_if(rows_.begin(), rows_.end(), hasEnded));
 }
 
 void TaskQueue::retranslate()
 {
     if (!rows_.empty())
-        Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Qt::DisplayRole, TitleRole, ErrorRole});
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1),
+                           {Qt::DisplayRole, TitleRole, DetailRole, ErrorRole, ClientRole, RemainingRole});
+}
+
+void TaskQueue::cancelWaiting()
+{
+    const std::vector<int> ids = openTasks();
+    const int running = runningTask();
+    // From the last task to the first, so that none of them starts.
+    for (auto id = ids.rbegin(); id != ids.rend(); ++id) {
+        if (*id != running)
+            cancel(*id);
+    }
 }
 
 void TaskQueue::cancelAll()
 {
-    // From the last task to the first, so that no waiting task starts.
-    for (int id = lastId_; id > 0; --id)
-        cancel(id);
+    cancelWaiting();
+    cancel(runningTask());
 }
 
 void TaskQueue::cancel(int taskId)
@@ -89,6 +161,7 @@ void TaskQueue::cancel(int taskId)
     } else if (found->state == kWaiting) {
         found->state = kCancelled;
         changed(*found);
+        Q_EMIT rowsChanged();
         Q_EMIT taskEnded(taskId, kCancelled, QString());
         settle();
     }
@@ -109,7 +182,7 @@ QVariant TaskQueue::data(const QModelIndex& index, int role) const
     case TitleRole:
         return row.work.title.translated();
     case DetailRole:
-        return row.work.detail;
+        return readableArguments(row.work.detail);
     case StateRole:
         return row.state;
     case ProgressRole:
@@ -118,6 +191,10 @@ QVariant TaskQueue::data(const QModelIndex& index, int role) const
         return row.error.translated();
     case TaskIdRole:
         return row.id;
+    case ClientRole:
+        return row.work.client.translated();
+    case RemainingRole:
+        return remainingOf(row);
     default:
         return QVariant();
     }
@@ -125,8 +202,30 @@ QVariant TaskQueue::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> TaskQueue::roleNames() const
 {
-    return {{TitleRole, "title"},       {DetailRole, "detail"}, {StateRole, "state"},
-            {ProgressRole, "progress"}, {ErrorRole, "error"},   {TaskIdRole, "taskId"}};
+    return {{TitleRole, "title"},       {DetailRole, "detail"},      {StateRole, "state"},
+            {ProgressRole, "progress"}, {ErrorRole, "error"},        {TaskIdRole, "taskId"},
+            {ClientRole, "client"},     {RemainingRole, "remaining"}};
+}
+
+Text remainingText(double progress, qint64 milliseconds)
+{
+    if (progress < kLeastProgress || progress >= 1 || milliseconds < kLeastMs)
+        return Text();
+    const qint64 seconds =
+        qMax<qint64>(1, qRound64(static_cast<double>(milliseconds) * (1 - progress) / progress / 1000.0));
+    if (seconds < kLeastMinutes * kMinute)
+        return {QT_TRANSLATE_NOOP("Sandbox", "about %1 s left"), {QString::number(seconds)}};
+    if (seconds < kLeastHours * kHour)
+        return {QT_TRANSLATE_NOOP("Sandbox", "about %1 min left"),
+                {QString::number((seconds + kMinute / 2) / kMinute)}};
+    return {QT_TRANSLATE_NOOP("Sandbox", "about %1 h left"),
+            {QString::number((seconds + kHour / 2) / kHour)}};
+}
+
+QString TaskQueue::remainingOf(const Row& row) const
+{
+    return row.state == kRunning ? remainingText(row.progress, sinceStart_.elapsed()).translated()
+                                 : QString();
 }
 
 TaskQueue::Row* TaskQueue::current()
@@ -155,7 +254,9 @@ void TaskQueue::begin(Row& row)
     connect(running_.get(), &Execution::progressed, this, &TaskQueue::showProgress);
     connect(running_.get(), &Execution::ended, this, &TaskQueue::end);
     row.state = kRunning;
+    sinceStart_.start();
     changed(row);
+    Q_EMIT rowsChanged();
     Q_EMIT taskStarted(row.id, row.work.title.english());
     // A slot of the signal can have cancelled the task.
     if (running_)
@@ -181,6 +282,7 @@ void TaskQueue::end(Execution::Outcome outcome, const Text& error)
     const int id = row->id;
     const QString state = row->state;
     changed(*row);
+    Q_EMIT rowsChanged();
     Q_EMIT taskEnded(id, state, error.english());
     settle();
 }
@@ -208,14 +310,26 @@ void TaskQueue::changed(const Row& row)
     Q_EMIT dataChanged(at, at);
 }
 
+void TaskQueue::removeRow(int row)
+{
+    beginRemoveRows(QModelIndex(), row, row);
+    rows_.erase(rows_.begin() + row);
+    endRemoveRows();
+}
+
 void TaskQueue::forgetOldest()
 {
-    const auto ended = [](const Row& row) { return row.state != kWaiting && row.state != kRunning; };
-    while (rows_.size() >= kKeptRows && ended(rows_.front())) {
-        beginRemoveRows(QModelIndex(), 0, 0);
-        rows_.pop_front();
-        endRemoveRows();
+    while (rows_.size() >= kKeptRows && hasEnded(rows_.front()))
+        removeRow(0);
+}
+
+void TaskQueue::clear()
+{
+    for (int row = rowCount() - 1; row >= 0; --row) {
+        if (hasEnded(rows_[static_cast<std::size_t>(row)]))
+            removeRow(row);
     }
+    Q_EMIT rowsChanged();
 }
 
 } // namespace host

@@ -1,6 +1,10 @@
 #include "host/objects/Timeline.h"
 
+#include "host/objects/CallText.h"
+
 #include <QtCore/QTime>
+
+#include <utility>
 
 namespace host {
 
@@ -21,87 +25,116 @@ bool isRejection(const QString& result)
     return result == QLatin1String("Task NotValid") || result.startsWith(QLatin1String("It seems that disk"));
 }
 
-int nameLength(const QString& text)
-{
-    int length = 0;
-    while (length < text.size() &&
-           (text.at(length).isLetterOrNumber() || text.at(length) == QLatin1Char('_')))
-        ++length;
-    return length;
-}
-
 } // namespace
 
-void Timeline::announce(const QString& toolCalls)
+Timeline::Row* Timeline::rowOf(int number)
 {
-    const QString text = toolCalls.simplified();
-    const int length = nameLength(text);
-    append(length > 0 ? Text(text.left(length)) : kCall, text.mid(length).trimmed(), kRunning);
-    open_ = count() - 1;
+    const int at = rows_.empty() || number == 0 ? -1 : number - rows_.front().number;
+    return at < 0 ? nullptr : &rows_[static_cast<std::size_t>(at)];
+}
+
+void Timeline::announce(const QString& toolCalls, const Text& client)
+{
+    const AnnouncedCall call = splitCall(toolCalls);
+    open_ = append(call.tool.isEmpty() ? kCall : Text(call.tool), call.arguments, kRunning, client).number;
+}
+
+Timeline::Row& Timeline::openOrNew(const Text& tool, const QString& arguments, const QString& state,
+                                   const Text& client)
+{
+    Row* row = rowOf(open_);
+    return row != nullptr ? *row : append(tool, arguments, state, client);
 }
 
 void Timeline::answer(const QString& result, bool queued)
 {
-    if (!isCallOpen())
-        append(kCall, QString(), kRunning);
-    const int at = isCallOpen() ? open_ : count() - 1;
-    Row& row = rows_[static_cast<std::size_t>(at)];
+    Row& row = openOrNew(kCall, QString(), kRunning, Text());
     row.result = result;
     row.state = queued ? kQueued : isRejection(result) ? kRejected : kAnswered;
-    open_ = -1;
-    changed(at);
+    open_ = 0;
+    changed(row);
 }
 
-void Timeline::recordOrder(const Text& function, const QString& arguments)
+void Timeline::recordOrder(const Text& function, const QString& arguments, const Text& client)
 {
-    if (!isCallOpen())
-        append(function, arguments, kQueued);
+    ordered_ = openOrNew(function, arguments, kQueued, client).number;
 }
 
 void Timeline::recordRejection(const Text& function, const QString& arguments, const Text& reason)
 {
-    if (!isCallOpen())
-        append(function, arguments, kRejected);
-    const int at = isCallOpen() ? open_ : count() - 1;
-    rows_[static_cast<std::size_t>(at)].reason = reason;
-    changed(at);
+    Row& row = openOrNew(function, arguments, kRejected, Text());
+    row.reason = reason;
+    changed(row);
+}
+
+void Timeline::recordGuide()
+{
+    guide_ = open_;
+}
+
+void Timeline::recordTask(int taskId)
+{
+    Row* row = rowOf(ordered_ != 0 ? ordered_ : guide_);
+    ordered_ = 0;
+    if (row != nullptr)
+        row->taskId = taskId;
+}
+
+void Timeline::endTask(int taskId, const QString& state, const Text& error)
+{
+    for (Row& row : rows_) {
+        if (row.taskId != taskId)
+            continue;
+        row.taskState = state;
+        if (!error.isEmpty())
+            row.reason = error;
+        changed(row);
+    }
 }
 
 void Timeline::recordGateRejection(const QString& text)
 {
     const bool again = !rows_.empty() && rows_.back().times > 0 && rows_.back().result == text;
     if (!again)
-        append(kGate, QString(), kHeld);
+        append(kGate, QString(), kHeld, Text());
     Row& row = rows_.back();
     row.result = text;
     ++row.times;
-    changed(count() - 1);
+    changed(row);
 }
 
-void Timeline::append(const Text& tool, const QString& arguments, const QString& state)
+Timeline::Row& Timeline::append(const Text& tool, const QString& arguments, const QString& state,
+                                const Text& client)
 {
     if (count() == kKeptRows) {
         beginRemoveRows(QModelIndex(), 0, 0);
         rows_.pop_front();
         endRemoveRows();
-        open_ = isCallOpen() ? open_ - 1 : -1;
     }
     beginInsertRows(QModelIndex(), count(), count());
-    rows_.push_back({QTime::currentTime().toString(QStringLiteral("hh:mm:ss")), tool, arguments, QString(),
-                     Text(), state, 0});
+    Row row;
+    row.number = ++lastNumber_;
+    row.time = QTime::currentTime().toString(QStringLiteral("hh:mm:ss"));
+    row.tool = tool;
+    row.arguments = arguments;
+    row.state = state;
+    row.client = client;
+    rows_.push_back(std::move(row));
     endInsertRows();
     Q_EMIT countChanged();
+    return rows_.back();
 }
 
 void Timeline::retranslate()
 {
     if (count() > 0)
-        Q_EMIT dataChanged(index(0), index(count() - 1), {ToolRole, ReasonRole});
+        Q_EMIT dataChanged(index(0), index(count() - 1), {ToolRole, ArgumentsRole, ReasonRole, ClientRole});
 }
 
-void Timeline::changed(int row)
+void Timeline::changed(const Row& row)
 {
-    Q_EMIT dataChanged(index(row), index(row));
+    const QModelIndex at = index(row.number - rows_.front().number);
+    Q_EMIT dataChanged(at, at);
 }
 
 int Timeline::rowCount(const QModelIndex& parent) const
@@ -120,13 +153,17 @@ QVariant Timeline::data(const QModelIndex& index, int role) const
     case ToolRole:
         return row.tool.translated();
     case ArgumentsRole:
+        return readableArguments(row.arguments);
+    case RawArgumentsRole:
         return row.arguments;
+    case ClientRole:
+        return row.client.translated();
     case ResultRole:
         return row.result;
     case ReasonRole:
         return row.reason.translated();
     case StateRole:
-        return row.state;
+        return row.taskState.isEmpty() ? row.state : row.taskState;
     case TimesRole:
         return row.times;
     default:
@@ -138,7 +175,7 @@ QHash<int, QByteArray> Timeline::roleNames() const
 {
     return {{TimeRole, "time"},     {ToolRole, "tool"},     {ArgumentsRole, "callArguments"},
             {ResultRole, "result"}, {ReasonRole, "reason"}, {StateRole, "callState"},
-            {TimesRole, "times"}};
+            {TimesRole, "times"},   {ClientRole, "client"}, {RawArgumentsRole, "rawArguments"}};
 }
 
 } // namespace host

@@ -1,6 +1,6 @@
 import QtQuick 2.15
 
-// A task: its title, its progress, and a button that cancels it.
+// A task: its title, its progress, its sender, and a button that cancels it.
 Item {
     id: row
 
@@ -10,7 +10,7 @@ Item {
 
     signal cancelled()
 
-    height: (model.error === "" ? 54 : 70) * theme.unit
+    height: lines.y + lines.height + 14 * theme.unit
 
     Words {
         objectName: "taskTitle"
@@ -36,20 +36,20 @@ Item {
         visible: row.cancellable
         onClicked: row.cancelled()
     }
-    Words {
-        objectName: "taskDetail"
+    Column {
+        id: lines
         anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 26 * theme.unit }
-        text: model.detail
-        font.pixelSize: theme.small
-        color: theme.muted
-    }
-    Words {
-        objectName: "taskError"
-        anchors { left: parent.left; leftMargin: 8; right: parent.right; rightMargin: 8; top: parent.top; topMargin: 43 * theme.unit }
-        visible: model.error !== ""
-        text: model.error
-        font.pixelSize: theme.small
-        color: theme.bad
+
+        Words { objectName: "taskDetail"; width: parent.width; text: model.detail; font.pixelSize: theme.small; color: theme.muted }
+        Words {
+            objectName: "taskAside"
+            width: parent.width
+            visible: text !== ""
+            text: [model.remaining, model.client].filter(function(part) { return part !== "" }).join(" \u00b7 ")
+            font.pixelSize: theme.small
+            color: theme.muted
+        }
+        Words { objectName: "taskError"; width: parent.width; visible: text !== ""; text: model.error; font.pixelSize: theme.small; color: theme.bad }
     }
     Rectangle {
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 8; bottomMargin: 4 }

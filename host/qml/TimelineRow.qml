@@ -5,9 +5,14 @@ Item {
     id: row
 
     readonly property var states: ({ running: qsTr("running"), queued: qsTr("queued"), rejected: qsTr("rejected"),
-                                     answered: qsTr("answered"), held: qsTr("held") })
-    readonly property var tones: ({ running: "accent", queued: "good", rejected: "bad", answered: "plain", held: "warn" })
-    readonly property var marks: ({ running: theme.accent, queued: theme.good, rejected: theme.bad, answered: theme.muted, held: theme.warn })
+                                     answered: qsTr("answered"), held: qsTr("held"),
+                                     done: qsTr("done"), failed: qsTr("failed"), cancelled: qsTr("cancelled") })
+    readonly property var tones: ({ running: "accent", queued: "good", rejected: "bad", answered: "plain", held: "warn",
+                                    done: "good", failed: "bad", cancelled: "warn" })
+    readonly property var marks: ({ running: theme.accent, queued: theme.good, rejected: theme.bad, answered: theme.muted, held: theme.warn,
+                                    done: theme.good, failed: theme.bad, cancelled: theme.warn })
+    // The end of the call's task replaces the answer, which only stated that the task waits.
+    readonly property bool ended: ["done", "failed", "cancelled"].indexOf(model.callState) >= 0
     readonly property bool isShort: model.result.length <= 24
 
     height: lines.height + 12
@@ -50,8 +55,16 @@ Item {
                 anchors { right: parent.right; verticalCenter: parent.verticalCenter }
                 tone: row.tones[model.callState]
                 text: model.times > 0 ? (model.times > 1 ? qsTr("rejected %n time(s)", "", model.times) : row.states.rejected)
-                                       : row.isShort && model.result !== "" ? model.result : row.states[model.callState]
+                                       : row.isShort && model.result !== "" && !row.ended ? model.result : row.states[model.callState]
             }
+        }
+        Words {
+            objectName: "callClient"
+            width: parent.width
+            visible: text !== ""
+            text: model.client
+            font.pixelSize: theme.small
+            color: theme.muted
         }
         Words {
             objectName: "callArguments"
