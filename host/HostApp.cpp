@@ -231,6 +231,7 @@ void HostApp::takeScreenshot()
 bool HostApp::loadComponent()
 {
     ServiceWatcher::clearPorts();
+    scene_.core().clients().observe();
     components_ = std::make_unique<CComponentMgr>(&scene_.engine());
     components_->loadComponents();
     QObject* bridge = components_->component(kComponent);

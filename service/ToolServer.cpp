@@ -1,6 +1,7 @@
 #include "service/ToolServer.h"
 
 #include "plugin/TsanAnnotations.h"
+#include "service/ConnectionReport.h"
 #include "service/ServerSocket.h"
 #include "service/StreamTransport.h"
 
@@ -39,6 +40,14 @@ public:
             throw thrift::TException(exception.what());
         }
     }
+
+protected:
+    bool dispatchCall(thrift::protocol::TProtocol* in, thrift::protocol::TProtocol* out,
+                      const std::string& name, int32_t sequence, void* context) override
+    {
+        const ConnectionReport::Call call(context, name);
+        return ZORNativePluginProcessor::dispatchCall(in, out, name, sequence, context);
+    }
 };
 
 } // namespace
@@ -56,5 +65,7 @@ makeToolServer(const std::shared_ptr<ZORNativePluginIf>& handler, const std::str
     auto server =
         std::make_unique<thrift::server::TThreadedServer>(processor, socket, transports, protocols, threads);
     server->setConcurrentClientLimit(kClientLimit);
+    if (QObject* observer = ConnectionReport::observer())
+        server->setServerEventHandler(std::make_shared<ConnectionReport>(observer));
     return server;
 }

@@ -67,6 +67,25 @@
     </message>
 </context>
 <context>
+    <name>ClientList</name>
+    <message>
+        <source>since %1</source>
+        <comment>time of day</comment>
+        <translation>seit %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n call(s)</source>
+        <translation>
+            <numerusform>%n Aufruf</numerusform>
+            <numerusform>%n Aufrufe</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No client is connected.</source>
+        <translation>Kein Client ist verbunden.</translation>
+    </message>
+</context>
+<context>
     <name>ConfirmationDialog</name>
     <message>
         <source>Change the disk</source>
@@ -1528,6 +1547,18 @@
     <message>
         <source>about %1 h left</source>
         <translation>noch etwa %1 h</translation>
+    </message>
+    <message>
+        <source>client on port %1</source>
+        <translation>Client an Port %1</translation>
+    </message>
+    <message>
+        <source>process %1</source>
+        <translation>Prozess %1</translation>
+    </message>
+    <message>
+        <source>one of %1 clients</source>
+        <translation>einer von %1 Clients</translation>
     </message>
 </context>
 <context>

@@ -67,6 +67,25 @@
     </message>
 </context>
 <context>
+    <name>ClientList</name>
+    <message>
+        <source>since %1</source>
+        <comment>time of day</comment>
+        <translation>since %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n call(s)</source>
+        <translation>
+            <numerusform>%n call</numerusform>
+            <numerusform>%n calls</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No client is connected.</source>
+        <translation>No client is connected.</translation>
+    </message>
+</context>
+<context>
     <name>ConfirmationDialog</name>
     <message>
         <source>Change the disk</source>
@@ -1528,6 +1547,18 @@
     <message>
         <source>about %1 h left</source>
         <translation>about %1 h left</translation>
+    </message>
+    <message>
+        <source>client on port %1</source>
+        <translation>client on port %1</translation>
+    </message>
+    <message>
+        <source>process %1</source>
+        <translation>process %1</translation>
+    </message>
+    <message>
+        <source>one of %1 clients</source>
+        <translation>one of %1 clients</translation>
     </message>
 </context>
 <context>

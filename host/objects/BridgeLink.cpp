@@ -1,6 +1,7 @@
 #include "host/objects/BridgeLink.h"
 
 #include "host/machine/Records.h"
+#include "plugin/TsanAnnotations.h"
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -18,11 +19,9 @@ const QString kAgentFunction = QStringLiteral("fun");
 BridgeLink::BridgeLink(HostCore& core, int automaticAnswer, QObject* parent)
     : QObject(parent), core_(core), automaticAnswer_(automaticAnswer)
 {
+    qRegisterMetaType<Text>("host::Text"); // for queued calls
     connect(&core_.backend(), &Backend::machineChanged, this, &BridgeLink::pushInventory);
-    connect(&core_.orders(), &Orders::ordered, &timeline_,
-            [this](const Text& function, const QString& arguments) {
-                timeline_.recordOrder(function, arguments);
-            });
+    connect(&core_.orders(), &Orders::ordered, &timeline_, &Timeline::recordOrder);
     connect(&core_.orders(), &Orders::rejected, &timeline_, &Timeline::recordRejection);
     connect(&core_.gate(), &GateWatch::rejected, &timeline_, &Timeline::recordGateRejection);
     connect(&core_.orders(), &Orders::added, &timeline_, &Timeline::recordTask);
@@ -37,9 +36,8 @@ void BridgeLink::attach(QObject* bridge)
     connect(bridge, SIGNAL(sigCloneResult(QVariant)), this, SLOT(onCloneResult(QVariant)));
     connect(bridge, SIGNAL(sigConvertResult(QVariant)), this, SLOT(onConvertResult(QVariant)));
     connect(bridge, SIGNAL(sigRecScanResult(QVariant)), this, SLOT(onRecommendation(QVariant)));
-    connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(onToolAnnounced(QString)));
-    // Direct, so that the transcript records the connection's thread.
-    connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(recordGateCall(QString)),
+    // Direct, because the connection's thread identifies the client.
+    connect(bridge, SIGNAL(sigAbout2CallFun(QString)), this, SLOT(takeAnnouncement(QString)),
             Qt::DirectConnection);
     connect(bridge, SIGNAL(sigAfterCallFun(QString, bool)), this, SLOT(recordToolCall(QString, bool)),
             Qt::DirectConnection);
@@ -135,10 +133,18 @@ void BridgeLink::onRecommendation(QVariant record)
         answer(automaticAnswer_);
 }
 
-void BridgeLink::onToolAnnounced(QString toolCalls)
+void BridgeLink::takeAnnouncement(QString toolCalls)
+{
+    const Text client = core_.clients().clientOfThisThread();
+    recordGateCall(toolCalls);
+    TsanAnnotations::release();
+    QMetaObject::invokeMethod(this, "onToolAnnounced", Q_ARG(QString, toolCalls), Q_ARG(host::Text, client));
+}
+
+void BridgeLink::onToolAnnounced(QString toolCalls, Text client)
 {
     toolAnnounced_ = true;
-    timeline_.announce(toolCalls);
+    timeline_.announce(toolCalls, client);
     core_.log()->write(QStringLiteral("agent announces: %1").arg(toolCalls));
 }
 
@@ -166,7 +172,7 @@ void BridgeLink::onScanFinished()
     Q_EMIT scanEnded();
 }
 
-void BridgeLink::recordGateCall(QString toolCalls)
+void BridgeLink::recordGateCall(const QString& toolCalls)
 {
     const std::lock_guard<std::mutex> lock(announcedMutex_);
     announced_ = toolCalls;

@@ -56,14 +56,15 @@ private Q_SLOTS:
     void onCloneResult(QVariant result);
     void onConvertResult(QVariant result);
     void onRecommendation(QVariant record);
-    void onToolAnnounced(QString toolCalls);
+    void onToolAnnounced(QString toolCalls, host::Text client);
     void onToolEnded(QString result, bool queued);
     void onScanFinished();
     // Called on the thread of the signal.
-    void recordGateCall(QString toolCalls);
+    void takeAnnouncement(QString toolCalls);
     void recordToolCall(QString result, bool queued);
 
 private:
+    void recordGateCall(const QString& toolCalls);
     void pushInventory();
     void watchScanThread();
     void setEmptyScan(bool empty);

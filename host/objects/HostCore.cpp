@@ -17,6 +17,7 @@ HostCore::HostCore(std::unique_ptr<Backend> backend, QObject* parent)
     connect(&orders_, &Orders::workChanged, this, &HostCore::workChanged);
     connect(backend_.get(), &Backend::noticed, this, &HostCore::writeNotices);
     connect(backend_.get(), &Backend::availabilityChanged, this, &HostCore::showAvailability);
+    orders_.setOrigin([this](const QString& function) { return clients_.senderOf(function); });
     writeNotices();
 }
 
@@ -83,6 +84,7 @@ void HostCore::retranslate()
     guideView_.retranslate();
     orders_.confirmation().retranslate();
     interruption_.retranslate();
+    clients_.retranslate();
     Q_EMIT workChanged();
     Q_EMIT problemChanged();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/backend/Backend.h"
+#include "host/objects/AgentClients.h"
 #include "host/objects/CallRecorder.h"
 #include "host/objects/GateWatch.h"
 #include "host/objects/GuideView.h"
@@ -49,6 +50,7 @@ public:
     GuideView& guideView() { return guideView_; }
     InterruptionRequest& interruption() { return interruption_; }
     GateWatch& gate() { return gate_; }
+    AgentClients& clients() { return clients_; }
     HostLog* log() { return &log_; }
     TaskQueue* tasks() { return &orders_.tasks(); }
 
@@ -94,6 +96,7 @@ private:
     GuideView guideView_;
     InterruptionRequest interruption_;
     GateWatch gate_;
+    AgentClients clients_;
     QString serviceAddress_;
     QString address_;
     Rejection problem_;

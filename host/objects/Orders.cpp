@@ -72,7 +72,7 @@ void Orders::order(int function, const QVariantMap& params)
 {
     log_.write(
         QStringLiteral("order %1 %2").arg(describeFunction(function).english(), describeParams(params)));
-    Q_EMIT ordered(describeFunction(function), describeParams(params));
+    Q_EMIT ordered(describeFunction(function), describeParams(params), origin_(functionName(function)));
     // An order that arrives during the shutdown is discarded.
     if (!status_.isClosing())
         add(function, params);
@@ -86,7 +86,7 @@ void Orders::add(int function, const QVariantMap& params)
     TaskWork work;
     work.title = describeFunction(function);
     work.detail = describeParams(params);
-    work.client = origin_();
+    work.client = origin_(functionName(function));
     work.execution = [this, function, params] { return execution(function, params); };
     const int id = tasks_.add(std::move(work));
     Q_EMIT added(id);

@@ -26,8 +26,8 @@ public:
     Orders(Backend& backend, HostStatus& status, Transcript& transcript, HostLog& log);
 
     void setConsent(Consent consent) { consent_ = consent; }
-    /// Called for each order: the agent's process that sent it; empty if unknown.
-    void setOrigin(std::function<Text()> origin) { origin_ = std::move(origin); }
+    /// Called for each order with its function: the agent's process that sent it; empty if unknown.
+    void setOrigin(std::function<Text(const QString&)> origin) { origin_ = std::move(origin); }
     /// The question that waits for a person.
     ConfirmationRequest& confirmation() { return confirmation_; }
 
@@ -52,8 +52,8 @@ public:
     const Text& work() const { return work_; }
 
 Q_SIGNALS:
-    /// An order has arrived.
-    void ordered(host::Text function, QString arguments);
+    /// An order has arrived. @p client: the agent's process that sent it; empty if unknown.
+    void ordered(host::Text function, QString arguments, host::Text client);
     /// The order that ordered() reported last, or the work of a guide, has become a task.
     void added(int taskId);
     /// See TaskQueue::taskEnded(); @p error is empty unless the task failed.
@@ -73,7 +73,7 @@ private:
     Transcript& transcript_;
     HostLog& log_;
     Consent consent_ = Consent::Window;
-    std::function<Text()> origin_ = [] { return Text(); };
+    std::function<Text(const QString&)> origin_ = [](const QString&) { return Text(); };
     ConfirmationRequest confirmation_; // before the tasks, whose executions use it
     TaskQueue tasks_;
     std::optional<DataLoss> runningLoss_; ///< of the running task

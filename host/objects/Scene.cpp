@@ -34,6 +34,7 @@ Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode th
     context.setContextProperty(QStringLiteral("confirmation"), &core_.orders().confirmation());
     context.setContextProperty(QStringLiteral("interruption"), &core_.interruption());
     context.setContextProperty(QStringLiteral("timeline"), &link_.timeline());
+    context.setContextProperty(QStringLiteral("clients"), &core_.clients());
     context.setContextProperty(QStringLiteral("diskModel"), &disks_);
     context.setContextProperty(QStringLiteral("shownDisks"), &shownDisks_);
     context.setContextProperty(QStringLiteral("program"), &program_);
@@ -65,6 +66,7 @@ void Scene::connectWindow()
     if (window_ == nullptr)
         return;
     window_->setCore(&core_);
+    QObject::connect(window_, &QWindow::visibleChanged, &core_.clients(), &AgentClients::setLookingUp);
     QObject::connect(&core_.interruption(), &InterruptionRequest::confirmedClose, window_, &QWindow::close);
     window_->findChild<MainPage*>()->setCore(&core_);
     window_->findChild<QmlExecuter*>()->setCore(&core_);

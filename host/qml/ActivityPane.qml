@@ -15,6 +15,7 @@ Panel {
         onClicked: pane.showsLog = !pane.showsLog
     }
 
-    TimelinePane { anchors.fill: parent; visible: !pane.showsLog }
+    ClientList { id: clientList; width: parent.width; visible: !pane.showsLog }
+    TimelinePane { anchors { fill: parent; topMargin: clientList.height + 4 } visible: !pane.showsLog }
     LogPane { anchors.fill: parent; visible: pane.showsLog }
 }
