@@ -13,9 +13,9 @@ ColumnLayout {
 
     RowLayout {
         spacing: 8
+        Item { implicitWidth: 4 + header.markWidth }
         Words {
             objectName: "machineName"
-            Layout.leftMargin: 4 + header.markWidth + 8
             Layout.fillWidth: true
             Layout.maximumWidth: Math.ceil(implicitWidth)
             Layout.minimumWidth: 40 * theme.unit

@@ -52,6 +52,14 @@ TEST_F(WindowTextSize, ApplicationFont_SetsTheSizesOfTextsAndRows)
     EXPECT_EQ(item("diskBar")->parentItem()->height(), 2 * rowBefore);
 }
 
+TEST_F(WindowTextSize, WideWindow_ElidesNeitherNameNorSummary)
+{
+    ASSERT_TRUE(pumpUntil([&] { return item("machineName")->width() > 0; }));
+    EXPECT_FALSE(item("machineName")->property("truncated").toBool());
+    EXPECT_FALSE(item("machineSummary")->property("truncated").toBool());
+    EXPECT_FALSE(item("serviceBadge")->property("truncated").toBool());
+}
+
 TEST(WindowSize, WindowAndFrame_FitTheScreen)
 {
     EXPECT_EQ(host::fittingSize({1280, 720}, {1920, 1040}), QSize(1280, 720));
