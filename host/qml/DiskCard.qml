@@ -7,6 +7,8 @@ Rectangle {
     property bool current: false
     property bool compact: false
     property int currentEntry: -1
+    // Room for the German texts, except in a narrow window.
+    readonly property real lineWidth: Math.max(250 * theme.unit, Math.min(310 * theme.unit, width * 0.36))
     readonly property var pieces: model.segments
 
     signal chosen(int entry)
@@ -45,7 +47,7 @@ Rectangle {
     Item {
         id: bar
         objectName: "diskBar"
-        anchors { fill: parent; leftMargin: (card.compact ? 250 : 200) * theme.unit; rightMargin: 14; topMargin: card.compact ? 5 : 10; bottomMargin: anchors.topMargin }
+        anchors { fill: parent; leftMargin: card.compact ? card.lineWidth : 200 * theme.unit; rightMargin: 14; topMargin: card.compact ? 5 : 10; bottomMargin: anchors.topMargin }
 
         Binding { target: card.pieces; property: "barWidth"; value: bar.width }
         Repeater {

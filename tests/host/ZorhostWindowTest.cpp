@@ -75,15 +75,31 @@ TEST(ZorhostWindow, ShownWindow_RemembersItsSizeAtTheEnd)
     EXPECT_TRUE(host.waitForContent(kSettings, "width="));
 }
 
+// Without the settings, the window would have the size of the offscreen display, and this size would be
+// saved.
+TEST(ZorhostWindow, RememberedSize_IsUsedAndKept)
+{
+    ZorhostProcess host;
+    host.environment().insert("QT_QPA_PLATFORM", "offscreen");
+    ASSERT_TRUE(QDir(host.file("")).mkpath("config/zorhost"));
+    host.write(kSettings, "[window]\nwidth=700\nheight=500\n");
+    ASSERT_TRUE(host.startReady({"--window", "--theme", "dark"})) << host.errors().constData();
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+    ASSERT_TRUE(host.waitForContent(kSettings, "maximized=false"));
+    EXPECT_TRUE(host.waitForContent(kSettings, "width=700"));
+    EXPECT_TRUE(host.waitForContent(kSettings, "height=500"));
+    EXPECT_FALSE(host.waitForContent(kSettings, "theme="));
+}
+
 TEST(ZorhostWindow, HeadlessAndScreenshot_UseNoSettings)
 {
     const QList<QStringList> runs = {{"--headless", "--agent", "true", "--exit-with-agent"},
                                      {"--screenshot", "w.png"}};
     for (const QStringList& arguments : runs) {
         ZorhostProcess host;
-        host.write("zorhost.ini", "[window]\nwidth=700\nheight=500\ntheme=dark\n");
         ASSERT_TRUE(QDir(host.file("")).mkpath("config/zorhost"));
-        ASSERT_TRUE(QFile::rename(host.file("zorhost.ini"), host.file(kSettings)));
+        host.write(kSettings, "[window]\nwidth=700\nheight=500\ntheme=dark\n");
         ASSERT_TRUE(host.startReady(arguments)) << host.errors().constData();
         EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
         QFile settings(host.file(kSettings));
