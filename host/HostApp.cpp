@@ -183,6 +183,7 @@ bool HostApp::show()
 {
     if (options_.screenshot.isEmpty()) {
         rememberWindow();
+        setSize();
         scene_.window()->setVisible(!options_.headless);
         return true;
     }
@@ -191,12 +192,21 @@ bool HostApp::show()
         printError(error);
         return false;
     }
+    setSize();
     connect(scene_.window(), &QQuickWindow::frameSwapped, this, [this] {
         if (firstFrame_ < 0)
             firstFrame_ = sinceStart_.elapsed();
     });
     scene_.window()->show();
     return true;
+}
+
+void HostApp::setSize()
+{
+    if (!options_.size.has_value())
+        return;
+    scene_.window()->setWindowState(Qt::WindowNoState);
+    scene_.window()->resize(*options_.size);
 }
 
 // A window that nobody sees neither uses nor changes the settings of the user.

@@ -41,6 +41,7 @@ private:
     int checkHost();
     bool build();
     bool show();
+    void setSize();
     void rememberWindow();
     void saveWindow();
     bool loadComponent();

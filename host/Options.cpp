@@ -6,6 +6,7 @@
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QFileInfo>
 #include <QtCore/QMap>
+#include <QtCore/QRegularExpression>
 
 namespace host {
 
@@ -17,6 +18,10 @@ void reject(Options* options, const QString& error)
     if (options->error.isEmpty())
         options->error = error;
 }
+
+// The window's own minimum, and less than the limit of Qt.
+constexpr QSize kMinWindow(640, 480);
+constexpr QSize kMaxWindow(16000, 16000);
 
 std::optional<int> readCount(const QString& value)
 {
@@ -58,6 +63,17 @@ void readTheme(const QString& value, Options* options)
     options->theme = themeNamed(value);
     if (!options->theme.has_value())
         reject(options, QStringLiteral("option --theme needs light, dark or system"));
+}
+
+void readSize(const QString& value, Options* options)
+{
+    static const QRegularExpression pattern(QStringLiteral("^(\\d{3,5})x(\\d{3,5})$"));
+    const QRegularExpressionMatch match = pattern.match(value);
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    options->size = size;
+    if (size.boundedTo(kMaxWindow).expandedTo(kMinWindow) != size)
+        reject(options,
+               QStringLiteral("option --size needs a width and a height from 640x480 to 16000x16000"));
 }
 
 void readLanguage(const QString& value, Options* options)
@@ -155,6 +171,10 @@ const Row kRows[] = {
     {"theme", "light|dark|system", readTheme,
      "the window's colours (default: those chosen in the window in an\n"
      "earlier run, otherwise system)"},
+    {"size", "WIDTHxHEIGHT", readSize,
+     "the window's size in pixels, at least 640x480, before the scale\n"
+     "factor of the display (default: that of an earlier run, otherwise\n"
+     "1280x720)"},
     {"language", "CODE", readLanguage,
      "language of the window and of recommendations: en or de (default: en)"},
     {"screenshot", "FILE", [](const QString& value, Options* options) { options->screenshot = value; },
@@ -228,6 +248,7 @@ struct Exclusion
 // Each would have no effect together with the other, or would contradict it.
 const Exclusion kExclusions[] = {
     {"window", {"headless", "screenshot"}},
+    {"size", {"check-host"}},
     {"check-host", {"agent", "save", "scan", "screenshot", "transcript", "window"}},
     {"machine", {"device", "image"}},
     {"speed", {"device", "image"}},

@@ -4,6 +4,7 @@
 #include "host/simulation/Pace.h"
 #include "manual/Manual.h"
 
+#include <QtCore/QSize>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -29,7 +30,8 @@ struct Options
     std::optional<bool> win11;
     QString language = QStringLiteral("en"); ///< of the window and of recommendations
     std::optional<ThemeMode> theme;          ///< without a value: the one of the last run, or the system's
-    QString screenshot;                      ///< file for a picture of the window; empty: no picture
+    std::optional<QSize> size; ///< of the window, in logical pixels; without a value: as in the last run
+    QString screenshot;        ///< file for a picture of the window; empty: no picture
     /// Milliseconds after which a dialog is closed. Without a value: 1500 without a window, never with one.
     std::optional<int> click;
     bool checkHost = false;

@@ -144,6 +144,20 @@ TEST(Options, WindowOptions_AreRead)
     EXPECT_FALSE(readOptions({}).click.has_value());
 }
 
+TEST(Options, Size_IsFrom640x480To16000x16000)
+{
+    EXPECT_FALSE(readOptions({}).size.has_value());
+    EXPECT_EQ(readOptions({"--size", "640x480"}).size, std::optional<QSize>(QSize(640, 480)));
+    EXPECT_EQ(readOptions({"--size", "16000x16000"}).error, "");
+    for (const char* value :
+         {"", "640", "639x480", "640x479", "640X480", "640x480x2", "-640x480", "16001x480", " 640x480"})
+        EXPECT_EQ(readOptions({"--size", value}).error,
+                  "option --size needs a width and a height from 640x480 to 16000x16000")
+            << value;
+    EXPECT_EQ(readOptions({"--size", "640x480", "--check-host"}).error,
+              "options --size and --check-host exclude each other");
+}
+
 TEST(Options, Language_DefaultsToEnglish)
 {
     EXPECT_EQ(readOptions({}).language, "en");

@@ -138,8 +138,9 @@ TEST_F(WindowKeys, NewLines_DoNotMoveALogThatTheUserHasScrolledBack)
     ASSERT_TRUE(pumpUntil([&] { return item("logList")->property("atYEnd").toBool(); }));
     press(Qt::Key_Home);
     scene.core().log()->write("new");
-    ASSERT_TRUE(pumpUntil([&] { return item("logList")->property("count").toInt() > kRows; }));
-    scene.window()->grabWindow();
+    ASSERT_GT(item("logList")->property("count").toInt(), kRows);
+    // The list would follow in the next round of the event loop.
+    QCoreApplication::processEvents();
     EXPECT_TRUE(item("logList")->property("atYBeginning").toBool());
     press(Qt::Key_End);
     scene.core().log()->write("newest");

@@ -43,6 +43,15 @@ TEST(ZorhostWindow, Screenshot_IsWrittenWithoutADisplayAndTheProgramEnds)
     EXPECT_LT(QFile(host.file("window.png")).size(), 150000);
 }
 
+TEST(ZorhostWindow, SizeOfTheCommandLine_IsThatOfThePicture)
+{
+    ZorhostProcess host;
+    ASSERT_TRUE(host.startReady({"--size", "640x480", "--screenshot", "window.png"}))
+        << host.errors().constData();
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+    EXPECT_EQ(QImage(host.file("window.png")).size(), QSize(640, 480));
+}
+
 TEST(ZorhostWindow, ScreenshotWithAnAgent_IsTakenAtItsEndAndKeepsItsExitCode)
 {
     ZorhostProcess host;
@@ -90,6 +99,18 @@ TEST(ZorhostWindow, RememberedSize_IsUsedAndKept)
     EXPECT_TRUE(host.waitForContent(kSettings, "width=700"));
     EXPECT_TRUE(host.waitForContent(kSettings, "height=500"));
     EXPECT_FALSE(host.waitForContent(kSettings, "theme="));
+}
+
+TEST(ZorhostWindow, SizeOfTheCommandLine_WinsOverTheRememberedSize)
+{
+    ZorhostProcess host;
+    host.environment().insert("QT_QPA_PLATFORM", "offscreen");
+    ASSERT_TRUE(QDir(host.file("")).mkpath("config/zorhost"));
+    host.write(kSettings, "[window]\nwidth=700\nheight=500\nmaximized=true\n");
+    ASSERT_TRUE(host.startReady({"--window", "--size", "720x520"})) << host.errors().constData();
+    host.signal(SIGTERM);
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+    EXPECT_TRUE(host.waitForContent(kSettings, "width=720"));
 }
 
 TEST(ZorhostWindow, HeadlessAndScreenshot_UseNoSettings)
