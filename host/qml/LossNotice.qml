@@ -47,8 +47,11 @@ Column {
             font.pixelSize: theme.small
             wrapMode: Text.Wrap
         }
-        Keys.forwardTo: [keys]
-        ListKeys { id: keys; view: list }
+        Keys.onPressed: {
+            event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End
+            if (event.accepted)
+                currentIndex = event.key === Qt.Key_Home ? 0 : count - 1
+        }
         FocusRing { shown: list.activeFocus; anchors.margins: 0 }
     }
     Words {

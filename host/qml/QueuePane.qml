@@ -57,7 +57,7 @@ Panel {
             width: ListView.view.width - 10
             onCancelled: interruption.cancel(model.taskId)
         }
-        ListKeys { id: keys; view: list }
+        ListKeys { id: keys; view: list; onStarting: list.follows = false }
         FocusRing { shown: list.activeFocus; anchors.margins: 0 }
     }
     Words {

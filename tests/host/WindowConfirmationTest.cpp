@@ -173,6 +173,10 @@ TEST_F(WindowConfirmation, LongTexts_StayInASmallWindow)
         press(Qt::Key_Down);
     const QQuickItem* list = item("confirmationLosses");
     EXPECT_TRUE(pumpUntil([&] { return list->property("atYEnd").toBool(); }));
+    press(Qt::Key_Home);
+    EXPECT_TRUE(pumpUntil([&] { return list->property("atYBeginning").toBool(); }));
+    press(Qt::Key_End);
+    EXPECT_TRUE(pumpUntil([&] { return list->property("atYEnd").toBool(); }));
     take("confirmation-small.png");
 }
 
