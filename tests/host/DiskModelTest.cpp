@@ -192,7 +192,7 @@ TEST(TimelineModel, Announcement_IsSplitAfterTheName)
     EXPECT_EQ(cell(1, host::Timeline::ToolRole), "FormatPartition");
     EXPECT_EQ(cell(1, host::Timeline::ArgumentsRole), "(E, NTFS)");
     EXPECT_EQ(cell(2, host::Timeline::ToolRole), "call");
-    EXPECT_EQ(cell(2, host::Timeline::ArgumentsRole), "{\"tool\": 1}");
+    EXPECT_EQ(cell(2, host::Timeline::ArgumentsRole), "tool=1");
     EXPECT_EQ(cell(3, host::Timeline::ToolRole), "call");
 }
 
