@@ -52,7 +52,21 @@ TEST_F(WindowTextSize, ApplicationFont_SetsTheSizesOfTextsAndRows)
     EXPECT_EQ(item("diskBar")->parentItem()->height(), 2 * rowBefore);
 }
 
-TEST_F(WindowTextSize, WideWindow_ElidesNeitherNameNorSummary)
+// The name is wider than the smallest width of the header's texts.
+class WideWindow : public WindowTest
+{
+protected:
+    WideWindow() : WindowTest(machine(), host::ThemeMode::Light) {}
+
+    static host::Machine machine()
+    {
+        host::Machine machine = testMachine();
+        machine.name = QStringLiteral("desktop");
+        return machine;
+    }
+};
+
+TEST_F(WideWindow, Header_ElidesNothing)
 {
     ASSERT_TRUE(pumpUntil([&] { return item("machineName")->width() > 0; }));
     EXPECT_FALSE(item("machineName")->property("truncated").toBool());
