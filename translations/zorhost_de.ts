@@ -65,6 +65,10 @@
         <source>Show log</source>
         <translation>Protokoll anzeigen</translation>
     </message>
+    <message>
+        <source>Only drive %1: show all</source>
+        <translation>Nur Laufwerk %1: alle anzeigen</translation>
+    </message>
 </context>
 <context>
     <name>ClientList</name>
@@ -302,6 +306,40 @@
     <message>
         <source>Continue the task</source>
         <translation>Aufgabe fortsetzen</translation>
+    </message>
+</context>
+<context>
+    <name>Legend</name>
+    <message>
+        <source>Other</source>
+        <translation>Andere</translation>
+    </message>
+    <message>
+        <source>Used</source>
+        <translation>Belegt</translation>
+    </message>
+    <message>
+        <source>Free</source>
+        <translation>Frei</translation>
+    </message>
+    <message>
+        <source>Planned</source>
+        <translation>Geplant</translation>
+    </message>
+    <message>
+        <source>Will be lost</source>
+        <translation>Geht verloren</translation>
+    </message>
+</context>
+<context>
+    <name>LogPane</name>
+    <message>
+        <source>Filter the log</source>
+        <translation>Protokoll filtern</translation>
+    </message>
+    <message>
+        <source>No line contains this text.</source>
+        <translation>Keine Zeile enthält diesen Text.</translation>
     </message>
 </context>
 <context>
@@ -1584,6 +1622,17 @@
     </message>
 </context>
 <context>
+    <name>SegmentMenu</name>
+    <message>
+        <source>Copy: %1</source>
+        <translation>Kopieren: %1</translation>
+    </message>
+    <message>
+        <source>Show the history of drive %1</source>
+        <translation>Verlauf von Laufwerk %1 anzeigen</translation>
+    </message>
+</context>
+<context>
     <name>TestPanel</name>
     <message>
         <source>Testing</source>
@@ -1603,6 +1652,10 @@
     <message>
         <source>The agent has not called a tool yet.</source>
         <translation>Der Agent hat noch kein Werkzeug aufgerufen.</translation>
+    </message>
+    <message>
+        <source>No call names drive %1.</source>
+        <translation>Kein Aufruf nennt Laufwerk %1.</translation>
     </message>
 </context>
 <context>

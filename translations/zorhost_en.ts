@@ -65,6 +65,10 @@
         <source>Show log</source>
         <translation>Show log</translation>
     </message>
+    <message>
+        <source>Only drive %1: show all</source>
+        <translation>Only drive %1: show all</translation>
+    </message>
 </context>
 <context>
     <name>ClientList</name>
@@ -302,6 +306,40 @@
     <message>
         <source>Continue the task</source>
         <translation>Continue the task</translation>
+    </message>
+</context>
+<context>
+    <name>Legend</name>
+    <message>
+        <source>Other</source>
+        <translation>Other</translation>
+    </message>
+    <message>
+        <source>Used</source>
+        <translation>Used</translation>
+    </message>
+    <message>
+        <source>Free</source>
+        <translation>Free</translation>
+    </message>
+    <message>
+        <source>Planned</source>
+        <translation>Planned</translation>
+    </message>
+    <message>
+        <source>Will be lost</source>
+        <translation>Will be lost</translation>
+    </message>
+</context>
+<context>
+    <name>LogPane</name>
+    <message>
+        <source>Filter the log</source>
+        <translation>Filter the log</translation>
+    </message>
+    <message>
+        <source>No line contains this text.</source>
+        <translation>No line contains this text.</translation>
     </message>
 </context>
 <context>
@@ -1584,6 +1622,17 @@
     </message>
 </context>
 <context>
+    <name>SegmentMenu</name>
+    <message>
+        <source>Copy: %1</source>
+        <translation>Copy: %1</translation>
+    </message>
+    <message>
+        <source>Show the history of drive %1</source>
+        <translation>Show the history of drive %1</translation>
+    </message>
+</context>
+<context>
     <name>TestPanel</name>
     <message>
         <source>Testing</source>
@@ -1603,6 +1652,10 @@
     <message>
         <source>The agent has not called a tool yet.</source>
         <translation>The agent has not called a tool yet.</translation>
+    </message>
+    <message>
+        <source>No call names drive %1.</source>
+        <translation>No call names drive %1.</translation>
     </message>
 </context>
 <context>

@@ -93,6 +93,12 @@ void DiskModel::setMarks(const WorkMarks& marks)
         row.segments->setMarks(marks);
 }
 
+void DiskModel::setPending(const PendingChanges& changes)
+{
+    for (const Row& row : rows_)
+        row.segments->setPending(changes);
+}
+
 QObject* DiskModel::segments(int row) const
 {
     return row >= 0 && row < count() ? rows_[static_cast<std::size_t>(row)].segments : nullptr;

@@ -35,6 +35,8 @@ public:
     void refresh();
     /// Marks the entries of the open guide.
     void setMarks(const WorkMarks& marks);
+    /// Shows the effects of the open orders.
+    void setPending(const PendingChanges& changes);
 
     int count() const { return static_cast<int>(rows_.size()); }
     /// "4 disks, 4.8 TB"

@@ -1,5 +1,8 @@
 #include "host/objects/HostCore.h"
 
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+
 #include <utility>
 
 namespace host {
@@ -15,6 +18,7 @@ HostCore::HostCore(std::unique_ptr<Backend> backend, QObject* parent)
 {
     connect(backend_.get(), &Backend::machineChanged, this, &HostCore::machineChanged);
     connect(&orders_, &Orders::workChanged, this, &HostCore::workChanged);
+    connect(tasks(), &TaskQueue::dataChanged, this, &HostCore::remainingChanged);
     connect(backend_.get(), &Backend::noticed, this, &HostCore::writeNotices);
     connect(backend_.get(), &Backend::availabilityChanged, this, &HostCore::showAvailability);
     orders_.setOrigin([this](const QString& function) { return clients_.senderOf(function); });
@@ -45,6 +49,18 @@ void HostCore::openAddress(const QString& address)
     address_ = address;
     log_.write(QStringLiteral("address opened: %1").arg(address));
     Q_EMIT addressChanged();
+}
+
+QString HostCore::remaining() const
+{
+    const TaskQueue& tasks = orders_.tasks();
+    const QModelIndex row = tasks.indexOf(tasks.runningTask());
+    return row.isValid() ? row.data(TaskQueue::RemainingRole).toString() : QString();
+}
+
+void HostCore::copy(const QString& text) const
+{
+    QGuiApplication::clipboard()->setText(text);
 }
 
 void HostCore::setServiceAddress(const QString& place)

@@ -29,6 +29,7 @@ class HostCore : public QObject
     Q_PROPERTY(bool realDisks READ hasRealDisks CONSTANT)
     Q_PROPERTY(QString serviceAddress READ serviceAddress NOTIFY serviceAddressChanged)
     Q_PROPERTY(QString work READ work NOTIFY workChanged)
+    Q_PROPERTY(QString remaining READ remaining NOTIFY remainingChanged)
     Q_PROPERTY(QString address READ address NOTIFY addressChanged)
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
     Q_PROPERTY(bool dialogOpen READ isDialogOpen WRITE setDialogOpen NOTIFY dialogOpenChanged)
@@ -63,7 +64,11 @@ public:
     bool hasRealDisks() const { return backend_->isReal(); }
     QString serviceAddress() const { return serviceAddress_; }
     QString work() const { return orders_.work().translated(); }
+    /// The time until the running task ends; empty if unknown.
+    QString remaining() const;
     QString address() const { return address_; }
+    /// Copies a text to the clipboard.
+    Q_INVOKABLE void copy(const QString& text) const;
     /// Why no order can run at the moment; empty if orders can run.
     QString problem() const { return problem_.value_or(Text()).translated(); }
     bool isDialogOpen() const { return status_.isDialogOpen(); }
@@ -77,6 +82,7 @@ Q_SIGNALS:
     void machineChanged();
     void serviceAddressChanged();
     void workChanged();
+    void remainingChanged();
     void addressChanged();
     void problemChanged();
     void dialogOpenChanged();

@@ -6,6 +6,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QStringList>
 
+#include <algorithm>
 #include <utility>
 
 namespace host {
@@ -89,6 +90,7 @@ void Orders::add(int function, const QVariantMap& params)
     work.client = origin_(functionName(function));
     work.execution = [this, function, params] { return execution(function, params); };
     const int id = tasks_.add(std::move(work));
+    orders_.push_back({id, function, params});
     Q_EMIT added(id);
     showWork();
 }
@@ -145,6 +147,9 @@ void Orders::onTaskEnded(int id, const QString& state, const QString& error)
         runningTask_ = 0;
         runningLoss_.reset();
     }
+    orders_.erase(std::remove_if(orders_.begin(), orders_.end(),
+                                 [id](const OpenOrder& order) { return order.taskId == id; }),
+                  orders_.end());
     const QString title = tasks_.titleOf(id).english();
     log_.write(error.isEmpty() ? QStringLiteral("%1 %2").arg(state, title)
                                : QStringLiteral("%1 %2: %3").arg(state, title, error));

@@ -4,6 +4,7 @@
 #include "host/objects/ConfirmedExecution.h"
 #include "host/objects/HostLog.h"
 #include "host/objects/HostStatus.h"
+#include "host/objects/PendingChanges.h"
 #include "host/objects/TaskQueue.h"
 #include "host/objects/Transcript.h"
 
@@ -48,6 +49,9 @@ public:
     void recordRejection(const Text& function, const QString& arguments, const Text& reason);
 
     TaskQueue& tasks() { return tasks_; }
+    const TaskQueue& tasks() const { return tasks_; }
+    /// The orders that wait or run, in their order.
+    const std::vector<OpenOrder>& openOrders() const { return orders_; }
     /// The title of the running task; empty if no task runs.
     const Text& work() const { return work_; }
 
@@ -76,6 +80,7 @@ private:
     std::function<Text(const QString&)> origin_ = [](const QString&) { return Text(); };
     ConfirmationRequest confirmation_; // before the tasks, whose executions use it
     TaskQueue tasks_;
+    std::vector<OpenOrder> orders_;       ///< of the tasks that have not ended
     std::optional<DataLoss> runningLoss_; ///< of the running task
     int runningTask_ = 0;                 ///< 0: none
     Text work_;

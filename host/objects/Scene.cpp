@@ -34,6 +34,8 @@ Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode th
     context.setContextProperty(QStringLiteral("confirmation"), &core_.orders().confirmation());
     context.setContextProperty(QStringLiteral("interruption"), &core_.interruption());
     context.setContextProperty(QStringLiteral("timeline"), &link_.timeline());
+    context.setContextProperty(QStringLiteral("history"), &history_);
+    context.setContextProperty(QStringLiteral("logView"), &logView_);
     context.setContextProperty(QStringLiteral("clients"), &core_.clients());
     context.setContextProperty(QStringLiteral("diskModel"), &disks_);
     context.setContextProperty(QStringLiteral("shownDisks"), &shownDisks_);
@@ -43,11 +45,22 @@ Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode th
     QObject::connect(&core_.guideView(), &GuideView::changed, &core_, mark);
     // After the disk model's own connection, so that its rows are those of the new machine.
     QObject::connect(&core_.backend(), &Backend::machineChanged, &disks_, mark);
+    const auto showPendingChanges = [this] { showPending(); };
+    QObject::connect(&core_.backend(), &Backend::machineChanged, &disks_, showPendingChanges);
+    QObject::connect(&core_.orders(), &Orders::added, &disks_, showPendingChanges);
+    QObject::connect(&core_.orders(), &Orders::ended, &disks_, showPendingChanges);
+    QObject::connect(core_.tasks(), &TaskQueue::taskStarted, &disks_, showPendingChanges);
     engine_.load(QUrl(QStringLiteral("qrc:/sandbox/main.qml")));
     if (!engine_.rootObjects().isEmpty())
         connectWindow();
     QObject::connect(&language_, &MultiLanguage::sigCurrentLanguageChanged, &core_,
                      [this] { retranslate(); });
+}
+
+void Scene::showPending()
+{
+    disks_.setPending(
+        pendingChanges(*core_.machine(), core_.orders().openOrders(), core_.tasks()->runningTask()));
 }
 
 // Translates the strings of QML and C++ again. A recommendation comes from the library and keeps its

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "host/objects/BridgeLink.h"
+#include "host/objects/CallHistory.h"
 #include "host/objects/DiskFilter.h"
 #include "host/objects/DiskModel.h"
 #include "host/objects/HostCore.h"
+#include "host/objects/LogView.h"
 #include "host/objects/MultiLanguage.h"
 #include "host/objects/ProgramInfo.h"
 #include "host/objects/Theme.h"
@@ -35,6 +37,7 @@ public:
 
 private:
     void connectWindow();
+    void showPending();
     void retranslate();
 
     MultiLanguage language_; // before all objects with translated strings
@@ -44,6 +47,8 @@ private:
     ProgramInfo program_;
     Theme theme_;
     BridgeLink link_;
+    CallHistory history_{link_.timeline()};
+    LogView logView_{*core_.log()};
     QQmlApplicationEngine engine_;
     HostWindow* window_ = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "host/objects/SegmentModel.h"
 
+#include "host/objects/CallExamples.h"
 #include "host/objects/DiskText.h"
 #include "host/objects/RowChange.h"
 
@@ -22,6 +23,16 @@ QString markName(WorkMark mark)
         break;
     }
     return QString();
+}
+
+QVariantList ghostList(const PendingChange& change)
+{
+    QVariantList list;
+    for (const Ghost& ghost : change.ghosts)
+        list.append(QVariantMap{{QStringLiteral("begin"), ghost.begin},
+                                {QStringLiteral("end"), ghost.end},
+                                {QStringLiteral("title"), entryTitle(ghost.partition)}});
+    return list;
 }
 
 } // namespace
@@ -49,6 +60,8 @@ SegmentModel::Row SegmentModel::rowOf(const Partition& entry)
     row.subtitle = entrySubtitle(entry);
     row.flags = entryFlags(entry);
     row.details = entryDetails(entry);
+    row.letter = entry.unallocated ? QString() : letterOf(entry.driveLetter);
+    row.calls = callExamples(entry);
     return row;
 }
 
@@ -97,6 +110,7 @@ void SegmentModel::takeContents(std::vector<Row>& next)
             continue;
         wanted.piece = shown.piece;
         wanted.mark = shown.mark;
+        wanted.pending = shown.pending;
         shown = std::move(wanted);
         Q_EMIT dataChanged(index(row), index(row));
     }
@@ -112,6 +126,19 @@ void SegmentModel::setMarks(const WorkMarks& marks)
             continue;
         shown.mark = wanted;
         Q_EMIT dataChanged(index(row), index(row), {MarkRole});
+    }
+}
+
+void SegmentModel::setPending(const PendingChanges& changes)
+{
+    for (int row = 0; row < count(); ++row) {
+        Row& shown = rows_[static_cast<std::size_t>(row)];
+        const auto found = changes.find({shown.diskIndex, shown.startSector});
+        const PendingChange wanted = found == changes.end() ? PendingChange() : found->second;
+        if (shown.pending == wanted)
+            continue;
+        shown.pending = wanted;
+        Q_EMIT dataChanged(index(row), index(row), {LostRole, BusyRole, GhostsRole});
     }
 }
 
@@ -145,6 +172,16 @@ QString SegmentModel::details(int row) const
     return row >= 0 && row < count() ? rows_[static_cast<std::size_t>(row)].details : QString();
 }
 
+QString SegmentModel::letter(int row) const
+{
+    return row >= 0 && row < count() ? rows_[static_cast<std::size_t>(row)].letter : QString();
+}
+
+QStringList SegmentModel::calls(int row) const
+{
+    return row >= 0 && row < count() ? rows_[static_cast<std::size_t>(row)].calls : QStringList();
+}
+
 int SegmentModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : count();
@@ -172,6 +209,12 @@ QVariant SegmentModel::data(const QModelIndex& index, int role) const
         return row.free;
     case MarkRole:
         return markName(row.mark);
+    case LostRole:
+        return row.pending.isLost;
+    case BusyRole:
+        return row.pending.isRunning;
+    case GhostsRole:
+        return ghostList(row.pending);
     case LeftRole:
         return row.piece.x;
     case WidthRole:
@@ -183,11 +226,19 @@ QVariant SegmentModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> SegmentModel::roleNames() const
 {
-    return {{TitleRole, "title"},           {SubtitleRole, "subtitle"},
-            {FlagsRole, "flags"},           {DetailsRole, "details"},
-            {FileSystemRole, "fileSystem"}, {ShareRole, "usedShare"},
-            {FreeRole, "isFree"},           {MarkRole, "mark"},
-            {LeftRole, "pieceLeft"},        {WidthRole, "pieceWidth"}};
+    return {{TitleRole, "title"},
+            {SubtitleRole, "subtitle"},
+            {FlagsRole, "flags"},
+            {DetailsRole, "details"},
+            {FileSystemRole, "fileSystem"},
+            {ShareRole, "usedShare"},
+            {FreeRole, "isFree"},
+            {MarkRole, "mark"},
+            {LostRole, "lost"},
+            {BusyRole, "busy"},
+            {GhostsRole, "ghosts"},
+            {LeftRole, "pieceLeft"},
+            {WidthRole, "pieceWidth"}};
 }
 
 } // namespace host

@@ -3,6 +3,7 @@
 #include "host/machine/Machine.h"
 #include "host/machine/WorkMarks.h"
 #include "host/objects/BarLayout.h"
+#include "host/objects/PendingChanges.h"
 
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QStringList>
@@ -26,10 +27,14 @@ public:
         FlagsRole,   ///< QStringList
         DetailsRole, ///< all details of the entry, one line
         FileSystemRole,
-        ShareRole, ///< used share, 0 to 1
-        FreeRole,  ///< bool: a region of free space
-        MarkRole,  ///< "source", "target" or empty: what the open guide does with the entry
-        LeftRole,  ///< position, in the bar's units
+        ShareRole,  ///< used share, 0 to 1
+        FreeRole,   ///< bool: a region of free space
+        MarkRole,   ///< "source", "target" or empty: what the open guide does with the entry
+        LostRole,   ///< bool: an open order destroys the data, or puts it at risk
+        BusyRole,   ///< bool: the running order changes the entry
+        GhostsRole, ///< list of maps: begin and end (shares of the entry, 0 to 1) and title of a new
+                    ///< partition
+        LeftRole,   ///< position, in the bar's units
         WidthRole
     };
 
@@ -41,11 +46,18 @@ public:
     /// Marks the entries of the open guide, and removes all other marks.
     void setMarks(const WorkMarks& marks);
 
+    /// Shows the effects of the open orders, and removes all others.
+    void setPending(const PendingChanges& changes);
+
     double barWidth() const { return barWidth_; }
     void setBarWidth(double width);
     int count() const { return static_cast<int>(rows_.size()); }
     /// The details of a row; empty if the row does not exist.
     Q_INVOKABLE QString details(int row) const;
+    /// The drive's letter; empty without one.
+    Q_INVOKABLE QString letter(int row) const;
+    /// Calls for the command line, see callExamples().
+    Q_INVOKABLE QStringList calls(int row) const;
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -72,6 +84,9 @@ private:
         QString details;
         BarPiece piece{0, 0};
         WorkMark mark = WorkMark::None;
+        PendingChange pending = {};
+        QString letter = {};
+        QStringList calls = {};
 
         bool isSamePlace(const Row& other) const
         {

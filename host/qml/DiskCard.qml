@@ -12,6 +12,7 @@ Rectangle {
     readonly property var pieces: model.segments
 
     signal chosen(int entry)
+    signal menuWanted(int entry, Item place, real x, real y)
 
     height: (compact ? 36 : 84) * theme.unit
     color: theme.surface
@@ -57,6 +58,7 @@ Rectangle {
                 compact: card.compact
                 selected: card.current && card.currentEntry === index
                 onChosen: card.chosen(index)
+                onMenuWanted: card.menuWanted(index, place, x, y)
             }
         }
         Rectangle {

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import QtQuick.Window 2.15
 
 // The disks that match the search, and the details of the selected entry. Up, Down, Home and End select the disk, Left
 // and Right the entry.
@@ -21,6 +22,10 @@ Item {
     }
     function startSearch() { search.forceActiveFocus(); search.selectAll() }
     function reselect() { choose(Math.max(0, Math.min(list.count - 1, list.currentIndex)), entry) }
+    function showMenu() {
+        if (pieces !== null && pieces.count > 0)
+            menu.show(pieces, entry, list.currentItem, list.currentItem.width / 2, list.currentItem.height / 2)
+    }
     function refresh() { details = pieces === null ? "" : pieces.details(entry) }
 
     onPiecesChanged: refresh()
@@ -38,7 +43,7 @@ Item {
     ListView {
         id: list
         objectName: "diskList"
-        anchors { left: parent.left; right: parent.right; top: search.bottom; topMargin: 8; bottom: strip.top; bottomMargin: 8 }
+        anchors { left: parent.left; right: parent.right; top: search.bottom; topMargin: 8; bottom: legend.visible ? legend.top : strip.top; bottomMargin: 8 }
         clip: true
         spacing: pane.compact ? 4 : 8
         cacheBuffer: (pane.compact ? 80 : 320) * theme.unit
@@ -50,8 +55,11 @@ Item {
         Keys.onLeftPressed: pane.choose(currentIndex, pane.entry - 1)
         Keys.onRightPressed: pane.choose(currentIndex, pane.entry + 1)
         Keys.onPressed: {
-            event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End
-            if (event.accepted)
+            const menuKey = event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier)
+            event.accepted = menuKey || event.key === Qt.Key_Home || event.key === Qt.Key_End
+            if (menuKey)
+                pane.showMenu()
+            else if (event.accepted)
                 pane.choose(event.key === Qt.Key_Home ? 0 : count - 1, pane.entry)
         }
         Keys.onUpPressed: pane.choose(Math.max(0, currentIndex - 1), pane.entry)
@@ -67,6 +75,7 @@ Item {
                 pane.choose(index, entry)
                 list.forceActiveFocus()
             }
+            onMenuWanted: menu.show(pane.pieces, entry, place, x, y)
         }
     }
     Words {
@@ -99,6 +108,12 @@ Item {
         text: qsTr("Compact")
         checked: pane.compact
         onToggled: pane.chosenCompact = checked
+    }
+    SegmentMenu { id: menu; onClosed: list.forceActiveFocus() }
+    Legend {
+        id: legend
+        anchors { left: parent.left; leftMargin: 6; right: parent.right; bottom: strip.top; bottomMargin: 8 }
+        visible: Window.height >= 700 * theme.unit
     }
     Rectangle {
         id: strip

@@ -113,6 +113,10 @@ Rectangle {
         enabled: pages.guideOpen && !confirmation.open && !interruption.open
         onActivated: guide.dismiss()
     }
+    Connections {
+        target: history
+        function onWanted() { pages.select("agent") }
+    }
     PageDialog {}
     ConfirmationDialog {}
     InterruptionDialog {}

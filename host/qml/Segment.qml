@@ -17,6 +17,7 @@ Rectangle {
     readonly property string letter: width >= 24 * theme.unit && model.title[1] === ":" ? model.title.substring(0, 2) : ""
 
     signal chosen()
+    signal menuWanted(Item place, real x, real y)
 
     x: model.pieceLeft
     z: narrow && selected ? 1 : 0
@@ -42,6 +43,17 @@ Rectangle {
         radius: 2
         visible: !model.isFree && !segment.narrow
         color: { theme.dark; return theme.fileSystem(model.fileSystem, false) }
+    }
+    UsageMeter {
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: segment.border.width }
+        visible: !model.isFree && !segment.narrow && model.usedShare > 0
+        share: model.usedShare
+        fileSystem: model.fileSystem
+    }
+    Loader {
+        anchors.fill: parent
+        active: model.lost || model.ghosts.length > 0
+        sourceComponent: PendingOverlay { lost: model.lost; busy: model.busy; ghosts: model.ghosts }
     }
     Rectangle {
         objectName: "narrowSelection"
@@ -102,5 +114,19 @@ Rectangle {
         tone: model.mark === "target" ? "bad" : "good"
         text: model.mark === "target" ? qsTr("Target") : qsTr("Source")
     }
-    MouseArea { anchors.fill: parent; onClicked: segment.chosen() }
+    MouseArea {
+        id: area
+        anchors.fill: parent
+        hoverEnabled: true
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        onClicked: {
+            segment.chosen()
+            if (mouse.button === Qt.RightButton)
+                segment.menuWanted(segment, mouse.x, mouse.y)
+        }
+    }
+    Loader {
+        active: area.containsMouse
+        sourceComponent: Tip { parent: segment; visible: true; text: model.details }
+    }
 }

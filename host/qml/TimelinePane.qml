@@ -6,7 +6,7 @@ ListView {
 
     objectName: "timelineList"
     clip: true
-    model: timeline
+    model: history
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
     ScrollBar.vertical: Scroller {}
@@ -25,7 +25,7 @@ ListView {
     Words {
         anchors.centerIn: parent
         visible: list.count === 0
-        text: qsTr("The agent has not called a tool yet.")
+        text: history.drive === "" ? qsTr("The agent has not called a tool yet.") : qsTr("No call names drive %1.").arg(history.drive)
         font.pixelSize: theme.small
         color: theme.muted
     }

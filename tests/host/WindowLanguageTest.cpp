@@ -57,7 +57,7 @@ bool isData(const QString& text)
 {
     static const QRegularExpression words(QRegularExpression::anchoredPattern(
         "(?:[\\d.,:%·›()/ ]+|[KMGT]B|[A-Z]:|NVMe|SATA|USB|SSD|GPT|MBR|NTFS|FAT32|FAT|"
-        "exFAT|Windows|Data|[A-Z][a-z]+(?:[A-Z][a-z]+)+|Task (?:Queued|NotValid)|"
+        "exFAT|ReFS|Windows|Data|[A-Z][a-z]+(?:[A-Z][a-z]+)+|Task (?:Queued|NotValid)|"
         "https://example.org/)*"));
     return words.match(text).hasMatch();
 }

@@ -62,7 +62,7 @@ protected:
     double shareOfColour(const QImage& picture, QQuickItem* segment, const QColor& colour)
     {
         const QRect place = placeOf(segment);
-        const QRect row(place.left(), place.bottom() - 5, place.width(), 1);
+        const QRect row(place.left(), place.bottom() - 9, place.width(), 1);
         return static_cast<double>(pixelsOf(picture, row, colour)) / place.width();
     }
 
