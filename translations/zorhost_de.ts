@@ -129,6 +129,10 @@
         <source>Compact</source>
         <translation>Kompakt</translation>
     </message>
+    <message>
+        <source>Disks</source>
+        <translation>Datenträger</translation>
+    </message>
 </context>
 <context>
     <name>GuidePane</name>
@@ -340,6 +344,10 @@
     <message>
         <source>No line contains this text.</source>
         <translation>Keine Zeile enthält diesen Text.</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
     </message>
 </context>
 <context>
@@ -1656,6 +1664,10 @@
     <message>
         <source>No call names drive %1.</source>
         <translation>Kein Aufruf nennt Laufwerk %1.</translation>
+    </message>
+    <message>
+        <source>Calls of the agent</source>
+        <translation>Aufrufe des Agenten</translation>
     </message>
 </context>
 <context>

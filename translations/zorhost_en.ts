@@ -129,6 +129,10 @@
         <source>Compact</source>
         <translation>Compact</translation>
     </message>
+    <message>
+        <source>Disks</source>
+        <translation>Disks</translation>
+    </message>
 </context>
 <context>
     <name>GuidePane</name>
@@ -340,6 +344,10 @@
     <message>
         <source>No line contains this text.</source>
         <translation>No line contains this text.</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Log</translation>
     </message>
 </context>
 <context>
@@ -1656,6 +1664,10 @@
     <message>
         <source>No call names drive %1.</source>
         <translation>No call names drive %1.</translation>
+    </message>
+    <message>
+        <source>Calls of the agent</source>
+        <translation>Calls of the agent</translation>
     </message>
 </context>
 <context>

@@ -41,6 +41,7 @@ Scene::Scene(std::unique_ptr<Backend> backend, int automaticAnswer, ThemeMode th
     context.setContextProperty(QStringLiteral("shownDisks"), &shownDisks_);
     context.setContextProperty(QStringLiteral("program"), &program_);
     context.setContextProperty(QStringLiteral("theme"), &theme_);
+    context.setContextProperty(QStringLiteral("assistance"), &assistance_);
     const auto mark = [this] { disks_.setMarks(core_.guideView().marks()); };
     QObject::connect(&core_.guideView(), &GuideView::changed, &core_, mark);
     // After the disk model's own connection, so that its rows are those of the new machine.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/objects/Assistance.h"
 #include "host/objects/BridgeLink.h"
 #include "host/objects/CallHistory.h"
 #include "host/objects/DiskFilter.h"
@@ -46,6 +47,7 @@ private:
     DiskFilter shownDisks_;
     ProgramInfo program_;
     Theme theme_;
+    Assistance assistance_;
     BridgeLink link_;
     CallHistory history_{link_.timeline()};
     LogView logView_{*core_.log()};

@@ -10,6 +10,8 @@ Rectangle {
     readonly property var inks: ({ plain: theme.muted, accent: theme.accent, good: theme.good,
                                    bad: theme.bad, warn: theme.warn })
 
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
     implicitWidth: label.implicitWidth + 14 * theme.unit
     implicitHeight: 20 * theme.unit
     radius: height / 2

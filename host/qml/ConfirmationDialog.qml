@@ -19,8 +19,8 @@ QuestionDialog {
         Accessible.role: Accessible.AlertMessage
         Accessible.name: [confirmation.operation, confirmation.disk, notice.warning].concat(confirmation.losses).join(". ")
 
-        Words { objectName: "confirmationTitle"; width: parent.width; text: confirmation.operation; font { pixelSize: theme.title; weight: Font.DemiBold } }
-        Words { objectName: "confirmationDisk"; width: parent.width; text: confirmation.disk; elide: Text.ElideMiddle }
+        SpokenWords { objectName: "confirmationTitle"; width: parent.width; text: confirmation.operation; font { pixelSize: theme.title; weight: Font.DemiBold } }
+        SpokenWords { objectName: "confirmationDisk"; width: parent.width; text: confirmation.disk; elide: Text.ElideMiddle }
         LossNotice {
             id: notice
             prefix: "confirmation"

@@ -14,6 +14,13 @@ Rectangle {
     signal chosen(int entry)
     signal menuWanted(int entry, Item place, real x, real y)
 
+    Accessible.role: Accessible.ListItem
+    Accessible.name: model.name + ", " + model.sizeText
+    Accessible.description: [model.kind].concat(model.flags).join(", ")
+    Accessible.focusable: true
+    Accessible.selectable: true
+    Accessible.selected: current
+    Accessible.onPressAction: chosen(0)
     height: (compact ? 36 : 84) * theme.unit
     color: theme.surface
     radius: 8

@@ -46,9 +46,11 @@ Item {
         anchors { left: parent.left; right: parent.right; top: search.bottom; topMargin: 8; bottom: legend.visible ? legend.top : strip.top; bottomMargin: 8 }
         clip: true
         spacing: pane.compact ? 4 : 8
-        cacheBuffer: (pane.compact ? 80 : 320) * theme.unit
+        cacheBuffer: assistance.active ? assistance.extraHeight : (pane.compact ? 80 : 320) * theme.unit
         model: shownDisks
         activeFocusOnTab: true
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Disks")
         highlightMoveDuration: 0
         boundsBehavior: Flickable.StopAtBounds
         ScrollBar.vertical: Scroller {}
@@ -78,7 +80,7 @@ Item {
             onMenuWanted: menu.show(pane.pieces, entry, place, x, y)
         }
     }
-    Words {
+    SpokenWords {
         objectName: "noDisks"
         anchors { left: list.left; right: list.right; verticalCenter: list.verticalCenter }
         horizontalAlignment: Text.AlignHCenter
@@ -91,7 +93,7 @@ Item {
         id: search
         anchors { left: parent.left; top: parent.top; right: found.left; rightMargin: 8 }
     }
-    Words {
+    SpokenWords {
         id: found
         objectName: "foundDisks"
         anchors { right: compactToggle.left; rightMargin: visible ? 14 : 6; verticalCenter: search.verticalCenter }
@@ -122,7 +124,7 @@ Item {
         radius: 8
         color: theme.surface
         border { width: 1; color: theme.border }
-        Words {
+        SpokenWords {
             id: detailText
             objectName: "details"
             wrapMode: Text.Wrap

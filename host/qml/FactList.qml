@@ -7,6 +7,8 @@ Column {
     Repeater {
         model: guide.facts
         Item {
+            Accessible.role: Accessible.StaticText
+            Accessible.name: modelData.name + ": " + modelData.value
             width: parent.width
             height: 20 * theme.unit
             Words {

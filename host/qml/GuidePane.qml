@@ -79,14 +79,14 @@ Panel {
             risk: guide.risk
             losses: guide.losses
         }
-        Words { visible: text !== ""; width: parent.width; text: guide.text; font.pixelSize: theme.small; color: theme.muted; wrapMode: Text.Wrap }
+        SpokenWords { visible: text !== ""; width: parent.width; text: guide.text; font.pixelSize: theme.small; color: theme.muted; wrapMode: Text.Wrap }
         Rectangle {
             visible: guide.rejection !== ""
             width: parent.width
             height: rejection.height + 12
             radius: 6
             color: theme.badSurface
-            Words {
+            SpokenWords {
                 id: rejection
                 objectName: "guideRejection"
                 anchors { left: parent.left; right: parent.right; margins: 10; verticalCenter: parent.verticalCenter }

@@ -14,7 +14,7 @@ ColumnLayout {
     RowLayout {
         spacing: 8
         Item { implicitWidth: 4 + header.markWidth }
-        Words {
+        SpokenWords {
             objectName: "machineName"
             Layout.fillWidth: true
             Layout.maximumWidth: Math.ceil(implicitWidth)
@@ -37,7 +37,7 @@ ColumnLayout {
             Layout.maximumWidth: Math.ceil(implicitWidth)
             Layout.minimumWidth: 40 * theme.unit
         }
-        Words {
+        SpokenWords {
             objectName: "machineSummary"
             Layout.leftMargin: 4
             Layout.fillWidth: true

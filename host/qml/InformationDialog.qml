@@ -47,6 +47,8 @@ Popup {
     }
 
     contentItem: Column {
+        Accessible.role: Accessible.Dialog
+        Accessible.name: dialog.title
         spacing: 16
         Keys.onUpPressed: list.scroll(-40)
         Keys.onDownPressed: list.scroll(40)

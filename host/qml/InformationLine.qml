@@ -5,6 +5,8 @@ Item {
     property alias term: name.text
     property alias meaning: explanation.text
 
+    Accessible.role: Accessible.StaticText
+    Accessible.name: term + ": " + meaning
     height: Math.max(name.height, explanation.height)
 
     Words {

@@ -23,9 +23,9 @@ QuestionDialog {
         Accessible.role: Accessible.AlertMessage
         Accessible.name: [interruption.operation, interruption.work, dialog.warning].join(". ")
 
-        Words { objectName: "interruptionTitle"; width: parent.width; text: interruption.operation; font { pixelSize: theme.title; weight: Font.DemiBold } }
-        Words { objectName: "interruptionWork"; width: parent.width; text: interruption.work; elide: Text.ElideMiddle; color: theme.muted }
-        Words { objectName: "interruptionWarning"; width: parent.width; text: dialog.warning; wrapMode: Text.Wrap; color: theme.bad; font.weight: Font.DemiBold }
+        SpokenWords { objectName: "interruptionTitle"; width: parent.width; text: interruption.operation; font { pixelSize: theme.title; weight: Font.DemiBold } }
+        SpokenWords { objectName: "interruptionWork"; width: parent.width; text: interruption.work; elide: Text.ElideMiddle; color: theme.muted }
+        SpokenWords { objectName: "interruptionWarning"; width: parent.width; text: dialog.warning; wrapMode: Text.Wrap; color: theme.bad; font.weight: Font.DemiBold }
         Row {
             anchors.right: parent.right
             spacing: 10

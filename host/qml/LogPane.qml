@@ -29,6 +29,9 @@ Item {
         model: logView
         currentIndex: -1 // the selection is the model's
         activeFocusOnTab: true
+        cacheBuffer: assistance.extraHeight
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Log")
         boundsBehavior: Flickable.StopAtBounds
         ScrollBar.vertical: Scroller {}
         // The newest line stays visible unless the user has scrolled or selected further up.
@@ -39,6 +42,10 @@ Item {
         Keys.forwardTo: [selectionKeys, keys]
         delegate: Rectangle {
             objectName: "logLine"
+            Accessible.role: Accessible.ListItem
+            Accessible.name: line.text
+            Accessible.selectable: true
+            Accessible.selected: chosen
             property alias text: line.text
             property bool chosen: model.selected
             width: ListView.view.width - 10

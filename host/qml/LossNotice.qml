@@ -18,7 +18,7 @@ Column {
 
     spacing: 6
 
-    Words {
+    SpokenWords {
         objectName: notice.prefix + "Warning"
         width: parent.width
         text: notice.warning
@@ -35,6 +35,8 @@ Column {
         clip: true
         spacing: 4
         model: notice.losses
+        Accessible.role: Accessible.List
+        Accessible.name: notice.warning
         activeFocusOnTab: contentHeight > height
         boundsBehavior: Flickable.StopAtBounds
         keyNavigationEnabled: true
@@ -44,6 +46,8 @@ Column {
             objectName: notice.prefix + "Loss"
             width: ListView.view.width - 12
             text: modelData
+            Accessible.role: Accessible.ListItem
+            Accessible.name: text
             font.pixelSize: theme.small
             wrapMode: Text.Wrap
         }
@@ -54,7 +58,7 @@ Column {
         }
         FocusRing { shown: list.activeFocus; anchors.margins: 0 }
     }
-    Words {
+    SpokenWords {
         objectName: notice.prefix + "NoPartition"
         visible: list.count === 0
         width: parent.width

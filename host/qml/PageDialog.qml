@@ -40,9 +40,11 @@ Popup {
     }
 
     contentItem: Column {
+        Accessible.role: Accessible.Dialog
+        Accessible.name: guide.title
         spacing: 16
 
-        Words { objectName: "dialogTitle"; width: parent.width; text: guide.title; font { pixelSize: theme.title; weight: Font.DemiBold } }
+        SpokenWords { objectName: "dialogTitle"; width: parent.width; text: guide.title; font { pixelSize: theme.title; weight: Font.DemiBold } }
         ScrollArea {
             objectName: "dialogLines"
             width: parent.width
@@ -50,7 +52,7 @@ Popup {
             spacing: 16
 
             FactList { width: parent.width }
-            Words { objectName: "dialogText"; visible: text !== ""; width: parent.width; text: guide.text; wrapMode: Text.Wrap; color: theme.muted }
+            SpokenWords { objectName: "dialogText"; visible: text !== ""; width: parent.width; text: guide.text; wrapMode: Text.Wrap; color: theme.muted }
             LossNotice {
                 prefix: "dialog"
                 visible: guide.destructive

@@ -68,7 +68,7 @@ Rectangle {
                 Layout.fillHeight: pages.tabbed
                 Layout.preferredHeight: Math.min(implicitHeight, body.height * 0.25)
             }
-            Words {
+            SpokenWords {
                 objectName: "address"
                 visible: host.address !== "" && pages.shows("disks")
                 Layout.fillWidth: true

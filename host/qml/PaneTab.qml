@@ -1,8 +1,9 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 
-// Shows one pane in a window that is too small for all panes.
-AbstractButton {
+// Shows one pane in a window that is too small for all panes. Each control sets its own role for screen readers, so that
+// this is a TabButton.
+TabButton {
     id: tab
 
     property bool current: false
@@ -10,10 +11,11 @@ AbstractButton {
 
     implicitWidth: label.implicitWidth + 24 * theme.unit
     implicitHeight: 30 * theme.unit
+    checkable: false
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.PageTab
     Accessible.name: text
     Accessible.selected: current
+    Accessible.onPressAction: tab.clicked()
     Keys.onReturnPressed: tab.clicked()
     Keys.onEnterPressed: tab.clicked()
 

@@ -9,6 +9,8 @@ Rectangle {
 
     readonly property real headHeight: heading.height + 21 * theme.unit
 
+    Accessible.role: Accessible.Grouping
+    Accessible.name: title
     color: theme.surface
     radius: 8
     border { width: 1; color: theme.border }

@@ -12,7 +12,9 @@ AbstractButton {
     implicitHeight: (small ? 24 : 32) * theme.unit
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.45
+    Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: if (!event.isAutoRepeat) button.clicked()
     Keys.onEnterPressed: if (!event.isAutoRepeat) button.clicked()
 

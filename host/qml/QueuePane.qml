@@ -45,6 +45,9 @@ Panel {
         model: host.tasks
         spacing: 2
         activeFocusOnTab: count > 0
+        cacheBuffer: assistance.extraHeight
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Tasks")
         boundsBehavior: Flickable.StopAtBounds
         Keys.forwardTo: [keys]
         ScrollBar.vertical: Scroller {}
@@ -60,7 +63,7 @@ Panel {
         ListKeys { id: keys; view: list; onStarting: list.follows = false }
         FocusRing { shown: list.activeFocus; anchors.margins: 0 }
     }
-    Words {
+    SpokenWords {
         anchors.centerIn: parent
         visible: list.count === 0
         text: qsTr("No tasks yet.")

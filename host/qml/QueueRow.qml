@@ -10,6 +10,9 @@ Item {
 
     signal cancelled()
 
+    Accessible.role: Accessible.ListItem
+    Accessible.name: model.title
+    Accessible.description: [badge.text, model.detail, model.error].filter(text => text !== "").join(", ")
     height: lines.y + lines.height + 14 * theme.unit
 
     Words {
@@ -33,6 +36,7 @@ Item {
         anchors { right: parent.right; rightMargin: 8; top: parent.top; topMargin: theme.unit }
         small: true
         text: qsTr("Cancel")
+        Accessible.description: model.title
         visible: row.cancellable
         onClicked: row.cancelled()
     }
@@ -57,6 +61,9 @@ Item {
         radius: 2
         color: theme.raised
         visible: model.state === "running"
+        Accessible.role: Accessible.ProgressBar
+        Accessible.name: model.title
+        Accessible.description: badge.text
         Rectangle {
             objectName: "taskProgress"
             height: parent.height

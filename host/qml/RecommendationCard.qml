@@ -17,6 +17,8 @@ Rectangle {
     }
 
     implicitHeight: (stacked ? message.implicitHeight + 8 + choices.height : Math.max(message.implicitHeight, choices.height)) + 2 * verticalMargin
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: messageText.text
     radius: 8
     color: theme.accentSurface
     border { width: 1; color: theme.accent }
@@ -33,6 +35,7 @@ Rectangle {
         spacing: 2
         Words { text: qsTr("Recommendation"); width: parent.width; font { pixelSize: theme.small; weight: Font.DemiBold } color: theme.accent }
         Words {
+            id: messageText
             objectName: "recommendationText"
             width: parent.width
             text: link.emptyScan ? qsTr("The scan found nothing to recommend.") : link.message

@@ -19,6 +19,15 @@ Rectangle {
     signal chosen()
     signal menuWanted(Item place, real x, real y)
 
+    Accessible.role: Accessible.ListItem
+    Accessible.name: model.title
+    Accessible.description: model.details
+    Accessible.focusable: true
+    Accessible.selectable: true
+    Accessible.selected: selected
+    Accessible.onPressAction: chosen()
+    // Within the list of disks, so that a screen reader reads the entry that the arrow keys select.
+    onSelectedChanged: if (selected) focus = true
     x: model.pieceLeft
     z: narrow && selected ? 1 : 0
     width: model.pieceWidth

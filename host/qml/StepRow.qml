@@ -16,6 +16,9 @@ Flow {
             }
             Badge {
                 objectName: "guideStep"
+                Accessible.role: Accessible.ListItem
+                Accessible.selectable: true
+                Accessible.selected: current
                 readonly property bool current: index === guide.step
                 text: (index + 1) + "  " + modelData
                 tone: current ? (guide.rejection === "" ? "accent" : "bad") : "plain"

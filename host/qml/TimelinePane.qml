@@ -8,6 +8,9 @@ ListView {
     clip: true
     model: history
     activeFocusOnTab: true
+    cacheBuffer: assistance.extraHeight
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Calls of the agent")
     boundsBehavior: Flickable.StopAtBounds
     ScrollBar.vertical: Scroller {}
     // The newest row stays visible unless the user has scrolled back.
@@ -22,7 +25,7 @@ ListView {
 
     ListKeys { id: keys; view: list; onStarting: list.atEnd = false; onScrolled: list.atEnd = list.atYEnd }
     FocusRing { shown: list.activeFocus; anchors.margins: 0 }
-    Words {
+    SpokenWords {
         anchors.centerIn: parent
         visible: list.count === 0
         text: history.drive === "" ? qsTr("The agent has not called a tool yet.") : qsTr("No call names drive %1.").arg(history.drive)

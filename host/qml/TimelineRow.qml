@@ -15,6 +15,9 @@ Item {
     readonly property bool ended: ["done", "failed", "cancelled"].indexOf(model.callState) >= 0
     readonly property bool isShort: model.result.length <= 24
 
+    Accessible.role: Accessible.ListItem
+    Accessible.name: model.tool
+    Accessible.description: [model.time, model.callArguments, outcome.text, model.result, model.reason].filter(text => text !== "").join(", ")
     height: lines.height + 12
 
     Rectangle {

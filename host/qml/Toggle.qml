@@ -5,6 +5,12 @@ AbstractButton {
     id: toggle
 
     checkable: true
+    Accessible.role: Accessible.CheckBox
+    Accessible.name: text
+    Accessible.checkable: true
+    Accessible.checked: checked
+    Accessible.onToggleAction: turn()
+    Accessible.onPressAction: turn()
     focusPolicy: Qt.StrongFocus
     implicitWidth: knobs.width + 8 + label.implicitWidth
     implicitHeight: 32 * theme.unit

@@ -116,7 +116,8 @@ void WindowTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
 QString WindowTest::focused()
 {
     const QQuickItem* holder = scene.window()->activeFocusItem();
-    while (holder != nullptr && holder->objectName().isEmpty())
+    // The entries of a bar have the focus of the list of disks.
+    while (holder != nullptr && (holder->objectName().isEmpty() || holder->objectName() == "diskBar"))
         holder = holder->parentItem();
     return holder == nullptr ? QString() : holder->objectName();
 }
