@@ -92,7 +92,8 @@ Rectangle {
         }
         Words {
             objectName: "segmentFlags"
-            visible: !segment.compact
+            // The labels at the bottom would cover them.
+            visible: !segment.compact && !markLabel.visible && !(model.busy && host.remaining !== "")
             text: model.flags.join(" \u00b7 ")
             width: parent.width
             font.pixelSize: theme.small
@@ -116,6 +117,7 @@ Rectangle {
         border { width: 3; color: segment.markColour }
     }
     Badge {
+        id: markLabel
         objectName: "segmentMarkLabel"
         anchors { right: parent.right; bottom: parent.bottom; margins: 5 }
         visible: segment.marked && !segment.compact && segment.width >= implicitWidth + 10

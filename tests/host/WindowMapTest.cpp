@@ -21,7 +21,8 @@ constexpr int kWipeDisk = 7;
 constexpr int kFormat = 15;
 constexpr int kCreate = 18;
 constexpr int kResize = 14;
-constexpr int kHour = 3600000;
+constexpr int kMinute = 60000;
+constexpr int kHour = 60 * kMinute;
 
 double linear(double channel)
 {
@@ -201,6 +202,20 @@ TEST_F(WindowMap, DataThatWillBeLost_IsHatchedUntilTheTaskEnds)
     keepPicture("hatching.png");
     scene.core().tasks()->cancelAll();
     EXPECT_TRUE(pumpUntil([&] { return item("lostHatching") == nullptr; }));
+}
+
+TEST_F(WindowMap, RemainingTime_ReplacesTheFlagsThatItWouldCover)
+{
+    host::Machine machine = testMachine();
+    machine.taskMilliseconds = kMinute;
+    for (host::Partition& partition : machine.disk(0)->partitions)
+        partition.isHidden = partition.driveLetter == QStringLiteral("D");
+    simulation.setPace(host::Pace());
+    simulation.change(machine);
+    ASSERT_TRUE(pumpUntil([&] { return texts("segmentFlags").contains("Hidden"); }));
+    scene.core().orders().order(kFormat, {{"driveLetter", "D"}, {"fileSystem", "NTFS"}});
+    ASSERT_TRUE(pumpUntil([&] { return item("remainingBadge") != nullptr; }));
+    EXPECT_FALSE(texts("segmentFlags").contains("Hidden"));
 }
 
 host::OpenOrder order(int id, int function, const QVariantMap& params)
