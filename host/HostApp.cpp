@@ -193,11 +193,14 @@ bool HostApp::show()
         return false;
     }
     setSize();
+    const QSize size = scene_.window()->size();
     connect(scene_.window(), &QQuickWindow::frameSwapped, this, [this] {
         if (firstFrame_ < 0)
             firstFrame_ = sinceStart_.elapsed();
     });
     scene_.window()->show();
+    // The offscreen platform divides the size of a new window by the scale factor.
+    scene_.window()->resize(size);
     return true;
 }
 

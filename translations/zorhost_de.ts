@@ -218,6 +218,30 @@
         <translation>Nächster Teil des Fensters, voriger Teil.</translation>
     </message>
     <message>
+        <source>Menu, Shift+F10</source>
+        <translation>Menü, Umschalt+F10</translation>
+    </message>
+    <message>
+        <source>In the disks: open the menu of the entry.</source>
+        <translation>In den Datenträgern: Menü des Eintrags öffnen.</translation>
+    </message>
+    <message>
+        <source>Shift+Up, Shift+Down</source>
+        <translation>Umschalt+Auf, Umschalt+Ab</translation>
+    </message>
+    <message>
+        <source>In the log: select lines.</source>
+        <translation>Im Protokoll: Zeilen auswählen.</translation>
+    </message>
+    <message>
+        <source>Ctrl+A, Ctrl+C</source>
+        <translation>Strg+A, Strg+C</translation>
+    </message>
+    <message>
+        <source>In the log: select all lines, copy the selected lines.</source>
+        <translation>Im Protokoll: alle Zeilen auswählen, ausgewählte Zeilen kopieren.</translation>
+    </message>
+    <message>
         <source>Up, Down</source>
         <translation>Pfeil auf, Pfeil ab</translation>
     </message>

@@ -218,6 +218,30 @@
         <translation>Next part of the window, previous part.</translation>
     </message>
     <message>
+        <source>Menu, Shift+F10</source>
+        <translation>Menu, Shift+F10</translation>
+    </message>
+    <message>
+        <source>In the disks: open the menu of the entry.</source>
+        <translation>In the disks: open the menu of the entry.</translation>
+    </message>
+    <message>
+        <source>Shift+Up, Shift+Down</source>
+        <translation>Shift+Up, Shift+Down</translation>
+    </message>
+    <message>
+        <source>In the log: select lines.</source>
+        <translation>In the log: select lines.</translation>
+    </message>
+    <message>
+        <source>Ctrl+A, Ctrl+C</source>
+        <translation>Ctrl+A, Ctrl+C</translation>
+    </message>
+    <message>
+        <source>In the log: select all lines, copy the selected lines.</source>
+        <translation>In the log: select all lines, copy the selected lines.</translation>
+    </message>
+    <message>
         <source>Up, Down</source>
         <translation>Up, Down</translation>
     </message>

@@ -139,8 +139,10 @@ TEST_F(WindowKeys, NewLines_DoNotMoveALogThatTheUserHasScrolledBack)
     press(Qt::Key_Home);
     scene.core().log()->write("new");
     ASSERT_GT(item("logList")->property("count").toInt(), kRows);
-    // The list would follow in the next round of the event loop.
+    // The list would follow with the next frame.
+    scene.window()->grabWindow();
     QCoreApplication::processEvents();
+    scene.window()->grabWindow();
     EXPECT_TRUE(item("logList")->property("atYBeginning").toBool());
     press(Qt::Key_End);
     scene.core().log()->write("newest");

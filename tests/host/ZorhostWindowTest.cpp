@@ -52,6 +52,18 @@ TEST(ZorhostWindow, SizeOfTheCommandLine_IsThatOfThePicture)
     EXPECT_EQ(QImage(host.file("window.png")).size(), QSize(640, 480));
 }
 
+TEST(ZorhostWindow, ScreenshotWithAScaleFactor_IsTheWholeWindowInItsPixels)
+{
+    ZorhostProcess host;
+    host.environment().insert("QT_SCALE_FACTOR", "2");
+    ASSERT_TRUE(host.startReady({"--size", "640x480", "--theme", "light", "--screenshot", "window.png"}))
+        << host.errors().constData();
+    EXPECT_EQ(host.exitCode(), 0) << host.errors().constData();
+    const QImage picture(host.file("window.png"));
+    ASSERT_EQ(picture.size(), QSize(1280, 960));
+    EXPECT_EQ(picture.pixelColor(1278, 958), picture.pixelColor(1, 1));
+}
+
 TEST(ZorhostWindow, ScreenshotWithAnAgent_IsTakenAtItsEndAndKeepsItsExitCode)
 {
     ZorhostProcess host;
