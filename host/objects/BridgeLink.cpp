@@ -141,7 +141,7 @@ void BridgeLink::takeAnnouncement(QString toolCalls)
     QMetaObject::invokeMethod(this, "onToolAnnounced", Q_ARG(QString, toolCalls), Q_ARG(host::Text, client));
 }
 
-void BridgeLink::onToolAnnounced(QString toolCalls, Text client)
+void BridgeLink::onToolAnnounced(QString toolCalls, const Text& client)
 {
     toolAnnounced_ = true;
     timeline_.announce(toolCalls, client);

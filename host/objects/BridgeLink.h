@@ -56,7 +56,7 @@ private Q_SLOTS:
     void onCloneResult(QVariant result);
     void onConvertResult(QVariant result);
     void onRecommendation(QVariant record);
-    void onToolAnnounced(QString toolCalls, host::Text client);
+    void onToolAnnounced(QString toolCalls, const host::Text& client);
     void onToolEnded(QString result, bool queued);
     void onScanFinished();
     // Called on the thread of the signal.

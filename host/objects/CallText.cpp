@@ -127,7 +127,8 @@ QString jsonText(const QString& key, const QJsonValue& value)
 {
     if (value.isArray()) {
         QStringList parts;
-        for (const QJsonValue& each : value.toArray())
+        const QJsonArray values = value.toArray();
+        for (const QJsonValue& each : values)
             parts.append(jsonText(key, each));
         return parts.join(QStringLiteral(", "));
     }

@@ -7,12 +7,13 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QMap>
-#include <QtCore/QMutex>
 #include <QtCore/QStringList>
 #include <QtCore/QThread>
 #include <QtCore/QVariant>
 
 #include <gtest/gtest.h>
+
+#include <mutex>
 
 namespace {
 
@@ -34,7 +35,7 @@ public:
     // The reports of the connections that called a tool, oldest connection first.
     QList<QStringList> clients()
     {
-        const QMutexLocker lock(&mutex_);
+        const std::lock_guard<std::mutex> lock(mutex_);
         QList<QStringList> found;
         for (const QStringList& lines : qAsConst(lines_)) {
             if (lines.size() > 2)
@@ -55,11 +56,11 @@ public:
 private:
     void add(int connection, const QString& line)
     {
-        const QMutexLocker lock(&mutex_);
+        const std::lock_guard<std::mutex> lock(mutex_);
         lines_[connection].append(line.trimmed());
     }
 
-    QMutex mutex_;
+    std::mutex mutex_; // the thread sanitizer does not see a QMutex
     QMap<int, QStringList> lines_;
 };
 
