@@ -50,6 +50,10 @@ class FolderWithSpace(unittest.TestCase):
         (self.checkout / "build").symlink_to(BUILD)
         self.programs = pathlib.Path(scratch.name, "programs")
         self.programs.mkdir()
+        # The settings of the run that starts this test are not those of the scripts under test.
+        settings = ("AIBRIDGE_PRESET", "AIBRIDGE_DISK_TESTS", "AIBRIDGE_TEST_JOBS")
+        self.environment = {name: value for name, value in os.environ.items() if name not in settings}
+        self.environment["PATH"] = f"{self.programs}:{os.environ['PATH']}"
         self.add_program("cmake", "exit 0")
         self.add_program("dpkg-query", "echo install ok installed")
 
@@ -59,10 +63,9 @@ class FolderWithSpace(unittest.TestCase):
         program.chmod(0o755)
 
     def run_program(self, program, *arguments):
-        environment = dict(os.environ, PATH=f"{self.programs}:{os.environ['PATH']}")
         for _ in range(TRIES):
             done = subprocess.run([self.checkout / program, *arguments], cwd="/", stdin=subprocess.DEVNULL,
-                                  env=environment, capture_output=True, text=True, timeout=250, check=False)
+                                  env=self.environment, capture_output=True, text=True, timeout=250, check=False)
             if NOT_LISTENING not in done.stdout + done.stderr:
                 break
         self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
@@ -77,7 +80,7 @@ class FolderWithSpace(unittest.TestCase):
         terminal, end = pty.openpty()
         self.addCleanup(os.close, terminal)
         process = subprocess.Popen([self.checkout / "scripts/run", *arguments], cwd="/", stdin=end, text=True,
-                                   env=dict(os.environ, PATH=f"{self.programs}:{os.environ['PATH']}"),
+                                   env=self.environment,
                                    stdout=subprocess.PIPE, stderr=subprocess.STDOUT, start_new_session=True)
         os.close(end)
         limit = threading.Timer(200, os.killpg, (process.pid, signal.SIGKILL))
@@ -96,7 +99,7 @@ class FolderWithSpace(unittest.TestCase):
         # A file instead of the folder, because root can write into every folder.
         (self.checkout / "build").write_text("")
         done = subprocess.run([self.checkout / "scripts/run", "--once"], stdin=subprocess.DEVNULL, capture_output=True,
-                              env=dict(os.environ, PATH=f"{self.programs}:{os.environ['PATH']}"), text=True,
+                              env=self.environment, text=True,
                               timeout=250, check=False)
         self.assertEqual((done.returncode, done.stderr), (
             2, f"run: The build needs the folder {self.checkout}/build, which cannot be written. "
