@@ -83,13 +83,13 @@ void AgentClients::lookUp(int connection)
 void AgentClients::connectionOpened(int connection, const QString&, int port)
 {
     connectionOfThread = connection;
-    Client client;
-    client.connection = connection;
-    client.port = port;
-    client.since = QTime::currentTime().toString(QStringLiteral("hh:mm:ss"));
+    const QString since = QTime::currentTime().toString(QStringLiteral("hh:mm:ss"));
     {
         const std::lock_guard<std::mutex> lock(mutex_);
-        clients_.push_back(client);
+        clients_.emplace_back();
+        clients_.back().connection = connection;
+        clients_.back().port = port;
+        clients_.back().since = since;
     }
     lookUp(connection);
     postRefresh();
