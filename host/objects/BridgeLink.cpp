@@ -6,6 +6,8 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
+#include <utility>
+
 namespace host {
 
 namespace {
@@ -19,7 +21,6 @@ const QString kAgentFunction = QStringLiteral("fun");
 BridgeLink::BridgeLink(HostCore& core, int automaticAnswer, QObject* parent)
     : QObject(parent), core_(core), automaticAnswer_(automaticAnswer)
 {
-    qRegisterMetaType<Text>("host::Text"); // for queued calls
     connect(&core_.backend(), &Backend::machineChanged, this, &BridgeLink::pushInventory);
     connect(&core_.orders(), &Orders::ordered, &timeline_, &Timeline::recordOrder);
     connect(&core_.orders(), &Orders::rejected, &timeline_, &Timeline::recordRejection);
@@ -137,15 +138,25 @@ void BridgeLink::takeAnnouncement(QString toolCalls)
 {
     const Text client = core_.clients().clientOfThisThread();
     recordGateCall(toolCalls);
+    {
+        const std::lock_guard<std::mutex> lock(announcementsMutex_);
+        announcements_.push_back({toolCalls, client});
+    }
     TsanAnnotations::release();
-    QMetaObject::invokeMethod(this, "onToolAnnounced", Q_ARG(QString, toolCalls), Q_ARG(host::Text, client));
+    QMetaObject::invokeMethod(this, "onToolAnnounced");
 }
 
-void BridgeLink::onToolAnnounced(QString toolCalls, const Text& client)
+void BridgeLink::onToolAnnounced()
 {
+    Announcement announcement;
+    {
+        const std::lock_guard<std::mutex> lock(announcementsMutex_);
+        announcement = std::move(announcements_.front());
+        announcements_.pop_front();
+    }
     toolAnnounced_ = true;
-    timeline_.announce(toolCalls, client);
-    core_.log()->write(QStringLiteral("agent announces: %1").arg(toolCalls));
+    timeline_.announce(announcement.toolCalls, announcement.client);
+    core_.log()->write(QStringLiteral("agent announces: %1").arg(announcement.toolCalls));
 }
 
 void BridgeLink::onToolEnded(QString result, bool queued)

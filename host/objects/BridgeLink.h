@@ -6,6 +6,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QThread>
 
+#include <deque>
 #include <mutex>
 
 namespace host {
@@ -56,7 +57,7 @@ private Q_SLOTS:
     void onCloneResult(QVariant result);
     void onConvertResult(QVariant result);
     void onRecommendation(QVariant record);
-    void onToolAnnounced(QString toolCalls, const host::Text& client);
+    void onToolAnnounced();
     void onToolEnded(QString result, bool queued);
     void onScanFinished();
     // Called on the thread of the signal.
@@ -69,8 +70,16 @@ private:
     void watchScanThread();
     void setEmptyScan(bool empty);
 
+    struct Announcement
+    {
+        QString toolCalls;
+        Text client;
+    };
+
     HostCore& core_;
     int automaticAnswer_;
+    std::mutex announcementsMutex_;
+    std::deque<Announcement> announcements_; ///< guarded by the mutex; not yet shown
     QPointer<QObject> bridge_;
     QPointer<QThread> serviceThread_;
     QPointer<QThread> scanThread_;

@@ -25,28 +25,38 @@ struct Ends
     SocketAddress own;
 };
 
+// Neither a listening socket nor one that has just begun to connect is an end of the connection. A client
+// that has finished sending is one.
+bool isConnected(DWORD state)
+{
+    return state == MIB_TCP_STATE_ESTAB || state == MIB_TCP_STATE_FIN_WAIT1 ||
+           state == MIB_TCP_STATE_FIN_WAIT2 || state == MIB_TCP_STATE_CLOSE_WAIT ||
+           state == MIB_TCP_STATE_CLOSING || state == MIB_TCP_STATE_LAST_ACK;
+}
+
 // The rows contain ports as numbers in network byte order.
 bool isClientEnd(const MIB_TCPROW_OWNER_PID& row, const Ends& ends)
 {
-    return row.dwLocalAddr == ends.peer.ipv4().s_addr && row.dwRemoteAddr == ends.own.ipv4().s_addr &&
-           row.dwLocalPort == ends.peer.port() && row.dwRemotePort == ends.own.port();
+    return isConnected(row.dwState) && row.dwLocalAddr == ends.peer.ipv4().s_addr &&
+           row.dwRemoteAddr == ends.own.ipv4().s_addr && row.dwLocalPort == ends.peer.port() &&
+           row.dwRemotePort == ends.own.port();
 }
 
 bool isClientEnd(const MIB_TCP6ROW_OWNER_PID& row, const Ends& ends)
 {
-    return std::memcmp(row.ucLocalAddr, &ends.peer.ipv6(), sizeof(row.ucLocalAddr)) == 0 &&
+    return isConnected(row.dwState) &&
+           std::memcmp(row.ucLocalAddr, &ends.peer.ipv6(), sizeof(row.ucLocalAddr)) == 0 &&
            std::memcmp(row.ucRemoteAddr, &ends.own.ipv6(), sizeof(row.ucRemoteAddr)) == 0 &&
            row.dwLocalPort == ends.peer.port() && row.dwRemotePort == ends.own.port();
 }
 
 // The table can grow between the query of its size and its reading, so this tries again.
-std::vector<char> connectionTable(ULONG family)
+std::vector<char> connectionTable(ULONG family, TCP_TABLE_CLASS rows)
 {
     std::vector<char> bytes(16384);
     for (int attempt = 0; attempt < 4; ++attempt) {
         auto size = static_cast<DWORD>(bytes.size());
-        const DWORD result =
-            GetExtendedTcpTable(bytes.data(), &size, FALSE, family, TCP_TABLE_OWNER_PID_CONNECTIONS, 0);
+        const DWORD result = GetExtendedTcpTable(bytes.data(), &size, FALSE, family, rows, 0);
         if (result == NO_ERROR)
             return bytes;
         if (result != ERROR_INSUFFICIENT_BUFFER)
@@ -67,17 +77,24 @@ template <class Table> std::optional<DWORD> processIn(const std::vector<char>& b
     return std::nullopt;
 }
 
-// The process that holds the client's end; none without such an end.
-std::optional<DWORD> clientProcess(const Ends& ends)
+bool isWine()
 {
-    const std::vector<char> bytes = connectionTable(static_cast<ULONG>(ends.peer.family()));
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+std::optional<DWORD> processIn(TCP_TABLE_CLASS rows, const Ends& ends)
+{
+    const std::vector<char> bytes = connectionTable(static_cast<ULONG>(ends.peer.family()), rows);
     return ends.peer.family() == AF_INET ? processIn<MIB_TCPTABLE_OWNER_PID>(bytes, ends)
                                          : processIn<MIB_TCP6TABLE_OWNER_PID>(bytes, ends);
 }
 
-bool isWine()
+// The process that holds the client's end; none without such an end.
+std::optional<DWORD> clientProcess(const Ends& ends)
 {
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+    const std::optional<DWORD> open = processIn(TCP_TABLE_OWNER_PID_CONNECTIONS, ends);
+    // The short table can lack a client that has finished sending. The long one takes Wine seconds.
+    return open || isWine() ? open : processIn(TCP_TABLE_OWNER_PID_ALL, ends);
 }
 
 // A TOKEN_USER, whose SID points into the same bytes; empty if the token cannot be read.
