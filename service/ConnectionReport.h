@@ -24,7 +24,7 @@ class ConnectionReport : public apache::thrift::server::TServerEventHandler
 public:
     explicit ConnectionReport(QObject* observer);
 
-    /// The host's object; null if there is none. It must outlive the service.
+    /// The host's object, or null if the property is not set. It must outlive the service.
     static QObject* observer();
 
     /// Reports a call. @p context is a connection's context; null reports nothing.

@@ -11,8 +11,8 @@ struct PeerAccount
         Same,    ///< The account of this process.
         System,  ///< root, or the system account of Windows.
         Other,   ///< Any other account.
-        Gone,    ///< None: the client has closed its end.
-        Unknown, ///< The system does not tell.
+        Gone,    ///< The client has closed its end.
+        Unknown, ///< The query failed.
     };
 
     Kind kind = Kind::Unknown;

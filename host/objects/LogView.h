@@ -25,8 +25,8 @@ public:
 
     /// The line that was selected last; -1 without a selection.
     int currentRow() const { return current_.isValid() ? current_.row() : -1; }
-    /// Selects a line, or with @p extend the lines from the first selected one to it. A row outside the view
-    /// stands for its first or last line.
+    /// Selects a line, or with @p extend the lines from the first selected one to it. A row below 0 selects
+    /// the first line, a row beyond the last line the last one.
     Q_INVOKABLE void select(int row, bool extend);
     Q_INVOKABLE void selectAll();
     /// The selected lines, separated by line feeds.

@@ -12,7 +12,7 @@ enum class ThemeMode { System, Light, Dark };
 
 /// "system", "light" or "dark".
 QString themeName(ThemeMode mode);
-/// The mode of that name; empty if there is none.
+/// The mode of that name; empty for an unknown name.
 std::optional<ThemeMode> themeNamed(const QString& name);
 
 /// The window's colours, fonts and sizes, for the QML files as `theme`. ThemeMode::System follows the

@@ -4,7 +4,7 @@ import QtQuick 2.15
 Flow {
     id: legend
 
-    // The last one stands for every other file system.
+    // The last entry is for all other file systems.
     readonly property var systems: ["NTFS", "FAT", "exFAT", "ReFS", ""]
 
     spacing: 12

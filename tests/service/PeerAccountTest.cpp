@@ -49,7 +49,7 @@ private:
     std::shared_ptr<TSocket> accepted_;
 };
 
-// An IPv4 address of a network card; empty if there is none. The packets stay within the computer.
+// An IPv4 address of a network card; empty on a computer without one. The packets stay within the computer.
 QString otherAddress()
 {
     for (const QHostAddress& address : QNetworkInterface::allAddresses())

@@ -16,10 +16,11 @@ import sys
 import tempfile
 import unittest
 
+from unused_port import unused_port
+
 HOST, SCRATCH = sys.argv[1:3]
 
 OTHER_USER = 65534
-RESERVED = []
 # Calls ListAllDisks and prints the number of the answer's bytes. An end or a reset of the connection gives 0.
 CLIENT = r"""
 import socket, struct, sys
@@ -39,21 +40,6 @@ for _ in range(times):
                 length = -1
 print(length)
 """
-
-
-def unused_port():
-    for port in range(9100 + os.getpid() % 800, 10000):
-        lock = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
-        try:
-            lock.bind(f"\0aibridge-test-port-{port}")
-        except OSError:
-            lock.close()
-            continue
-        RESERVED.append(lock)
-        with socket.socket() as probe:
-            if probe.connect_ex(("127.0.0.1", port)) != 0:
-                return port
-    raise RuntimeError("no free port")
 
 
 def as_user(user, command):

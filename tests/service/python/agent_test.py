@@ -5,7 +5,6 @@ Arguments: the folder of the generated code, the service host, the interface des
 
 import json
 import os
-import socket
 import subprocess
 import sys
 import tempfile
@@ -15,6 +14,7 @@ import unittest
 GENERATED, HOST, DESCRIPTION, SCRATCH = sys.argv[1:5]
 sys.path.insert(0, GENERATED)
 
+from unused_port import unused_port
 from thrift.Thrift import TApplicationException, TMessageType
 from thrift.protocol import TBinaryProtocol
 from thrift.transport import TSocket, TTransport
@@ -22,25 +22,6 @@ from thrift.transport import TSocket, TTransport
 from ZORNativePlugin import ZORNativePlugin
 from ZORNativePlugin.constants import OPERATION_IN_PROGRESS, TASK_NOT_VALID, TASK_QUEUED
 from ZORNativePlugin.ttypes import TaskInfo
-
-
-RESERVED = []
-
-
-def unused_port():
-    """A port that is not in use and that other tests do not use until this process ends."""
-    for port in range(9100 + os.getpid() % 800, 10000):
-        lock = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
-        try:
-            lock.bind(f"\0aibridge-test-port-{port}")
-        except OSError:
-            lock.close()
-            continue
-        RESERVED.append(lock)
-        with socket.socket() as probe:
-            if probe.connect_ex(("127.0.0.1", port)) != 0:
-                return port
-    raise RuntimeError("no free port")
 
 
 class Service:
