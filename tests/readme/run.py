@@ -29,6 +29,7 @@ exec chroot "$0" env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/
     ${npm_config_cafile:+npm_config_cafile="$npm_config_cafile"} bash -e -o pipefail -c "$1"
 """
 WITH_HOST = """
+: >/tmp/host.log # the line of an earlier host would end the wait below
 {host} >/tmp/host.log 2>&1 &
 host=$!
 trap 'kill $host; wait $host || true; sed "s/^/host> /" /tmp/host.log' EXIT
