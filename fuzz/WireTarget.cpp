@@ -1,7 +1,9 @@
 // A complete connection: the server's own loop with its transports, protocol and processor, the real tools
-// and a host. Only the socket is replaced, by a memory buffer.
+// and a host. Only the socket is replaced, by a memory buffer. The replies are compared with those of the
+// generated processor with the runtime's own protocol on a second host.
 #include "fuzz/Fuzz.h"
 #include "fuzz/ToolHost.h"
+#include "service/StreamTransport.h"
 #include "service/ToolServer.h"
 #include "tests/support/Wire.h"
 
@@ -65,7 +67,7 @@ struct Service
     ToolHost host;
     std::unique_ptr<server::TThreadedServer> tools = makeToolServer(host.tools(), "localhost", 0);
 
-    std::string connection(const std::string& bytes, std::size_t piece)
+    std::string replies(const std::string& bytes, std::size_t piece)
     {
         const auto pipe = std::make_shared<Pipe>(bytes, piece);
         const auto in = tools->getInputProtocolFactory()->getProtocol(
@@ -73,6 +75,23 @@ struct Service
         const auto out = tools->getOutputProtocolFactory()->getProtocol(
             tools->getOutputTransportFactory()->getTransport(pipe));
         const auto processor = tools->getProcessorFactory()->getProcessor({in, out, pipe});
+        server::TConnectedClient(processor, in, out, nullptr, pipe).run();
+        return pipe->sent;
+    }
+};
+
+struct Reference
+{
+    ToolHost host;
+
+    std::string replies(const std::string& bytes, std::size_t piece)
+    {
+        using Protocol = apache::thrift::protocol::TBinaryProtocolT<apache::thrift::transport::TTransport>;
+        const auto pipe = std::make_shared<Pipe>(bytes, piece);
+        const auto in = std::make_shared<Protocol>(StreamTransportFactory().getTransport(pipe));
+        const auto out =
+            std::make_shared<Protocol>(std::make_shared<apache::thrift::transport::TBufferedTransport>(pipe));
+        const auto processor = std::make_shared<ZORNativePluginProcessor>(host.tools());
         server::TConnectedClient(processor, in, out, nullptr, pipe).run();
         return pipe->sent;
     }
@@ -86,9 +105,14 @@ void fuzzOne(Bytes input)
         apache::thrift::GlobalOutput.setOutputFunction([](const char*) {});
         return new Service;
     }();
-    service->host.setMood(input.byte());
+    static auto* reference = new Reference;
+    const unsigned mood = input.byte();
+    service->host.setMood(mood);
+    reference->host.setMood(mood);
     const std::size_t piece = 1 + input.byte();
-    const std::string sent = service->connection(input.rest(), piece);
+    const std::string calls = input.rest();
+    const std::string sent = service->replies(calls, piece);
+    require(sent == reference->replies(calls, piece), "the replies are those of the generated processor");
     for (Replies replies(sent); !replies.atEnd();) {
         const wire::Message reply = wire::readMessage(replies);
         require(reply.type == wire::Reply || reply.type == wire::Exception,
@@ -97,5 +121,5 @@ void fuzzOne(Bytes input)
     service->host.checkCalls();
     const std::string good =
         wire::strictHeader("Init", 77, wire::Reply) + wire::Fields().boolean(0, true).end();
-    require(service->connection(wire::call("Init", 77), 512) == good, "the next connection is served");
+    require(service->replies(wire::call("Init", 77), 512) == good, "the next connection is served");
 }

@@ -100,19 +100,24 @@ void Inventory::setDiskInfo(const QQmlEngine* engine, const QVariantList& disks)
         addPartitions(fresh, readPartitions(engine, map.value(QStringLiteral("partitions")).toList()));
         fresh.diskList.push_back(disk);
     }
+    std::shared_ptr<ReplyCache> outdated; // freed without the lock
     const WriteLock lock(lock_);
     records_.diskList.swap(fresh.diskList);
     records_.partitionList.swap(fresh.partitionList);
     records_.partitionsByDisk.swap(fresh.partitionsByDisk);
     for (const auto& [letter, record] : fresh.partitionsByLetter)
         records_.partitionsByLetter[letter] = record;
+    // After the change, so that a cache never holds older records than those it belongs to.
+    outdated = takeReplyCache();
 }
 
 void Inventory::parsePartitionInfo(const QQmlEngine* engine, const QVariantList& partitions)
 {
     std::vector<PartitionInfo> added = readPartitions(engine, partitions);
+    std::shared_ptr<ReplyCache> outdated; // freed without the lock
     const WriteLock lock(lock_);
     addPartitions(records_, std::move(added));
+    outdated = takeReplyCache();
 }
 
 void Inventory::getDiskInfo(std::vector<DiskInfo>& out) const
@@ -184,4 +189,18 @@ InventoryRecords Inventory::records() const
 {
     const ReadLock lock(lock_);
     return records_;
+}
+
+std::shared_ptr<ReplyCache> Inventory::replyCache() const
+{
+    const std::lock_guard<std::mutex> lock(replyCacheMutex_);
+    if (!replyCache_)
+        replyCache_ = std::make_shared<ReplyCache>();
+    return replyCache_;
+}
+
+std::shared_ptr<ReplyCache> Inventory::takeReplyCache()
+{
+    const std::lock_guard<std::mutex> lock(replyCacheMutex_);
+    return std::move(replyCache_);
 }

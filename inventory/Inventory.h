@@ -1,12 +1,15 @@
 #pragma once
 
 #include "inventory/WireTypes.h"
+#include "plugin/ReplyCache.h"
 
 #include <QtCore/QReadWriteLock>
 #include <QtCore/QVariantList>
 
 #include <cstdint>
 #include <map>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -50,9 +53,15 @@ public:
     bool hasPartitions(int diskIndex) const;
     /// A copy of all records.
     InventoryRecords records() const;
+    /// The encoded lists of the current records; created by the first call after a change.
+    std::shared_ptr<ReplyCache> replyCache() const;
 
 private:
+    std::shared_ptr<ReplyCache> takeReplyCache();
+
     InventoryRecords records_;
+    mutable std::shared_ptr<ReplyCache> replyCache_;
+    mutable std::mutex replyCacheMutex_;
     // Never held during a call into the host.
     mutable QReadWriteLock lock_;
 };

@@ -64,8 +64,10 @@ void ServerSocket::interrupt()
 void ServerSocket::interruptChildren()
 {
     const std::lock_guard<std::mutex> lock(mutex_);
-    if (state_ != State::Listening)
+    if (state_ != State::Listening) {
         TServerSocket::interruptChildren();
+        connections_->endReads();
+    }
 }
 
 void ServerSocket::close()
@@ -81,6 +83,7 @@ void ServerSocket::close()
         // Before the wake-up socket is closed: on Windows the connections detect a byte in it, but not its
         // end.
         TServerSocket::interruptChildren();
+        connections_->endReads();
         TServerSocket::close();
     }
 }
@@ -98,5 +101,5 @@ std::shared_ptr<TTransport> ServerSocket::acceptImpl()
 
 std::shared_ptr<TSocket> ServerSocket::createSocket(THRIFT_SOCKET client)
 {
-    return std::make_shared<ConnectionSocket>(client, pChildInterruptSockReader_, interrupted_);
+    return std::make_shared<ConnectionSocket>(client, pChildInterruptSockReader_, interrupted_, connections_);
 }

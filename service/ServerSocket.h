@@ -1,6 +1,7 @@
 #pragma once
 
 #include "service/AccountCheck.h"
+#include "service/Connections.h"
 
 #include <thrift/transport/TServerSocket.h>
 
@@ -49,6 +50,7 @@ private:
     std::mutex mutex_;
     std::condition_variable left_;
     const std::shared_ptr<std::atomic<bool>> interrupted_ = std::make_shared<std::atomic<bool>>(false);
+    const std::shared_ptr<Connections> connections_ = std::make_shared<Connections>();
     State state_ = State::Idle;
     std::thread::id serverThread_;
 };

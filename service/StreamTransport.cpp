@@ -1,5 +1,7 @@
 #include "service/StreamTransport.h"
 
+#include "service/ConnectionSocket.h"
+
 #include <thrift/transport/TTransportException.h>
 
 #include <algorithm>
@@ -10,6 +12,10 @@ using apache::thrift::transport::TTransportException;
 namespace {
 
 constexpr std::size_t kChunkBytes = std::size_t(16) * 1024;
+// The runtime's default. Most calls fit into one read.
+constexpr std::uint32_t kReadBufferBytes = 512;
+// Most replies fit into one write to the socket.
+constexpr std::uint32_t kWriteBufferBytes = 64 * 1024;
 
 } // namespace
 
@@ -44,6 +50,20 @@ std::uint32_t StreamTransport::readEnd()
     return TBufferedTransport::readEnd();
 }
 
+void StreamTransport::writeBody(const std::uint8_t* bytes, std::uint32_t length)
+{
+    auto* socket = dynamic_cast<ConnectionSocket*>(transport_.get());
+    const auto room = static_cast<std::uint32_t>(wBound_ - wBase_);
+    if (socket == nullptr || length <= room) {
+        write(bytes, length);
+        return;
+    }
+    const auto buffered = static_cast<std::uint32_t>(wBase_ - wBuf_.get());
+    // Before the write: after an exception the buffer must be empty.
+    wBase_ = wBuf_.get();
+    socket->writeTogether(wBuf_.get(), buffered, bytes, length);
+}
+
 bool StreamTransport::isReadingOversizeBuffer() const
 {
     return !oversizeBuffer_.empty() && rBound_ == oversizeBuffer_.data() + oversizeBuffer_.size();
@@ -51,5 +71,5 @@ bool StreamTransport::isReadingOversizeBuffer() const
 
 std::shared_ptr<TTransport> StreamTransportFactory::getTransport(std::shared_ptr<TTransport> connection)
 {
-    return std::make_shared<StreamTransport>(connection);
+    return std::make_shared<StreamTransport>(connection, kReadBufferBytes, kWriteBufferBytes);
 }

@@ -18,6 +18,8 @@ public:
 
     const std::uint8_t* borrowSlow(std::uint8_t* buffer, std::uint32_t* length) override;
     std::uint32_t readEnd() override;
+    /// Writes bytes after those in the buffer. If they do not fit into it, both go to the socket together.
+    void writeBody(const std::uint8_t* bytes, std::uint32_t length);
 
 private:
     bool isReadingOversizeBuffer() const;

@@ -27,3 +27,8 @@ void CZorHandle::GetAllPartitionInfo(std::vector<PartitionInfo>& out)
     if (bridge != nullptr)
         bridge->inventory.getAllPartitionInfo(out);
 }
+
+std::shared_ptr<ReplyCache> CZorHandle::replyCache() const
+{
+    return bridge == nullptr ? nullptr : bridge->inventory.replyCache();
+}

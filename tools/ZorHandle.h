@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plugin/ReplyCache.h"
 #include "tools/FunctionIndex.h"
 
 #include "ZORNativePlugin.h"
@@ -20,7 +21,7 @@ struct ToolBridge;
 /// operation that calls the host waits for its answer.
 ///
 /// Overlapping tools share one parameter map; only the gate keeps tools apart.
-class CZorHandle : public ZORNativePluginNull
+class CZorHandle : public ZORNativePluginNull, public ReplySource
 {
 public:
     CZorHandle();
@@ -37,6 +38,7 @@ public:
     void ListPartitionsOnDisk(std::vector<PartitionInfo>& out, int32_t diskIndex) override;
     void GetPartitionInfo(PartitionInfo& out, const std::string& driveLetter) override;
     void GetAllPartitionInfo(std::vector<PartitionInfo>& out) override;
+    std::shared_ptr<ReplyCache> replyCache() const override;
 
     void OpenDiskLayoutEditor(std::string& answer, int32_t diskIndex) override;
     void DeleteAllPartitions(std::string& answer, int32_t diskIndex) override;

@@ -1,7 +1,11 @@
 // A refill with concurrent readers: each answer comes completely from one refill.
+#include "service/ToolProcessor.h"
 #include "tests/support/AIBridgeAccess.h"
 #include "tests/support/RecordingHost.h"
 #include "tools/ZorHandle.h"
+
+#include <thrift/protocol/TBinaryProtocol.h>
+#include <thrift/transport/TBufferTransports.h>
 
 #include <gtest/gtest.h>
 
@@ -14,6 +18,7 @@ namespace {
 constexpr int kRefills = 10000;
 constexpr int kChanges = 300;
 constexpr int kMostRefills = 2000000;
+constexpr int kEncodedRefills = 3000;
 constexpr int kDisks = 3;
 // The inventories are built in advance and used in turn, so that the loop of refills is tight.
 constexpr int kGenerations = 10;
@@ -136,6 +141,75 @@ TEST(InventoryThreads, RefillsInATightLoop_AreNeverSeenIncompleteByThreeReaders)
         reader.join();
     EXPECT_EQ(findings.torn, 0);
     EXPECT_GE(findings.changes, kChanges);
+}
+
+// A client of the processor, without sockets.
+class ListClient
+{
+public:
+    explicit ListClient(const std::shared_ptr<CZorHandle>& tools) : processor_(tools) {}
+
+    /// The generation of the listed partitions; -1 for an inconsistent list.
+    int generation()
+    {
+        std::vector<PartitionInfo> records;
+        client_.send_GetAllPartitionInfo();
+        processor_.process(calls_, replies_, nullptr);
+        client_.recv_GetAllPartitionInfo(records);
+        if (records.empty())
+            return -1;
+        const auto found = static_cast<int>(records.front().rawCapacity);
+        for (const PartitionInfo& record : records) {
+            if (record.rawCapacity != found || !isWhole(record))
+                return -1;
+        }
+        return found;
+    }
+
+private:
+    using Protocol = apache::thrift::protocol::TBinaryProtocol;
+    using Buffer = apache::thrift::transport::TMemoryBuffer;
+    ToolProcessor processor_;
+    std::shared_ptr<Protocol> calls_ = std::make_shared<Protocol>(std::make_shared<Buffer>());
+    std::shared_ptr<Protocol> replies_ = std::make_shared<Protocol>(std::make_shared<Buffer>());
+    ZORNativePluginClient client_{replies_, calls_};
+};
+
+TEST(InventoryThreads, EncodedLists_AreNeverOlderThanACompletedRefill)
+{
+    AIBridge bridge;
+    const auto tools = std::make_shared<CZorHandle>();
+    tools->setBridge(AIBridgeAccess::toolBridge(&bridge));
+    bridge.setDiskInfo(inventory(0));
+    std::atomic<int> completed{0};
+    std::atomic<int> changes{0};
+    std::atomic<int> faults{0};
+    std::atomic<bool> done{false};
+    std::vector<std::thread> readers;
+    for (int i = 0; i < 3; ++i) {
+        readers.emplace_back([&] {
+            ListClient client(tools);
+            int last = 0;
+            while (!done) {
+                const int oldest = completed;
+                const int found = client.generation();
+                if (found < oldest || found < last)
+                    ++faults;
+                if (found != last)
+                    ++changes;
+                last = found;
+            }
+        });
+    }
+    for (int i = 1; i < kEncodedRefills || (changes < kChanges && i < kMostRefills); ++i) {
+        bridge.setDiskInfo(inventory(i));
+        completed = i;
+    }
+    done = true;
+    for (std::thread& reader : readers)
+        reader.join();
+    EXPECT_EQ(faults, 0);
+    EXPECT_GE(changes, kChanges);
 }
 
 } // namespace

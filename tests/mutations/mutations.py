@@ -43,6 +43,40 @@ SERVICE = [
      "firstFreePort(excluded, *nativePort)", "test_port_search"),
     ("the error output of netstat is searched as well", "PortSearch.cpp", "    QProcess netstat;\n",
      "    QProcess netstat;\n    netstat.setProcessChannelMode(QProcess::MergedChannels);\n", "test_port_search"),
+    ("a list is sent from the cache of another disk", "ToolProcessor.cpp", "cache->find({name_, argument})",
+     "cache->find({name_, 0})", "test_reply_bytes"),
+    ("a refill keeps the encoded lists", "inventory/Inventory.cpp",
+     "    // After the change, so that a cache never holds older records than those it belongs to.\n"
+     "    outdated = takeReplyCache();", "", "test_inventory"),
+    ("the encoded lists are discarded before the change", "inventory/Inventory.cpp",
+     "    const WriteLock lock(lock_);\n"
+     "    records_.diskList.swap(fresh.diskList);\n"
+     "    records_.partitionList.swap(fresh.partitionList);\n"
+     "    records_.partitionsByDisk.swap(fresh.partitionsByDisk);\n"
+     "    for (const auto& [letter, record] : fresh.partitionsByLetter)\n"
+     "        records_.partitionsByLetter[letter] = record;\n"
+     "    // After the change, so that a cache never holds older records than those it belongs to.\n"
+     "    outdated = takeReplyCache();",
+     "    takeReplyCache();\n"
+     "    const WriteLock lock(lock_);\n"
+     "    records_.diskList.swap(fresh.diskList);\n"
+     "    records_.partitionList.swap(fresh.partitionList);\n"
+     "    records_.partitionsByDisk.swap(fresh.partitionsByDisk);\n"
+     "    for (const auto& [letter, record] : fresh.partitionsByLetter)\n"
+     "        records_.partitionsByLetter[letter] = record;",
+     "test_inventory"),
+    ("an empty list is kept", "ToolProcessor.cpp", "if (cache && !result.success.empty())", "if (cache)",
+     "test_reply_bytes"),
+    ("the replies of a cache are unlimited", "ReplyCache.cpp", "    if (reply->size() > kMaxBytes - byteCount_)\n        return;\n",
+     "", "test_inventory"),
+    ("a connection that is accepted during a stop reads on", "Connections.cpp", "    if (ended_)\n        connection->endReads();\n", "",
+     "test_connections"),
+    ("a stop ends no reads", "Connections.cpp",
+     "    for (ConnectionSocket* connection : open_)\n        connection->endReads();\n", "", "test_connections"),
+    ("the service wakes up twice a second", "ToolServer.cpp", "    const auto transports =",
+     "    socket->setAcceptTimeout(500);\n    const auto transports =", "test_rest"),
+    ("a reply is written in pieces", "StreamTransport.cpp", "kWriteBufferBytes = 64 * 1024", "kWriteBufferBytes = 512",
+     "test_reply_bytes"),
     ("four clients are served at a time", "ToolServer.cpp", "kClientLimit = 3", "kClientLimit = 4",
      "test_server_thread"),
     ("a client whose account is unknown is admitted", "AccountCheck.cpp", "account.kind == PeerAccount::Kind::System)",
