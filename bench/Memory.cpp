@@ -1,11 +1,11 @@
 // Measures the memory that the library adds to a host, and the memory of an inventory.
 #include "bench/Inventories.h"
+#include "bench/ResidentMemory.h"
 
 #include "ZORNativePlugin.h"
 #include "plugin/ComponentMgr.h"
 
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QFile>
 #include <QtCore/QThread>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlApplicationEngine>
@@ -19,7 +19,6 @@
 #include <malloc.h>
 #include <memory>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
 using namespace apache::thrift;
@@ -28,15 +27,6 @@ namespace {
 
 constexpr int kClients = 3;
 constexpr int kLimitMs = 60000;
-
-double residentKib()
-{
-    QFile file(QStringLiteral("/proc/self/statm"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    const double pages = file.readAll().split(' ').value(1).toDouble();
-    return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1024;
-}
 
 double heapBytes()
 {

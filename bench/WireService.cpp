@@ -70,3 +70,8 @@ WireService::~WireService()
     server_->server->stop();
     thread_.join();
 }
+
+int WireService::port() const
+{
+    return server_->socket().getPort();
+}

@@ -18,6 +18,7 @@ public:
     ~WireService();
 
     ZORNativePluginClient& client() { return *client_; }
+    int port() const;
 
 private:
     struct Server;
