@@ -306,7 +306,10 @@ TEST_F(ReplyBytes, LongReplyOverASocket_IsEqualForAFastAndASlowClient)
         client.send(call);
         // Longer than the time limit of one send, so that the reply is sent in parts.
         QThread::msleep(static_cast<unsigned long>(pauseMs));
-        EXPECT_EQ(wire::readMessage(client).raw, generated(call));
+        // As one block: reading half a million fields takes minutes under Wine.
+        const std::string expected = generated(call);
+        EXPECT_TRUE(client.take(expected.size()) == expected) << pauseMs;
+        EXPECT_FALSE(client.hasInput());
     }
 }
 
