@@ -2,28 +2,31 @@
 #include "service/Connections.h"
 #include "service/ConnectionSocket.h"
 
+#include <thrift/transport/TTransportException.h>
+
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <future>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
 constexpr std::chrono::seconds kLimit(20);
 
-class Pair
+template <class Socket> class PairOf
 {
 public:
-    explicit Pair(const std::shared_ptr<Connections>& connections)
+    explicit PairOf(const std::shared_ptr<Connections>& connections)
     {
         EXPECT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends_), 0);
-        connection = std::make_unique<ConnectionSocket>(ends_[0], nullptr, stopping, connections);
+        connection = std::make_unique<Socket>(ends_[0], nullptr, stopping, connections);
     }
-    ~Pair() { ::close(ends_[1]); }
-    Pair(const Pair&) = delete;
-    Pair& operator=(const Pair&) = delete;
+    ~PairOf() { ::close(ends_[1]); }
+    PairOf(const PairOf&) = delete;
+    PairOf& operator=(const PairOf&) = delete;
 
     std::uint32_t read() const
     {
@@ -40,10 +43,19 @@ public:
     }
 
     std::shared_ptr<std::atomic<bool>> stopping = std::make_shared<std::atomic<bool>>(false);
-    std::unique_ptr<ConnectionSocket> connection;
+    std::unique_ptr<Socket> connection;
 
 private:
     int ends_[2] = {-1, -1};
+};
+using Pair = PairOf<ConnectionSocket>;
+
+// Its ordinary sends time out at once.
+class UnsendingSocket : public ConnectionSocket
+{
+public:
+    using ConnectionSocket::ConnectionSocket;
+    std::uint32_t write_partial(const std::uint8_t*, std::uint32_t) override { return 0; }
 };
 
 TEST(Connections, Stop_EndsTheBlockedReadsOfAllConnections)
@@ -81,6 +93,26 @@ TEST(Connections, ReplyAfterAStop_IsStillSent)
     connections->endReads();
     pair.connection->write(reinterpret_cast<const std::uint8_t*>("reply"), 5);
     EXPECT_EQ(pair.receive(), "reply");
+}
+
+// Only the ordinary sends wait for the client. Otherwise a stop waits for two send timeouts.
+TEST(Connections, LongReplyToAClientThatReadsNothing_WaitsForNoOtherTimeout)
+{
+    const PairOf<UnsendingSocket> pair(nullptr);
+    pair.connection->setSendTimeout(10 * 60 * 1000);
+    *pair.stopping = true;
+    const std::vector<std::uint8_t> body(std::size_t(16) * 1024 * 1024);
+    std::future<void> reply = std::async(std::launch::async, [&] {
+        // The first one fills the socket.
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_THROW(pair.connection->writeTogether(body.data(), 4, body.data(),
+                                                        static_cast<std::uint32_t>(body.size())),
+                         apache::thrift::transport::TTransportException);
+        }
+    });
+    EXPECT_EQ(reply.wait_for(kLimit), std::future_status::ready);
+    pair.hangUp();
+    reply.get();
 }
 
 // With the address sanitizer, a connection that is not forgotten fails here.
