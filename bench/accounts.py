@@ -91,17 +91,19 @@ def main():
         print(f"first answer of a new connection, check on      {statistics.median(on):8.1f} us")
         print(f"first answer of a new connection, check off     {statistics.median(off):8.1f} us")
 
-        quiet, loud, rejected = [], [], 0
+        quiet, loud, late, rejected = [], [], [], 0
         with socket.create_connection(("127.0.0.1", checked.port)) as client:
             for _ in range(11):
                 quiet += reads(client, 2000)
                 other = storm(checked)
                 time.sleep(0.2)
                 loud += reads(client, 2000)
+                late += first_answers(checked, 100)
                 rejected += int(other.communicate(b"\n")[0])
         print(f"read of a served client, alone                  {statistics.median(quiet):8.1f} us")
-        print(f"read of a served client, {rejected:6d} clients of\n"
-              f"another account rejected meanwhile              {statistics.median(loud):8.1f} us")
+        print(f"with {rejected} clients of another account, one after another, rejected meanwhile:\n"
+              f"read of a served client                         {statistics.median(loud):8.1f} us\n"
+              f"first answer of a new connection                {statistics.median(late):8.1f} us")
         checked.end()
         unchecked.end()
 

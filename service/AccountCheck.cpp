@@ -29,7 +29,7 @@ void AccountCheck::report(const PeerAccount& account)
         return;
     }
     nextReport_ = now + kReportInterval;
-    const std::string name = account.kind == PeerAccount::Kind::Other ? account.name : "an unknown account";
+    const std::string name = account.kind == PeerAccount::Kind::Other ? account.name() : "an unknown account";
     if (unreported_ == 0)
         CLogWriter::Log("Agent client of %s rejected\n", name.c_str());
     else

@@ -2,6 +2,7 @@
 
 #include <thrift/transport/PlatformSocket.h>
 
+#include <functional>
 #include <string>
 
 /// The account whose process holds the other end of a connection within this computer.
@@ -16,9 +17,9 @@ struct PeerAccount
     };
 
     Kind kind = Kind::Unknown;
-    /// Of another account: its number on Linux, its SID on Windows, and its name if a file of this computer
-    /// has it. Empty otherwise.
-    std::string name;
+    /// Describes another account: its number on Linux, its SID on Windows, and its name if a file of this
+    /// computer has it. Empty function otherwise. Reads that file when called, so call it only for a message.
+    std::function<std::string()> name;
 };
 
 /// Queries the system. Any thread; never throws, and does not wait for the client or for another computer.

@@ -3,6 +3,7 @@
 #include "closed/Log/LogWriter.h"
 #include "service/ConnectionSocket.h"
 #include "service/PeerAccount.h"
+#include "service/RejectionPause.h"
 
 #include <thrift/transport/TTransportException.h>
 
@@ -96,6 +97,7 @@ std::shared_ptr<TTransport> ServerSocket::acceptImpl()
         if (!accounts_ || accounts_->admits(std::static_pointer_cast<TSocket>(connection)->getSocketFD()))
             return connection;
         connection->close();
+        pauseAfterRejection(getSocketFD());
     }
 }
 

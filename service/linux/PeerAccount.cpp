@@ -147,5 +147,5 @@ PeerAccount peerAccount(THRIFT_SOCKET connection)
         return {PeerAccount::Kind::Same, {}};
     if (entry->idiag_uid == 0)
         return {PeerAccount::Kind::System, {}};
-    return {PeerAccount::Kind::Other, nameOf(entry->idiag_uid)};
+    return {PeerAccount::Kind::Other, [user = entry->idiag_uid] { return nameOf(user); }};
 }

@@ -157,5 +157,5 @@ PeerAccount peerAccount(THRIFT_SOCKET connection)
         return {PeerAccount::Kind::Same, {}};
     if (IsWellKnownSid(sidIn(client), WinLocalSystemSid))
         return {PeerAccount::Kind::System, {}};
-    return {PeerAccount::Kind::Other, textOf(sidIn(client))};
+    return {PeerAccount::Kind::Other, [sid = textOf(sidIn(client))] { return sid; }};
 }

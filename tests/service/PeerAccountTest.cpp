@@ -80,7 +80,7 @@ TEST(PeerAccount, OfThisProcess_OnIpv4MappedIntoIpv6_IsTheSame)
 
 TEST(PeerAccount, OfTheSame_HasNoName)
 {
-    EXPECT_EQ(peerAccount(Connection("127.0.0.1", "127.0.0.1").serviceEnd()).name, "");
+    EXPECT_FALSE(peerAccount(Connection("127.0.0.1", "127.0.0.1").serviceEnd()).name);
 }
 
 TEST(PeerAccount, ClientThatHasClosedItsEnd_IsGone)
@@ -132,7 +132,7 @@ TEST(LoopbackBinding, OnlyALoopbackAddress_Counts)
 
 bool admits(PeerAccount::Kind kind)
 {
-    AccountCheck check([kind](THRIFT_SOCKET) { return PeerAccount{kind, "user 7"}; });
+    AccountCheck check([kind](THRIFT_SOCKET) { return PeerAccount{kind, [] { return "user 7"; }}; });
     return check.admits(Connection("127.0.0.1", "127.0.0.1").serviceEnd());
 }
 
@@ -147,6 +147,22 @@ TEST(AccountCheck, AnyOtherAccount_IsNotAdmitted)
     EXPECT_FALSE(admits(PeerAccount::Kind::Other));
     EXPECT_FALSE(admits(PeerAccount::Kind::Gone));
     EXPECT_FALSE(admits(PeerAccount::Kind::Unknown));
+}
+
+// Reading the name takes longer than the query, and one message in ten seconds names an account.
+TEST(AccountCheck, NameOfAnotherAccount_IsReadOnlyForAMessage)
+{
+    int names = 0;
+    AccountCheck check([&names](THRIFT_SOCKET) {
+        return PeerAccount{PeerAccount::Kind::Other, [&names] {
+                               ++names;
+                               return "user 7";
+                           }};
+    });
+    const Connection connection("127.0.0.1", "127.0.0.1");
+    for (int i = 0; i < 5; ++i)
+        EXPECT_FALSE(check.admits(connection.serviceEnd()));
+    EXPECT_EQ(names, 1);
 }
 
 // The bytes that it sent before can still be read, so it must not pass as a client of another address.

@@ -1,0 +1,3 @@
+#include "service/RejectionPause.h"
+
+void pauseAfterRejection(THRIFT_SOCKET) {}
