@@ -6,7 +6,6 @@
 
 #include <cstdio>
 #include <exception>
-#include <sched.h>
 #include <string>
 
 namespace {
@@ -16,29 +15,22 @@ namespace {
 constexpr Effort kEffort{51, 0.02};
 constexpr Effort kSmokeEffort{1, 0.0};
 const char* const kUsage =
-    "aibridge_peers [--smoke] [--one-core]\n"
+    "aibridge_peers [--smoke] [--one-core | --two-cores]\n"
     "Measures one call over one connection: the service, the bare runtime, the limit, gRPC "
     "and D-Bus.\n"
     "--smoke measures one call of each, to check that it works.\n"
     "--one-core keeps all threads on one core: without waking another core, times repeat much better.\n"
+    "--two-cores keeps the servers on one core and the clients on another, so that each message wakes one.\n"
     "Exit codes: 0, 1 (a ratio of the service exceeds its limit), 2 (error).\n";
 
-// For this process and the bus, which inherits it.
-void useOneCore()
+int run(const Effort& effort, Placement placement, bool hasTargets)
 {
-    cpu_set_t cores;
-    CPU_ZERO(&cores);
-    CPU_SET(sched_getcpu(), &cores);
-    sched_setaffinity(0, sizeof cores, &cores);
-}
-
-int run(const Effort& effort, bool hasTargets)
-{
+    useServerCore(placement);
     const PrivateBus bus;
     std::vector<Measured> all;
     printHeader();
     for (const Case& entry : cases()) {
-        all.push_back(measure(entry, bus.address(), effort));
+        all.push_back(measure(entry, bus.address(), effort, placement));
         printRows(all.back());
     }
     return !hasTargets || printTargets(all) ? 0 : 1;
@@ -49,22 +41,23 @@ int run(const Effort& effort, bool hasTargets)
 int main(int argc, char** argv)
 {
     bool smoke = false;
-    bool oneCore = false;
+    Placement placement = Placement::Any;
     for (int i = 1; i < argc; ++i) {
         const std::string option = argv[i];
         smoke = smoke || option == "--smoke";
-        oneCore = oneCore || option == "--one-core";
-        if (option != "--smoke" && option != "--one-core") {
+        if (option == "--one-core")
+            placement = Placement::OneCore;
+        else if (option == "--two-cores")
+            placement = Placement::TwoCores;
+        else if (option != "--smoke") {
             const bool help = option == "--help" || option == "-h";
             std::fputs(kUsage, help ? stdout : stderr);
             return help ? 0 : 2;
         }
     }
-    if (oneCore)
-        useOneCore();
     const QCoreApplication application(argc, argv);
     try {
-        return run(smoke ? kSmokeEffort : kEffort, !smoke);
+        return run(smoke ? kSmokeEffort : kEffort, placement, !smoke);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "aibridge_peers: %s\n", error.what());
         return 2;

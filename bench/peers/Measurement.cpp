@@ -80,12 +80,15 @@ const char* nameOf(Server server)
     return kNames[static_cast<std::size_t>(server)];
 }
 
-Measured measure(const Case& entry, const QString& busAddress, const Effort& effort)
+Measured measure(const Case& entry, const QString& busAddress, const Effort& effort, Placement placement)
 {
+    // The servers inherit it.
+    useServerCore(placement);
     ThriftServices services(entry);
     const RecordedCall recorded = recordCall(services.ours->port(), entry.call);
     Peers peers = makePeers(services, recorded, busAddress, entry.call);
     check(peers, entry, services.reply);
+    useClientCore(placement);
 
     std::array<std::vector<double>, kServers> times;
     std::array<std::size_t, kServers> order{};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bench/peers/Cases.h"
+#include "bench/peers/Cores.h"
 
 #include <QtCore/QString>
 
@@ -33,4 +34,4 @@ struct Effort
 /// Starts every server, compares its reply with the expected records and measures it. Each repetition
 /// measures every server once, in turn; the result contains the medians. Throws std::runtime_error if a reply
 /// is wrong.
-Measured measure(const Case& entry, const QString& busAddress, const Effort& effort);
+Measured measure(const Case& entry, const QString& busAddress, const Effort& effort, Placement placement);
