@@ -7,7 +7,7 @@ enum class Placement {
     TwoCores, ///< The servers have one and the clients another, so that each message wakes the other core.
 };
 
-/// Keep this thread, and the threads and processes that it starts afterwards, on the core of the servers or of
-/// the clients. Throw std::runtime_error if the computer has too few cores.
+/// Keep this thread, and the threads and processes that it starts afterwards, on the core of the servers or
+/// of the clients. Throw std::runtime_error if the computer has too few cores.
 void useServerCore(Placement placement);
 void useClientCore(Placement placement);

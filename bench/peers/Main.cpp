@@ -10,8 +10,8 @@
 
 namespace {
 
-// Many short series: the scheduler places a client and its server on one core or on two, and keeps them there
-// for a whole series.
+// Many short series over new connections: the scheduler places a client and its server on one core or on two,
+// and keeps them there for a while.
 constexpr Effort kEffort{51, 0.02};
 constexpr Effort kSmokeEffort{1, 0.0};
 const char* const kUsage =

@@ -28,10 +28,10 @@ struct Measured
 struct Effort
 {
     int repetitions;
-    double seconds; ///< of each server in each repetition; at least one call
+    double seconds; ///< of each series; at least one call
 };
 
-/// Starts every server, compares its reply with the expected records and measures it. Each repetition
-/// measures every server once, in turn; the result contains the medians. Throws std::runtime_error if a reply
-/// is wrong.
+/// Each repetition starts every server, compares its reply with the expected records and measures it over a
+/// new connection, in random order; the result contains the medians. Throws std::runtime_error if a reply is
+/// wrong.
 Measured measure(const Case& entry, const QString& busAddress, const Effort& effort, Placement placement);
