@@ -96,8 +96,8 @@ std::shared_ptr<TTransport> ServerSocket::acceptImpl()
         const std::shared_ptr<TTransport> connection = TServerSocket::acceptImpl();
         if (!accounts_ || accounts_->admits(std::static_pointer_cast<TSocket>(connection)->getSocketFD()))
             return connection;
+        pauseBeforeRejection(getSocketFD());
         connection->close();
-        pauseAfterRejection(getSocketFD());
     }
 }
 

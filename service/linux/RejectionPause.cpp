@@ -5,7 +5,7 @@
 #include <chrono>
 #include <thread>
 
-void pauseAfterRejection(THRIFT_SOCKET listening)
+void pauseBeforeRejection(THRIFT_SOCKET listening)
 {
     constexpr std::chrono::microseconds pause(200);
     pollfd queue = {listening, POLLIN, 0};

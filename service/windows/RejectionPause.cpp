@@ -1,3 +1,3 @@
 #include "service/RejectionPause.h"
 
-void pauseAfterRejection(THRIFT_SOCKET) {}
+void pauseBeforeRejection(THRIFT_SOCKET) {}

@@ -98,7 +98,7 @@ SERVICE = [
      "kChunkBytes = 2048u * 1024 * 1024", "test_malformed_message"),
     ("a long reply waits for a second send timeout", "linux/ConnectionSocket.cpp", "MSG_NOSIGNAL | MSG_DONTWAIT", "MSG_NOSIGNAL",
      "test_connections"),
-    ("a rejection causes no pause", "ServerSocket.cpp", "        pauseAfterRejection(getSocketFD());\n", "", "test_rejection_pause"),
+    ("a rejection causes no pause", "ServerSocket.cpp", "        pauseBeforeRejection(getSocketFD());\n", "", "test_rejection_pause"),
     ("a waiting client does not end the pause", "linux/RejectionPause.cpp", "if (::poll(&queue, 1, 0) == 0)", "if (::poll(&queue, 1, 0) >= 0)",
      "test_rejection_pause"),
     ("the name of an account is read for each rejection", "AccountCheck.cpp", "    const auto now = std::chrono::steady_clock::now();\n",
