@@ -1,6 +1,7 @@
 #include "inventory/Inventory.h"
 
 #include "inventory/HostMaps.h"
+#include "inventory/MapPrefetch.h"
 #include "platform/Platform.h"
 #include "plugin/HostCall.h"
 #include "plugin/TsanAnnotations.h"
@@ -22,24 +23,28 @@ std::optional<bool> askAbout(const HostMethod& method, const QVariantMap& record
     return method.call<bool>(ConnectionRule::Direct, QVariant(record));
 }
 
-std::size_t partitionCount(const QVariantList& disks)
+int partitionCount(const QVariantList& disks)
 {
-    std::size_t count = 0;
+    int count = 0;
     for (const QVariant& disk : disks)
-        count += static_cast<std::size_t>(disk.toMap().value(QStringLiteral("partitions")).toList().size());
+        count += disk.toMap().value(QStringLiteral("partitions")).toList().size();
     return count;
 }
 
-// The records of one disk's partitions, including the host's answers.
-std::vector<PartitionInfo> readPartitions(const QQmlEngine* engine, const QVariantList& partitions)
+// The records of one disk's partitions, including the host's answers. The inventory has this number of
+// partitions.
+std::vector<PartitionInfo> readPartitions(const QQmlEngine* engine, const QVariantList& partitions,
+                                          int inventorySize)
 {
     const HostMethod isRawPart(contextObject(engine, QStringLiteral("partitionrecovery")), "isRawPart");
     const QByteArray systemDirectory = upperSystemDirectory();
     const char systemLetter = systemDirectory.isEmpty() ? '\0' : systemDirectory.at(0);
     std::vector<PartitionInfo> records;
     records.reserve(static_cast<std::size_t>(partitions.size()));
-    for (const QVariant& entry : partitions) {
-        const QVariantMap map = entry.toMap();
+    MapPrefetch prefetch(partitions, inventorySize >= MapPrefetch::kLargeInventory);
+    for (int i = 0; i < partitions.size(); ++i) {
+        prefetch.reach(i);
+        const QVariantMap map = partitions.at(i).toMap();
         records.push_back(partitionRecord(map, systemLetter));
         records.back().isRawPartition = askAbout(isRawPart, map).value_or(false);
     }
@@ -93,11 +98,12 @@ void Inventory::setDiskInfo(const QQmlEngine* engine, const QVariantList& disks)
     InventoryRecords fresh;
     const HostMethod check4kAlign(contextObject(engine, QStringLiteral("toolbox")), "check4kAlign");
     fresh.diskList.reserve(static_cast<std::size_t>(disks.size()));
-    fresh.partitionList.reserve(partitionCount(disks));
+    const int count = partitionCount(disks);
+    fresh.partitionList.reserve(static_cast<std::size_t>(count));
     for (const QVariant& entry : disks) {
         const QVariantMap map = entry.toMap();
         DiskInfo disk = readDisk(check4kAlign, map);
-        addPartitions(fresh, readPartitions(engine, map.value(QStringLiteral("partitions")).toList()));
+        addPartitions(fresh, readPartitions(engine, map.value(QStringLiteral("partitions")).toList(), count));
         fresh.diskList.push_back(disk);
     }
     std::shared_ptr<ReplyCache> outdated; // freed without the lock
@@ -113,7 +119,7 @@ void Inventory::setDiskInfo(const QQmlEngine* engine, const QVariantList& disks)
 
 void Inventory::parsePartitionInfo(const QQmlEngine* engine, const QVariantList& partitions)
 {
-    std::vector<PartitionInfo> added = readPartitions(engine, partitions);
+    std::vector<PartitionInfo> added = readPartitions(engine, partitions, partitions.size());
     std::shared_ptr<ReplyCache> outdated; // freed without the lock
     const WriteLock lock(lock_);
     addPartitions(records_, std::move(added));

@@ -288,4 +288,29 @@ TEST_F(Inventory, ParsePartitionInfo_AddsOneDisksPartitions)
     EXPECT_EQ(all(), "0C:1 1D:2 13 0C:7");
 }
 
+// Large inventories are read in another way, eight maps at a time.
+TEST_F(Inventory, ThousandPartitions_AreListedInOrderWithEntriesThatAreNoMaps)
+{
+    QVariantList disks;
+    QStringList expected;
+    for (int index = 0; index < 100; ++index) {
+        QVariantList partitions;
+        for (int i = 0; i < 10; ++i) {
+            if ((index + i) % 7 == 0)
+                partitions.append(i % 2 == 0 ? QVariant() : QVariant("no map"));
+            else if ((index + i) % 7 == 1)
+                partitions.append(QVariantMap());
+            else
+                partitions.append(part(index, "", 1 + i));
+            expected << ((index + i) % 7 <= 1 ? QStringLiteral("00")
+                                              : QString::number(index) + QString::number(1 + i));
+        }
+        disks.append(disk(index, partitions));
+    }
+    bridge.setDiskInfo(disks);
+    EXPECT_EQ(all().split(' '), expected);
+    bridge.parsePartitionInfo(disks.at(3).toMap().value("partitions").toList());
+    EXPECT_EQ(all().split(' '), expected + expected.mid(30, 10));
+}
+
 } // namespace
