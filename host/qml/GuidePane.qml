@@ -33,10 +33,7 @@ Panel {
         focusBefore = null
         if (!holds(Window.activeFocusItem) || target === null)
             return
-        if (target.visible)
-            target.forceActiveFocus()
-        else
-            Qt.callLater(() => { if (target.visible) target.forceActiveFocus() }) // its pane returns after the guide
+        Qt.callLater(() => { if (target.visible) target.forceActiveFocus() }) // its pane may return after the guide
     }
 
     objectName: "guidePane"
