@@ -1,4 +1,4 @@
-#include "bench/peers/Cores.h"
+#include "bench/Cores.h"
 
 #include <sched.h>
 #include <stdexcept>
@@ -18,16 +18,27 @@ std::vector<int> allowedCores()
     return cores;
 }
 
-void useCore(std::size_t index)
+// Read by the first call, because later ones would see only the core that it chose.
+const std::vector<int>& coresAtStart()
 {
-    // Later calls would see only the core that the first one chose.
     static const std::vector<int> cores = allowedCores();
-    if (index >= cores.size())
-        throw std::runtime_error("this placement needs two cores");
+    return cores;
+}
+
+void useCores(const std::vector<int>& cores)
+{
     cpu_set_t chosen;
     CPU_ZERO(&chosen);
-    CPU_SET(cores[index], &chosen);
+    for (const int core : cores)
+        CPU_SET(core, &chosen);
     sched_setaffinity(0, sizeof chosen, &chosen);
+}
+
+void useCore(std::size_t index)
+{
+    if (index >= coresAtStart().size())
+        throw std::runtime_error("this placement needs two cores");
+    useCores({coresAtStart()[index]});
 }
 
 } // namespace
@@ -42,4 +53,9 @@ void useClientCore(Placement placement)
 {
     if (placement != Placement::Any)
         useCore(placement == Placement::OneCore ? 0 : 1);
+}
+
+void useEveryCore()
+{
+    useCores(coresAtStart());
 }

@@ -11,3 +11,7 @@ enum class Placement {
 /// of the clients. Throw std::runtime_error if the computer has too few cores.
 void useServerCore(Placement placement);
 void useClientCore(Placement placement);
+
+/// Lets this thread, and the threads that it starts afterwards, use each core that the process could use at
+/// its start.
+void useEveryCore();

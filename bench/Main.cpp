@@ -1,3 +1,4 @@
+#include "bench/Cores.h"
 #include "bench/Ratios.h"
 
 #include <QtGui/QGuiApplication>
@@ -16,6 +17,8 @@ constexpr int kRepetitions = 11;
 // limits.
 int main(int argc, char** argv)
 {
+    // On several cores, the scheduler could place two compared servers differently.
+    useServerCore(Placement::OneCore);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
     bool smoke = false;
@@ -35,6 +38,8 @@ int main(int argc, char** argv)
         arguments.push_back(shortTime);
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
+        return 2;
     registerWireBenchmarks();
     registerActingBenchmarks();
     registerRefillBenchmarks();

@@ -1,4 +1,5 @@
 // Waiting time of a reader while the inventory is refilled in a loop.
+#include "bench/Cores.h"
 #include "bench/Inventories.h"
 #include "bench/Ratios.h"
 
@@ -66,9 +67,11 @@ void registerReaderBenchmarks()
     const auto bridge = std::make_shared<AIBridge>();
     bridge->setDiskInfo(*inventory);
     addMeasured("a reader's 99th percentile, with refills against without", 2.0, [=] {
+        useEveryCore(); // readers and refills meet
         const double with = percentile99(*bridge, [&] { bridge->setDiskInfo(*inventory); });
         const double without =
             percentile99(*bridge, [] { std::this_thread::sleep_for(std::chrono::milliseconds(1)); });
+        useServerCore(Placement::OneCore);
         return std::pair(with, without);
     });
 }

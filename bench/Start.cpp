@@ -139,7 +139,7 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
     const bool smoke = argc > 1 && std::strcmp(argv[1], "--smoke") == 0;
-    std::printf("%-58s %12s\n", "start and rest (medians)", "");
+    std::printf("%-58s %12s\n", "start (medians) and rest (one measurement)", "");
     printRest(smoke ? 1 : 60);
     printStart(smoke ? 2 : kRepetitions);
     return 0;

@@ -1,6 +1,7 @@
 """Measures what the check of a client's account costs, and what a client of another account costs the served ones.
 
-Arguments: the build folder. Needs root, because only root can start a client as another user.
+usage: python3 bench/accounts.py BUILD    BUILD: the folder of a build with tests, for example build
+Only root can start a client as another user.
 """
 
 import os
@@ -12,6 +13,9 @@ import sys
 import tempfile
 import time
 
+if len(sys.argv) != 2 or sys.argv[1].startswith("-"):
+    print(__doc__.strip())
+    sys.exit(0 if sys.argv[1:] in (["-h"], ["--help"]) else 2)
 BUILD = os.path.abspath(sys.argv[1])
 OTHER_USER = "65534"
 NAME = b"ListAllDisks"
@@ -81,6 +85,10 @@ def storm(service):
 
 
 def main():
+    if os.geteuid() != 0:
+        sys.exit("bench/accounts.py: requires root")
+    if not os.path.exists(os.path.join(BUILD, "tests/service_host/service_host")):
+        sys.exit(f"bench/accounts.py: {BUILD} has no service_host. Run scripts/test first.")
     with tempfile.TemporaryDirectory(dir=BUILD) as folder:
         checked = Service(os.path.join(folder, "on"), "true")
         unchecked = Service(os.path.join(folder, "off"), "false")

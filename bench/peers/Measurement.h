@@ -1,7 +1,7 @@
 #pragma once
 
+#include "bench/Cores.h"
 #include "bench/peers/Cases.h"
-#include "bench/peers/Cores.h"
 
 #include <QtCore/QString>
 
