@@ -9,7 +9,8 @@
 #include <utility>
 
 /// Encoded replies to the list reads of one inventory: each list is encoded for the first call that reads it,
-/// and later calls send the same bytes. A change of the inventory replaces the cache, not its content.
+/// and later calls send the same bytes. Empty lists are not kept (ToolProcessor). A change of the inventory
+/// replaces the cache, not its content.
 ///
 /// Every member can be called on any thread. The lock is never held while a reply is encoded or sent.
 class ReplyCache

@@ -17,8 +17,8 @@ public:
     /// @p query replaces the system's answer in tests.
     explicit AccountCheck(Query query = peerAccount);
 
-    /// Returns false if the connection must be closed. The log then contains one line about the account, and
-    /// at most one in ten seconds. Any thread.
+    /// Returns false if the connection must be closed. The log then contains a line about the account, at
+    /// most one in ten seconds, and none if the client has closed its end. Any thread.
     bool admits(THRIFT_SOCKET connection);
 
 private:

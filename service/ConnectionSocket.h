@@ -8,8 +8,8 @@
 #include <memory>
 
 /// One client's connection. If the client does not read its reply, write waits as long as the service runs,
-/// and at most half a second once the service is stopping. The base class would wait without limit and block
-/// the stop.
+/// and at most half a second without progress once the service is stopping. The base class would wait without
+/// limit and block the stop.
 ///
 /// On Linux, a read is one system call. The base class polls first, to notice a stop; here the stop ends the
 /// reads of all connections (Connections).

@@ -17,9 +17,10 @@
 ///
 /// The base class has three defects: closing the wake-up sockets can overtake the wake-up itself, so that a
 /// blocked accept never returns; an interrupt before listen is lost; and close can close the socket that
-/// another thread is about to bind. This class remembers the interrupt, and its close waits until the
-/// server's thread has left listen or accept. It also closes a connection that its AccountCheck does not
-/// admit, before the first byte is read and before the connection counts as one of the served clients.
+/// another thread is about to bind. This class remembers the interrupt, and its close waits, for at most half
+/// a second, until the server's thread has left listen or accept. It also closes a connection that its
+/// AccountCheck does not admit, before the first byte is read and before the connection counts as one of the
+/// served clients.
 ///
 /// interrupt, interruptChildren and close can be called on any thread; listen and accept belong to the
 /// server's thread.
