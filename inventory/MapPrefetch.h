@@ -3,8 +3,8 @@
 #include <QtCore/QVariantList>
 
 /// Reads the maps of a list shortly before their conversion, eight at a time in lockstep: the nodes of a QMap
-/// are scattered in memory, and so their cache misses overlap. Faster for large inventories only. Smaller ones
-/// fit into the processor's caches.
+/// are scattered in memory, and so their cache misses overlap. Faster for large inventories only. Smaller
+/// ones fit into the processor's caches.
 class MapPrefetch
 {
 public:
