@@ -76,6 +76,9 @@ await call('FormatPartition', format);
 await call('WaitForChange');
 
 chapter('A drive that does not exist: rejected, with the data of the inventory.');
-await call('ChangePartitionLabel', { driveLetter: 'Q', newLabel: 'x' });
+// Q, or the last one, because a new partition receives the first.
+const used = new Set(partitions.map((/** @type {any} */ p) => p.driveLetter?.slice(0, 1)));
+const missing = [...'QZYXWVUTSRPONMLKJIHGFEDCBA'].find((candidate) => !used.has(candidate)) ?? '?';
+await call('ChangePartitionLabel', { driveLetter: missing, newLabel: 'x' });
 await client.close();
 chapter('End of the conversation');
