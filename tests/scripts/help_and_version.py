@@ -65,6 +65,13 @@ class HelpAndVersion(unittest.TestCase):
             with self.subTest(script):
                 self.assertEqual(self.output(script, "--version"), f"{pathlib.Path(script).name} {VERSION}\n")
 
+    def test_HelpOfTheCompleteRun_StartsNothing(self):
+        for option in ("-h", "--help"):
+            done = subprocess.run([SOURCE / ".ci/run", option], cwd=self.folder, env=self.environment,
+                                  stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=60, check=False)
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            self.assertRegex(done.stdout, r"\ACI runs this on a clean clone: .*\n\Z")
+
     def test_HelpInACopy_DoesNotNeedTheBuild(self):
         shutil.copytree(SOURCE / "scripts", self.folder / "a b/scripts", symlinks=True)
         shutil.copy(SOURCE / "CMakeLists.txt", self.folder / "a b")
