@@ -292,6 +292,7 @@ TEST_F(Inventory, ParsePartitionInfo_AddsOneDisksPartitions)
 TEST_F(Inventory, ThousandPartitions_AreListedInOrderWithEntriesThatAreNoMaps)
 {
     QVariantList disks;
+    QVariantList entries;
     QStringList expected;
     for (int index = 0; index < 100; ++index) {
         QVariantList partitions;
@@ -306,11 +307,15 @@ TEST_F(Inventory, ThousandPartitions_AreListedInOrderWithEntriesThatAreNoMaps)
                                               : QString::number(index) + QString::number(1 + i));
         }
         disks.append(disk(index, partitions));
+        entries += partitions;
     }
     bridge.setDiskInfo(disks);
     EXPECT_EQ(all().split(' '), expected);
     bridge.parsePartitionInfo(disks.at(3).toMap().value("partitions").toList());
     EXPECT_EQ(all().split(' '), expected + expected.mid(30, 10));
+    bridge.setDiskInfo({});
+    bridge.parsePartitionInfo(entries);
+    EXPECT_EQ(all().split(' '), expected);
 }
 
 } // namespace
