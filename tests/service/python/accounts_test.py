@@ -14,6 +14,7 @@ import struct
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 from unused_port import unused_port
@@ -124,8 +125,12 @@ class AccountsTest(unittest.TestCase):
 
     def test_many_rejections_are_one_line(self):
         with Service() as service:
+            start = time.monotonic()
             answer(service, OTHER_USER, times=50)
-            self.assertEqual(service.log(), ["Agent client of user 65534 (nobody) rejected"])
+            # A busy computer may need more than the ten seconds between two lines.
+            lines = service.log()
+            self.assertLessEqual(len(lines), 1 + (time.monotonic() - start) // 10)
+            self.assertEqual(lines[0], "Agent client of user 65534 (nobody) rejected")
 
     def test_rejected_clients_take_no_place_of_served_ones(self):
         with Service() as service:
@@ -153,6 +158,8 @@ class AccountsTest(unittest.TestCase):
 
     def test_an_address_other_than_loopback_is_a_warning(self):
         with Service("[main]\naiAddress=0.0.0.0\n") as service:
+            # Clients can connect before the line is written, but are accepted only afterwards.
+            self.assertGreater(answer(service, 0), 100)
             self.assertEqual(service.log(), [
                 "Agent address is not a loopback address: the account of remote clients is not checked"])
             self.assertEqual(answer(service, OTHER_USER), 0)
