@@ -73,8 +73,8 @@ TEST(AgentClients, CallsOfOtherThreads_ReachTheRows)
         test.clients.connectionClosed(2);
         EXPECT_EQ(test.clients.clientOfThisThread().english(), "");
     });
-    ASSERT_TRUE(test.waitForRows(1));
-    EXPECT_EQ(test.cell(0, "calls"), 1);
+    // The rows can already show the connection without its call.
+    EXPECT_TRUE(pumpUntil([&] { return test.clients.count() == 1 && test.cell(0, "calls") == 1; }));
     EXPECT_EQ(test.clients.clientOfThisThread().english(), "");
 }
 
@@ -173,7 +173,9 @@ TEST_F(WindowClients, ConnectedClients_AreShownWithTheirCalls)
         clients.callStarted(1, "ListAllDisks");
     });
     ASSERT_TRUE(waitForText("clientName", "client on port 1"));
-    EXPECT_TRUE(text("clientCalls").endsWith(" \u00b7 1 call")) << text("clientCalls").toStdString();
+    // The window can already show the connection without its call.
+    EXPECT_TRUE(pumpUntil([&] { return text("clientCalls").endsWith(" \u00b7 1 call"); }))
+        << text("clientCalls").toStdString();
     EXPECT_EQ(item("noClients"), nullptr);
     onConnection([](AgentClients& clients) { clients.connectionClosed(1); });
     EXPECT_NE(awaited("noClients"), nullptr);
